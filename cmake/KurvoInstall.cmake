@@ -1,0 +1,42 @@
+# Installation: library and header, CMake package, pkg-config file.
+include(CMakePackageConfigHelpers)
+
+set(KURVO_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Kurvo)
+
+install(TARGETS kurvo EXPORT KurvoTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(EXPORT KurvoTargets NAMESPACE Kurvo:: DESTINATION ${KURVO_CMAKE_DIR})
+
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/KurvoConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/KurvoConfig.cmake
+  INSTALL_DESTINATION ${KURVO_CMAKE_DIR}
+  NO_SET_AND_CHECK_MACRO)
+# While the major version is 0 the interface may change with the minor version, as the soname says
+# too.
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+  set(KURVO_COMPATIBILITY SameMinorVersion)
+else()
+  set(KURVO_COMPATIBILITY SameMajorVersion)
+endif()
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/KurvoConfigVersion.cmake
+  COMPATIBILITY ${KURVO_COMPATIBILITY})
+install(FILES ${PROJECT_BINARY_DIR}/KurvoConfig.cmake ${PROJECT_BINARY_DIR}/KurvoConfigVersion.cmake
+  DESTINATION ${KURVO_CMAKE_DIR})
+
+# The .pc file finds its prefix from where it lies, so that `cmake --install --prefix` and a moved
+# tree work.
+set(KURVO_PC_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR} OR IS_ABSOLUTE ${CMAKE_INSTALL_INCLUDEDIR})
+  set(KURVO_PC_PREFIX ${CMAKE_INSTALL_PREFIX})
+  set(KURVO_PC_LIBDIR ${CMAKE_INSTALL_FULL_LIBDIR})
+  set(KURVO_PC_INCLUDEDIR ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+else()
+  file(RELATIVE_PATH prefix_from_pc /prefix/${KURVO_PC_DIR} /prefix)
+  string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})
+  set(KURVO_PC_PREFIX "\${pcfiledir}/${prefix_from_pc}")
+  set(KURVO_PC_LIBDIR "\${prefix}/${CMAKE_INSTALL_LIBDIR}")
+  set(KURVO_PC_INCLUDEDIR "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
+endif()
+configure_file(${CMAKE_CURRENT_LIST_DIR}/kurvo.pc.in ${PROJECT_BINARY_DIR}/kurvo.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/kurvo.pc DESTINATION ${KURVO_PC_DIR})

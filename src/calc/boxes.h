@@ -1,0 +1,33 @@
+// Axis-aligned boxes in the plane.
+#pragma once
+
+#include <limits>
+
+#include "foundation/point.h"
+
+namespace kurvo {
+
+// Empty until widened.
+struct PlanarBox {
+  Vec2 min = {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+  Vec2 max = {-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+
+  // Grows to take p in; a NaN coordinate changes nothing.
+  void Widen(Vec2 p) {
+    if (p.x < min.x) min.x = p.x;
+    if (p.y < min.y) min.y = p.y;
+    if (p.x > max.x) max.x = p.x;
+    if (p.y > max.y) max.y = p.y;
+  }
+};
+
+// True when p lies in the box grown by `length_tol`.
+inline bool Contains(const PlanarBox& box, Vec2 p, double length_tol) {
+  return box.min.x - length_tol <= p.x && p.x <= box.max.x + length_tol &&
+         box.min.y - length_tol <= p.y && p.y <= box.max.y + length_tol;
+}
+
+// The distance from p to a box that is not empty, 0 inside and for NaN.
+double Distance(const PlanarBox& box, Vec2 p);
+
+}  // namespace kurvo

@@ -1,0 +1,195 @@
+// Bernstein form: binomial coefficients, conversion to power basis, de Casteljau's algorithm.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "eval/polynomial.h"
+
+namespace kurvo {
+
+// Up to this degree positions are sums of powers; from the next on, where the power basis would
+// lose more than 3^9 units in the last place, they are repeated interpolations.
+constexpr int32_t kMaxPowerBasisDegree = 9;
+
+namespace internal {
+
+using BinomialTable = std::array<std::array<double, Polynomial::kCapacity>, Polynomial::kCapacity>;
+
+constexpr BinomialTable MakeBinomials() {  // Pascal's triangle; exact, all below 2^53
+  BinomialTable table{};
+  for (std::size_t n = 0; n < Polynomial::kCapacity; ++n) {
+    table[n][0] = 1.0;
+    for (std::size_t i = 1; i <= n; ++i)
+      table[n][i] = table[n - 1][i - 1] + (i < n ? table[n - 1][i] : 0.0);
+  }
+  return table;
+}
+
+inline constexpr BinomialTable kBinomials = MakeBinomials();
+
+}  // namespace internal
+
+// C(n, i) for 0 <= i <= n < 40.
+constexpr double Binomial(std::size_t n, std::size_t i) { return internal::kBinomials[n][i]; }
+
+// Entry (j, i) of the Bernstein-to-power matrix of degree n, the coefficient of t^j in the
+// Bernstein polynomial B(i, n): (-1)^(j-i) C(n, j) C(j, i) for i <= j, else 0. Exact up to
+// degree 30.
+constexpr double BernsteinToPower(std::size_t n, std::size_t j, std::size_t i) {
+  const double magnitude = Binomial(n, j) * Binomial(j, i);
+  return (j - i) % 2 == 0 ? magnitude : -magnitude;
+}
+
+namespace internal {
+
+// Coefficient j, for each component: the sum over i of matrix entry (j, i) times vector i.
+template <std::size_t kSize, class EntryAt>
+std::array<double, kSize> PowerCoefficient(std::size_t j, const std::array<double, kSize>* vectors,
+                                           EntryAt&& entry) {
+  std::array<double, kSize> sum;
+  for (std::size_t c = 0; c < kSize; ++c) sum[c] = entry(j, 0) * vectors[0][c];
+  for (std::size_t i = 1; i <= j; ++i)
+    for (std::size_t c = 0; c < kSize; ++c) sum[c] += entry(j, i) * vectors[i][c];
+  return sum;
+}
+
+// The Bernstein-to-power matrix of a degree known at compile time, for loops that the compiler
+// unrolls.
+template <std::size_t kDegree>
+struct FixedMatrix {
+  static constexpr auto kEntries = [] {
+    std::array<std::array<double, kDegree + 1>, kDegree + 1> m{};
+    for (std::size_t j = 0; j <= kDegree; ++j)
+      for (std::size_t i = 0; i <= j; ++i) m[j][i] = BernsteinToPower(kDegree, j, i);
+    return m;
+  }();
+  static constexpr std::size_t kPoints = kDegree + 1;
+  static constexpr std::size_t degree() { return kDegree; }
+  constexpr double operator()(std::size_t j, std::size_t i) const { return kEntries[j][i]; }
+};
+
+struct GeneralMatrix {
+  static constexpr std::size_t kPoints = Polynomial::kCapacity;
+  std::size_t n;
+  std::size_t degree() const { return n; }
+  double operator()(std::size_t j, std::size_t i) const { return BernsteinToPower(n, j, i); }
+};
+
+// Calls use(matrix) with the matrix of degree n, fixed up to kMaxPowerBasisDegree.
+template <class Use>
+decltype(auto) WithMatrix(std::size_t n, Use&& use) {
+  switch (n) {
+    case 1:
+      return use(FixedMatrix<1>());
+    case 2:
+      return use(FixedMatrix<2>());
+    case 3:
+      return use(FixedMatrix<3>());
+    case 4:
+      return use(FixedMatrix<4>());
+    case 5:
+      return use(FixedMatrix<5>());
+    case 6:
+      return use(FixedMatrix<6>());
+    case 7:
+      return use(FixedMatrix<7>());
+    case 8:
+      return use(FixedMatrix<8>());
+    case 9:
+      return use(FixedMatrix<9>());
+    default:
+      return use(GeneralMatrix{n});
+  }
+}
+
+// The coefficient vectors of a function of the matrix's degree.
+template <std::size_t kSize, class Matrix>
+struct Vectors {
+  template <class Load>
+  Vectors(const Matrix& matrix, Load&& load) {
+    for (std::size_t i = 0; i <= matrix.degree(); ++i) load(static_cast<int32_t>(i), of_point[i]);
+  }
+  std::array<double, kSize> of_point[Matrix::kPoints];
+};
+
+}  // namespace internal
+
+// Makes each of `results` the power basis of one component of the Bezier function of degree n < 40
+// whose coefficient vectors are written by load(i, vector). The coefficient of t^j is the sum over
+// i of matrix entry times vector i, in ascending order of i.
+template <std::size_t kSize, class Load>
+void SetPowerBasis(std::size_t n, Load&& load, const std::array<Polynomial*, kSize>& results) {
+  for (Polynomial* result : results) result->Truncate(n + 1);
+  internal::WithMatrix(n, [&]<class Matrix>(const Matrix& matrix) {
+    const internal::Vectors<kSize, Matrix> vectors(matrix, load);
+    for (std::size_t j = 0; j <= matrix.degree(); ++j) {
+      const std::array<double, kSize> sum = internal::PowerCoefficient(j, vectors.of_point, matrix);
+      for (std::size_t c = 0; c < kSize; ++c) (*results[c])[j] = sum[c];
+    }
+  });
+}
+
+// The values at t of the polynomials that SetPowerBasis would make, by the same operations in the
+// same order as Value, without storing them. Requires n <= kMaxPowerBasisDegree.
+template <std::size_t kSize, class Load>
+std::array<double, kSize> PowerBasisValue(int32_t n, double t, Load&& load) {
+  return internal::WithMatrix(static_cast<std::size_t>(n), [&]<class Matrix>(const Matrix& matrix) {
+    const internal::Vectors<kSize, Matrix> vectors(matrix, load);
+    std::array<double, kSize> sum = internal::PowerCoefficient(0, vectors.of_point, matrix);
+    if (t == 0.0) return sum;
+    double power = 1.0;
+    for (std::size_t j = 1; j <= matrix.degree(); ++j) {
+      const std::array<double, kSize> term =
+          internal::PowerCoefficient(j, vectors.of_point, matrix);
+      power *= t;
+      for (std::size_t c = 0; c < kSize; ++c) sum[c] += term[c] * power;
+    }
+    return sum;
+  });
+}
+
+// The value at t of the Bezier function of degree n whose coefficient vectors of `kSize` components
+// are written by load(i, vector): de Casteljau's algorithm on the stack up to degree 39, beyond
+// that the linear-time recurrence of Wozny and Chudy (Computer-Aided Design 118, 2020, algorithm
+// 1), which needs no work area. Both are sequences of convex combinations for t in [0, 1].
+template <std::size_t kSize, class Load>
+std::array<double, kSize> CasteljauValue(int32_t n, double t, Load&& load) {
+  using Vector = std::array<double, kSize>;
+  const auto mix = [](Vector& a, const Vector& b, double s) {  // a := (1 - s) a + s b
+    for (std::size_t c = 0; c < kSize; ++c) a[c] = (1.0 - s) * a[c] + s * b[c];
+  };
+  constexpr int32_t kStackDegree = 39;
+  if (n <= kStackDegree) {
+    Vector work[kStackDegree + 1];
+    for (int32_t i = 0; i <= n; ++i) load(i, work[i]);
+    for (int32_t level = n; level > 0; --level)
+      for (int32_t i = 0; i < level; ++i) mix(work[i], work[i + 1], t);
+    return work[0];
+  }
+  // Q_k = (1 - h_k) Q_(k-1) + h_k P_k with h_k = u h_(k-1) (n-k+1) / (k + u h_(k-1) (n-k+1)) and
+  // u = t / (1 - t); run from the end that is nearer, so that u stays at most 1 inside [0, 1].
+  const bool from_end = t > 0.5;
+  const double u = from_end ? (1.0 - t) / t : t / (1.0 - t);
+  Vector q, p;
+  load(from_end ? n : 0, q);
+  double h = 1.0;
+  for (int32_t k = 1; k <= n; ++k) {
+    const double ahead = u * h * static_cast<double>(n - k + 1);
+    h = ahead / (static_cast<double>(k) + ahead);
+    load(from_end ? n - k : k, p);
+    mix(q, p, h);
+  }
+  return q;
+}
+
+// The value at t of the Bezier function of degree n whose coefficient vectors are written by
+// load(i, vector), in the way that suits the degree.
+template <std::size_t kSize, class Load>
+std::array<double, kSize> BezierValue(int32_t n, double t, Load&& load) {
+  return n <= kMaxPowerBasisDegree ? PowerBasisValue<kSize>(n, t, load)
+                                   : CasteljauValue<kSize>(n, t, load);
+}
+
+}  // namespace kurvo

@@ -1,0 +1,112 @@
+// Knot spans of a B-spline and the basis values on one of them.
+#include "eval/knot_spans.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <type_traits>
+
+#include "foundation/rounded_compare.h"
+
+namespace kurvo {
+
+int32_t LastSpan(const KnotVector& knots) {
+  const double* first = knots.u + knots.order - 1;
+  const double* last = knots.u + knots.count;
+  const double* end_knot = std::lower_bound(first, last, *last);
+  return static_cast<int32_t>(std::max(end_knot - 1, first) - knots.u);
+}
+
+namespace {
+
+// The first of the ascending values in [first, last) that is greater than t, where first[-1] exists
+// and starts the domain. Begins at a guess that takes the values to be evenly spaced: a constant
+// number of steps when they nearly are, a logarithmic one whatever they are.
+const double* FirstAfter(const double* first, const double* last, double t) {
+  const std::ptrdiff_t size = last - first;
+  const double start = *(first - 1);
+  const double guess = (t - start) / (*(last - 1) - start) * static_cast<double>(size);
+  const double* low = first;
+  if (guess >= static_cast<double>(size))
+    low = last - 1;
+  else if (guess > 0.0)
+    low = first + static_cast<std::ptrdiff_t>(guess);
+  if (t < *low && (low == first || !(t < *(low - 1)))) return low;
+
+  const double* high = low;
+  std::ptrdiff_t step = 1;
+  while (low != first && t < *low) {  // gallop down until low is not after t
+    high = low;
+    low = low - first > step ? low - step : first;
+    step *= 2;
+  }
+  while (high != last && !(t < *high)) {  // gallop up until high is after t
+    low = high;
+    high = last - high > step ? high + step : last;
+    step *= 2;
+  }
+  return std::upper_bound(low, high, t);
+}
+
+}  // namespace
+
+int32_t FindSpan(const KnotVector& knots, double t) {
+  const double* first = knots.u + knots.order;
+  const double* last = knots.u + knots.count + 1;
+  const double* right = FirstAfter(first, last, t);
+  if (right != last && CompareRounded(*right, t) <= 0) {  // after t, but not by six decimals
+    right = std::partition_point(right, last,
+                                 [t](double knot) { return CompareRounded(knot, t) <= 0; });
+  }
+  return right == last ? LastSpan(knots) : static_cast<int32_t>(right - 1 - knots.u);
+}
+
+namespace {
+
+// The triangular table of the Cox-de Boor recursion (Piegl and Tiller, The NURBS Book, algorithm
+// A2.2), started from span i alone, so that neighbours that share a knot add nothing. 0/0 counts as
+// 0. `u` is the left knot of the span; `values`, `left` and `right` have k entries. k is a number
+// or, for the compiler to unroll the common orders, an integral constant.
+template <class Order>
+void FillBasis(Order k, const double* u, double t, double* values, double* left, double* right) {
+  values[0] = 1.0;
+  for (int32_t d = 1; d < k; ++d) {
+    left[d] = t - u[1 - d];
+    right[d] = u[d] - t;
+    double saved = 0.0;
+    for (int32_t r = 0; r < d; ++r) {
+      const double width = u[r + 1] - u[1 - d + r];
+      const double share = width != 0.0 ? values[r] * (1.0 / width) : 0.0;
+      values[r] = saved + right[r + 1] * share;
+      saved = left[d - r] * share;
+    }
+    values[d] = saved;
+  }
+}
+
+template <int32_t kOrder>
+using OrderConstant = std::integral_constant<int32_t, kOrder>;
+
+}  // namespace
+
+BasisValues::BasisValues(const KnotVector& knots, int32_t i, double t) {
+  const int32_t k = knots.order;
+  if (k > kStackOrder) {
+    heap_ = std::make_unique<double[]>(3 * static_cast<std::size_t>(k));
+    values_ = heap_.get();
+  }
+  const double* u = knots.u + i;
+  double* left = values_ + k;
+  double* right = left + k;
+  switch (k) {
+    case 3:
+      FillBasis(OrderConstant<3>(), u, t, values_, left, right);
+      break;
+    case 4:
+      FillBasis(OrderConstant<4>(), u, t, values_, left, right);
+      break;
+    default:
+      FillBasis(k, u, t, values_, left, right);
+  }
+}
+
+}  // namespace kurvo

@@ -1,0 +1,65 @@
+// Knot spans of a B-spline and the basis values on one of them.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "records/views.h"
+
+namespace kurvo {
+
+// The part of a knot vector that places one B-spline: order k, m control points, knots u[0 ..
+// k+m-1].
+struct KnotVector {
+  const double* u;
+  int32_t order;
+  int32_t count;
+
+  double Start() const { return u[order - 1]; }
+  double End() const { return u[count]; }
+};
+
+template <std::size_t kDim>
+KnotVector KnotsOf(const SplineView<kDim>& spline) {
+  return {spline.knots, spline.order, spline.count};
+}
+
+// A span is named by the index i of its left knot, order - 1 <= i < count; control points i - order
+// + 1 to i act on it. The index stays in that range whatever the knots hold.
+
+// The span on which parameter t is evaluated: the first whose right end lies after t when both are
+// rounded to six decimals, so that t at an interior knot belongs to the span on its right; the last
+// span when there is none. Binary search.
+int32_t FindSpan(const KnotVector& knots, double t);
+
+// The last span of the domain that has a width.
+int32_t LastSpan(const KnotVector& knots);
+
+// Calls visit(i) for every span with u[i] < u[i + 1], ascending, until it returns true.
+template <class Visit>
+bool AnySpan(const KnotVector& knots, Visit&& visit) {
+  for (int32_t i = knots.order - 1; i < knots.count; ++i)
+    if (knots.u[i] < knots.u[i + 1] && visit(i)) return true;
+  return false;
+}
+
+// The k basis values of span i at t, and beyond the span the continuation of its polynomials. Lives
+// on the stack for every order in use; larger ones take a work area from the heap.
+class BasisValues {
+ public:
+  BasisValues(const KnotVector& knots, int32_t i, double t);
+  BasisValues(const BasisValues&) = delete;
+  BasisValues& operator=(const BasisValues&) = delete;
+
+  // Value of the control point i - k + 1 + j, 0 <= j < k.
+  double operator[](int32_t j) const { return values_[j]; }
+
+ private:
+  static constexpr int32_t kStackOrder = 64;
+
+  double stack_[3 * kStackOrder];
+  std::unique_ptr<double[]> heap_;
+  double* values_ = stack_;
+};
+
+}  // namespace kurvo

@@ -1,0 +1,43 @@
+// Evaluator of a Bezier curve.
+#include "eval/pbezcurve.h"
+
+#include "eval/bernstein.h"
+#include "eval/load_points.h"
+
+namespace kurvo {
+
+Segment PBezCurve::ToSegment() const {
+  Segment segment;
+  SetPowerBasis<2>(static_cast<std::size_t>(bezier_.degree), LoadPlanar(bezier_.points),
+                   {&segment.x, &segment.y});
+  return segment;
+}
+
+BezierEnds PBezCurve::Ends() const {
+  return {Spatial(bezier_.points[0]), Spatial(bezier_.points[bezier_.degree])};
+}
+
+Vec3 PBezCurve::Position(double t) const {
+  const auto [x, y] = BezierValue<2>(bezier_.degree, t, LoadPlanar(bezier_.points));
+  return {x, y, 0.0};
+}
+
+bool PBezCurve::ProjectToCarrier(Vec3& p) const {
+  if (HasFootPoints()) return ProjectToBezier(*this, p);
+  Fail(g_, KURVO_ERR_CURVE);
+  return false;
+}
+
+Incidence PBezCurve::Parameter(Vec3 p, double& t) const {
+  if (HasFootPoints()) return ParameterOnBezier(*this, p, t);
+  Fail(g_, KURVO_ERR_CURVE);
+  return Incidence::kOn;
+}
+
+NearestOnCurve PBezCurve::NearestPoint(Vec3 p) const {
+  if (HasFootPoints()) return NearestOnBezier(*this, Planar(p));
+  Fail(g_, KURVO_ERR_CURVE);
+  return {};
+}
+
+}  // namespace kurvo

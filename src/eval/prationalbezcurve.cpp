@@ -1,0 +1,56 @@
+// Evaluator of a rational Bezier curve.
+#include "eval/prationalbezcurve.h"
+
+#include "eval/bernstein.h"
+#include "eval/load_points.h"
+
+namespace kurvo {
+
+PRationalBezCurve::PRationalBezCurve(const BezierView<4>& bezier, GlobalVar& g)
+    : PRationalCurve2D(g),
+      bezier_(bezier),
+      polynomial_(WeightsAreOne(bezier.points, bezier.degree + 1, tol())) {}
+
+Segment PRationalBezCurve::ToSegment() const {
+  const auto degree = static_cast<std::size_t>(bezier_.degree);
+  Segment segment;
+  segment.rational = !polynomial_;
+  if (polynomial_)
+    SetPowerBasis<2>(degree, LoadPlanar(bezier_.points), {&segment.x, &segment.y});
+  else
+    SetPowerBasis<3>(degree, LoadHomogeneous(bezier_.points), {&segment.x, &segment.y, &segment.w});
+  return segment;
+}
+
+BezierEnds PRationalBezCurve::Ends() const {
+  return {Spatial(bezier_.points[0]), Spatial(bezier_.points[bezier_.degree])};
+}
+
+Vec3 PRationalBezCurve::Position(double t) const {
+  if (polynomial_) {
+    const auto [x, y] = BezierValue<2>(bezier_.degree, t, LoadPlanar(bezier_.points));
+    return {x, y, 0.0};
+  }
+  const auto [x, y, w] = BezierValue<3>(bezier_.degree, t, LoadHomogeneous(bezier_.points));
+  return {x / w, y / w, 0.0};
+}
+
+bool PRationalBezCurve::ProjectToCarrier(Vec3& p) const {
+  if (HasFootPoints()) return ProjectToBezier(*this, p);
+  Fail(g_, KURVO_ERR_CURVE);
+  return false;
+}
+
+Incidence PRationalBezCurve::Parameter(Vec3 p, double& t) const {
+  if (HasFootPoints()) return ParameterOnBezier(*this, p, t);
+  Fail(g_, KURVO_ERR_CURVE);
+  return Incidence::kOn;
+}
+
+NearestOnCurve PRationalBezCurve::NearestPoint(Vec3 p) const {
+  if (HasFootPoints()) return NearestOnBezier(*this, Planar(p));
+  Fail(g_, KURVO_ERR_CURVE);
+  return {};
+}
+
+}  // namespace kurvo

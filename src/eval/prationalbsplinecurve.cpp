@@ -1,0 +1,39 @@
+// Evaluator of a rational B-spline.
+#include "eval/prationalbsplinecurve.h"
+
+#include "eval/spline_point.h"
+#include "eval/spline_queries.h"
+
+namespace kurvo {
+
+Vec3 PRationalBSplineCurve::Position(double t) const {
+  if (spline_.order > kMaxSplineOrder) {
+    Fail(g_, KURVO_ERR_CURVE);
+    return {};
+  }
+  const int32_t span = FindSpan(KnotsOf(spline_), t);
+  return OnPlane(Planar(PointOnSpan(spline_, span, t, tol())));
+}
+
+bool PRationalBSplineCurve::ProjectToCarrier(Vec3& p) const {
+  if (HasFootPoints(spline_, tol())) {
+    p = Position(NearestOnSpline(spline_, Planar(p), tol()).t);
+    return true;
+  }
+  Fail(g_, KURVO_ERR_CURVE);
+  return false;
+}
+
+Incidence PRationalBSplineCurve::Parameter(Vec3 p, double& t) const {
+  if (HasFootPoints(spline_, tol())) return ParameterOnSpline(spline_, p, tol(), t);
+  Fail(g_, KURVO_ERR_CURVE);
+  return Incidence::kOn;
+}
+
+NearestOnCurve PRationalBSplineCurve::NearestPoint(Vec3 p) const {
+  if (HasFootPoints(spline_, tol())) return NearestOnSpline(spline_, Planar(p), tol());
+  Fail(g_, KURVO_ERR_CURVE);
+  return {};
+}
+
+}  // namespace kurvo

@@ -1,0 +1,14 @@
+// Real roots of a polynomial in an interval.
+#pragma once
+
+#include "eval/root_list.h"
+
+namespace kurvo {
+
+// The real roots of f in [a - 0.001, b + 0.001], ascending, none twice within 1e-5. Simple roots
+// are isolated by Sturm chains and refined by Newton's method; multiple ones are also found as
+// roots of the derivative where |f| <= 1e-6. Callers pass f normalised (see Normalised). Allocates
+// nothing; ends for any input, NaN and infinities included; the zero polynomial has no roots.
+RootList FindRoots(const Polynomial& f, double a, double b);
+
+}  // namespace kurvo

@@ -1,0 +1,76 @@
+// One polynomial or rational piece over [0, 1] in power basis, and the questions asked of it. A
+// Bezier curve is one such piece, a B-spline has one for each knot span.
+#pragma once
+
+#include <cmath>
+
+#include "eval/polynomial.h"
+#include "eval/root_finder.h"
+#include "foundation/point.h"
+
+namespace kurvo {
+
+// Largest degrees whose foot-point polynomials, of degree 2n - 1 and 3n - 2, fit 40 coefficients.
+constexpr int32_t kMaxPlainFootDegree = 20;
+constexpr int32_t kMaxRationalFootDegree = 13;
+
+// x(t) / w(t), y(t) / w(t) when rational, else x(t), y(t).
+struct Segment {
+  Polynomial x;
+  Polynomial y;
+  Polynomial w;
+  bool rational = false;
+};
+
+// A parameter within [-slack, 1 + slack]; NaN is not.
+inline bool OnUnitInterval(double t, double slack) { return t >= -slack && 1.0 + slack >= t; }
+
+// Roots in [0, 1] of the foot-point polynomial of p: parameters where the vector to p is normal to
+// the curve. Roots up to `slack` beyond an end count and are moved onto it; none further out does.
+//   plain:    F = (X - px) X' + (Y - py) Y'
+//   rational: F = (X - px W)(X'W - X W') + (Y - py W)(Y'W - Y W'), the same times W^3
+RootList FootPoints(const Segment& segment, Vec2 p, double slack);
+
+// Roots of X - px W and of Y - py W: where the curve has the abscissa resp. ordinate of p.
+struct CoordinateRoots {
+  RootList x;
+  RootList y;
+};
+CoordinateRoots RootsOfCoordinates(const Segment& segment, Vec2 p);
+
+// The parameter t at which the curve passes through p; false when none is found. First choice are
+// the roots in x that agree with one in y within `tol`; only when there is none, every root in x,
+// then in y, whose point position(t) agrees with p within tol in each coordinate, pz with 0
+// included.
+template <class PositionAt>
+bool FindParameter(const Segment& segment, Vec3 p, double tol, PositionAt&& position, double& t) {
+  const auto on_curve = [&](double r) {
+    const Vec2 q = position(r);
+    return tol >= std::fabs(p.x - q.x) && tol >= std::fabs(p.y - q.y);
+  };
+  const CoordinateRoots roots = RootsOfCoordinates(segment, Planar(p));
+  for (const double rx : roots.x) {
+    if (!OnUnitInterval(rx, tol)) continue;
+    // A root of exactly 0 may be one that the finder did not settle: the curve must start at p
+    // then.
+    if (rx == 0.0 && !on_curve(rx)) continue;
+    for (const double ry : roots.y) {
+      if (OnUnitInterval(ry, tol) && tol >= std::fabs(rx - ry)) {
+        t = rx;
+        return true;
+      }
+    }
+  }
+  if (!(tol >= std::fabs(p.z))) return false;
+  for (const RootList* list : {&roots.x, &roots.y}) {
+    for (const double r : *list) {
+      if (OnUnitInterval(r, tol) && on_curve(r)) {
+        t = r;
+        return true;
+      }
+    }
+  }
+  return false;
+}
+
+}  // namespace kurvo

@@ -1,0 +1,73 @@
+// Points of a B-spline by its basis values.
+#include "eval/spline_point.h"
+
+#include <algorithm>
+
+#include "eval/prationalcurve2d.h"
+
+namespace kurvo {
+namespace {
+
+// True when all knots in u[first .. last] are exactly `value`; a NaN is not.
+bool AllEqual(const double* u, int32_t first, int32_t last, double value) {
+  return std::all_of(u + first, u + last + 1, [value](double knot) { return knot == value; });
+}
+
+}  // namespace
+
+bool SpanIsPolynomial(const SplineView<3>&, int32_t, double) { return true; }
+
+bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, double tol) {
+  return WeightsAreOne(spline.points + (i - spline.order + 1), spline.order, tol);
+}
+
+Vec3 PointOnSpan(const SplineView<3>& spline, int32_t i, double t, double) {
+  const BasisValues basis(KnotsOf(spline), i, t);
+  const double(*points)[3] = spline.points + (i - spline.order + 1);
+  Vec3 sum;
+  for (int32_t j = 0; j < spline.order; ++j) {
+    const double n = basis[j];
+    if (n != 0.0) sum = sum + n * Spatial(points[j]);
+  }
+  return sum;
+}
+
+Vec3 PointOnSpan(const SplineView<4>& spline, int32_t i, double t, double tol) {
+  const BasisValues basis(KnotsOf(spline), i, t);
+  const double(*points)[4] = spline.points + (i - spline.order + 1);
+  const bool polynomial = SpanIsPolynomial(spline, i, tol);
+  Vec2 sum;
+  double weight = 0.0;
+  for (int32_t j = 0; j < spline.order; ++j) {
+    const double n = polynomial ? basis[j] : basis[j] * points[j][3];
+    if (basis[j] == 0.0) continue;
+    sum = sum + n * Planar(points[j]);
+    weight += n;
+  }
+  if (!polynomial && weight != 0.0) sum = {sum.x / weight, sum.y / weight};
+  return OnPlane(sum);
+}
+
+template <std::size_t kDim>
+Vec3 StartOfSpline(const SplineView<kDim>& spline, double tol) {
+  const int32_t k = spline.order;
+  const double start = spline.knots[k - 1];
+  if (AllEqual(spline.knots, 0, k - 2, start)) return Spatial(spline.points[0]);
+  return PointOnSpan(spline, FindSpan(KnotsOf(spline), start), start, tol);
+}
+
+template <std::size_t kDim>
+Vec3 EndOfSpline(const SplineView<kDim>& spline, double tol) {
+  const int32_t m = spline.count;
+  const double end = spline.knots[m];
+  if (AllEqual(spline.knots, m + 1, m + spline.order - 1, end))
+    return Spatial(spline.points[m - 1]);
+  return PointOnSpan(spline, LastSpan(KnotsOf(spline)), end, tol);
+}
+
+template Vec3 StartOfSpline(const SplineView<3>&, double);
+template Vec3 StartOfSpline(const SplineView<4>&, double);
+template Vec3 EndOfSpline(const SplineView<3>&, double);
+template Vec3 EndOfSpline(const SplineView<4>&, double);
+
+}  // namespace kurvo

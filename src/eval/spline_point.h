@@ -1,0 +1,30 @@
+// Points of a B-spline by its basis values.
+#pragma once
+
+#include "eval/knot_spans.h"
+#include "foundation/point.h"
+
+namespace kurvo {
+
+// A point costs O(order^2): orders above this are refused, so that no single point takes seconds.
+constexpr int32_t kMaxSplineOrder = 4096;
+
+// True when the span's control points are evaluated without weights: always for a plain spline, for
+// a rational one when the k weights that act on span i are 1 within `tol`. Looking at one span
+// keeps the cost of a point independent of the length of the curve.
+bool SpanIsPolynomial(const SplineView<3>& spline, int32_t i, double tol);
+bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, double tol);
+
+// The point of span i at t, or of its continuation. z is the sum of basis times z for a plain
+// spline and 0 for a rational one; a weight sum of exactly 0 leaves x and y undivided.
+Vec3 PointOnSpan(const SplineView<3>& spline, int32_t i, double t, double tol);
+Vec3 PointOnSpan(const SplineView<4>& spline, int32_t i, double t, double tol);
+
+// The first (last) point of the curve. With the end knots all equal that is the end control point;
+// otherwise the curve is evaluated at the end of its domain.
+template <std::size_t kDim>
+Vec3 StartOfSpline(const SplineView<kDim>& spline, double tol);
+template <std::size_t kDim>
+Vec3 EndOfSpline(const SplineView<kDim>& spline, double tol);
+
+}  // namespace kurvo

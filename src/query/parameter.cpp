@@ -1,0 +1,65 @@
+// The parameter of a point on a curve.
+#include <limits>
+
+#include "eval/with_evaluator.h"
+#include "query/position.h"
+
+namespace kurvo {
+namespace {
+
+Incidence Parameter(const Curve& curve, Vec3 p, double& t, int level, GlobalVar& g);
+
+// The first piece that contains p wins; without one the candidate of the nearest piece, the earlier
+// one on a tie. A composite without pieces leaves t alone.
+Incidence ParameterOnComposite(const CompositeView& composite, Vec3 p, double& t, int level,
+                               GlobalVar& g) {
+  double before = 0.0;
+  double nearest = std::numeric_limits<double>::infinity();
+  Incidence last = Incidence::kOn;
+  for (int32_t i = 0; i < composite.count; ++i) {
+    const Curve& piece = composite.curves[i];
+    double local = 0.0;
+    last = Parameter(piece, p, local, level + 1, g);
+    const double candidate = local * composite.widths[i] + before;
+    if (last == Incidence::kOn) {
+      t = candidate;
+      return last;
+    }
+    const double dist = Length(Planar(p) - Planar(PointOfCurve(piece, local, level + 1, g)));
+    if (i == 0 || dist < nearest) t = candidate;
+    if (dist < nearest) nearest = dist;
+    before += composite.widths[i];
+  }
+  return last;
+}
+
+Incidence Parameter(const Curve& curve, Vec3 p, double& t, int level, GlobalVar& g) {
+  const auto refuse = [&] {
+    Fail(g, KURVO_ERR_CURVE);
+    return Incidence::kOn;
+  };
+  return VisitCurve(curve, Overloaded{[&](const auto& view) {
+                                        return WithEvaluator(view, g, [&](const auto& evaluator) {
+                                          return evaluator.Parameter(p, t);
+                                        });
+                                      },
+                                      [&](const CompositeView& composite) {
+                                        if (level >= kMaxNesting) return refuse();
+                                        return ParameterOnComposite(composite, p, t, level, g);
+                                      },
+                                      [&](Refused) { return refuse(); }});
+}
+
+}  // namespace
+}  // namespace kurvo
+
+extern "C" int KurvocvParameter(const Curve* curve, const Coord point, double* t,
+                                GlobalVar* g) noexcept {
+  using kurvo::Incidence;
+  if (kurvo::ErrorPending(*g)) return KURVO_ON_CURVE;
+  if (!curve) {
+    kurvo::Fail(*g, KURVO_ERR_CURVE);
+    return KURVO_ON_CURVE;
+  }
+  return static_cast<int>(kurvo::Parameter(*curve, kurvo::Spatial(point), *t, 0, *g));
+}

@@ -1,0 +1,74 @@
+// The point of a curve at a parameter.
+#include "query/position.h"
+
+#include "eval/spline_point.h"
+#include "eval/with_evaluator.h"
+#include "foundation/guard.h"
+#include "foundation/rounded_compare.h"
+
+namespace kurvo {
+namespace {
+
+// A composite's piece and the parameter on it; no piece beyond the end.
+struct PieceParameter {
+  const Curve* piece = nullptr;
+  double t = 0.0;
+};
+
+// The first piece whose running sum of widths reaches t: a boundary belongs to the earlier piece. A
+// piece without width is evaluated at its start.
+PieceParameter PieceAt(const CompositeView& composite, double t) {
+  double before = 0.0;
+  for (int32_t i = 0; i < composite.count; ++i) {
+    const double width = composite.widths[i];
+    if (before + width >= t)
+      return {composite.curves + i, width > 0.0 ? (t - before) / width : 0.0};
+    before += width;
+  }
+  return {};
+}
+
+Vec3 PointAt(const auto& view, double t, GlobalVar& g) {
+  return WithEvaluator(view, g, [t](const auto& evaluator) { return evaluator.Position(t); });
+}
+
+// The ends of the domain give the end points themselves.
+template <std::size_t kDim>
+Vec3 PointAt(const SplineView<kDim>& spline, double t, GlobalVar& g) {
+  if (spline.order <= kMaxSplineOrder) {
+    const KnotVector knots = KnotsOf(spline);
+    if (CompareRounded(t, knots.Start()) == 0) return StartOfSpline(spline, g.epsilon);
+    if (CompareRounded(t, knots.End()) == 0) return EndOfSpline(spline, g.epsilon);
+  }
+  return WithEvaluator(spline, g, [t](const auto& evaluator) { return evaluator.Position(t); });
+}
+
+}  // namespace
+
+Vec3 PointOfCurve(const Curve& curve, double t, int level, GlobalVar& g) {
+  Vec3 point;
+  const Curve* rest = &curve;
+  for (; rest; ++level) {
+    const Curve* piece = nullptr;
+    VisitCurve(*rest, Overloaded{[&](const auto& view) { point = PointAt(view, t, g); },
+                                 [&](const CompositeView& composite) {
+                                   if (level >= kMaxNesting) return Fail(g, KURVO_ERR_CURVE);
+                                   const PieceParameter at = PieceAt(composite, t);
+                                   piece = at.piece;
+                                   t = at.t;
+                                 },
+                                 [&](Refused) { Fail(g, KURVO_ERR_CURVE); }});
+    rest = piece;
+  }
+  return point;
+}
+
+}  // namespace kurvo
+
+extern "C" void KurvocvPosition(const Curve* curve, double t, Coord out, GlobalVar* g) noexcept {
+  kurvo::Store({}, out);
+  if (kurvo::ErrorPending(*g)) return;
+  if (!curve) return kurvo::Fail(*g, KURVO_ERR_CURVE);
+  const auto point = [&] { return kurvo::PointOfCurve(*curve, t, 0, *g); };
+  kurvo::Store(kurvo::Guard(*g, kurvo::Vec3{}, point), out);
+}

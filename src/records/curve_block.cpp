@@ -1,0 +1,109 @@
+// Allocation of a curve's data block: sizes, and the placement of the arrays behind the header.
+#include "records/curve_block.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace kurvo {
+namespace {
+
+// The array of `T` that begins `offset` bytes into the block.
+template <class T>
+T* ArrayAt(void* block, std::size_t offset) {
+  return static_cast<T*>(static_cast<void*>(static_cast<std::byte*>(block) + offset));
+}
+
+std::optional<std::size_t> BezierBytes(int32_t degree, std::size_t point) {
+  if (degree < 0) return std::nullopt;
+  return kBlockHeader + point * (static_cast<std::size_t>(degree) + 1);
+}
+
+std::optional<std::size_t> SplineBytes(int32_t order, int32_t count, std::size_t point) {
+  if (order < 1 || count < 0) return std::nullopt;
+  const auto k = static_cast<std::size_t>(order);
+  const auto m = static_cast<std::size_t>(count);
+  return kBlockHeader + point * m + sizeof(double) * (k + m);
+}
+
+std::optional<std::size_t> CompositeBytes(int32_t count) {
+  if (count < 0) return std::nullopt;
+  return kBlockHeader + (sizeof(Curve) + sizeof(double)) * static_cast<std::size_t>(count);
+}
+
+template <class Block, class Point>
+void LayBezier(void* memory, const BlockSizes& sizes) {
+  auto* block = new (memory) Block;
+  block->degree = sizes.degree;
+  block->points = ArrayAt<Point>(memory, kBlockHeader);
+}
+
+template <class Block, class Point>
+void LaySpline(void* memory, const BlockSizes& sizes) {
+  auto* block = new (memory) Block;
+  block->order = sizes.order;
+  block->count = sizes.count;
+  block->points = ArrayAt<Point>(memory, kBlockHeader);
+  block->knots =
+      ArrayAt<double>(memory, kBlockHeader + sizeof(Point) * static_cast<std::size_t>(sizes.count));
+}
+
+void LayComposite(void* memory, const BlockSizes& sizes) {
+  const auto count = static_cast<std::size_t>(sizes.count);
+  auto* block = new (memory) KurvoSegcv;
+  block->count = sizes.count;
+  block->curves = ArrayAt<Curve>(memory, kBlockHeader);
+  block->widths = ArrayAt<double>(memory, kBlockHeader + sizeof(Curve) * count);
+  for (std::size_t i = 0; i < count; ++i) block->curves[i] = Curve{};
+}
+
+void LayOut(int32_t type, void* memory, const BlockSizes& sizes) {
+  switch (type) {
+    case CV_BEZIER:
+      return LayBezier<KurvoBezier, Coord>(memory, sizes);
+    case CV_RBEZIER:
+      return LayBezier<KurvoRBezier, HCoord>(memory, sizes);
+    case CV_BSPLINE:
+      return LaySpline<KurvoBSpline, Coord>(memory, sizes);
+    case CV_RBSPLINE:
+      return LaySpline<KurvoRBSpline, HCoord>(memory, sizes);
+    case CV_SEGCV:
+      return LayComposite(memory, sizes);
+    default:  // lines and arcs have no arrays
+      return;
+  }
+}
+
+}  // namespace
+
+std::optional<std::size_t> BlockBytes(int32_t type, const BlockSizes& sizes) {
+  static_assert(sizeof(std::size_t) >= 8, "int32_t counts of 48-byte elements need 64-bit sizes");
+  switch (type) {
+    case CV_LINE:
+    case CV_ARC:
+      return kBlockHeader;
+    case CV_BEZIER:
+      return BezierBytes(sizes.degree, sizeof(Coord));
+    case CV_RBEZIER:
+      return BezierBytes(sizes.degree, sizeof(HCoord));
+    case CV_BSPLINE:
+      return SplineBytes(sizes.order, sizes.count, sizeof(Coord));
+    case CV_RBSPLINE:
+      return SplineBytes(sizes.order, sizes.count, sizeof(HCoord));
+    case CV_SEGCV:
+      return CompositeBytes(sizes.count);
+    default:
+      return std::nullopt;
+  }
+}
+
+bool AllocateBlock(Curve& cv, int32_t type, const BlockSizes& sizes, std::size_t bytes) noexcept {
+  cv = Curve{};
+  void* block = std::malloc(bytes);
+  if (!block) return false;
+  cv.type = type;
+  cv.data = block;
+  LayOut(type, block, sizes);
+  return true;
+}
+
+}  // namespace kurvo

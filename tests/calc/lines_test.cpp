@@ -1,0 +1,142 @@
+// Points and lines.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <optional>
+
+#include "calc/support.h"
+
+namespace kurvo_test {
+namespace {
+
+TEST(ProjLine, FindsTheFootInSpace) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int i = 0; i < 1000; ++i) {
+    Globals g;
+    const Point start = random.Spatial(10);
+    const Point end = random.Spatial(10);
+    const double line[6] = {start[0], start[1], start[2], end[0], end[1], end[2]};
+    const Point p = random.Spatial(100);
+    Point foot;
+    KurvoclProjLine(p, line, foot, &g);
+    Point along;
+    Point aside;
+    Point from_start;
+    Point cross;
+    KurvoclSubVector(end, start, along);
+    KurvoclSubVector(p, foot, aside);
+    KurvoclSubVector(foot, start, from_start);
+    KurvoclOuterProduct(from_start, along, cross);
+    const double size = KurvoclVectorSize(along);
+    EXPECT_NEAR(KurvoclInnerProduct(aside, along) / size, 0, 1e-12);
+    EXPECT_NEAR(KurvoclVectorSize(cross) / size, 0, 1e-12);
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+  }
+}
+
+TEST(ProjLine, OfAShortLineIsItsStartWithoutAWarning) {
+  Globals g;
+  const double line[6] = {1, 2, 3, 1 + 1e-7, 2, 3};
+  Point foot;
+  KurvoclProjLine(Point{7, 8, 9}, line, foot, &g);
+  EXPECT_EQ(foot, (Point{1, 2, 3}));
+  EXPECT_EQ(KurvoErrGet(&g), 0);
+}
+
+TEST(OnLineSeg, Table) {
+  const struct {
+    const char* name;
+    Point p;
+    double segment[6];
+    int on;
+    std::optional<double> on_line;  // of the unbounded line, where it differs
+    double t;
+    int error;
+  } rows[] = {
+      {"middle", {1, 1, 0}, {0, 0, 0, 2, 2, 0}, 1, {}, .5, 0},
+      {"start", {3, 4, 0}, {3, 4, 0, 9, 4, 0}, 1, {}, 0, 0},
+      {"end", {9, 4, 0}, {3, 4, 0, 9, 4, 0}, 1, {}, 1, 0},
+      {"beyond the end", {2, 0, 0}, {0, 0, 0, 1, 0, 0}, 0, 1, 2, 0},
+      {"before the start", {-3, 0, 0}, {0, 0, 0, 1, 0, 0}, 0, 1, -3, 0},
+      {"just beyond the end", {1.0000005, 0, 0}, {0, 0, 0, 1, 0, 0}, 1, {}, 1.0000005, 0},
+      {"aside", {.25, 1e-3, 0}, {0, 0, 0, 1, 0, 0}, 0, {}, .25, 0},
+      {"in space, seen from above", {1, 1, 1}, {0, 0, 0, 2, 2, 2}, 1, {}, .5, 0},
+      {"its height counts for the foot", {1, 0, 3}, {0, 0, 0, 4, 0, 4}, 0, {}, .5, 0},
+      {"its height counts for nothing else", {1, 0, 3}, {0, 0, 0, 2, 0, 0}, 1, {}, .5, 0},
+      {"no length, at the point", {5, 6, 9}, {5, 6, 0, 5, 6, 0}, 1, {}, 0, KURVO_WARN_SHORT_VECTOR},
+      {"no length, elsewhere", {5, 7, 0}, {5, 6, 0, 5, 6, 0}, 0, {}, 0, KURVO_WARN_SHORT_VECTOR},
+      {"short", {5, 6, 0}, {5, 6, 0, 5 + 1e-7, 6, 0}, 1, {}, 0, KURVO_WARN_SHORT_VECTOR},
+      {"upright", {5, 6, 3}, {5, 6, 0, 5, 6, 4}, 1, {}, .75, 0},
+  };
+  for (const auto& row : rows) {
+    Globals g;
+    double t = kNaN;
+    EXPECT_EQ(KurvoclOnLineSeg(row.p, row.segment, &t, &g), row.on) << row.name;
+    EXPECT_NEAR(t, row.t, 4 * kUlp) << row.name;
+    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
+    KurvoErrReset(&g);
+    EXPECT_EQ(KurvoclOnLine(row.p, row.segment, &g), row.on_line.value_or(row.on)) << row.name;
+    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
+  }
+}
+
+TEST(OnLineSeg, OwnPointsAreOnIt) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  Globals g;
+  for (int i = 0; i < 2000; ++i) {
+    const Point s = random.Planar(100);
+    const Point e = random.Planar(100);
+    const double segment[6] = {s[0], s[1], 0, e[0], e[1], 0};
+    const double want = random.Uniform(0, 1);
+    const Point p = {s[0] + want * (e[0] - s[0]), s[1] + want * (e[1] - s[1]), 0};
+    double t;
+    EXPECT_EQ(KurvoclOnLineSeg(p, segment, &t, &g), 1);
+    EXPECT_NEAR(t, want, 1e-13 * 100 / KurvoclDistPoint(s, e));
+  }
+}
+
+TEST(IsLine, Table) {
+  const struct {
+    const char* name;
+    Point p0;
+    Point p1;
+    Point p2;
+    int line;
+  } rows[] = {
+      {"between", {0, 0, 0}, {1, 1, 0}, {2, 2, 0}, 1},
+      {"beyond", {0, 0, 0}, {2, 0, 0}, {1, 0, 0}, 1},
+      {"behind", {0, 0, 0}, {-1, 0, 0}, {1, 0, 0}, 0},
+      {"aside", {0, 0, 0}, {1, 1e-3, 0}, {2, 0, 0}, 0},
+      {"along the cut", {0, 0, 0}, {-1, 0, 0}, {-2, -0.0, 0}, 1},
+      {"across the cut", {0, 0, 0}, {-1, 1e-7, 0}, {-2, -1e-7, 0}, 1},
+      {"across the cut, other way", {0, 0, 0}, {-1, -1e-7, 0}, {-2, 1e-7, 0}, 1},
+      {"near in length, wide in angle", {0, 0, 0}, {2e-6, .9e-6, 0}, {1, 0, 0}, 0},
+      {"p0 and p1 the same", {0, 0, 0}, {0, 1e-7, 0}, {1, 0, 0}, 1},
+      {"p1 and p2 the same", {0, 0, 0}, {3, 4, 0}, {3, 4, 0}, 1},
+      {"p0 and p2 the same", {0, 0, 0}, {3, 4, 0}, {0, 0, 0}, 1},
+      {"heights do not matter", {0, 0, 5}, {1, 1, -7}, {2, 2, 9}, 1},
+  };
+  for (const auto& row : rows) {
+    Globals g;
+    EXPECT_EQ(KurvoclIsLine(row.p0, row.p1, row.p2, &g), row.line) << row.name;
+    EXPECT_EQ(KurvoErrGet(&g), 0) << row.name;
+    for (const double turn : {.7, 2.0, 3.1, 4.5}) {  // the answer turns with the points
+      Point q[3];
+      KurvofcRotateVector(row.p0, turn, q[0]);
+      KurvofcRotateVector(row.p1, turn, q[1]);
+      KurvofcRotateVector(row.p2, turn, q[2]);
+      EXPECT_EQ(KurvoclIsLine(q[0], q[1], q[2], &g), row.line) << row.name << " turned " << turn;
+    }
+  }
+}
+
+TEST(IsLine, WarnsWhenTheRayHasNoPlanarDirection) {
+  Globals g;
+  EXPECT_EQ(KurvoclIsLine(Point{0, 0, 0}, Point{1, 0, 0}, Point{0, 0, 1}, &g), 1);
+  EXPECT_EQ(KurvoErrGet(&g), KURVO_WARN_SHORT_VECTOR);
+}
+
+}  // namespace
+}  // namespace kurvo_test

@@ -1,0 +1,55 @@
+// What the tests of the planar calculus share: points by value, a fresh record, seeded numbers.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <initializer_list>
+#include <limits>
+#include <random>
+#include <string>
+
+#include "kurvo.h"
+
+namespace kurvo_test {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kUlp = std::numeric_limits<double>::epsilon();
+constexpr long double kPiL = 3.14159265358979323846264338327950288L;
+
+constexpr long double L(double x) { return static_cast<long double>(x); }
+
+// A Coord that copies.
+struct Point : std::array<double, 3> {
+  operator double*() { return data(); }
+  operator const double*() const { return data(); }
+};
+
+struct Globals : GlobalVar {
+  Globals() { KurvoInitGlobalVar(this); }
+  explicit Globals(double eps) : Globals() { KurvoclPushEpsilon(eps, this); }
+};
+
+// The same numbers on every run; KURVO_TEST_SEED chooses others.
+class Random {
+ public:
+  Random() {
+    if (const char* seed = std::getenv("KURVO_TEST_SEED")) seed_ = std::strtoull(seed, nullptr, 10);
+    engine_.seed(seed_);
+  }
+  double Uniform(double low, double high) {
+    return low + (high - low) * (static_cast<double>(engine_() >> 11) * 0x1p-53);
+  }
+  Point Planar(double size) { return {Uniform(-size, size), Uniform(-size, size), 0.0}; }
+  Point Spatial(double size) {
+    return {Uniform(-size, size), Uniform(-size, size), Uniform(-size, size)};
+  }
+  std::string Trace() const { return "KURVO_TEST_SEED=" + std::to_string(seed_); }
+
+ private:
+  uint64_t seed_ = 20240607;
+  std::mt19937_64 engine_;
+};
+
+}  // namespace kurvo_test

@@ -1,0 +1,180 @@
+// Rotation, scaling, mirroring and matrices, against vector formulas in long double.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "calc/support.h"
+
+namespace kurvo_test {
+namespace {
+
+struct Exact {
+  explicit Exact(const Point& p) : x(L(p[0])), y(L(p[1])), z(L(p[2])) {}
+  Exact(long double px, long double py, long double pz) : x(px), y(py), z(pz) {}
+  long double x;
+  long double y;
+  long double z;
+};
+Exact operator+(Exact a, Exact b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
+Exact operator-(Exact a, Exact b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+Exact operator*(long double s, Exact a) { return {s * a.x, s * a.y, s * a.z}; }
+long double Dot(Exact a, Exact b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+Exact Cross(Exact a, Exact b) {
+  return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+// v cos + (k x v) sin + k (k . v) (1 - cos): the vector form of a rotation about the unit vector k.
+Exact Rotated(Exact k, long double angle, Exact v) {
+  return std::cos(angle) * v + std::sin(angle) * Cross(k, v) +
+         (1 - std::cos(angle)) * Dot(k, v) * k;
+}
+
+void ExpectNear(const Point& got, Exact want, double bound) {
+  EXPECT_NEAR(got[0], static_cast<double>(want.x), bound);
+  EXPECT_NEAR(got[1], static_cast<double>(want.y), bound);
+  EXPECT_NEAR(got[2], static_cast<double>(want.z), bound);
+}
+
+Point UnitAxis(Random& random) {
+  Globals g;
+  Point axis = random.Spatial(1);
+  KurvoclUnitVector(axis, &g);
+  return axis;
+}
+
+TEST(RotateVector, TurnsAboutAnyUnitAxis) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int i = 0; i < 1000; ++i) {
+    const Point axis = UnitAxis(random);
+    const Point v = random.Spatial(100);
+    const double angle = random.Uniform(-10, 10);
+    Point out;
+    KurvoclRotateVector(axis, angle, v, out);
+    ExpectNear(out, Rotated(Exact(axis), L(angle), Exact(v)), 2000 * kUlp);
+    EXPECT_NEAR(KurvoclVectorSize(out), KurvoclVectorSize(v), 2000 * kUlp);
+    KurvofcRotateVector(v, angle, out);
+    ExpectNear(out, Rotated({0, 0, 1}, L(angle), Exact(v)), 1000 * kUlp);
+  }
+}
+
+TEST(RotateVector, TakesTheAxisAsItIs) {
+  Point out;
+  KurvoclRotateVector(Point{0, 0, 2}, M_PI / 2, Point{1, 1, 1}, out);
+  ExpectNear(out, {-2, 2, 4}, 8 * kUlp);
+}
+
+TEST(RotatePoint, TurnsAboutTheAxisThroughTheCentre) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int i = 0; i < 1000; ++i) {
+    const Point centre = random.Spatial(100);
+    const Point axis = UnitAxis(random);
+    const Point p = random.Spatial(100);
+    const double angle = random.Uniform(-10, 10);
+    Point out;
+    EXPECT_EQ(KurvoclRotatePoint(centre, axis, angle, p, out), out.data());
+    const Exact c(centre);
+    ExpectNear(out, c + Rotated(Exact(axis), L(angle), Exact(p) - c), 4000 * kUlp);
+  }
+}
+
+TEST(ScalePoint, ScalesUniformlyOrAlongADirection) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  Globals g;
+  for (int i = 0; i < 1000; ++i) {
+    const Point centre = random.Spatial(100);
+    const Point p = random.Spatial(100);
+    const Point dir = UnitAxis(random);
+    const double s = random.Uniform(-3, 3);
+    const Exact offset = Exact(p) - Exact(centre);
+    Point out;
+    EXPECT_EQ(KurvoclScalePoint(centre, Point{}, s, p, out, &g), out.data());
+    Exact want = Exact(centre) + L(s) * offset;
+    want.z = 0;
+    ExpectNear(out, want, 4000 * kUlp);
+    KurvoclScalePoint(centre, dir, s, p, out, &g);
+    want = Exact(p) + L(s - 1) * Dot(offset, Exact(dir)) * Exact(dir);
+    want.z = 0;
+    ExpectNear(out, want, 8000 * kUlp);
+  }
+  EXPECT_EQ(KurvoErrGet(&g), 0);
+}
+
+TEST(MirrorPoint, KeepsTheLineAndSwapsItsSides) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  Globals g;
+  for (int i = 0; i < 1000; ++i) {
+    const Point base = random.Planar(100);
+    const Point normal = random.Planar(5);
+    const Point p = random.Planar(100);
+    Point mirrored;
+    Point back;
+    KurvoclMirrorPoint(base, normal, p, mirrored, &g);
+    KurvoclMirrorPoint(base, normal, mirrored, back, &g);
+    ExpectNear(back, Exact(p), 4000 * kUlp);
+    const Exact n(normal);
+    const Exact middle = .5L * (Exact(p) + Exact(mirrored));
+    const double size = KurvoclVectorSize(normal);
+    EXPECT_NEAR(static_cast<double>(Dot(middle - Exact(base), n)) / size, 0, 4000 * kUlp);
+    const long double along = Cross(Exact(mirrored) - Exact(p), n).z;
+    EXPECT_NEAR(static_cast<double>(along) / size, 0, 4000 * kUlp);
+  }
+  EXPECT_EQ(KurvoErrGet(&g), 0);
+}
+
+TEST(MirrorPoint, DropsZAndWarnsOfAZeroNormal) {
+  Globals g;
+  Point out;
+  KurvoclMirrorPoint(Point{}, Point{0, 2, 0}, Point{1, 1, 7}, out, &g);
+  EXPECT_EQ(out, (Point{1, -1, 0}));
+  KurvoclMirrorPoint(Point{}, Point{0, 1e-7, 0}, Point{1, 1, 7}, out, &g);
+  EXPECT_EQ(out, (Point{1, 1, 0}));
+  EXPECT_EQ(KurvoErrGet(&g), KURVO_WARN_SHORT_VECTOR);
+}
+
+TEST(TransPoint, ReadsThreeRowsOfAMatrixStoredByColumns) {
+  const double matrix[16] = {2, 3, 5, kNaN, 7, 11, 13, kNaN, 17, 19, 23, kNaN, 29, 31, 37, kNaN};
+  Point out;
+  KurvoclTransPoint(matrix, Point{1, 10, 100}, out);
+  EXPECT_EQ(out, (Point{2 + 70 + 1700 + 29, 3 + 110 + 1900 + 31, 5 + 130 + 2300 + 37}));
+}
+
+// Each transforms p into out; what it reads besides p may not change either.
+TEST(Transforms, MayReplaceTheirPoint) {
+  void (*const in_place[])(const double* p, double* out, GlobalVar* g) = {
+      [](const double* p, double* out, GlobalVar* g) {
+        KurvoclScalePoint(Point{1, 2, 0}, Point{}, 3, p, out, g);
+      },
+      [](const double* p, double* out, GlobalVar* g) {
+        KurvoclScalePoint(Point{1, 2, 0}, Point{.6, .8, 0}, 3, p, out, g);
+      },
+      [](const double* p, double* out, GlobalVar* g) {
+        KurvoclMirrorPoint(Point{1, 2, 0}, Point{.6, .8, 0}, p, out, g);
+      },
+      [](const double* p, double* out, GlobalVar* g) {
+        KurvoclMirrorPoint(p, Point{.6, .8, 0}, Point{1, 2, 0}, out, g);
+      },
+      [](const double* p, double* out, GlobalVar* g) {
+        const double line[6] = {1, 2, 3, 7, 5, 4};
+        KurvoclProjLine(p, line, out, g);
+      },
+      [](const double* p, double* out, GlobalVar* g) {
+        KurvofcRPPcirc(50, p, Point{1, 2, 0}, out, 0, g);
+      },
+  };
+  for (const auto transform : in_place) {
+    Globals g;
+    const Point p = {11, -7, 5};
+    Point apart = {kNaN, kNaN, kNaN};
+    Point same = p;
+    transform(p, apart, &g);
+    transform(same, same, &g);
+    EXPECT_EQ(same, apart) << "transform " << (&transform - in_place);
+  }
+}
+
+}  // namespace
+}  // namespace kurvo_test

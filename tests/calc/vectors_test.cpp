@@ -1,0 +1,154 @@
+// Vector arithmetic, lengths and directions.
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+
+#include "calc/support.h"
+
+namespace kurvo_test {
+namespace {
+
+TEST(Vectors, ArithmeticUsesEveryComponent) {
+  const Point a = {2, 3, 5};
+  const Point b = {7, 11, 17};
+  Point out;
+  KurvoclCopyVector(a, out);
+  EXPECT_EQ(out, a);
+  KurvoclSubVector(a, b, out);
+  EXPECT_EQ(out, (Point{-5, -8, -12}));
+  KurvoclSclVector(-3, a, out);
+  EXPECT_EQ(out, (Point{-6, -9, -15}));
+  KurvoclOuterProduct(a, b, out);
+  EXPECT_EQ(out, (Point{3 * 17 - 5 * 11, 5 * 7 - 2 * 17, 2 * 11 - 7 * 3}));
+  EXPECT_EQ(KurvoclInnerProduct(a, b), 2 * 7 + 3 * 11 + 5 * 17);
+  EXPECT_EQ(KurvoclVectorSize(Point{2, -3, 6}), 7);
+  EXPECT_EQ(KurvoclDistPoint(Point{0, 0, 5}, Point{3, 4, -5}), 5);
+  KurvoclSetCoord(out, 1, 2, 3);
+  EXPECT_EQ(out, (Point{1, 2, 3}));
+  std::array<double, 4> weighted;
+  KurvoclSetHCoord(weighted.data(), 1, 2, 3, 4);
+  EXPECT_EQ(weighted, (std::array<double, 4>{1, 2, 3, 4}));
+}
+
+TEST(Vectors, MayBeReplacedInPlace) {
+  Point a = {2, 3, 5};
+  KurvoclSubVector(a, Point{1, 1, 1}, a);
+  EXPECT_EQ(a, (Point{1, 2, 4}));
+  KurvoclSubVector(Point{1, 1, 1}, a, a);
+  EXPECT_EQ(a, (Point{0, -1, -3}));
+  KurvoclSclVector(2, a, a);
+  EXPECT_EQ(a, (Point{0, -2, -6}));
+  KurvoclSubVector(a, a, a);
+  EXPECT_EQ(a, (Point{0, 0, 0}));
+}
+
+TEST(Fabs, ClearsTheSignBitAndNothingElse) {
+  const uint64_t rows[] = {0x8000000000000000, 0xBFF0000000000000, 0xFFF8000000ABCDEF,
+                           0xFFF0000000000000, 0x7FF8000000001234, 1};
+  for (const uint64_t bits : rows) {
+    const double result = KurvoclFabs(std::bit_cast<double>(bits));
+    EXPECT_EQ(std::bit_cast<uint64_t>(result), bits & 0x7FFFFFFFFFFFFFFFu);
+  }
+}
+
+TEST(UnitVector, HasLengthOneAndTheSameDirection) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int i = 0; i < 1000; ++i) {
+    Globals g;
+    const Point v = random.Spatial(std::pow(10.0, random.Uniform(-5, 9)));
+    Point u = v;
+    KurvoclUnitVector(u, &g);
+    EXPECT_NEAR(KurvoclVectorSize(u), 1, 4 * kUlp);
+    EXPECT_NEAR(KurvoclInnerProduct(u, v) / KurvoclVectorSize(v), 1, 8 * kUlp);
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+  }
+}
+
+TEST(UnitVector, DividesAndDoesNotMultiplyByAReciprocal) {
+  Globals g;
+  Point v = {3, 4, 0};
+  KurvoclUnitVector(v, &g);
+  EXPECT_EQ(v, (Point{.6, .8, 0}));
+}
+
+TEST(UnitVector, OfAShortVectorIsZeroWithAWarning) {
+  Globals g;
+  Point v = {.8e-6, -.8e-6, 0};  // longer than epsilon, but not in any component
+  KurvoclUnitVector(v, &g);
+  EXPECT_EQ(v, (Point{0, 0, 0}));
+  EXPECT_EQ(KurvoErrGet(&g), KURVO_WARN_SHORT_VECTOR);
+  EXPECT_EQ(KurvoOk(&g), 1);
+}
+
+// The angle between a and b from its tangent |a x b| / a . b.
+long double AngleByProducts(const Point& a, const Point& b) {
+  const long double cross = L(a[0]) * L(b[1]) - L(a[1]) * L(b[0]);
+  const long double dot = L(a[0]) * L(b[0]) + L(a[1]) * L(b[1]);
+  return std::atan2(std::fabs(cross), dot);
+}
+
+TEST(VectorAngle, IsTheUnsignedPlanarAngle) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  Globals g;
+  EXPECT_EQ(KurvoclVectorAngle(Point{1, 0, 0}, Point{-1, 0, 0}, &g), M_PI);
+  EXPECT_EQ(KurvoclVectorAngle(Point{-1, -0.0, 0}, Point{-1, 0, 0}, &g), 0);
+  for (int i = 0; i < 2000; ++i) {
+    const Point a = random.Spatial(3);
+    const Point b = random.Spatial(1e3);
+    const double want = static_cast<double>(AngleByProducts(a, b));
+    EXPECT_NEAR(KurvoclVectorAngle(a, b, &g), want, 16 * kUlp);
+    EXPECT_EQ(KurvoclParaVector(a, b, &g), int{want < 1e-6 || want > M_PI - 1e-6});
+  }
+}
+
+TEST(ParaVector, HoldsForEveryDirectionAndItsOpposite) {
+  Globals g;
+  for (int degrees = -180; degrees <= 180; ++degrees) {
+    const double angle = degrees * M_PI / 180;
+    const Point a = {std::cos(angle), std::sin(angle), 0};
+    const Point opposite = {-2 * a[0], -2 * a[1], 9};
+    const Point across = {-a[1], a[0], 0};
+    EXPECT_EQ(KurvoclParaVector(a, a, &g), 1) << degrees;
+    EXPECT_EQ(KurvoclParaVector(a, opposite, &g), 1) << degrees;
+    EXPECT_EQ(KurvoclParaVector(opposite, a, &g), 1) << degrees;
+    EXPECT_EQ(KurvoclParaVector(a, across, &g), 0) << degrees;
+  }
+}
+
+// With a wide epsilon a clockwise angle beyond 0.0001 counts as nearly a full turn, so only the
+// counter-clockwise one is within epsilon; VectorAngle takes epsilon for the same step.
+TEST(ParaVector, KeepsItsOwnSlackBelowZero) {
+  Globals g(.01);
+  const Point x = {1, 0, 0};
+  EXPECT_EQ(KurvoclParaVector(x, Point{1, .005, 0}, &g), 1);
+  EXPECT_EQ(KurvoclParaVector(x, Point{1, -.005, 0}, &g), 0);
+  EXPECT_EQ(KurvoclParaVector(x, Point{1, -.00009, 0}, &g), 1);
+  EXPECT_LT(KurvoclVectorAngle(x, Point{1, -.005, 0}, &g), 0);
+}
+
+TEST(SameVector, ComparesSpatialLengthAndPlanarDirection) {
+  Globals g;
+  const struct {
+    Point a;
+    Point b;
+    int same;
+  } rows[] = {
+      {{1, 1e-7, 0}, {1, -1e-7, 0}, 1},
+      {{-1, 1e-9, 0}, {-1, -1e-9, 0}, 1},  // on either side of the cut
+      {{1, 0, 0}, {0, 1, 0}, 0},
+      {{1, 0, 0}, {-1, 0, 0}, 0},
+      {{3, 4, 0}, {3, 4, 1}, 0},
+      {{3, 4, 2}, {3, 4, -2}, 1},
+      {{1, 0, 0}, {2, 0, 0}, 0},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(KurvoclSameVector(row.a, row.b, &g), row.same) << row.b[0] << ' ' << row.b[1];
+    EXPECT_EQ(KurvoclSameVector(row.b, row.a, &g), row.same) << row.b[0] << ' ' << row.b[1];
+  }
+}
+
+}  // namespace
+}  // namespace kurvo_test

@@ -1,0 +1,35 @@
+// Points of the plane and affine maps of it.
+#pragma once
+
+namespace kurvo::tools {
+
+struct Point {
+  double x = 0;
+  double y = 0;
+};
+
+inline Point operator+(Point p, Point q) { return {p.x + q.x, p.y + q.y}; }
+inline Point operator-(Point p, Point q) { return {p.x - q.x, p.y - q.y}; }
+inline Point operator*(double s, Point p) { return {s * p.x, s * p.y}; }
+inline double Dot(Point p, Point q) { return p.x * q.x + p.y * q.y; }
+inline double Cross(Point p, Point q) { return p.x * q.y - p.y * q.x; }
+
+// x' = a x + c y + e, y' = b x + d y + f; the order of the six numbers of an SVG matrix().
+struct Affine {
+  double a = 1, b = 0, c = 0, d = 1, e = 0, f = 0;
+
+  Point Apply(Point p) const { return {a * p.x + c * p.y + e, b * p.x + d * p.y + f}; }
+  Point ApplyToVector(Point v) const { return {a * v.x + c * v.y, b * v.x + d * v.y}; }
+  double Determinant() const { return a * d - b * c; }
+};
+
+// The map that applies `inner` first.
+Affine operator*(const Affine& outer, const Affine& inner);
+
+Affine Translation(double dx, double dy);
+Affine Scaling(double sx, double sy);
+Affine Rotation(double degrees);
+Affine SkewX(double degrees);
+Affine SkewY(double degrees);
+
+}  // namespace kurvo::tools

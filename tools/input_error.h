@@ -1,0 +1,30 @@
+// What is thrown when the input cannot be read.
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace kurvo::tools {
+
+// A drawing that cannot be read; the message names file, element and offset on one line.
+class InputError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// A fault in one element; the reader adds the file and the name of the element.
+class ElementError : public std::runtime_error {
+ public:
+  explicit ElementError(const std::string& problem) : std::runtime_error(problem) {}
+  // In the value of an attribute, `offset` bytes from its start.
+  ElementError(std::string_view attribute, std::size_t offset, const std::string& problem)
+      : std::runtime_error("offset " + std::to_string(offset) + " in " + std::string(attribute) +
+                           ": " + problem) {}
+};
+
+// `text` on one line and of bearable length: control characters become '?'.
+std::string Printable(std::string_view text);
+
+}  // namespace kurvo::tools

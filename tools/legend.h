@@ -1,0 +1,60 @@
+// The colours of a picture and the legend that explains them.
+#pragma once
+
+#include <kurvo.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "affine.h"
+#include "svg_text.h"
+
+namespace kurvo::tools {
+
+struct CurveStyle {
+  int type;
+  std::string_view name;
+  std::string_view colour;
+};
+
+inline constexpr CurveStyle kCurveStyles[] = {{CV_LINE, "line", "#334155"},
+                                              {CV_ARC, "arc", "#d95f02"},
+                                              {CV_BEZIER, "Bezier", "#1d5fd1"},
+                                              {CV_RBEZIER, "rational Bezier", "#0b8a5b"}};
+inline constexpr std::string_view kControlColour = "#94a3b8";
+inline constexpr std::string_view kBoxColour = "#c4b5a0";
+inline constexpr std::string_view kPointColour = "#111827";
+inline constexpr std::string_view kFillColour = "#eef2f7";
+
+struct LegendEntry {
+  enum class Mark { kCurve, kControl, kPoint, kBox };
+
+  Mark mark;
+  std::string_view colour;
+  std::string text;
+};
+
+// Entries from left to right, in as many rows as the width takes.
+class Legend {
+ public:
+  Legend(std::vector<LegendEntry> entries, double width, double pixel);
+
+  double Height() const;
+  void Write(Point top_left, SvgText& out) const;
+
+ private:
+  struct Placed {
+    LegendEntry entry;
+    double x;
+    int row;
+  };
+
+  void WriteMark(const LegendEntry& entry, Point left, SvgText& out) const;
+
+  std::vector<Placed> placed_;
+  int rows_ = 0;
+  double pixel_;
+};
+
+}  // namespace kurvo::tools

@@ -1,0 +1,146 @@
+#include "library.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <new>
+#include <string>
+
+namespace kurvo::tools {
+namespace {
+
+std::string ErrorText(int code) {
+  char text[80];
+  std::snprintf(text, sizeof text, "the library reports error 0x%06X%s",
+                static_cast<unsigned>(code), code == KURVO_ERR_MEMORY ? " (out of memory)" : "");
+  return text;
+}
+
+void Put(Coord out, Point p) { KurvoclSetCoord(out, p.x, p.y, 0); }
+
+Point Take(const Coord p) { return {p[0], p[1]}; }
+
+}  // namespace
+
+LibraryError::LibraryError(int code) : std::runtime_error(ErrorText(code)) {}
+
+void Library::Check() const {
+  if (!KurvoOk(&state_)) throw LibraryError(KurvoErrGet(&state_));
+}
+
+void* OwnedCurve::Allocate(int type, int degree) {
+  void* block = KurvocvMallocCurve(&curve_, type, degree);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
+OwnedCurve OwnedCurve::Line(Point start, Point end) {
+  OwnedCurve curve;
+  auto* line = static_cast<KurvoLine*>(curve.Allocate(CV_LINE, 0));
+  Put(line->start, start);
+  Put(line->end, end);
+  return curve;
+}
+
+OwnedCurve OwnedCurve::Arc(Point centre, double radius, bool counter_clockwise, Point start,
+                           Point end) {
+  OwnedCurve curve;
+  auto* arc = static_cast<KurvoArc*>(curve.Allocate(CV_ARC, 0));
+  arc->radius = radius;
+  Put(arc->centre, centre);
+  KurvoclSetCoord(arc->normal, 0, 0, counter_clockwise ? 1 : -1);
+  Put(arc->start, start);
+  Put(arc->end, end);
+  return curve;
+}
+
+OwnedCurve OwnedCurve::Quadratic(Point p0, Point p1, Point p2) {
+  OwnedCurve curve;
+  auto* bezier = static_cast<KurvoBezier*>(curve.Allocate(CV_BEZIER, 2));
+  Put(bezier->points[0], p0);
+  Put(bezier->points[1], p1);
+  Put(bezier->points[2], p2);
+  return curve;
+}
+
+OwnedCurve OwnedCurve::Cubic(Point p0, Point p1, Point p2, Point p3) {
+  OwnedCurve curve;
+  auto* bezier = static_cast<KurvoBezier*>(curve.Allocate(CV_BEZIER, 3));
+  Put(bezier->points[0], p0);
+  Put(bezier->points[1], p1);
+  Put(bezier->points[2], p2);
+  Put(bezier->points[3], p3);
+  return curve;
+}
+
+OwnedCurve OwnedCurve::RationalQuadratic(Point p0, Point p1, double weight1, Point p2) {
+  OwnedCurve curve;
+  auto* bezier = static_cast<KurvoRBezier*>(curve.Allocate(CV_RBEZIER, 2));
+  KurvoclSetHCoord(bezier->points[0], p0.x, p0.y, 0, 1);
+  KurvoclSetHCoord(bezier->points[1], p1.x, p1.y, 0, weight1);
+  KurvoclSetHCoord(bezier->points[2], p2.x, p2.y, 0, 1);
+  return curve;
+}
+
+Point PositionOf(Library& library, const OwnedCurve& curve, double t) {
+  Coord p;
+  KurvocvPosition(curve.Get(), t, p, library.State());
+  library.Check();
+  return Take(p);
+}
+
+Point StartOf(Library& library, const OwnedCurve& curve) {
+  Coord p = {0, 0, 0};
+  KurvocvStartPoint(curve.Get(), p, library.State());
+  library.Check();
+  return Take(p);
+}
+
+Point EndOf(Library& library, const OwnedCurve& curve) {
+  Coord p = {0, 0, 0};
+  KurvocvEndPoint(curve.Get(), p, library.State());
+  library.Check();
+  return Take(p);
+}
+
+int DegreeOf(Library& library, const OwnedCurve& curve) {
+  const int degree = KurvocvDegree(curve.Get(), library.State());
+  library.Check();
+  return degree;
+}
+
+bool IsPoint(Library& library, const OwnedCurve& curve) {
+  Coord p;
+  const bool is_point = KurvocvDegenerate(curve.Get(), p, library.State()) == 1;
+  library.Check();
+  return is_point;
+}
+
+Bounds BoundsOf(Library& library, const OwnedCurve& curve) {
+  Box box = {0, 0, 0, 0, 0, 0};
+  KurvocvBoundBox(curve.Get(), box, library.State());
+  library.Check();
+  return {box[0], box[1], box[3], box[4]};
+}
+
+void Bounds::Add(Point p) { Add(Bounds{p.x, p.y, p.x, p.y}); }
+
+void Bounds::Add(const Bounds& other) {
+  if (other.IsEmpty()) return;
+  if (IsEmpty()) {
+    *this = other;
+    return;
+  }
+  min_x = std::min(min_x, other.min_x);
+  min_y = std::min(min_y, other.min_y);
+  max_x = std::max(max_x, other.max_x);
+  max_y = std::max(max_y, other.max_y);
+}
+
+void Bounds::Grow(double margin) {
+  min_x -= margin;
+  min_y -= margin;
+  max_x += margin;
+  max_y += margin;
+}
+
+}  // namespace kurvo::tools

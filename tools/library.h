@@ -1,0 +1,89 @@
+// The library's records as C++ values: they free themselves, and errors become exceptions.
+#pragma once
+
+#include <kurvo.h>
+
+#include <stdexcept>
+#include <utility>
+
+#include "affine.h"
+
+namespace kurvo::tools {
+
+// An error code of the library: a fault of this program or of the machine, not of the input.
+class LibraryError : public std::runtime_error {
+ public:
+  explicit LibraryError(int code);
+};
+
+// The tolerances and the error state of one thread.
+class Library {
+ public:
+  Library() { KurvoInitGlobalVar(&state_); }
+  Library(const Library&) = delete;
+  Library& operator=(const Library&) = delete;
+
+  GlobalVar* State() { return &state_; }
+  // Throws LibraryError when an error is pending.
+  void Check() const;
+
+ private:
+  GlobalVar state_;
+};
+
+// One curve record and its data block.
+class OwnedCurve {
+ public:
+  OwnedCurve() { KurvocvInitCurve(&curve_); }
+  OwnedCurve(OwnedCurve&& other) noexcept : curve_(other.curve_) {
+    KurvocvInitCurve(&other.curve_);
+  }
+  OwnedCurve& operator=(OwnedCurve&& other) noexcept {
+    std::swap(curve_, other.curve_);
+    return *this;
+  }
+  ~OwnedCurve() { KurvocvFreeCurve(&curve_); }
+
+  const Curve* Get() const { return &curve_; }
+  int Type() const { return curve_.type; }
+
+  static OwnedCurve Line(Point start, Point end);
+  static OwnedCurve Arc(Point centre, double radius, bool counter_clockwise, Point start,
+                        Point end);
+  static OwnedCurve Quadratic(Point p0, Point p1, Point p2);
+  static OwnedCurve Cubic(Point p0, Point p1, Point p2, Point p3);
+  // Of degree 2, with outer weights 1.
+  static OwnedCurve RationalQuadratic(Point p0, Point p1, double weight1, Point p2);
+
+ private:
+  // The new data block; throws std::bad_alloc.
+  void* Allocate(int type, int degree);
+
+  Curve curve_;
+};
+
+// Wrappers of the queries; each throws LibraryError.
+Point PositionOf(Library& library, const OwnedCurve& curve, double t);
+Point StartOf(Library& library, const OwnedCurve& curve);
+Point EndOf(Library& library, const OwnedCurve& curve);
+int DegreeOf(Library& library, const OwnedCurve& curve);
+bool IsPoint(Library& library, const OwnedCurve& curve);
+
+// An axis-parallel rectangle, empty at first.
+struct Bounds {
+  double min_x = 1;
+  double min_y = 1;
+  double max_x = -1;
+  double max_y = -1;
+
+  bool IsEmpty() const { return min_x > max_x; }
+  double Width() const { return max_x - min_x; }
+  double Height() const { return max_y - min_y; }
+  void Add(Point p);
+  void Add(const Bounds& other);
+  void Grow(double margin);
+};
+
+Bounds BoundsOf(Library& library, const OwnedCurve& curve);
+
+}  // namespace kurvo::tools

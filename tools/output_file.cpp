@@ -1,0 +1,78 @@
+#include "output_file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <stdexcept>
+
+#include "input_error.h"
+
+namespace kurvo::tools {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMaxAttempts = 1000;  // names tried for the temporary file
+
+[[noreturn]] void Fail(const std::string& path, int error) {
+  throw std::runtime_error(Printable(path) + ": cannot be written: " + std::strerror(error));
+}
+
+// A new file beside its target; removed again unless it was kept.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const fs::path& target) {
+    for (int i = 0; i < kMaxAttempts && file_ == nullptr; ++i) {
+      path_ = target;
+      path_ += ".part" + std::to_string(i);
+      file_ = std::fopen(path_.c_str(), "wbx");
+      if (file_ == nullptr && errno != EEXIST) break;
+    }
+    if (file_ == nullptr) Fail(target.string(), errno);
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() {
+    if (file_ != nullptr) std::fclose(file_);
+    if (!kept_) std::remove(path_.c_str());
+  }
+
+  void Write(std::string_view content) {
+    if (std::fwrite(content.data(), 1, content.size(), file_) != content.size()) {
+      Fail(path_.string(), errno);
+    }
+    const int status = std::fclose(file_);
+    file_ = nullptr;
+    if (status != 0) Fail(path_.string(), errno);
+  }
+
+  void KeepAs(const fs::path& target) {
+    std::error_code error;
+    fs::rename(path_, target, error);
+    if (error) Fail(target.string(), error.value());
+    kept_ = true;
+  }
+
+ private:
+  fs::path path_;
+  std::FILE* file_ = nullptr;
+  bool kept_ = false;
+};
+
+}  // namespace
+
+void WriteWholeFile(const std::string& path, std::string_view content) {
+  std::error_code error;
+  if (fs::exists(path, error) && !fs::is_regular_file(path, error)) {
+    throw std::runtime_error(Printable(path) + ": cannot be written: not a regular file");
+  }
+  // A link stays a link: what it points at is replaced.
+  const fs::path target = fs::weakly_canonical(path, error);
+  if (error) Fail(path, error.value());
+  TemporaryFile file(target);
+  file.Write(content);
+  file.KeepAs(target);
+}
+
+}  // namespace kurvo::tools

@@ -1,0 +1,38 @@
+// An SVG file as a tree of elements, with an index of ids and a name for every shape.
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <pugixml.hpp>
+#include <string>
+#include <string_view>
+
+namespace kurvo::tools {
+
+class SvgDocument {
+ public:
+  // Throws InputError when the file cannot be read or is no SVG drawing.
+  explicit SvgDocument(const std::string& path);
+
+  pugi::xml_node Root() const { return tree_.document_element(); }
+  const std::string& Path() const { return path_; }
+
+  // The name of an element without its namespace prefix; empty when it is not of SVG.
+  std::string_view LocalName(const pugi::xml_node& element) const;
+  // The element with that id; empty when there is none.
+  pugi::xml_node ById(std::string_view id) const;
+  // "path#id", or "path[3]" for the third path of the file.
+  std::string Label(const pugi::xml_node& element) const;
+
+ private:
+  void Parse(const std::string& bytes);
+  void IndexElements();
+
+  std::string path_;
+  pugi::xml_document tree_;
+  std::string prefix_;  // "svg:" where the file names its elements so
+  std::map<std::string, pugi::xml_node, std::less<>> by_id_;
+  std::map<std::ptrdiff_t, int> ordinals_;  // by offset in the file: among elements of its name
+};
+
+}  // namespace kurvo::tools

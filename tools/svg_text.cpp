@@ -1,0 +1,89 @@
+#include "svg_text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "number_text.h"
+
+namespace kurvo::tools {
+namespace {
+
+constexpr int kMaxDecimals = 15;
+constexpr int kDigits = 6;  // of the extent
+
+int DecimalsFor(double extent) {
+  if (!(extent > 0)) return kDigits;
+  const double decimals = kDigits - std::floor(std::log10(extent));
+  return static_cast<int>(std::clamp(decimals, 0.0, static_cast<double>(kMaxDecimals)));
+}
+
+}  // namespace
+
+SvgText::SvgText(double extent) : decimals_(DecimalsFor(extent)) {}
+
+std::string SvgText::Number(double value) const { return FixedNumber(value, decimals_); }
+
+std::string SvgText::Attribute(std::string_view name, double value) const {
+  return std::string(name) + "=\"" + Number(value) + "\"";
+}
+
+std::string SvgText::Pair(Point p) const { return Number(p.x) + " " + Number(p.y); }
+
+void SvgText::Open(const Bounds& view, double size) {
+  const double scale = size / std::max(view.Width(), view.Height());
+  const auto pixels = [scale](double length) {
+    return FixedNumber(std::max(1.0, std::round(length * scale)), 0);
+  };
+  text_ += "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + pixels(view.Width()) +
+           "\" height=\"" + pixels(view.Height()) + "\" viewBox=\"" +
+           Pair({view.min_x, view.min_y}) + " " + Pair({view.Width(), view.Height()}) + "\">\n";
+}
+
+void SvgText::Close() { text_ += "</svg>\n"; }
+
+void SvgText::OpenGroup(std::string_view attributes) {
+  text_ += "<g " + std::string(attributes) + ">\n";
+}
+
+void SvgText::CloseGroup() { text_ += "</g>\n"; }
+
+void SvgText::Path(std::string_view data, std::string_view attributes) {
+  if (data.empty()) return;
+  text_ += "<path d=\"" + std::string(data) + "\"";
+  if (!attributes.empty()) text_ += " " + std::string(attributes);
+  text_ += "/>\n";
+}
+
+void SvgText::Circle(Point centre, double radius) {
+  text_ += "<circle " + Attribute("cx", centre.x) + " " + Attribute("cy", centre.y) + " " +
+           Attribute("r", radius) + "/>\n";
+}
+
+void SvgText::Text(Point baseline, std::string_view text) {
+  text_ += "<text " + Attribute("x", baseline.x) + " " + Attribute("y", baseline.y) + ">" +
+           std::string(text) + "</text>\n";
+}
+
+std::string SvgText::Polyline(const std::vector<Point>& points) const {
+  std::string data;
+  for (const Point p : points) data += (data.empty() ? "M" : "L") + Pair(p);
+  return data;
+}
+
+std::string SvgText::Square(Point centre, double half_side) const {
+  return Rectangle(
+      {centre.x - half_side, centre.y - half_side, centre.x + half_side, centre.y + half_side});
+}
+
+std::string SvgText::Cross(Point centre, double half_length) const {
+  return Polyline({centre - Point{half_length, 0}, centre + Point{half_length, 0}}) +
+         Polyline({centre - Point{0, half_length}, centre + Point{0, half_length}});
+}
+
+std::string SvgText::Rectangle(const Bounds& box) const {
+  return "M" + Pair({box.min_x, box.min_y}) + "H" + Number(box.max_x) + "V" + Number(box.max_y) +
+         "H" + Number(box.min_x) + "Z";
+}
+
+}  // namespace kurvo::tools
