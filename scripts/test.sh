@@ -3,8 +3,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# The last two are what the client's tests read icons from and compare pictures with.
+# The last three are what the client's tests read icons from and compare pictures with.
 scripts/install_packages.sh g++ cmake ninja-build pkgconf libgtest-dev libpugixml-dev libcli11-dev \
-  adwaita-icon-theme librsvg2-bin
+  adwaita-icon-theme librsvg2-bin libpng-dev
 
 cmake --workflow --preset dev

@@ -35,7 +35,7 @@ double ReadUnit(TextScanner& in, Axis axis, const Viewport& viewport) {
   for (const Unit& unit : kUnits) {
     if (unit.name == name) return unit.size;
   }
-  in.FailAt(offset, "unknown unit '" + Printable(name) + "'");
+  in.FailAt(offset, "unknown unit '" + Excerpt(name) + "'");
 }
 
 std::string_view Trimmed(std::string_view text) {
@@ -112,7 +112,7 @@ std::string StyleProperty(const pugi::xml_node& element, std::string_view name) 
 }
 
 std::string Property(const pugi::xml_node& element, std::string_view name) {
-  const std::string styled = StyleProperty(element, name);
+  std::string styled = StyleProperty(element, name);
   if (!styled.empty()) return styled;
   return std::string(Trimmed(element.attribute(std::string(name).c_str()).value()));
 }

@@ -2,14 +2,17 @@
 
 namespace kurvo::tools {
 
-std::string Printable(std::string_view text) {
-  constexpr std::size_t kLongest = 80;
-  std::string line(text.substr(0, kLongest));
+std::string OneLine(std::string_view text) {
+  std::string line(text);
   for (char& c : line) {
     if (static_cast<unsigned char>(c) < ' ' || c == '\x7f') c = '?';
   }
-  if (text.size() > kLongest) line += "...";
   return line;
+}
+
+std::string Excerpt(std::string_view text) {
+  constexpr std::size_t kLongest = 80;
+  return OneLine(text.substr(0, kLongest)) + (text.size() > kLongest ? "..." : "");
 }
 
 }  // namespace kurvo::tools

@@ -1,5 +1,6 @@
 #include "legend.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kurvo::tools {
@@ -14,6 +15,7 @@ constexpr double kIndent = 24;
 constexpr double kMarkWidth = 28;
 constexpr double kMarkSpace = 7;
 constexpr double kEntrySpace = 22;
+constexpr double kBoxHalfHeight = 6;
 constexpr double kTextDrop = 5;  // of the base line below the middle of the row
 
 double EntryWidth(const LegendEntry& entry) {
@@ -22,55 +24,57 @@ double EntryWidth(const LegendEntry& entry) {
 
 }  // namespace
 
-Legend::Legend(std::vector<LegendEntry> entries, double width, double pixel) : pixel_(pixel) {
+double LeastLegendWidth(const std::vector<LegendEntry>& entries) {
+  double widest = 0;
+  for (const LegendEntry& entry : entries) widest = std::max(widest, EntryWidth(entry));
+  return widest + 2 * kIndent;
+}
+
+Legend::Legend(std::vector<LegendEntry> entries, double width) {
   double x = kIndent;
   for (LegendEntry& entry : entries) {
     const double entry_width = EntryWidth(entry);
-    const bool starts_row = rows_ == 0 || (x + entry_width) * pixel > width;
-    if (starts_row) {
+    if (rows_ == 0 || x + entry_width > width) {
       x = kIndent;
       ++rows_;
     }
-    placed_.push_back({std::move(entry), x, rows_ - 1});
+    placed_.push_back({std::move(entry), {x, (rows_ - 0.5) * kRowHeight}});
     x += entry_width + kEntrySpace;
   }
 }
 
-double Legend::Height() const { return (rows_ * kRowHeight + kBottomSpace) * pixel_; }
+double Legend::Height() const { return rows_ * kRowHeight + kBottomSpace; }
 
-void Legend::Write(Point top_left, SvgText& out) const {
-  out.OpenGroup("font-family=\"sans-serif\" fill=\"#334155\" " +
-                out.Attribute("font-size", kFontSize * pixel_));
+void Legend::Write(Point top_left, double pixel, SvgText& out) const {
+  out.OpenPixelGroup(
+      top_left, pixel,
+      "font-family=\"sans-serif\" fill=\"#334155\" " + out.Attribute("font-size", kFontSize));
   for (const Placed& placed : placed_) {
-    const Point left = top_left + pixel_ * Point{placed.x, (placed.row + 0.5) * kRowHeight};
-    WriteMark(placed.entry, left, out);
-    out.Text(left + pixel_ * Point{kMarkWidth + kMarkSpace, kTextDrop}, placed.entry.text);
+    WriteMark(placed.entry, placed.left, out);
+    out.Text(placed.left + Point{kMarkWidth + kMarkSpace, kTextDrop}, placed.entry.text);
   }
   out.CloseGroup();
 }
 
-void Legend::WriteMark(const LegendEntry& entry, Point left, SvgText& out) const {
-  const Point middle = left + pixel_ * Point{kMarkWidth / 2, 0};
-  const Point right = left + pixel_ * Point{kMarkWidth, 0};
-  const auto stroke = [&](double width) {
-    return "fill=\"none\" stroke=\"" + std::string(entry.colour) + "\" " +
-           out.Attribute("stroke-width", width * pixel_);
-  };
+void Legend::WriteMark(const LegendEntry& entry, Point left, SvgText& out) {
+  const Point middle = left + Point{kMarkWidth / 2, 0};
+  const Point right = left + Point{kMarkWidth, 0};
+  const std::string colour = "\"" + std::string(entry.colour) + "\"";
+  const std::string stroke = "fill=\"none\" stroke=" + colour;
   switch (entry.mark) {
     case LegendEntry::Mark::kCurve:
-      return out.Path(out.Polyline({left, right}), stroke(3));
+      return out.Path(out.Polyline({left, right}), stroke + " stroke-width=\"3\"");
     case LegendEntry::Mark::kControl:
-      out.Path(out.Polyline({left, right}), stroke(1));
-      return out.Path(out.Square(middle, 2.5 * pixel_),
-                      "fill=\"" + std::string(entry.colour) + "\"");
+      out.Path(out.Polyline({left, right}), stroke);
+      return out.Path(out.Square(middle, kControlHalfSide), "fill=" + colour);
     case LegendEntry::Mark::kPoint:
-      out.OpenGroup("fill=\"#fff\" stroke=\"" + std::string(entry.colour) + "\" " +
-                    out.Attribute("stroke-width", pixel_));
-      out.Circle(middle, 3 * pixel_);
+      out.OpenGroup("fill=\"#fff\" stroke=" + colour);
+      out.Circle(middle, kPointRadius);
       return out.CloseGroup();
     case LegendEntry::Mark::kBox:
-      return out.Path(out.Rectangle({left.x, left.y - 6 * pixel_, right.x, left.y + 6 * pixel_}),
-                      stroke(1) + " stroke-dasharray=\"" + out.Number(4 * pixel_) + "\"");
+      return out.Path(
+          out.Rectangle({left.x, left.y - kBoxHalfHeight, right.x, left.y + kBoxHalfHeight}),
+          stroke + " stroke-dasharray=\"4\"");
   }
 }
 

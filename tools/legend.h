@@ -27,6 +27,10 @@ inline constexpr std::string_view kBoxColour = "#c4b5a0";
 inline constexpr std::string_view kPointColour = "#111827";
 inline constexpr std::string_view kFillColour = "#eef2f7";
 
+// Sizes of marks, in pixels.
+inline constexpr double kPointRadius = 3;
+inline constexpr double kControlHalfSide = 2.5;
+
 struct LegendEntry {
   enum class Mark { kCurve, kControl, kPoint, kBox };
 
@@ -35,26 +39,29 @@ struct LegendEntry {
   std::string text;
 };
 
-// Entries from left to right, in as many rows as the width takes.
+// What the widest entry takes, in pixels.
+double LeastLegendWidth(const std::vector<LegendEntry>& entries);
+
+// Entries from left to right, in as many rows as the width takes. All in pixels: renderers round
+// the letters of fonts whose size is small in units of the drawing.
 class Legend {
  public:
-  Legend(std::vector<LegendEntry> entries, double width, double pixel);
+  Legend(std::vector<LegendEntry> entries, double width);
 
   double Height() const;
-  void Write(Point top_left, SvgText& out) const;
+  // `pixel` is the size of a pixel in units of the drawing.
+  void Write(Point top_left, double pixel, SvgText& out) const;
 
  private:
   struct Placed {
     LegendEntry entry;
-    double x;
-    int row;
+    Point left;  // of its mark
   };
 
-  void WriteMark(const LegendEntry& entry, Point left, SvgText& out) const;
+  static void WriteMark(const LegendEntry& entry, Point left, SvgText& out);
 
   std::vector<Placed> placed_;
   int rows_ = 0;
-  double pixel_;
 };
 
 }  // namespace kurvo::tools

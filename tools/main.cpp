@@ -95,13 +95,13 @@ void AddDrawCommand(CLI::App& app, DrawCommand& command) {
 void RefuseInputAsOutput(const DrawCommand& command) {
   std::error_code ignored;
   if (std::filesystem::equivalent(command.input, command.output, ignored)) {
-    throw std::runtime_error(Printable(command.output) + ": is the input; choose another output");
+    throw std::runtime_error(OneLine(command.output) + ": is the input; choose another output");
   }
 }
 
 void PrintSkipped(const DrawCommand& command, const Drawing& drawing) {
   for (const auto& [name, count] : drawing.skipped) {
-    std::cerr << "kurvo: " << Printable(command.input) << ": note: " << count << " " << name
+    std::cerr << "kurvo: " << OneLine(command.input) << ": note: " << count << " " << name
               << (count == 1 ? " element has" : " elements have") << " no outline\n";
   }
 }

@@ -16,20 +16,20 @@ namespace fs = std::filesystem;
 constexpr int kMaxAttempts = 1000;  // names tried for the temporary file
 
 [[noreturn]] void Fail(const std::string& path, int error) {
-  throw std::runtime_error(Printable(path) + ": cannot be written: " + std::strerror(error));
+  throw std::runtime_error(OneLine(path) + ": cannot be written: " + std::strerror(error));
 }
 
 // A new file beside its target; removed again unless it was kept.
 class TemporaryFile {
  public:
-  explicit TemporaryFile(const fs::path& target) {
+  explicit TemporaryFile(const fs::path& target) : target_(target) {
     for (int i = 0; i < kMaxAttempts && file_ == nullptr; ++i) {
       path_ = target;
       path_ += ".part" + std::to_string(i);
       file_ = std::fopen(path_.c_str(), "wbx");
       if (file_ == nullptr && errno != EEXIST) break;
     }
-    if (file_ == nullptr) Fail(target.string(), errno);
+    if (file_ == nullptr) Fail(target_.string(), errno);
   }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -40,21 +40,22 @@ class TemporaryFile {
 
   void Write(std::string_view content) {
     if (std::fwrite(content.data(), 1, content.size(), file_) != content.size()) {
-      Fail(path_.string(), errno);
+      Fail(target_.string(), errno);
     }
     const int status = std::fclose(file_);
     file_ = nullptr;
-    if (status != 0) Fail(path_.string(), errno);
+    if (status != 0) Fail(target_.string(), errno);
   }
 
-  void KeepAs(const fs::path& target) {
+  void Keep() {
     std::error_code error;
-    fs::rename(path_, target, error);
-    if (error) Fail(target.string(), error.value());
+    fs::rename(path_, target_, error);
+    if (error) Fail(target_.string(), error.value());
     kept_ = true;
   }
 
  private:
+  const fs::path target_;
   fs::path path_;
   std::FILE* file_ = nullptr;
   bool kept_ = false;
@@ -65,14 +66,14 @@ class TemporaryFile {
 void WriteWholeFile(const std::string& path, std::string_view content) {
   std::error_code error;
   if (fs::exists(path, error) && !fs::is_regular_file(path, error)) {
-    throw std::runtime_error(Printable(path) + ": cannot be written: not a regular file");
+    throw std::runtime_error(OneLine(path) + ": cannot be written: not a regular file");
   }
   // A link stays a link: what it points at is replaced.
   const fs::path target = fs::weakly_canonical(path, error);
   if (error) Fail(path, error.value());
   TemporaryFile file(target);
   file.Write(content);
-  file.KeepAs(target);
+  file.Keep();
 }
 
 }  // namespace kurvo::tools

@@ -21,8 +21,6 @@ constexpr double kMargin = 0.03;
 // Pixels.
 constexpr double kCurveWidth = 2.25;
 constexpr double kThinWidth = 1;
-constexpr double kPointRadius = 3;
-constexpr double kControlHalfSide = 2.5;
 constexpr double kCrossHalfLength = 5;
 
 // What is shown of one curve.
@@ -57,6 +55,14 @@ std::vector<Point> ControlPoints(const OwnedCurve& curve) {
   return points;
 }
 
+// `view` with its sides moved out until it is `width` wide.
+Bounds Widened(Bounds view, double width) {
+  const double lack = std::max(0.0, width - view.Width());
+  view.min_x -= lack / 2;
+  view.max_x += lack / 2;
+  return view;
+}
+
 class PictureWriter {
  public:
   PictureWriter(Library& library, const Drawing& drawing, const PictureOptions& options)
@@ -75,15 +81,18 @@ class PictureWriter {
     const double longer = std::max(view.Width(), view.Height());
     pixel_ = longer / options_.size;
     view.Grow(std::max(kMargin * longer, 2 * CurveWidth()));
-    const Legend legend(Entries(), view.Width(), pixel_);
-    if (ShowsLegend()) view.max_y += legend.Height();
+    std::vector<LegendEntry> entries = Entries();
+    if (ShowsLegend()) view = Widened(view, LeastLegendWidth(entries) * pixel_);
+    const Legend legend(std::move(entries), view.Width() / pixel_);
+    const Point legend_corner = {view.min_x, view.max_y};
+    if (ShowsLegend()) view.max_y += legend.Height() * pixel_;
     out_.Open(view, options_.size);
     if (options_.curves_only) {
       WriteShapes(options_.fill ? "fill=\"#000\"" : BlackStroke());
     } else {
       WriteAll(view);
     }
-    if (ShowsLegend()) legend.Write({view.min_x, view.max_y - legend.Height()}, out_);
+    if (ShowsLegend()) legend.Write(legend_corner, pixel_, out_);
     out_.Close();
     return out_.Take();
   }

@@ -14,12 +14,12 @@ constexpr std::string_view kSvgNamespace = "http://www.w3.org/2000/svg";
 std::string ReadFile(const std::string& path) {
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) {
-    throw InputError(Printable(path) + ": is a directory");
+    throw InputError(OneLine(path) + ": is a directory");
   }
   std::ifstream file(path, std::ios::binary);
-  if (!file) throw InputError(Printable(path) + ": cannot be opened");
+  if (!file) throw InputError(OneLine(path) + ": cannot be opened");
   std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  if (file.bad()) throw InputError(Printable(path) + ": cannot be read");
+  if (file.bad()) throw InputError(OneLine(path) + ": cannot be read");
   return bytes;
 }
 
@@ -48,21 +48,21 @@ SvgDocument::SvgDocument(const std::string& path) : path_(path) {
   Parse(ReadFile(path));
   prefix_ = PrefixOfSvg(Root());
   if (LocalName(Root()) != "svg") {
-    throw InputError(Printable(path_) + ": not an SVG drawing: the root element is <" +
-                     Printable(Root().name()) + ">");
+    throw InputError(OneLine(path_) + ": not an SVG drawing: the root element is <" +
+                     Excerpt(Root().name()) + ">");
   }
   IndexElements();
 }
 
 void SvgDocument::Parse(const std::string& bytes) {
   if (bytes.substr(0, 2) == "\x1f\x8b") {
-    throw InputError(Printable(path_) + ": compressed SVG; unpack it with gunzip first");
+    throw InputError(OneLine(path_) + ": compressed SVG; unpack it with gunzip first");
   }
   // Attribute values stay as they are written, so that offsets in them are those of the file.
   constexpr unsigned kOptions = pugi::parse_escapes;
   const pugi::xml_parse_result result = tree_.load_buffer(bytes.data(), bytes.size(), kOptions);
   if (!result) {
-    throw InputError(Printable(path_) + ": offset " + std::to_string(result.offset) +
+    throw InputError(OneLine(path_) + ": offset " + std::to_string(result.offset) +
                      ": not well-formed XML: " + result.description());
   }
 }
@@ -72,7 +72,7 @@ void SvgDocument::IndexElements() {
   for (pugi::xml_node node = Root(); node; node = NextInDocument(node)) {
     const std::string_view name = LocalName(node);
     if (name.empty()) continue;
-    ordinals_[node.offset_debug()] = ++counts[name];
+    ordinals_[Offset(node)] = ++counts[name];
     const std::string_view id = node.attribute("id").value();
     if (!id.empty()) by_id_.emplace(id, node);  // of two the first counts
   }
@@ -93,8 +93,8 @@ pugi::xml_node SvgDocument::ById(std::string_view id) const {
 std::string SvgDocument::Label(const pugi::xml_node& element) const {
   const std::string name(LocalName(element));
   const std::string_view id = element.attribute("id").value();
-  if (!id.empty()) return name + "#" + Printable(id);
-  const auto ordinal = ordinals_.find(element.offset_debug());
+  if (!id.empty()) return name + "#" + Excerpt(id);
+  const auto ordinal = ordinals_.find(Offset(element));
   return name + "[" + std::to_string(ordinal == ordinals_.end() ? 0 : ordinal->second) + "]";
 }
 

@@ -21,6 +21,8 @@ class SvgDocument {
   std::string_view LocalName(const pugi::xml_node& element) const;
   // The element with that id; empty when there is none.
   pugi::xml_node ById(std::string_view id) const;
+  // Where its tag begins in the file.
+  static std::ptrdiff_t Offset(const pugi::xml_node& element) { return element.offset_debug() - 1; }
   // "path#id", or "path[3]" for the third path of the file.
   std::string Label(const pugi::xml_node& element) const;
 

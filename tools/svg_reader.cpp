@@ -62,8 +62,10 @@ class SvgReader {
     try {
       step();
     } catch (const ElementError& error) {
-      throw InputError(Printable(document_.Path()) + ": " + context.users +
-                       document_.Label(element) + ", " + error.what());
+      const std::string place =
+          error.HasOffset() ? "" : "offset " + std::to_string(SvgDocument::Offset(element)) + ": ";
+      throw InputError(OneLine(document_.Path()) + ": " + context.users + document_.Label(element) +
+                       ", " + place + error.what());
     }
   }
 
@@ -84,21 +86,32 @@ class SvgReader {
                          " elements");
     }
     const std::string_view name = document_.LocalName(element);
-    if (!Inherit(element, context)) return;
-    if (IsShape(name)) {
+    if (name == "text" || name == "image" || name == "foreignObject") {
+      return CountSkipped(name, element, context);
+    }
+    // What is neither a shape nor a group (defs, clipPath, metadata, ...) shows nothing here.
+    const bool is_shape = IsShape(name);
+    if ((!is_shape && !IsGroup(name)) || !Inherit(element, context)) return;
+    if (is_shape) {
       AddShape(name, element, context);
-    } else if (name == "g" || name == "a") {
-      PushChildren(element, context);
     } else if (name == "svg") {
       EnterViewport(element, element, context);
     } else if (name == "switch") {
       EnterSwitch(element, context);
     } else if (name == "use") {
       EnterUse(element, context);
-    } else if (name == "text" || name == "image" || name == "foreignObject") {
-      if (context.visible) ++drawing_.skipped[std::string(name)];
+    } else {
+      PushChildren(element, context);
     }
-    // All else (defs, clipPath, gradients, metadata, ...) shows nothing where it stands.
+  }
+
+  static bool IsGroup(std::string_view name) {
+    return name == "g" || name == "a" || name == "svg" || name == "switch" || name == "use";
+  }
+
+  void CountSkipped(std::string_view name, const pugi::xml_node& element, const Context& context) {
+    const bool shown = context.visible && Property(element, "display") != "none";
+    if (shown) ++drawing_.skipped[std::string(name)];
   }
 
   // Takes over what the attributes of `element` change for it and for what it contains. Result:
@@ -193,13 +206,12 @@ class SvgReader {
     const std::string_view reference = href.value();
     if (reference.empty()) return {};
     if (reference.front() != '#') {
-      throw ElementError(href.name(), 0, "refers to another file: " + Printable(reference));
+      throw ElementError(href.name(), 0, "refers to another file: " + Excerpt(reference));
     }
     const pugi::xml_node target = document_.ById(reference.substr(1));
     if (!target) {
-      throw ElementError(
-          href.name(), 0,
-          "there is no element with the id '" + Printable(reference.substr(1)) + "'");
+      throw ElementError(href.name(), 0,
+                         "there is no element with the id '" + Excerpt(reference.substr(1)) + "'");
     }
     return target;
   }

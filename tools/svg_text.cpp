@@ -9,13 +9,14 @@
 namespace kurvo::tools {
 namespace {
 
+constexpr int kMinDecimals = 2;
 constexpr int kMaxDecimals = 15;
 constexpr int kDigits = 6;  // of the extent
 
 int DecimalsFor(double extent) {
   if (!(extent > 0)) return kDigits;
   const double decimals = kDigits - std::floor(std::log10(extent));
-  return static_cast<int>(std::clamp(decimals, 0.0, static_cast<double>(kMaxDecimals)));
+  return static_cast<int>(std::clamp<double>(decimals, kMinDecimals, kMaxDecimals));
 }
 
 }  // namespace
@@ -44,6 +45,11 @@ void SvgText::Close() { text_ += "</svg>\n"; }
 
 void SvgText::OpenGroup(std::string_view attributes) {
   text_ += "<g " + std::string(attributes) + ">\n";
+}
+
+void SvgText::OpenPixelGroup(Point top_left, double pixel, std::string_view attributes) {
+  OpenGroup("transform=\"translate(" + Pair(top_left) + ") scale(" +
+            FixedNumber(pixel, kMaxDecimals) + ")\" " + std::string(attributes));
 }
 
 void SvgText::CloseGroup() { text_ += "</g>\n"; }

@@ -20,6 +20,8 @@ class SvgText {
   void Close();
   // A group; `attributes` is written as it is.
   void OpenGroup(std::string_view attributes);
+  // A group in pixels from `top_left`, `pixel` of the units around it each.
+  void OpenPixelGroup(Point top_left, double pixel, std::string_view attributes);
   void CloseGroup();
   // `data` holds path data made by the functions below.
   void Path(std::string_view data, std::string_view attributes = {});

@@ -72,7 +72,7 @@ double TextScanner::Number() {
   // into infinity and what is too small into 0.
   const double value = std::strtod(digits.c_str(), nullptr);
   if (!(std::fabs(value) <= kLargestNumber)) {
-    Fail("number out of range: " + Printable(digits));
+    Fail("number out of range: " + Excerpt(digits));
   }
   position_ = end;
   return value;

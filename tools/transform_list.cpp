@@ -71,7 +71,7 @@ Affine ReadTransform(TextScanner& in) {
     }
     return kind.make(arguments);
   }
-  in.FailAt(offset, "unknown transform '" + Printable(name) + "'");
+  in.FailAt(offset, "unknown transform '" + Excerpt(name) + "'");
 }
 
 }  // namespace

@@ -167,7 +167,7 @@ TEST(Client, BadInputIsOneLineAndStatusTwo) {
       {Svg("<g transform='spin(3)'><path/></g>"),
        "g[1], offset 0 in transform: unknown transform 'spin'"},
       {Svg("<g transform='scale(1e15)'><line x2='1e15' /></g>"),
-       "line[1], coordinates out of range"},
+       "line[1], offset 32: coordinates out of range"},
       {Svg("<circle r='-1'/>"), "circle[1], offset 0 in r: must not be negative"},
       {Svg("<circle r='1em'/>"), "circle[1], offset 1 in r: unknown unit 'em'"},
       {Svg("<circle r='ten'/>"), "circle[1], offset 0 in r: expected a number, found 't'"},
@@ -185,7 +185,7 @@ TEST(Client, BadInputIsOneLineAndStatusTwo) {
       {Svg("<use href='other.svg#x'/>"),
        "use[1], offset 0 in href: refers to another file: other.svg#x"},
       {Svg("<line x2='1' style='transform:scale(2)'/>"),
-       "line[1], a transform in a style cannot be read, only the attribute"},
+       "line[1], offset 5: a transform in a style cannot be read, only the attribute"},
       {"<svg viewBox='0 0 1'/>", "svg[1], offset 0 in viewBox: expected 4 numbers"},
       {Svg("<svg viewBox='0 0 0 1'/>"), "svg[2], offset 0 in viewBox: the size must be positive"},
   };
@@ -256,6 +256,19 @@ TEST(Client, FilesAreNeverHalfWritten) {
   EXPECT_EQ(Client({"draw", good, "-o", output}).exit_code, 0);
   EXPECT_EQ(FileContent(output).rfind("<svg", 0), 0u);
   EXPECT_EQ(directory.FileCount(), 3u);
+}
+
+TEST(Client, AFullDiskLeavesWhatWasThere) {
+  const TemporaryDirectory directory;
+  const std::string output = directory.Write("out.svg", "what was there");
+  // Files of this shell end after one block.
+  const ProcessResult result =
+      RunProcess({"sh", "-c", "trap '' XFSZ; ulimit -f 1; exec \"$0\" \"$@\"", KURVO_TOOL, "draw",
+                  "-q", KURVO_SAMPLES "/bracket.svg", "-o", output});
+  EXPECT_EQ(result.exit_code, 1);
+  EXPECT_EQ(result.errors, "kurvo: " + output + ": cannot be written: File too large\n");
+  EXPECT_EQ(FileContent(output), "what was there");
+  EXPECT_EQ(directory.FileCount(), 1u) << "a temporary file was left";
 }
 
 // A drawing without outlines is drawn, empty, and says what was left out.

@@ -92,11 +92,16 @@ TEST(CentreForm, RadiiTooSmallAreScaledUpToHalfATurn) {
   }
 }
 
-// Decimal half circles: 0.1 + 0.2 is not 0.3, and the centre must not be off by the square root of
-// the rounding.
+// Half circles in decimals, whose half chord rounds to just below the radius: the centre must not
+// be off by the square root of that rounding, 1e-8.
 TEST(CentreForm, HalfTurnsKeepTheirCentre) {
-  const EllipticalArc arc = CentreForm({0.1, 0.7}, {0.3, 0.3, 17, false, true, {0.1 + 0.6, 0.7}});
-  ExpectNear(arc.centre, {0.4, 0.7}, 1e-15, "centre", 0);
+  for (const double x : {0.1, 0.4, 0.5, 0.8}) {
+    const Point to = {x + 0.2, 0};
+    const EllipticalArc arc = CentreForm({x, 0}, {0.1, 0.1, 0, false, true, to});
+    ExpectNear(arc.centre, {x + 0.1, 0}, 1e-15, "centre", 0);
+  }
+  const EllipticalArc arc = CentreForm({0.9, 0}, {0.5, 0.5, 0, false, true, {1.9, 0}});
+  ExpectNear(arc.centre, {1.4, 0}, 1e-15, "centre", 0);
 }
 
 // A quadratic rational Bezier curve in Bernstein form, in more digits than the code has.

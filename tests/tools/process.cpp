@@ -16,6 +16,7 @@ ProcessResult RunProcess(const std::vector<std::string>& arguments) {
   const std::string errors = directory.File("stderr");
   std::vector<std::string> copies = arguments;
   std::vector<char*> argv;
+  argv.reserve(copies.size() + 1);
   for (std::string& copy : copies) argv.push_back(copy.data());
   argv.push_back(nullptr);
 

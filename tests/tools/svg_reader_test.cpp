@@ -149,6 +149,9 @@ TEST_F(ReadSvgTest, TransformsComeBeforeTheRecords) {
       {"<circle r='1' transform='skewX(45)'/>",
        "circle[1]\n  R 1,0 2,1*0.707107 1,1; R 1,1 0,1*0.707107 -1,0; "
        "R -1,0 -2,-1*0.707107 -1,-1; R -1,-1 0,-1*0.707107 1,0 z\n"},
+      // Nearly round is not round.
+      {"<path d='M5 0A5 5.00001 0 01-5 0'/>",
+       "path[1]\n  R 5,0 5,5.00001*0.707107 0,5.00001; R 0,5.00001 -5,5.00001*0.707107 -5,0\n"},
       // An ellipse that a transform makes round.
       {"<ellipse rx='2' ry='1' transform='scale(1 2)'/>",
        "ellipse[1]\n  A+ 0,0 r2 2,0 -2,0; A+ 0,0 r2 -2,0 2,0 z\n"},
@@ -191,7 +194,7 @@ TEST_F(ReadSvgTest, WhatIsNotShownIsNotRead) {
        "<line x2='2'/></symbol><x:line xmlns:x='urn:x' x2='2'/><metadata><line "
        "x2='2'/></metadata>",
        kLine},
-      {"<!-- <line x2='2'/> --><line x2='1'/><text>A</text><title>T</title>", kLine},
+      {"<!-- <line x2='2'/> --><line x2='1'/><text transform='?'>A</text><title>T</title>", kLine},
       {"<a><switch><g requiredExtensions='x'><line x2='2'/></g><line id='a' x2='1'/><line "
        "x2='3'/></switch></a>",
        "line#a\n  L 0,0 1,0\n"},
