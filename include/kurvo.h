@@ -177,6 +177,21 @@ typedef struct KurvoSegcv {
   double unused[10];
 } KurvoSegcv;
 
+/* A chain of curves of any types, each starting where the one before it ends. 16 bytes. The record
+ * belongs to the caller; the array (one block of the process heap) and the curves' blocks belong to
+ * the sequence. */
+typedef struct Cvseq {
+  int32_t count; /* curves; 0 when empty */
+  Curve *curves; /* that many headers, or null when empty */
+} Cvseq;
+
+/* A list of curve parameters. 16 bytes. The record belongs to the caller, the array to the record.
+ */
+typedef struct CvParam {
+  int32_t count;  /* parameters; 0 when empty */
+  double *values; /* that many, or null when empty */
+} CvParam;
+
 /* ---------------------------------------------------------------------------------------------
  * Codes
  * ------------------------------------------------------------------------------------------- */
@@ -188,6 +203,11 @@ enum {
   KURVO_ERR_CURVE = 0x754C52,       /* curve type not supported, or a record that cannot be right */
   KURVO_ERR_TOLERANCE = 0x755C52,   /* tolerance argument out of range */
   KURVO_ERR_STACK_EMPTY = 0x7B5452, /* pop from an empty tolerance stack */
+  KURVO_ERR_CHAIN_INDEX = 0x75A052, /* insertion outside the sequence */
+  KURVO_ERR_CHAIN_BREAK = 0x75D452, /* insertion that would break the chain */
+  KURVO_ERR_DERIVATIVE_ORDER = 0x629852, /* order of a derivative out of range */
+  KURVO_ERR_ZERO_WEIGHT = 0x754852,      /* a weight that is 0 within epsilon */
+  KURVO_ERR_SHORT_TANGENT = 0x7BA452,    /* tangent too short to have a curvature */
   KURVO_WARN_SHORT_VECTOR = 0x7BA451,   /* warning: vector too short to have a direction */
   KURVO_ERR_SAME_POINTS = 0x63DC52,     /* circle through two points that are the same */
   KURVO_ERR_RADIUS_TOO_SMALL = 0xA3E876 /* circle through two points further apart than 2 r */
@@ -213,6 +233,29 @@ enum {
   KURVO_SHAPE_BENT = 0,     /* not straight */
   KURVO_SHAPE_STRAIGHT = 1, /* another type whose control points run straight ahead */
   KURVO_SHAPE_LINE = 2      /* a line record */
+};
+
+/* Results of KurvocvConvert. */
+enum {
+  KURVO_NOT_CONVERTED = 0, /* the type cannot represent the curve exactly */
+  KURVO_CONVERTED = 1
+};
+
+/* Results of KurvocvMatch. */
+enum {
+  KURVO_MATCH_NONE = 0,      /* different curves, or not to be compared */
+  KURVO_MATCH_CONVERTED = 1, /* the same curve in records of different types */
+  KURVO_MATCH_SAME = 2       /* the same curve in records of one type */
+};
+
+/* Result of functions that did nothing: an argument is missing or an error is pending. */
+#define KURVO_REFUSED UINT32_C(0xFFFFFFFF)
+
+/* Results of KurvocrCurveCurve; KURVO_REFUSED too. */
+enum {
+  KURVO_FOUND = 1,   /* at least one common point */
+  KURVO_OVERLAP = 2, /* the curves share a stretch: infinitely many points, none listed */
+  KURVO_NOTHING = 7  /* no common point, or a curve that cannot be intersected */
 };
 
 /* ---------------------------------------------------------------------------------------------
@@ -337,6 +380,74 @@ KURVO_API void KurvocvFreeCurve(Curve *cv) KURVO_NOEXCEPT;
  * after such a piece stay empty, and the rest of the copy stands); KURVO_ERR_MEMORY (`dst` is
  * empty). Error pending: returns null at once. Cost: linear in the size of the curve. */
 KURVO_API void *KurvocvCopyCurve(const Curve *src, Curve *dst, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
+ * Curve sequences and parameter lists
+ *
+ * Copies are deep. A sequence record must be initialised before its first use as an input; the
+ * functions that make a sequence overwrite the record without freeing what it held.
+ * ------------------------------------------------------------------------------------------- */
+
+/* Empties `seq` (out; null allowed): count 0, curves null. Frees nothing. Cost: constant. */
+KURVO_API void KurvocvInitCvseq(Cvseq *seq) KURVO_NOEXCEPT;
+
+/* Gives `seq` (out) a new array of `n` empty headers; what it held is not freed. For n <= 0, and
+ * when memory fails, `seq` is empty. Result: the array, or null; the caller frees with
+ * KurvocvFreeCvseq. Writes no error: there is no record to write it to. Cost: linear in n. */
+KURVO_API Curve *KurvocvMallocCvseq(Cvseq *seq, int32_t n) KURVO_NOEXCEPT;
+
+/* Frees every curve of `seq` (in/out; null allowed) and the array, and empties it. A count <= 0
+ * owns nothing: then nothing is done. Cost: linear in the number of curves and pieces. */
+KURVO_API void KurvocvFreeCvseq(Cvseq *seq) KURVO_NOEXCEPT;
+
+/* Makes `dst` (out) a deep copy of `src` (in). `dst` is emptied first, without freeing what it
+ * held, also when the call is refused. Headers without data are copied as they are. Result: the new
+ * array, which the caller frees with KurvocvFreeCvseq; null when either record is null, when `src`
+ * is empty and on failure; `dst` is empty then. Errors: KURVO_ERR_CURVE for a curve that
+ * KurvocvCopyCurve refuses; KURVO_ERR_MEMORY. Error pending: returns null at once. Cost: linear in
+ * the size of the curves. */
+KURVO_API Curve *KurvocvCopyCvseq(const Cvseq *src, Cvseq *dst, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Makes `out` (out; null allowed) the sequence of deep copies of the pieces of `composite` (in);
+ * the widths are dropped. `out` is emptied first, without freeing what it held, and is empty on
+ * failure and for a curve without data. The caller frees it with KurvocvFreeCvseq. Errors:
+ * KURVO_ERR_CURVE for a type other than CV_SEGCV, a record that cannot be right and a piece that
+ * KurvocvCopyCurve refuses; KURVO_ERR_MEMORY. Error pending: returns at once, `out` untouched.
+ * Cost: linear in the size of the pieces. */
+KURVO_API void KurvocvSegcvToCvseq(const Curve *composite, Cvseq *out, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Inserts a deep copy of `cv` (in; it may be a curve of `seq`) into `seq` (in/out) before position
+ * `index` (in, 0 to count; count appends). The ends that come together must be the same point
+ * within epsilon; the chain's other joints are not looked at. In the middle the joint after the new
+ * curve is tested first, that before it only when the first one holds. On failure `seq` is exactly
+ * as it was. On success its array may have moved; its curves keep their blocks.
+ * Errors: KURVO_ERR_CHAIN_INDEX for an index out of range; KURVO_ERR_CURVE for a curve that is null
+ * or without data or that KurvocvCopyCurve refuses, and for a sequence that cannot be right;
+ * KURVO_ERR_CHAIN_BREAK when the ends do not meet; KURVO_ERR_MEMORY. Error pending: returns at
+ * once. Cost: linear in the size of `cv` and, with a small factor, in the curves after `index`; the
+ * array grows by one header, which the allocator mostly does in place. */
+KURVO_API void KurvocvCvseqInsert(const Curve *cv, Cvseq *seq, int32_t index,
+                                  GlobalVar *g) KURVO_NOEXCEPT;
+
+/* box (out): the box around the boxes of all curves of `seq` (in), as KurvocvBoundBox gives them; a
+ * composite of one piece counts as that piece. z is that of the first curve. All zeros for an empty
+ * sequence, when any curve has no data, and on failure. Errors: KURVO_ERR_CURVE for an unknown type
+ * (0 without data is an empty curve) and for a record that cannot be right. Error pending: returns
+ * at once, box untouched. No allocation. Cost: linear in the control points. */
+KURVO_API void KurvocvCvseqBoundBox(const Cvseq *seq, Box box, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Empties `list` (out; null allowed): count 0, values null. Frees nothing. Cost: constant. */
+KURVO_API void KurvocrInitCvParam(CvParam *list) KURVO_NOEXCEPT;
+
+/* Gives `list` (in/out; null allowed) a new array of list->count values, uninitialised; what it
+ * held is not freed. A count <= 0 changes nothing; when memory fails the list is empty. The caller
+ * frees with KurvocrFreeCvParam. Writes no error: there is no record to write it to. Cost: one
+ * allocation. */
+KURVO_API void KurvocrMallocCvParam(CvParam *list) KURVO_NOEXCEPT;
+
+/* Frees the values of `list` (in/out; null allowed) and empties it. With a count <= 0 the values
+ * are not the list's: they are let go without being freed. */
+KURVO_API void KurvocrFreeCvParam(CvParam *list) KURVO_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
  * Numbers, vectors and coordinates
@@ -569,6 +680,162 @@ KURVO_API void KurvocvPosition(const Curve *curve, double t, Coord out,
  * box holds the point. */
 KURVO_API int KurvocvParameter(const Curve *curve, const Coord point, double *t,
                                GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
+ * Projection and distance
+ *
+ * The projection goes to the carrier, the unbounded line or the full circle; the distance is that
+ * from the bounded curve. On a Bezier curve of either kind both take the first foot point, the one
+ * of the smallest parameter, and look at no other, also where another one or an end is nearer; a
+ * point without a foot point goes to the nearer end, on a tie to the last. On a B-spline both take
+ * the nearest of all foot points, corners and ends. A foot that is not a number never wins. Errors
+ * of both: KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above 20
+ * (13 when rational); KURVO_WARN_SHORT_VECTOR for a line without length and, projecting onto an
+ * arc, for its centre. No allocation. Cost: that of finding the roots of one polynomial of at most
+ * 40 coefficients, for a B-spline for each span whose box comes nearer than the nearest point, and
+ * a few operations for every other span.
+ * ------------------------------------------------------------------------------------------- */
+
+/* Replaces p (in/out) by its projection onto the carrier of the curve, with z = 0; untouched on
+ * failure. The centre of an arc and any point for a line without length have no direction to go:
+ * they become the centre, resp. the line's start. Of a composite only Bezier and rational Bezier
+ * pieces take part; p becomes the nearest of their projections, the earlier one on a tie, and stays
+ * when there is none. An error of one piece does not keep the others from winning.
+ * Runs whatever error is pending. */
+KURVO_API void KurvofcPOntoCurve(const Curve *curve, Coord p, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* The planar distance of p (in) from the curve. Result: the distance; 0.0 on failure and for a
+ * composite without pieces, with t unwritten.
+ * t (out): the parameter of the nearest point, in the curve's own domain. At the centre of an arc
+ * it is 0; beyond its sweep that of the nearer end, on a tie of the last. On a composite, whose
+ * pieces of all types and levels take part, a tie goes to the earlier piece.
+ * Error pending: 0.0 at once, t unwritten. */
+KURVO_API double KurvocvDistPoint(const Curve *curve, const Coord p, double *t,
+                                  GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
+ * Derivatives, curvature and length
+ *
+ * t (in) is in the curve's own domain and must be finite; outside the domain the curve is continued
+ * as KurvocvPosition does. Derivatives are by the curve's own parameter, with z = 0; at an interior
+ * knot they are those of the span on its right. On a composite they are those of the Bezier or
+ * rational Bezier piece that t lies on, by that piece's own parameter, its width left out of
+ * account; a boundary between two pieces belongs to the later one. No allocation up to order 40 and
+ * degree 39. Cost: O(degree^2) up to degree 39, else linear in the degree; for a B-spline O(log
+ * count + order^2); linear in the pieces of a composite.
+ * ------------------------------------------------------------------------------------------- */
+
+/* out = the first derivative at t; (0, 0, 0) on an error. On a composite `out` is left untouched
+ * where t lies on a piece of any other kind, and at and beyond its end.
+ * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, an order above 4096
+ * and a t that is not finite; KURVO_ERR_MEMORY. Error pending: returns at once, `out` untouched. */
+KURVO_API void KurvocvDeriv(const Curve *curve, double t, Coord out, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* out = the derivative of order n at t; (0, 0, 0) on an error, for a null curve or one without data
+ * (no error), and where KurvocvDeriv leaves it untouched.
+ * n (in): 1 to 1000; for B-spline kinds 1 or 2.
+ * Errors: those of KurvocvDeriv, KURVO_ERR_CURVE also for B-spline kinds of n > 2;
+ * KURVO_ERR_DERIVATIVE_ORDER for every other n out of range; KURVO_ERR_ZERO_WEIGHT when any weight
+ * of a rational curve (not of the pieces of a composite) is 0 within epsilon. Error pending: (0, 0,
+ * 0) at once. Cost: n times that of the first derivative, plus O(n^2) for a rational curve; linear
+ * in the number of weights. */
+KURVO_API void KurvocvNDeriv(const Curve *curve, double t, Coord out, int n,
+                             GlobalVar *g) KURVO_NOEXCEPT;
+
+/* out = the curvature vector at t: 1 / radius of curvature towards the centre of curvature, (0, 0,
+ * 0) where the curve is straight; (0, 0, 0) on an error. Left untouched where KurvocvDeriv does so,
+ * and for a null curve or one without data (no error).
+ * Errors: those of KurvocvDeriv; KURVO_ERR_SHORT_TANGENT when the first derivative is shorter than
+ * epsilon. Error pending: returns at once, `out` untouched. */
+KURVO_API void KurvocvCurvature(const Curve *curve, double t, Coord out,
+                                GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
+ * Conversion and reversal
+ * ------------------------------------------------------------------------------------------- */
+
+/* Makes a curve of another type that runs along exactly the same points; never approximates.
+ * source (in); target (in/out): its `type` names the wanted type, and it becomes the new curve;
+ * what it held is not freed. What can be made, besides a copy:
+ *   a line               from every curve for which KurvocvIsLine is true: between its ends
+ *   an arc               from rational curves, and composites of rational Bezier curves, whose
+ *                        points at every tenth of the domain lie on one circle within 0.0001
+ *   a Bezier curve       from a line (cubic); a B-spline of one span; if all weights are equal,
+ *                        from the rational kinds and a composite of one rational Bezier curve
+ *   a rational Bezier    from a line, an arc (both quadratic), a Bezier curve, a B-spline of one
+ *   curve                span of either kind, a composite of one piece of the Bezier kinds
+ *   a B-spline           from a line (cubic); a Bezier curve; the rational kinds if the weights
+ *                        are 1 (of a rational B-spline the first `order` weights stand for all);
+ *                        a composite of Bezier curves of one degree, joined
+ *   a rational B-spline  from a line, an arc, a Bezier curve of either kind, a B-spline; a
+ *                        composite of these Bezier kinds of one degree, joined, weights rescaled
+ *                        where they differ at a joint
+ *   a composite          from all others: a piece for each span of a B-spline, else one piece
+ * An arc of more than half a turn becomes the shorter arc between its ends; a half circle and a
+ * full one (within 0.0001 radians) cannot be converted. New widths add up to exactly 1; joining
+ * divides widths by their sum. z is 0 where the kind of control point changes. Of a composite,
+ * KurvocvIsLine sees only Bezier pieces: one of arcs alone becomes the line between its ends.
+ * Result: KURVO_CONVERTED; KURVO_NOT_CONVERTED when there is no exact result or the source cannot
+ * be right (`target` is then empty); KURVO_REFUSED, with `target` untouched, for a null header, a
+ * source without data, an unknown wanted type, and while an error is pending.
+ * The caller frees `target` with KurvocvFreeCurve. Errors: KURVO_ERR_MEMORY only (`target` is
+ * empty). Cost: linear in the control points; O(order^2) for each span taken out of a B-spline. */
+KURVO_API uint32_t KurvocvConvert(const Curve *source, Curve *target, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Reverses the direction of travel of a curve in place: what was at parameter s is then at 1 - s,
+ * on a composite at the sum of widths minus s. The domain of a B-spline becomes [0, 1].
+ * curve (in/out). Twice restores it to the bit, but for the rounding of a B-spline's knots.
+ * Result: 0; the severity of the pending error otherwise.
+ * Errors: KURVO_ERR_CURVE for a null curve, an unknown type or a record that cannot be right, also
+ * as a piece; the curve is then untouched. Error pending: returns at once. No allocation.
+ * Cost: linear in the control points. */
+KURVO_API int64_t KurvocvChgOrder(Curve *curve, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Maps the domain [a, b] = [knots[order - 1], knots[count - order]] of a knot vector onto [0, 1]:
+ * every knot u becomes (u - a) / (b - a).
+ * knots (in/out): `count` of them, the number of control points plus the order.
+ * Left as it is when a = b, when the domain is [0, 1] already, when count < 2 order, and when the
+ * array is null or order < 1. Runs whatever error is pending. Cost: linear. */
+KURVO_API void KurvoclNormalizeKnot(double *knots, int32_t count, int32_t order) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
+ * Relations
+ * ------------------------------------------------------------------------------------------- */
+
+/* Tells whether two curves are the same, by comparing their records and not the points they run
+ * through: ends, control points, knots and widths within epsilon, weights within epsilon0. The
+ * direction of travel matters. Of two Bezier curves the lower degree is raised first (up to 4096);
+ * B-splines of different order are compared as composites; of different types the greater code is
+ * converted to the smaller as by KurvocvConvert. The last knot of a B-spline, which has no effect
+ * on the curve, is not compared.
+ * a, b (in). Result: KURVO_MATCH_SAME, KURVO_MATCH_CONVERTED or KURVO_MATCH_NONE.
+ * Errors: KURVO_ERR_CURVE for an unknown type or a record that cannot be right; KURVO_ERR_MEMORY.
+ * A null curve or one without data: KURVO_MATCH_NONE, no error. Error pending: KURVO_MATCH_NONE
+ * at once. Cost: linear in the control points; quadratic in the degree when degrees differ. */
+KURVO_API uint32_t KurvocvMatch(const Curve *a, const Curve *b, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* The common points of two curves of any types.
+ * a, b (in).
+ * pa, pb (out, either may be null): one parameter of `a` and of `b` for each point, in each curve's
+ * own domain; entry i of both lists is the same point. Emptied on entry without freeing what they
+ * held; the caller frees them with KurvocrFreeCvParam.
+ * mode (in): which curves end at their end points: 0 neither, 1 the first, 2 the second, 3 both. The
+ * others go on along their line or circle; free-form curves never do. A point beyond an end is kept
+ * when it is that end within epsilon; its parameter is not clamped.
+ * Result: KURVO_FOUND; KURVO_OVERLAP when the curves run together along a stretch; KURVO_NOTHING,
+ * also when both curves are points; KURVO_REFUSED for a missing curve or one without data.
+ * Each point is listed once: a crossing, a contact within epsilon, a shared end. Lists ascend along
+ * `a`; between two arcs they have the order of the construction. Lines and arcs meet the Bezier and
+ * rational Bezier pieces of a composite only. In mode 3 segments of one line that share just an end
+ * have that point; otherwise curves on one carrier overlap.
+ * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, a degree above 39
+ * against a line, 19 against an arc and 63 otherwise; KURVO_ERR_MEMORY. The result is then
+ * KURVO_NOTHING. Error pending: KURVO_REFUSED at once.
+ * Cost: closed formulas for lines and arcs; linear in the pieces of a free-form curve against these;
+ * between free-form curves a sweep over the boxes of their Bezier pieces, then subdivision of the
+ * pairs that meet. */
+KURVO_API uint32_t KurvocrCurveCurve(const Curve *a, const Curve *b, CvParam *pa, CvParam *pb,
+                                     int32_t mode, GlobalVar *g) KURVO_NOEXCEPT;
 
 #ifdef __cplusplus
 }

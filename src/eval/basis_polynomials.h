@@ -1,12 +1,27 @@
 // The basis functions of one knot span as polynomials.
 #pragma once
 
-#include <array>
+#include <cstddef>
+#include <type_traits>
 
 #include "eval/knot_spans.h"
 #include "eval/polynomial.h"
 
 namespace kurvo {
+
+// Calls use(k) with the order k: for the common ones a constant, so that loops over control points
+// unroll.
+template <class Use>
+decltype(auto) WithOrder(int32_t order, Use&& use) {
+  switch (order) {
+    case 3:
+      return use(std::integral_constant<int32_t, 3>());
+    case 4:
+      return use(std::integral_constant<int32_t, 4>());
+    default:
+      return use(order);
+  }
+}
 
 // The k basis functions of span i by the Cox-de Boor recursion on polynomials, each level once.
 // They are polynomials of the span's own parameter s = (t - u[i]) / (u[i+1] - u[i]): in powers of t
@@ -16,11 +31,16 @@ class BasisPolynomials {
  public:
   BasisPolynomials(const KnotVector& knots, int32_t i);
 
-  // That of control point i - k + 1 + j, 0 <= j < k.
-  const Polynomial& operator[](int32_t j) const { return basis_[static_cast<std::size_t>(j)]; }
+  // The k coefficients, in ascending powers, of the function of control point i - k + 1 + j,
+  // 0 <= j < k.
+  const double* operator[](int32_t j) const { return coefficients_ + j * order_; }
 
  private:
-  std::array<Polynomial, Polynomial::kCapacity> basis_;
+  template <class Order>
+  void Fill(Order k, const double* u);
+
+  const int32_t order_;
+  double coefficients_[Polynomial::kCapacity * Polynomial::kCapacity];
 };
 
 }  // namespace kurvo

@@ -6,19 +6,30 @@
 
 namespace kurvo {
 
-Polynomial Trimmed(Polynomial f) {
+namespace {
+
+// The number of coefficients without the leading ones that are exactly 0.
+std::size_t TrimmedCount(const Polynomial& f) {
   std::size_t count = f.count();
   while (count > 0 && f[count - 1] == 0.0) --count;
-  f.Truncate(count);
+  return count;
+}
+
+}  // namespace
+
+// Every function below has one result object for all its ways out, which the compiler then builds
+// in the caller's place.
+
+Polynomial Trimmed(Polynomial f) {
+  f.Truncate(TrimmedCount(f));
   return f;
 }
 
 Polynomial Derivative(const Polynomial& f) {
-  std::size_t count = f.count();
-  while (count > 0 && f[count - 1] == 0.0) --count;
-  if (count <= 1) return Polynomial();
-  Polynomial result(count - 1);
-  for (std::size_t i = 1; i < count; ++i) result[i - 1] = static_cast<double>(i) * f[i];
+  const std::size_t count = TrimmedCount(f);
+  Polynomial result(count > 1 ? count - 1 : 0);
+  for (std::size_t i = 0; i < result.count(); ++i)
+    result[i] = static_cast<double>(i + 1) * f[i + 1];
   return result;
 }
 
@@ -33,16 +44,25 @@ Polynomial SumScaled(const Polynomial& f, double s, const Polynomial& g) {
 }
 
 Polynomial MinusConstant(Polynomial f, double c) {
-  if (f.IsZero()) return Polynomial::Constant(-c);
-  f[0] -= c;
+  if (f.IsZero()) {
+    f.Truncate(1);
+    f[0] = -c;
+  } else {
+    f[0] -= c;
+  }
   return f;
 }
 
 Polynomial Product(const Polynomial& f, const Polynomial& g) {
-  if (f.IsZero() || g.IsZero()) return Polynomial();
-  Polynomial result = Polynomial::Zeros(f.count() + g.count() - 1);
-  for (std::size_t i = 0; i < f.count(); ++i)
-    for (std::size_t j = 0; j < g.count(); ++j) result[i + j] += f[i] * g[j];
+  const bool zero = f.IsZero() || g.IsZero();
+  Polynomial result(zero ? 0 : f.count() + g.count() - 1);
+  for (std::size_t m = 0; m < result.count(); ++m) {
+    double sum = 0.0;  // in ascending order of the coefficients of f
+    const std::size_t last = std::min(m, f.count() - 1);
+    for (std::size_t i = m < g.count() ? 0 : m - g.count() + 1; i <= last; ++i)
+      sum += f[i] * g[m - i];
+    result[m] = sum;
+  }
   return result;
 }
 
@@ -53,11 +73,11 @@ double LargestMagnitude(const double* coefficients, std::size_t count) {
 }
 
 Polynomial Normalised(const Polynomial& f) {
-  Polynomial result = Trimmed(f);
-  const double largest = LargestCoefficient(result);
-  if (result.count() <= 1 || !(largest < 1.0)) return result;
-  const double scale = 1.0 / largest;
-  for (std::size_t i = 0; i < result.count(); ++i) result[i] *= scale;
+  Polynomial result(TrimmedCount(f));
+  const double largest = LargestMagnitude(f.data(), result.count());
+  const bool scaled = result.count() > 1 && largest < 1.0;
+  const double scale = scaled ? 1.0 / largest : 1.0;
+  for (std::size_t i = 0; i < result.count(); ++i) result[i] = f[i] * scale;
   return result;
 }
 

@@ -44,9 +44,15 @@ class Polynomial {
   void Truncate(std::size_t count) { count_ = count; }
 
  private:
+  // In steps of a fixed size, which the compiler turns into a few moves: a copy of a variable size
+  // would be a call that costs more than a short polynomial.
   void CopyCoefficients(const Polynomial& other) {
-    std::memcpy(coefficients_, other.coefficients_, sizeof(double) * count());
+    static_assert(kCapacity % kStep == 0);
+    for (std::size_t i = 0; i < count(); i += kStep)
+      std::memcpy(coefficients_ + i, other.coefficients_ + i, sizeof(double) * kStep);
   }
+
+  static constexpr std::size_t kStep = 4;
 
   uint64_t count_ = 0;
   double coefficients_[kCapacity];

@@ -17,7 +17,7 @@ Vec3 PRationalBSplineCurve::Position(double t) const {
 
 bool PRationalBSplineCurve::ProjectToCarrier(Vec3& p) const {
   if (HasFootPoints(spline_, tol())) {
-    p = Position(NearestOnSpline(spline_, Planar(p), tol()).t);
+    p = OnPlane(FootOnSpline(spline_, Planar(p), tol()).point);
     return true;
   }
   Fail(g_, KURVO_ERR_CURVE);

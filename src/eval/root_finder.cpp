@@ -16,9 +16,11 @@ constexpr double kNewtonStep = 1e-5;         // a step below this ends Newton's 
 constexpr double kMultipleRootValue = 1e-6;  // |f| at a root of f' that counts as a root of f
 constexpr double kSameRoot = 1e-5;           // roots closer than this are one
 constexpr int kNewtonSteps = 150;
-constexpr int kBisectionSteps = 100;  // enough for any interval down to one ulp
-constexpr int kMaxDepth = 100;        // halvings of the search interval
-constexpr int kMaxSplits = 4096;      // in all: a chain of noise ends here at the latest
+constexpr int kBisectionSteps = 100;       // enough for any interval down to one ulp
+constexpr std::size_t kTrustedChain = 14;  // coefficients up to which a Sturm count of 0 is final
+constexpr double kDoubtedWidth = 0.02;     // intervals from which on a longer one's is questioned
+constexpr int kMaxDepth = 100;             // halvings of the search interval
+constexpr int kMaxSplits = 4096;           // in all: a chain of noise ends here at the latest
 
 struct Bracket {
   double a, b;
@@ -62,11 +64,11 @@ class Isolation {
  private:
   void Search(const Bracket& bracket, int depth, RootList& roots) {
     const int count = bracket.Roots();
-    if (count < 1) return;
-    if (count == 1) return AppendSingle(bracket, roots);
+    if (count < 1 && RulesOut(bracket)) return;
+    if (count == 1 && (bracket.SignChange() || bracket.fb == 0.0 || Narrow(bracket)))
+      return AppendSingle(bracket, roots);
     const double m = 0.5 * (bracket.a + bracket.b);
-    const bool narrow = !(bracket.b - bracket.a >= kNarrowest);
-    if (narrow || m <= bracket.a || m >= bracket.b || depth >= kMaxDepth ||
+    if (Narrow(bracket) || m <= bracket.a || m >= bracket.b || depth >= kMaxDepth ||
         ++splits_ > kMaxSplits) {
       // A cluster too tight to be separated: an odd one still changes the sign of f and is one
       // root; an even one is left to the roots of the derivative.
@@ -77,6 +79,15 @@ class Isolation {
     const int changes = chain_->SignChanges(m);
     Search({bracket.a, m, bracket.fa, fm, bracket.changes_a, changes}, depth + 1, roots);
     Search({m, bracket.b, fm, bracket.fb, changes, bracket.changes_b}, depth + 1, roots);
+  }
+
+  static bool Narrow(const Bracket& bracket) { return !(bracket.b - bracket.a >= kNarrowest); }
+
+  // Whether a count of 0 can be relied on. The remainders of long chains lose their last digits, so
+  // that for high degrees a second opinion is asked before roots are given up.
+  bool RulesOut(const Bracket& bracket) const {
+    return f_.count() <= kTrustedChain || !(bracket.b - bracket.a >= kDoubtedWidth) ||
+           VariationsOn(f_, bracket.a, bracket.b) == SignVariations::kNone;
   }
 
   // Newton's method from the midpoint of an interval that holds one root; each step shrinks the

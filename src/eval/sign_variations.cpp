@@ -3,31 +3,27 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 namespace kurvo {
 namespace {
 
 constexpr double kDoubt = 1e-12;  // of the sum of magnitudes: below it a sign is not trusted
 
-}  // namespace
-
-SignVariations VariationsOn(const Polynomial& f, double a, double b) {
-  const std::size_t count = f.count();
-  double c[Polynomial::kCapacity];
-  double magnitude = 0.0;
-  const double reach = std::max({1.0, std::fabs(a), std::fabs(b)});
-  for (std::size_t i = count; i-- > 0;) {
-    c[i] = f[i];
-    magnitude = magnitude * reach + std::fabs(f[i]);
-  }
-  // f(a + s) by repeated synthetic division, then s = (b - a) x.
+// Replaces the coefficients of f(t) by those of f(a + h x), by repeated synthetic division. Count
+// is a number or, for the compiler to keep short polynomials in registers, an integral constant.
+template <class Count>
+void ShiftAndScale(Count count, double a, double h, double* c) {
   for (std::size_t pass = 0; pass + 1 < count; ++pass)
     for (std::size_t i = count - 1; i-- > pass;) c[i] += a * c[i + 1];
   double scale = 1.0;
-  for (std::size_t i = 1; i < count; ++i) c[i] *= scale *= b - a;
+  for (std::size_t i = 1; i < count; ++i) c[i] *= scale *= h;
+}
 
-  // Bernstein coefficients by the inverse of the power-basis matrix: c[i] / C(n, i) are the
-  // differences of the coefficients at 0, which repeated summation undoes.
+// From powers to Bernstein coefficients, by the inverse of the power-basis matrix: c[i] / C(n, i)
+// are the differences of the coefficients at 0, which repeated summation undoes.
+template <class Count>
+void ToBernstein(Count count, double* c) {
   double binomial = 1.0;
   for (std::size_t i = 1; i < count; ++i) {
     binomial *= static_cast<double>(count - i) / static_cast<double>(i);
@@ -35,6 +31,19 @@ SignVariations VariationsOn(const Polynomial& f, double a, double b) {
   }
   for (std::size_t pass = 1; pass < count; ++pass)
     for (std::size_t i = count - 1; i >= pass; --i) c[i] += c[i - 1];
+}
+
+template <class Count>
+SignVariations CountOn(Count count, const double* f, double a, double b) {
+  double c[Polynomial::kCapacity];
+  double magnitude = 0.0;
+  const double reach = std::max({1.0, std::fabs(a), std::fabs(b)});
+  for (std::size_t i = count; i-- > 0;) {
+    c[i] = f[i];
+    magnitude = magnitude * reach + std::fabs(f[i]);
+  }
+  ShiftAndScale(count, a, b - a, c);
+  ToBernstein(count, c);
 
   int variations = 0;
   const double floor = kDoubt * magnitude;
@@ -43,6 +52,36 @@ SignVariations VariationsOn(const Polynomial& f, double a, double b) {
     if (i > 0 && (c[i] < 0.0) != (c[i - 1] < 0.0) && ++variations > 1) return SignVariations::kOpen;
   }
   return variations == 0 ? SignVariations::kNone : SignVariations::kOne;
+}
+
+template <std::size_t kCount>
+using Fixed = std::integral_constant<std::size_t, kCount>;
+
+}  // namespace
+
+// The fixed counts are those of the foot points of plain curves up to degree 5 and of rational ones
+// up to degree 3, and of their derivatives.
+SignVariations VariationsOn(const Polynomial& f, double a, double b) {
+  switch (f.count()) {
+    case 3:
+      return CountOn(Fixed<3>(), f.data(), a, b);
+    case 4:
+      return CountOn(Fixed<4>(), f.data(), a, b);
+    case 5:
+      return CountOn(Fixed<5>(), f.data(), a, b);
+    case 6:
+      return CountOn(Fixed<6>(), f.data(), a, b);
+    case 7:
+      return CountOn(Fixed<7>(), f.data(), a, b);
+    case 8:
+      return CountOn(Fixed<8>(), f.data(), a, b);
+    case 9:
+      return CountOn(Fixed<9>(), f.data(), a, b);
+    case 10:
+      return CountOn(Fixed<10>(), f.data(), a, b);
+    default:
+      return CountOn(f.count(), f.data(), a, b);
+  }
 }
 
 }  // namespace kurvo

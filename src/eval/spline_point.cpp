@@ -13,6 +13,12 @@ bool AllEqual(const double* u, int32_t first, int32_t last, double value) {
   return std::all_of(u + first, u + last + 1, [value](double knot) { return knot == value; });
 }
 
+// False for a domain that is a single value.
+template <std::size_t kDim>
+bool HasSpan(const SplineView<kDim>& spline) {
+  return spline.knots[spline.order - 1] != spline.knots[spline.count];
+}
+
 }  // namespace
 
 bool SpanIsPolynomial(const SplineView<3>&, int32_t, double) { return true; }
@@ -52,7 +58,8 @@ template <std::size_t kDim>
 Vec3 StartOfSpline(const SplineView<kDim>& spline, double tol) {
   const int32_t k = spline.order;
   const double start = spline.knots[k - 1];
-  if (AllEqual(spline.knots, 0, k - 2, start)) return Spatial(spline.points[0]);
+  const bool clamped = AllEqual(spline.knots, 0, k - 2, start);
+  if (clamped && (spline.knots[k] != start || !HasSpan(spline))) return Spatial(spline.points[0]);
   return PointOnSpan(spline, FindSpan(KnotsOf(spline), start), start, tol);
 }
 
@@ -60,7 +67,8 @@ template <std::size_t kDim>
 Vec3 EndOfSpline(const SplineView<kDim>& spline, double tol) {
   const int32_t m = spline.count;
   const double end = spline.knots[m];
-  if (AllEqual(spline.knots, m + 1, m + spline.order - 1, end))
+  const bool clamped = AllEqual(spline.knots, m + 1, m + spline.order - 1, end);
+  if (clamped && (spline.knots[m - 1] != end || !HasSpan(spline)))
     return Spatial(spline.points[m - 1]);
   return PointOnSpan(spline, LastSpan(KnotsOf(spline)), end, tol);
 }

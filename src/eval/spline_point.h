@@ -20,8 +20,9 @@ bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, double tol);
 Vec3 PointOnSpan(const SplineView<3>& spline, int32_t i, double t, double tol);
 Vec3 PointOnSpan(const SplineView<4>& spline, int32_t i, double t, double tol);
 
-// The first (last) point of the curve. With the end knots all equal that is the end control point;
-// otherwise the curve is evaluated at the end of its domain.
+// The first (last) point of the curve. With exactly `order` equal end knots that is the end control
+// point itself; otherwise, also when the end knot is repeated into the domain and the first control
+// points act on no span, the curve is evaluated at the end of its domain.
 template <std::size_t kDim>
 Vec3 StartOfSpline(const SplineView<kDim>& spline, double tol);
 template <std::size_t kDim>

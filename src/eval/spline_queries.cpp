@@ -5,97 +5,165 @@
 #include <cmath>
 #include <limits>
 
-#include "calc/boxes.h"
-#include "eval/basis_polynomials.h"
 #include "eval/prationalcurve2d.h"
-#include "eval/segment.h"
-#include "eval/spline_point.h"
+#include "eval/spline_span.h"
 
 namespace kurvo {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-double Weight(const double (&)[3]) { return 1.0; }
-double Weight(const double (&point)[4]) { return point[3]; }
+// The squared distance of p from a box; NaN when p is not a number.
+double SquaredGap(const PlanarBox& box, Vec2 p) {
+  const double x = std::max(std::max(p.x - box.max.x, box.min.x - p.x), 0.0);
+  const double y = std::max(std::max(p.y - box.max.y, box.min.y - p.y), 0.0);
+  return x * x + y * y;
+}
 
-// One span of a spline: its stretch of the domain, its control points and their box.
-template <std::size_t kDim>
-class Span {
- public:
-  Span(const SplineView<kDim>& spline, int32_t i, double tol)
-      : spline_(spline), i_(i), tol_(tol), points_(spline.points + (i - spline.order + 1)) {
-    for (int32_t j = 0; j < spline.order; ++j) box_.Widen(Planar(points_[j]));
-  }
+// Keeps the nearest candidate; of equals the one of the lowest rank, and of these the first. A
+// distance that is not finite never wins.
+struct Best {
+  SplineFoot foot{{0.0, kInfinity}, {}};
+  int32_t rank = -1;
 
-  const PlanarBox& box() const { return box_; }
-  double ToDomain(double s) const { return Left() + s * (Right() - Left()); }
-  Vec2 Position(double s) const { return Planar(PointOnSpan(spline_, i_, ToDomain(s), tol_)); }
-
-  // A rational span stays in the box of its control points only when no weight is negative.
-  bool InsideBox() const {
-    for (int32_t j = 0; j < spline_.order; ++j)
-      if (!(Weight(points_[j]) > 0.0)) return false;
-    return true;
-  }
-
-  // Whether the curve may have a corner at the left (right) end of the span. The ends of the domain
-  // are no corners.
-  bool CornerAtLeft() const {
-    return i_ >= spline_.order && IsCorner(Left(), i_ - spline_.order + 2, i_ + 1);
-  }
-  bool CornerAtRight() const {
-    return i_ + 1 < spline_.count && IsCorner(Right(), i_ + 1, i_ + spline_.order);
-  }
-
-  // The span's polynomials in its own parameter s in [0, 1].
-  Segment ToSegment() const {
-    const BasisPolynomials basis(KnotsOf(spline_), i_);
-    Segment segment;
-    segment.rational = !SpanIsPolynomial(spline_, i_, tol_);
-    for (int32_t j = 0; j < spline_.order; ++j) {
-      const double weight = segment.rational ? Weight(points_[j]) : 1.0;
-      segment.x = SumScaled(segment.x, weight * points_[j][0], basis[j]);
-      segment.y = SumScaled(segment.y, weight * points_[j][1], basis[j]);
-      if (segment.rational) segment.w = SumScaled(segment.w, weight, basis[j]);
+  double dist() const { return foot.nearest.dist; }
+  void Offer(double t, Vec2 point, double dist, int32_t at_rank) {
+    if (dist < foot.nearest.dist || (dist == foot.nearest.dist && at_rank < rank)) {
+      foot = {{t, dist}, point};
+      rank = at_rank;
     }
-    return segment;
+  }
+};
+
+// The search for the nearest point. A span ranks by its index, the ends come after all of them.
+template <std::size_t kDim>
+class NearestSearch {
+ public:
+  NearestSearch(const SplineView<kDim>& spline, Vec2 p, double tol)
+      : spline_(spline), knots_(KnotsOf(spline)), p_(p), tol_(tol) {}
+
+  SplineFoot Run() {
+    const Vec2 start = Planar(StartOfSpline(spline_, tol_));
+    const Vec2 end = Planar(EndOfSpline(spline_, tol_));
+    best_.Offer(knots_.Start(), start, Length(p_ - start), spline_.count);
+    best_.Offer(knots_.End(), end, Length(p_ - end), spline_.count + 1);
+    Survey();
+    SearchSpans();
+    if (best_.dist() > reach_) {
+      // Where the finder misses a foot, no candidate may come as near as some point of the curve:
+      // then that bound was too sharp, and the candidates alone set it.
+      bound_by_reach_ = false;
+      SearchSpans();
+    }
+    if (best_.dist() < kInfinity) return best_.foot;
+    return {{knots_.End(), Length(p_ - end)}, end};
   }
 
  private:
-  double Left() const { return spline_.knots[i_]; }
-  double Right() const { return spline_.knots[i_ + 1]; }
+  // A span whose box is near enough.
+  struct Candidate {
+    int32_t i;
+    double squared_gap;  // from the box, 0 when the span may leave it
+    double to_middle;    // from the middle of the span
+  };
+  static constexpr std::size_t kBatch = 64;
 
-  // True when the order - 1 knots u[first .. last) are exactly `value`; none for order 1, which
-  // jumps at every knot.
-  bool IsCorner(double value, int32_t first, int32_t last) const {
-    return std::all_of(spline_.knots + first, spline_.knots + last,
-                       [value](double knot) { return knot == value; });
+  double Limit() const {
+    return (bound_by_reach_ ? std::min(best_.dist(), reach_) : best_.dist()) + noise_;
+  }
+
+  // Measures the size of the coordinates, and a point of the curve where the control polygon comes
+  // near.
+  void Survey() {
+    int32_t nearest = 0;
+    double nearest_gap = kInfinity;
+    double largest = std::max(std::fabs(p_.x), std::fabs(p_.y));
+    for (int32_t j = 0; j < spline_.count; ++j) {
+      const Vec2 point = Planar(spline_.points[j]);
+      const Vec2 gap = point - p_;
+      largest = std::max(largest, std::max(std::fabs(point.x), std::fabs(point.y)));
+      if (Dot(gap, gap) < nearest_gap) {
+        nearest_gap = Dot(gap, gap);
+        nearest = j;
+      }
+    }
+    noise_ = kBoundNoise * largest;
+    const int32_t i = std::clamp(nearest + spline_.order / 2, spline_.order - 1, spline_.count - 1);
+    if (knots_.u[i] < knots_.u[i + 1]) Reach(i, 0.5);
+  }
+
+  // The distance of the point at s on span i, to which the reach is lowered.
+  double Reach(int32_t i, double s) {
+    const SplineSpan<kDim> span(spline_, i, tol_);
+    const double dist = Length(p_ - span.Position(s));
+    if (dist + tol_ < reach_) reach_ = dist + tol_;
+    return dist;
+  }
+
+  void SearchSpans() {
+    WithOrder(spline_.order, [&](auto k) {
+      Candidate batch[kBatch];
+      std::size_t size = 0;
+      AnySpan(knots_, [&](int32_t i) {
+        const double gap = SquaredGap(BoxOfPoints(spline_.points + (i - k + 1), k), p_);
+        const double limit = Limit();
+        const bool inside = SplineSpan<kDim>(spline_, i, tol_).InsideBox();
+        if (gap > limit * limit && inside) return false;
+        batch[size++] = {i, inside ? gap : 0.0, Reach(i, 0.5)};
+        if (size == kBatch) {
+          ExamineBatch(batch, size);
+          size = 0;
+        }
+        return false;
+      });
+      if (size > 0) ExamineBatch(batch, size);
+    });
+  }
+
+  // Begins with the one that is likely to be the nearest, so that the others can be passed over.
+  void ExamineBatch(const Candidate (&batch)[kBatch], std::size_t size) {
+    std::size_t first = 0;
+    for (std::size_t n = 1; n < size; ++n)
+      if (batch[n].to_middle < batch[first].to_middle) first = n;
+    if (first > 0 && first + 1 < size) ReachBetween(batch + first);
+    Examine(SplineSpan<kDim>(spline_, batch[first].i, tol_), batch[first].i);
+    for (std::size_t n = 0; n < size; ++n) {
+      const double limit = Limit();
+      if (n == first || batch[n].squared_gap > limit * limit) continue;
+      const SplineSpan<kDim> span(spline_, batch[n].i, tol_);
+      if (!(span.InsideBox() && span.StaysBeyond(p_, limit))) Examine(span, batch[n].i);
+    }
+  }
+
+  // Lowers the reach to about the nearest point of a span whose middle is nearer than those of the
+  // candidates before and after it: at the vertex of the parabola through the squared distances.
+  void ReachBetween(const Candidate* middle) {
+    const auto squared = [](const Candidate& c) { return c.to_middle * c.to_middle; };
+    const double before = squared(middle[-1]) - squared(middle[0]);
+    const double after = squared(middle[1]) - squared(middle[0]);
+    const double s = 0.5 + 0.5 * (before - after) / (before + after);
+    if (OnUnitInterval(s, 0.0)) Reach(middle->i, s);
+  }
+
+  void Examine(const SplineSpan<kDim>& span, int32_t i) {
+    const auto offer = [&](double s) {
+      const Vec2 point = span.Position(s);
+      best_.Offer(span.ToDomain(s), point, Length(p_ - point), i);
+    };
+    for (const double s : FootPoints(span.ToSegment(), p_, tol_)) offer(s);
+    if (span.CornerAtLeft()) offer(0.0);
+    if (span.CornerAtRight()) offer(1.0);
   }
 
   const SplineView<kDim>& spline_;
-  const int32_t i_;
+  const KnotVector knots_;
+  const Vec2 p_;
   const double tol_;
-  const double (*points_)[kDim];
-  PlanarBox box_;
+  double noise_ = 0.0;        // what rounding can do to a distance
+  double reach_ = kInfinity;  // some point of the curve is no farther than this
+  bool bound_by_reach_ = true;
+  Best best_;
 };
-
-// Keeps the nearest candidate, the first one of equals; a NaN distance never wins.
-struct Best {
-  NearestOnCurve nearest{0.0, kInfinity};
-
-  void Offer(double t, double dist) {
-    if (dist < nearest.dist) nearest = {t, dist};
-  }
-};
-
-template <std::size_t kDim>
-void OfferSpan(const Span<kDim>& span, Vec2 p, double tol, Best& best) {
-  const auto offer = [&](double s) { best.Offer(span.ToDomain(s), Length(p - span.Position(s))); };
-  for (const double s : FootPoints(span.ToSegment(), p, tol)) offer(s);
-  if (span.CornerAtLeft()) offer(0.0);
-  if (span.CornerAtRight()) offer(1.0);
-}
 
 }  // namespace
 
@@ -110,37 +178,15 @@ bool HasFootPoints(const SplineView<kDim>& spline, double tol) {
 }
 
 template <std::size_t kDim>
-NearestOnCurve NearestOnSpline(const SplineView<kDim>& spline, Vec2 p, double tol) {
-  const KnotVector knots = KnotsOf(spline);
-  const double to_start = Length(p - Planar(StartOfSpline(spline, tol)));
-  const double to_end = Length(p - Planar(EndOfSpline(spline, tol)));
-
-  // No span whose box is farther away than some point of the curve can win.
-  double reach = std::min(to_start, to_end);
-  AnySpan(knots, [&](int32_t i) {
-    const Span<kDim> span(spline, i, tol);
-    if (reach > Distance(span.box(), p)) reach = std::min(reach, Length(p - span.Position(0.5)));
-    return false;
-  });
-
-  Best best;
-  AnySpan(knots, [&](int32_t i) {
-    const Span<kDim> span(spline, i, tol);
-    const double limit = std::min(reach, best.nearest.dist) + tol;
-    if (!(Distance(span.box(), p) > limit && span.InsideBox())) OfferSpan(span, p, tol, best);
-    return false;
-  });
-  best.Offer(knots.Start(), to_start);
-  best.Offer(knots.End(), to_end);
-  if (best.nearest.dist < kInfinity) return best.nearest;
-  return {knots.End(), to_end};
+SplineFoot FootOnSpline(const SplineView<kDim>& spline, Vec2 p, double tol) {
+  return NearestSearch<kDim>(spline, p, tol).Run();
 }
 
 template <std::size_t kDim>
 Incidence ParameterOnSpline(const SplineView<kDim>& spline, Vec3 p, double tol, double& t) {
   const bool found = AnySpan(KnotsOf(spline), [&](int32_t i) {
-    const Span<kDim> span(spline, i, tol);
-    if (!Contains(span.box(), Planar(p), tol) && span.InsideBox()) return false;
+    const SplineSpan<kDim> span(spline, i, tol);
+    if (!Contains(span.BoundBox(), Planar(p), tol) && span.InsideBox()) return false;
     double s;
     const auto position = [&](double at) { return span.Position(at); };
     if (!FindParameter(span.ToSegment(), p, tol, position, s)) return false;
@@ -155,8 +201,8 @@ Incidence ParameterOnSpline(const SplineView<kDim>& spline, Vec3 p, double tol, 
 
 template bool HasFootPoints(const SplineView<3>&, double);
 template bool HasFootPoints(const SplineView<4>&, double);
-template NearestOnCurve NearestOnSpline(const SplineView<3>&, Vec2, double);
-template NearestOnCurve NearestOnSpline(const SplineView<4>&, Vec2, double);
+template SplineFoot FootOnSpline(const SplineView<3>&, Vec2, double);
+template SplineFoot FootOnSpline(const SplineView<4>&, Vec2, double);
 template Incidence ParameterOnSpline(const SplineView<3>&, Vec3, double, double&);
 template Incidence ParameterOnSpline(const SplineView<4>&, Vec3, double, double&);
 

@@ -5,28 +5,10 @@
 #include "eval/with_evaluator.h"
 #include "foundation/guard.h"
 #include "foundation/rounded_compare.h"
+#include "query/composite_piece.h"
 
 namespace kurvo {
 namespace {
-
-// A composite's piece and the parameter on it; no piece beyond the end.
-struct PieceParameter {
-  const Curve* piece = nullptr;
-  double t = 0.0;
-};
-
-// The first piece whose running sum of widths reaches t: a boundary belongs to the earlier piece. A
-// piece without width is evaluated at its start.
-PieceParameter PieceAt(const CompositeView& composite, double t) {
-  double before = 0.0;
-  for (int32_t i = 0; i < composite.count; ++i) {
-    const double width = composite.widths[i];
-    if (before + width >= t)
-      return {composite.curves + i, width > 0.0 ? (t - before) / width : 0.0};
-    before += width;
-  }
-  return {};
-}
 
 Vec3 PointAt(const auto& view, double t, GlobalVar& g) {
   return WithEvaluator(view, g, [t](const auto& evaluator) { return evaluator.Position(t); });
@@ -53,7 +35,8 @@ Vec3 PointOfCurve(const Curve& curve, double t, int level, GlobalVar& g) {
     VisitCurve(*rest, Overloaded{[&](const auto& view) { point = PointAt(view, t, g); },
                                  [&](const CompositeView& composite) {
                                    if (level >= kMaxNesting) return Fail(g, KURVO_ERR_CURVE);
-                                   const PieceParameter at = PieceAt(composite, t);
+                                   const PieceParameter at =
+                                       PieceAt(composite, t, Boundary::kEarlierPiece);
                                    piece = at.piece;
                                    t = at.t;
                                  },

@@ -31,3 +31,9 @@ static_assert(offsetof(KurvoRBSpline, points) == 8 && offsetof(KurvoRBSpline, kn
 static_assert(sizeof(KurvoSegcv) == 104);
 static_assert(offsetof(KurvoSegcv, count) == 0 && offsetof(KurvoSegcv, curves) == 8);
 static_assert(offsetof(KurvoSegcv, widths) == 16);
+
+static_assert(sizeof(Cvseq) == 16);
+static_assert(offsetof(Cvseq, count) == 0 && offsetof(Cvseq, curves) == 8);
+
+static_assert(sizeof(CvParam) == 16);
+static_assert(offsetof(CvParam, count) == 0 && offsetof(CvParam, values) == 8);

@@ -73,6 +73,14 @@ static const Row kRecords[] = {
     FIELD(KurvoSegcv, count, 0),
     FIELD(KurvoSegcv, curves, 8),
     FIELD(KurvoSegcv, widths, 16),
+
+    SIZE(Cvseq, 16),
+    FIELD(Cvseq, count, 0),
+    FIELD(Cvseq, curves, 8),
+
+    SIZE(CvParam, 16),
+    FIELD(CvParam, count, 0),
+    FIELD(CvParam, values, 8),
 };
 
 static int failures = 0;

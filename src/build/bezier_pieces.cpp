@@ -1,0 +1,177 @@
+// The Bezier pieces that free-form curves are made of.
+#include "build/bezier_pieces.h"
+
+#include <algorithm>
+#include <cstring>
+#include <type_traits>
+
+#include "build/homogeneous.h"
+#include "eval/spline_point.h"
+
+namespace kurvo {
+namespace {
+
+template <std::size_t kDim>
+void Mix(double (&a)[kDim], const double (&b)[kDim], double s) {  // a := (1 - s) a + s b
+  for (std::size_t c = 0; c < kDim; ++c) a[c] = (1.0 - s) * a[c] + s * b[c];
+}
+
+// Boehm's knot insertion (Computer-Aided Design 12, 1980) on one span [u[0], u[1]]: raises first
+// its left knot, then its right one to full multiplicity. In the blossom f of the span, with p = k
+// - 1,
+//   e[q] starts as  f(u[q+1-p], ..., u[q]),
+//   then becomes    f(u[0] p-q times, u[1], ..., u[q]),
+//   and ends as     f(u[0] p-q times, u[1] q times), the Bezier point q.
+template <std::size_t kDim, class Order>
+void RaiseKnots(Order k, const double* u, double (*e)[kDim]) {
+  const int32_t p = k - 1;
+  if (u[1 - p] != u[0]) {
+    for (int32_t r = 1; r < p; ++r)
+      for (int32_t q = 0; q < p - r; ++q)
+        Mix(e[q], e[q + 1], (u[0] - u[q + r - p]) / (u[q + 1] - u[q + r - p]));
+  }
+  if (u[p] != u[1]) {
+    for (int32_t s = 1; s < p; ++s)
+      for (int32_t q = p; q > s; --q)
+        Mix(e[q], e[q - 1], (u[1 + q - s] - u[1]) / (u[1 + q - s] - u[0]));
+  }
+}
+
+template <int32_t kOrder>
+using OrderConstant = std::integral_constant<int32_t, kOrder>;
+
+template <std::size_t kDim>
+void RaiseKnotsOfOrder(int32_t k, const double* u, double (*e)[kDim]) {
+  switch (k) {  // the common orders are unrolled
+    case 1:
+      return;
+    case 3:
+      return RaiseKnots(OrderConstant<3>(), u, e);
+    case 4:
+      return RaiseKnots(OrderConstant<4>(), u, e);
+    default:
+      return RaiseKnots(k, u, e);
+  }
+}
+
+template <std::size_t kDim>
+void CopyPoint(const double (&from)[kDim], double (&to)[kDim]) {
+  std::copy_n(from, kDim, to);
+}
+
+}  // namespace
+
+int32_t CountSpans(const KnotVector& knots) {
+  int32_t count = 0;
+  for (int32_t i = knots.order - 1; i < knots.count; ++i)
+    if (knots.u[i] < knots.u[i + 1]) ++count;
+  return count;
+}
+
+template <std::size_t kDim>
+void ExtractBezier(const SplineView<kDim>& spline, int32_t i, double (*out)[kDim]) {
+  const int32_t k = spline.order;
+  const double* u = spline.knots + i;
+  const double(*points)[kDim] = spline.points + (i - k + 1);
+  std::memcpy(out, points, static_cast<std::size_t>(k) * sizeof(*out));
+  const bool starts_clamped = k == 1 || u[2 - k] == u[0];
+  const bool ends_clamped = k == 1 || u[k - 1] == u[1];
+  if (starts_clamped && ends_clamped) return;  // a Bezier piece already
+  ToHomogeneous(out, k);
+  RaiseKnotsOfOrder(k, u, out);
+  ToCartesian(out, k);
+  if (starts_clamped) CopyPoint(points[0], out[0]);  // weights must not round the ends
+  if (ends_clamped) CopyPoint(points[k - 1], out[k - 1]);
+}
+
+template void ExtractBezier(const SplineView<3>&, int32_t, double (*)[3]);
+template void ExtractBezier(const SplineView<4>&, int32_t, double (*)[4]);
+
+namespace {
+
+// What a curve needs to be stored.
+struct Size {
+  std::size_t spans = 0;
+  std::size_t doubles = 0;
+};
+
+// Adds up the size of all pieces; false for a record that cannot be right.
+bool Measure(const Curve& curve, int level, Size& size) {
+  return VisitCurve(
+      curve, Overloaded{[](const auto&) { return true; }, [](Refused) { return false; },
+                        [&]<std::size_t kDim>(const BezierView<kDim>&) {
+                          ++size.spans;
+                          return true;
+                        },
+                        [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
+                          if (spline.order > kMaxSplineOrder) return false;
+                          const auto spans = static_cast<std::size_t>(CountSpans(KnotsOf(spline)));
+                          size.spans += spans;
+                          size.doubles += spans * static_cast<std::size_t>(spline.order) * kDim;
+                          return true;
+                        },
+                        [&](const CompositeView& composite) {
+                          if (level >= kMaxNesting) return false;
+                          return std::all_of(
+                              composite.curves, composite.curves + composite.count,
+                              [&](const Curve& piece) { return Measure(piece, level + 1, size); });
+                        }});
+}
+
+// Fills what Measure has measured.
+class Collector {
+ public:
+  Collector(std::vector<BezierSpan>& spans, double* storage) : spans_(spans), next_(storage) {}
+
+  // Parameter t of `curve` is offset + t scale on the whole.
+  void Add(const Curve& curve, double offset, double scale) {
+    VisitCurve(
+        curve,
+        Overloaded{[](const auto&) {},
+                   [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
+                     spans_.push_back({bezier.points[0], bezier.degree, kDim == 4, offset, scale});
+                   },
+                   [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
+                     AddSpline(spline, offset, scale);
+                   },
+                   [&](const CompositeView& composite) {
+                     double before = 0.0;
+                     for (int32_t i = 0; i < composite.count; ++i) {
+                       const double width = composite.widths[i];
+                       Add(composite.curves[i], offset + before * scale, width * scale);
+                       before += width;
+                     }
+                   }});
+  }
+
+ private:
+  template <std::size_t kDim>
+  void AddSpline(const SplineView<kDim>& spline, double offset, double scale) {
+    ExtractAllBeziers(spline, [&](int32_t i) {
+      const double* u = spline.knots + i;
+      auto* points = static_cast<double(*)[kDim]>(static_cast<void*>(next_));
+      spans_.push_back(
+          {next_, spline.order - 1, kDim == 4, offset + u[0] * scale, (u[1] - u[0]) * scale});
+      next_ += static_cast<std::size_t>(spline.order) * kDim;
+      return points;
+    });
+  }
+
+  std::vector<BezierSpan>& spans_;
+  double* next_;
+};
+
+}  // namespace
+
+std::optional<BezierSpans> BezierSpans::Of(const Curve& curve) {
+  Size size;
+  if (!Measure(curve, 0, size)) return std::nullopt;
+  std::vector<BezierSpan> spans;
+  spans.reserve(size.spans);
+  std::unique_ptr<double[]> storage;
+  if (size.doubles > 0) storage = std::make_unique_for_overwrite<double[]>(size.doubles);
+  Collector(spans, storage.get()).Add(curve, 0.0, 1.0);
+  return BezierSpans(std::move(spans), std::move(storage));
+}
+
+}  // namespace kurvo

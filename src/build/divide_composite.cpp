@@ -1,0 +1,84 @@
+// Composites taken apart between and inside their pieces.
+#include "build/divide_composite.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "build/copied_curve.h"
+#include "build/cut_curve.h"
+#include "build/widths.h"
+
+namespace kurvo {
+
+void PieceList::Add(OwnedCurve piece, double width) {
+  pieces.push_back(std::move(piece));
+  widths.push_back(width);
+}
+
+OwnedCurve PieceList::ToComposite() {
+  double total = 0.0;
+  for (const double width : widths) total += width;
+  if (!(total > 0.0 && std::isfinite(total))) return {};
+  OwnedCurve composite(CV_SEGCV, {.count = static_cast<int32_t>(pieces.size())});
+  auto& block = composite.block<KurvoSegcv>();
+  Widths scaled;
+  double sum = 0.0;
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    sum += widths[i];
+    block.curves[i] = pieces[i].Release();
+    block.widths[i] = scaled.UpTo(i + 1 == pieces.size() ? 1.0 : sum / total);
+  }
+  return composite;
+}
+
+namespace {
+
+// A piece of a composite, and the stretch of the composite's parameters that it covers.
+struct Stretch {
+  const Curve& piece;
+  double start;
+  double width;
+};
+
+// Divides the piece at n parameters of the composite and adds the parts to lists[0 .. n].
+bool DividePiece(const Stretch& stretch, const double* cuts, std::size_t n, double param_tol,
+                 GlobalVar& g, PieceList* lists) {
+  std::vector<double> local(n);
+  for (std::size_t i = 0; i < n; ++i) local[i] = (cuts[i] - stretch.start) / stretch.width;
+  std::vector<OwnedCurve> parts(n + 1);
+  if (!CutCurve(stretch.piece, local.data(), static_cast<int32_t>(n), param_tol / stretch.width,
+                parts.data(), g))
+    return false;
+  double start = stretch.start;
+  for (std::size_t i = 0; i <= n; ++i) {
+    const double end = i < n ? cuts[i] : stretch.start + stretch.width;
+    lists[i].Add(std::move(parts[i]), end - start);
+    start = end;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool SplitComposite(const CompositeView& composite, const std::vector<double>& cuts,
+                    double param_tol, GlobalVar& g, std::vector<PieceList>& lists) {
+  std::size_t list = 0;
+  double start = 0.0;
+  for (int32_t i = 0; i < composite.count; ++i) {
+    const Stretch stretch{composite.curves[i], start, composite.widths[i]};
+    const double end = start + stretch.width;
+    std::size_t inside = 0;  // cuts in this piece
+    while (list + inside < cuts.size() && cuts[list + inside] < end - param_tol) ++inside;
+    if (inside == 0) {
+      lists[list].Add(CopyOf(stretch.piece, g), stretch.width);
+    } else if (!DividePiece(stretch, cuts.data() + list, inside, param_tol, g, &lists[list])) {
+      return false;
+    }
+    list += inside;
+    if (list < cuts.size() && param_tol >= std::fabs(end - cuts[list])) ++list;
+    start = end;
+  }
+  return list == cuts.size();
+}
+
+}  // namespace kurvo

@@ -1,0 +1,109 @@
+// Reversal of a curve's direction of travel, and knot vectors mapped onto [0, 1].
+#include "build/reverse.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "foundation/error_codes.h"
+#include "records/views.h"
+
+namespace kurvo {
+namespace {
+
+// Views are read-only; what is reversed in place is written to through them.
+template <class T>
+T* Writable(const T* part) {
+  return const_cast<T*>(part);
+}
+
+template <class T>
+void ReverseArray(const T* array, int32_t count) {
+  std::reverse(Writable(array), Writable(array) + count);
+}
+
+// Looks through all pieces first, so that nothing is half reversed.
+bool CanReverse(const Curve& curve, int level) {
+  return VisitCurve(
+      curve, Overloaded{[](const auto&) { return true; }, [](Refused) { return false; },
+                        [&](const CompositeView& composite) {
+                          if (level >= kMaxNesting) return false;
+                          return std::all_of(
+                              composite.curves, composite.curves + composite.count,
+                              [&](const Curve& piece) { return CanReverse(piece, level + 1); });
+                        }});
+}
+
+void ReverseView(const KurvoLine& line) {
+  KurvoLine& writable = *Writable(&line);
+  std::swap(writable.start, writable.end);
+}
+
+void ReverseView(const KurvoArc& arc) {
+  KurvoArc& writable = *Writable(&arc);
+  std::swap(writable.start, writable.end);
+  writable.normal[2] *= -1.0;
+}
+
+template <std::size_t kDim>
+void ReverseView(const BezierView<kDim>& bezier) {
+  ReverseArray(bezier.points, bezier.degree + 1);
+}
+
+// Turning the knots round and negating them keeps them ascending.
+template <std::size_t kDim>
+void ReverseView(const SplineView<kDim>& spline) {
+  const int32_t count = spline.order + spline.count;
+  ReverseArray(spline.points, spline.count);
+  ReverseArray(spline.knots, count);
+  double* knots = Writable(spline.knots);
+  for (int32_t i = 0; i < count; ++i) knots[i] = 0.0 - knots[i];  // 0 stays 0, not -0
+  KurvoclNormalizeKnot(knots, count, spline.order);
+}
+
+void ReverseChecked(const Curve& curve);
+
+void ReverseView(const CompositeView& composite) {
+  ReverseArray(composite.curves, composite.count);
+  ReverseArray(composite.widths, composite.count);
+  std::for_each_n(composite.curves, composite.count, ReverseChecked);
+}
+
+void ReverseView(Refused) {}
+
+void ReverseChecked(const Curve& curve) {
+  VisitCurve(curve, [](const auto& view) { ReverseView(view); });
+}
+
+// The knot u becomes (u - a) / (b - a), [a, b] being the domain.
+void NormaliseKnots(double* knots, int32_t count, int32_t order) {
+  const double a = knots[order - 1];
+  const double b = knots[count - order];
+  if (a == b || (a == 0.0 && b == 1.0)) return;
+  for (int32_t i = 0; i < count; ++i) knots[i] = (knots[i] - a) / (b - a);
+}
+
+}  // namespace
+
+bool Reverse(Curve& curve) {
+  if (!CanReverse(curve, 0)) return false;
+  ReverseChecked(curve);
+  return true;
+}
+
+}  // namespace kurvo
+
+extern "C" {
+
+int64_t KurvocvChgOrder(Curve* curve, GlobalVar* g) noexcept {
+  if (kurvo::ErrorPending(*g)) return KurvoErrSeverity(g->error);
+  if (curve && kurvo::Reverse(*curve)) return 0;
+  kurvo::Fail(*g, KURVO_ERR_CURVE);
+  return KURVO_SEVERITY_ERROR;
+}
+
+void KurvoclNormalizeKnot(double* knots, int32_t count, int32_t order) noexcept {
+  if (!knots || order < 1 || count < order || count - order < order) return;
+  kurvo::NormaliseKnots(knots, count, order);
+}
+
+}  // extern "C"

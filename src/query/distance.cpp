@@ -1,0 +1,70 @@
+// The distance of a point from a curve.
+#include <cmath>
+
+#include "eval/with_evaluator.h"
+
+namespace kurvo {
+namespace {
+
+// The point of a curve nearest to a given one; none when the curve has no points. When an error is
+// recorded on the way the result means nothing.
+struct Nearest {
+  bool found = false;
+  NearestOnCurve at;
+
+  // Keeps the nearer one, the earlier one of equals; any number beats a NaN.
+  void Offer(const NearestOnCurve& candidate) {
+    const bool better =
+        candidate.dist < at.dist || (std::isnan(at.dist) && !std::isnan(candidate.dist));
+    if (!found || better) at = candidate;
+    found = true;
+  }
+};
+
+Nearest NearestOnCurveRecord(const Curve& curve, Vec3 p, int level, GlobalVar& g);
+
+Nearest NearestOnComposite(const CompositeView& composite, Vec3 p, int level, GlobalVar& g) {
+  Nearest nearest;
+  double before = 0.0;
+  for (int32_t i = 0; i < composite.count && !ErrorPending(g); ++i) {
+    const double width = composite.widths[i];
+    const Nearest on_piece = NearestOnCurveRecord(composite.curves[i], p, level + 1, g);
+    if (on_piece.found) nearest.Offer({on_piece.at.t * width + before, on_piece.at.dist});
+    before += width;
+  }
+  return nearest;
+}
+
+Nearest NearestOnCurveRecord(const Curve& curve, Vec3 p, int level, GlobalVar& g) {
+  const auto refuse = [&] {
+    Fail(g, KURVO_ERR_CURVE);
+    return Nearest{};
+  };
+  return VisitCurve(curve, Overloaded{[&](const auto& view) {
+                                        return WithEvaluator(view, g, [&](const auto& evaluator) {
+                                          return Nearest{true, evaluator.NearestPoint(p)};
+                                        });
+                                      },
+                                      [&](const CompositeView& composite) {
+                                        if (level >= kMaxNesting) return refuse();
+                                        return NearestOnComposite(composite, p, level, g);
+                                      },
+                                      [&](Refused) { return refuse(); }});
+}
+
+}  // namespace
+}  // namespace kurvo
+
+extern "C" double KurvocvDistPoint(const Curve* curve, const Coord p, double* t,
+                                   GlobalVar* g) noexcept {
+  using kurvo::ErrorPending;
+  if (ErrorPending(*g)) return 0.0;
+  if (!curve) {
+    kurvo::Fail(*g, KURVO_ERR_CURVE);
+    return 0.0;
+  }
+  const auto nearest = kurvo::NearestOnCurveRecord(*curve, kurvo::Spatial(p), 0, *g);
+  if (!nearest.found || ErrorPending(*g)) return 0.0;
+  *t = nearest.at.t;
+  return nearest.at.dist;
+}

@@ -1,0 +1,126 @@
+// One Bezier piece of a free-form curve, as the intersection of two such curves sees it.
+#include "relate/bezier_piece.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kurvo {
+namespace {
+
+constexpr int kNearestSteps = 12;
+constexpr double kParameterRounding = 1e-15;
+
+struct Homogeneous {
+  double x, y, w;
+};
+
+Homogeneous operator+(Homogeneous a, Homogeneous b) { return {a.x + b.x, a.y + b.y, a.w + b.w}; }
+Homogeneous operator-(Homogeneous a, Homogeneous b) { return {a.x - b.x, a.y - b.y, a.w - b.w}; }
+Homogeneous operator*(double s, Homogeneous a) { return {s * a.x, s * a.y, s * a.w}; }
+
+Homogeneous Mix(Homogeneous a, Homogeneous b, double t) { return (1.0 - t) * a + t * b; }
+Vec2 Mix(Vec2 a, Vec2 b, double t) { return (1.0 - t) * a + t * b; }
+
+// Value and the first two derivatives of a Bezier function by de Casteljau's algorithm, whose last
+// three points give them as differences.
+template <class Value>
+struct ValueJet {
+  Value p, d1, d2;
+};
+
+template <class Value>
+ValueJet<Value> CasteljauJet(Value* work, int32_t n, double t) {
+  for (int32_t level = n; level > 2; --level)
+    for (int32_t i = 0; i < level; ++i) work[i] = Mix(work[i], work[i + 1], t);
+  const double degree = n;
+  ValueJet<Value> jet{};
+  if (n >= 2) {
+    jet.d2 = (degree * (degree - 1.0)) * ((work[2] - work[1]) - (work[1] - work[0]));
+    for (int32_t i = 0; i < 2; ++i) work[i] = Mix(work[i], work[i + 1], t);
+  }
+  jet.d1 = degree * (work[1] - work[0]);
+  jet.p = Mix(work[0], work[1], t);
+  return jet;
+}
+
+Jet PlainJet(const BezierPiece& piece, double t) {
+  Vec2 work[kMaxPieceDegree + 1];
+  for (int32_t i = 0; i <= piece.degree; ++i) work[i] = Planar(piece.points[i]);
+  const auto jet = CasteljauJet(work, piece.degree, t);
+  return {jet.p, jet.d1, jet.d2};
+}
+
+// C = N / W: C' = (N' - W' C) / W, C'' = (N'' - 2 W' C' - W'' C) / W.
+Jet RationalJet(const BezierPiece& piece, double t) {
+  Homogeneous work[kMaxPieceDegree + 1];
+  for (int32_t i = 0; i <= piece.degree; ++i) {
+    const WeightedPoint& p = piece.points[i];
+    work[i] = {p.w * p.x, p.w * p.y, p.w};
+  }
+  const auto h = CasteljauJet(work, piece.degree, t);
+  const auto planar = [](Homogeneous a) { return Vec2{a.x, a.y}; };
+  const double scale = 1.0 / h.p.w;
+  Jet jet;
+  jet.p = scale * planar(h.p);
+  jet.d1 = scale * (planar(h.d1) - h.d1.w * jet.p);
+  jet.d2 = scale * (planar(h.d2) - 2.0 * h.d1.w * jet.d1 - h.d2.w * jet.p);
+  return jet;
+}
+
+WeightedPoint Middle(const WeightedPoint& a, const WeightedPoint& b, bool rational) {
+  if (!rational) return {0.5 * (a.x + b.x), 0.5 * (a.y + b.y), 1.0};
+  const double w = a.w + b.w;
+  const double share = b.w / w;
+  return {a.x + share * (b.x - a.x), a.y + share * (b.y - a.y), 0.5 * w};
+}
+
+}  // namespace
+
+Jet JetAt(const BezierPiece& piece, double t) {
+  return piece.rational ? RationalJet(piece, t) : PlainJet(piece, t);
+}
+
+Vec2 PointAt(const BezierPiece& piece, double t) { return JetAt(piece, t).p; }
+
+void Halve(const WeightedPoint* points, int32_t degree, bool rational, WeightedPoint* left,
+           WeightedPoint* right) {
+  std::copy_n(points, degree + 1, right);
+  for (int32_t level = degree; level > 0; --level) {
+    left[degree - level] = right[0];
+    for (int32_t i = 0; i < level; ++i) right[i] = Middle(right[i], right[i + 1], rational);
+  }
+  left[degree] = right[0];
+  // The last point of each level is what remains behind the shrinking front, in reverse order.
+}
+
+double RefineNearest(const BezierPiece& piece, Vec2 p, double t) {
+  for (int step = 0; step < kNearestSteps; ++step) {
+    const Jet jet = JetAt(piece, t);
+    const Vec2 gap = jet.p - p;
+    const double slope = Dot(jet.d1, jet.d1) + Dot(gap, jet.d2);
+    const double speed2 = Dot(jet.d1, jet.d1);
+    // Where the distance is not convex Newton's method would climb; the Gauss-Newton step descends.
+    const double next = t - Dot(gap, jet.d1) / (slope > 0.5 * speed2 ? slope : speed2);
+    const double kept = std::clamp(next, 0.0, 1.0);
+    if (!(std::fabs(kept - t) > kParameterRounding)) return kept == kept ? kept : t;
+    t = kept;
+  }
+  return t;
+}
+
+double NearestParameter(const BezierPiece& piece, Vec2 p) {
+  const int32_t samples = 4 * piece.degree + 4;
+  double best_t = 0.0;
+  double best = Length(PointAt(piece, 0.0) - p);
+  for (int32_t i = 1; i <= samples; ++i) {
+    const double t = static_cast<double>(i) / samples;
+    const double dist = Length(PointAt(piece, t) - p);
+    if (dist < best) {
+      best = dist;
+      best_t = t;
+    }
+  }
+  return RefineNearest(piece, p, best_t);
+}
+
+}  // namespace kurvo

@@ -1,0 +1,41 @@
+// What the intersection of two curves passes around.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "kurvo.h"
+
+namespace kurvo {
+
+// One common point: its parameter on the first and on the second curve.
+struct Crossing {
+  double first;
+  double second;
+  // The curves come within the tolerance here without crossing at more than a shallow angle. All
+  // touches along one run within the tolerance are one contact, and none beside a crossing.
+  bool touch = false;
+  // Which pieces it was found on. Crossings of the same pieces are different points, those of
+  // neighbours may be the same joint.
+  std::size_t source = 0;
+};
+
+using Crossings = std::vector<Crossing>;
+
+// What two curves, or parts of them, have in common.
+enum class Common : uint32_t {
+  kPoints = KURVO_FOUND,     // the crossings that were collected
+  kStretch = KURVO_OVERLAP,  // infinitely many points
+  kNothing = KURVO_NOTHING
+};
+
+// Which curves end at their end points; the others go on along their line or circle.
+struct Bounded {
+  bool first;
+  bool second;
+
+  bool both() const { return first && second; }
+};
+
+}  // namespace kurvo

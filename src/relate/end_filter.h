@@ -1,0 +1,13 @@
+// Which crossings lie on the bounded parts of curves.
+#pragma once
+
+#include "relate/crossing.h"
+
+namespace kurvo {
+
+// Drops the crossings beyond an end of a bounded curve, but for those whose point is that end
+// within the tolerance; parameters stay as they are.
+void KeepBounded(const Curve& a, const Curve& b, Bounded bounded, GlobalVar& g,
+                 Crossings& crossings);
+
+}  // namespace kurvo

@@ -1,0 +1,49 @@
+// The Bezier pieces of a free-form curve in the form that intersection works on.
+#pragma once
+
+#include <vector>
+
+#include "build/bezier_pieces.h"
+#include "calc/boxes.h"
+#include "relate/bezier_piece.h"
+
+namespace kurvo {
+
+struct FreeFormPiece {
+  BezierPiece bezier;
+  PlanarBox box;  // of its control points
+  double start;   // the stretch of the whole curve's parameters that it covers
+  double width;
+
+  double ToCurve(double t) const { return start + t * width; }
+};
+
+// Which pieces of a composite take part: those that are Bezier or rational Bezier records
+// themselves, or the Bezier pieces of whatever it holds.
+enum class CompositePieces { kBezierRecords, kAll };
+
+// The pieces of a curve in order, without those that have a coordinate or weight that is not
+// finite; none for lines and arcs. Moving keeps the pieces valid, copying is not possible.
+class FreeFormPieces {
+ public:
+  // Records the bad-curve error, and is empty, for a record that cannot be right and for a degree
+  // above max_degree. Throws std::bad_alloc.
+  FreeFormPieces(const Curve& curve, CompositePieces which, int32_t max_degree, GlobalVar& g);
+  FreeFormPieces(const FreeFormPieces&) = delete;
+  FreeFormPieces& operator=(const FreeFormPieces&) = delete;
+
+  const FreeFormPiece* begin() const { return pieces_.data(); }
+  const FreeFormPiece* end() const { return pieces_.data() + pieces_.size(); }
+  std::size_t size() const { return pieces_.size(); }
+  const FreeFormPiece& operator[](std::size_t i) const { return pieces_[i]; }
+
+ private:
+  bool Add(const Curve& curve, double offset, double scale, int32_t max_degree);
+  bool AddBezierRecords(const Curve& curve, int32_t max_degree);
+  void AddSpan(const BezierSpan& span, double offset, double scale);
+
+  std::vector<FreeFormPiece> pieces_;
+  std::vector<WeightedPoint> points_;
+};
+
+}  // namespace kurvo

@@ -1,0 +1,278 @@
+// The common points of two Bezier pieces, by subdivision with Newton's method at its leaves.
+#include "relate/piece_crossings.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "relate/piece_overlap.h"
+#include "relate/piece_part.h"
+
+namespace kurvo {
+namespace {
+
+constexpr int kOverlapPairs = 120;          // pairs of parts before an overlap is suspected
+constexpr int kMaxPairs = 20000;            // pairs of parts examined at most
+constexpr double kLeafWidth = 1.0 / 65536;  // of a parameter: shorter parts are not divided
+constexpr int kMaxHalvings = 40;            // of both parts together; above twice the leaf depth
+constexpr int kContactHalvings = 5;         // of both parts together before contacts are looked for
+constexpr int kNewtonSteps = 16;
+constexpr int kContactSteps = 30;
+constexpr double kParameterRounding = 4e-16;
+constexpr double kRestless = 1e-7;  // of a parameter: Newton's method has settled but for rounding
+constexpr double kInsideMargin = 1e-10;    // of a parameter, for roots at the joint of two parts
+constexpr double kSamePointReach = 0.01;   // parameters further apart are never the same crossing
+constexpr double kShallowCrossing = 1e-4;  // radians; curves that cross at less touch
+constexpr double kCoordinateRounding = 2e-15;  // of the largest coordinate, for subdivided points
+
+// Parameters of a point on both pieces.
+struct Pair {
+  double a;
+  double b;
+};
+
+bool OnPiece(double t) { return t >= -kInsideMargin && 1.0 + kInsideMargin >= t; }
+
+// Within a part, joints included.
+bool Holds(const PiecePart& part, double t) {
+  return t >= part.t0 - kInsideMargin && part.t1 + kInsideMargin >= t;
+}
+
+class PieceSearch {
+ public:
+  PieceSearch(const BezierPiece& a, const BezierPiece& b, double tol, Crossings& found)
+      : a_(a), b_(b), tol_(tol), found_(found), first_found_(found.size()) {
+    const std::size_t needed = 2 * static_cast<std::size_t>(kMaxHalvings + 2) *
+                               static_cast<std::size_t>(std::max(a.degree, b.degree) + 1);
+    if (needed > stack_arena_.size()) heap_arena_.resize(needed);
+    arena_ = heap_arena_.empty() ? stack_arena_.data() : heap_arena_.data();
+  }
+
+  Common Run() {
+    RecordSharedEnds();
+    const PiecePart part_a = MakePart(a_.points, a_.degree, 0.0, 1.0);
+    const PiecePart part_b = MakePart(b_.points, b_.degree, 0.0, 1.0);
+    rounding_ = std::min(tol_, kCoordinateRounding * Reach(part_a.box, part_b.box));
+    Search(part_a, part_b, tol_, 0);
+    if (overlap_) return Common::kStretch;
+    return found_.size() > first_found_ ? Common::kPoints : Common::kNothing;
+  }
+
+ private:
+  // Ends that coincide are common points with parameters of exactly 0 and 1.
+  void RecordSharedEnds() {
+    int shared = 0;
+    for (const double end_a : {0.0, 1.0}) {
+      for (const double end_b : {0.0, 1.0}) {
+        const Vec2 gap = End(a_, end_a) - End(b_, end_b);
+        if (tol_ >= std::fabs(gap.x) && tol_ >= std::fabs(gap.y)) {
+          Record({end_a, end_b}, false);
+          ++shared;
+        }
+      }
+    }
+    if (shared >= 2) CheckOverlap();
+  }
+
+  static Vec2 End(const BezierPiece& piece, double t) {
+    return Planar(piece.points[t == 0.0 ? 0 : piece.degree]);
+  }
+
+  void CheckOverlap() {
+    if (overlap_checked_) return;
+    overlap_checked_ = true;
+    overlap_ = RunTogether(a_, b_, tol_);
+  }
+
+  static double Reach(const PlanarBox& a, const PlanarBox& b) {
+    double reach = 0.0;
+    for (const Vec2 p : {a.min, a.max, b.min, b.max})
+      reach = std::max({reach, std::fabs(p.x), std::fabs(p.y)});
+    return reach;
+  }
+
+  // `slack` is how far apart parts may be and still touch: the tolerance, or just rounding once the
+  // contacts of this neighbourhood are known and only crossings are left to find.
+  void Search(const PiecePart& a, const PiecePart& b, double slack, int halvings) {
+    if (overlap_ || BoxesApart(a.box, b.box, slack)) return;
+    if (++pairs_ > kMaxPairs) return;
+    if (pairs_ > kOverlapPairs) CheckOverlap();
+    if (overlap_ || StripApart(a, b, slack) || StripApart(b, a, slack)) return;
+
+    if (ConesApart(ConeOf(a), ConeOf(b))) {
+      if (FindCrossing(a, b)) return;
+      // Without parallel tangents they come closest at an end of a piece, or where they cross.
+      if (slack > rounding_) FindEndContacts(a, b);
+      slack = rounding_;
+    } else if (slack > rounding_ && halvings >= kContactHalvings && FindContacts(a, b)) {
+      slack = rounding_;
+    }
+    const bool leaf_a = a.width() <= kLeafWidth;
+    const bool leaf_b = b.width() <= kLeafWidth;
+    if ((leaf_a && leaf_b) || halvings >= kMaxHalvings) return;
+    const bool divide_a = leaf_b || (!leaf_a && a.extent() >= b.extent());
+    Divide(divide_a ? a : b, divide_a ? a_ : b_, halvings, [&](const PiecePart& half) {
+      divide_a ? Search(half, b, slack, halvings + 1) : Search(a, half, slack, halvings + 1);
+    });
+  }
+
+  // Halves `part` into the arena's slots for this depth and calls use(half) for the left, then the
+  // right.
+  template <class Use>
+  void Divide(const PiecePart& part, const BezierPiece& piece, int halvings, Use&& use) {
+    const std::size_t count = static_cast<std::size_t>(std::max(a_.degree, b_.degree)) + 1;
+    WeightedPoint* left = arena_ + 2 * static_cast<std::size_t>(halvings) * count;
+    WeightedPoint* right = left + count;
+    Halve(part.points, part.degree, piece.rational, left, right);
+    const double middle = part.middle();
+    use(MakePart(left, part.degree, part.t0, middle));
+    use(MakePart(right, part.degree, middle, part.t1));
+  }
+
+  // Newton's method for A(s) = B(t) from where the chords cross. True when it ends in the one
+  // crossing that parts without parallel tangents can have.
+  bool FindCrossing(const PiecePart& a, const PiecePart& b) {
+    const Vec2 start_a = Planar(a.points[0]), chord_a = Planar(a.points[a.degree]) - start_a;
+    const Vec2 start_b = Planar(b.points[0]), chord_b = Planar(b.points[b.degree]) - start_b;
+    const double det = Cross(chord_a, chord_b);
+    const Vec2 between = start_b - start_a;
+    const double share_a = std::clamp(Cross(between, chord_b) / det, 0.0, 1.0);
+    const double share_b = std::clamp(Cross(between, chord_a) / det, 0.0, 1.0);
+    Pair at{a.t0 + share_a * a.width(), b.t0 + share_b * b.width()};
+    if (!SolveCrossing(at, a, b) || !OnPiece(at.a) || !OnPiece(at.b)) return false;
+    Record(at, Shallow(at));
+    return Holds(a, at.a) && Holds(b, at.b);
+  }
+
+  bool Shallow(const Pair& at) const {
+    const Vec2 along_a = JetAt(a_, at.a).d1, along_b = JetAt(b_, at.b).d1;
+    const double sine = std::fabs(Cross(along_a, along_b)) / (Length(along_a) * Length(along_b));
+    return kShallowCrossing >= sine;
+  }
+
+  // Solves A(s) = B(t); false when the iteration leaves the neighbourhood of the parts or does not
+  // settle. Rounding may keep it moving a little.
+  bool SolveCrossing(Pair& at, const PiecePart& a, const PiecePart& b) const {
+    double size = 1.0;
+    for (int step = 0; step < kNewtonSteps && size > kParameterRounding; ++step) {
+      const Jet jet_a = JetAt(a_, at.a), jet_b = JetAt(b_, at.b);
+      const Vec2 gap = jet_b.p - jet_a.p;
+      const double det = Cross(jet_a.d1, jet_b.d1);
+      const Pair move{Cross(gap, jet_b.d1) / det, Cross(gap, jet_a.d1) / det};
+      at = {at.a + move.a, at.b + move.b};
+      if (!Near(at, a, b)) return false;
+      size = std::max(std::fabs(move.a), std::fabs(move.b));
+      if (step >= kNewtonSteps / 2 && size <= kInsideMargin) break;
+    }
+    return size <= kRestless && Close(at);
+  }
+
+  // Not further from the middle of the parts than twice their width; false for NaN.
+  static bool Near(const Pair& at, const PiecePart& a, const PiecePart& b) {
+    return 2.0 * a.width() >= std::fabs(at.a - a.middle()) &&
+           2.0 * b.width() >= std::fabs(at.b - b.middle());
+  }
+
+  bool Close(const Pair& at) const { return tol_ >= Length(PointAt(b_, at.b) - PointAt(a_, at.a)); }
+
+  // True when the parts come within the tolerance, with a touch recorded: where their tangents are
+  // parallel, at the ends of the pieces, else where it was seen.
+  bool FindContacts(const PiecePart& a, const PiecePart& b) {
+    bool found = FindEndContacts(a, b);
+    Pair at{a.middle(), b.middle()};
+    if (SolveContact(at, a, b) && Holds(a, at.a) && Holds(b, at.b))
+      found = RecordTouch({std::clamp(at.a, 0.0, 1.0), std::clamp(at.b, 0.0, 1.0)}) || found;
+    if (found) return true;
+    const double near_middle = RefineNearest(b_, PointAt(a_, a.middle()), b.middle());
+    return Holds(b, near_middle) && RecordTouch({a.middle(), near_middle});
+  }
+
+  // The ends of the pieces that lie in the parts.
+  bool FindEndContacts(const PiecePart& a, const PiecePart& b) {
+    bool found = false;
+    for (const double end : {0.0, 1.0}) {
+      if (Holds(a, end) && Contains(b.box, End(a_, end), tol_))
+        found = RecordTouch({end, RefineNearest(b_, End(a_, end), b.middle())}) || found;
+      if (Holds(b, end) && Contains(a.box, End(b_, end), tol_))
+        found = RecordTouch({RefineNearest(a_, End(b_, end), a.middle()), end}) || found;
+    }
+    return found;
+  }
+
+  bool RecordTouch(const Pair& at) {
+    if (!Close(at)) return false;
+    Record(at, true);
+    CheckOverlap();
+    return true;
+  }
+
+  // Newton's method for the point where the tangents are parallel and the gap is normal to them:
+  // where curves touch, or come closest, or are furthest apart between two crossings.
+  // A' x B' = 0 and (B - A) . A' = 0.
+  bool SolveContact(Pair& at, const PiecePart& a, const PiecePart& b) const {
+    for (int step = 0; step < kContactSteps; ++step) {
+      const Jet jet_a = JetAt(a_, at.a), jet_b = JetAt(b_, at.b);
+      const Vec2 gap = jet_b.p - jet_a.p;
+      const double f = Cross(jet_a.d1, jet_b.d1), g = Dot(gap, jet_a.d1);
+      const double f_a = Cross(jet_a.d2, jet_b.d1), f_b = Cross(jet_a.d1, jet_b.d2);
+      const double g_a = Dot(gap, jet_a.d2) - Dot(jet_a.d1, jet_a.d1);
+      const double g_b = Dot(jet_b.d1, jet_a.d1);
+      const double det = f_a * g_b - f_b * g_a;
+      const Pair move{(f_b * g - f * g_b) / det, (f * g_a - f_a * g) / det};
+      at = {at.a + move.a, at.b + move.b};
+      if (!Near(at, a, b)) return false;
+      if (std::max(std::fabs(move.a), std::fabs(move.b)) <= kInsideMargin) return true;
+    }
+    return false;
+  }
+
+  // Two crossings are one when Newton's method gave the same root, a touch is another one where the
+  // points agree.
+  bool SamePlace(const Crossing& known, const Pair& at, bool touch) const {
+    const double apart_a = std::fabs(known.first - at.a), apart_b = std::fabs(known.second - at.b);
+    if (tol_ >= apart_a && tol_ >= apart_b) return true;
+    if (!known.touch && !touch) return false;
+    return kSamePointReach > apart_a && kSamePointReach > apart_b &&
+           tol_ >= Length(PointAt(a_, known.first) - PointAt(a_, at.a)) &&
+           tol_ >= Length(PointAt(b_, known.second) - PointAt(b_, at.b));
+  }
+
+  // Roots at an end of a piece become exactly that end.
+  static double Snapped(double t) {
+    return kInsideMargin >= t ? 0.0 : (kInsideMargin >= 1.0 - t ? 1.0 : t);
+  }
+
+  void Record(Pair at, bool touch) {
+    at = {Snapped(at.a), Snapped(at.b)};
+    const auto known =
+        std::find_if(found_.begin() + static_cast<std::ptrdiff_t>(first_found_), found_.end(),
+                     [&](const Crossing& c) { return SamePlace(c, at, touch); });
+    if (known == found_.end())
+      found_.push_back({at.a, at.b, touch});
+    else if (known->touch && !touch)
+      *known = {at.a, at.b, false};
+  }
+
+  const BezierPiece& a_;
+  const BezierPiece& b_;
+  const double tol_;
+  Crossings& found_;
+  const std::size_t first_found_;
+  double rounding_ = 0.0;
+  int pairs_ = 0;
+  bool overlap_checked_ = false;
+  bool overlap_ = false;
+
+  std::array<WeightedPoint, 2 * (kMaxHalvings + 2) * 4> stack_arena_;  // enough for cubics
+  std::vector<WeightedPoint> heap_arena_;
+  WeightedPoint* arena_ = nullptr;
+};
+
+}  // namespace
+
+Common FindPieceCrossings(const BezierPiece& a, const BezierPiece& b, double tol,
+                          Crossings& found) {
+  return PieceSearch(a, b, tol, found).Run();
+}
+
+}  // namespace kurvo

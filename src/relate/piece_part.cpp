@@ -1,0 +1,70 @@
+// A part of a Bezier piece during subdivision, and the cheap tests that rule pairs of parts out.
+#include "relate/piece_part.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kurvo {
+
+double PiecePart::extent() const { return std::max(box.max.x - box.min.x, box.max.y - box.min.y); }
+
+PiecePart MakePart(const WeightedPoint* points, int32_t degree, double t0, double t1) {
+  PiecePart part{points, degree, t0, t1, {}};
+  for (int32_t i = 0; i <= degree; ++i) part.box.Widen(Planar(points[i]));
+  return part;
+}
+
+bool BoxesApart(const PlanarBox& a, const PlanarBox& b, double slack) {
+  return !(a.max.x >= b.min.x - slack && b.max.x >= a.min.x - slack && a.max.y >= b.min.y - slack &&
+           b.max.y >= a.min.y - slack);
+}
+
+bool StripApart(const PiecePart& a, const PiecePart& b, double slack) {
+  const Vec2 origin = Planar(a.points[0]);
+  const Vec2 chord = Planar(a.points[a.degree]) - origin;
+  double low = 0.0, high = 0.0;  // of cross products with the chord; both ends of `a` are at 0
+  for (int32_t i = 1; i < a.degree; ++i) {
+    const double aside = Cross(chord, Planar(a.points[i]) - origin);
+    low = std::min(low, aside);
+    high = std::max(high, aside);
+  }
+  const double margin = slack * (std::fabs(chord.x) + std::fabs(chord.y));
+  low -= margin;
+  high += margin;
+  bool below = true, above = true;
+  for (int32_t i = 0; i <= b.degree && (below || above); ++i) {
+    const double aside = Cross(chord, Planar(b.points[i]) - origin);
+    below = below && aside < low;
+    above = above && aside > high;
+  }
+  return below || above;
+}
+
+TangentCone ConeOf(const PiecePart& part) {
+  const Vec2 axis = Planar(part.points[part.degree]) - Planar(part.points[0]);
+  TangentCone cone;
+  for (int32_t i = 0; i < part.degree; ++i) {
+    const Vec2 leg = Planar(part.points[i + 1]) - Planar(part.points[i]);
+    if (leg.x == 0.0 && leg.y == 0.0) continue;
+    if (!(Dot(axis, leg) > 0.0)) return {};
+    if (!cone.narrow) {
+      cone = {leg, leg, true};
+    } else if (Cross(cone.low, leg) < 0.0) {
+      cone.low = leg;
+    } else if (Cross(cone.high, leg) > 0.0) {
+      cone.high = leg;
+    }
+  }
+  return cone;
+}
+
+bool ConesApart(const TangentCone& a, const TangentCone& b) {
+  if (!a.narrow || !b.narrow) return false;
+  const bool left = Cross(a.high, b.low) > 0.0;
+  if (left)
+    return Cross(a.low, b.high) > 0.0 && Cross(a.low, b.low) > 0.0 && Cross(a.high, b.high) > 0.0;
+  return Cross(a.low, b.low) < 0.0 && Cross(a.low, b.high) < 0.0 && Cross(a.high, b.low) < 0.0 &&
+         Cross(a.high, b.high) < 0.0;
+}
+
+}  // namespace kurvo

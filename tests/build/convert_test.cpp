@@ -1,0 +1,293 @@
+// Conversion between the seven types.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "build/curves.h"
+
+namespace kurvo_test {
+namespace {
+
+constexpr int32_t kTypes[] = {CV_LINE,    CV_ARC,      CV_BEZIER, CV_RBEZIER,
+                              CV_BSPLINE, CV_RBSPLINE, CV_SEGCV};
+constexpr double kAnother = kInfinity;  // the result is known to be another curve
+
+// 0.70710678118654752 is the weight of a quarter circle.
+const std::string kQuarter = "1 0 1 1 1 .70710678118654752 0 1 1";
+const std::string kOtherQuarter = "0 1 1 -1 1 .70710678118654752 -1 0 1";
+const std::string kHalf = kQuarter + " -1 1 .70710678118654752 -1 0 1";
+
+// What each curve becomes: letters of kTypes in order, '.' for a refusal, and how far it may be
+// off.
+const struct {
+  const char* name;
+  std::string curve;
+  const char* allowed;
+  double off = 1e-13;
+} kRows[] = {
+    {"line", "l 1 2 4 -3", "l.brBRc"},
+    {"arc", "a 1 2 3 .4 1.3", ".a.r.Rc"},
+    {"clockwise arc", "a 1 2 3 .4 -1.3", ".a.r.Rc"},
+    {"Bezier", "b 0 0 1 2 3 2 4 0", "..brBRc"},
+    {"straight Bezier", "b 0 0 1 2 3 6", "l.brBRc"},
+    {"Bezier of degree 0", "b 3 4", "l.brBRc"},
+    {"rational Bezier", "r 0 0 1 1 2 3 3 2 .5", "...r.Rc"},
+    {"straight rational Bezier", "r 0 0 1 1 2 3 3 6 1", "l..r.Rc"},
+    {"quarter circle", "r " + kQuarter, ".a.r.Rc"},
+    {"weights 1", "r 0 0 1 1 2 1 3 2 1", "..brBRc"},
+    {"weights 2", "r 0 0 2 1 2 2 3 2 2", "..br.Rc"},
+    {"weights that round to 1", "r 0 0 1.0000004 1 2 .9999996 3 2 1", "...rBRc", 1e-6},
+    {"a weight that does not", "r 0 0 1 1 2 1.0000006 3 2 1", "...r.Rc"},
+    {"B-spline", "B 0 0 1 2 3 2 5 0 | 0 0 0 .5 1 1 1", "....BRc"},
+    {"B-spline of one span", "B 0 0 1 2 3 2 | 2 2 2 5 5 5", "..brBRc"},
+    {"unclamped span", "B 0 0 1 2 3 2 | 0 1 2 5 6 7", "....BRc"},
+    {"straight B-spline", "B 0 0 1 2 3 6 | 0 0 1 3 3", "l...BRc"},
+    {"rational B-spline", "R 0 0 2 1 2 3 3 2 4 | 2 2 2 5 5 5", "...r.Rc"},
+    {"rational B-spline, weights 2", "R 0 0 2 1 2 2 3 2 2 | 2 2 2 5 5 5", "..br.Rc"},
+    {"rational B-spline of two spans", "R 0 0 2 1 2 2 3 2 2 5 1 2 | 0 0 0 .5 1 1 1", ".....Rc"},
+    {"a knot too many at the end", "B 0 0 1 2 3 2 | 0 0 1 1 1", "....BRc", kAnother},
+    {"half circle on [2, 5]", "R " + kHalf + " | 2 2 2 3 3 5 5 5", ".a...Rc"},
+    {"first weights 1", "R 0 0 1 1 2 1 3 2 1 5 0 9 | 0 0 0 .5 1 1 1", "....BRc", kAnother},
+    {"one Bezier", "c 2 (b 0 0 1 2 3 2)", "...rBRc"},
+    {"one rational Bezier", "c 2 (r 0 0 2 1 2 2 3 2 2)", "..br.Rc"},
+    {"one line", "c 1 (l 0 0 1 2)", "l.....c"},
+    {"three Beziers", "c 1 2 5 (b 0 0 1 2 3 2)(b 3 2 4 2 4 4)(b 4 4 0 4 0 1)", "....BRc"},
+    {"unequal weights at joints",
+     "c 1 2 1 (r 0 0 2 1 2 1 3 2 3)(b 3 2 4 2 4 4)(r 4 4 -2 0 4 -5 0 1 -1)", ".....Rc"},
+    {"weight 0 at a joint", "c 1 1 (r 0 0 1 1 2 0)(r 1 2 1 3 0 1)", "......c", kAnother},
+    {"two degrees", "c 1 1 (b 0 0 1 2)(b 1 2 2 2 3 0)", "......c"},
+    {"no width", "c 0 0 (b 0 0 1 2)(b 1 2 3 0)", "......c", kAnother},
+    {"two quarters", "c .5 3 (r " + kQuarter + ")(r " + kOtherQuarter + ")", ".a...Rc"},
+    {"two circles", "c 1 1 (r " + kQuarter + ")(r 0 1 1 -2 1 .70710678118654752 -2 -1 1)",
+     ".....Rc"},
+    {"a circle shifted in x",
+     "c 1 1 (r " + kQuarter + ")(r .0002 1 1 -.9998 1 .70710678118654752 -.9998 0 1)", ".....Rc",
+     kAnother},
+    {"a circle shifted in y",
+     "c 1 1 (r " + kQuarter + ")(r 0 .9998 1 -1 .9998 .70710678118654752 -1 -.0002 1)", ".....Rc",
+     kAnother},
+    {"a larger circle",
+     "c 1 1 (r " + kQuarter + ")(r 0 1.0002 1 -1.0002 1.0002 .70710678118654752 -1.0002 0 1)",
+     ".....Rc", kAnother},
+    {"nearly the same circle",
+     "c 1 1 (r " + kQuarter + ")(r 0 1.00009 1 -1.00009 1.00009 .70710678118654752 -1.00009 0 1)",
+     ".a...Rc", kAnother},
+    {"circle and straight", "c 1 1 (r " + kQuarter + ")(r 0 1 1 0 2 1 0 3 1)", ".....Rc"},
+    {"Bezier and bent arc, taken for straight", "c 1 1 (b 0 0 1 2)(a 1 1 1 1.5 1)", "l.....c",
+     kAnother},
+    {"no pieces", "c", "......c", kAnother},
+};
+
+void ExpectOn(const Curve& carrier, const Point& p, const std::string& name) {
+  Globals g(1e-4);  // arcs are recognised that far off
+  double t;
+  EXPECT_EQ(KurvocvParameter(&carrier, p, &t, &g), KURVO_ON_CURVE) << name;
+}
+
+// Equal at all fractions of the domains, of arcs and straight curves at other parameters.
+void ExpectSamePoints(const Curve& source, const Curve& target, double off,
+                      const std::string& name) {
+  for (int i = 0; i <= 90; ++i) {
+    const Point from = PointAt(source, i / 90.0), to = PointAt(target, i / 90.0);
+    if (source.type == CV_ARC) {
+      ExpectOn(source, to, name);
+    } else if (target.type == CV_LINE || target.type == CV_ARC) {
+      ExpectOn(target, from, name);
+    } else {
+      EXPECT_LE(KurvoclDistPoint(from, to), off) << name << " at " << i;
+    }
+    if (i % 90 == 0) {
+      EXPECT_LE(KurvoclDistPoint(from, to), off) << name << " at an end";
+    }
+  }
+}
+
+TEST(Convert, Table) {
+  for (const auto& row : kRows) {
+    for (std::size_t k = 0; k < std::size(kTypes); ++k) {
+      const std::string name = std::string(row.name) + " to " + std::to_string(kTypes[k]);
+      const Owned source = Make(row.curve);
+      Owned target(kTypes[k]);
+      Globals g;
+      g.error = KURVO_WARN_SHORT_VECTOR;
+      const bool allowed = row.allowed[k] != '.';
+      EXPECT_EQ(KurvocvConvert(source.get(), target.get(), &g), allowed ? 1u : 0u) << name;
+      EXPECT_EQ(target->type, allowed ? kTypes[k] : 0) << name;
+      EXPECT_EQ(target->data != nullptr, allowed) << name;
+      EXPECT_EQ(KurvoErrGet(&g), KURVO_WARN_SHORT_VECTOR) << name << " reports";
+      if (allowed && row.off != kAnother) ExpectSamePoints(*source, *target, row.off, name);
+    }
+  }
+}
+
+TEST(Convert, RefusesWithoutTouchingTheTarget) {
+  const Owned line = Make("l 0 0 1 2");
+  const Curve empty = {CV_LINE, nullptr, 0, 0, 0};
+  int mark = 0;
+  const struct {
+    const char* name;
+    const Curve* source;
+    int32_t type;
+    int32_t error;
+  } rows[] = {{"error pending", line.get(), CV_BEZIER, KURVO_ERR_CURVE},
+              {"null source", nullptr, CV_BEZIER, 0},
+              {"empty source", &empty, CV_BEZIER, 0},
+              {"type 0", line.get(), 0, 0},
+              {"type 112", line.get(), 112, 0}};
+  for (const auto& row : rows) {
+    Globals g;
+    g.error = row.error;
+    Curve target = {row.type, &mark, 1, 2, 3};
+    EXPECT_EQ(KurvocvConvert(row.source, &target, &g), KURVO_REFUSED) << row.name;
+    EXPECT_EQ(target.type, row.type) << row.name;
+    EXPECT_EQ(target.data, &mark) << row.name;
+    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
+  }
+  Globals g;
+  EXPECT_EQ(KurvocvConvert(line.get(), nullptr, &g), KURVO_REFUSED);
+}
+
+TEST(Convert, RecordsThatCannotBeRightGiveNothing) {
+  KurvoBezier no_points = {3, 0, nullptr, {}};
+  HCoord point = {1, 2, 0, 1};
+  KurvoRBezier bad_degree = {-1, 0, &point, {}};
+  KurvoRBSpline few_points = {4, 2, &point, &point[0], {}};
+  KurvoBSpline no_knots = {1, 1, no_points.points, nullptr, {}};
+  KurvoSegcv no_pieces = {2, 0, nullptr, nullptr, {}};
+  const Owned deep = Nested(65);
+  const Curve records[] = {{CV_BEZIER, &no_points, 0, 0, 0},
+                           {CV_RBEZIER, &bad_degree, 0, 0, 0},
+                           {CV_RBSPLINE, &few_points, 0, 0, 0},
+                           {CV_BSPLINE, &no_knots, 0, 0, 0},
+                           {CV_SEGCV, &no_pieces, 0, 0, 0},
+                           {112, &point, 0, 0, 0},
+                           *deep};
+  for (const Curve& record : records) {
+    for (const int32_t type : kTypes) {
+      if (record.type == CV_RBSPLINE && type == CV_RBSPLINE) continue;  // copied, whatever it holds
+      Globals g;
+      Curve target = {type, &point, 0, 0, 0};
+      EXPECT_EQ(KurvocvConvert(&record, &target, &g), KURVO_NOT_CONVERTED)
+          << record.type << " to " << type;
+      EXPECT_EQ(target.type, 0);
+      EXPECT_EQ(target.data, nullptr);
+      EXPECT_EQ(KurvoErrGet(&g), 0);
+    }
+  }
+}
+
+constexpr double kPi = 3.14159265358979324;
+
+TEST(Convert, ArcToRationalQuadratic) {
+  for (const double sweep : {1e-9, 1e-4, kPi / 2, kPi - .1, kPi - 1e-5, kPi - 1e-8, kPi + 1e-5,
+                             2 * kPi - 2e-4, -1.0, -4.0}) {
+    for (const double r : {.01, 1.0, 1e6}) {
+      SCOPED_TRACE("sweep " + std::to_string(sweep) + ", radius " + std::to_string(r));
+      const Point centre = {r / 2, -r, 0};
+      const Owned arc = Arc(centre[0], centre[1], r, -2.5, sweep);
+      Owned target(CV_RBEZIER);
+      Globals g;
+      ASSERT_EQ(KurvocvConvert(arc.get(), target.get(), &g), KURVO_CONVERTED);
+      EXPECT_NEAR(FreeForm(*target).points[7], std::fabs(std::cos(sweep / 2)), 1e-14);
+      EXPECT_GE(FreeForm(*target).points[7], 0);
+      for (int i = 0; i <= 20; ++i)
+        EXPECT_NEAR(KurvoclDistPoint(PointAt(*target, i / 20.0), centre), r, 1e-14 * r);
+      // The middle lies on the shorter way round, also for an arc that takes the longer one.
+      const double middle = -2.5 + sweep / 2 + (std::fabs(sweep) > kPi ? kPi : 0);
+      const Point p = {centre[0] + r * std::cos(middle), centre[1] + r * std::sin(middle), 0};
+      EXPECT_LE(KurvoclDistPoint(PointAt(*target, .5), p), 1e-14 * r);
+    }
+  }
+}
+
+TEST(Convert, RefusesHalfAndFullCircles) {
+  for (const double sweep : {kPi, -kPi, kPi - 5e-13, 2 * kPi, 2 * kPi - 5e-5, -5e-5}) {
+    for (const double from : {0.0, 1.0, -2.5}) {
+      Owned target(CV_SEGCV);
+      Globals g;
+      EXPECT_EQ(KurvocvConvert(Arc(3, 4, 5, from, sweep).get(), target.get(), &g), 0u) << sweep;
+    }
+  }
+}
+
+TEST(Convert, RecognisedArcs) {
+  const struct {
+    const char* curve;
+    double normal;
+  } rows[] = {{"r 3 0 1 3 3 .70710678118654752 0 3 1", 1},
+              {"r 0 3 1 3 3 .70710678118654752 3 0 1", -1},
+              {"r 3 0 3 3 6 1 -3 6 1 -3 0 3", 1},  // a half circle as a cubic
+              {"R 3 0 1 3 3 .70710678118654752 0 3 1 -3 3 .70710678118654752 -3 0 1"
+               "| -1 -1 -1 3 3 5 5 5",
+               1},
+              {"c 9 1 (r 3 0 1 3 3 .70710678118654752 0 3 1)"
+               "(r 0 3 1 -3 3 .70710678118654752 -3 0 1)",
+               1}};
+  for (const auto& row : rows) {
+    const Owned source = Make(row.curve);
+    Owned target(CV_ARC);
+    Globals g;
+    ASSERT_EQ(KurvocvConvert(source.get(), target.get(), &g), KURVO_CONVERTED) << row.curve;
+    const auto& arc = target.block<KurvoArc>();
+    EXPECT_EQ(arc.normal[2], row.normal) << row.curve;
+    EXPECT_NEAR(arc.radius, 3, 1e-14) << row.curve;
+    EXPECT_LE(std::hypot(arc.centre[0], arc.centre[1]), 1e-14) << row.curve;
+  }
+}
+
+// A polygon whose corners are what is looked at: the tolerance does not grow with the radius.
+TEST(Convert, RecognisesArcsWithinAnAbsoluteTolerance) {
+  for (const double r : {1.0, 1000.0}) {
+    for (const double off : {.99e-4, 1.01e-4, -.99e-4, -1.01e-4}) {
+      Numbers points;
+      Numbers knots = {2};
+      for (int i = 0; i <= 10; ++i) {
+        const double from_centre = r + (i == 3 ? off : 0);
+        points.insert(points.end(),
+                      {from_centre * std::cos(.4 * i), from_centre * std::sin(.4 * i), 1});
+        knots.push_back(2 + .3 * i);
+      }
+      knots.push_back(5);
+      const Owned source = MakeFreeForm(CV_RBSPLINE, points, knots);
+      Owned target(CV_ARC);
+      Globals g(1e-9);
+      EXPECT_EQ(KurvocvConvert(source.get(), target.get(), &g), std::fabs(off) < 1e-4 ? 1u : 0u)
+          << off << " off a radius of " << r;
+    }
+  }
+}
+
+// Straight and closed curves lie on no circle, however rounding moves their points.
+TEST(Convert, LinesAndClosedCurvesAreNoArcs) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  Globals g;
+  for (int i = 0; i < 500; ++i) {
+    const Point a = random.Planar(100), b = random.Planar(100);
+    Numbers points;
+    for (const double s : {0.0, .3, .7, 1.0})
+      points.insert(points.end(),
+                    {a[0] + s * (b[0] - a[0]), a[1] + s * (b[1] - a[1]), random.Uniform(.5, 2)});
+    const Owned straight = MakeFreeForm(CV_RBEZIER, points);
+    Owned target(CV_ARC);
+    EXPECT_EQ(KurvocvConvert(straight.get(), target.get(), &g), KURVO_NOT_CONVERTED);
+  }
+  const Owned closed = Make("R " + kHalf +
+                            " -1 -1 .70710678118654752 0 -1 1 1 -1 .70710678118654752 "
+                            "1 0 1 | 0 0 0 1 1 2 2 3 3 4 4 4");
+  Owned target(CV_ARC);
+  EXPECT_EQ(KurvocvConvert(closed.get(), target.get(), &g), KURVO_NOT_CONVERTED);
+}
+
+TEST(Convert, JoinsByShareOfTheWidths) {
+  const Owned source = Make("c 1 2 5 (b 0 0 1 2 3 2)(b 3 2 4 2 4 4)(b 4 4 0 4 0 1)");
+  Owned target(CV_BSPLINE);
+  Globals g;
+  ASSERT_EQ(KurvocvConvert(source.get(), target.get(), &g), KURVO_CONVERTED);
+  const double* knots = FreeForm(*target).knots;
+  ASSERT_EQ(SplineCount(*target), 7);
+  EXPECT_EQ(Numbers(knots, knots + 10), (Numbers{0, 0, 0, .125, .125, .375, .375, 1, 1, 1}));
+}
+
+}  // namespace
+}  // namespace kurvo_test

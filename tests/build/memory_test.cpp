@@ -1,0 +1,121 @@
+// Conversion and matching when memory runs out: every allocation fails once.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+#include "build/curves.h"
+
+namespace {
+
+int allocations_left = -1;  // the one after them fails; negative for no limit
+int live_blocks = 0;
+
+bool MayAllocate() { return allocations_left < 0 || allocations_left-- > 0; }
+
+}  // namespace
+
+// The library is linked into this program, with malloc and free renamed by the linker.
+extern "C" {
+void* __real_malloc(std::size_t size);
+void __real_free(void* p);
+
+void* __wrap_malloc(std::size_t size) {
+  void* p = MayAllocate() ? __real_malloc(size) : nullptr;
+  if (p) ++live_blocks;
+  return p;
+}
+void __wrap_free(void* p) {
+  if (p) --live_blocks;
+  __real_free(p);
+}
+}
+
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  if (void* p = std::malloc(size)) return p;
+  throw std::bad_alloc();
+}
+void* operator new[](std::size_t size) { return operator new(size); }
+[[gnu::noinline]] void operator delete(void* p) noexcept { std::free(p); }
+void operator delete[](void* p) noexcept { operator delete(p); }
+void operator delete(void* p, std::size_t) noexcept { operator delete(p); }
+void operator delete[](void* p, std::size_t) noexcept { operator delete(p); }
+
+namespace kurvo_test {
+namespace {
+
+// Calls `run(g)` with ever more allocations allowed, until it succeeds. Result: how many it needed.
+template <class Run>
+int FailEachAllocation(const char* name, Run&& run) {
+  for (int allowed = 0;; ++allowed) {
+    Globals g;
+    const int before = live_blocks;
+    allocations_left = allowed;
+    const bool done = run(g);
+    allocations_left = -1;
+    EXPECT_EQ(live_blocks, before) << name << " leaks with " << allowed << " allocations";
+    if (done) return allowed;
+    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_MEMORY) << name << " with " << allowed << " allocations";
+  }
+}
+
+TEST(Memory, OfConversions) {
+  const struct {
+    const char* name;
+    const char* curve;
+    int32_t type;
+    int allocations;
+  } rows[] = {{"line to Bezier", "l 0 0 1 2", CV_BEZIER, 1},
+              {"line to composite", "l 0 0 1 2", CV_SEGCV, 2},
+              {"arc to rational Bezier", "a 0 0 1 0 1", CV_RBEZIER, 1},
+              {"Bezier to composite", "b 0 0 1 2 3 2", CV_SEGCV, 2},
+              {"circle to arc", "r 1 0 1 1 1 .70710678118654752 0 1 1", CV_ARC, 1},
+              {"B-spline to composite", "B 0 0 1 2 3 2 5 0 | 0 0 0 .5 1 1 1", CV_SEGCV, 3},
+              {"B-spline to rational", "B 0 0 1 2 3 2 5 0 | 0 0 0 .5 1 1 1", CV_RBSPLINE, 1},
+              {"copy of a composite", "c 1 1 (b 0 0 1 2)(r 1 2 1 3 0 1)", CV_SEGCV, 3},
+              {"joined composite", "c 1 1 (b 0 0 1 2)(r 1 2 1 3 0 1)", CV_RBSPLINE, 1}};
+  for (const auto& row : rows) {
+    const Owned source = Make(row.curve);
+    const int used = FailEachAllocation(row.name, [&](GlobalVar& g) {
+      Owned target(row.type);
+      const bool done = KurvocvConvert(source.get(), target.get(), &g) == KURVO_CONVERTED;
+      EXPECT_EQ(target->data != nullptr, done);
+      EXPECT_EQ(target->type, done ? row.type : 0);
+      return done;
+    });
+    EXPECT_EQ(used, row.allocations) << row.name;
+  }
+}
+
+// Points of high order need memory too: without it nobody can tell whether they lie on an arc.
+TEST(Memory, OfArcRecognition) {
+  Random random;
+  Numbers knots(130, 0.0);
+  knots.resize(260, 1.0);
+  const Owned source = MakeFreeForm(CV_RBSPLINE, RandomPoints(random, 130, true), knots);
+  FailEachAllocation("recognition", [&](GlobalVar& g) {
+    Owned target(CV_ARC);
+    EXPECT_EQ(KurvocvConvert(source.get(), target.get(), &g), KURVO_NOT_CONVERTED);
+    return KurvoErrGet(&g) == 0;
+  });
+}
+
+TEST(Memory, OfMatches) {
+  const struct {
+    const char* name;
+    const char* a;
+    const char* b;
+  } rows[] = {{"degrees", "b 0 0 2 4", "b 0 0 1 2 2 4"},
+              {"orders", "B 0 0 2 4 | 0 0 1 1", "B 0 0 1 2 2 4 | 0 0 0 1 1 1"},
+              {"types", "b 0 0 2 4", "B 0 0 2 4 | 0 0 1 1"}};
+  for (const auto& row : rows) {
+    const Owned a = Make(row.a), b = Make(row.b);
+    const int used = FailEachAllocation(row.name, [&](GlobalVar& g) {
+      return KurvocvMatch(a.get(), b.get(), &g) != KURVO_MATCH_NONE;
+    });
+    EXPECT_GT(used, 0) << row.name;
+  }
+}
+
+}  // namespace
+}  // namespace kurvo_test

@@ -1,0 +1,153 @@
+#include "eval/root_finder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <sstream>
+#include <vector>
+
+#include "calc/support.h"
+
+namespace kurvo_test {
+namespace {
+
+using kurvo::FindRoots;
+using kurvo::Polynomial;
+using kurvo::RootList;
+
+using Coefficients = std::vector<long double>;
+
+Coefficients Times(const Coefficients& f, const Coefficients& g) {
+  Coefficients product(f.size() + g.size() - 1);
+  for (std::size_t i = 0; i < f.size(); ++i)
+    for (std::size_t j = 0; j < g.size(); ++j) product[i + j] += f[i] * g[j];
+  return product;
+}
+
+// The planted roots, then factors without roots near [0, 1] up to the degree: t^2 + c with growing
+// c, so that the largest coefficient, which becomes 1, stays comparable, and one root at -3 for odd
+// rests.
+Polynomial Planted(const std::vector<double>& roots, std::size_t degree) {
+  Coefficients f = {1};
+  for (const double root : roots) f = Times(f, {-L(root), 1});
+  while (f.size() + 1 < degree + 1) f = Times(f, {2.0L, 0.0L, 1.0L});
+  if (f.size() < degree + 1) f = Times(f, {3.0L, 1.0L});
+  long double largest = 0;
+  for (const long double c : f) largest = std::max(largest, std::fabs(c));
+  Polynomial result(f.size());
+  for (std::size_t i = 0; i < f.size(); ++i) result[i] = static_cast<double>(f[i] / largest);
+  return result;
+}
+
+std::string Print(const RootList& roots) {
+  std::ostringstream text;
+  text.precision(17);
+  for (const double root : roots) text << root << ' ';
+  return text.str();
+}
+
+bool Near(const RootList& roots, double planted, double bound) {
+  return std::any_of(roots.begin(), roots.end(),
+                     [&](double root) { return std::fabs(root - planted) <= bound; });
+}
+
+struct Row {
+  const char* name;
+  std::vector<double> roots;
+  double bound;  // Newton's method ends at steps of 1e-5; m-fold roots converge linearly
+};
+
+const Row kRows[] = {
+    {"none", {}, 0},
+    {"one", {.3}, 1e-8},
+    {"start", {0}, 1e-8},
+    {"end", {1}, 1e-8},
+    {"ends", {0, 1}, 1e-8},
+    {"just outside", {-.0005, 1.0005}, 1e-8},
+    {"three", {.1, .5, .9}, 1e-8},
+    {"five", {.05, .25, .5, .75, .95}, 1e-7},
+    {"double", {.4, .4}, 2e-5},
+    {"double in the middle", {.5, .5}, 2e-5},
+    {"triple", {.4, .4, .4}, 4e-5},
+    {"triple in the middle", {.5, .5, .5}, 4e-5},
+    {"two doubles", {.2, .2, .7, .7}, 2e-5},
+    {"double and simple", {.2, .2, .7}, 2e-5},
+    {"double at the start", {0, 0}, 2e-5},
+    {"cluster", {.5, .501, .502}, 2e-5},
+    {"close pair", {.5, .5001}, 2e-5},
+    {"closer pair", {.5, .50002}, 2e-5},
+};
+
+TEST(FindRoots, FindsPlantedRootsOfEveryDegree) {
+  for (const Row& row : kRows) {
+    for (std::size_t degree = std::max<std::size_t>(1, row.roots.size()); degree <= 39; ++degree) {
+      const Polynomial f = Planted(row.roots, degree);
+      const RootList roots = FindRoots(f, 0, 1);
+      for (const double planted : row.roots)
+        EXPECT_TRUE(Near(roots, planted, row.bound))
+            << row.name << " degree " << degree << ": " << planted << " not in " << Print(roots);
+      for (std::size_t i = 0; i < roots.size(); ++i) {
+        if (roots[i] == 0.0)
+          continue;  // also what stands for a root at which Newton's method stops
+        EXPECT_LE(std::fabs(kurvo::Value(f, roots[i])), 2e-6) << row.name << " degree " << degree;
+        EXPECT_TRUE(i == 0 || roots[i] - roots[i - 1] > 1e-5) << row.name << " degree " << degree;
+      }
+    }
+  }
+}
+
+TEST(FindRoots, FindsRandomSimpleRoots) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int round = 0; round < 3000; ++round) {
+    std::vector<double> planted;
+    const auto count = static_cast<std::size_t>(random.Uniform(1, 6));
+    while (planted.size() < count) {
+      const double root = random.Uniform(0, 1);
+      const bool apart = std::all_of(planted.begin(), planted.end(),
+                                     [&](double r) { return std::fabs(r - root) > .02; });
+      if (apart) planted.push_back(root);
+    }
+    const std::size_t degree = count + static_cast<std::size_t>(random.Uniform(0, 8));
+    const RootList roots = FindRoots(Planted(planted, degree), 0, 1);
+    for (const double root : planted)
+      ASSERT_TRUE(Near(roots, root, 1e-7)) << root << " not in " << Print(roots);
+  }
+}
+
+TEST(FindRoots, EndsForAnyInput) {
+  const std::vector<double> nasty = {kNaN, kInfinity, -kInfinity, 0, 1, -1, 1e308, 5e-324};
+  for (const double a : nasty) {
+    for (const double b : nasty) {
+      for (const double c : nasty) {
+        Polynomial f(4);
+        f[0] = a;
+        f[1] = b;
+        f[2] = c;
+        f[3] = a;
+        for (const double root : FindRoots(kurvo::Normalised(f), 0, 1))
+          EXPECT_FALSE(std::isnan(root));
+      }
+    }
+  }
+  EXPECT_TRUE(FindRoots(Polynomial(), 0, 1).empty());
+  EXPECT_TRUE(FindRoots(Polynomial::Zeros(7), 0, 1).empty());
+  EXPECT_TRUE(FindRoots(Polynomial::Constant(0), 0, 1).empty());
+  EXPECT_TRUE(FindRoots(Polynomial::Constant(3), 0, 1).empty());
+}
+
+// Leading coefficients that are noise must not hide the roots of the rest.
+TEST(FindRoots, IgnoresNoiseInLeadingCoefficients) {
+  Polynomial f = Planted({.25, .75}, 2);
+  f.Truncate(6);
+  f[3] = 1e-17;
+  f[4] = -3e-17;
+  f[5] = 2e-17;
+  const RootList roots = FindRoots(f, 0, 1);
+  ASSERT_EQ(roots.size(), 2u);
+  EXPECT_NEAR(roots[0], .25, 1e-10);
+  EXPECT_NEAR(roots[1], .75, 1e-10);
+}
+
+}  // namespace
+}  // namespace kurvo_test

@@ -1,0 +1,296 @@
+// The distance of a point from a curve.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "query/reference.h"
+
+namespace kurvo_test {
+namespace {
+
+struct Found {
+  double dist;
+  double t = -77;  // unwritten
+  int error;
+};
+
+Found DistanceOf(const Curve* cv, const Point& p, int pending = 0) {
+  Globals g;
+  g.error = pending;
+  Found found{};
+  found.dist = KurvocvDistPoint(cv, p, &found.t, &g);
+  found.error = KurvoErrGet(&g);
+  return found;
+}
+
+constexpr double kUnwritten = -77;
+constexpr double kHalfTurn = 3.14159265358979323846;
+
+TEST(DistPoint, Table) {
+  const char* const kLine = "l 1 1 4 1";
+  const char* const kQuarter = "a 0 0 2 0 1.5707963267948966";     // from (2, 0) to (0, 2)
+  const char* const kClockwise = "a 0 0 2 0 -1.5707963267948966";  // from (2, 0) to (0, -2)
+  const char* const kUpper = "a 0 0 1 0 3.14159265358979323846";   // from (1, 0) to (-1, 0)
+  const char* const kArch = "b 0 0 0 4 4 4 4 0";
+  const char* const kCorner = "B 0 0 3 3 6 0 | 0 0 .5 1 1";  // a polyline
+  const char* const kTwo = "c 2 3 (l 0 0 4 0)(l 4 0 4 4)";
+  const struct {
+    const char* name;
+    const char* curve;
+    Point p;
+    double dist, t;
+    int error = 0;
+  } rows[] = {
+      {"line, inside", kLine, {2, 3}, 2, 1. / 3},
+      {"line, at its start", kLine, {1, 0}, 1, 0},
+      {"line, before", kLine, {-2, 5}, 5, 0},
+      {"line, beyond", kLine, {7, -3}, 5, 1},
+      {"line, height does not count", kLine, {2, 3, 9}, 2, 1. / 3},
+      {"line without length", "l 1 1 1 1", {4, 5}, 5, 0, KURVO_WARN_SHORT_VECTOR},
+      {"arc, outside its circle", kQuarter, {3, 3}, 3 * M_SQRT2 - 2, .5},
+      {"arc, inside its circle", kQuarter, {.5, .5}, 2 - M_SQRT1_2, .5},
+      {"arc, centre", kQuarter, {0, 0}, 2, 0},
+      {"arc, within epsilon of its centre", kQuarter, {-9e-7, -9e-7}, 2, 0},
+      {"arc, far side", kQuarter, {2, -4}, 4, 0},
+      {"arc, far side, nearer the end", kQuarter, {-3, -2}, 5, 1},
+      {"arc, tie of both ends", kQuarter, {-3, -3}, std::sqrt(34), 1},
+      {"arc, tie, clockwise", kClockwise, {-3, 3}, std::sqrt(34), 1},
+      {"arc, clockwise", kClockwise, {4 * std::cos(.3), -4 * std::sin(.3)}, 2, .6 / kHalfTurn},
+      {"arc, just before the start", kUpper, {2, -1e-6}, 1, -5e-7 / kHalfTurn},
+      {"arc, below its diameter", kUpper, {0, -1}, M_SQRT2, 1},
+      {"Bezier, on its axis", kArch, {2, 9}, 6, .5},
+      {"Bezier, before", "b 0 0 1 0 2 0 3 0", {-3, 4}, 5, 0},
+      {"Bezier, beyond", "b 0 0 1 0 2 0 3 0", {6, -4}, 5, 1},
+      // y = x^2 over [-2, 2] with feet at x = -1, -0.5 and 1.5, where p lies on the curve itself.
+      {"Bezier, first foot, not the nearest",
+       "b -2 4 0 -4 2 4",
+       {1.5, 2.25},
+       std::sqrt(7.8125),
+       .25},
+      {"Bezier, a point", "b 3 4", {0, 0}, 5, 1},
+      {"Bezier, a point of degree 2", "b 3 4 3 4 3 4", {0, 0}, 5, 1},
+      {"rational, unit circle",
+       "r 1 0 1 1 1 .70710678118654752 0 1 1",
+       {3, 3},
+       3 * M_SQRT2 - 1,
+       .5},
+      {"spline, corner", kCorner, {3, 7}, 4, .5},
+      {"spline, start", kCorner, {-3, -4}, 5, 0},
+      {"spline, end", kCorner, {9, -4}, 5, 1},
+      {"spline, tie of two spans", kCorner, {3, 0}, 1.5 * M_SQRT2, .25},
+      {"spline on another domain", "B 0 0 3 3 6 0 | 2 2 4 7 7", {6, 3}, 1.5 * M_SQRT2, 5.5},
+      {"spline, unclamped", "B 0 0 1 0 2 0 3 0 | 0 1 2 3 4 5 6", {-2.5, 4}, 5, 2},
+      {"composite, first piece", kTwo, {1, -2}, 2, .5},
+      {"composite, second piece", kTwo, {7, 1}, 3, 2.75},
+      {"composite, tie goes to the earlier", kTwo, {3, 1}, 1, 1.5},
+      {"composite, joint", kTwo, {8, -3}, 5, 2},
+      {"composite of composites",
+       "c 1 4 (c 1 1 (l 0 9 1 9)(e))(c 2 2 (l 0 0 4 0)(l 4 0 8 0))",
+       {6, 2},
+       0,
+       kUnwritten,
+       KURVO_ERR_CURVE},
+      {"composite in a composite", "c 1 4 (l 0 9 1 9)(c 1 1 (l 0 0 4 0)(l 4 0 8 0))", {6, 2}, 2, 7},
+      {"composite without pieces", "c", {1, 1}, 0, kUnwritten},
+      {"composite, a piece without pieces", "c 1 1 (c)(l 0 0 4 0)", {1, 1}, 1, 1.25},
+      {"empty", "e", {1, 1}, 0, kUnwritten, KURVO_ERR_CURVE},
+  };
+  for (const auto& row : rows) {
+    const Owned cv = Make(row.curve);
+    const Found found = DistanceOf(cv.get(), row.p);
+    EXPECT_NEAR(found.dist, row.dist, 1e-12) << row.name;
+    EXPECT_NEAR(found.t, row.t, 1e-9) << row.name;
+    EXPECT_EQ(found.error, row.error) << row.name;
+  }
+}
+
+TEST(DistPoint, FailuresLeaveTheParameterAlone) {
+  const Owned line = Make("l 0 0 1 0");
+  Owned unknown = Make("l 0 0 1 0");
+  unknown.get()->type = 17;
+  const auto with_unknown = [&] {
+    std::vector<Owned> pieces;
+    pieces.push_back(Make("l 0 0 1 0"));
+    pieces.push_back(Make("l 0 0 1 0"));
+    pieces[1].get()->type = 17;
+    return MakeComposite({1, 1}, std::move(pieces));
+  };
+  const Owned composite = with_unknown();
+  const Numbers twenty_two_points(44, 1.0), fifteen_points(45, .5);
+  const Owned plain = MakeFreeForm(CV_BEZIER, twenty_two_points);
+  const Owned rational = MakeFreeForm(CV_RBEZIER, fifteen_points);
+  const Owned too_deep = Nested(65), deep_enough = Nested(64);
+  const struct {
+    const char* name;
+    const Curve* curve;
+    int pending, error;
+  } rows[] = {{"null", nullptr, 0, KURVO_ERR_CURVE},
+              {"unknown type", unknown.get(), 0, KURVO_ERR_CURVE},
+              {"unknown piece", composite.get(), 0, KURVO_ERR_CURVE},
+              {"degree 21", plain.get(), 0, KURVO_ERR_CURVE},
+              {"rational, degree 14", rational.get(), 0, KURVO_ERR_CURVE},
+              {"65 levels", too_deep.get(), 0, KURVO_ERR_CURVE},
+              {"error pending", line.get(), KURVO_ERR_TOLERANCE, KURVO_ERR_TOLERANCE},
+              {"fatal error pending", line.get(), KURVO_ERR_MEMORY, KURVO_ERR_MEMORY}};
+  for (const auto& row : rows) {
+    const Found found = DistanceOf(row.curve, {0, 3}, row.pending);
+    EXPECT_EQ(found.dist, 0) << row.name;
+    EXPECT_EQ(found.t, kUnwritten) << row.name;
+    EXPECT_EQ(found.error, row.error) << row.name;
+  }
+  EXPECT_EQ(DistanceOf(line.get(), {0, 3}, KURVO_WARN_SHORT_VECTOR).dist, 3);
+  EXPECT_NEAR(DistanceOf(deep_enough.get(), {0, -3}).dist, 3, 1e-15);
+}
+
+Point PointNear(Random& random, double size) {
+  return {random.Uniform(-size, size), random.Uniform(-size, size), 0};
+}
+
+// The reported point lies at the reported distance, and no sample is nearer.
+void ExpectNearest(const Curve& cv, const Point& p, double tol) {
+  constexpr int kSamples = 600;
+  const Reference reference(cv);
+  const Found found = DistanceOf(&cv, p);
+  const auto off = [&](double t) { return std::fabs(reference.DistanceAt(t, p) - found.dist); };
+  EXPECT_LE(std::min(off(found.t), off(found.t + 1e-13)), tol)
+      << found.t;  // a curve may jump there
+  for (int i = 0; i <= kSamples; ++i) {
+    const double t = std::lerp(reference.start(), reference.end(), i * 1.0 / kSamples);
+    ASSERT_LE(found.dist, reference.DistanceAt(t, p) + tol) << t;
+  }
+}
+
+// Clamped or unclamped, with repeated knots, on a domain of its own.
+Owned RandomSpline(Random& random, bool rational) {
+  const int order = static_cast<int>(random.Uniform(2, 6));
+  const int count = order + static_cast<int>(random.Uniform(0, 25));
+  const bool clamped = random.Uniform(0, 3) > 1, repeated = random.Uniform(0, 3) > 2;
+  Numbers knots;
+  double u = random.Uniform(-2, 2);
+  for (int i = 0; i < order + count; ++i) {
+    const bool inner = i >= order && i <= count;
+    const bool same = repeated && i != order && i != count && random.Uniform(0, 2) > 1;
+    if ((!clamped || inner) && !same) u += random.Uniform(.1, 1);
+    knots.push_back(u);
+  }
+  return MakeFreeForm(rational ? CV_RBSPLINE : CV_BSPLINE, RandomPoints(random, count, rational),
+                      knots);
+}
+
+TEST(DistPoint, OfASplineIsTheLeastOfItsSamples) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int n = 0; n < 300 && !HasFailure(); ++n) {
+    SCOPED_TRACE(n);
+    const Owned spline = RandomSpline(random, n % 2 == 1);
+    for (int q = 0; q < 3; ++q) ExpectNearest(*spline, PointNear(random, 12), 1e-6);
+  }
+}
+
+TEST(DistPoint, OfAnArcIsTheLeastOfItsSamples) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int n = 0; n < 2000 && !HasFailure(); ++n) {
+    SCOPED_TRACE(n);
+    const double radius = random.Uniform(.1, 9), from = random.Uniform(-3, 3);
+    const double sweep = random.Uniform(.001, 6.28) * (n % 2 ? 1 : -1);
+    const Owned arc = Arc(1, -2, radius, from, sweep);
+    const Point p = PointNear(random, 12);
+    const Found found = DistanceOf(arc.get(), p);
+    double least = kInfinity;
+    for (int i = 0; i <= 500; ++i) {
+      const double angle = from + sweep * i / 500;
+      least = std::min(least, std::hypot(1 + radius * std::cos(angle) - p[0],
+                                         -2 + radius * std::sin(angle) - p[1]));
+    }
+    EXPECT_LE(found.dist, least + 1e-9);
+    EXPECT_GE(found.dist, least - radius * std::fabs(sweep) / 500);
+    Globals g;
+    Coord at;
+    KurvocvPosition(arc.get(), found.t, at, &g);
+    EXPECT_NEAR(KurvoclDistPoint(p, at), found.dist, 1e-9);
+  }
+}
+
+// Where the derivative of the squared distance first changes sign, found in `steps` equal parts of
+// [0, 1] and refined by bisection; none when it never does.
+std::optional<double> FirstFoot(const Reference& curve, const Point& p, int steps) {
+  const auto approaches = [&](long double t) {
+    constexpr long double kStep = 1e-7L;
+    return curve.DistanceAt(t - kStep, p) > curve.DistanceAt(t + kStep, p);
+  };
+  for (int i = 0; i < steps; ++i) {
+    long double low = L(i) / steps, high = L(i + 1) / steps;
+    const bool at_first = approaches(low);
+    if (at_first == approaches(high)) continue;
+    for (int n = 0; n < 50; ++n) {
+      const long double middle = (low + high) / 2;
+      (approaches(middle) == at_first ? low : high) = middle;
+    }
+    return static_cast<double>(low);
+  }
+  return std::nullopt;
+}
+
+// Both Bezier kinds answer with their first foot point, whether it is the nearest or not, and with
+// the nearer end where there is none.
+TEST(DistPoint, OfABezierIsThatOfItsFirstFoot) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  int several = 0, without = 0;
+  for (int n = 0; n < 400; ++n) {
+    SCOPED_TRACE(n);
+    const bool rational = n % 2 == 1;
+    const int points = 2 + static_cast<int>(random.Uniform(0, 4));
+    const Owned cv =
+        MakeFreeForm(rational ? CV_RBEZIER : CV_BEZIER, RandomPoints(random, points, rational));
+    const Point p = PointNear(random, 12);
+    const Found found = DistanceOf(cv.get(), p);
+    const Reference reference(*cv);
+    const auto dist_at = [&](double t) { return static_cast<double>(reference.DistanceAt(t, p)); };
+    const auto first = FirstFoot(reference, p, 1000);
+    if (first) {
+      EXPECT_NEAR(found.t, *first, 1e-7);
+      EXPECT_NEAR(found.dist, dist_at(*first), 1e-9);
+    } else {
+      EXPECT_EQ(found.t, dist_at(1) > dist_at(0) ? 0 : 1);
+      EXPECT_NEAR(found.dist, std::min(dist_at(0), dist_at(1)), 1e-12);
+    }
+    if (!first) ++without;
+    for (int i = 0; i <= 100 && first; ++i) {
+      if (dist_at(i / 100.0) > found.dist - .01) continue;
+      ++several;  // another point is nearer, and does not win
+      break;
+    }
+  }
+  EXPECT_GT(several, 20);
+  EXPECT_GT(without, 20);
+}
+
+TEST(DistPoint, OfAPieceThatIsNoNumberNeverWins) {
+  const Owned cv = Make("c 1 1 1 (b 0 0 1 1)(l 0 5 4 5)(b 0 0 1 1)");
+  const auto& pieces = cv.block<KurvoSegcv>();
+  for (const int i : {0, 2}) static_cast<KurvoBezier*>(pieces.curves[i].data)->points[1][0] = kNaN;
+  const Found found = DistanceOf(cv.get(), {1, 1});
+  EXPECT_EQ(found.dist, 4);
+  EXPECT_EQ(found.t, 1.25);
+}
+
+TEST(DistPoint, OfNaNInfinityAndHugeCoordinates) {
+  for (const char* text : {"l 0 0 1 0", "a 0 0 1 0 1", "b 0 0 1 2 3 1", "r 0 0 1 1 2 2 3 1 1",
+                           "B 0 0 1 2 3 1 5 5 | 0 0 0 .5 1 1 1", "c 1 (b 0 0 1 2 3 1)"}) {
+    const Owned cv = Make(text);
+    for (const double x : {kNaN, kInfinity, -1e150, 1e15}) {
+      const Found found = DistanceOf(cv.get(), {x, 0});
+      if (x == 1e15) {
+        EXPECT_NEAR(found.dist / x, 1, 1e-14) << text;
+      }
+      EXPECT_EQ(std::isfinite(found.dist), std::isfinite(x)) << text << ' ' << x;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace kurvo_test

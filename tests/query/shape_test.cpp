@@ -1,0 +1,214 @@
+// End points, degree, straightness, collapse and boxes.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "query/reference.h"
+
+namespace kurvo_test {
+namespace {
+
+constexpr double kUntouched = -77;
+
+struct Ends {
+  Point start{kUntouched, kUntouched, kUntouched}, end = start;
+  int error = 0;
+};
+
+Ends EndsOf(const Curve& cv) {
+  Globals g;
+  Ends ends;
+  KurvocvStartPoint(&cv, ends.start, &g);
+  KurvocvEndPoint(&cv, ends.end, &g);
+  ends.error = KurvoErrGet(&g);
+  return ends;
+}
+
+TEST(EndPoints, Table) {
+  struct Row {
+    std::string curve;
+    Point start, end;
+  };
+  const Row rows[] = {
+      {"l 1 2 3 4", {1, 2, 0}, {3, 4, 0}},
+      {"b 1 2 9 9 3 4", {1, 2, 0}, {3, 4, 0}},
+      {"r 1 2 5 9 9 1 3 4 2", {1, 2, 0}, {3, 4, 0}},
+      {"B 0 1 1 5 2 0 3 4 9 9 | 0 0 0 0 1 2 2 2 2", {0, 1, 0}, {9, 9, 0}},
+      {"B 0 0 6 6 12 0 | 0 1 2 3 4 5", {3, 3, 0}, {9, 3, 0}},  // unclamped: mid points of the legs
+      {"R 0 0 2 6 6 2 12 0 2 | 0 1 2 3 4 5", {3, 3, 0}, {9, 3, 0}},
+      {"R 0 0 1 8 0 3 | 0 1 2 3", {0, 0, 0}, {8, 0, 0}},
+      {"c 1 2 (l 1 2 5 5) (c 1 (b 5 5 6 6 7 8))", {1, 2, 0}, {7, 8, 0}},
+      {"c", {kUntouched, kUntouched, kUntouched}, {kUntouched, kUntouched, kUntouched}},
+  };
+  for (const Row& row : rows) {
+    const Ends ends = EndsOf(*Make(row.curve));
+    EXPECT_EQ(ends.start, row.start) << row.curve;
+    EXPECT_EQ(ends.end, row.end) << row.curve;
+    EXPECT_EQ(ends.error, 0) << row.curve;
+  }
+}
+
+TEST(EndPoints, OfArcsAreMovedOntoTheCircle) {
+  const Owned arc = Arc(1, 1, 2, 0, 1);
+  KurvoclSetCoord(arc.block<KurvoArc>().start, 3.5, 1, 4);
+  EXPECT_EQ(EndsOf(*arc).start[2], 0);
+  EXPECT_NEAR(EndsOf(*arc).start[0], 1 + 2 * 2.5 / std::hypot(2.5, 4), 1e-15);
+  KurvoclSetCoord(arc.block<KurvoArc>().start, 3 + 5e-7, 1, 4);  // on it in the plane: as stored
+  EXPECT_EQ(EndsOf(*arc).start, (Point{3 + 5e-7, 1, 4}));
+  KurvoclSetCoord(arc.block<KurvoArc>().start, 1, 1, 0);  // at the centre: no direction
+  EXPECT_EQ(EndsOf(*arc).start, (Point{1, 1, 0}));
+}
+
+TEST(Shape, Table) {
+  struct Row {
+    std::string curve;
+    int degree, shape, collapsed;
+  };
+  const Row rows[] = {
+      {"l 0 0 1 1", 1, KURVO_SHAPE_LINE, 0},
+      {"l 2 3 2.0000005 3", 1, KURVO_SHAPE_LINE, 1},
+      {"a 0 0 1 0 1", 2, KURVO_SHAPE_BENT, 0},
+      {"a 0 0 1 0 6.283185307179586", 2, KURVO_SHAPE_BENT, 1},  // a full circle counts
+      {"b 0 0", 0, KURVO_SHAPE_STRAIGHT, 1},
+      {"b 0 0 5 1", 1, KURVO_SHAPE_STRAIGHT, 0},
+      {"b 0 0 1 1 2 2 3 3", 3, KURVO_SHAPE_STRAIGHT, 0},
+      {"b 0 0 1 1 -1 -1 3 3", 3, KURVO_SHAPE_BENT, 0},  // back behind the start
+      {"b 0 0 2 2 1 1 3 3", 3, KURVO_SHAPE_STRAIGHT, 0},
+      {"b 0 0 1 0.1 2 0", 2, KURVO_SHAPE_BENT, 0},
+      {"r 0 0 1 1 1 5 2 2 .1", 2, KURVO_SHAPE_STRAIGHT, 0},
+      {"B 0 0 1 0 2 0 3 1e-3 | 0 0 0 0 1 1 1 1", 3, KURVO_SHAPE_BENT, 0},
+      {"R 4 4 1 4 4 9 4 4 2 | 0 0 0 1 1 1", 2, KURVO_SHAPE_STRAIGHT, 1},
+      {"c 1 1 (b 0 0 1 1) (b 1 1 2 2 3 3)", 2, KURVO_SHAPE_STRAIGHT, 0},
+      {"c 1 1 (b 0 0 1 1) (b 1 1 2 3)", 1, KURVO_SHAPE_BENT, 0},
+      {"c 1 1 (b 0 0 1 1) (l 1 1 2 9)", 1, KURVO_SHAPE_STRAIGHT, 0},  // only Bezier pieces are read
+      // Weighted in a composite and nowhere else: (1, 1) and 2 (1, 1) / 2 (1.5, 1.5).
+      {"c 1 (r 1 0 1 2 0 1 3 0 .1)", 2, KURVO_SHAPE_BENT, 0},
+      {"r 1 0 1 2 0 1 3 0 .1", 2, KURVO_SHAPE_STRAIGHT, 0},
+      {"c 1 1 (l 0 0 0 0) (l 5 6 5 6)", 1, KURVO_SHAPE_STRAIGHT, 1},
+      {"c 1 1 (l 0 0 0 0) (l 5 6 5 7)", 1, KURVO_SHAPE_STRAIGHT, 0},
+      {"c 1 1 1 (l 0 0 1 0) (a 0 0 1 0 1) (B 0 0 1 1 2 0 3 3 | 0 0 0 0 1 1 1 1)", 3,
+       KURVO_SHAPE_STRAIGHT, 0},
+      {"c", 0, KURVO_SHAPE_STRAIGHT, 0},
+  };
+  for (const Row& row : rows) {
+    const Owned cv = Make(row.curve);
+    Globals g;
+    Point point;
+    EXPECT_EQ(KurvocvDegree(cv.get(), &g), row.degree) << row.curve;
+    EXPECT_EQ(KurvocvIsLine(cv.get(), &g), row.shape) << row.curve;
+    EXPECT_EQ(KurvocvDegenerate(cv.get(), point, &g), row.collapsed) << row.curve;
+    EXPECT_EQ(KurvoErrGet(&g), 0) << row.curve;
+    EXPECT_TRUE(row.collapsed || point == (Point{0, 0, 0})) << row.curve;
+    EXPECT_TRUE(!row.collapsed || cv->type != CV_SEGCV || point == (Point{5, 6, 0}));
+  }
+}
+
+struct Boxed {
+  std::array<double, 6> box;
+  int error;
+};
+
+Boxed BoxOf(const Curve& cv) {
+  Globals g;
+  Boxed boxed;
+  boxed.box.fill(kUntouched);
+  KurvocvBoundBox(&cv, boxed.box.data(), &g);
+  boxed.error = KurvoErrGet(&g);
+  return boxed;
+}
+
+TEST(BoundBox, Table) {
+  constexpr double u = kUntouched;
+  struct Row {
+    std::string curve;
+    std::array<double, 4> box;  // min x, min y, max x, max y
+  };
+  const Row rows[] = {
+      {"l 3 1 0 2", {0, 1, 3, 2}},
+      {"a 0 0 1 0 1.5707963267948966", {0, 0, 1, 1}},
+      {"a 0 0 1 0 -4.71238898038469", {-1, -1, 1, 1}},
+      {"b 0 0 1 5 2 -3", {0, -3, 2, 5}},  // of the control polygon
+      {"R 0 0 1 1 5 9 2 -3 1 | 0 0 0 1 1 1", {0, -3, 2, 5}},
+      {"c 1 1 (l 0 0 1 1) (b 1 1 2 8)", {0, 0, 2, 8}},
+      {"c 1 (l 0 0 1 1)", {u, u, u, u}},
+      {"c 1 1 (c 1 (l 9 9 8 8)) (l 0 0 1 1)", {0, 0, 1, 1}},  // one piece has no box of its own
+      {"c", {u, u, u, u}},
+      {"e", {u, u, u, u}},
+  };
+  for (const Row& row : rows) {
+    const Boxed boxed = BoxOf(*Make(row.curve));
+    const std::array<double, 4> planar = {boxed.box[0], boxed.box[1], boxed.box[3], boxed.box[4]};
+    for (std::size_t i = 0; i < 4; ++i) EXPECT_NEAR(planar[i], row.box[i], 1e-15) << row.curve;
+    EXPECT_EQ(boxed.error, 0) << row.curve;
+  }
+}
+
+TEST(BoundBox, OfArcsIsTight) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int round = 0; round < 300; ++round) {
+    const double sweep = random.Uniform(.01, 6.2) * (round % 2 ? 1 : -1);
+    const Owned arc = Arc(3, -1, 2, random.Uniform(-3.2, 3.2), sweep);
+    std::array<double, 4> seen = {9, 9, -9, -9};
+    for (int i = 0; i <= 2000; ++i) {
+      const Point p = PointAt(*arc, i / 2000.);
+      seen = {std::min(seen[0], p[0]), std::min(seen[1], p[1]), std::max(seen[2], p[0]),
+              std::max(seen[3], p[1])};
+    }
+    const Boxed boxed = BoxOf(*arc);
+    ASSERT_NEAR(boxed.box[0], seen[0], 1e-5) << sweep;
+    ASSERT_NEAR(boxed.box[1], seen[1], 1e-5) << sweep;
+    ASSERT_NEAR(boxed.box[3], seen[2], 1e-5) << sweep;
+    ASSERT_NEAR(boxed.box[4], seen[3], 1e-5) << sweep;
+  }
+}
+
+// Records that cannot be right are refused, each by its own neutral result, and nothing is written.
+TEST(BadRecords, AreRefused) {
+  const Owned spline = Make("B 0 0 1 1 2 0 | 0 0 0 1 1 1"), bezier = Make("b 0 0 1 1");
+  Curve records[9];
+  for (Curve& cv : records) cv = *spline;
+  KurvoBSpline order = spline.block<KurvoBSpline>(), count = order, points = order, knots = order;
+  order.order = 0;
+  count.count = 2;
+  points.points = nullptr;
+  knots.knots = nullptr;
+  KurvoBezier negative = bezier.block<KurvoBezier>(), huge = negative;
+  negative.degree = -1;
+  huge.degree = INT32_MAX;
+  KurvoSegcv pieces = {};
+  pieces.count = 3;
+  records[0].data = &order;
+  records[1].data = &count;
+  records[2].data = &points;
+  records[3].data = &knots;
+  records[4] = {CV_BEZIER, &negative, 0, 0, 0};
+  records[5] = {CV_RBEZIER, &huge, 0, 0, 0};
+  records[6] = {CV_SEGCV, &pieces, 0, 0, 0};
+  records[7] = {17, &order, 0, 0, 0};
+  records[8] = {0, nullptr, 0, 0, 0};
+  for (const Curve& cv : records) {
+    const long index = &cv - records;
+    const Ends ends = EndsOf(cv);
+    EXPECT_EQ(ends.error, KURVO_ERR_CURVE) << index;
+    EXPECT_EQ(ends.start[0], kUntouched) << index;
+    EXPECT_EQ(BoxOf(cv).box[0], kUntouched) << index;
+    EXPECT_EQ(BoxOf(cv).error, KURVO_ERR_CURVE) << index;
+    Globals g;
+    EXPECT_EQ(KurvocvDegree(&cv, &g), 0) << index;
+    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE) << index;
+    KurvoErrReset(&g);
+    Point p{kUntouched, 0, 0};
+    KurvocvPosition(&cv, .5, p, &g);
+    EXPECT_EQ(p, (Point{0, 0, 0})) << index;
+    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE) << index;
+    KurvoErrReset(&g);
+    double t = kUntouched;
+    EXPECT_EQ(KurvocvParameter(&cv, p, &t, &g), KURVO_ON_CURVE) << index;
+    EXPECT_EQ(t, kUntouched) << index;
+    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE) << index;
+  }
+}
+
+}  // namespace
+}  // namespace kurvo_test
