@@ -205,12 +205,18 @@ enum {
   KURVO_ERR_STACK_EMPTY = 0x7B5452, /* pop from an empty tolerance stack */
   KURVO_ERR_CHAIN_INDEX = 0x75A052, /* insertion outside the sequence */
   KURVO_ERR_CHAIN_BREAK = 0x75D452, /* insertion that would break the chain */
+  KURVO_ERR_CHAIN_ENDS = 0x648452,  /* ends of a chain that must meet, or must not */
+  KURVO_ERR_RANGE = 0x774052,  /* parameters of a division, or range of an extension, refused */
+  KURVO_ERR_WEIGHT = 0x7B9C52, /* extension to where weights are not positive */
+  KURVO_ERR_CHAIN_DEGENERATE = 0x629052, /* chain of fewer than two curves, or of points */
+  KURVO_ERR_CHAIN_CONVERT = 0x7A5052,    /* curve of a chain that no composite can represent */
+  KURVO_WARN_NO_ORIENTATION = 0x764C51,  /* warning: empty or straight chain has no orientation */
   KURVO_ERR_DERIVATIVE_ORDER = 0x629852, /* order of a derivative out of range */
   KURVO_ERR_ZERO_WEIGHT = 0x754852,      /* a weight that is 0 within epsilon */
   KURVO_ERR_SHORT_TANGENT = 0x7BA452,    /* tangent too short to have a curvature */
-  KURVO_WARN_SHORT_VECTOR = 0x7BA451,   /* warning: vector too short to have a direction */
-  KURVO_ERR_SAME_POINTS = 0x63DC52,     /* circle through two points that are the same */
-  KURVO_ERR_RADIUS_TOO_SMALL = 0xA3E876 /* circle through two points further apart than 2 r */
+  KURVO_WARN_SHORT_VECTOR = 0x7BA451,    /* warning: vector too short to have a direction */
+  KURVO_ERR_SAME_POINTS = 0x63DC52,      /* circle through two points that are the same */
+  KURVO_ERR_RADIUS_TOO_SMALL = 0xA3E876  /* circle through two points further apart than 2 r */
 };
 
 /* Severity of a code. */
@@ -750,6 +756,19 @@ KURVO_API void KurvocvNDeriv(const Curve *curve, double t, Coord out, int n,
 KURVO_API void KurvocvCurvature(const Curve *curve, double t, Coord out,
                                 GlobalVar *g) KURVO_NOEXCEPT;
 
+/* length (out) = the length of the curve from t0 to t1 (in); negative when t0 > t1, 0 on an error.
+ * t0, t1 (in): parameters of the curve's own domain, which must be finite; beyond its ends the
+ * curve goes on by its own equation. Within epsilon of each other they give 0, however long the
+ * curve is. Lines and arcs are exact. Other curves are halved until the length of their control
+ * polygons changes by 0.001 or less, in the unit of length, or there are 1024 pieces; the pieces of
+ * a B-spline and of a composite are divided into 16 parts first, and each part is measured so.
+ * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, also as a piece, a
+ * degree above 1023 and a parameter that is not finite; KURVO_ERR_MEMORY, also for a knot that is
+ * not a number. Error pending: 0 at once. Nothing is allocated up to degree 4, except for a
+ * rational B-spline whose weights are all 1. */
+KURVO_API void KurvocvCurveLen(const Curve *curve, double t0, double t1, double *length,
+                               GlobalVar *g) KURVO_NOEXCEPT;
+
 /* ---------------------------------------------------------------------------------------------
  * Conversion and reversal
  * ------------------------------------------------------------------------------------------- */
@@ -799,6 +818,91 @@ KURVO_API int64_t KurvocvChgOrder(Curve *curve, GlobalVar *g) KURVO_NOEXCEPT;
 KURVO_API void KurvoclNormalizeKnot(double *knots, int32_t count, int32_t order) KURVO_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
+ * Division, extension and knot removal
+ *
+ * Exact: what is cut or continued lies on the same polynomials as before, each piece over [0, 1].
+ * Results are emptied on entry, also when the call is refused, without freeing what they held; the
+ * caller frees them. In this section a point curve at parameter s is a curve of the same type all
+ * of whose control points are the point at s, with weight 1: an arc keeps its circle, a Bezier
+ * kind its degree, a B-spline its order and no more points than that; for a composite it is a
+ * Bezier curve of the kind of the piece that s falls on and one degree higher, and empty when that
+ * piece is of another type. Degrees of Bezier kinds up to 4095, orders of B-splines up to 4096 are
+ * worked on. Composites come with widths that add up to exactly 1.
+ *
+ * Identities
+ *   D1  the point of `first` at s is that of the curve at s t, over [0, 1]; that of `second` at s
+ *       is that of the curve at t + s (1 - t); all of it where the curve does not stand still at t
+ *   D2  the last point of one piece is the first one of the next, to the bit, for Bezier kinds and
+ *       for B-splines that do not jump there
+ *   D3  the point of an extension at s is that of the curve at -a + s (1 + a + b)
+ * ------------------------------------------------------------------------------------------- */
+
+/* Cuts a curve in two at t.
+ * curve (in); t (in): in the curve's own domain. first, second (out): the part before t and the
+ * part after it, of the curve's type. Where t is an end within epsilon one of them is a point
+ * curve, the other a copy of the curve as it is.
+ * A B-spline is cut at the stored knot when t rounds to one. Where all control points that act at
+ * t are the same within epsilon (weights: epsilon0), the span of t is left to neither part, or, in
+ * between, to the first: the cut falls on the knot behind it. A part that is one point has just
+ * `order` control points. Ends that are not cut keep their knots, mapped with the others.
+ * In a composite a cut within epsilon of the end of a piece falls between the pieces; any other
+ * divides a piece, of whatever type and degree.
+ * Refused, with both parts empty and no error: a null or unknown curve, a record that cannot be
+ * right, t beyond an end by more than epsilon or NaN, and a Bezier curve, plain or rational, of
+ * more than 5 control points (composites and KurvocvNDivide have no such limit).
+ * Errors: KURVO_ERR_MEMORY only. Error pending: both are empty.
+ * Cost: O(degree^2); for a B-spline O(count + order^2), for a composite linear in its size. */
+KURVO_API void KurvocvDivide(const Curve *curve, double t, Curve *first, Curve *second,
+                             GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Cuts a curve at all parameters of a list.
+ * curve (in). params (in): ascending, no two the same, in [0, 1] and in the curve's own domain;
+ * may be empty. pieces (out): always one more than there are parameters, in order; free with
+ * KurvocvFreeCvseq. An empty list gives one copy of the curve.
+ * A B-spline is rid of knots it does not need first, as KurvocvBsplRemoveKnots does it, and cut at
+ * the nearest knot within epsilon instead of at a parameter. Where a cut is within epsilon of an
+ * end or of the cut before it the piece between them is a point curve; the distance is a share of
+ * what remains of the curve, except for B-splines.
+ * Errors: KURVO_ERR_RANGE for a list that is null, not ascending or out of range, NaN included;
+ * KURVO_ERR_CURVE for an unknown type or a record that cannot be right; KURVO_ERR_MEMORY. A null
+ * curve or one without data: empty, no error. Error pending: empty.
+ * Cost: for m control points and n parameters O(m order^2 + n order^2); n degree^2 for Bezier
+ * kinds; linear in the size of a composite. */
+KURVO_API void KurvocvNDivide(const Curve *curve, const CvParam *params, Cvseq *pieces,
+                              GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Extends a curve, or trims it, at both ends: the same curve over the parameters from -a to 1 + b.
+ * curve (in). a, b (in): how far it goes on before its start and behind its end, in its own
+ * parameter; negative amounts trim. A B-spline's domain counts as [0, 1]; a composite's end is the
+ * sum of its widths. result (out): a curve of the same type; a copy when both amounts round to 0.
+ * A line and free-form curves are continued along their polynomials, arcs along their circle as
+ * long as less than half a turn comes out. B-splines continue those of their end span, at whose
+ * knot they are cut when a trimmed end rounds to it. A composite continues its end pieces, each by
+ * the rule of its type and with the amount divided by its width, and is divided to be trimmed.
+ * Errors: KURVO_ERR_RANGE for a range without length, amounts that are not finite and an arc of
+ * half a turn or more; where the range is one point within 1e-6, `result` is the point curve there
+ * all the same. KURVO_ERR_WEIGHT when a weight of the result is 0 or negative at six decimals, of
+ * a rational B-spline one of the first `order`. KURVO_ERR_CHAIN_ENDS for a closed composite that
+ * starts with a plain Bezier curve and is to grow. KURVO_ERR_CURVE for an unknown type or a record
+ * that cannot be right; KURVO_ERR_MEMORY. A null curve or one without data: empty, no error. Error
+ * pending: empty.
+ * Cost: O(degree^2); for a B-spline O(count + order^2), for a composite linear in its size. */
+KURVO_API void KurvocvExtendCurve(const Curve *curve, double a, double b, Curve *result,
+                                  GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Removes the inner knots that a B-spline or rational B-spline does not need.
+ * curve (in). result (out): a curve of the same type, order and domain. From the first inner knot
+ * to the last, occurrences of it are removed as long as the curve stays within epsilon, in x and
+ * in y, at two points: one fifth of the way to the neighbouring knots. No other bound holds. A
+ * knot that can go without a change goes without a change but rounding. Where nothing is removed,
+ * and for knots that do not ascend, the result is an exact copy.
+ * Errors: KURVO_ERR_CURVE for any other type and a record that cannot be right; KURVO_ERR_MEMORY.
+ * A null curve or one without data: empty, no error. Error pending: empty.
+ * Cost: O(count order^2). */
+KURVO_API void KurvocvBsplRemoveKnots(const Curve *curve, Curve *result,
+                                      GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
  * Relations
  * ------------------------------------------------------------------------------------------- */
 
@@ -819,23 +923,49 @@ KURVO_API uint32_t KurvocvMatch(const Curve *a, const Curve *b, GlobalVar *g) KU
  * pa, pb (out, either may be null): one parameter of `a` and of `b` for each point, in each curve's
  * own domain; entry i of both lists is the same point. Emptied on entry without freeing what they
  * held; the caller frees them with KurvocrFreeCvParam.
- * mode (in): which curves end at their end points: 0 neither, 1 the first, 2 the second, 3 both. The
- * others go on along their line or circle; free-form curves never do. A point beyond an end is kept
- * when it is that end within epsilon; its parameter is not clamped.
- * Result: KURVO_FOUND; KURVO_OVERLAP when the curves run together along a stretch; KURVO_NOTHING,
- * also when both curves are points; KURVO_REFUSED for a missing curve or one without data.
- * Each point is listed once: a crossing, a contact within epsilon, a shared end. Lists ascend along
- * `a`; between two arcs they have the order of the construction. Lines and arcs meet the Bezier and
- * rational Bezier pieces of a composite only. In mode 3 segments of one line that share just an end
- * have that point; otherwise curves on one carrier overlap.
- * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, a degree above 39
- * against a line, 19 against an arc and 63 otherwise; KURVO_ERR_MEMORY. The result is then
- * KURVO_NOTHING. Error pending: KURVO_REFUSED at once.
- * Cost: closed formulas for lines and arcs; linear in the pieces of a free-form curve against these;
+ * mode (in): which curves end at their end points: 0 neither, 1 the first, 2 the second, 3 both.
+ * The others go on along their line or circle; free-form curves never do. A point beyond an end is
+ * kept when it is that end within epsilon; its parameter is not clamped. Result: KURVO_FOUND;
+ * KURVO_OVERLAP when the curves run together along a stretch; KURVO_NOTHING, also when both curves
+ * are points; KURVO_REFUSED for a missing curve or one without data. Each point is listed once: a
+ * crossing, a contact within epsilon, a shared end. Lists ascend along `a`; between two arcs they
+ * have the order of the construction. Lines and arcs meet the Bezier and rational Bezier pieces of
+ * a composite only. In mode 3 segments of one line that share just an end have that point;
+ * otherwise curves on one carrier overlap. Errors: KURVO_ERR_CURVE for an unknown type, a record
+ * that cannot be right, a degree above 39 against a line, 19 against an arc and 63 otherwise;
+ * KURVO_ERR_MEMORY. The result is then KURVO_NOTHING. Error pending: KURVO_REFUSED at once. Cost:
+ * closed formulas for lines and arcs; linear in the pieces of a free-form curve against these;
  * between free-form curves a sweep over the boxes of their Bezier pieces, then subdivision of the
  * pairs that meet. */
 KURVO_API uint32_t KurvocrCurveCurve(const Curve *a, const Curve *b, CvParam *pa, CvParam *pb,
                                      int32_t mode, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Joins a chain of at least two curves into one composite of Bezier and rational Bezier pieces that
+ * runs over [0, 1] in proportion to arc length: each curve takes the share of its length, divided
+ * among its pieces as in its own composite form. Lines become Bezier curves of degree 1; everything
+ * else becomes what KurvocvConvert makes of it, so that an arc of more than half a turn becomes the
+ * shorter one and the pieces of a composite stay as they are.
+ * seq (in); out (out): the composite, which the caller frees with KurvocvFreeCurve. Emptied first,
+ * without freeing what it held, and empty on failure and for a null or empty sequence (no error).
+ * Errors: KURVO_ERR_CHAIN_DEGENERATE for one curve, for a chain whose curves after the first are
+ * all points, and for one without a length; KURVO_ERR_CHAIN_ENDS when one curve does not end within
+ * epsilon of the start of the next; KURVO_ERR_CHAIN_CONVERT for an arc or a B-spline that cannot be
+ * converted; KURVO_ERR_CURVE for a record that cannot be right; KURVO_ERR_MEMORY. Error pending:
+ * returns at once, `out` empty. Cost: that of the lengths; the pieces are handed over, not copied.
+ */
+KURVO_API void KurvocvCvseqToSegcv(const Cvseq *seq, Curve *out, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* centre (out): the mean of the start point of the chain and the end points of its curves, the last
+ * one left out when it is the first within epsilon.
+ * normal (out): (0, 0, 1) when the chain runs counter-clockwise around the centre, else (0, 0, -1).
+ * A simple closed chain gets its true sense wherever the centre lies; of a chain that does not wind
+ * around the centre by at least half a turn, closed by the line between its ends, the sign of the
+ * area counts. Both are (0, 0, 0) on failure.
+ * Errors: KURVO_WARN_NO_ORIENTATION for an empty sequence and for a straight chain, which has no
+ * sense; KURVO_ERR_CURVE for a null sequence and a record that cannot be right. Error pending: (0,
+ * 0, 0) at once. No allocation up to degree 39. Cost: linear in the curves and their pieces. */
+KURVO_API void KurvocvCvseqNormal(const Cvseq *seq, Coord centre, Coord normal,
+                                  GlobalVar *g) KURVO_NOEXCEPT;
 
 #ifdef __cplusplus
 }

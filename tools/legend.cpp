@@ -75,6 +75,14 @@ void Legend::WriteMark(const LegendEntry& entry, Point left, SvgText& out) {
       return out.Path(
           out.Rectangle({left.x, left.y - kBoxHalfHeight, right.x, left.y + kBoxHalfHeight}),
           stroke + " stroke-dasharray=\"4\"");
+    case LegendEntry::Mark::kCrossing:
+      out.OpenGroup(stroke + " stroke-width=\"1.5\"");
+      out.Circle(middle, kCrossingRadius);
+      return out.CloseGroup();
+    case LegendEntry::Mark::kOverlap:
+      return out.Path(out.Polyline({left, right}),
+                      stroke + " " + std::string(kOverlapOpacity) + " " +
+                          out.Attribute("stroke-width", kOverlapWidth));
   }
 }
 

@@ -14,25 +14,27 @@ namespace kurvo::tools {
 
 struct CurveStyle {
   int type;
-  std::string_view name;
   std::string_view colour;
 };
 
-inline constexpr CurveStyle kCurveStyles[] = {{CV_LINE, "line", "#334155"},
-                                              {CV_ARC, "arc", "#d95f02"},
-                                              {CV_BEZIER, "Bezier", "#1d5fd1"},
-                                              {CV_RBEZIER, "rational Bezier", "#0b8a5b"}};
+inline constexpr CurveStyle kCurveStyles[] = {
+    {CV_LINE, "#334155"}, {CV_ARC, "#d95f02"}, {CV_BEZIER, "#1d5fd1"}, {CV_RBEZIER, "#0b8a5b"}};
 inline constexpr std::string_view kControlColour = "#94a3b8";
 inline constexpr std::string_view kBoxColour = "#c4b5a0";
 inline constexpr std::string_view kPointColour = "#111827";
 inline constexpr std::string_view kFillColour = "#eef2f7";
+inline constexpr std::string_view kCrossingColour = "#dc2626";
+inline constexpr std::string_view kDrawingColours[] = {"#1d5fd1", "#0b8a5b"};  // first and second
 
 // Sizes of marks, in pixels.
 inline constexpr double kPointRadius = 3;
 inline constexpr double kControlHalfSide = 2.5;
+inline constexpr double kCrossingRadius = 5;
+inline constexpr double kOverlapWidth = 9;
+inline constexpr std::string_view kOverlapOpacity = "stroke-opacity=\"0.4\"";
 
 struct LegendEntry {
-  enum class Mark { kCurve, kControl, kPoint, kBox };
+  enum class Mark { kCurve, kControl, kPoint, kBox, kCrossing, kOverlap };
 
   Mark mark;
   std::string_view colour;

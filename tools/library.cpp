@@ -81,6 +81,15 @@ OwnedCurve OwnedCurve::RationalQuadratic(Point p0, Point p1, double weight1, Poi
   return curve;
 }
 
+OwnedCurve OwnedCurve::Converted(Library& library, const OwnedCurve& source, int type) {
+  OwnedCurve curve;
+  curve.curve_.type = type;
+  const std::uint32_t result = KurvocvConvert(source.Get(), &curve.curve_, library.State());
+  library.Check();
+  if (result != KURVO_CONVERTED) throw LibraryError(KURVO_ERR_CURVE);
+  return curve;
+}
+
 Point PositionOf(Library& library, const OwnedCurve& curve, double t) {
   Coord p;
   KurvocvPosition(curve.Get(), t, p, library.State());
@@ -113,6 +122,29 @@ bool IsPoint(Library& library, const OwnedCurve& curve) {
   const bool is_point = KurvocvDegenerate(curve.Get(), p, library.State()) == 1;
   library.Check();
   return is_point;
+}
+
+std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p) {
+  Coord point;
+  Put(point, p);
+  double t = 0;
+  const int result = KurvocvParameter(curve.Get(), point, &t, library.State());
+  library.Check();
+  if (result != KURVO_ON_CURVE) return std::nullopt;
+  return t;
+}
+
+std::string_view TypeName(int type) {
+  switch (type) {
+    case CV_LINE:
+      return "line";
+    case CV_ARC:
+      return "arc";
+    case CV_BEZIER:
+      return "Bezier";
+    default:
+      return "rational Bezier";
+  }
 }
 
 Bounds BoundsOf(Library& library, const OwnedCurve& curve) {

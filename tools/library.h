@@ -3,7 +3,9 @@
 
 #include <kurvo.h>
 
+#include <optional>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "affine.h"
@@ -24,6 +26,7 @@ class Library {
   Library& operator=(const Library&) = delete;
 
   GlobalVar* State() { return &state_; }
+  double Tolerance() const { return GetEpsilon(&state_); }  // length
   // Throws LibraryError when an error is pending.
   void Check() const;
 
@@ -54,6 +57,8 @@ class OwnedCurve {
   static OwnedCurve Cubic(Point p0, Point p1, Point p2, Point p3);
   // Of degree 2, with outer weights 1.
   static OwnedCurve RationalQuadratic(Point p0, Point p1, double weight1, Point p2);
+  // The same points in a record of another type. Throws LibraryError when there is none.
+  static OwnedCurve Converted(Library& library, const OwnedCurve& source, int type);
 
  private:
   // The new data block; throws std::bad_alloc.
@@ -68,6 +73,11 @@ Point StartOf(Library& library, const OwnedCurve& curve);
 Point EndOf(Library& library, const OwnedCurve& curve);
 int DegreeOf(Library& library, const OwnedCurve& curve);
 bool IsPoint(Library& library, const OwnedCurve& curve);
+// The parameter of a point that lies on the curve within the length tolerance.
+std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p);
+
+// "line", "arc", "Bezier" or "rational Bezier".
+std::string_view TypeName(int type);
 
 // An axis-parallel rectangle, empty at first.
 struct Bounds {
@@ -79,6 +89,8 @@ struct Bounds {
   bool IsEmpty() const { return min_x > max_x; }
   double Width() const { return max_x - min_x; }
   double Height() const { return max_y - min_y; }
+  Point Min() const { return {min_x, min_y}; }
+  Point Max() const { return {max_x, max_y}; }
   void Add(Point p);
   void Add(const Bounds& other);
   void Grow(double margin);

@@ -23,4 +23,11 @@ std::string FixedNumber(double value, int decimals) {
   return text == "-0" ? "0" : text;
 }
 
+std::string PointText(Point p) { return "(" + ShortNumber(p.x) + ", " + ShortNumber(p.y) + ")"; }
+
+std::string BoundsText(const Bounds& box) {
+  if (box.IsEmpty()) return "";
+  return PointText(box.Min()) + " - " + PointText(box.Max());
+}
+
 }  // namespace kurvo::tools

@@ -1,7 +1,10 @@
-// Numbers as text, in the "C" locale.
+// Numbers and points as text, in the "C" locale.
 #pragma once
 
 #include <string>
+
+#include "affine.h"
+#include "library.h"
 
 namespace kurvo::tools {
 
@@ -10,5 +13,9 @@ std::string ShortNumber(double value);
 
 // At most `decimals` digits after the point, trailing zeros dropped, never "-0".
 std::string FixedNumber(double value, int decimals);
+
+// "(1, 2)", and "(0, 0) - (1, 2)" for a box, which is nothing when it is empty; for people.
+std::string PointText(Point p);
+std::string BoundsText(const Bounds& box);
 
 }  // namespace kurvo::tools

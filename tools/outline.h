@@ -1,6 +1,7 @@
 // The outlines of a drawing as curve records.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -20,5 +21,8 @@ struct Shape {
   bool even_odd = false;
   std::vector<Outline> outlines;
 };
+
+// The name of one outline of the shape: its label, and ".2" for the second of several.
+std::string OutlineLabel(const Shape& shape, std::size_t outline);
 
 }  // namespace kurvo::tools

@@ -1,123 +1,53 @@
 #include "picture.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "curve_trace.h"
 #include "legend.h"
-#include "sampling.h"
+#include "picture_layout.h"
 #include "svg_text.h"
 
 namespace kurvo::tools {
 namespace {
-
-// Parts of the longer side of the drawing.
-constexpr double kChordTolerance = 5e-5;  // between a curve and the chords that are drawn for it
-constexpr double kMargin = 0.03;
 
 // Pixels.
 constexpr double kCurveWidth = 2.25;
 constexpr double kThinWidth = 1;
 constexpr double kCrossHalfLength = 5;
 
-// What is shown of one curve.
-struct CurveTrace {
-  int type;
-  std::vector<Point> samples;
-  std::vector<Point> controls;  // of the Bezier kinds
-};
-
-struct OutlineTrace {
-  std::vector<CurveTrace> curves;
-  Bounds box;
-  bool closed;
-};
-
-std::vector<Point> ControlPoints(const OwnedCurve& curve) {
-  std::vector<Point> points;
-  if (curve.Type() == CV_BEZIER) {
-    const auto* bezier = static_cast<const KurvoBezier*>(curve.Get()->data);
-    for (int i = 0; i <= bezier->degree; ++i) {
-      points.push_back({bezier->points[i][0], bezier->points[i][1]});
-    }
-  } else if (curve.Type() == CV_RBEZIER) {
-    const auto* bezier = static_cast<const KurvoRBezier*>(curve.Get()->data);
-    for (int i = 0; i <= bezier->degree; ++i) {
-      points.push_back({bezier->points[i][0], bezier->points[i][1]});
-    }
-  } else if (curve.Type() == CV_ARC) {
-    const auto* arc = static_cast<const KurvoArc*>(curve.Get()->data);
-    points.push_back({arc->centre[0], arc->centre[1]});
-  }
-  return points;
-}
-
-// `view` with its sides moved out until it is `width` wide.
-Bounds Widened(Bounds view, double width) {
-  const double lack = std::max(0.0, width - view.Width());
-  view.min_x -= lack / 2;
-  view.max_x += lack / 2;
-  return view;
-}
-
 class PictureWriter {
  public:
   PictureWriter(Library& library, const Drawing& drawing, const PictureOptions& options)
-      : library_(library), drawing_(drawing), options_(options), out_(Extent()) {
-    const double tolerance = kChordTolerance * Extent();
+      : drawing_(drawing), options_(options), out_(Extent(library, {&drawing})) {
+    const double tolerance = kChordTolerance * Extent(library, {&drawing});
     for (const Shape& shape : drawing.shapes) {
       traces_.emplace_back();
       for (const Outline& outline : shape.outlines) {
-        traces_.back().push_back(Trace(outline, tolerance));
+        traces_.back().push_back(TraceOutline(library, outline, tolerance));
       }
     }
   }
 
   std::string Write() {
-    Bounds view = Shown();
-    const double longer = std::max(view.Width(), view.Height());
-    pixel_ = longer / options_.size;
-    view.Grow(std::max(kMargin * longer, 2 * CurveWidth()));
-    std::vector<LegendEntry> entries = Entries();
-    if (ShowsLegend()) view = Widened(view, LeastLegendWidth(entries) * pixel_);
-    const Legend legend(std::move(entries), view.Width() / pixel_);
-    const Point legend_corner = {view.min_x, view.max_y};
-    if (ShowsLegend()) view.max_y += legend.Height() * pixel_;
-    out_.Open(view, options_.size);
+    const Bounds shown = Shown();
+    pixel_ = PixelSize(shown, options_.size);
+    std::vector<LegendEntry> entries;
+    if (ShowsLegend()) entries = Entries();
+    const PictureLayout layout(shown, pixel_, CurveWidth(), std::move(entries));
+    out_.Open(layout.View(), options_.size);
     if (options_.curves_only) {
       WriteShapes(options_.fill ? "fill=\"#000\"" : BlackStroke());
     } else {
-      WriteAll(view);
+      WriteAll(layout.View());
     }
-    if (ShowsLegend()) legend.Write(legend_corner, pixel_, out_);
+    layout.WriteLegend(out_);
     out_.Close();
     return out_.Take();
   }
 
  private:
-  double Extent() const {
-    Bounds box;
-    for (const Shape& shape : drawing_.shapes) {
-      for (const Outline& outline : shape.outlines) {
-        for (const OwnedCurve& curve : outline.curves) box.Add(BoundsOf(library_, curve));
-      }
-    }
-    return box.IsEmpty() ? 1 : std::max(box.Width(), box.Height());
-  }
-
-  OutlineTrace Trace(const Outline& outline, double tolerance) const {
-    OutlineTrace trace = {{}, {}, outline.closed};
-    for (const OwnedCurve& curve : outline.curves) {
-      trace.curves.push_back(
-          {curve.Type(), SampleCurve(library_, curve, tolerance), ControlPoints(curve)});
-      trace.box.Add(BoundsOf(library_, curve));
-    }
-    return trace;
-  }
-
   template <typename Step>
   void ForEachOutline(const Step& step) const {
     for (const auto& shape : traces_) {
@@ -143,7 +73,7 @@ class PictureWriter {
     if (!options_.curves_only && options_.boxes) {
       ForEachOutline([&](const OutlineTrace& outline) { bounds.Add(outline.box); });
     }
-    return bounds.IsEmpty() ? Bounds{0, 0, 1, 1} : bounds;
+    return bounds;
   }
 
   double CurveWidth() const {
@@ -153,12 +83,7 @@ class PictureWriter {
 
   bool ShowsLegend() const { return options_.legend && !options_.curves_only; }
 
-  std::string Stroke(std::string_view colour, double width) const {
-    return "fill=\"none\" stroke=\"" + std::string(colour) + "\" stroke-linecap=\"round\" " +
-           "stroke-linejoin=\"round\" " + out_.Attribute("stroke-width", width);
-  }
-
-  std::string BlackStroke() const { return Stroke("#000", CurveWidth()); }
+  std::string BlackStroke() const { return out_.Stroke("#000", CurveWidth()); }
 
   void WriteAll(const Bounds& view) {
     out_.Path(out_.Rectangle(view), "fill=\"#fff\"");
@@ -191,7 +116,8 @@ class PictureWriter {
     std::string data;
     ForEachOutline([&](const OutlineTrace& outline) { data += out_.Rectangle(outline.box); });
     const std::string dash = out_.Number(4 * pixel_);
-    out_.Path(data, Stroke(kBoxColour, kThinWidth * pixel_) + " stroke-dasharray=\"" + dash + "\"");
+    out_.Path(data,
+              out_.Stroke(kBoxColour, kThinWidth * pixel_) + " stroke-dasharray=\"" + dash + "\"");
   }
 
   void WriteControls() {
@@ -207,7 +133,7 @@ class PictureWriter {
         marks += out_.Square(curve.controls[i], kControlHalfSide * pixel_);
       }
     });
-    out_.Path(lines, Stroke(kControlColour, kThinWidth * pixel_));
+    out_.Path(lines, out_.Stroke(kControlColour, kThinWidth * pixel_));
     out_.Path(marks, "fill=\"" + std::string(kControlColour) + "\"");
   }
 
@@ -216,7 +142,7 @@ class PictureWriter {
     ForEachCurve([&](const CurveTrace& curve) {
       if (curve.type == style.type) data += out_.Polyline(curve.samples);
     });
-    out_.Path(data, Stroke(style.colour, CurveWidth()));
+    out_.Path(data, out_.Stroke(style.colour, CurveWidth()));
   }
 
   void WritePoints() {
@@ -240,7 +166,7 @@ class PictureWriter {
       ForEachCurve([&](const CurveTrace& curve) { count += curve.type == style.type ? 1 : 0; });
       if (count == 0) continue;
       entries.push_back({LegendEntry::Mark::kCurve, style.colour,
-                         std::string(style.name) + " (" + std::to_string(count) + ")"});
+                         std::string(TypeName(style.type)) + " (" + std::to_string(count) + ")"});
     }
     using Mark = LegendEntry::Mark;
     if (options_.control) entries.push_back({Mark::kControl, kControlColour, "control polygon"});
@@ -249,7 +175,6 @@ class PictureWriter {
     return entries;
   }
 
-  Library& library_;
   const Drawing& drawing_;
   const PictureOptions& options_;
   SvgText out_;

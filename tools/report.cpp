@@ -1,19 +1,15 @@
 #include "report.h"
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
 #include "number_text.h"
+#include "text_table.h"
 
 namespace kurvo::tools {
 namespace {
 
-constexpr std::size_t kColumns = 10;
-using Row = std::array<std::string, kColumns>;
-
-constexpr std::size_t kFirstNumber = 1;  // columns that are aligned to the right
-constexpr std::size_t kLastNumber = 5;
+constexpr auto kRight = TextTable::Align::kRight;
 
 struct Counts {
   int lines = 0;
@@ -29,14 +25,7 @@ struct Counts {
   }
 };
 
-std::string PointText(Point p) { return "(" + ShortNumber(p.x) + ", " + ShortNumber(p.y) + ")"; }
-
-std::string BoundsText(const Bounds& box) {
-  if (box.IsEmpty()) return "";
-  return PointText({box.min_x, box.min_y}) + " - " + PointText({box.max_x, box.max_y});
-}
-
-Row MakeRow(const std::string& label, const Counts& counts, int degree) {
+std::vector<std::string> MakeRow(const std::string& label, const Counts& counts, int degree) {
   return {label,
           std::to_string(counts.lines),
           std::to_string(counts.arcs),
@@ -46,12 +35,9 @@ Row MakeRow(const std::string& label, const Counts& counts, int degree) {
 }
 
 // The rows of a drawing and its totals.
-class Table {
+class Report {
  public:
-  explicit Table(Library& library) : library_(library) {
-    rows_.push_back(
-        {"outline", "line", "arc", "Bezier", "rational", "degree", "", "start", "end", "box"});
-  }
+  explicit Report(Library& library) : library_(library) {}
 
   void Add(const std::string& label, const Outline& outline) {
     Counts counts;
@@ -63,46 +49,39 @@ class Table {
       degree = std::max(degree, DegreeOf(library_, curve));
       box.Add(BoundsOf(library_, curve));
     }
-    Row row = MakeRow(label, counts, degree);
-    row[6] = outline.closed ? "closed" : "open";
-    row[7] = PointText(StartOf(library_, outline.curves.front()));
-    row[8] = PointText(EndOf(library_, outline.curves.back()));
-    row[9] = BoundsText(box);
-    rows_.push_back(row);
+    std::vector<std::string> row = MakeRow(label, counts, degree);
+    row.push_back(outline.closed ? "closed" : "open");
+    row.push_back(PointText(StartOf(library_, outline.curves.front())));
+    row.push_back(PointText(EndOf(library_, outline.curves.back())));
+    row.push_back(BoundsText(box));
+    table_.Add(std::move(row));
+    ++outlines_;
     total_degree_ = std::max(total_degree_, degree);
     total_box_.Add(box);
   }
 
   std::string Text() {
-    const std::size_t outlines = rows_.size() - 1;
-    Row row = MakeRow(std::to_string(outlines) + (outlines == 1 ? " outline" : " outlines"), total_,
-                      total_degree_);
-    row[9] = BoundsText(total_box_);
-    rows_.push_back(row);
-    std::array<std::size_t, kColumns> widths{};
-    for (const Row& each : rows_) {
-      for (std::size_t i = 0; i < kColumns; ++i) widths[i] = std::max(widths[i], each[i].size());
-    }
-    std::string text;
-    for (const Row& each : rows_) text += Line(each, widths);
-    return text;
+    std::vector<std::string> row =
+        MakeRow(std::to_string(outlines_) + (outlines_ == 1 ? " outline" : " outlines"), total_,
+                total_degree_);
+    row.insert(row.end(), {"", "", "", BoundsText(total_box_)});
+    table_.Add(std::move(row));
+    return table_.Text();
   }
 
  private:
-  static std::string Line(const Row& row, const std::array<std::size_t, kColumns>& widths) {
-    std::string line;
-    for (std::size_t i = 0; i < kColumns; ++i) {
-      const std::string padding(widths[i] - row[i].size(), ' ');
-      const bool right = kFirstNumber <= i && i <= kLastNumber;
-      if (i > 0) line += "  ";
-      line += right ? padding + row[i] : row[i] + padding;
-    }
-    line.erase(line.find_last_not_of(' ') + 1);
-    return line + "\n";
-  }
-
   Library& library_;
-  std::vector<Row> rows_;
+  TextTable table_{{{"outline"},
+                    {"line", kRight},
+                    {"arc", kRight},
+                    {"Bezier", kRight},
+                    {"rational", kRight},
+                    {"degree", kRight},
+                    {""},
+                    {"start"},
+                    {"end"},
+                    {"box"}}};
+  int outlines_ = 0;
   Counts total_;
   int total_degree_ = 0;
   Bounds total_box_;
@@ -111,15 +90,13 @@ class Table {
 }  // namespace
 
 std::string OutlineTable(Library& library, const Drawing& drawing) {
-  Table table(library);
+  Report report(library);
   for (const Shape& shape : drawing.shapes) {
     for (std::size_t i = 0; i < shape.outlines.size(); ++i) {
-      const bool several = shape.outlines.size() > 1;
-      table.Add(several ? shape.label + "." + std::to_string(i + 1) : shape.label,
-                shape.outlines[i]);
+      report.Add(OutlineLabel(shape, i), shape.outlines[i]);
     }
   }
-  return table.Text();
+  return report.Text();
 }
 
 }  // namespace kurvo::tools

@@ -28,12 +28,12 @@ class Sampler {
   Sampler(Library& library, const OwnedCurve& curve, double tolerance)
       : library_(library), curve_(curve), tolerance_(tolerance) {}
 
-  std::vector<Point> Run() {
+  std::vector<Point> Run(double start, double end) {
     const int stretches = curve_.Type() == CV_LINE ? 1 : kFirstStretches;
-    Sample from = At(0);
+    Sample from = At(start);
     points_.push_back(from.point);
     for (int i = 1; i <= stretches; ++i) {
-      const Sample to = At(static_cast<double>(i) / stretches);
+      const Sample to = At(start + (end - start) * i / stretches);
       Append(from, to, curve_.Type() == CV_LINE ? kMaxDepth : 0);
       from = to;
     }
@@ -64,8 +64,9 @@ class Sampler {
 
 }  // namespace
 
-std::vector<Point> SampleCurve(Library& library, const OwnedCurve& curve, double tolerance) {
-  return Sampler(library, curve, tolerance).Run();
+std::vector<Point> SampleCurve(Library& library, const OwnedCurve& curve, double tolerance,
+                               double from, double to) {
+  return Sampler(library, curve, tolerance).Run(from, to);
 }
 
 }  // namespace kurvo::tools

@@ -4,7 +4,9 @@
 #include <cmath>
 #include <utility>
 
+#include "input_error.h"
 #include "number_text.h"
+#include "utf8.h"
 
 namespace kurvo::tools {
 namespace {
@@ -19,6 +21,23 @@ int DecimalsFor(double extent) {
   return static_cast<int>(std::clamp<double>(decimals, kMinDecimals, kMaxDecimals));
 }
 
+// Character data of XML; control characters, which it cannot hold, become '?'.
+std::string Escaped(std::string_view text) {
+  std::string escaped;
+  for (const char c : OneLine(ValidUtf8(text))) {
+    if (c == '&') {
+      escaped += "&amp;";
+    } else if (c == '<') {
+      escaped += "&lt;";
+    } else if (c == '>') {
+      escaped += "&gt;";
+    } else {
+      escaped += c;
+    }
+  }
+  return escaped;
+}
+
 }  // namespace
 
 SvgText::SvgText(double extent) : decimals_(DecimalsFor(extent)) {}
@@ -27,6 +46,11 @@ std::string SvgText::Number(double value) const { return FixedNumber(value, deci
 
 std::string SvgText::Attribute(std::string_view name, double value) const {
   return std::string(name) + "=\"" + Number(value) + "\"";
+}
+
+std::string SvgText::Stroke(std::string_view colour, double width) const {
+  return "fill=\"none\" stroke=\"" + std::string(colour) + "\" stroke-linecap=\"round\" " +
+         "stroke-linejoin=\"round\" " + Attribute("stroke-width", width);
 }
 
 std::string SvgText::Pair(Point p) const { return Number(p.x) + " " + Number(p.y); }
@@ -68,7 +92,7 @@ void SvgText::Circle(Point centre, double radius) {
 
 void SvgText::Text(Point baseline, std::string_view text) {
   text_ += "<text " + Attribute("x", baseline.x) + " " + Attribute("y", baseline.y) + ">" +
-           std::string(text) + "</text>\n";
+           Escaped(text) + "</text>\n";
 }
 
 std::string SvgText::Polyline(const std::vector<Point>& points) const {

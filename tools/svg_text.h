@@ -35,6 +35,8 @@ class SvgText {
   std::string Number(double value) const;
   // name="value"
   std::string Attribute(std::string_view name, double value) const;
+  // The attributes of a round stroke without a fill.
+  std::string Stroke(std::string_view colour, double width) const;
 
   std::string Take() { return std::move(text_); }
 

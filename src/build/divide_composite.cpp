@@ -18,15 +18,16 @@ void PieceList::Add(OwnedCurve piece, double width) {
 OwnedCurve PieceList::ToComposite() {
   double total = 0.0;
   for (const double width : widths) total += width;
-  if (!(total > 0.0 && std::isfinite(total))) return {};
-  OwnedCurve composite(CV_SEGCV, {.count = static_cast<int32_t>(pieces.size())});
+  if (pieces.empty() || !(total >= 0.0 && std::isfinite(total))) return {};
+  const std::size_t count = pieces.size();
+  OwnedCurve composite(CV_SEGCV, {.count = static_cast<int32_t>(count)});
   auto& block = composite.block<KurvoSegcv>();
   Widths scaled;
   double sum = 0.0;
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
-    sum += widths[i];
+  for (std::size_t i = 0; i < count; ++i) {
+    sum += total > 0.0 ? widths[i] / total : 1.0 / static_cast<double>(count);
     block.curves[i] = pieces[i].Release();
-    block.widths[i] = scaled.UpTo(i + 1 == pieces.size() ? 1.0 : sum / total);
+    block.widths[i] = scaled.UpTo(i + 1 == count ? 1.0 : std::min(sum, 1.0));
   }
   return composite;
 }
@@ -52,7 +53,8 @@ bool DividePiece(const Stretch& stretch, const double* cuts, std::size_t n, doub
   double start = stretch.start;
   for (std::size_t i = 0; i <= n; ++i) {
     const double end = i < n ? cuts[i] : stretch.start + stretch.width;
-    lists[i].Add(std::move(parts[i]), end - start);
+    // Rounding may put a cut on the end of a nested composite, whose point is no curve.
+    if (parts[i].curve().data) lists[i].Add(std::move(parts[i]), end - start);
     start = end;
   }
   return true;
@@ -67,10 +69,11 @@ bool SplitComposite(const CompositeView& composite, const std::vector<double>& c
   for (int32_t i = 0; i < composite.count; ++i) {
     const Stretch stretch{composite.curves[i], start, composite.widths[i]};
     const double end = start + stretch.width;
+    const double reach = i + 1 < composite.count ? end - param_tol : end;
     std::size_t inside = 0;  // cuts in this piece
-    while (list + inside < cuts.size() && cuts[list + inside] < end - param_tol) ++inside;
+    while (list + inside < cuts.size() && cuts[list + inside] < reach) ++inside;
     if (inside == 0) {
-      lists[list].Add(CopyOf(stretch.piece, g), stretch.width);
+      if (lists[list].wanted) lists[list].Add(CopyOf(stretch.piece, g), stretch.width);
     } else if (!DividePiece(stretch, cuts.data() + list, inside, param_tol, g, &lists[list])) {
       return false;
     }

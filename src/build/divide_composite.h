@@ -12,19 +12,20 @@ namespace kurvo {
 struct PieceList {
   std::vector<OwnedCurve> pieces;
   std::vector<double> widths;
+  bool wanted = true;  // false: whole pieces that belong here are not copied
 
   void Add(OwnedCurve piece, double width);
 
   // The composite of the pieces, which it takes over, with the widths scaled to add up to exactly
-  // 1. Empty when the widths do not have a positive, finite sum.
+  // 1; when they are all 0 the pieces share it evenly. Empty when there is no piece and when the
+  // widths do not have a finite sum.
   OwnedCurve ToComposite();
 };
 
 // Splits a composite at ascending parameters inside its domain into one list more than there are
-// parameters, in the widths of the composite. A cut within `param_tol` of the end of a piece falls
-// behind that piece; other cuts divide the piece, of whatever type. Lists other than those from
-// `first` to `last` are left empty at little cost. False when a piece cannot be cut. Throws
-// std::bad_alloc.
+// parameters, in the widths of the composite. A cut within `param_tol` of the end of a piece, but
+// for the last one, falls behind that piece; other cuts divide the piece, of whatever type. False
+// when a piece cannot be cut. Throws std::bad_alloc.
 bool SplitComposite(const CompositeView& composite, const std::vector<double>& cuts,
                     double param_tol, GlobalVar& g, std::vector<PieceList>& lists);
 

@@ -48,31 +48,30 @@ OwnedCurve PointOfPiece(const Curve* piece, Vec3 p) {
 
 OwnedCurve PointCurve(const Curve& curve, double s, GlobalVar& g) {
   const Vec3 p = PointAt(curve, s, g);
-  return VisitCurve(
-      curve,
-      Overloaded{
-          [&](const KurvoLine&) {
-            OwnedCurve point = CopyOf(curve, g);
-            Store(p, point.block<KurvoLine>().start);
-            Store(p, point.block<KurvoLine>().end);
-            return point;
-          },
-          [&](const KurvoArc&) {
-            OwnedCurve point = CopyOf(curve, g);
-            Store(p, point.block<KurvoArc>().start);
-            Store(p, point.block<KurvoArc>().end);
-            return point;
-          },
-          [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
-            return NewBezier<kDim>(bezier.degree, Repeated(p, bezier.degree));
-          },
-          [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
-            return NewSingleSpan<kDim>(spline.order - 1, Repeated(p, spline.order - 1));
-          },
-          [&](const CompositeView& composite) {
-            return PointOfPiece(PieceReaching(composite, s), p);
-          },
-          [](Refused) { return OwnedCurve(); }});
+  return VisitCurve(curve, Overloaded{[&](const KurvoLine&) {
+                                        OwnedCurve point = CopyOf(curve, g);
+                                        Store(p, point.block<KurvoLine>().start);
+                                        Store(p, point.block<KurvoLine>().end);
+                                        return point;
+                                      },
+                                      [&](const KurvoArc&) {
+                                        OwnedCurve point = CopyOf(curve, g);
+                                        Store(p, point.block<KurvoArc>().start);
+                                        Store(p, point.block<KurvoArc>().end);
+                                        return point;
+                                      },
+                                      [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
+                                        return NewBezier<kDim>(bezier.degree,
+                                                               Repeated(p, bezier.degree));
+                                      },
+                                      [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
+                                        return NewSingleSpan<kDim>(spline.order - 1,
+                                                                   Repeated(p, spline.order - 1));
+                                      },
+                                      [&](const CompositeView& composite) {
+                                        return PointOfPiece(PieceReaching(composite, s), p);
+                                      },
+                                      [](Refused) { return OwnedCurve(); }});
 }
 
 }  // namespace kurvo

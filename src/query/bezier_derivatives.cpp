@@ -21,7 +21,7 @@ Vec3 ToVector(const std::array<double, 3>& v) { return {v[0], v[1], v[2]}; }
 
 // De Casteljau's algorithm without a loop or a work area: the compiler computes each point once.
 template <int32_t kDegree, int32_t kFirst = 0, class At>
-auto FixedValue(double t, const At& at) {
+[[gnu::always_inline]] inline auto FixedValue(double t, const At& at) {
   if constexpr (kDegree == 0)
     return at(kFirst);
   else
@@ -106,7 +106,7 @@ auto PointsFromNearerEnd(const BezierView<4>& bezier, double t) {
 
 // Of C = A / W, the derivatives of A and W to the second order given:
 //   C' = (A' - W' C) / W,  C'' = (A'' - 2 W' C' - W'' C) / W.
-FirstAndSecond Quotient(Homogeneous a, Homogeneous a1, Homogeneous a2) {
+Derivatives Quotient(Homogeneous a, Homogeneous a1, Homogeneous a2) {
   const double over_w = 1.0 / a.z;
   const Vec2 c = over_w * Planar(a);
   const Vec2 c1 = over_w * (Planar(a1) - a1.z * c);
@@ -120,37 +120,30 @@ bool IsPolynomial(const BezierView<4>& bezier, double tol) {
 
 }  // namespace
 
-template <std::size_t kDim>
-Vec2 FirstDerivative(const BezierView<kDim>& bezier, double t, double tol) {
-  return WithDegree(bezier.degree, [&](auto d) {
+template <int kOrders, std::size_t kDim>
+Derivatives LowDerivatives(const BezierView<kDim>& bezier, double t, double tol) {
+  const auto second_of = [t](auto d, const auto& points) {
+    if constexpr (kOrders == 2)
+      return SecondOf(d, t, points);
+    else
+      return decltype(points(0)){};
+  };
+  return WithDegree(bezier.degree, [&](auto d) -> Derivatives {
     if constexpr (kDim == 4) {
       if (!IsPolynomial(bezier, tol)) {
         const auto points = PointsFromNearerEnd(bezier, t);
-        return Quotient(Value(d, t, points), FirstOf(d, t, points), {}).first;
-      }
-    }
-    return FirstOf(d, t, PointsOf(bezier));
-  });
-}
-
-template <std::size_t kDim>
-FirstAndSecond FirstTwoDerivatives(const BezierView<kDim>& bezier, double t, double tol) {
-  return WithDegree(bezier.degree, [&](auto d) -> FirstAndSecond {
-    if constexpr (kDim == 4) {
-      if (!IsPolynomial(bezier, tol)) {
-        const auto points = PointsFromNearerEnd(bezier, t);
-        return Quotient(Value(d, t, points), FirstOf(d, t, points), SecondOf(d, t, points));
+        return Quotient(Value(d, t, points), FirstOf(d, t, points), second_of(d, points));
       }
     }
     const auto points = PointsOf(bezier);
-    return {FirstOf(d, t, points), SecondOf(d, t, points)};
+    return {FirstOf(d, t, points), second_of(d, points)};
   });
 }
 
-template Vec2 FirstDerivative(const BezierView<3>&, double, double);
-template Vec2 FirstDerivative(const BezierView<4>&, double, double);
-template FirstAndSecond FirstTwoDerivatives(const BezierView<3>&, double, double);
-template FirstAndSecond FirstTwoDerivatives(const BezierView<4>&, double, double);
+template Derivatives LowDerivatives<1>(const BezierView<3>&, double, double);
+template Derivatives LowDerivatives<1>(const BezierView<4>&, double, double);
+template Derivatives LowDerivatives<2>(const BezierView<3>&, double, double);
+template Derivatives LowDerivatives<2>(const BezierView<4>&, double, double);
 
 namespace {
 
@@ -182,17 +175,16 @@ class Differences {
   WorkArea<Vector, kStackCount> vectors_;
 };
 
-// d! / (d - n)! times the n-th differences on the Bernstein basis of degree d - n.
+// d! / (d - n)! times the n-th differences on the Bernstein basis of degree d - n. Multiplied one
+// by one, so that a 0 stays 0 where the factor would overflow.
 template <std::size_t kDim>
 Vec2 NthOfPolynomial(const BezierView<kDim>& bezier, int32_t n, double t) {
   if (n > bezier.degree) return {};
   Differences<Vec2> differences(bezier.degree, PointsOf(bezier));
-  double factor = 1.0;
-  for (int32_t k = 0; k < n; ++k) {
-    differences.RaiseOrder();
-    factor *= bezier.degree - k;
-  }
-  return factor * differences.ValueAt(t);
+  for (int32_t k = 0; k < n; ++k) differences.RaiseOrder();
+  Vec2 result = differences.ValueAt(t);
+  for (int32_t k = 0; k < n; ++k) result = static_cast<double>(bezier.degree - k) * result;
+  return result;
 }
 
 // Leibniz' rule for C W = A. Written with the Taylor coefficients c = C^(i) / i! and so on it is
@@ -211,14 +203,14 @@ Vec2 NthOfQuotient(const BezierView<4>& bezier, int32_t n, double t) {
 
   const auto order = static_cast<std::size_t>(n);
   WorkArea<Vec2, kStackCount> c(order + 1);
-  double factorial = 1.0;
   for (std::size_t i = 0; i <= order; ++i) {
     Vec2 sum = i <= last ? Planar(a[i]) : Vec2{};
     for (std::size_t j = 1; j <= std::min(i, last); ++j) sum = sum - a[j].z * c[i - j];
     c[i] = {sum.x / a[0].z, sum.y / a[0].z};
-    if (i > 0) factorial *= static_cast<double>(i);
   }
-  return factorial * c[order];
+  Vec2 result = c[order];
+  for (int32_t i = 2; i <= n; ++i) result = static_cast<double>(i) * result;
+  return result;
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ MaybeVector Curvature(const Curve& curve, double t, GlobalVar& g) {
   const auto of_bezier = [&](const auto& local) {
     const double h = local.width;
     if (!(h > 0.0)) return Refuse(g, KURVO_ERR_SHORT_TANGENT);
-    const auto [d1, d2] = FirstTwoDerivatives(local.bezier, local.s, g.epsilon);
+    const auto [d1, d2] = LowDerivatives<2>(local.bezier, local.s, g.epsilon);
     return OrRefuse(CurvatureOf((1.0 / h) * d1, (1.0 / h / h) * d2, g.epsilon), g);
   };
   return VisitCurve(

@@ -39,7 +39,7 @@ Vec2 LineDerivative(const KurvoLine& line) { return Planar(line.end) - Planar(li
 MaybeVector FirstOf(const Curve& curve, double t, GlobalVar& g) {
   if (!std::isfinite(t)) return Refuse(g, KURVO_ERR_CURVE);
   const auto first_of_bezier = [&](const auto& local) {
-    const Vec2 d = FirstDerivative(local.bezier, local.s, g.epsilon);
+    const Vec2 d = LowDerivatives<1>(local.bezier, local.s, g.epsilon).first;
     return local.width != 0.0 ? (1.0 / local.width) * d : d;
   };
   return VisitCurve(

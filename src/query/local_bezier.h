@@ -19,10 +19,11 @@ struct LocalBezier {
   double width;  // of the stretch of the curve's parameters that it covers; 0 when there is none
 };
 
-// The span that t is evaluated on, the next one with a width where that has none.
-inline int32_t SpanWithWidth(const KnotVector& knots, double t) {
-  int32_t i = FindSpan(knots, t);
-  while (i + 1 < knots.count && !(knots.u[i] < knots.u[i + 1])) ++i;
+// The span that t is evaluated on; where that has no width, the next one that has.
+template <std::size_t kDim>
+int32_t SpanWithWidth(const SplineView<kDim>& spline, double t) {
+  int32_t i = FindSpan(KnotsOf(spline), t);
+  while (i + 1 < spline.count && !(spline.knots[i] < spline.knots[i + 1])) ++i;
   return i;
 }
 
@@ -47,7 +48,7 @@ MaybeVector WithLocalBezier(const SplineView<kDim>& spline, double t, GlobalVar&
   constexpr std::size_t kStackOrder = 40;
   const int32_t k = spline.order;
   if (k > kMaxSplineOrder) return Refuse(g, KURVO_ERR_CURVE);
-  const int32_t i = SpanWithWidth(KnotsOf(spline), t);
+  const int32_t i = SpanWithWidth(spline, t);
   const double* u = spline.knots + i;
   const double width = u[1] - u[0];
   if (!(width > 0.0)) return use(LocalBezier<kDim>{{k - 1, spline.points + (i - k + 1)}, 0.0, 0.0});

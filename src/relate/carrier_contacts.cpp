@@ -3,11 +3,13 @@
 
 #include "eval/bernstein.h"
 #include "eval/turning_points.h"
+#include "relate/crossing.h"
 
 namespace kurvo {
 namespace {
 
-constexpr int kPolishSteps = 3;
+constexpr int kPolishSteps = 60;  // bisection alone needs 53 inside [0, 1]
+constexpr double kParameterRounding = 4e-16;
 
 Segment ToSegment(const BezierPiece& piece) {
   const auto degree = static_cast<std::size_t>(piece.degree);
@@ -32,7 +34,6 @@ Segment ToSegment(const BezierPiece& piece) {
 struct Place {
   double t;
   double dist;  // signed
-  bool crosses;
 };
 
 template <class Carrier>
@@ -49,12 +50,8 @@ class ContactSearch {
     Visit(left);
     for (std::size_t i = 0; i <= turning.size(); ++i) {
       const Place right = PlaceAt(i < turning.size() ? turning[i] : 1.0);
-      if ((left.dist < 0.0 && right.dist > 0.0) || (left.dist > 0.0 && right.dist < 0.0)) {
-        const double root = BracketedRoot(f_, derivative, left.t, right.t);
-        Place crossing = PlaceAt(Polished(root, left.t, right.t));
-        crossing.crosses = true;
-        Visit(crossing);
-      }
+      if ((left.dist < 0.0 && right.dist > 0.0) || (left.dist > 0.0 && right.dist < 0.0))
+        VisitCrossing(RootBetween(left, right, BracketedRoot(f_, derivative, left.t, right.t)));
       Visit(right);
       left = right;
     }
@@ -63,7 +60,7 @@ class ContactSearch {
   }
 
  private:
-  Place PlaceAt(double t) const { return {t, carrier_.Distance(PointAt(piece_, t)), false}; }
+  Place PlaceAt(double t) const { return {t, carrier_.Distance(PointAt(piece_, t))}; }
 
   // Every turning point of the distance, and both ends, within the tolerance, and some length
   // between.
@@ -78,12 +75,19 @@ class ContactSearch {
     return false;
   }
 
-  // Newton's method on the distance itself, which the power basis knows less exactly.
-  double Polished(double t, double low, double high) const {
+  // The root of the distance itself, of which the power basis gives the first guess: Newton's
+  // method, bisection where that leads out of the bracket, which rounding of the power basis can
+  // bring about.
+  double RootBetween(Place left, Place right, double t) const {
     for (int step = 0; step < kPolishSteps; ++step) {
       const Jet jet = JetAt(piece_, t);
-      const double next = t - carrier_.Distance(jet.p) / carrier_.DistanceSlope(jet);
-      if (!(next >= low && high >= next)) break;
+      const double dist = carrier_.Distance(jet.p);
+      if (dist == 0.0) return t;
+      ((dist < 0.0) == (left.dist < 0.0) ? left : right) = {t, dist};
+      const double newton = t - dist / carrier_.DistanceSlope(jet);
+      const bool inside = newton > left.t && right.t > newton;
+      const double next = inside ? newton : 0.5 * (left.t + right.t);
+      if (kParameterRounding >= std::fabs(next - t)) return next;
       t = next;
     }
     return t;
@@ -93,27 +97,36 @@ class ContactSearch {
   // leaving it form one group; between two of them the distance is monotone.
   void Visit(const Place& place) {
     if (!(tol_ >= std::fabs(place.dist))) return CloseGroup(false);
-    if (!open_) {
-      open_ = true;
-      from_start_ = place.t == 0.0;
-      crossings_ = 0;
-      best_ = place;
-    }
-    if (place.crosses) {
-      if (crossings_ < places_.size()) places_[crossings_++] = place.t;
-    } else if (std::fabs(place.dist) < std::fabs(best_.dist)) {
-      best_ = place;
+    if (!group_.open) group_ = {true, place.t == 0.0, place};
+    if (std::fabs(place.dist) < std::fabs(group_.nearest.dist)) group_.nearest = place;
+  }
+
+  void VisitCrossing(double t) {
+    const Jet jet = JetAt(piece_, t);
+    Visit({t, carrier_.Distance(jet.p)});
+    if (!group_.open) return;
+    if (kShallowCrossing * Length(jet.d1) >= std::fabs(carrier_.DistanceSlope(jet))) {
+      if (group_.shallow++ == 0) group_.first_shallow = t;
+      group_.last_shallow = t;
+    } else if (group_.steep < steep_.size()) {
+      steep_[group_.steep++] = t;
     }
   }
 
+  // The crossings of the group; shallow ones, which may be one contact and its rounding, count as
+  // their middle, and only by themselves.
   void CloseGroup(bool at_end) {
-    if (!open_) return;
-    open_ = false;
-    for (std::size_t i = 0; i < crossings_; ++i) {
-      contacts_.Add({places_[i], 0.0, true, from_start_ && i == 0, at_end && i + 1 == crossings_});
+    if (!group_.open) return;
+    group_.open = false;
+    for (std::size_t i = 0; i < group_.steep; ++i) {
+      contacts_.Add(
+          {steep_[i], 0.0, true, group_.from_start && i == 0, at_end && i + 1 == group_.steep});
     }
-    if (crossings_ == 0)
-      contacts_.Add({best_.t, std::fabs(best_.dist), false, from_start_, at_end});
+    if (group_.steep > 0) return;
+    if (group_.shallow > 0)
+      group_.nearest = PlaceAt(0.5 * (group_.first_shallow + group_.last_shallow));
+    contacts_.Add(
+        {group_.nearest.t, std::fabs(group_.nearest.dist), false, group_.from_start, at_end});
   }
 
   const Carrier& carrier_;
@@ -122,11 +135,17 @@ class ContactSearch {
   const Polynomial f_;
   CarrierContacts contacts_;
 
-  bool open_ = false;
-  bool from_start_ = false;
-  Place best_{};
-  std::size_t crossings_ = 0;
-  std::array<double, Polynomial::kCapacity> places_;
+  struct Group {
+    bool open = false;
+    bool from_start = false;
+    Place nearest{};
+    std::size_t steep = 0;
+    std::size_t shallow = 0;
+    double first_shallow = 0.0;
+    double last_shallow = 0.0;
+  };
+  Group group_;
+  std::array<double, Polynomial::kCapacity> steep_;
 };
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace kurvo {
 struct CarrierContact {
   double t;
   double dist;      // from the carrier, not negative
-  bool crosses;     // changes the side; else it touches or ends within the tolerance
+  bool crosses;     // at more than a shallow angle; else it touches or ends within the tolerance
   bool from_start;  // everything from the start of the piece up to t is within the tolerance
   bool to_end;      // everything from t to the end of the piece is
 };

@@ -9,6 +9,8 @@
 
 namespace kurvo {
 
+constexpr double kShallowCrossing = 1e-4;  // radians; curves that cross at less touch
+
 // One common point: its parameter on the first and on the second curve.
 struct Crossing {
   double first;

@@ -2,6 +2,7 @@
 #include "relate/end_filter.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "foundation/point.h"
 #include "query/position.h"
@@ -57,6 +58,9 @@ class EndTest {
 
 void KeepBounded(const Curve& a, const Curve& b, Bounded bounded, GlobalVar& g,
                  Crossings& crossings) {
+  std::erase_if(crossings, [](const Crossing& at) {
+    return !std::isfinite(at.first) || !std::isfinite(at.second);
+  });
   if (bounded.first) {
     const EndTest test(a, g);
     std::erase_if(crossings, [&](const Crossing& at) { return !test.Keeps(at.first); });

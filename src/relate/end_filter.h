@@ -5,8 +5,8 @@
 
 namespace kurvo {
 
-// Drops the crossings beyond an end of a bounded curve, but for those whose point is that end
-// within the tolerance; parameters stay as they are.
+// Drops crossings that are not finite, and those beyond an end of a bounded curve, but for those
+// whose point is that end within the tolerance; parameters stay as they are.
 void KeepBounded(const Curve& a, const Curve& b, Bounded bounded, GlobalVar& g,
                  Crossings& crossings);
 

@@ -21,6 +21,11 @@ class SamePointOn {
   SamePointOn(const Curve& curve, GlobalVar& g)
       : curve_(curve), g_(g), domain_(DomainOf(curve)), reach_(kNeighbours * domain_.width()) {}
 
+  // How far apart such parameters are at most, but across the closing joint.
+  double reach() const { return std::max(reach_, g_.epsilon); }
+  bool NearStart(double t) const { return domain_.start + reach_ >= t; }
+  bool NearEnd(double t) const { return t >= domain_.end - reach_; }
+
   bool operator()(double s, double t) const {
     const double apart = std::fabs(s - t);
     if (g_.epsilon >= apart) return true;
@@ -37,10 +42,50 @@ class SamePointOn {
   const double reach_;
 };
 
-void SortByFirst(Crossings& crossings) {
-  std::stable_sort(crossings.begin(), crossings.end(),
-                   [](const Crossing& x, const Crossing& y) { return x.first < y.first; });
-}
+class Merger {
+ public:
+  Merger(const Curve& a, const Curve& b, GlobalVar& g, Crossings& crossings)
+      : same_on_a_(a, g), same_on_b_(b, g), tol_(g.epsilon), crossings_(crossings) {}
+
+  // Requires ascending order.
+  void Run() {
+    for (const Crossing at : crossings_) {
+      const std::size_t known = FindKnown(at);
+      if (known == kept_) {
+        crossings_[kept_++] = at;
+      } else if (crossings_[known].touch && !at.touch) {
+        const auto first = crossings_.begin() + static_cast<std::ptrdiff_t>(known);
+        std::rotate(first, first + 1, crossings_.begin() + static_cast<std::ptrdiff_t>(kept_));
+        crossings_[kept_ - 1] = at;
+      }
+    }
+    crossings_.resize(kept_);
+  }
+
+ private:
+  // The number of a kept crossing that is the same point: one of the last, or, where the first
+  // curve closes, of the first. `kept_` when there is none.
+  std::size_t FindKnown(const Crossing& at) const {
+    for (std::size_t i = kept_; i > 0 && same_on_a_.reach() >= at.first - crossings_[i - 1].first;
+         --i)
+      if (Same(crossings_[i - 1], at)) return i - 1;
+    if (!same_on_a_.NearEnd(at.first)) return kept_;
+    for (std::size_t i = 0; i < kept_ && same_on_a_.NearStart(crossings_[i].first); ++i)
+      if (Same(crossings_[i], at)) return i;
+    return kept_;
+  }
+
+  bool Same(const Crossing& x, const Crossing& y) const {
+    if (tol_ >= std::fabs(x.first - y.first) && tol_ >= std::fabs(x.second - y.second)) return true;
+    return x.source != y.source && same_on_a_(x.first, y.first) && same_on_b_(x.second, y.second);
+  }
+
+  const SamePointOn same_on_a_;
+  const SamePointOn same_on_b_;
+  const double tol_;
+  Crossings& crossings_;
+  std::size_t kept_ = 0;
+};
 
 }  // namespace
 
@@ -49,28 +94,9 @@ void MergeCrossings(const Curve& a, const Curve& b, GlobalVar& g, Crossings& cro
     return !std::isfinite(at.first) || !std::isfinite(at.second);
   });
   if (crossings.size() < 2) return;
-  SortByFirst(crossings);
-  const SamePointOn same_on_a(a, g), same_on_b(b, g);
-  std::size_t kept = 1;
-  bool replaced = false;
-  for (std::size_t i = 1; i < crossings.size(); ++i) {
-    const Crossing& at = crossings[i];
-    const auto end = crossings.begin() + static_cast<std::ptrdiff_t>(kept);
-    const auto known = std::find_if(crossings.begin(), end, [&](const Crossing& k) {
-      const bool same_parameters = g.epsilon >= std::fabs(k.first - at.first) &&
-                                   g.epsilon >= std::fabs(k.second - at.second);
-      return same_parameters || (k.source != at.source && same_on_a(k.first, at.first) &&
-                                 same_on_b(k.second, at.second));
-    });
-    if (known == end) {
-      crossings[kept++] = at;
-    } else if (known->touch && !at.touch) {
-      *known = at;
-      replaced = true;
-    }
-  }
-  crossings.resize(kept);
-  if (replaced) SortByFirst(crossings);
+  std::stable_sort(crossings.begin(), crossings.end(),
+                   [](const Crossing& x, const Crossing& y) { return x.first < y.first; });
+  Merger(a, b, g, crossings).Run();
 }
 
 }  // namespace kurvo

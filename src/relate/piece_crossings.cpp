@@ -18,11 +18,11 @@ constexpr int kMaxHalvings = 40;            // of both parts together; above twi
 constexpr int kContactHalvings = 5;         // of both parts together before contacts are looked for
 constexpr int kNewtonSteps = 16;
 constexpr int kContactSteps = 30;
+constexpr int kApproachRounds = 4;
 constexpr double kParameterRounding = 4e-16;
 constexpr double kRestless = 1e-7;  // of a parameter: Newton's method has settled but for rounding
-constexpr double kInsideMargin = 1e-10;    // of a parameter, for roots at the joint of two parts
-constexpr double kSamePointReach = 0.01;   // parameters further apart are never the same crossing
-constexpr double kShallowCrossing = 1e-4;  // radians; curves that cross at less touch
+constexpr double kInsideMargin = 1e-10;   // of a parameter, for roots at the joint of two parts
+constexpr double kSamePointReach = 0.01;  // parameters further apart are never the same crossing
 constexpr double kCoordinateRounding = 2e-15;  // of the largest coordinate, for subdivided points
 
 // Parameters of a point on both pieces.
@@ -53,7 +53,7 @@ class PieceSearch {
     const PiecePart part_a = MakePart(a_.points, a_.degree, 0.0, 1.0);
     const PiecePart part_b = MakePart(b_.points, b_.degree, 0.0, 1.0);
     rounding_ = std::min(tol_, kCoordinateRounding * Reach(part_a.box, part_b.box));
-    Search(part_a, part_b, tol_, 0);
+    Search(part_a, part_b, Quest::kAnything, 0);
     if (overlap_) return Common::kStretch;
     return found_.size() > first_found_ ? Common::kPoints : Common::kNothing;
   }
@@ -91,9 +91,15 @@ class PieceSearch {
     return reach;
   }
 
-  // `slack` is how far apart parts may be and still touch: the tolerance, or just rounding once the
-  // contacts of this neighbourhood are known and only crossings are left to find.
-  void Search(const PiecePart& a, const PiecePart& b, double slack, int halvings) {
+  // What is still looked for in a pair of parts.
+  enum class Quest {
+    kAnything,   // crossings and contacts
+    kMeeting,    // points where they meet but for rounding
+    kCrossings,  // only these: the contact of this neighbourhood is known
+  };
+
+  void Search(const PiecePart& a, const PiecePart& b, Quest quest, int halvings) {
+    const double slack = quest == Quest::kAnything ? tol_ : rounding_;
     if (overlap_ || BoxesApart(a.box, b.box, slack)) return;
     if (++pairs_ > kMaxPairs) return;
     if (pairs_ > kOverlapPairs) CheckOverlap();
@@ -101,18 +107,21 @@ class PieceSearch {
 
     if (ConesApart(ConeOf(a), ConeOf(b))) {
       if (FindCrossing(a, b)) return;
-      // Without parallel tangents they come closest at an end of a piece, or where they cross.
-      if (slack > rounding_) FindEndContacts(a, b);
-      slack = rounding_;
-    } else if (slack > rounding_ && halvings >= kContactHalvings && FindContacts(a, b)) {
-      slack = rounding_;
+      // Without parallel tangents they come closest at an end of a piece, or where they meet.
+      if (quest == Quest::kAnything)
+        quest = FindEndContacts(a, b) ? Quest::kCrossings : Quest::kMeeting;
+    } else if (quest == Quest::kAnything && halvings >= kContactHalvings && FindContacts(a, b)) {
+      quest = Quest::kCrossings;
     }
     const bool leaf_a = a.width() <= kLeafWidth;
     const bool leaf_b = b.width() <= kLeafWidth;
-    if ((leaf_a && leaf_b) || halvings >= kMaxHalvings) return;
+    if ((leaf_a && leaf_b) || halvings >= kMaxHalvings) {
+      if (quest == Quest::kMeeting) FindNearMiddle(a, b, true);
+      return;
+    }
     const bool divide_a = leaf_b || (!leaf_a && a.extent() >= b.extent());
     Divide(divide_a ? a : b, divide_a ? a_ : b_, halvings, [&](const PiecePart& half) {
-      divide_a ? Search(half, b, slack, halvings + 1) : Search(a, half, slack, halvings + 1);
+      divide_a ? Search(half, b, quest, halvings + 1) : Search(a, half, quest, halvings + 1);
     });
   }
 
@@ -182,9 +191,19 @@ class PieceSearch {
     Pair at{a.middle(), b.middle()};
     if (SolveContact(at, a, b) && Holds(a, at.a) && Holds(b, at.b))
       found = RecordTouch({std::clamp(at.a, 0.0, 1.0), std::clamp(at.b, 0.0, 1.0)}) || found;
-    if (found) return true;
-    const double near_middle = RefineNearest(b_, PointAt(a_, a.middle()), b.middle());
-    return Holds(b, near_middle) && RecordTouch({a.middle(), near_middle});
+    return found || FindNearMiddle(a, b, false);
+  }
+
+  // Where the pieces come closest next to the middles of two parts; unless these are leaves, only
+  // if they are close there already.
+  bool FindNearMiddle(const PiecePart& a, const PiecePart& b, bool leaves) {
+    Pair at{a.middle(), RefineNearest(b_, PointAt(a_, a.middle()), b.middle())};
+    if (!leaves && !Close(at)) return false;
+    for (int round = 0; round < kApproachRounds; ++round) {
+      at.a = RefineNearest(a_, PointAt(b_, at.b), at.a);
+      at.b = RefineNearest(b_, PointAt(a_, at.a), at.b);
+    }
+    return Near(at, a, b) && RecordTouch(at);
   }
 
   // The ends of the pieces that lie in the parts.

@@ -9,44 +9,55 @@ namespace {
 
 constexpr int kMaxSamples = 40;
 
-// The parameters on `a` of the ends of either piece that lie on the other one, ascending.
+// A point of both pieces.
+struct Shared {
+  double on_a;
+  double on_b;
+};
+
+// The ends of either piece that lie on the other one, ascending on `a`.
 class SharedEnds {
  public:
-  void Add(double t) {
+  void Add(Shared end) {
     std::size_t at = count_++;
-    for (; at > 0 && on_a_[at - 1] > t; --at) on_a_[at] = on_a_[at - 1];
-    on_a_[at] = t;
+    for (; at > 0 && ends_[at - 1].on_a > end.on_a; --at) ends_[at] = ends_[at - 1];
+    ends_[at] = end;
   }
   std::size_t count() const { return count_; }
-  double operator[](std::size_t i) const { return on_a_[i]; }
+  const Shared& operator[](std::size_t i) const { return ends_[i]; }
 
  private:
-  std::array<double, 4> on_a_;
+  std::array<Shared, 4> ends_;
   std::size_t count_ = 0;
 };
+
+bool IsAt(const BezierPiece& piece, double t, Vec2 p, double tol) {
+  return tol >= Length(PointAt(piece, t) - p);
+}
 
 SharedEnds FindSharedEnds(const BezierPiece& a, const BezierPiece& b, double tol) {
   SharedEnds shared;
   for (const double end : {0.0, 1.0}) {
-    const Vec2 p = PointAt(a, end);
-    if (tol >= Length(PointAt(b, NearestParameter(b, p)) - p)) shared.Add(end);
-  }
-  for (const double end : {0.0, 1.0}) {
-    const Vec2 p = PointAt(b, end);
-    const double on_a = NearestParameter(a, p);
-    if (tol >= Length(PointAt(a, on_a) - p)) shared.Add(on_a);
+    const Vec2 on_a = PointAt(a, end), on_b = PointAt(b, end);
+    const double near_b = NearestParameter(b, on_a), near_a = NearestParameter(a, on_b);
+    if (IsAt(b, near_b, on_a, tol)) shared.Add({end, near_b});
+    if (IsAt(a, near_a, on_b, tol)) shared.Add({near_a, end});
   }
   return shared;
 }
 
-// True when `a` stays within tol of `b` between two of its parameters, and does go somewhere.
-bool StretchOn(const BezierPiece& a, double from, double to, const BezierPiece& b, double tol) {
+// True when `a` stays within tol of `b` between two shared points, and does go somewhere.
+bool StretchOn(const BezierPiece& a, const BezierPiece& b, Shared from, Shared to, double tol) {
   const int samples = std::min(a.degree * b.degree + 1, kMaxSamples);
-  const Vec2 start = PointAt(a, from);
+  const Vec2 start = PointAt(a, from.on_a);
   bool moves = false;
   for (int i = 1; i <= samples; ++i) {
-    const Vec2 p = PointAt(a, from + (to - from) * i / (samples + 1));
-    if (!(tol >= Length(PointAt(b, NearestParameter(b, p)) - p))) return false;
+    const double share = static_cast<double>(i) / (samples + 1);
+    const Vec2 p = PointAt(a, from.on_a + share * (to.on_a - from.on_a));
+    // Next to where it is expected, or else, when the parameters run differently, anywhere.
+    const double expected = from.on_b + share * (to.on_b - from.on_b);
+    if (!IsAt(b, RefineNearest(b, p, expected), p, tol) && !IsAt(b, NearestParameter(b, p), p, tol))
+      return false;
     moves = moves || Length(p - start) > tol;
   }
   return moves;
@@ -57,7 +68,7 @@ bool StretchOn(const BezierPiece& a, double from, double to, const BezierPiece& 
 bool RunTogether(const BezierPiece& a, const BezierPiece& b, double tol) {
   const SharedEnds shared = FindSharedEnds(a, b, tol);
   for (std::size_t i = 1; i < shared.count(); ++i)
-    if (StretchOn(a, shared[i - 1], shared[i], b, tol)) return true;
+    if (StretchOn(a, b, shared[i - 1], shared[i], tol)) return true;
   return false;
 }
 

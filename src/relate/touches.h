@@ -6,8 +6,8 @@
 
 namespace kurvo {
 
-// Drops touches from which one can go on, along both curves within `tol` of each other, to a
-// crossing, or to another touch where they are closer.
+// Keeps one of the touches that lie on one run, along which both curves stay within `tol` of each
+// other, where they are closest, and none when the run holds a crossing. Sorts by the first curve.
 void DropRepeatedTouches(const FreeFormPieces& a, const FreeFormPieces& b, double tol,
                          Crossings& found);
 

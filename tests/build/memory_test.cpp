@@ -1,4 +1,4 @@
-// Conversion and matching when memory runs out: every allocation fails once.
+// Conversion, division, extension and matching when memory runs out: every allocation fails once.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -15,13 +15,19 @@ bool MayAllocate() { return allocations_left < 0 || allocations_left-- > 0; }
 
 }  // namespace
 
-// The library is linked into this program, with malloc and free renamed by the linker.
+// The library is linked into this program, with the allocator renamed by the linker.
 extern "C" {
 void* __real_malloc(std::size_t size);
+void* __real_calloc(std::size_t count, std::size_t size);
 void __real_free(void* p);
 
 void* __wrap_malloc(std::size_t size) {
   void* p = MayAllocate() ? __real_malloc(size) : nullptr;
+  if (p) ++live_blocks;
+  return p;
+}
+void* __wrap_calloc(std::size_t count, std::size_t size) {
+  void* p = MayAllocate() ? __real_calloc(count, size) : nullptr;
   if (p) ++live_blocks;
   return p;
 }
@@ -115,6 +121,46 @@ TEST(Memory, OfMatches) {
     });
     EXPECT_GT(used, 0) << row.name;
   }
+}
+
+// One curve of each type, cut, extended and rid of knots.
+TEST(Memory, OfDivisionsAndExtensions) {
+  for (const char* text :
+       {"l 0 0 1 2", "a 0 0 1 0 1", "b 0 0 1 2 3 1", "r 0 0 1 1 2 2 3 1 1",
+        "B 0 0 1 2 3 2 5 0 | 0 0 0 .3 1 1 1", "R 0 0 1 2 2 1 4 4 1 | 0 0 .5 1 1",
+        "c .3 .7 (b 0 0 1 2)(c .5 .5 (l 1 2 3 4)(B 3 4 5 5 6 1 | 0 0 .5 1 1))"}) {
+    const Owned source = Make(text);
+    for (const double t : {0., .4, 1.})
+      FailEachAllocation(text, [&](GlobalVar& g) {
+        Owned first, second;
+        KurvocvDivide(source.get(), t, first.get(), second.get(), &g);
+        EXPECT_EQ(first->data != nullptr, KurvoOk(&g)) << text;
+        return KurvoOk(&g) != 0;
+      });
+    FailEachAllocation(text, [&](GlobalVar& g) {
+      double cuts[] = {.2, .4, .6, .9, 1};
+      const CvParam list = {5, cuts};
+      Cvseq pieces;
+      KurvocvNDivide(source.get(), &list, &pieces, &g);
+      EXPECT_EQ(pieces.count, KurvoOk(&g) ? 6 : 0) << text;
+      const bool done = pieces.count > 0;
+      KurvocvFreeCvseq(&pieces);
+      return done;
+    });
+    for (const double a : {.1, -.1})
+      FailEachAllocation(text, [&](GlobalVar& g) {
+        Owned result;
+        KurvocvExtendCurve(source.get(), a, .1, result.get(), &g);
+        EXPECT_EQ(result->data != nullptr, KurvoOk(&g)) << text;
+        return KurvoOk(&g) != 0;
+      });
+  }
+  const Owned source = Make("B 0 0 1 1 2 2 | 0 0 .5 1 1");
+  FailEachAllocation("knots", [&](GlobalVar& g) {
+    Owned result;
+    KurvocvBsplRemoveKnots(source.get(), result.get(), &g);
+    return result->data != nullptr;
+  });
 }
 
 }  // namespace

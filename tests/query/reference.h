@@ -26,9 +26,18 @@ class Reference {
   double start() const { return knots_[At(order_ - 1)]; }
   double end() const { return knots_[points_.size()]; }
 
-  // The planar distance of p from the point at t, by de Boor's algorithm on the last span that
-  // begins before t.
+  struct LongPoint {
+    long double x, y;
+  };
+
+  // The planar distance of p from the point at t.
   long double DistanceAt(long double t, const Point& p) const {
+    const LongPoint q = PointAt(t);
+    return std::hypot(q.x - L(p[0]), q.y - L(p[1]));
+  }
+
+  // The point at t, by de Boor's algorithm on the last span that begins before t.
+  LongPoint PointAt(long double t) const {
     const int n = order_ - 1, count = static_cast<int>(points_.size());
     int span = -1;
     for (int i = n; i < count; ++i)
@@ -43,7 +52,7 @@ class Reference {
       }
     }
     const Weighted& q = d.back();
-    return std::hypot(q.x / q.w - L(p[0]), q.y / q.w - L(p[1]));
+    return {q.x / q.w, q.y / q.w};
   }
 
  private:

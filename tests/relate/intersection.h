@@ -331,7 +331,7 @@ inline bool Settles(const WidePiece& a, const WidePiece& b, Wide s, Wide t, Wide
     s += ds;
     t += dt;
     if (!(s > a.low - 1 && s < a.high + 1 && t > b.low - 1 && t < b.high + 1)) return false;
-    if (!(std::fabs(ds) + std::fabs(dt) < 1e-14L)) continue;
+    if (!(std::fabs(ds) + std::fabs(dt) < 1e-11L)) continue;
     const auto within = [&](Wide margin) {
       return s >= a.low - margin && s <= a.high + margin && t >= b.low - margin &&
              t <= b.high + margin;

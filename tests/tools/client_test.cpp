@@ -12,11 +12,6 @@
 namespace kurvo::tools {
 namespace {
 
-ProcessResult Client(std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), KURVO_TOOL);
-  return RunProcess(arguments);
-}
-
 // The last line of the table: "N outlines  lines arcs Beziers rational degree box".
 std::vector<std::string> Totals(const std::string& table) {
   const std::size_t end = table.find_last_not_of('\n');

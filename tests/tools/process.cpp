@@ -37,4 +37,9 @@ ProcessResult RunProcess(const std::vector<std::string>& arguments) {
   return {exit_code, FileContent(output), FileContent(errors)};
 }
 
+ProcessResult Client(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), KURVO_TOOL);
+  return RunProcess(arguments);
+}
+
 }  // namespace kurvo::tools

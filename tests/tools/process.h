@@ -15,4 +15,7 @@ struct ProcessResult {
 // Runs arguments[0], found on the path, and waits for it.
 ProcessResult RunProcess(const std::vector<std::string>& arguments);
 
+// Runs the client.
+ProcessResult Client(std::vector<std::string> arguments);
+
 }  // namespace kurvo::tools

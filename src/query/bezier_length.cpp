@@ -1,0 +1,61 @@
+// The length of a Bezier curve by halving.
+#include "query/bezier_length.h"
+
+#include <cmath>
+
+#include "query/halved_bezier.h"
+
+namespace kurvo {
+namespace {
+
+// Length; absolute, whatever the size of the curve.
+constexpr double kSettled = 0.001;
+constexpr int kMaxPasses = 10;  // to 1024 pieces; without having settled by then the last is taken
+
+constexpr std::size_t kRuleDoubles = 1024 * 5 * 3;       // 1024 pieces of rational degree 4
+constexpr std::size_t kSixteenthsDoubles = 16 * 10 * 3;  // 16 pieces of rational degree 9
+
+// Halves the curve with the control points at(i) until the length of its polygons settles.
+template <class Pieces, class At>
+double SettledLength(Pieces& pieces, const At& at) {
+  pieces.Start(at);
+  double length = pieces.PolygonLength();
+  for (int pass = 0; pass < kMaxPasses; ++pass) {
+    const double before = length;
+    pieces.Halve();
+    length = pieces.PolygonLength();
+    if (kSettled >= std::fabs(length - before)) break;
+  }
+  return length;
+}
+
+template <std::size_t kSize, std::size_t kDim>
+std::array<double, kSize> ControlPoint(const double (&p)[kDim]) {
+  if constexpr (kSize == 3)
+    return {p[3] * p[0], p[3] * p[1], p[3]};
+  else
+    return {p[0], p[1]};
+}
+
+}  // namespace
+
+template <std::size_t kDim>
+double BezierLength(const BezierView<kDim>& bezier, Measure measure) {
+  constexpr std::size_t kSize = kDim == 4 ? 3 : 2;
+  const auto at = [&](std::size_t i) { return ControlPoint<kSize>(bezier.points[i]); };
+  HalvedBezier<kSize, kRuleDoubles> pieces(bezier.degree);
+  if (measure == Measure::kWhole) return SettledLength(pieces, at);
+
+  HalvedBezier<kSize, kSixteenthsDoubles> sixteenths(bezier.degree);
+  sixteenths.Start(at);
+  while (sixteenths.count() < 16) sixteenths.Halve();
+  double sum = 0.0;
+  for (std::size_t p = 0; p < sixteenths.count(); ++p)
+    sum += SettledLength(pieces, [&](std::size_t i) { return sixteenths.PointOf(p, i); });
+  return sum;
+}
+
+template double BezierLength(const BezierView<3>&, Measure);
+template double BezierLength(const BezierView<4>&, Measure);
+
+}  // namespace kurvo

@@ -1,0 +1,177 @@
+// The length of a curve between two parameters.
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "build/bezier_pieces.h"
+#include "build/convert.h"
+#include "build/reparametrise.h"
+#include "build/weights.h"
+#include "calc/arc_span.h"
+#include "foundation/guard.h"
+#include "foundation/rounded_compare.h"
+#include "foundation/work_area.h"
+#include "query/bezier_length.h"
+
+namespace kurvo {
+namespace {
+
+constexpr std::size_t kStackOrder = 40;
+
+double Refuse(GlobalVar& g, int32_t code) {
+  Fail(g, code);
+  return 0.0;
+}
+
+// A stretch of a curve's parameters. One that reaches both ends of the domain, to six decimals of
+// its length, is the domain.
+struct Stretch {
+  double from;
+  double to;
+
+  Stretch OrWhole(double start, double end) const {
+    const double length = end - start;
+    const bool whole = CompareRounded((from - start) / length, 0.0) == 0 &&
+                       CompareRounded((to - start) / length, 1.0) == 0;
+    return whole ? Stretch{start, end} : *this;
+  }
+
+  // The part on a piece that covers [start, start + width], in the piece's own parameter; beyond
+  // its ends where these are the ends of the curve.
+  Stretch OnPiece(double start, double width, bool first, bool last) const {
+    const double s0 = (from - start) / width;
+    const double s1 = (to - start) / width;
+    return {first ? s0 : std::max(s0, 0.0), last ? s1 : std::min(s1, 1.0)};
+  }
+};
+
+double LengthOf(const Curve& curve, Stretch stretch, Measure measure, int level, GlobalVar& g);
+
+double LengthOf(const KurvoLine& line, Stretch stretch) {
+  return Length(Planar(line.end) - Planar(line.start)) * (stretch.to - stretch.from);
+}
+
+double LengthOf(const KurvoArc& arc, Stretch stretch, double tol) {
+  return (stretch.to - stretch.from) * arc.radius * SpanOf(arc, tol).sweep;
+}
+
+template <std::size_t kDim>
+double LengthOf(const BezierView<kDim>& bezier, Stretch stretch, Measure measure, GlobalVar& g) {
+  if (bezier.degree > kMaxHalvedDegree) return Refuse(g, KURVO_ERR_CURVE);
+  const auto [from, to] = stretch.OrWhole(0.0, 1.0);
+  if (!(from < to)) return 0.0;
+  if (from == 0.0 && to == 1.0) return BezierLength(bezier, measure);
+  const auto count = static_cast<std::size_t>(bezier.degree) + 1;
+  WorkArea<double[kDim], kStackOrder> points(count);
+  std::copy_n(bezier.points[0], count * kDim, points[0]);
+  Reparametrise(points.data(), bezier.degree, from, to);
+  return BezierLength(BezierView<kDim>{bezier.degree, points.data()}, measure);
+}
+
+// Span by span, without a copy of the curve.
+template <std::size_t kDim>
+double LengthOf(const SplineView<kDim>& spline, Stretch stretch, GlobalVar& g) {
+  if (spline.order - 1 > kMaxHalvedDegree) return Refuse(g, KURVO_ERR_CURVE);
+  const KnotVector knots = KnotsOf(spline);
+  const Stretch whole = stretch.OrWhole(knots.Start(), knots.End());
+  const int32_t last = LastSpan(knots);
+  WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(spline.order));
+  const BezierView<kDim> bezier{spline.order - 1, points.data()};
+  bool first = true;
+  double sum = 0.0;
+  AnySpan(knots, [&](int32_t i) {
+    const double* u = knots.u + i;
+    const Stretch on_span = whole.OnPiece(u[0], u[1] - u[0], first, i == last);
+    first = false;
+    if (!(on_span.from < on_span.to)) return false;
+    ExtractBezier(spline, i, points.data());
+    sum += LengthOf(bezier, on_span, Measure::kSixteenths, g);
+    return false;
+  });
+  return sum;
+}
+
+// Pieces of every type count. One without a width is measured whole where its place is.
+double LengthOf(const CompositeView& composite, Stretch stretch, int level, GlobalVar& g) {
+  if (level >= kMaxNesting) return Refuse(g, KURVO_ERR_CURVE);
+  const int32_t count = composite.count;
+  const double end = std::accumulate(composite.widths, composite.widths + count, 0.0);
+  const Stretch whole = stretch.OrWhole(0.0, end);
+  double before = 0.0;
+  double sum = 0.0;
+  for (int32_t i = 0; i < count && !ErrorPending(g); ++i) {
+    const double width = composite.widths[i];
+    Stretch on_piece = {0.0, 1.0};
+    if (width > 0.0)
+      on_piece = whole.OnPiece(before, width, i == 0, i == count - 1);
+    else if (!(whole.from <= before && before <= whole.to))
+      on_piece.to = 0.0;
+    if (on_piece.from < on_piece.to)
+      sum += LengthOf(composite.curves[i], on_piece, Measure::kSixteenths, level + 1, g);
+    before += width;
+  }
+  return sum;
+}
+
+bool HasNaN(const double* knots, int32_t count) {
+  return std::any_of(knots, knots + count, [](double knot) { return std::isnan(knot); });
+}
+
+// `level` counts the composites around the curve.
+double LengthOf(const Curve& curve, Stretch stretch, Measure measure, int level, GlobalVar& g) {
+  return VisitCurve(
+      curve, Overloaded{[&](const KurvoLine& line) { return LengthOf(line, stretch); },
+                        [&](const KurvoArc& arc) { return LengthOf(arc, stretch, g.epsilon); },
+                        [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
+                          return LengthOf(bezier, stretch, measure, g);
+                        },
+                        [&](const SplineView<3>& spline) { return LengthOf(spline, stretch, g); },
+                        [&](const SplineView<4>& spline) {
+                          if (!WeightsRoundToOne(spline.points, spline.count))
+                            return LengthOf(spline, stretch, g);
+                          const OwnedCurve plain = Converted(curve, CV_BSPLINE, g);
+                          return LengthOf(plain.curve(), stretch, measure, level, g);
+                        },
+                        [&](const CompositeView& composite) {
+                          return LengthOf(composite, stretch, level, g);
+                        },
+                        [&](Refused) { return Refuse(g, KURVO_ERR_CURVE); }});
+}
+
+// The code for a record or a knot that cannot be.
+int32_t RefusalOf(const Curve& curve) {
+  return VisitCurve(curve,
+                    Overloaded{[](const auto&) -> int32_t { return KURVO_ERR_NONE; },
+                               []<std::size_t kDim>(const SplineView<kDim>& spline) -> int32_t {
+                                 // Fixed behaviour: callers know a knot that is not a number by
+                                 // this code.
+                                 return HasNaN(spline.knots, spline.order + spline.count)
+                                            ? KURVO_ERR_MEMORY
+                                            : KURVO_ERR_NONE;
+                               },
+                               [](Refused) -> int32_t { return KURVO_ERR_CURVE; }});
+}
+
+double SignedLength(const Curve& curve, double t0, double t1, GlobalVar& g) {
+  int32_t refusal = RefusalOf(curve);
+  if (refusal == KURVO_ERR_NONE && !(std::isfinite(t0) && std::isfinite(t1)))
+    refusal = KURVO_ERR_CURVE;
+  if (refusal != KURVO_ERR_NONE) return Refuse(g, refusal);
+  if (t0 <= t1 + g.epsilon && t1 - g.epsilon <= t0) return 0.0;
+  const double length =
+      LengthOf(curve, {std::min(t0, t1), std::max(t0, t1)}, Measure::kWhole, 0, g);
+  return t0 > t1 ? -length : length;
+}
+
+}  // namespace
+}  // namespace kurvo
+
+extern "C" void KurvocvCurveLen(const Curve* curve, double t0, double t1, double* length,
+                                GlobalVar* g) noexcept {
+  *length = 0.0;
+  if (kurvo::ErrorPending(*g)) return;
+  if (!curve) return kurvo::Fail(*g, KURVO_ERR_CURVE);
+  const auto measure = [&] { return kurvo::SignedLength(*curve, t0, t1, *g); };
+  const double measured = kurvo::Guard(*g, 0.0, measure);
+  if (!kurvo::ErrorPending(*g)) *length = measured;
+}

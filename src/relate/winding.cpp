@@ -1,0 +1,241 @@
+// How a curve turns around a point.
+#include "relate/winding.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+
+#include "build/bezier_pieces.h"
+#include "build/casteljau_split.h"
+#include "calc/arc_span.h"
+#include "calc/boxes.h"
+#include "eval/bernstein.h"
+#include "eval/spline_point.h"
+#include "foundation/work_area.h"
+
+namespace kurvo {
+namespace {
+
+constexpr std::size_t kStackOrder = 40;
+
+bool Coincide(Vec2 a, Vec2 b, double tol) { return Within(OnPlane(a - b), tol); }
+
+// The difference of two polar angles in [-pi, pi].
+double ShortTurn(double from, double to) {
+  const double turn = to - from;
+  if (turn > kPi) return turn - kTwoPi;
+  return turn < -kPi ? turn + kTwoPi : turn;
+}
+
+double AngleOfLine(Vec2 start, Vec2 end, Vec2 q, double tol) {
+  if (Coincide(start, q, tol) || Coincide(end, q, tol)) return 0.0;
+  return ShortTurn(AngleOf(start - q), AngleOf(end - q));
+}
+
+Vec2 QuarterTurn(Vec2 v) { return {-v.y, v.x}; }
+
+// Seen from inside its circle an arc turns in its own sense all the way, from outside by less than
+// half a turn in either. At one of its ends the direction there is that of the tangent.
+double AngleOfArc(const KurvoArc& arc, Vec2 q, double tol) {
+  const Vec2 start = Planar(arc.start);
+  const Vec2 end = Planar(arc.end);
+  const Vec2 centre = Planar(arc.centre);
+  if (Coincide(start, end, tol)) return AngleOfLine(start, end, q, tol);
+  const double sense = arc.normal[2] < 0.0 ? -1.0 : 1.0;
+  if (Coincide(q, start, tol))
+    return ShortTurn(AngleOf(sense * QuarterTurn(start - centre)), AngleOf(end - q));
+  if (Coincide(q, end, tol))
+    return ShortTurn(AngleOf(start - q), AngleOf(-sense * QuarterTurn(end - centre)));
+  const double turn = AngleOf(end - q) - AngleOf(start - q);
+  if (Length(q - centre) > arc.radius + tol) return ShortTurn(AngleOf(start - q), AngleOf(end - q));
+  if (sense > 0.0) return turn < 0.0 ? turn + kTwoPi : turn;
+  return turn > 0.0 ? turn - kTwoPi : turn;
+}
+
+// The angle of a Bezier curve. A piece whose control points have a box without q turns as its chord
+// does; others are halved.
+template <std::size_t kDim>
+class AngleOfBezier {
+ public:
+  AngleOfBezier(Vec2 q, double tol) : q_(q), tol_(tol) {}
+
+  // `points` are used up.
+  double operator()(double (*points)[kDim], int32_t n) { return Of(points, n, kMaxDepth); }
+
+ private:
+  static constexpr int kMaxDepth = 30;  // then the chord is as good as the curve
+  static constexpr int kMaxHalvings = 4096;
+
+  double Of(double (*points)[kDim], int32_t n, int depth) {
+    if (depth == 0 || halvings_ == kMaxHalvings || n < 2 || TurnsAsChord(points, n))
+      return AngleOfLine(Planar(points[0]), Planar(points[n]), q_, tol_);
+    ++halvings_;
+    WorkArea<double[kDim], kStackOrder> before(static_cast<std::size_t>(n) + 1);
+    SplitBezier(points, n, 0.5, before.data());
+    const double angle = Of(before.data(), n, depth - 1);
+    return angle + Of(points, n, depth - 1);
+  }
+
+  // A curve stays in the box of its control points unless weights are of both signs. One that is q
+  // itself, within the tolerance, does not turn.
+  bool TurnsAsChord(const double (*points)[kDim], int32_t n) const {
+    PlanarBox box;
+    bool bounded = true;
+    for (int32_t i = 0; i <= n; ++i) {
+      box.Widen(Planar(points[i]));
+      if constexpr (kDim == 4) bounded = bounded && points[i][3] > 0.0;
+    }
+    if (!bounded) return false;
+    return !Contains(box, q_, 0.0) || (Coincide(box.min, q_, tol_) && Coincide(box.max, q_, tol_));
+  }
+
+  const Vec2 q_;
+  const double tol_;
+  int halvings_ = 0;
+};
+
+// Twice the area of a Bezier curve: the integral over [0, 1] of (C - q) x C' = A x A' / W^2, with A
+// = (C - q) W, by Gauss-Legendre quadrature with 8 nodes, on ever smaller intervals until halving
+// one makes no difference. Up to degree 8 of plain curves the first interval is exact.
+template <std::size_t kDim>
+class AreaOfBezier {
+ public:
+  AreaOfBezier(const double (*points)[kDim], int32_t n, Vec2 q) : points_(points), n_(n), q_(q) {
+    double size = 0.0;
+    for (int32_t i = 0; i <= n; ++i) size = std::max(size, Length(Planar(points[i]) - q));
+    noise_ = kNoise * size * size;
+  }
+
+  double Twice() const { return n_ < 1 ? 0.0 : Over(0.0, 1.0, Quadrature(0.0, 1.0), kMaxDepth); }
+
+ private:
+  static constexpr double kNoise = 1e-14;  // relative to the square of the largest distance from q
+  static constexpr int kMaxDepth = 8;
+
+  using Homogeneous = std::array<double, 3>;
+
+  Homogeneous Load(int32_t i) const {
+    const Vec2 p = Planar(points_[i]) - q_;
+    const double w = kDim == 4 ? points_[i][kDim - 1] : 1.0;
+    return {w * p.x, w * p.y, w};
+  }
+
+  double Integrand(double t) const {
+    const Homogeneous a =
+        CasteljauValue<3>(n_, t, [this](int32_t i, Homogeneous& v) { v = Load(i); });
+    const Homogeneous d = CasteljauValue<3>(n_ - 1, t, [this](int32_t i, Homogeneous& v) {
+      const Homogeneous from = Load(i);
+      v = Load(i + 1);
+      for (std::size_t c = 0; c < 3; ++c) v[c] -= from[c];
+    });
+    return n_ * (a[0] * d[1] - a[1] * d[0]) / (a[2] * a[2]);
+  }
+
+  double Quadrature(double from, double to) const {
+    constexpr struct {
+      double node;
+      double weight;
+    } kRule[] = {{0.1834346424956498, 0.3626837833783620},
+                 {0.5255324099163290, 0.3137066458778873},
+                 {0.7966664774136267, 0.2223810344533745},
+                 {0.9602898564975363, 0.1012285362903763}};
+    const double middle = 0.5 * (from + to);
+    const double half = 0.5 * (to - from);
+    double sum = 0.0;
+    for (const auto& [node, weight] : kRule)
+      sum += weight * (Integrand(middle - half * node) + Integrand(middle + half * node));
+    return half * sum;
+  }
+
+  double Over(double from, double to, double whole, int depth) const {
+    const double middle = 0.5 * (from + to);
+    const double left = Quadrature(from, middle);
+    const double right = Quadrature(middle, to);
+    if (depth == 0 || noise_ >= std::fabs(left + right - whole)) return left + right;
+    return Over(from, middle, left, depth - 1) + Over(middle, to, right, depth - 1);
+  }
+
+  const double (*points_)[kDim];
+  const int32_t n_;
+  const Vec2 q_;
+  double noise_;
+};
+
+// Adds up use(points, n), whose points are a copy, for the Bezier curve or for each span of the
+// B-spline.
+template <std::size_t kDim, class Use>
+double SumOfBeziers(const BezierView<kDim>& bezier, GlobalVar& g, Use&& use) {
+  if (bezier.degree > kMaxSplitDegree) {
+    Fail(g, KURVO_ERR_CURVE);
+    return 0.0;
+  }
+  const auto count = static_cast<std::size_t>(bezier.degree) + 1;
+  WorkArea<double[kDim], kStackOrder> points(count);
+  std::memcpy(points.data(), bezier.points, count * sizeof(*bezier.points));
+  return use(points.data(), bezier.degree);
+}
+
+template <std::size_t kDim, class Use>
+double SumOfBeziers(const SplineView<kDim>& spline, GlobalVar& g, Use&& use) {
+  if (spline.order > kMaxSplineOrder) {
+    Fail(g, KURVO_ERR_CURVE);
+    return 0.0;
+  }
+  WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(spline.order));
+  double sum = 0.0;
+  AnySpan(KnotsOf(spline), [&](int32_t i) {
+    ExtractBezier(spline, i, points.data());
+    sum += use(points.data(), spline.order - 1);
+    return false;
+  });
+  return sum;
+}
+
+double Refuse(GlobalVar& g) {
+  Fail(g, KURVO_ERR_CURVE);
+  return 0.0;
+}
+
+}  // namespace
+
+double WindingAngle(const Curve& curve, Vec2 q, GlobalVar& g) {
+  const double tol = g.epsilon;
+  return VisitCurve(
+      curve,
+      Overloaded{[&](const KurvoLine& line) {
+                   return AngleOfLine(Planar(line.start), Planar(line.end), q, tol);
+                 },
+                 [&](const KurvoArc& arc) { return AngleOfArc(arc, q, tol); },
+                 [&](const auto& view) {
+                   return SumOfBeziers(view, g,
+                                       [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
+                                         return AngleOfBezier<kDim>(q, tol)(points, n);
+                                       });
+                 },
+                 [](const CompositeView&) { return 0.0; }, [&](Refused) { return Refuse(g); }});
+}
+
+double SweptArea(const Curve& curve, Vec2 q, GlobalVar& g) {
+  return VisitCurve(
+      curve,
+      Overloaded{[&](const KurvoLine& line) {
+                   return 0.5 * Cross(Planar(line.start) - q, Planar(line.end) - q);
+                 },
+                 [&](const KurvoArc& arc) {
+                   const ArcSpan span = SpanOf(arc, g.epsilon);
+                   const double sweep = span.reversed ? -span.sweep : span.sweep;
+                   const Vec2 chord = Planar(arc.end) - Planar(arc.start);
+                   const double r = arc.radius;
+                   return 0.5 * (Cross(Planar(arc.centre) - q, chord) + r * r * sweep);
+                 },
+                 [&](const auto& view) {
+                   return SumOfBeziers(view, g,
+                                       [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
+                                         return 0.5 * AreaOfBezier<kDim>(points, n, q).Twice();
+                                       });
+                 },
+                 [](const CompositeView&) { return 0.0; }, [&](Refused) { return Refuse(g); }});
+}
+
+}  // namespace kurvo

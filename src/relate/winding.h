@@ -1,0 +1,19 @@
+// How a curve turns around a point.
+#pragma once
+
+#include "foundation/point.h"
+
+namespace kurvo {
+
+// Both of curves other than composites, which count as 0. They record the bad-curve error, and are
+// 0, for a record that cannot be right and a degree above 4095. Throw std::bad_alloc.
+
+// The angle, in radians, that the direction from q to a point of the curve turns by from the start
+// to the end of the curve, counter-clockwise positive. On the curve itself the turn there is left
+// out.
+double WindingAngle(const Curve& curve, Vec2 q, GlobalVar& g);
+
+// The area that the line from q to a point of the curve sweeps over, counter-clockwise positive.
+double SweptArea(const Curve& curve, Vec2 q, GlobalVar& g);
+
+}  // namespace kurvo

@@ -1,0 +1,280 @@
+// First and higher derivatives.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <limits>
+#include <string>
+
+#include "query/derivative_reference.h"
+
+namespace kurvo_test {
+namespace {
+
+constexpr double kUntouched = -77;
+
+Point Deriv(const Curve* cv, double t, GlobalVar& g) {
+  Point v = {kUntouched, kUntouched, kUntouched};
+  KurvocvDeriv(cv, t, v, &g);
+  return v;
+}
+Point NDeriv(const Curve* cv, double t, int n, GlobalVar& g) {
+  Point v = {kUntouched, kUntouched, kUntouched};
+  KurvocvNDeriv(cv, t, v, n, &g);
+  return v;
+}
+
+// Rows of first derivatives known in closed form.
+TEST(Deriv, Table) {
+  constexpr double k = kUntouched;
+  const struct {
+    const char* name;
+    const char* curve;
+    double t;
+    double x, y;
+  } rows[] = {
+      {"line", "l 1 2 4 -2", .3, 3, -4},
+      {"arc", "a 5 5 2 0 3", 0, 0, 6},
+      {"clockwise arc", "a 5 5 2 0 -3", 0, 0, -6},
+      {"arc, end", "a 5 5 2 0 3", 1, -6 * std::sin(3), 6 * std::cos(3)},
+      {"full circle, whose sweep is 0", "a 5 5 2 0 6.283185307179586476925", .25, 0, 0},
+      {"degree 0", "b 1 2", .5, 0, 0},
+      {"degree 1", "b 1 2 4 -2", .5, 3, -4},
+      {"quadratic, start", "b 1 2 4 -2 .5 7", 0, 6, -8},
+      {"quadratic, end", "b 1 2 4 -2 .5 7", 1, -7, 18},
+      {"cubic, start", "b 1 2 4 -2 .5 7 9 9", 0, 9, -12},
+      {"cubic, end", "b 1 2 4 -2 .5 7 9 9", 1, 25.5, 6},
+      {"cubic, beyond its end", "b 0 0 0 0 0 0 1 2", 2, 12, 24},
+      {"rational, start: n w1 / w0 (P1 - P0)", "r 1 2 2 4 -2 3 .5 7 1", 0, 9, -12},
+      {"rational, end", "r 1 2 2 4 -2 3 .5 7 1", 1, -21, 54},
+      {"weights within epsilon of 1", "r 1 2 1.0000009 4 -2 .9999991 .5 7 1", 0, 6, -8},
+      {"all weights 3", "r 1 2 3 4 -2 3 .5 7 3", 1, -7, 18},
+      {"B-spline by its own parameter", "B 1 2 4 -2 | 10 10 16 16", 12, .5, -2. / 3},
+      {"corner: to the right of the knot", "B 0 0 1 0 1 5 | 0 0 1 2 2", 1, 0, 5},
+      {"corner: a knot after rounding", "B 0 0 1 0 1 5 | 0 0 1 2 2", 1 - 4e-7, 0, 5},
+      {"corner: left of it", "B 0 0 1 0 1 5 | 0 0 1 2 2", 1 - 6e-7, 1, 0},
+      {"end of the domain: the last span", "B 0 0 1 0 1 5 | 0 0 1 2 2", 2, 0, 5},
+      {"before a domain that starts with too many knots", "B 9 9 0 0 1 5 | 0 0 0 2 2", -1, .5, 2.5},
+      {"no span", "B 1 2 4 -2 | 3 3 3 3", 3, 3, -4},
+      {"order 1", "B 1 2 3 4 | 0 1 2", 1.5, 0, 0},
+      {"composite: local units", "c 2 1 (b 0 0 1 2)(b 1 2 4 6)", 1, 1, 2},
+      {"composite: boundary to the later piece", "c 2 1 (b 0 0 1 2)(b 1 2 4 6)", 2, 3, 4},
+      {"composite: rational piece", "c 5 (r 1 2 2 4 -2 3)", 0, 4.5, -6},
+      {"composite: its end", "c 2 1 (b 0 0 1 2)(b 1 2 4 6)", 3, k, k},
+      {"composite: before its start", "c 2 1 (b 0 0 1 2 4 0)(b 1 2 4 6)", -2, -2, 12},
+      {"composite: line", "c 1 1 (b 0 0 1 2)(l 1 2 4 6)", 1.5, k, k},
+      {"composite: B-spline", "c 1 (B 1 2 4 -2 | 0 0 1 1)", .5, k, k},
+      {"composite: composite", "c 1 (c 1 (b 1 2 4 -2))", .5, k, k},
+      {"composite: piece without a width is passed over",
+       "c 1 0 1 (b 0 0 1 0)(b 1 0 2 9)(b 2 9 2 8)", 1, 0, -1},
+      {"composite without pieces", "c", 0, k, k},
+  };
+  for (const auto& row : rows) {
+    Globals g;
+    const Owned cv = Make(row.curve);
+    const bool untouched = row.x == k;
+    const Point v = Deriv(cv.get(), row.t, g), nth = NDeriv(cv.get(), row.t, 1, g);
+    EXPECT_NEAR(v[0], row.x, 1e-13) << row.name;
+    EXPECT_NEAR(v[1], row.y, 1e-13) << row.name;
+    EXPECT_EQ(v[2], untouched ? k : 0) << row.name;
+    if (std::string(row.name) != "no span") {
+      EXPECT_NEAR(nth[0], untouched ? 0 : row.x, 1e-13) << row.name;
+      EXPECT_NEAR(nth[1], untouched ? 0 : row.y, 1e-13) << row.name;
+    } else {  // unlike KurvocvDeriv it divides by the width
+      EXPECT_FALSE(std::isfinite(nth[0]));
+    }
+    EXPECT_EQ(nth[2], 0) << row.name;
+    EXPECT_EQ(KurvoErrGet(&g), 0) << row.name;
+  }
+}
+
+void ExpectNear(const Point& got, const DerivativeReference::Vector& want, long double bound,
+                const std::string& name) {
+  EXPECT_LE(std::hypot(got[0] - want.x, got[1] - want.y), bound) << name;
+}
+
+// All free-form kinds, orders and degrees, by their own parameter.
+TEST(Deriv, AgreesWithCauchysIntegral) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int round = 0; round < 100; ++round) {
+    const bool rational = round % 2 == 1, spline = round % 4 >= 2;
+    const int order = round < 8 ? 12 : static_cast<int>(random.Uniform(2, 7));
+    const int count = spline ? order + static_cast<int>(random.Uniform(0, 6)) : order;
+    const int32_t type = spline     ? (rational ? CV_RBSPLINE : CV_BSPLINE)
+                         : rational ? CV_RBEZIER
+                                    : CV_BEZIER;
+    const Owned cv = MakeFreeForm(type, RandomPoints(random, count, rational),
+                                  spline ? RandomKnots(random, order, count) : Numbers());
+    const DerivativeReference reference(*cv);
+    const auto [start, length] = Domain(*cv);
+    for (int n = 1; n <= (spline ? 2 : 6); ++n) {
+      const double ts[] = {start, start + .37 * length, start + .81 * length, start + length};
+      long double size = 1;
+      for (const double t : ts) size = std::max(size, reference.Derivative(t, n).Size());
+      for (const double t : ts) {
+        Globals g;
+        const std::string name = "round " + std::to_string(round) + ", type " +
+                                 std::to_string(type) + ", order " + std::to_string(n);
+        const auto want = reference.Derivative(t, n);
+        ExpectNear(NDeriv(cv.get(), t, n, g), want, 1e-11L * size, name);
+        if (n == 1) ExpectNear(Deriv(cv.get(), t, g), want, 1e-11L * size, name);
+        EXPECT_EQ(KurvoErrGet(&g), 0) << name;
+      }
+    }
+  }
+}
+
+// Derivative n of r (cos, sin)(a + s t) is r s^n (cos, sin)(a + s t + n pi / 2).
+TEST(NDeriv, OfArcs) {
+  for (const double sweep : {.5, 3.0, 6.2, -.5, -3.0, -6.2}) {
+    const Owned arc = Arc(1, 2, 3, -2, sweep);
+    for (int n = 1; n <= 9; ++n) {
+      for (const double t : {0.0, .3, 1.0, 1.2}) {
+        Globals g;
+        const Point v = NDeriv(arc.get(), t, n, g);
+        const long double angle = -2 + L(sweep) * t + n * kPiL / 2;
+        const long double size = 3 * std::pow(L(sweep), n);
+        const auto bound = static_cast<double>(1e-13L * std::fabs(size));
+        EXPECT_NEAR(v[0], static_cast<double>(size * std::cos(angle)), bound) << n;
+        EXPECT_NEAR(v[1], static_cast<double>(size * std::sin(angle)), bound) << n;
+      }
+    }
+  }
+}
+
+// (1 / (1 + t), 0): derivative n is (-1)^n n! / (1 + t)^(n+1), at any order.
+TEST(NDeriv, OfARationalCurveAtAnyOrder) {
+  const Owned cv = Make("r 1 0 1 .5 0 2");
+  for (const int n : {1, 2, 7, 30, 100, 170}) {
+    for (const double t : {0.0, .3, 1.0}) {
+      Globals g;
+      const long double want =
+          std::pow(-1.0L, n) * std::tgamma(n + 1.0L) / std::pow(1 + L(t), n + 1);
+      const Point v = NDeriv(cv.get(), t, n, g);
+      EXPECT_NEAR(static_cast<double>(v[0] / want), 1, 1e-12) << n << " at " << t;
+      EXPECT_EQ(v[1], 0);
+    }
+  }
+  Globals g;
+  EXPECT_EQ(NDeriv(Make("r 1 2 3 4 5 3").get(), .3, 1000, g)[0], 0) << "equal weights";
+}
+
+TEST(NDeriv, BeyondTheDegreeIsZero) {
+  for (const char* text : {"l 1 2 3 4", "b 1 2", "b 0 0 1 2 3 1 4 0", "c 1 (b 0 0 1 2 3 1 4 0)"}) {
+    Globals g;
+    const Point v = NDeriv(Make(text).get(), .3, 4, g);
+    EXPECT_EQ(v, (Point{0, 0, 0})) << text;
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+  }
+}
+
+// x = t, y = t^2 at any degree, raised by closed form.
+TEST(Deriv, OfHighDegree) {
+  for (const int degree : {2, 39, 40, 41, 500, 4000}) {
+    Numbers points;
+    const double d = degree;
+    for (int i = 0; i <= degree; ++i)
+      points.insert(points.end(), {i / d, i * (i - 1.0) / d / (d - 1)});
+    const Owned cv = MakeFreeForm(CV_BEZIER, points);
+    for (const double t : {0.0, .2, .5, .9, 1.0}) {
+      Globals g;
+      const Point v = Deriv(cv.get(), t, g), w = NDeriv(cv.get(), t, 2, g);
+      EXPECT_NEAR(v[0], 1, 1e-11) << degree;
+      EXPECT_NEAR(v[1], 2 * t, 1e-11) << degree;
+      EXPECT_NEAR(w[1], 2, 1e-7) << degree;
+    }
+  }
+}
+
+// Moving a curve by an amount that rounds nothing changes nothing, however far it is.
+TEST(Deriv, DoesNotDependOnTheOrigin) {
+  const char* const curves[] = {"b 0 0 1 3 4 2", "b 0 0 1 3 4 2 6 1", "b 0 0 1 3 4 2 6 1 5 5",
+                                "r 0 0 1 1 3 .3 4 2 2", "r 0 0 1 1 3 .3 4 2 2 5 5 7 6 6 1"};
+  for (const char* text : curves) {
+    const Owned near = Make(text);
+    Owned far = Make(text);
+    const FreeForm form(*far);
+    for (int i = 0; i < form.order; ++i) form.points[i * form.stride] += 0x1p40;
+    for (const double t : {0.0, .3, .9}) {
+      Globals g;
+      EXPECT_EQ(Deriv(near.get(), t, g), Deriv(far.get(), t, g)) << text;
+      EXPECT_EQ(NDeriv(near.get(), t, 2, g), NDeriv(far.get(), t, 2, g)) << text;
+    }
+  }
+}
+
+TEST(NDeriv, Refusals) {
+  constexpr double kInf = std::numeric_limits<double>::infinity();
+  int data = 0;
+  const Curve unknown = {112, &data, 0, 0, 0}, empty = {CV_LINE, nullptr, 0, 0, 0};
+  KurvoBezier no_points = {3, 0, nullptr, {}};
+  const Curve broken = {CV_BEZIER, &no_points, 0, 0, 0};
+  const Owned line = Make("l 0 0 1 2"), spline = Make("B 0 0 1 2 3 0 | 0 0 0 1 1 1"),
+              zero = Make("r 0 0 1 1 2 1e-6 3 0 1"), small = Make("r 0 0 1 1 2 1.1e-6 3 0 1"),
+              far_zero = Make("R 0 0 1 1 2 1 3 0 1 4 4 -9e-7 | 0 0 1 2 3 3"),
+              piece = Make("c 1 (r 0 0 1 1 2 0 3 0 1)"), hole = Make("c 1 (e)");
+  hole.block<KurvoSegcv>().curves[0].type = CV_BEZIER;
+  Numbers points(2 * 4097), knots(2 * 4097, 0.0);
+  std::fill(knots.begin() + 4097, knots.end(), 1);
+  const Owned high = MakeFreeForm(CV_BSPLINE, points, knots);
+  constexpr int kNotCalled = -1;
+  const struct {
+    const char* name;
+    const Curve* cv;
+    double t;
+    int n;
+    int error;        // of KurvocvNDeriv
+    int first_error;  // of KurvocvDeriv
+  } rows[] = {
+      {"null", nullptr, 0, 1, 0, KURVO_ERR_CURVE},
+      {"empty", &empty, 0, 1, 0, KURVO_ERR_CURVE},
+      {"unknown", &unknown, 0, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
+      {"no points", &broken, 0, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
+      {"piece without points", hole.get(), 0, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
+      {"order 4097", high.get(), 0, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
+      {"NaN", line.get(), kNaN, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
+      {"infinite", spline.get(), kInf, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
+      {"n = 0", line.get(), 0, 0, KURVO_ERR_DERIVATIVE_ORDER, kNotCalled},
+      {"n < 0", spline.get(), 0, INT_MIN, KURVO_ERR_DERIVATIVE_ORDER, kNotCalled},
+      {"n = 1000", line.get(), 0, 1000, 0, kNotCalled},
+      {"n = 1001", line.get(), 0, 1001, KURVO_ERR_DERIVATIVE_ORDER, kNotCalled},
+      {"n absurd", line.get(), 0, INT_MAX, KURVO_ERR_DERIVATIVE_ORDER, kNotCalled},
+      {"unknown type before the order", &unknown, 0, 0, KURVO_ERR_CURVE, kNotCalled},
+      {"B-spline, n = 2", spline.get(), 0, 2, 0, kNotCalled},
+      {"B-spline, n = 3", spline.get(), 0, 3, KURVO_ERR_CURVE, kNotCalled},
+      {"B-spline, n absurd", spline.get(), 0, INT_MAX, KURVO_ERR_CURVE, kNotCalled},
+      {"weight 0", zero.get(), 0, 1, KURVO_ERR_ZERO_WEIGHT, 0},
+      {"weight just not 0", small.get(), 0, 1, 0, 0},
+      {"weight 0 of another span", far_zero.get(), 0, 1, KURVO_ERR_ZERO_WEIGHT, 0},
+      {"weight 0 of a piece", piece.get(), 0, 1, 0, 0},
+  };
+  for (const auto& row : rows) {
+    Globals g;
+    const Point v = NDeriv(row.cv, row.t, row.n, g);
+    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
+    if (row.error != 0 || !row.cv || !row.cv->data) {
+      EXPECT_EQ(v, (Point{0, 0, 0})) << row.name;
+    }
+    if (row.first_error == kNotCalled) continue;
+    Globals first;
+    const Point w = Deriv(row.cv, row.t, first);
+    EXPECT_EQ(KurvoErrGet(&first), row.first_error) << row.name;
+    if (row.first_error != 0) {
+      EXPECT_EQ(w, (Point{0, 0, 0})) << row.name;
+    }
+  }
+}
+
+TEST(NDeriv, WhilePendingClearsWhereDerivDoesNot) {
+  const Owned line = Make("l 0 0 1 2");
+  Globals g;
+  g.error = KURVO_ERR_TOLERANCE;
+  EXPECT_EQ(NDeriv(line.get(), 0, 1, g), (Point{0, 0, 0}));
+  EXPECT_EQ(Deriv(line.get(), 0, g)[0], kUntouched);
+  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_TOLERANCE);
+  g.error = KURVO_WARN_SHORT_VECTOR;
+  EXPECT_EQ(Deriv(line.get(), 0, g)[1], 2);
+}
+
+}  // namespace
+}  // namespace kurvo_test

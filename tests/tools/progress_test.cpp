@@ -1,0 +1,84 @@
+// The progress line, on a terminal and elsewhere.
+#include "progress.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <stdlib.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace kurvo::tools {
+namespace {
+
+using std::chrono::hours;
+using std::chrono::milliseconds;
+
+// A terminal whose screen can be read.
+class Terminal {
+ public:
+  Terminal() : screen_(posix_openpt(O_RDWR | O_NOCTTY)) {
+    if (screen_ < 0 || grantpt(screen_) != 0 || unlockpt(screen_) != 0) {
+      throw std::runtime_error("no terminal");
+    }
+    line_ = open(ptsname(screen_), O_RDWR | O_NOCTTY);
+    termios mode = {};
+    tcgetattr(line_, &mode);
+    mode.c_oflag &= ~static_cast<tcflag_t>(OPOST);
+    tcsetattr(line_, TCSANOW, &mode);
+    fcntl(screen_, F_SETFL, O_NONBLOCK);
+  }
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+  ~Terminal() {
+    close(line_);
+    close(screen_);
+  }
+
+  int Fd() const { return line_; }
+  // What was written since the last time.
+  std::string Read() const {
+    char buffer[4096];
+    const ssize_t length = read(screen_, buffer, sizeof buffer);
+    return length > 0 ? std::string(buffer, static_cast<std::size_t>(length)) : "";
+  }
+
+ private:
+  int screen_;
+  int line_;
+};
+
+void RunSteps(int fd, int steps, Progress::Clock::duration patience) {
+  Progress progress(fd, "measured", 100, patience);
+  for (int i = 0; i < steps; ++i) progress.Step();
+}
+
+TEST(Progress, ShowsOnATerminalAndTakesItselfAway) {
+  const Terminal terminal;
+  RunSteps(terminal.Fd(), 2, milliseconds(0));
+  const std::string text = "kurvo: measured 1 of 100 curves";
+  EXPECT_EQ(terminal.Read(), "\r" + text + "\r" + std::string(text.size(), ' ') + "\r")
+      << "the second step comes too soon to be shown";
+}
+
+TEST(Progress, IsSilentWhileNobodyWaits) {
+  const Terminal terminal;
+  RunSteps(terminal.Fd(), 100, hours(1));
+  RunSteps(terminal.Fd(), 0, milliseconds(0));
+  EXPECT_EQ(terminal.Read(), "");
+}
+
+TEST(Progress, IsSilentInAPipe) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  RunSteps(ends[1], 100, milliseconds(0));
+  close(ends[1]);
+  char byte;
+  EXPECT_EQ(read(ends[0], &byte, 1), 0);
+  close(ends[0]);
+}
+
+}  // namespace
+}  // namespace kurvo::tools

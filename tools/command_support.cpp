@@ -1,0 +1,44 @@
+#include "command_support.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <stdexcept>
+
+#include "input_error.h"
+#include "number_text.h"
+
+namespace kurvo::tools {
+
+CLI::Validator Between(double low, double high) {
+  return CLI::Validator(
+      [=](const std::string& text) {
+        const double value = std::strtod(text.c_str(), nullptr);
+        if (value >= low && value <= high) return std::string();
+        return "not a number from " + ShortNumber(low) + " to " + ShortNumber(high);
+      },
+      "");
+}
+
+void RefuseInputAsOutput(const std::vector<std::string>& inputs, const std::string& output) {
+  for (const std::string& input : inputs) {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(input, output, ignored)) {
+      throw std::runtime_error(OneLine(output) + ": is the input; choose another output");
+    }
+  }
+}
+
+void PrintSkipped(const std::string& input, const Drawing& drawing) {
+  for (const auto& [name, count] : drawing.skipped) {
+    std::cerr << "kurvo: " << OneLine(input) << ": note: " << count << " " << name
+              << (count == 1 ? " element has" : " elements have") << " no outline\n";
+  }
+}
+
+void Print(const std::string& text) {
+  std::cout << text << std::flush;
+  if (!std::cout) throw std::runtime_error("the table could not be printed");
+}
+
+}  // namespace kurvo::tools

@@ -1,0 +1,35 @@
+// What the commands of the client have in common.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "svg_reader.h"
+
+namespace kurvo::tools {
+
+// A command and what it does once its options are read.
+struct Command {
+  CLI::App* options;
+  std::function<void()> run;
+};
+
+// Sizes that a picture can have, in pixels.
+inline constexpr double kSmallestSize = 16;
+inline constexpr double kLargestSize = 32768;
+
+// Takes numbers from `low` to `high`; not a number is none of them.
+CLI::Validator Between(double low, double high);
+
+// Throws when `output` is one of the files that were read.
+void RefuseInputAsOutput(const std::vector<std::string>& inputs, const std::string& output);
+
+// Notes on standard error which elements of the file were left out.
+void PrintSkipped(const std::string& input, const Drawing& drawing);
+
+// Prints to standard output; throws when that cannot be written.
+void Print(const std::string& text);
+
+}  // namespace kurvo::tools

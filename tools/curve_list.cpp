@@ -1,0 +1,38 @@
+#include "curve_list.h"
+
+namespace kurvo::tools {
+namespace {
+
+// An outline may come back to its start without being closed.
+bool EndMeetsStart(Library& library, const Outline& outline) {
+  Coord start = {0, 0, 0};
+  Coord end = {0, 0, 0};
+  KurvocvStartPoint(outline.curves.front().Get(), start, library.State());
+  KurvocvEndPoint(outline.curves.back().Get(), end, library.State());
+  library.Check();
+  return KurvoclSameCoord(start, end, library.State()) == 1;
+}
+
+}  // namespace
+
+CurveList ListCurves(Library& library, const Drawing& drawing) {
+  CurveList list;
+  std::size_t joint = 0;
+  for (const Shape& shape : drawing.shapes) {
+    for (std::size_t i = 0; i < shape.outlines.size(); ++i) {
+      const Outline& outline = shape.outlines[i];
+      const std::size_t first_joint = joint;
+      for (std::size_t k = 0; k < outline.curves.size(); ++k, ++joint) {
+        const OwnedCurve& curve = outline.curves[k];
+        list.curves.push_back(
+            {&curve, list.outlines.size(), k, BoundsOf(library, curve), joint, joint + 1});
+      }
+      if (EndMeetsStart(library, outline)) list.curves.back().end_joint = first_joint;
+      ++joint;
+      list.outlines.push_back(OutlineLabel(shape, i));
+    }
+  }
+  return list;
+}
+
+}  // namespace kurvo::tools

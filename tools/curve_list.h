@@ -1,0 +1,31 @@
+// The curves of a drawing in one list, for searches among all of them.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "library.h"
+#include "svg_reader.h"
+
+namespace kurvo::tools {
+
+struct ListedCurve {
+  const OwnedCurve* curve;  // of the drawing, which must outlive the list
+  std::size_t outline;      // into CurveList::outlines
+  std::size_t index;        // in its outline, from 0
+  Bounds box;
+  // Numbers of the places where it begins and ends. Where one curve of an outline meets the next,
+  // also where the last one meets the first, both have the same number; no other two do.
+  std::size_t start_joint;
+  std::size_t end_joint;
+};
+
+struct CurveList {
+  std::vector<std::string> outlines;  // their names
+  std::vector<ListedCurve> curves;    // in drawing order
+};
+
+CurveList ListCurves(Library& library, const Drawing& drawing);
+
+}  // namespace kurvo::tools

@@ -1,0 +1,76 @@
+#include "measure_command.h"
+
+#include <unistd.h>
+
+#include <cmath>
+#include <memory>
+#include <optional>
+
+#include "input_error.h"
+#include "library.h"
+#include "measure.h"
+#include "measure_report.h"
+#include "progress.h"
+#include "text_scanner.h"
+
+namespace kurvo::tools {
+namespace {
+
+struct MeasureOptions {
+  std::string input;
+  std::optional<Point> near;
+  bool json = false;
+};
+
+// "x,y" or "x y".
+Point ParsePoint(const std::string& text) {
+  constexpr const char* kOption = "--near";
+  try {
+    TextScanner scanner(kOption, text);
+    scanner.SkipSpace();
+    const double x = scanner.Number();
+    scanner.SkipCommaSpace();
+    const double y = scanner.Number();
+    scanner.SkipSpace();
+    if (scanner.AtEnd()) return {x, y};
+  } catch (const ElementError&) {
+    // The message below says what is wanted.
+  }
+  throw CLI::ValidationError(kOption, "expected a point x,y, found '" + Excerpt(text) + "'");
+}
+
+void RunMeasure(const MeasureOptions& options) {
+  Library library;
+  const Drawing drawing = ReadSvg(library, options.input);
+  std::vector<OutlineMeasures> outlines;
+  {
+    Progress progress(STDERR_FILENO, "measured", CurveCount(drawing));
+    outlines = Measure(library, drawing, options.near, progress);
+  }
+  const MeasureReport report = {OneLine(options.input), options.near, outlines};
+  PrintSkipped(options.input, drawing);
+  Print(options.json ? MeasureJson(report) : MeasureTable(report));
+}
+
+}  // namespace
+
+Command AddMeasureCommand(CLI::App& app) {
+  const auto options = std::make_shared<MeasureOptions>();
+  CLI::App* measure = app.add_subcommand(
+      "measure", "List the curves of a drawing: type, ends, box, and what is nearest to a point");
+  measure->add_option("input", options->input, "The SVG drawing to read")
+      ->required()
+      ->type_name("FILE");
+  measure
+      ->add_option_function<std::string>(
+          "--near", [options](const std::string& text) { options->near = ParsePoint(text); },
+          "Find the nearest point of each curve, of each outline and of all to this one")
+      ->type_name("X,Y");
+  measure->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
+  measure->footer(
+      "The box of a Bezier curve is that of its control points. Curves are counted from 1 in each "
+      "outline;\nt runs from 0 to 1 along a curve.");
+  return {measure, [options] { RunMeasure(*options); }};
+}
+
+}  // namespace kurvo::tools
