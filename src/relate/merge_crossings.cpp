@@ -16,9 +16,9 @@ constexpr double kNeighbours =
     0.01;  // of the domain: parameters further apart are different points
 
 // Whether parameters of one curve stand for one point of it.
-class SamePointOn {
+class PointsOf {
  public:
-  SamePointOn(const Curve& curve, GlobalVar& g)
+  PointsOf(const Curve& curve, GlobalVar& g)
       : curve_(curve), g_(g), domain_(DomainOf(curve)), reach_(kNeighbours * domain_.width()) {}
 
   // How far apart such parameters are at most, but across the closing joint.
@@ -26,10 +26,13 @@ class SamePointOn {
   bool NearStart(double t) const { return domain_.start + reach_ >= t; }
   bool NearEnd(double t) const { return t >= domain_.end - reach_; }
 
-  bool operator()(double s, double t) const {
+  bool Neighbours(double s, double t) const {
     const double apart = std::fabs(s - t);
-    if (g_.epsilon >= apart) return true;
-    if (apart > reach_ && !(apart >= domain_.width() - reach_)) return false;
+    return reach() >= apart || apart >= domain_.width() - reach_;
+  }
+
+  bool SamePoint(double s, double t) const {
+    if (g_.epsilon >= std::fabs(s - t)) return true;
     const Vec2 gap =
         Planar(PointOfCurve(curve_, s, 0, g_)) - Planar(PointOfCurve(curve_, t, 0, g_));
     return g_.epsilon >= std::fabs(gap.x) && g_.epsilon >= std::fabs(gap.y);
@@ -45,7 +48,7 @@ class SamePointOn {
 class Merger {
  public:
   Merger(const Curve& a, const Curve& b, GlobalVar& g, Crossings& crossings)
-      : same_on_a_(a, g), same_on_b_(b, g), tol_(g.epsilon), crossings_(crossings) {}
+      : on_a_(a, g), on_b_(b, g), tol_(g.epsilon), crossings_(crossings) {}
 
   // Requires ascending order.
   void Run() {
@@ -66,22 +69,23 @@ class Merger {
   // The number of a kept crossing that is the same point: one of the last, or, where the first
   // curve closes, of the first. `kept_` when there is none.
   std::size_t FindKnown(const Crossing& at) const {
-    for (std::size_t i = kept_; i > 0 && same_on_a_.reach() >= at.first - crossings_[i - 1].first;
-         --i)
+    for (std::size_t i = kept_; i > 0 && on_a_.reach() >= at.first - crossings_[i - 1].first; --i)
       if (Same(crossings_[i - 1], at)) return i - 1;
-    if (!same_on_a_.NearEnd(at.first)) return kept_;
-    for (std::size_t i = 0; i < kept_ && same_on_a_.NearStart(crossings_[i].first); ++i)
+    if (!on_a_.NearEnd(at.first)) return kept_;
+    for (std::size_t i = 0; i < kept_ && on_a_.NearStart(crossings_[i].first); ++i)
       if (Same(crossings_[i], at)) return i;
     return kept_;
   }
 
   bool Same(const Crossing& x, const Crossing& y) const {
     if (tol_ >= std::fabs(x.first - y.first) && tol_ >= std::fabs(x.second - y.second)) return true;
-    return x.source != y.source && same_on_a_(x.first, y.first) && same_on_b_(x.second, y.second);
+    return x.source != y.source && on_a_.Neighbours(x.first, y.first) &&
+           on_b_.Neighbours(x.second, y.second) && on_a_.SamePoint(x.first, y.first) &&
+           on_b_.SamePoint(x.second, y.second);
   }
 
-  const SamePointOn same_on_a_;
-  const SamePointOn same_on_b_;
+  const PointsOf on_a_;
+  const PointsOf on_b_;
   const double tol_;
   Crossings& crossings_;
   std::size_t kept_ = 0;

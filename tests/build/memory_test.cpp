@@ -163,5 +163,41 @@ TEST(Memory, OfDivisionsAndExtensions) {
   });
 }
 
+// Degrees, orders and chains beyond what lies on the stack.
+TEST(Memory, OfMeasurements) {
+  Random random;
+  const Owned high = MakeFreeForm(CV_RBEZIER, RandomPoints(random, 60, true)),
+              weightless = Make("R 0 0 1 1 2 1 4 4 1 | 0 0 .5 1 1");
+  const auto measured = [](const Owned& cv, double to, GlobalVar& g) {
+    double length;
+    KurvocvCurveLen(cv.get(), 0, to, &length, &g);
+    EXPECT_EQ(length > 0, KurvoOk(&g) != 0);
+    return length > 0;
+  };
+  FailEachAllocation("length", [&](GlobalVar& g) { return measured(high, .7, g); });
+  FailEachAllocation("plain copy", [&](GlobalVar& g) { return measured(weightless, 1, g); });
+  FailEachAllocation("derivative", [&](GlobalVar& g) {
+    Point p;
+    KurvocvNDeriv(high.get(), .3, p, 60, &g);
+    EXPECT_EQ(p == (Point{0, 0, 0}), KurvoOk(&g) == 0);
+    return KurvoOk(&g) != 0;
+  });
+}
+
+TEST(Memory, OfChains) {
+  Owned curves[] = {
+      Make("l 0 0 1 0"), Make("a 1 1 1 -1.57079632679489661923 1.57079632679489661923"),
+      Make("c 2 1 (b 2 1 2 3)(l 2 3 0 3)"), Make("B 0 3 -1 2 1 1 0 0 | 0 0 0 .3 1 1 1")};
+  Curve array[] = {*curves[0], *curves[1], *curves[2], *curves[3]};
+  const Cvseq chain = {4, array};
+  const int used = FailEachAllocation("segmentation", [&](GlobalVar& g) {
+    Owned out;
+    KurvocvCvseqToSegcv(&chain, out.get(), &g);
+    EXPECT_EQ(out->data != nullptr, KurvoOk(&g));
+    return KurvoOk(&g) != 0;
+  });
+  EXPECT_EQ(used, 12);  // the list of members, 2 + 2 + 3 + 3 for their records, the result
+}
+
 }  // namespace
 }  // namespace kurvo_test

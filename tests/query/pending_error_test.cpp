@@ -85,6 +85,26 @@ const Row kRows[] = {
        return KurvocrCurveCurve(f.line.get(), f.bezier.get(), nullptr, nullptr, 0, &f.g) ==
               KURVO_FOUND;
      }},
+    {"KurvocvDeriv", true,
+     [](Fixture& f) {
+       KurvocvDeriv(f.line.get(), .5, f.p, &f.g);
+       return f.p[0] == 4;
+     }},
+    {"KurvocvNDeriv", true,
+     [](Fixture& f) {
+       KurvocvNDeriv(f.line.get(), .5, f.p, 1, &f.g);
+       return f.p[0] == 4;
+     }},
+    {"KurvocvCurvature", true,
+     [](Fixture& f) {
+       KurvocvCurvature(f.line.get(), .5, f.p, &f.g);
+       return f.p[0] == 0;
+     }},
+    {"KurvocvCurveLen", true,
+     [](Fixture& f) {
+       KurvocvCurveLen(f.line.get(), 0, 1, &f.number, &f.g);
+       return f.number == 4;
+     }},
     {"KurvocvDistPoint", true,
      [](Fixture& f) { return KurvocvDistPoint(f.line.get(), f.p, &f.number, &f.g) == 1; }},
     {"KurvofcPOntoCurve", false,
