@@ -122,7 +122,7 @@ bool IsPolynomial(const BezierView<4>& bezier, double tol) {
 
 template <int kOrders, std::size_t kDim>
 Derivatives LowDerivatives(const BezierView<kDim>& bezier, double t, double tol) {
-  const auto second_of = [t](auto d, const auto& points) {
+  const auto second_of = [&](auto d, const auto& points) {
     if constexpr (kOrders == 2)
       return SecondOf(d, t, points);
     else
