@@ -17,7 +17,6 @@ Owned Segmented(Chain& chain, int error) {
   return out;
 }
 
-constexpr double kPi = 3.14159265358979323846;
 
 // Widths and degrees of the pieces; rational ones have the degree negated.
 TEST(CvseqToSegcv, Table) {
