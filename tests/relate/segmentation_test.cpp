@@ -17,7 +17,6 @@ Owned Segmented(Chain& chain, int error) {
   return out;
 }
 
-
 // Widths and degrees of the pieces; rational ones have the degree negated.
 TEST(CvseqToSegcv, Table) {
   const struct {
