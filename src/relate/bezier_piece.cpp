@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 namespace kurvo {
 namespace {
@@ -22,14 +23,15 @@ Homogeneous Mix(Homogeneous a, Homogeneous b, double t) { return (1.0 - t) * a +
 Vec2 Mix(Vec2 a, Vec2 b, double t) { return (1.0 - t) * a + t * b; }
 
 // Value and the first two derivatives of a Bezier function by de Casteljau's algorithm, whose last
-// three points give them as differences.
+// three points give them as differences. `n` is a number, or a constant for loops that the compiler
+// unrolls.
 template <class Value>
 struct ValueJet {
   Value p, d1, d2;
 };
 
-template <class Value>
-ValueJet<Value> CasteljauJet(Value* work, int32_t n, double t) {
+template <class Value, class Degree>
+ValueJet<Value> CasteljauJet(Value* work, Degree n, double t) {
   for (int32_t level = n; level > 2; --level)
     for (int32_t i = 0; i < level; ++i) work[i] = Mix(work[i], work[i + 1], t);
   const double degree = n;
@@ -43,27 +45,52 @@ ValueJet<Value> CasteljauJet(Value* work, int32_t n, double t) {
   return jet;
 }
 
-Jet PlainJet(const BezierPiece& piece, double t) {
-  Vec2 work[kMaxPieceDegree + 1];
-  for (int32_t i = 0; i <= piece.degree; ++i) work[i] = Planar(piece.points[i]);
-  const auto jet = CasteljauJet(work, piece.degree, t);
-  return {jet.p, jet.d1, jet.d2};
+template <int32_t kDegree>
+using DegreeConstant = std::integral_constant<int32_t, kDegree>;
+
+// The jet of the function whose control values are load(point).
+template <class Load>
+auto JetOf(const BezierPiece& piece, double t, Load&& load) {
+  using Value = decltype(load(piece.points[0]));
+  const auto of_degree = [&]<class Degree>(Degree n, Value* work) {
+    for (int32_t i = 0; i <= n; ++i) work[i] = load(piece.points[i]);
+    return CasteljauJet(work, n, t);
+  };
+  Value few[4];
+  switch (piece.degree) {
+    case 1:
+      return of_degree(DegreeConstant<1>(), few);
+    case 2:
+      return of_degree(DegreeConstant<2>(), few);
+    case 3:
+      return of_degree(DegreeConstant<3>(), few);
+    default: {
+      Value many[kMaxPieceDegree + 1];
+      return of_degree(piece.degree, many);
+    }
+  }
 }
+
+ValueJet<Vec2> PlainJet(const BezierPiece& piece, double t) {
+  return JetOf(piece, t, [](const WeightedPoint& p) { return Planar(p); });
+}
+
+ValueJet<Homogeneous> HomogeneousJet(const BezierPiece& piece, double t) {
+  return JetOf(piece, t, [](const WeightedPoint& p) {
+    return Homogeneous{p.w * p.x, p.w * p.y, p.w};
+  });
+}
+
+Vec2 PlaneOf(Homogeneous a) { return {a.x, a.y}; }
 
 // C = N / W: C' = (N' - W' C) / W, C'' = (N'' - 2 W' C' - W'' C) / W.
 Jet RationalJet(const BezierPiece& piece, double t) {
-  Homogeneous work[kMaxPieceDegree + 1];
-  for (int32_t i = 0; i <= piece.degree; ++i) {
-    const WeightedPoint& p = piece.points[i];
-    work[i] = {p.w * p.x, p.w * p.y, p.w};
-  }
-  const auto h = CasteljauJet(work, piece.degree, t);
-  const auto planar = [](Homogeneous a) { return Vec2{a.x, a.y}; };
+  const ValueJet<Homogeneous> h = HomogeneousJet(piece, t);
   const double scale = 1.0 / h.p.w;
   Jet jet;
-  jet.p = scale * planar(h.p);
-  jet.d1 = scale * (planar(h.d1) - h.d1.w * jet.p);
-  jet.d2 = scale * (planar(h.d2) - 2.0 * h.d1.w * jet.d1 - h.d2.w * jet.p);
+  jet.p = scale * PlaneOf(h.p);
+  jet.d1 = scale * (PlaneOf(h.d1) - h.d1.w * jet.p);
+  jet.d2 = scale * (PlaneOf(h.d2) - 2.0 * h.d1.w * jet.d1 - h.d2.w * jet.p);
   return jet;
 }
 
@@ -77,10 +104,16 @@ WeightedPoint Middle(const WeightedPoint& a, const WeightedPoint& b, bool ration
 }  // namespace
 
 Jet JetAt(const BezierPiece& piece, double t) {
-  return piece.rational ? RationalJet(piece, t) : PlainJet(piece, t);
+  if (piece.rational) return RationalJet(piece, t);
+  const ValueJet<Vec2> jet = PlainJet(piece, t);
+  return {jet.p, jet.d1, jet.d2};
 }
 
-Vec2 PointAt(const BezierPiece& piece, double t) { return JetAt(piece, t).p; }
+Vec2 PointAt(const BezierPiece& piece, double t) {
+  if (!piece.rational) return PlainJet(piece, t).p;
+  const Homogeneous p = HomogeneousJet(piece, t).p;
+  return (1.0 / p.w) * PlaneOf(p);
+}
 
 void Halve(const WeightedPoint* points, int32_t degree, bool rational, WeightedPoint* left,
            WeightedPoint* right) {

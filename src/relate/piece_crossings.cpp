@@ -19,7 +19,7 @@ constexpr int kContactHalvings = 5;         // of both parts together before con
 constexpr int kNewtonSteps = 16;
 constexpr int kContactSteps = 30;
 constexpr int kApproachRounds = 4;
-constexpr double kParameterRounding = 4e-16;
+constexpr double kSettled = 1e-9;   // of a parameter: the next step would be rounding
 constexpr double kRestless = 1e-7;  // of a parameter: Newton's method has settled but for rounding
 constexpr double kInsideMargin = 1e-10;   // of a parameter, for roots at the joint of two parts
 constexpr double kSamePointReach = 0.01;  // parameters further apart are never the same crossing
@@ -148,32 +148,29 @@ class PieceSearch {
     const double share_a = std::clamp(Cross(between, chord_b) / det, 0.0, 1.0);
     const double share_b = std::clamp(Cross(between, chord_a) / det, 0.0, 1.0);
     Pair at{a.t0 + share_a * a.width(), b.t0 + share_b * b.width()};
-    if (!SolveCrossing(at, a, b) || !OnPiece(at.a) || !OnPiece(at.b)) return false;
-    Record(at, Shallow(at));
+    bool shallow = false;
+    if (!SolveCrossing(at, shallow, a, b) || !OnPiece(at.a) || !OnPiece(at.b)) return false;
+    Record(at, shallow);
     return Holds(a, at.a) && Holds(b, at.b);
-  }
-
-  bool Shallow(const Pair& at) const {
-    const Vec2 along_a = JetAt(a_, at.a).d1, along_b = JetAt(b_, at.b).d1;
-    const double sine = std::fabs(Cross(along_a, along_b)) / (Length(along_a) * Length(along_b));
-    return kShallowCrossing >= sine;
   }
 
   // Solves A(s) = B(t); false when the iteration leaves the neighbourhood of the parts or does not
   // settle. Rounding may keep it moving a little.
-  bool SolveCrossing(Pair& at, const PiecePart& a, const PiecePart& b) const {
-    double size = 1.0;
-    for (int step = 0; step < kNewtonSteps && size > kParameterRounding; ++step) {
+  bool SolveCrossing(Pair& at, bool& shallow, const PiecePart& a, const PiecePart& b) const {
+    for (int step = 0; step < kNewtonSteps; ++step) {
       const Jet jet_a = JetAt(a_, at.a), jet_b = JetAt(b_, at.b);
       const Vec2 gap = jet_b.p - jet_a.p;
       const double det = Cross(jet_a.d1, jet_b.d1);
       const Pair move{Cross(gap, jet_b.d1) / det, Cross(gap, jet_a.d1) / det};
       at = {at.a + move.a, at.b + move.b};
       if (!Near(at, a, b)) return false;
-      size = std::max(std::fabs(move.a), std::fabs(move.b));
-      if (step >= kNewtonSteps / 2 && size <= kInsideMargin) break;
+      const double size = std::max(std::fabs(move.a), std::fabs(move.b));
+      const bool last = step + 1 == kNewtonSteps && kRestless >= size;
+      if (!last && !(kSettled >= size)) continue;
+      shallow = kShallowCrossing * (Length(jet_a.d1) * Length(jet_b.d1)) >= std::fabs(det);
+      return tol_ >= Length(gap);
     }
-    return size <= kRestless && Close(at);
+    return false;
   }
 
   // Not further from the middle of the parts than twice their width; false for NaN.

@@ -77,6 +77,12 @@ inline double LargestGap(const Numbers& a, const Numbers& b) {
   return gap;
 }
 
+// Knots lie on a grid of 64ths of the domain, widths on one of eighths, and cuts between the points
+// of both: so near a knot that they would be moved onto it they never are.
+inline double RandomCut(Random& random, double low, double high) {
+  return (2 * std::floor(random.Uniform(low, high) * 2048) + 1) / 4096;
+}
+
 // Ends clamped or not, inner knots repeated up to `max_multiplicity` times.
 inline Owned RandomSplineOver(Random& random, bool rational, int order, double start, double end,
                               int max_multiplicity) {
@@ -89,7 +95,8 @@ inline Owned RandomSplineOver(Random& random, bool rational, int order, double s
   knots.push_back(start);
   const int spans = static_cast<int>(random.Uniform(1, 6));
   for (int i = 1; i < spans; ++i)
-    repeated(knots, start + (end - start) * (i + random.Uniform(-.3, .3)) / spans,
+    repeated(knots,
+             start + (end - start) * std::round(64 * (i + random.Uniform(-.3, .3)) / spans) / 64,
              static_cast<int>(random.Uniform(1, max_multiplicity + 1)));
   repeated(knots, end, clamped ? order : 1);
   for (int i = 1; i < order && !clamped; ++i) knots.push_back(end + i * .4);
@@ -129,7 +136,7 @@ inline Owned RandomCurve(Random& random, int32_t type, int max_degree, int level
     default: {
       constexpr int32_t kPieces[] = {CV_LINE,    CV_ARC,      CV_BEZIER, CV_RBEZIER,
                                      CV_BSPLINE, CV_RBSPLINE, CV_SEGCV};
-      const double width = random.Uniform(.3, .7);
+      const double width = std::floor(random.Uniform(3, 6)) / 8;
       std::vector<Owned> pieces;
       for (int i = 0; i < 2; ++i) {
         const auto kind = static_cast<std::size_t>(random.Uniform(0, levels > 1 ? 7 : 6));

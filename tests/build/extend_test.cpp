@@ -180,7 +180,7 @@ TEST(ExtendCurve, CompositesFollowTheirEndPieces) {
   SCOPED_TRACE(random.Trace());
   for (int round = 0; round < 100; ++round) {
     const Owned source = RandomCurve(random, CV_SEGCV, 3, 1);
-    const double a = random.Uniform(-.2, .05), b = random.Uniform(-.2, .05);
+    const double a = RandomCut(random, -.2, .05), b = RandomCut(random, -.2, .05);
     Globals g;
     const Owned result = Extend(*source, a, b, g);
     if (KurvoErrGet(&g) == KURVO_ERR_WEIGHT) continue;

@@ -28,7 +28,8 @@ class Pieces {
 Numbers RandomCuts(Random& random) {
   Numbers cuts;
   const int count = static_cast<int>(random.Uniform(1, 7));
-  for (int i = 1; i <= count; ++i) cuts.push_back((i + random.Uniform(-.45, .45)) / (count + 1));
+  for (int i = 1; i <= count; ++i)
+    cuts.push_back(RandomCut(random, (i - .45) / (count + 1), (i + .45) / (count + 1)));
   return cuts;
 }
 

@@ -74,7 +74,8 @@ void ExpectSameBits(const Curve& a, const Curve& b) {
   EXPECT_EQ(ControlPoints(a), ControlPoints(b));
 }
 
-// What has been inserted goes, what was there before stays.
+// What has been inserted goes, what was there before stays. The tolerance is tight: next to another
+// knot a knot that matters may hardly show at a fifth of the short interval.
 TEST(BsplRemoveKnots, UndoesInsertions) {
   Random random;
   SCOPED_TRACE(random.Trace());
@@ -87,7 +88,7 @@ TEST(BsplRemoveKnots, UndoesInsertions) {
     LongSpline refined(*source);
     const auto [start, length] = Domain(*source);
     for (int i = 0; i < 6; ++i) {
-      const double u = start + length * std::round(random.Uniform(1, 16)) / 17;
+      const double u = start + length * std::round(random.Uniform(1, 15)) / 16;
       const auto there = std::count(refined.knots.begin(), refined.knots.end(), L(u));
       // Next to a knot that carries a change, the two points a fifth away would not see that
       // change.
@@ -104,7 +105,7 @@ TEST(BsplRemoveKnots, UndoesInsertions) {
         refined.Insert(u);
     }
     const Owned dense = refined.Get(rational);
-    Globals g;
+    Globals g(1e-9);
     const Owned result = Removed(*dense, g);
     SCOPED_TRACE(testing::Message() << "round " << round << ", order " << order);
     EXPECT_EQ(Knots(*result), Knots(*source));
@@ -178,7 +179,7 @@ TEST(BsplRemoveKnots, AnswersAsForTheNormalisedCurve) {
     }
     const Owned want = Removed(*unit, g);
     const Numbers points = ControlPoints(*want);
-    EXPECT_LE(LargestGap(ControlPoints(*Removed(*wide, g)), points), 1e-12) << round;
+    EXPECT_EQ(ControlPoints(*Removed(*wide, g)), points) << round;
     EXPECT_EQ(ControlPoints(*Removed(*narrow, g)), points) << round;
     removed += SplineCount(*want) < SplineCount(*unit);
   }

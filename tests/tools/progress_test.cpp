@@ -28,7 +28,6 @@ class Terminal {
     tcgetattr(line_, &mode);
     mode.c_oflag &= ~static_cast<tcflag_t>(OPOST);
     tcsetattr(line_, TCSANOW, &mode);
-    fcntl(screen_, F_SETFL, O_NONBLOCK);
   }
   Terminal(const Terminal&) = delete;
   Terminal& operator=(const Terminal&) = delete;
@@ -38,11 +37,15 @@ class Terminal {
   }
 
   int Fd() const { return line_; }
-  // What was written since the last time.
+  // What was written since the last time: everything before a mark that follows it. What goes in
+  // at one end of a terminal comes out at the other in its own time, and in parts.
   std::string Read() const {
-    char buffer[4096];
-    const ssize_t length = read(screen_, buffer, sizeof buffer);
-    return length > 0 ? std::string(buffer, static_cast<std::size_t>(length)) : "";
+    constexpr char kMark = '\0';
+    EXPECT_EQ(write(line_, &kMark, 1), 1);
+    std::string text;
+    char byte = kMark;
+    while (read(screen_, &byte, 1) == 1 && byte != kMark) text += byte;
+    return text;
   }
 
  private:
