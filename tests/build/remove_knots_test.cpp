@@ -179,7 +179,7 @@ TEST(BsplRemoveKnots, AnswersAsForTheNormalisedCurve) {
     }
     const Owned want = Removed(*unit, g);
     const Numbers points = ControlPoints(*want);
-    EXPECT_EQ(ControlPoints(*Removed(*wide, g)), points) << round;
+    EXPECT_LE(LargestGap(ControlPoints(*Removed(*wide, g)), points), 1e-12) << round;
     EXPECT_EQ(ControlPoints(*Removed(*narrow, g)), points) << round;
     removed += SplineCount(*want) < SplineCount(*unit);
   }
