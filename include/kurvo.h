@@ -257,6 +257,13 @@ enum {
 /* Result of functions that did nothing: an argument is missing or an error is pending. */
 #define KURVO_REFUSED UINT32_C(0xFFFFFFFF)
 
+/* Results of KurvosfPntBoundForPlane. */
+enum {
+  KURVO_REGION_ON = 2,     /* the point lies on the boundary within epsilon */
+  KURVO_REGION_INSIDE = 3, /* inside the region */
+  KURVO_REGION_OUTSIDE = 4 /* outside, or the question could not be decided */
+};
+
 /* Results of KurvocrCurveCurve; KURVO_REFUSED too. */
 enum {
   KURVO_FOUND = 1,   /* at least one common point */
@@ -966,6 +973,24 @@ KURVO_API void KurvocvCvseqToSegcv(const Cvseq *seq, Curve *out, GlobalVar *g) K
  * 0, 0) at once. No allocation up to degree 39. Cost: linear in the curves and their pieces. */
 KURVO_API void KurvocvCvseqNormal(const Cvseq *seq, Coord centre, Coord normal,
                                   GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Tells whether a point lies on, inside or outside the region that a closed chain of curves bounds:
+ * inside is where the chain winds around the point, in either sense. The chain may run either way
+ * and start anywhere; each curve should start within epsilon of the end of the one before, else the
+ * line between the two counts as boundary.
+ * normal (in): of the plane, exactly (0, 0, 1); otherwise KURVO_REGION_OUTSIDE. seq (in): the
+ * chain; an open one, whose ends are further apart than epsilon, has points on it and outside. p
+ * (in): z counts for the vertices only. result (out): KURVO_REGION_ON, _INSIDE or _OUTSIDE. Errors:
+ * KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above 4095;
+ * KURVO_WARN_NO_ORIENTATION for a point off a straight closed chain, but in its box;
+ * KURVO_ERR_STACK_EMPTY for a point inside when the stack of epsilon is full, the result being
+ * right; KURVO_ERR_MEMORY. The result is otherwise KURVO_REGION_OUTSIDE, as for a null or empty
+ * chain and a NaN. Error pending: a point on a vertex is KURVO_REGION_ON, every other
+ * KURVO_REGION_OUTSIDE. No allocation up to degree 39; neither the chain nor the tolerances are
+ * touched. Cost: one look at every control point; only curves whose box holds the point are
+ * subdivided. */
+KURVO_API void KurvosfPntBoundForPlane(const Coord normal, const Cvseq *seq, const Coord p,
+                                       uint32_t *result, GlobalVar *g) KURVO_NOEXCEPT;
 
 #ifdef __cplusplus
 }

@@ -1,4 +1,6 @@
 // The centre of a chain of curves, and the sense in which it runs around it.
+#include "relate/chain_normal.h"
+
 #include <algorithm>
 #include <optional>
 
@@ -86,11 +88,16 @@ void ForEachLeafOf(const Cvseq& seq, GlobalVar& g, const Visit& visit) {
   for (int32_t i = 0; i < seq.count && !ErrorPending(g); ++i) ForEachLeaf(seq.curves[i], g, visit);
 }
 
+}  // namespace
+
 bool IsStraight(const Cvseq& seq, GlobalVar& g) {
   Straightness straightness(g);
-  ForEachLeafOf(seq, g, [&](const Curve& leaf) { straightness.Add(leaf); });
+  for (int32_t i = 0; i < seq.count && straightness.straight() && !ErrorPending(g); ++i)
+    ForEachLeaf(seq.curves[i], g, [&](const Curve& leaf) { straightness.Add(leaf); });
   return straightness.straight();
 }
+
+namespace {
 
 bool RunsCounterClockwise(const Cvseq& seq, const Centre& centre, GlobalVar& g) {
   const Vec2 q = Planar(centre.mean);

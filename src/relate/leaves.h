@@ -6,17 +6,23 @@
 
 namespace kurvo {
 
-// Calls visit(leaf) for the curve itself or, when it is a composite, for its pieces in order and
-// theirs. Records the bad-curve error for a record that cannot be right.
+// Calls visit(leaf, view) for the curve itself or, when it is a composite, for its pieces in order
+// and theirs. Records the bad-curve error for a record that cannot be right.
 template <class Visit>
-void ForEachLeaf(const Curve& curve, GlobalVar& g, const Visit& visit, int level = 0) {
-  VisitCurve(curve, Overloaded{[&](const auto&) { visit(curve); },
+void ForEachLeafView(const Curve& curve, GlobalVar& g, const Visit& visit, int level = 0) {
+  VisitCurve(curve, Overloaded{[&](const auto& view) { visit(curve, view); },
                                [&](const CompositeView& composite) {
                                  if (level >= kMaxNesting) return Fail(g, KURVO_ERR_CURVE);
                                  for (int32_t i = 0; i < composite.count; ++i)
-                                   ForEachLeaf(composite.curves[i], g, visit, level + 1);
+                                   ForEachLeafView(composite.curves[i], g, visit, level + 1);
                                },
                                [&](Refused) { Fail(g, KURVO_ERR_CURVE); }});
+}
+
+// The same for those who need the record alone: visit(leaf).
+template <class Visit>
+void ForEachLeaf(const Curve& curve, GlobalVar& g, const Visit& visit) {
+  ForEachLeafView(curve, g, [&](const Curve& leaf, const auto&) { visit(leaf); });
 }
 
 }  // namespace kurvo

@@ -130,6 +130,15 @@ const Row kRows[] = {
        KurvocvBoundBox(f.line.get(), f.box, &f.g);
        return f.box[3] == 4;
      }},
+    {"KurvosfPntBoundForPlane", true,
+     [](Fixture& f) {
+       const Owned back = Make("b 4 0 2 4 0 0");
+       Curve curves[] = {*f.line.get(), *back.get()};
+       const Cvseq closed{2, curves};
+       uint32_t result = 0;
+       KurvosfPntBoundForPlane(Point{0, 0, 1}, &closed, Point{2, 1, 0}, &result, &f.g);
+       return result == KURVO_REGION_INSIDE;
+     }},
     {"KurvoclSetEpsilon", false,
      [](Fixture& f) {
        KurvoclSetEpsilon(1e-3, 1e-3, &f.g);

@@ -1,0 +1,81 @@
+// How often a chain of curves winds around a point.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "calc/arc_span.h"
+#include "records/views.h"
+
+namespace kurvo {
+
+// Counts where a chain crosses the half-line from p to the right: upwards 1, downwards -1
+// (Alciatore and Miranda, "A Winding Number and Point-in-Polygon Algorithm", 1995). A height of
+// exactly p.y counts as below everywhere, so that vertices, touches and horizontal runs at the
+// height of p need no rules of their own. Curves are not crossed: whatever lies beside p altogether
+// counts by its ends, the rest is halved until it does or is straight. Where one curve does not end
+// exactly where the next one starts, the line between them is crossed too, so that the sum is a
+// whole number of turns.
+class WindingNumber {
+ public:
+  WindingNumber(Vec2 p, GlobalVar& g) : p_(p), tol_(g.epsilon), g_(g) {}
+
+  // The next curve of the chain. Returns true when p lies in the box of one of its leaves, grown by
+  // the tolerance. Records the bad-curve error for a record that cannot be right and a degree above
+  // 4095. Throws std::bad_alloc.
+  bool Add(const Curve& curve);
+
+  // True when p is within the tolerance of a curve; nothing more is counted then.
+  bool OnCurve() const { return on_curve_; }
+  // False when the halvings were not enough, for records that no number of them makes straight.
+  bool Decided() const { return work_left_ >= 0; }
+  // The number of turns, counter-clockwise positive, once the last curve is in.
+  int64_t Turns() const;
+
+ private:
+  // Where the box of some points lies, grown by the tolerance.
+  enum class Side { kAway, kRight, kAround };  // kAway: the half-line does not meet it
+
+  template <std::size_t kDim>
+  Side SideOf(const double (*points)[kDim], int32_t count) const;
+  int StepUp(Vec2 a, Vec2 b) const { return (b.y > p_.y) - (a.y > p_.y); }
+  int CrossLine(Vec2 a, Vec2 b) const;
+  bool OnLine(Vec2 a, Vec2 b) const;
+  int MeetLine(Vec2 a, Vec2 b);
+
+  void AddLine(const KurvoLine& line);
+  void AddArc(const KurvoArc& arc);
+  template <std::size_t kDim>
+  void AddBezier(const BezierView<kDim>& bezier);
+  template <std::size_t kDim>
+  void AddSpline(const SplineView<kDim>& spline);
+
+  int CrossArc(const KurvoArc& arc, Vec2 start, Vec2 end) const;
+  template <std::size_t kDim>
+  bool IsStraight(const double (*points)[kDim], int32_t n) const;
+  template <std::size_t kDim>
+  int HalveBezier(double (*points)[kDim], int32_t n, int depth);
+
+  // A piece that the half-line does not meet, and one that turns by `turns` from start to end.
+  void PassBy();
+  void Append(Vec2 start, Vec2 end, int turns);
+
+  // One end of a piece; `meets` is false for a piece that the half-line does not meet.
+  struct Joint {
+    bool meets = false;
+    Vec2 point;
+  };
+
+  const Vec2 p_;
+  const double tol_;
+  GlobalVar& g_;
+  int64_t turns_ = 0;
+  int64_t work_left_ = int64_t{1} << 28;  // mixes of two control points: some tenths of a second
+  bool started_ = false;
+  bool near_ = false;
+  bool on_curve_ = false;
+  Joint first_;
+  Joint last_;
+};
+
+}  // namespace kurvo

@@ -1,0 +1,316 @@
+// Points on, inside and outside closed chains.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "relate/closed_chains.h"
+
+namespace kurvo_test {
+namespace {
+
+constexpr uint32_t kOn = KURVO_REGION_ON, kIn = KURVO_REGION_INSIDE, kOut = KURVO_REGION_OUTSIDE;
+
+#define PI "3.14159265358979323846"
+
+// Chains that are read both ways, from every one of their curves on, and as one composite.
+class AllWays {
+ public:
+  explicit AllWays(const std::string& description) : chain_(description) {}
+
+  template <class Check>
+  void ForEach(const Check& check) {
+    Globals g;
+    for (int way = 0; way < 2; ++way) {
+      for (int i = 0; i < chain_.count(); ++i) {
+        std::rotate(&chain_[0], &chain_[0] + 1, &chain_[0] + chain_.count());
+        check(chain_.get(), way == 0 ? "as written" : "reversed");
+      }
+      KurvoSegcv block{};
+      Numbers widths(static_cast<std::size_t>(chain_.count()), .25);
+      block.count = chain_.count();
+      block.curves = &chain_[0];
+      block.widths = widths.data();
+      Curve composite{};
+      composite.type = CV_SEGCV;
+      composite.data = &block;
+      const Cvseq one{1, &composite};
+      check(&one, "composite");
+      for (int i = 0; i < chain_.count(); ++i) KurvocvChgOrder(&chain_[i], &g);
+      std::reverse(&chain_[0], &chain_[0] + chain_.count());
+    }
+  }
+
+ private:
+  Chain chain_;
+};
+
+// Each row's points share a height with a vertex, a horizontal run or a turning point.
+TEST(PntBoundForPlane, Table) {
+  const struct {
+    const char* chain;
+    std::vector<XY> inside, outside, on;
+  } rows[] = {
+      {"(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)",
+       {{2, 2}, {1e-5, 2}, {3.99999, 3.99999}},
+       {{-1, 0}, {5, 0}, {5, 4}, {-1e-5, 4}, {2, 4.00001}, {2, 9}},
+       {{0, 0}, {4, 4}, {2, 0}, {-5e-7, 2}, {4 + 5e-7, 4 + 5e-7}}},
+      // a diamond, then a W: the ray runs through tips and valleys
+      {"(l 2 0 0 2)(l 0 2 -2 0)(l -2 0 0 -2)(l 0 -2 2 0)",
+       {{0, 0}, {-1, 0}, {1.9999, 0}},
+       {{3, 0}, {-3, 0}, {1, 2}, {-1, -2}},
+       {{2, 0}, {1, 1}}},
+      {"(l 0 0 8 0)(l 8 0 8 4)(l 8 4 6 2)(l 6 2 4 4)(l 4 4 2 2)(l 2 2 0 4)(l 0 4 0 0)",
+       {{1, 2}, {4, 2}, {7, 2}, {.00001, 2}},
+       {{2, 4}, {6, 4}, {2, 3}, {6, 2.1}, {-1, 2}, {9, 2}, {-1, 4}, {9, 4}, {-1, 0}},
+       {{2, 2}, {4, 4}}},
+      // steps along the ray, with the interior above, below and on both sides
+      {"(l 0 0 2 0)(l 2 0 2 -1)(l 2 -1 4 -1)(l 4 -1 4 0)(l 4 0 6 0)(l 6 0 6 1)(l 6 1 5 1)(l 5 1 5 "
+       "2)(l 5 2 1 2)(l 1 2 1 1)(l 1 1 0 1)(l 0 1 0 0)",
+       {{3, 0}, {.5, .5}, {3, 1}, {2.5, -.5}},
+       {{-1, 0}, {7, 0}, {1, -1}, {5, -1}, {.5, 2}, {-1, 1}, {7, 1}, {5.5, 1.5}},
+       {{1, 0}, {5, 0}, {.5, 1}}},
+      {"(a 0 0 2 0 " PI ")(a 0 0 2 " PI " " PI ")",
+       {{0, 0}, {1.9999, 0}, {-1.9999, 0}, {0, 1.9999}, {0, -1.9999}},
+       {{3, 0}, {-3, 0}, {1, 2}, {-1, 2}, {1, -2}, {1.5, 1.5}},
+       {{2, 0}, {0, 2}, {0, 2 + 5e-7}, {1.2, 1.6}}},
+      // arcs only, of more than half a turn: two lenses side by side around one waist
+      {"(a 0 0 2 .5 5.28318530717958647692)(a 3.5103302475614909 0 2 3.64159265358979323846 "
+       "5.28318530717958647692)",
+       {{0, 0}, {3.5, 0}, {1.7551651237807455, 0}, {-1.9, 0}},
+       {{1.755, 1.5}, {1.755, 2}, {-3, 0}, {6, 0}},
+       {{-2, 0}, {0, 2}}},
+      // a drop of one curve, and a lens of two whose turning points lie on the ray
+      {"(b 0 0 3 0 0 3 0 0)", {{.5, .5}, {1, .4}}, {{1.5, 1.5}, {-1, 0}, {1, 0}}, {{0, 0}}},
+      {"(b -2 0 0 -3 2 0)(b 2 0 0 3 -2 0)",
+       {{0, 0}, {0, 1.4999}, {0, -1.4999}, {1.9, 0}},
+       {{1, 1.5}, {-1, 1.5}, {0, 1.50001}, {1, -1.5}, {-3, 0}, {3, 0}},
+       {{0, 1.5}, {-2, 0}}},
+      {"(r 2 0 1 2 4 .5 -2 0 1)(R -2 0 1 -2 -4 .5 2 0 1 | 0 0 0 1 1 1)",
+       {{0, 0}, {1.9, 0}, {-1.9, 0}},
+       {{-3, 0}, {3, 0}, {-1.9, 4}},
+       {{2, 0}}},
+      // a sliver
+      {"(l 0 0 1000 .01)(l 1000 .01 0 .02)(l 0 .02 0 0)",
+       {{1, .01}, {500, .01}, {900, .01}},
+       {{500, .004}, {500, .016}, {-1, .01}, {1001, .01}},
+       {{1000, .01}, {500, .005}}},
+  };
+  for (const auto& row : rows) {
+    AllWays(row.chain).ForEach([&](const Cvseq* seq, const char* way) {
+      Globals g;
+      for (XY p : row.inside)
+        EXPECT_EQ(Locate(seq, p, g), kIn) << row.chain << way << p.x << ' ' << p.y;
+      for (XY p : row.outside)
+        EXPECT_EQ(Locate(seq, p, g), kOut) << row.chain << way << p.x << ' ' << p.y;
+      for (XY p : row.on)
+        EXPECT_EQ(Locate(seq, p, g), kOn) << row.chain << way << p.x << ' ' << p.y;
+      EXPECT_EQ(KurvoErrGet(&g), 0) << row.chain;
+    });
+  }
+}
+
+// Polygons on a lattice, crossing themselves as often as not: every side in another disguise, every
+// answer exact.
+TEST(PntBoundForPlane, LatticePolygons) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  constexpr int kGrid = 6;
+  const auto side = [&](XY a, XY b) {
+    const XY u = {(2 * a.x + b.x) / 3, (2 * a.y + b.y) / 3};
+    switch (static_cast<int>(random.Uniform(0, 4))) {
+      case 0:
+        return LineBetween(a, b);
+      case 1:
+        return MakeFreeForm(CV_BEZIER, {a.x, a.y, u.x, u.y, u.x, u.y, b.x, b.y});
+      case 2:
+        return MakeFreeForm(CV_RBEZIER, {a.x, a.y, 1, u.x, u.y, 2, b.x, b.y, 3});
+      default:
+        return MakeFreeForm(CV_BSPLINE, {a.x, a.y, u.x, u.y, u.x, u.y, b.x, b.y},
+                            {0, 0, 0, .3, 1, 1, 1});
+    }
+  };
+  for (int round = 0; round < 150; ++round) {
+    std::vector<XY> corners(static_cast<std::size_t>(random.Uniform(3, 10)));
+    for (XY& c : corners)
+      c = {std::floor(random.Uniform(0, kGrid + 1)), std::floor(random.Uniform(0, kGrid + 1))};
+    std::vector<Owned> sides;
+    for (std::size_t i = 0; i < corners.size(); ++i)
+      sides.push_back(side(corners[i], corners[(i + 1) % corners.size()]));
+    Chain chain(std::move(sides));
+    for (int i = -1; i <= 2 * kGrid + 1; ++i)
+      for (int j = -1; j <= 2 * kGrid + 1; ++j) {
+        const XY p = {i / 2., j / 2.};
+        const View view = ViewFrom(p, corners);  // exact on half a grid, but for the distance
+        Globals g;
+        const uint32_t want = view.dist < 1e-9 ? kOn : view.turns != 0 ? kIn : kOut;
+        EXPECT_EQ(Locate(chain.get(), p, g), want)
+            << "round " << round << ": " << p.x << ' ' << p.y;
+      }
+  }
+}
+
+TEST(PntBoundForPlane, RandomChainsOfAllKinds) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  int answers[5] = {};
+  for (int round = 0; round < 150; ++round) {
+    std::vector<XY> corners(static_cast<std::size_t>(random.Uniform(1, 7)));
+    for (XY& c : corners) c = {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)};
+    std::vector<Owned> curves;
+    for (std::size_t i = 0; i < corners.size(); ++i)
+      curves.push_back(RandomBetween(random, corners[i], corners[(i + 1) % corners.size()]));
+    if (corners.size() == 1) curves[0] = MakeFreeForm(CV_BEZIER, {1, 1, 9, 2, 3, 8, -5, 4, 1, 1});
+    Chain chain(std::move(curves));
+    const std::vector<XY> polygon = Polyline(*chain.get(), 400);
+    for (int i = 0; i < 60; ++i) {
+      XY p = {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)};
+      if (i % 3 == 0) p.y = corners[static_cast<std::size_t>(i) % corners.size()].y;
+      const View view = ViewFrom(p, polygon);
+      if (view.dist < .1) continue;  // between the polygon and the curve
+      Globals g;
+      const uint32_t got = Locate(chain.get(), p, g);
+      EXPECT_EQ(got, view.turns != 0 ? kIn : kOut)
+          << "round " << round << ": " << p.x << ' ' << p.y;
+      EXPECT_LT(KurvoErrSeverity(KurvoErrGet(&g)), 2);  // some chains are a line there and back
+      if (got < 5) ++answers[got];
+    }
+  }
+  EXPECT_GT(answers[kIn], 1000);
+  EXPECT_GT(answers[kOut], 1000);
+}
+
+// Points at a distance from a curve that is known: half the tolerance, and twice.
+TEST(PntBoundForPlane, TheBoundaryIsAsWideAsTheTolerance) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int round = 0; round < 60; ++round) {
+    const XY a = {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)};
+    const XY b = {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)};
+    std::vector<Owned> curves;
+    curves.push_back(RandomBetween(random, a, b));
+    curves.push_back(LineBetween(b, a));
+    Chain chain(std::move(curves));
+    for (const double tol : {1e-6, 1e-4, .01}) {
+      Globals g;
+      KurvoclSetEpsilon(tol, tol, &g);
+      const double t = random.Uniform(.05, .95);
+      const Point p = PointAt(chain[0], t);
+      EXPECT_EQ(Locate(chain.get(), {p[0], p[1]}, g), kOn) << chain[0].type;
+      EXPECT_EQ(Locate(chain.get(), {p[0] + tol / 2, p[1]}, g), kOn);
+      const View view = ViewFrom({p[0] + 3 * tol, p[1]}, Polyline(*chain.get(), 20000));
+      const bool on = Locate(chain.get(), {p[0] + 3 * tol, p[1]}, g) == kOn;
+      EXPECT_FALSE(on && view.dist > 1.5 * tol) << round;
+    }
+  }
+}
+
+TEST(PntBoundForPlane, Refusals) {
+  Chain square("(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)"), open("(l 0 0 4 0)(l 4 0 4 4)"),
+      straight("(l 0 0 4 4)(l 4 4 0 0)"), unknown("(l 0 0 4 0)(l 4 0 0 0)"),
+      hollow("(l 0 0 4 0)(l 4 0 0 0)(e)"), deep("(l 0 0 4 0)(l 4 0 0 0)");
+  unknown[1].type = 17;
+  KurvocvFreeCurve(&deep[1]);
+  deep[1] = Nested(100).Release();
+  Cvseq none{}, no_array{2, nullptr}, negative{-1, square.get()->curves};
+  const struct {
+    const char* name;
+    const Cvseq* seq;
+    XY p;
+    int pending;
+    uint32_t result;
+    int error;
+  } rows[] = {
+      {"inside", square.get(), {1, 1}, 0, kIn, 0},
+      {"warning pending",
+       square.get(),
+       {1, 1},
+       KURVO_WARN_SHORT_VECTOR,
+       kIn,
+       KURVO_WARN_SHORT_VECTOR},
+      {"error pending", square.get(), {1, 1}, KURVO_ERR_TOLERANCE, kOut, KURVO_ERR_TOLERANCE},
+      {"error pending, edge", square.get(), {1, 0}, KURVO_ERR_TOLERANCE, kOut, KURVO_ERR_TOLERANCE},
+      {"error pending, vertex",
+       square.get(),
+       {4, 4},
+       KURVO_ERR_TOLERANCE,
+       kOn,
+       KURVO_ERR_TOLERANCE},
+      {"null", nullptr, {1, 1}, 0, kOut, 0},
+      {"empty", &none, {1, 1}, 0, kOut, 0},
+      {"no array", &no_array, {1, 1}, 0, kOut, 0},
+      {"negative count", &negative, {1, 1}, 0, kOut, 0},
+      {"NaN", square.get(), {kNaN, 1}, 0, kOut, 0},
+      {"infinite", square.get(), {1, kInfinity}, 0, kOut, 0},
+      {"open", open.get(), {3, 1}, 0, kOut, 0},
+      {"open, on it", open.get(), {3, 0}, 0, kOn, 0},
+      {"straight", straight.get(), {3, 1}, 0, kOut, KURVO_WARN_NO_ORIENTATION},
+      {"straight, on it", straight.get(), {3, 3}, 0, kOn, 0},
+      {"straight, far away", straight.get(), {5, 1}, 0, kOut, 0},
+      {"unknown type, on the curve before", unknown.get(), {1, 0}, 0, kOut, KURVO_ERR_CURVE},
+      {"no data", hollow.get(), {1, 1}, 0, kOut, KURVO_ERR_CURVE},
+      {"nested too deep", deep.get(), {1, 1}, 0, kOut, KURVO_ERR_CURVE},
+  };
+  for (const auto& row : rows) {
+    Globals g;
+    g.error = row.pending;
+    EXPECT_EQ(Locate(row.seq, row.p, g), row.result) << row.name;
+    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
+  }
+  for (const Point normal : {Point{0, 0, -1}, {0, 0, 2}, {1e-9, 0, 1}, {0, 0, kNaN}}) {
+    Globals g;
+    uint32_t result = 77;
+    KurvosfPntBoundForPlane(normal, square.get(), Point{1, 1, 0}, &result, &g);
+    EXPECT_EQ(result, kOut);
+  }
+}
+
+// z counts where vertices are compared.
+TEST(PntBoundForPlane, TheHeightCountsAtVerticesOnly) {
+  Chain square("(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)");
+  const Coord normal = {0, 0, 1};
+  const auto locate = [&](double x, double y, double z, int pending) {
+    Globals g;
+    g.error = pending;
+    uint32_t result = 77;
+    KurvosfPntBoundForPlane(normal, square.get(), Point{x, y, z}, &result, &g);
+    return result;
+  };
+  EXPECT_EQ(locate(1, 1, 9, 0), kIn);
+  EXPECT_EQ(locate(4, 4, 0, KURVO_ERR_TOLERANCE), kOn);
+  EXPECT_EQ(locate(4, 4, 9, KURVO_ERR_TOLERANCE), kOut);
+  EXPECT_EQ(locate(4, 4, 9, 0), kOn) << "by its distance, which is planar";
+}
+
+TEST(PntBoundForPlane, LeavesEverythingAsItWas) {
+  Chain chain("(l 0 0 0 4)(b 0 4 5 5 4 0)(l 4 0 0 0)");
+  const auto bytes = [](const void* p, std::size_t size) {
+    return std::string(static_cast<const char*>(p), size);
+  };
+  const auto state = [&] {
+    std::string all;
+    for (int i = 0; i < chain.count(); ++i) all += bytes(&chain[i], sizeof chain[i]);
+    all += bytes(chain[0].data, sizeof(KurvoLine)) + bytes(FreeForm(chain[1]).points, 72);
+    return all;
+  };
+  const std::string chain_before = state();
+  Globals g;
+  KurvoclPushEpsilon(3e-6, &g);
+  const Globals g_before = g;
+  EXPECT_EQ(Locate(chain.get(), {1, 1}, g), kIn);
+  EXPECT_EQ(std::memcmp(&g, &g_before, sizeof g), 0);
+  EXPECT_EQ(state(), chain_before);
+
+  while (g.depth < KURVO_STACK_SIZE) KurvoclPushEpsilon(1e-5, &g);
+  Globals full = g;
+  EXPECT_EQ(Locate(chain.get(), {1, 1}, g), kIn);
+  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_STACK_EMPTY) << "there was nowhere to save the tolerance";
+  full.error = KURVO_ERR_STACK_EMPTY;
+  EXPECT_EQ(std::memcmp(&g, &full, sizeof g), 0);
+  KurvoErrReset(&g);
+  EXPECT_EQ(Locate(chain.get(), {-1, 1}, g), kOut);
+  EXPECT_EQ(KurvoErrGet(&g), 0);
+}
+
+}  // namespace
+}  // namespace kurvo_test
