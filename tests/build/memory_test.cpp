@@ -184,6 +184,22 @@ TEST(Memory, OfMeasurements) {
   });
 }
 
+// An unclamped end of high order; without memory nothing moves.
+TEST(Memory, OfEndMoves) {
+  Random random;
+  Numbers knots(260);
+  for (std::size_t i = 0; i < knots.size(); ++i) knots[i] = static_cast<double>(i);
+  Owned cv = MakeFreeForm(CV_RBSPLINE, RandomPoints(random, 130, true), knots);
+  const int used = FailEachAllocation("end move", [&](GlobalVar& g) {
+    const FreeForm form(*cv);
+    const double middle = form.points[65 * 4];
+    KurvocvMvStartPoint(cv.get(), Point{1, 2, 0}, &g);
+    EXPECT_EQ(form.points[65 * 4] != middle, KurvoOk(&g) != 0);
+    return KurvoOk(&g) != 0;
+  });
+  EXPECT_GT(used, 0);
+}
+
 TEST(Memory, OfChains) {
   Owned curves[] = {
       Make("l 0 0 1 0"), Make("a 1 1 1 -1.57079632679489661923 1.57079632679489661923"),
