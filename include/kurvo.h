@@ -212,6 +212,8 @@ enum {
   KURVO_ERR_CHAIN_CONVERT = 0x7A5052,    /* curve of a chain that no composite can represent */
   KURVO_WARN_NO_ORIENTATION = 0x764C51,  /* warning: empty or straight chain has no orientation */
   KURVO_ERR_DERIVATIVE_ORDER = 0x629852, /* order of a derivative out of range */
+  KURVO_ERR_FIT_MISSING = 0x75AC52,      /* spline through points: no points, or fewer than two */
+  KURVO_ERR_FIT_POINTS = 0x77B852,       /* spline through points: order or points refused */
   KURVO_ERR_ZERO_WEIGHT = 0x754852,      /* a weight that is 0 within epsilon */
   KURVO_ERR_SHORT_TANGENT = 0x7BA452,    /* tangent too short to have a curvature */
   KURVO_WARN_SHORT_VECTOR = 0x7BA451,    /* warning: vector too short to have a direction */
@@ -901,6 +903,34 @@ KURVO_API void KurvocvExtendCurve(const Curve *curve, double a, double b, Curve 
  * Cost: O(count order^2). */
 KURVO_API void KurvocvBsplRemoveKnots(const Curve *curve, Curve *result,
                                       GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
+ * Interpolation
+ * ------------------------------------------------------------------------------------------- */
+
+/* Makes a B-spline of the given order that passes through points.
+ * points (in): `count` triples x, y, z; z is not used. count (in): at least 2. order (in): 2 to
+ * count, at most 4096. result (out): a CV_BSPLINE with a control point for each point, z = 0;
+ * emptied first, without freeing what it held, and empty on failure. The caller frees it with
+ * KurvocvFreeCurve.
+ * The curve starts at the first point, ends at the last one and is at point i at the parameter that
+ * is the length of the polygon through the points up to there, as a share of the whole; its domain
+ * is [0, 1], its inner knots are the means of order - 1 neighbouring parameters. Order 2 is the
+ * polygon. Points on a line give a straight curve.
+ * Where the shortest leg is less than 1e-13 of the polygon, and where the control points would be
+ * more than 1e8 times as large as the points, so that rounding would carry the curve off them, the
+ * parameters are spread evenly; where that is no better, as for most points of orders above 30, the
+ * points themselves are the control points, and the curve follows them without passing through
+ * them. Points nearer than 1e-6 in parameter are passed all the same, but are one to
+ * KurvocvPosition.
+ * Errors: KURVO_ERR_FIT_MISSING for null points or result and count < 2; KURVO_ERR_FIT_POINTS for
+ * order < 2, order > count, order > 4096, a coordinate (z too) that is not finite, and two
+ * consecutive points that are the same within epsilon in x and y; KURVO_ERR_MEMORY. Error pending:
+ * `result` is empty.
+ * Cost: O(count order^2), O(count order) memory; 100000 points of order 4 take a few milliseconds.
+ */
+KURVO_API void KurvocvGenBspl(const double *points, int32_t count, int32_t order, Curve *result,
+                              GlobalVar *g) KURVO_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
  * Relations
