@@ -214,6 +214,8 @@ enum {
   KURVO_ERR_DERIVATIVE_ORDER = 0x629852, /* order of a derivative out of range */
   KURVO_ERR_SCALE = 0x77C452,            /* scale factor that is not positive */
   KURVO_ERR_ROTATED_TYPE = 0xD53,        /* fatal: curve type that KurvocvRotate does not know */
+  KURVO_ERR_FIT_MISSING = 0x75AC52,      /* spline through points: no points, or fewer than two */
+  KURVO_ERR_FIT_POINTS = 0x77B852,       /* spline through points: order or points refused */
   KURVO_ERR_ZERO_WEIGHT = 0x754852,      /* a weight that is 0 within epsilon */
   KURVO_ERR_SHORT_TANGENT = 0x7BA452,    /* tangent too short to have a curvature */
   KURVO_WARN_SHORT_VECTOR = 0x7BA451,    /* warning: vector too short to have a direction */
@@ -963,6 +965,33 @@ KURVO_API void KurvocvMvStartPoint(Curve *curve, const Coord delta, GlobalVar *g
 
 /* As KurvocvMvStartPoint, for the end: end point, last control point, last piece. */
 KURVO_API void KurvocvMvEndPoint(Curve *curve, const Coord delta, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
+ * Interpolation
+ * ------------------------------------------------------------------------------------------- */
+
+/* Makes a B-spline of the given order that passes through points.
+ * points (in): `count` triples x, y, z; z is not used. count (in): at least 2. order (in): 2 to
+ * count, at most 4096. result (out): a CV_BSPLINE with a control point for each point, z = 0;
+ * emptied first, without freeing what it held, and empty on failure. The caller frees it with
+ * KurvocvFreeCurve.
+ * The curve starts at the first point, ends at the last one and is at point i at the parameter that
+ * is the length of the polygon through the points up to there, as a share of the whole; its domain
+ * is [0, 1], its inner knots are the means of order - 1 neighbouring parameters. Order 2 is the
+ * polygon. Points on a line give a straight curve.
+ * Where the shortest leg is less than 1e-13 of the polygon, and where the control points would be
+ * more than 1e8 times as large as the points, so that rounding would carry the curve off them, the
+ * parameters are spread evenly. Where that is no better, as for most points of orders above 30, no
+ * curve in doubles passes through the points, and they are refused. Points nearer than 1e-6 in
+ * parameter are passed all the same, but are one to KurvocvPosition.
+ * Errors: KURVO_ERR_FIT_MISSING for null points or result and count < 2; KURVO_ERR_FIT_POINTS for
+ * order < 2, order > count, order > 4096, a coordinate (z too) that is not finite, two consecutive
+ * points that are the same within epsilon in x and y, and points that no curve can pass;
+ * KURVO_ERR_MEMORY. Error pending: `result` is empty.
+ * Cost: O(count order^2), O(count order) memory; 100000 points of order 4 take a few milliseconds.
+ */
+KURVO_API void KurvocvGenBspl(const double *points, int32_t count, int32_t order, Curve *result,
+                              GlobalVar *g) KURVO_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
  * Relations

@@ -163,6 +163,20 @@ TEST(Memory, OfDivisionsAndExtensions) {
   });
 }
 
+TEST(Memory, OfInterpolation) {
+  Numbers points;
+  for (int i = 0; i < 100; ++i) points.insert(points.end(), {1.0 * i, 0.1 * (i % 7), 0});
+  for (const int order : {2, 4, 5, 70}) {  // beyond 64 basis values need memory as well
+    const int used = FailEachAllocation("interpolation", [&](GlobalVar& g) {
+      Owned result;
+      KurvocvGenBspl(points.data(), 100, order, result.get(), &g);
+      EXPECT_EQ(result->data != nullptr, KurvoOk(&g)) << order;
+      return KurvoErrGet(&g) != KURVO_ERR_MEMORY;  // the highest order is refused in the end
+    });
+    EXPECT_GE(used, 2) << order;
+  }
+}
+
 // Degrees, orders and chains beyond what lies on the stack.
 TEST(Memory, OfMeasurements) {
   Random random;

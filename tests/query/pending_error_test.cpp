@@ -85,6 +85,12 @@ const Row kRows[] = {
        return KurvocrCurveCurve(f.line.get(), f.bezier.get(), nullptr, nullptr, 0, &f.g) ==
               KURVO_FOUND;
      }},
+    {"KurvocvGenBspl", true,
+     [](Fixture& f) {
+       const double points[] = {0, 0, 0, 1, 1, 0};
+       KurvocvGenBspl(points, 2, 2, f.out.get(), &f.g);
+       return f.out->data != nullptr;
+     }},
     {"KurvocvDeriv", true,
      [](Fixture& f) {
        KurvocvDeriv(f.line.get(), .5, f.p, &f.g);
