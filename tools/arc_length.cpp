@@ -5,7 +5,7 @@
 namespace kurvo::tools {
 namespace {
 
-constexpr int kHalvings = 40;
+constexpr int kHalvings = 30;
 
 }  // namespace
 

@@ -9,8 +9,10 @@
 namespace kurvo::tools {
 namespace {
 
-// Teeth along a stretch as long as the drawing, but no fewer and no more on one curve.
+// Teeth along a stretch as long as the drawing, or fewer so that all curves together have about so
+// many; but no fewer and no more on one curve.
 constexpr double kTeethPerExtent = 200;
+constexpr double kTeethInAll = 50000;
 constexpr int kFewestTeeth = 12;
 constexpr int kMostTeeth = 400;
 
@@ -28,15 +30,28 @@ struct Tooth {
 
 double Size(Point v) { return std::hypot(v.x, v.y); }
 
+template <class Step>
+void ForEachCurve(const Drawing& drawing, const Step& step) {
+  for (const Shape& shape : drawing.shapes) {
+    for (const Outline& outline : shape.outlines) {
+      for (const OwnedCurve& curve : outline.curves) step(curve);
+    }
+  }
+}
+
 class CombMaker {
  public:
-  CombMaker(Library& library, double extent) : library_(library), extent_(extent) {}
+  // `total` is the length of all curves.
+  CombMaker(Library& library, double extent, double total)
+      : library_(library),
+        extent_(extent),
+        teeth_per_unit_(std::min(kTeethPerExtent / extent, kTeethInAll / total)) {}
 
   void Add(const OwnedCurve& curve) {
     if (curve.Type() == CV_LINE) return;
     const ArcLength length(library_, curve);
     const auto count = static_cast<int>(
-        std::clamp<double>(kTeethPerExtent * length.Total() / extent_, kFewestTeeth, kMostTeeth));
+        std::clamp<double>(teeth_per_unit_ * length.Total(), kFewestTeeth, kMostTeeth));
     combs_.emplace_back();
     for (int i = 0; i <= count; ++i) {
       const double t = length.ParameterAt(length.Total() * i / count);
@@ -93,18 +108,18 @@ class CombMaker {
 
   Library& library_;
   const double extent_;
+  const double teeth_per_unit_;
   std::vector<std::vector<Tooth>> combs_;
 };
 
 }  // namespace
 
 std::vector<Comb> CombsOf(Library& library, const Drawing& drawing, double extent) {
-  CombMaker maker(library, extent);
-  for (const Shape& shape : drawing.shapes) {
-    for (const Outline& outline : shape.outlines) {
-      for (const OwnedCurve& curve : outline.curves) maker.Add(curve);
-    }
-  }
+  if (!(extent > 0)) return {};
+  double total = 0;
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) { total += LengthOf(library, curve, 0, 1); });
+  CombMaker maker(library, extent, total);
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) { maker.Add(curve); });
   return maker.Take();
 }
 
