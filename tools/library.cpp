@@ -90,6 +90,19 @@ OwnedCurve OwnedCurve::Converted(Library& library, const OwnedCurve& source, int
   return curve;
 }
 
+std::vector<OwnedCurve> OwnedCurve::Divided(Library& library, const OwnedCurve& source,
+                                            std::vector<double> parameters) {
+  const CvParam list = {static_cast<std::int32_t>(parameters.size()), parameters.data()};
+  std::vector<OwnedCurve> curves(parameters.size() + 1);
+  Cvseq pieces;
+  KurvocvNDivide(source.Get(), &list, &pieces, library.State());
+  for (std::size_t i = 0; i < curves.size() && pieces.count > 0; ++i)
+    std::swap(curves[i].curve_, pieces.curves[i]);
+  KurvocvFreeCvseq(&pieces);
+  library.Check();
+  return curves;
+}
+
 Point PositionOf(Library& library, const OwnedCurve& curve, double t) {
   Coord p;
   KurvocvPosition(curve.Get(), t, p, library.State());
@@ -132,6 +145,31 @@ std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Poi
   library.Check();
   if (result != KURVO_ON_CURVE) return std::nullopt;
   return t;
+}
+
+double LengthOf(Library& library, const OwnedCurve& curve, double from, double to) {
+  double length = 0;
+  KurvocvCurveLen(curve.Get(), from, to, &length, library.State());
+  library.Check();
+  return length;
+}
+
+Point DerivativeOf(Library& library, const OwnedCurve& curve, double t, int n) {
+  Coord v = {0, 0, 0};
+  KurvocvNDeriv(curve.Get(), t, v, n, library.State());
+  library.Check();
+  return Take(v);
+}
+
+std::optional<Point> CurvatureOf(Library& library, const OwnedCurve& curve, double t) {
+  Coord v = {0, 0, 0};
+  KurvocvCurvature(curve.Get(), t, v, library.State());
+  if (KurvoErrGet(library.State()) == KURVO_ERR_SHORT_TANGENT) {
+    KurvoErrReset(library.State());
+    return std::nullopt;
+  }
+  library.Check();
+  return Take(v);
 }
 
 std::string_view TypeName(int type) {

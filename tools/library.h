@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "affine.h"
 
@@ -59,6 +60,9 @@ class OwnedCurve {
   static OwnedCurve RationalQuadratic(Point p0, Point p1, double weight1, Point p2);
   // The same points in a record of another type. Throws LibraryError when there is none.
   static OwnedCurve Converted(Library& library, const OwnedCurve& source, int type);
+  // The parts between the parameters, which ascend from 0 to 1; one that has no length is a point.
+  static std::vector<OwnedCurve> Divided(Library& library, const OwnedCurve& source,
+                                         std::vector<double> parameters);
 
  private:
   // The new data block; throws std::bad_alloc.
@@ -75,6 +79,14 @@ int DegreeOf(Library& library, const OwnedCurve& curve);
 bool IsPoint(Library& library, const OwnedCurve& curve);
 // The parameter of a point that lies on the curve within the length tolerance.
 std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p);
+
+// The length between two parameters; that of stretches of a free-form curve is no closer than the
+// library finds it, about a thousandth of a unit each.
+double LengthOf(Library& library, const OwnedCurve& curve, double from, double to);
+// The derivative of order n.
+Point DerivativeOf(Library& library, const OwnedCurve& curve, double t, int n);
+// 1 / radius towards the centre of curvature; nothing where the tangent is too short to have one.
+std::optional<Point> CurvatureOf(Library& library, const OwnedCurve& curve, double t);
 
 // "line", "arc", "Bezier" or "rational Bezier".
 std::string_view TypeName(int type);

@@ -183,6 +183,19 @@ TEST(Deriv, OfHighDegree) {
       EXPECT_NEAR(v[1], 2 * t, 1e-11) << degree;
       EXPECT_NEAR(w[1], 2, 1e-7) << degree;
     }
+    // A little beyond the ends the Bernstein polynomials still add up to no more than e^2 or so.
+    for (int k = 1; k <= 4 && degree > k + 1; ++k) {
+      for (const double t : {-1 / (d - k), 1 + 1 / (d - k)}) {
+        Globals g;
+        Point p;
+        KurvocvPosition(cv.get(), t, p, &g);
+        const Point v = Deriv(cv.get(), t, g), w = NDeriv(cv.get(), t, 2, g);
+        EXPECT_NEAR(p[0], t, 1e-11) << degree;
+        EXPECT_NEAR(p[1], t * t, 1e-11) << degree;
+        EXPECT_NEAR(v[1], 2 * t, 1e-9) << degree;
+        EXPECT_NEAR(w[1], 2, 1e-6) << degree;
+      }
+    }
   }
 }
 
