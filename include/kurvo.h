@@ -994,6 +994,43 @@ KURVO_API void KurvocvGenBspl(const double *points, int32_t count, int32_t order
                               GlobalVar *g) KURVO_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
+ * Offset
+ * ------------------------------------------------------------------------------------------- */
+
+/* The curve at a constant distance from a curve, on one side of it: one piece after the other.
+ * curve (in).
+ * normal (in): of the plane, along z: x and y within epsilon of 0, z not.
+ * distance (in, length): a positive one goes to the side of normal x tangent, the left of travel
+ * for (0, 0, 1), a negative one to the other side.
+ * tolerance (in, length, >= 0): how far a piece that is not exact may be from the distance at equal
+ * parameters. Its distance from the curve is then right within twice that, where the distance is
+ * below the radius of curvature; beyond it the result turns back on itself, as true offsets do.
+ * result (out): free with KurvocvFreeCvseq. Emptied on entry without freeing what it held. Pieces
+ * follow the direction of the curve. Of a smooth curve each ends where the next one begins; at
+ * corners they part, and nothing is put in or cut off there.
+ *   of a line        a line, moved by the normal as it is given: one of length 2 moves it twice as
+ *                    far
+ *   of an arc        the concentric arc; nothing when its radius would be 0 or less
+ *   of Bezier kinds  pieces of the same type, one degree higher: one for a straight curve and
+ *                    otherwise about angle turned / 4 times sqrt(|distance| / tolerance), the angle
+ *                    in radians; 20 to 30 at a cusp
+ *   of B-splines     such pieces, Bezier or rational Bezier curves, of every span
+ *   of a composite   such pieces of its Bezier and rational Bezier pieces up to the first piece of
+ *                    any other type, where it ends
+ * A Bezier curve is cut in halves down to 1/16384 of its parameters and within epsilon of one
+ * point, and all of the result into about 5000 pieces, or 64 of every span where those are more;
+ * what is left then is taken as it is. At a cusp the result changes sides. A handle that is not
+ * longer than epsilon has the direction of the one behind it; a curve that is a point gives
+ * nothing, a line with KURVO_WARN_SHORT_VECTOR.
+ * Empty without an error: a null or empty curve, another normal, a tolerance that is negative,
+ * values that are not finite in any argument or in the result.
+ * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above 38;
+ * KURVO_ERR_MEMORY. Error pending: empty.
+ * Cost: for each piece O(degree^2). */
+KURVO_API void KurvocvOffsetCurve(const Curve *curve, const Coord normal, double distance,
+                                  double tolerance, Cvseq *result, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
  * Relations
  * ------------------------------------------------------------------------------------------- */
 

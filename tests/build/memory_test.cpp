@@ -1,4 +1,5 @@
-// Conversion, division, extension and matching when memory runs out: every allocation fails once.
+// Conversion, division, extension, offset and matching when memory runs out: every allocation fails
+// once.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -174,6 +175,25 @@ TEST(Memory, OfInterpolation) {
       return KurvoErrGet(&g) != KURVO_ERR_MEMORY;  // the highest order is refused in the end
     });
     EXPECT_GE(used, 2) << order;
+  }
+}
+
+// One curve of each type, offset.
+TEST(Memory, OfOffsets) {
+  for (const char* text :
+       {"l 0 0 1 2", "a 0 0 1 0 1", "b 0 0 1 2 3 1 0 0", "r 0 0 1 1 2 2 3 1 1",
+        "B 0 0 1 2 3 2 5 0 | 0 0 0 .3 1 1 1", "R 0 0 1 2 2 1 4 4 1 | 0 0 .5 1 1",
+        "c .3 .7 (b 0 0 1 2 5 3)(r 5 3 1 6 2 1)"}) {
+    const Owned source = Make(text);
+    const int used = FailEachAllocation(text, [&](GlobalVar& g) {
+      Cvseq pieces;
+      KurvocvOffsetCurve(source.get(), Point{0, 0, 1}, .1, 1e-3, &pieces, &g);
+      const bool done = pieces.count > 0;
+      EXPECT_EQ(done, KurvoOk(&g) != 0) << text;
+      KurvocvFreeCvseq(&pieces);
+      return done;
+    });
+    EXPECT_GT(used, 1) << text;
   }
 }
 

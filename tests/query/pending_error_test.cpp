@@ -78,6 +78,11 @@ const Row kRows[] = {
        f.out.get()->type = CV_BEZIER;
        return KurvocvConvert(f.line.get(), f.out.get(), &f.g) == KURVO_CONVERTED;
      }},
+    {"KurvocvOffsetCurve", true,
+     [](Fixture& f) {
+       KurvocvOffsetCurve(f.line.get(), Point{0, 0, 1}, 1, 0, &f.copy, &f.g);
+       return f.copy.count == 1;
+     }},
     {"KurvocvMatch", true,
      [](Fixture& f) { return KurvocvMatch(f.line.get(), f.line.get(), &f.g) == KURVO_MATCH_SAME; }},
     {"KurvocrCurveCurve", true,
