@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "affine.h"
 
@@ -59,6 +60,9 @@ class OwnedCurve {
   static OwnedCurve RationalQuadratic(Point p0, Point p1, double weight1, Point p2);
   // The same points in a record of another type. Throws LibraryError when there is none.
   static OwnedCurve Converted(Library& library, const OwnedCurve& source, int type);
+  // The pieces of the source `distance` to its left, where y points down. Throws LibraryError.
+  static std::vector<OwnedCurve> Offset(Library& library, const OwnedCurve& source, double distance,
+                                        double tolerance);
 
  private:
   // The new data block; throws std::bad_alloc.

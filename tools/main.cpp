@@ -1,5 +1,5 @@
-// The command-line client: reads outlines, prints what they are made of, draws, intersects and
-// measures them.
+// The command-line client: reads outlines, prints what they are made of, draws, intersects,
+// measures and offsets them.
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
@@ -10,6 +10,7 @@
 #include "input_error.h"
 #include "intersect_command.h"
 #include "measure_command.h"
+#include "offset_command.h"
 
 namespace kurvo::tools {
 namespace {
@@ -20,8 +21,8 @@ constexpr int kBadInput = 2;  // the drawing cannot be read
 
 int Run(int argc, char** argv) {
   CLI::App app(
-      "Reads outlines as curve records, shows what they are made of, draws, intersects and "
-      "measures them.",
+      "Reads outlines as curve records, shows what they are made of, draws, intersects, "
+      "measures and offsets them.",
       "kurvo");
   app.set_version_flag("--version", "kurvo " KURVO_VERSION);
   app.require_subcommand(1);
@@ -31,12 +32,13 @@ int Run(int argc, char** argv) {
   app.footer(
       "Examples:\n  kurvo draw part.svg -o curves.svg\n"
       "  kurvo intersect part.svg tool.svg -o crossings.svg\n"
-      "  kurvo measure part.svg --near 120,45\n\n"
+      "  kurvo measure part.svg --near 120,45\n"
+      "  kurvo offset part.svg -d 2 -o offset.svg\n\n"
       "Exit status: 0 done; 1 wrong options, or the output cannot be written; 2 the drawing cannot "
       "be\nread. Each fault is one line on standard error; no output file is then made or "
       "changed.");
-  const Command commands[] = {AddDrawCommand(app), AddIntersectCommand(app),
-                              AddMeasureCommand(app)};
+  const Command commands[] = {AddDrawCommand(app), AddIntersectCommand(app), AddMeasureCommand(app),
+                              AddOffsetCommand(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
