@@ -1017,16 +1017,15 @@ KURVO_API void KurvocvGenBspl(const double *points, int32_t count, int32_t order
  *   of B-splines     such pieces, Bezier or rational Bezier curves, of every span
  *   of a composite   such pieces of its Bezier and rational Bezier pieces up to the first piece of
  *                    any other type, where it ends
- * A Bezier curve is cut in halves down to 1/16384 of its parameters and within epsilon of one
- * point, and all of the result into about 5000 pieces, or 64 of every span where those are more;
- * what is left then is taken as it is. At a cusp the result changes sides. A handle that is not
- * longer than epsilon has the direction of the one behind it; a curve that is a point gives
- * nothing, a line with KURVO_WARN_SHORT_VECTOR.
- * Empty without an error: a null or empty curve, another normal, a tolerance that is negative,
- * values that are not finite in any argument or in the result.
- * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above 38;
- * KURVO_ERR_MEMORY. Error pending: empty.
- * Cost: for each piece O(degree^2). */
+ * A Bezier curve is cut in halves down to 1/16384 of its parameters, or until it lies within
+ * epsilon of one point; where that made more than 5000 pieces of all the result, less deep, but
+ * into 64 of every span if need be. What is left then is taken as it is. At a cusp the result
+ * changes sides. A handle that is not longer than epsilon has the direction of the one behind it; a
+ * curve that is a point gives nothing, a line with KURVO_WARN_SHORT_VECTOR. Empty without an error:
+ * a null or empty curve, another normal, a tolerance that is negative, values that are not finite
+ * in any argument or in the result. Errors: KURVO_ERR_CURVE for an unknown type, a record that
+ * cannot be right and a degree above 38; KURVO_ERR_MEMORY. Error pending: empty. Cost: for each
+ * piece O(degree^2). */
 KURVO_API void KurvocvOffsetCurve(const Curve *curve, const Coord normal, double distance,
                                   double tolerance, Cvseq *result, GlobalVar *g) KURVO_NOEXCEPT;
 

@@ -103,6 +103,21 @@ std::vector<OwnedCurve> OwnedCurve::Divided(Library& library, const OwnedCurve& 
   return curves;
 }
 
+std::vector<OwnedCurve> OwnedCurve::Offset(Library& library, const OwnedCurve& source,
+                                           double distance, double tolerance) {
+  const Coord into_the_picture = {0, 0, -1};
+  Cvseq sequence;
+  KurvocvOffsetCurve(source.Get(), into_the_picture, distance, tolerance, &sequence,
+                     library.State());
+  library.Check();
+  std::vector<OwnedCurve> pieces(static_cast<std::size_t>(sequence.count));
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    std::swap(pieces[i].curve_, sequence.curves[i]);
+  }
+  KurvocvFreeCvseq(&sequence);
+  return pieces;
+}
+
 Point PositionOf(Library& library, const OwnedCurve& curve, double t) {
   Coord p;
   KurvocvPosition(curve.Get(), t, p, library.State());

@@ -63,6 +63,9 @@ class OwnedCurve {
   // The parts between the parameters, which ascend from 0 to 1; one that has no length is a point.
   static std::vector<OwnedCurve> Divided(Library& library, const OwnedCurve& source,
                                          std::vector<double> parameters);
+  // The pieces of the source `distance` to its left, where y points down. Throws LibraryError.
+  static std::vector<OwnedCurve> Offset(Library& library, const OwnedCurve& source, double distance,
+                                        double tolerance);
 
  private:
   // The new data block; throws std::bad_alloc.

@@ -1,5 +1,5 @@
 // The command-line client: reads outlines, prints what they are made of, draws, intersects,
-// measures and splits them.
+// measures, splits and offsets them.
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
@@ -11,6 +11,7 @@
 #include "intersect_command.h"
 #include "locate_command.h"
 #include "measure_command.h"
+#include "offset_command.h"
 #include "split_command.h"
 
 namespace kurvo::tools {
@@ -22,8 +23,8 @@ constexpr int kBadInput = 2;  // the drawing cannot be read
 
 int Run(int argc, char** argv) {
   CLI::App app(
-      "Reads outlines as curve records, shows what they are made of, draws, intersects, measures "
-      "and splits them.",
+      "Reads outlines as curve records, shows what they are made of, draws, intersects, measures, "
+      "splits and offsets them.",
       "kurvo");
   app.set_version_flag("--version", "kurvo " KURVO_VERSION);
   app.require_subcommand(1);
@@ -34,13 +35,15 @@ int Run(int argc, char** argv) {
       "Examples:\n  kurvo draw part.svg -o curves.svg\n"
       "  kurvo intersect part.svg tool.svg -o crossings.svg\n"
       "  kurvo measure part.svg --near 120,45\n"
-      "  kurvo locate part.svg 10,20 --grid 100 -o region.svg\n"
-      "  kurvo split part.svg --parts 12 -o pieces.svg\n\n"
+      "  kurvo locate part.svg 10,20 --grid 90 -o region.svg\n"
+      "  kurvo split part.svg --parts 12 -o pieces.svg\n"
+      "  kurvo offset part.svg -d 2 -o offset.svg\n\n"
       "Exit status: 0 done; 1 wrong options, or the output cannot be written; 2 the drawing cannot "
       "be\nread. Each fault is one line on standard error; no output file is then made or "
       "changed.");
-  const Command commands[] = {AddDrawCommand(app), AddIntersectCommand(app), AddLocateCommand(app),
-                              AddMeasureCommand(app), AddSplitCommand(app)};
+  const Command commands[] = {AddDrawCommand(app),    AddIntersectCommand(app),
+                              AddLocateCommand(app),  AddMeasureCommand(app),
+                              AddOffsetCommand(app),  AddSplitCommand(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

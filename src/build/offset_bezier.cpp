@@ -2,6 +2,7 @@
 #include "build/offset_bezier.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -14,7 +15,9 @@
 namespace kurvo {
 namespace {
 
-constexpr int kMaxDepth = 14;  // halvings of one curve, one in another
+// Halvings of one curve, one in another. Where that makes too many pieces the curve is halved less
+// often, so that they are spread evenly.
+constexpr int kMaxDepth = 14;
 
 // Parameters at which the distance is compared: 0, 0.1, ... 1.
 constexpr int kSamples = 11;
@@ -49,17 +52,19 @@ double WeightOf(const double (&p)[4]) { return p[3]; }
 template <std::size_t kDim>
 class BezierOffset {
  public:
-  BezierOffset(int32_t degree, const OffsetTask& task, OwnedSequence& pieces)
+  BezierOffset(int32_t degree, const OffsetTask& task, int max_depth, OwnedSequence& pieces)
       : degree_(degree),
         task_(task),
+        max_depth_(max_depth),
         basis_(degree),
         inner_basis_(degree - 1),
         slack_(task.tolerance + kRounding * std::fabs(task.distance)),
-        most_pieces_(std::max(kMaxOffsetPieces, pieces.size() + kLeastOffsetPieces)),
+        most_pieces_(pieces.size() + task.most_pieces),
         pieces_(pieces) {}
 
   // Offsets a curve, whose control points it may change, `depth` halvings below the whole one.
-  void Add(double (*points)[kDim], int depth) {
+  // False when that makes too many pieces.
+  bool Add(double (*points)[kDim], int depth) {
     Vec2 polygon[kMaxOffsetPoints];
     Vec2 moves[kMaxOffsetPoints];
     for (int32_t i = 0; i <= degree_; ++i) polygon[i] = Planar(points[i]);
@@ -67,7 +72,7 @@ class BezierOffset {
       return MovePolygon(polygon, degree_, task_.distance, ShortestLeg(polygon, depth),
                          task_.epsilon, sharpest, moves);
     };
-    if (!move(SharpestTurn::kChecked)) return;
+    if (!move(SharpestTurn::kChecked)) return true;
     if (KeepsDistance(points, moves) && MovesSideways(points, polygon, moves))
       return Append(points, moves);
     if (MustStand(polygon, depth)) {
@@ -76,8 +81,7 @@ class BezierOffset {
     }
     double before[kMaxOffsetPoints][kDim];
     SplitBezier(points, degree_, 0.5, before);
-    Add(before, depth + 1);
-    Add(points, depth + 1);
+    return Add(before, depth + 1) && Add(points, depth + 1);
   }
 
  private:
@@ -152,13 +156,14 @@ class BezierOffset {
 
   // True where halving ends although the distance is not right.
   bool MustStand(const Vec2* polygon, int depth) const {
-    if (depth >= kMaxDepth || pieces_.size() >= most_pieces_) return true;
+    if (depth >= max_depth_) return true;
     return std::all_of(polygon + 1, polygon + degree_ + 1, [&](Vec2 p) {
       return SamePoint(OnPlane(p), OnPlane(polygon[0]), task_.epsilon);
     });
   }
 
-  void Append(const double (*points)[kDim], const Vec2* moves) {
+  bool Append(const double (*points)[kDim], const Vec2* moves) {
+    if (pieces_.size() >= most_pieces_) return false;
     pieces_.push_back(NewBezier<kDim>(degree_, [&](double(*to)[kDim]) {
       for (int32_t i = 0; i <= degree_; ++i) {
         to[i][0] = points[i][0] + moves[i].x;
@@ -167,10 +172,12 @@ class BezierOffset {
         if constexpr (kDim == 4) to[i][3] = points[i][3];
       }
     }));
+    return true;
   }
 
   const int32_t degree_;
   const OffsetTask& task_;
+  const int max_depth_;
   const Bernstein basis_;
   const Bernstein inner_basis_;
   const double slack_;
@@ -178,11 +185,10 @@ class BezierOffset {
   OwnedSequence& pieces_;
 };
 
-}  // namespace
-
+// False, with no piece left, when halving to that depth makes too many.
 template <std::size_t kDim>
-void OffsetBezier(const double (*points)[kDim], int32_t degree, const OffsetTask& task,
-                  OwnedSequence& pieces) {
+bool OffsetToDepth(const double (*points)[kDim], int32_t degree, const OffsetTask& task,
+                   int max_depth, OwnedSequence& pieces) {
   double raised[kMaxOffsetPoints][kDim];
   FlattenPoints(points, degree + 1, raised);
   ToHomogeneous(raised, degree + 1);
@@ -190,7 +196,20 @@ void OffsetBezier(const double (*points)[kDim], int32_t degree, const OffsetTask
   ToCartesian(raised, degree + 2);
   FlattenPoint(points[0], raised[0]);  // weights must not round the ends
   FlattenPoint(points[degree], raised[degree + 1]);
-  BezierOffset<kDim>(degree + 1, task, pieces).Add(raised, 0);
+  const std::size_t before = pieces.size();
+  if (BezierOffset<kDim>(degree + 1, task, max_depth, pieces).Add(raised, 0)) return true;
+  pieces.resize(before);
+  return false;
+}
+
+}  // namespace
+
+template <std::size_t kDim>
+void OffsetBezier(const double (*points)[kDim], int32_t degree, const OffsetTask& task,
+                  OwnedSequence& pieces) {
+  const int even_depth = static_cast<int>(std::bit_width(task.most_pieces)) - 1;
+  if (!OffsetToDepth(points, degree, task, kMaxDepth, pieces))
+    OffsetToDepth(points, degree, task, even_depth, pieces);
 }
 
 template void OffsetBezier(const double (*)[3], int32_t, const OffsetTask&, OwnedSequence&);

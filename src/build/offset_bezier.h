@@ -9,13 +9,14 @@
 namespace kurvo {
 
 struct OffsetTask {
-  double distance;   // to the left of travel
-  double tolerance;  // of the distance, length
-  double epsilon;    // the length tolerance in force
+  double distance;          // to the left of travel
+  double tolerance;         // of the distance, length
+  double epsilon;           // the length tolerance in force
+  std::size_t most_pieces;  // that one Bezier curve may become, at least kLeastOffsetPieces
 };
 
-// Pieces that one Bezier curve may always be cut into, and those of all the curves of one result,
-// which one of them may use up. Without them tolerance 0 would go on to 2^depth pieces.
+// Tolerance 0 would go on to 2^14 pieces of every curve. One result has about this many at most, or
+// the least number times the Bezier curves that it is made of.
 constexpr std::size_t kMaxOffsetPieces = 5000;
 constexpr std::size_t kLeastOffsetPieces = 64;
 

@@ -1,4 +1,5 @@
 // The offset operation of the free-form evaluators.
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 
@@ -14,8 +15,11 @@ namespace kurvo {
 namespace {
 
 // A polygon's offset does not depend on the length of the normal, only on its sense.
-OffsetTask TaskOf(Vec3 normal, double distance, double tolerance, const GlobalVar& g) {
-  return {normal.z < 0.0 ? -distance : distance, tolerance, g.epsilon};
+OffsetTask TaskOf(Vec3 normal, double distance, double tolerance, const OwnedSequence& before,
+                  const GlobalVar& g) {
+  const std::size_t left = kMaxOffsetPieces - std::min(kMaxOffsetPieces, before.size());
+  return {normal.z < 0.0 ? -distance : distance, tolerance, g.epsilon,
+          std::max(kLeastOffsetPieces, left)};
 }
 
 template <std::size_t kDim>
@@ -31,7 +35,7 @@ bool OffsetFreeForm(const BezierView<kDim>& bezier, const OffsetTask& task, Owne
 
 // Offsets the Bezier piece of each span.
 template <std::size_t kDim>
-bool OffsetFreeForm(const SplineView<kDim>& spline, const OffsetTask& task, OwnedSequence& pieces,
+bool OffsetFreeForm(const SplineView<kDim>& spline, OffsetTask task, OwnedSequence& pieces,
                     GlobalVar& g) {
   const int32_t degree = spline.order - 1;
   if (degree > kMaxOffsetDegree) {
@@ -47,6 +51,7 @@ bool OffsetFreeForm(const SplineView<kDim>& spline, const OffsetTask& task, Owne
     next += order;
     return piece;
   });
+  if (spans > 0) task.most_pieces = std::max(kLeastOffsetPieces, task.most_pieces / spans);
   for (std::size_t i = 0; i < spans; ++i)
     OffsetBezier(points.get() + i * order, degree, task, pieces);
   return true;
@@ -56,22 +61,22 @@ bool OffsetFreeForm(const SplineView<kDim>& spline, const OffsetTask& task, Owne
 
 bool PBezCurve::Offset(Vec3 normal, double distance, double tolerance,
                        OwnedSequence& pieces) const {
-  return OffsetFreeForm(bezier_, TaskOf(normal, distance, tolerance, g_), pieces, g_);
+  return OffsetFreeForm(bezier_, TaskOf(normal, distance, tolerance, pieces, g_), pieces, g_);
 }
 
 bool PRationalBezCurve::Offset(Vec3 normal, double distance, double tolerance,
                                OwnedSequence& pieces) const {
-  return OffsetFreeForm(bezier_, TaskOf(normal, distance, tolerance, g_), pieces, g_);
+  return OffsetFreeForm(bezier_, TaskOf(normal, distance, tolerance, pieces, g_), pieces, g_);
 }
 
 bool PBSplineCurve::Offset(Vec3 normal, double distance, double tolerance,
                            OwnedSequence& pieces) const {
-  return OffsetFreeForm(spline_, TaskOf(normal, distance, tolerance, g_), pieces, g_);
+  return OffsetFreeForm(spline_, TaskOf(normal, distance, tolerance, pieces, g_), pieces, g_);
 }
 
 bool PRationalBSplineCurve::Offset(Vec3 normal, double distance, double tolerance,
                                    OwnedSequence& pieces) const {
-  return OffsetFreeForm(spline_, TaskOf(normal, distance, tolerance, g_), pieces, g_);
+  return OffsetFreeForm(spline_, TaskOf(normal, distance, tolerance, pieces, g_), pieces, g_);
 }
 
 }  // namespace kurvo

@@ -180,10 +180,9 @@ TEST(Memory, OfInterpolation) {
 
 // One curve of each type, offset.
 TEST(Memory, OfOffsets) {
-  for (const char* text :
-       {"l 0 0 1 2", "a 0 0 1 0 1", "b 0 0 1 2 3 1 0 0", "r 0 0 1 1 2 2 3 1 1",
-        "B 0 0 1 2 3 2 5 0 | 0 0 0 .3 1 1 1", "R 0 0 1 2 2 1 4 4 1 | 0 0 .5 1 1",
-        "c .3 .7 (b 0 0 1 2 5 3)(r 5 3 1 6 2 1)"}) {
+  for (const char* text : {"l 0 0 1 2", "a 0 0 1 0 1", "b 0 0 1 2 3 1 0 0", "r 0 0 1 1 2 2 3 1 1",
+                           "B 0 0 1 2 3 2 5 0 | 0 0 0 .3 1 1 1", "R 0 0 1 2 2 1 4 4 1 | 0 0 .5 1 1",
+                           "c .3 .7 (b 0 0 1 2 5 3)(r 5 3 1 6 2 1)"}) {
     const Owned source = Make(text);
     const int used = FailEachAllocation(text, [&](GlobalVar& g) {
       Cvseq pieces;

@@ -132,6 +132,16 @@ TEST(OffsetCurve, OfLinesAndArcsIsExact) {
   }
 }
 
+// The leg between the repeated points has no direction of its own: it goes up, as the one behind
+// it.
+TEST(OffsetCurve, GivesShortLegsTheDirectionFurtherIn) {
+  const Owned curve = Make("b 0 0 5 0 5 0 5 0 5 6 5 12");
+  const Offset pieces(*curve, 1, 1e9);
+  ASSERT_EQ(pieces.size(), 1);
+  const Owned expected = Make("b 0 1 4.16666666666666667 1 4 1 4 0 4 2 4 7 4 12");
+  EXPECT_LE(LargestGap(ControlPoints(pieces[0]), ControlPoints(*expected)), 1e-14 * 16);
+}
+
 constexpr double kCrossed = 75e-12;  // coordinates of the moved legs are up to 75
 
 // With a tolerance that takes anything, the one piece shows the moved polygon: its inner points are
