@@ -113,6 +113,11 @@ const Row kRows[] = {
      }},
     {"KurvocvDistPoint", true,
      [](Fixture& f) { return KurvocvDistPoint(f.line.get(), f.p, &f.number, &f.g) == 1; }},
+    {"KurvocvDistCurve", true,
+     [](Fixture& f) {
+       const Owned other = Make("l 1 2 3 2");
+       return KurvocvDistCurve(f.line.get(), other.get(), &f.number, nullptr, &f.g) == 2;
+     }},
     {"KurvofcPOntoCurve", false,
      [](Fixture& f) {
        KurvofcPOntoCurve(f.line.get(), f.p, &f.g);
