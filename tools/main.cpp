@@ -6,7 +6,9 @@
 #include <new>
 #include <string>
 
+#include "distance_command.h"
 #include "draw_command.h"
+#include "fit_command.h"
 #include "input_error.h"
 #include "intersect_command.h"
 #include "measure_command.h"
@@ -16,12 +18,12 @@ namespace {
 
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;   // wrong options, or the output could not be written
-constexpr int kBadInput = 2;  // the drawing cannot be read
+constexpr int kBadInput = 2;  // the input cannot be read
 
 int Run(int argc, char** argv) {
   CLI::App app(
       "Reads outlines as curve records, shows what they are made of, draws, intersects and "
-      "measures them.",
+      "measures them, and fits curves to points.",
       "kurvo");
   app.set_version_flag("--version", "kurvo " KURVO_VERSION);
   app.require_subcommand(1);
@@ -31,12 +33,14 @@ int Run(int argc, char** argv) {
   app.footer(
       "Examples:\n  kurvo draw part.svg -o curves.svg\n"
       "  kurvo intersect part.svg tool.svg -o crossings.svg\n"
-      "  kurvo measure part.svg --near 120,45\n\n"
-      "Exit status: 0 done; 1 wrong options, or the output cannot be written; 2 the drawing cannot "
+      "  kurvo measure part.svg --near 120,45\n"
+      "  kurvo distance part.svg tool.svg -o links.svg\n"
+      "  kurvo fit points.csv --order 4 -o curve.svg\n\n"
+      "Exit status: 0 done; 1 wrong options, or the output cannot be written; 2 the input cannot "
       "be\nread. Each fault is one line on standard error; no output file is then made or "
       "changed.");
-  const Command commands[] = {AddDrawCommand(app), AddIntersectCommand(app),
-                              AddMeasureCommand(app)};
+  const Command commands[] = {AddDrawCommand(app), AddIntersectCommand(app), AddMeasureCommand(app),
+                              AddDistanceCommand(app), AddFitCommand(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
