@@ -12,13 +12,17 @@
 namespace kurvo {
 namespace {
 
-// Coordinates whose squares neither overflow nor vanish are used as they are.
-constexpr double kLargestUnscaled = 0x1p400;
-constexpr double kSmallestUnscaled = 0x1p-400;
+// Coordinates whose fourth powers neither overflow nor vanish are used as they are.
+constexpr double kLargestUnscaled = 0x1p240;
+constexpr double kSmallestUnscaled = 0x1p-240;
+constexpr int kMaxExponent = 1000;  // of the scale
 
+// The power of two that the coordinates are multiplied by.
 double ScaleFor(double largest) {
-  if (!(largest > kLargestUnscaled) && !(largest < kSmallestUnscaled)) return 1.0;
-  return largest > 0.0 ? std::ldexp(1.0, -std::ilogb(largest)) : 1.0;
+  if (largest > kLargestUnscaled) return std::ldexp(kLargestUnscaled, -std::ilogb(largest));
+  if (kSmallestUnscaled > largest && largest > 0.0)
+    return std::ldexp(1.0, std::min(-std::ilogb(largest), kMaxExponent));
+  return 1.0;
 }
 
 // Looks at pairs of pieces in the order of their distance, as far as the boxes around them tell.
