@@ -1067,6 +1067,23 @@ KURVO_API uint32_t KurvocvMatch(const Curve *a, const Curve *b, GlobalVar *g) KU
 KURVO_API uint32_t KurvocrCurveCurve(const Curve *a, const Curve *b, CvParam *pa, CvParam *pb,
                                      int32_t mode, GlobalVar *g) KURVO_NOEXCEPT;
 
+/* The least distance between two bounded curves of any types, in the plane.
+ * a, b (in). ta, tb (out, either may be null): the parameters, in each curve's own domain, of the
+ * points where it is reached; of several the one of the smallest ta, of these that of the smallest
+ * tb. Along one contact of touching curves it is where they are closest.
+ * Result: the distance; 0.0 for curves that cross or come within epsilon of each other. Exact but
+ * for rounding between lines and arcs, otherwise right to epsilon. 0.0 with nothing written on
+ * failure, for a null curve, one without data and one without points: a composite without pieces,
+ * or coordinates that are all not finite. Bezier pieces with a number that is not finite take no
+ * part. Where curves are so nearly parallel, or so many pieces lie within each other's reach, that
+ * the search does not end in some tenths of a second, the nearest pair found by then counts.
+ * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above
+ * 63; KURVO_ERR_MEMORY. Error pending: 0.0 at once.
+ * Cost: closed formulas for lines and arcs; otherwise branch and bound over the Bezier pieces,
+ * linear in their number for collecting them, O(log n) for each that is near. */
+KURVO_API double KurvocvDistCurve(const Curve *a, const Curve *b, double *ta, double *tb,
+                                  GlobalVar *g) KURVO_NOEXCEPT;
+
 /* Joins a chain of at least two curves into one composite of Bezier and rational Bezier pieces that
  * runs over [0, 1] in proportion to arc length: each curve takes the share of its length, divided
  * among its pieces as in its own composite form. Lines become Bezier curves of degree 1; everything

@@ -81,6 +81,29 @@ OwnedCurve OwnedCurve::RationalQuadratic(Point p0, Point p1, double weight1, Poi
   return curve;
 }
 
+OwnedCurve OwnedCurve::Through(Library& library, const std::vector<Point>& points, int order) {
+  std::vector<double> coordinates;
+  coordinates.reserve(3 * points.size());
+  for (const Point p : points) coordinates.insert(coordinates.end(), {p.x, p.y, 0});
+  OwnedCurve curve;
+  KurvocvGenBspl(coordinates.data(), static_cast<int32_t>(points.size()), order, &curve.curve_,
+                 library.State());
+  library.Check();
+  return curve;
+}
+
+OwnedCurve OwnedCurve::Composite(Library& library, const std::vector<const OwnedCurve*>& pieces) {
+  OwnedCurve curve;
+  auto* block = static_cast<KurvoSegcv*>(
+      curve.Allocate(CV_SEGCV, static_cast<int>(pieces.size())));  // its pieces are empty so far
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    block->widths[i] = 1;
+    KurvocvCopyCurve(pieces[i]->Get(), block->curves + i, library.State());
+    library.Check();
+  }
+  return curve;
+}
+
 OwnedCurve OwnedCurve::Converted(Library& library, const OwnedCurve& source, int type) {
   OwnedCurve curve;
   curve.curve_.type = type;
@@ -185,6 +208,14 @@ std::optional<Point> CurvatureOf(Library& library, const OwnedCurve& curve, doub
   }
   library.Check();
   return Take(v);
+}
+
+Closest ClosestOn(Library& library, const OwnedCurve& first, const OwnedCurve& second) {
+  Closest closest = {0, 0, 0};
+  closest.distance =
+      KurvocvDistCurve(first.Get(), second.Get(), &closest.first, &closest.second, library.State());
+  library.Check();
+  return closest;
 }
 
 std::string_view TypeName(int type) {

@@ -164,6 +164,20 @@ TEST(Memory, OfDivisionsAndExtensions) {
   });
 }
 
+TEST(Memory, OfCurveDistances) {
+  Random random;
+  const Owned high = MakeFreeForm(CV_BEZIER, RandomPoints(random, 50, false)),
+              chain = Make("c 1 1 (l 9 9 20 9)(B 20 9 21 22 23 9 25 20 | 0 0 0 .3 1 1 1)");
+  const int used = FailEachAllocation("distance", [&](GlobalVar& g) {
+    double ta = -77;
+    const double dist = KurvocvDistCurve(high.get(), chain.get(), &ta, nullptr, &g);
+    EXPECT_EQ(dist > 0, KurvoOk(&g)) << dist;
+    EXPECT_EQ(ta != -77, KurvoOk(&g));
+    return KurvoOk(&g) != 0;
+  });
+  EXPECT_GT(used, 6);
+}
+
 TEST(Memory, OfInterpolation) {
   Numbers points;
   for (int i = 0; i < 100; ++i) points.insert(points.end(), {1.0 * i, 0.1 * (i % 7), 0});

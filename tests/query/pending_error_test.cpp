@@ -148,6 +148,11 @@ const Row kRows[] = {
        KurvocvScale(f.line.get(), f.p, Point{0, 0, 0}, 2, &f.g);
        return f.line.block<KurvoLine>().start[0] == -1;
      }},
+    {"KurvocvDistCurve", true,
+     [](Fixture& f) {
+       const Owned other = Make("l 1 2 3 2");
+       return KurvocvDistCurve(f.line.get(), other.get(), &f.number, nullptr, &f.g) == 2;
+     }},
     {"KurvofcPOntoCurve", false,
      [](Fixture& f) {
        KurvofcPOntoCurve(f.line.get(), f.p, &f.g);
