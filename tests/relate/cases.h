@@ -3,7 +3,7 @@
 
 #include <numbers>
 
-#include "relate/intersection.h"
+#include "relate/brute_force.h"
 
 namespace kurvo_test {
 

@@ -1,5 +1,5 @@
 // Intersections of random curves against brute force: every pair of kinds, size and mode.
-#include "relate/intersection.h"
+#include "relate/brute_force.h"
 
 namespace kurvo_test {
 namespace {
