@@ -31,6 +31,13 @@ struct Pair {
   double b;
 };
 
+// Newton's method and the halvings take time with the square of the degree.
+int64_t CostOfPair(int32_t n, int32_t m) {
+  constexpr int64_t kCheapSquares =
+      32;  // the sum of two squares of degrees that costs as much again
+  return 1 + (int64_t{n} * n + int64_t{m} * m) / kCheapSquares;
+}
+
 bool OnPiece(double t) { return t >= -kInsideMargin && 1.0 + kInsideMargin >= t; }
 
 // Within a part, joints included.
@@ -40,8 +47,15 @@ bool Holds(const PiecePart& part, double t) {
 
 class PieceSearch {
  public:
-  PieceSearch(const BezierPiece& a, const BezierPiece& b, double tol, Crossings& found)
-      : a_(a), b_(b), tol_(tol), found_(found), first_found_(found.size()) {
+  PieceSearch(const BezierPiece& a, const BezierPiece& b, double tol, int64_t& effort,
+              Crossings& found)
+      : a_(a),
+        b_(b),
+        tol_(tol),
+        effort_(effort),
+        pair_cost_(CostOfPair(a.degree, b.degree)),
+        found_(found),
+        first_found_(found.size()) {
     const std::size_t needed = 2 * static_cast<std::size_t>(kMaxHalvings + 2) *
                                static_cast<std::size_t>(std::max(a.degree, b.degree) + 1);
     if (needed > stack_arena_.size()) heap_arena_.resize(needed);
@@ -101,7 +115,8 @@ class PieceSearch {
   void Search(const PiecePart& a, const PiecePart& b, Quest quest, int halvings) {
     const double slack = quest == Quest::kAnything ? tol_ : rounding_;
     if (overlap_ || BoxesApart(a.box, b.box, slack)) return;
-    if (++pairs_ > kMaxPairs) return;
+    if (++pairs_ > kMaxPairs || effort_ < 0) return;
+    effort_ -= pair_cost_;
     if (pairs_ > kOverlapPairs) CheckOverlap();
     if (overlap_ || StripApart(a, b, slack) || StripApart(b, a, slack)) return;
 
@@ -272,6 +287,8 @@ class PieceSearch {
   const BezierPiece& a_;
   const BezierPiece& b_;
   const double tol_;
+  int64_t& effort_;
+  const int64_t pair_cost_;
   Crossings& found_;
   const std::size_t first_found_;
   double rounding_ = 0.0;
@@ -286,9 +303,9 @@ class PieceSearch {
 
 }  // namespace
 
-Common FindPieceCrossings(const BezierPiece& a, const BezierPiece& b, double tol,
+Common FindPieceCrossings(const BezierPiece& a, const BezierPiece& b, double tol, int64_t& effort,
                           Crossings& found) {
-  return PieceSearch(a, b, tol, found).Run();
+  return PieceSearch(a, b, tol, effort, found).Run();
 }
 
 }  // namespace kurvo
