@@ -212,6 +212,10 @@ enum {
   KURVO_ERR_CHAIN_CONVERT = 0x7A5052,    /* curve of a chain that no composite can represent */
   KURVO_WARN_NO_ORIENTATION = 0x764C51,  /* warning: empty or straight chain has no orientation */
   KURVO_ERR_DERIVATIVE_ORDER = 0x629852, /* order of a derivative out of range */
+  KURVO_ERR_SCALE = 0x77C452,            /* scale factor that is not positive */
+  KURVO_ERR_ROTATED_TYPE = 0xD53,        /* fatal: curve type that KurvocvRotate does not know */
+  KURVO_ERR_FIT_MISSING = 0x75AC52,      /* spline through points: no points, or fewer than two */
+  KURVO_ERR_FIT_POINTS = 0x77B852,       /* spline through points: order or points refused */
   KURVO_ERR_ZERO_WEIGHT = 0x754852,      /* a weight that is 0 within epsilon */
   KURVO_ERR_SHORT_TANGENT = 0x7BA452,    /* tangent too short to have a curvature */
   KURVO_WARN_SHORT_VECTOR = 0x7BA451,    /* warning: vector too short to have a direction */
@@ -909,6 +913,86 @@ KURVO_API void KurvocvExtendCurve(const Curve *curve, double a, double b, Curve 
  * Cost: O(count order^2). */
 KURVO_API void KurvocvBsplRemoveKnots(const Curve *curve, Curve *result,
                                       GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
+ * Transforms and end-point moves
+ *
+ * In place: curve (in/out). The defining points move: ends of a line, centre and ends of an arc,
+ * control points, and those of all pieces of a composite; weights, knots and widths never change.
+ * A null curve, and a curve or piece without data, is left alone, without an error.
+ * Errors: KURVO_ERR_CURVE for an unknown type and a record that cannot be right. The curve is then
+ * untouched, but for the pieces of a composite that come before the one at fault. The transforms
+ * run whatever error is pending. Cost: linear in the control points.
+ *
+ * Identities
+ *   T1  the point of the transformed curve at t is the transform of its point at t
+ *   T2  rotating by a and then by b about one centre is rotating by a + b; mirroring twice, and
+ *       moving or scaling by the inverse, restores the curve (but for z, where it becomes 0)
+ * ------------------------------------------------------------------------------------------- */
+
+/* Moves a curve by `delta` (in, length; x, y and z). Errors: as above. */
+KURVO_API void KurvocvMove(Curve *curve, const Coord delta, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Turns a curve by `angle` (in, radians) about the unit `axis` (in) through `centre` (in), (0, 0,
+ * 1) for a counter-clockwise turn in the plane; the points as by KurvoclRotatePoint. Radius and
+ * normal of an arc stay, whatever the axis.
+ * Errors: as above, but for an unknown type KURVO_ERR_ROTATED_TYPE. */
+KURVO_API void KurvocvRotate(Curve *curve, const Coord centre, const Coord axis, double angle,
+                             GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Mirrors a curve in the line through `base` (in) whose normal is `normal` (in, any length); the
+ * points as by KurvoclMirrorPoint, so that z = 0. An arc changes its sense.
+ * Errors: as above; KURVO_WARN_SHORT_VECTOR for a zero normal, and the curve stays as it is. */
+KURVO_API void KurvocvMirror(Curve *curve, const Coord base, const Coord normal,
+                             GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Scales a curve by s > 0 (in) about `centre` (in): uniformly when `dir` (in) is within epsilon of
+ * zero in every component, otherwise along `dir` only (any length). The points as by
+ * KurvoclScalePoint, so that z = 0. The radius of an arc becomes the distance of its start from its
+ * centre; scaled in one direction it could not stay an arc and is left as it is, silently.
+ * Errors: as above; KURVO_ERR_SCALE for s <= 0 or NaN. */
+KURVO_API void KurvocvScale(Curve *curve, const Coord centre, const Coord dir, double s,
+                            GlobalVar *g) KURVO_NOEXCEPT;
+
+/* Moves the start of a curve by `delta` (in, length; x, y and z): what KurvocvStartPoint gives has
+ * then moved by delta, z of rational B-splines apart that give 0. Of a line the start point moves,
+ * of a free-form curve the first control point. A B-spline that does not begin with its first
+ * control point has those moved that act on its start, in proportion to their share in it, so that
+ * the sum of the squared displacements is least. Of a composite the first piece is changed.
+ * Errors: as above; KURVO_ERR_CURVE also for an arc, which would not stay one, an empty composite
+ * and a B-spline of order above 4096; KURVO_ERR_MEMORY. Error pending: returns at once.
+ * Cost: constant; O(order^2) for a B-spline. */
+KURVO_API void KurvocvMvStartPoint(Curve *curve, const Coord delta, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* As KurvocvMvStartPoint, for the end: end point, last control point, last piece. */
+KURVO_API void KurvocvMvEndPoint(Curve *curve, const Coord delta, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
+ * Interpolation
+ * ------------------------------------------------------------------------------------------- */
+
+/* Makes a B-spline of the given order that passes through points.
+ * points (in): `count` triples x, y, z; z is not used. count (in): at least 2. order (in): 2 to
+ * count, at most 4096. result (out): a CV_BSPLINE with a control point for each point, z = 0;
+ * emptied first, without freeing what it held, and empty on failure. The caller frees it with
+ * KurvocvFreeCurve.
+ * The curve starts at the first point, ends at the last one and is at point i at the parameter that
+ * is the length of the polygon through the points up to there, as a share of the whole; its domain
+ * is [0, 1], its inner knots are the means of order - 1 neighbouring parameters. Order 2 is the
+ * polygon. Points on a line give a straight curve.
+ * Where the shortest leg is less than 1e-13 of the polygon, and where the control points would be
+ * more than 1e8 times as large as the points, so that rounding would carry the curve off them, the
+ * parameters are spread evenly. Where that is no better, as for most points of orders above 30, no
+ * curve in doubles passes through the points, and they are refused. Points nearer than 1e-6 in
+ * parameter are passed all the same, but are one to KurvocvPosition.
+ * Errors: KURVO_ERR_FIT_MISSING for null points or result and count < 2; KURVO_ERR_FIT_POINTS for
+ * order < 2, order > count, order > 4096, a coordinate (z too) that is not finite, two consecutive
+ * points that are the same within epsilon in x and y, and points that no curve can pass;
+ * KURVO_ERR_MEMORY. Error pending: `result` is empty.
+ * Cost: O(count order^2), O(count order) memory; 100000 points of order 4 take a few milliseconds.
+ */
+KURVO_API void KurvocvGenBspl(const double *points, int32_t count, int32_t order, Curve *result,
+                              GlobalVar *g) KURVO_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
  * Relations

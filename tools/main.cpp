@@ -9,6 +9,7 @@
 #include "draw_command.h"
 #include "input_error.h"
 #include "intersect_command.h"
+#include "locate_command.h"
 #include "measure_command.h"
 
 namespace kurvo::tools {
@@ -31,11 +32,12 @@ int Run(int argc, char** argv) {
   app.footer(
       "Examples:\n  kurvo draw part.svg -o curves.svg\n"
       "  kurvo intersect part.svg tool.svg -o crossings.svg\n"
-      "  kurvo measure part.svg --near 120,45\n\n"
+      "  kurvo measure part.svg --near 120,45\n"
+      "  kurvo locate part.svg 10,20 --grid 100 -o region.svg\n\n"
       "Exit status: 0 done; 1 wrong options, or the output cannot be written; 2 the drawing cannot "
       "be\nread. Each fault is one line on standard error; no output file is then made or "
       "changed.");
-  const Command commands[] = {AddDrawCommand(app), AddIntersectCommand(app),
+  const Command commands[] = {AddDrawCommand(app), AddIntersectCommand(app), AddLocateCommand(app),
                               AddMeasureCommand(app)};
   try {
     app.parse(argc, argv);

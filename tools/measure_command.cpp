@@ -10,8 +10,8 @@
 #include "library.h"
 #include "measure.h"
 #include "measure_report.h"
+#include "point_argument.h"
 #include "progress.h"
-#include "text_scanner.h"
 
 namespace kurvo::tools {
 namespace {
@@ -21,23 +21,6 @@ struct MeasureOptions {
   std::optional<Point> near;
   bool json = false;
 };
-
-// "x,y" or "x y".
-Point ParsePoint(const std::string& text) {
-  constexpr const char* kOption = "--near";
-  try {
-    TextScanner scanner(kOption, text);
-    scanner.SkipSpace();
-    const double x = scanner.Number();
-    scanner.SkipCommaSpace();
-    const double y = scanner.Number();
-    scanner.SkipSpace();
-    if (scanner.AtEnd()) return {x, y};
-  } catch (const ElementError&) {
-    // The message below says what is wanted.
-  }
-  throw CLI::ValidationError(kOption, "expected a point x,y, found '" + Excerpt(text) + "'");
-}
 
 void RunMeasure(const MeasureOptions& options) {
   Library library;
@@ -63,7 +46,8 @@ Command AddMeasureCommand(CLI::App& app) {
       ->type_name("FILE");
   measure
       ->add_option_function<std::string>(
-          "--near", [options](const std::string& text) { options->near = ParsePoint(text); },
+          "--near",
+          [options](const std::string& text) { options->near = ParsePoint("--near", text); },
           "Find the nearest point of each curve, of each outline and of all to this one")
       ->type_name("X,Y");
   measure->add_flag("--json", options->json, "Print JSON with all digits in place of the table");

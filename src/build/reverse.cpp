@@ -6,15 +6,10 @@
 
 #include "foundation/error_codes.h"
 #include "records/views.h"
+#include "records/writable.h"
 
 namespace kurvo {
 namespace {
-
-// Views are read-only; what is reversed in place is written to through them.
-template <class T>
-T* Writable(const T* part) {
-  return const_cast<T*>(part);
-}
 
 template <class T>
 void ReverseArray(const T* array, int32_t count) {

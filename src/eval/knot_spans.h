@@ -43,6 +43,27 @@ bool AnySpan(const KnotVector& knots, Visit&& visit) {
   return false;
 }
 
+// The triangular table of the Cox-de Boor recursion (Piegl and Tiller, The NURBS Book, algorithm
+// A2.2), started from span i alone, so that neighbours that share a knot add nothing. 0/0 counts as
+// 0. `u` is the left knot of the span; `values`, `left` and `right` have k entries. k is a number
+// or, for the compiler to unroll the common orders, an integral constant.
+template <class Order>
+void FillBasis(Order k, const double* u, double t, double* values, double* left, double* right) {
+  values[0] = 1.0;
+  for (int32_t d = 1; d < k; ++d) {
+    left[d] = t - u[1 - d];
+    right[d] = u[d] - t;
+    double saved = 0.0;
+    for (int32_t r = 0; r < d; ++r) {
+      const double width = u[r + 1] - u[1 - d + r];
+      const double share = width != 0.0 ? values[r] * (1.0 / width) : 0.0;
+      values[r] = saved + right[r + 1] * share;
+      saved = left[d - r] * share;
+    }
+    values[d] = saved;
+  }
+}
+
 // The k basis values of span i at t, and beyond the span the continuation of its polynomials. Lives
 // on the stack for every order in use; larger ones take a work area from the heap.
 class BasisValues {

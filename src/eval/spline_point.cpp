@@ -55,24 +55,39 @@ Vec3 PointOnSpan(const SplineView<4>& spline, int32_t i, double t, double tol) {
 }
 
 template <std::size_t kDim>
-Vec3 StartOfSpline(const SplineView<kDim>& spline, double tol) {
+std::optional<SpanPoint> EvaluatedStart(const SplineView<kDim>& spline) {
   const int32_t k = spline.order;
   const double start = spline.knots[k - 1];
   const bool clamped = AllEqual(spline.knots, 0, k - 2, start);
-  if (clamped && (spline.knots[k] != start || !HasSpan(spline))) return Spatial(spline.points[0]);
-  return PointOnSpan(spline, FindSpan(KnotsOf(spline), start), start, tol);
+  if (clamped && (spline.knots[k] != start || !HasSpan(spline))) return std::nullopt;
+  return SpanPoint{FindSpan(KnotsOf(spline), start), start};
+}
+
+template <std::size_t kDim>
+std::optional<SpanPoint> EvaluatedEnd(const SplineView<kDim>& spline) {
+  const int32_t m = spline.count;
+  const double end = spline.knots[m];
+  const bool clamped = AllEqual(spline.knots, m + 1, m + spline.order - 1, end);
+  if (clamped && (spline.knots[m - 1] != end || !HasSpan(spline))) return std::nullopt;
+  return SpanPoint{LastSpan(KnotsOf(spline)), end};
+}
+
+template <std::size_t kDim>
+Vec3 StartOfSpline(const SplineView<kDim>& spline, double tol) {
+  const auto at = EvaluatedStart(spline);
+  return at ? PointOnSpan(spline, at->span, at->t, tol) : Spatial(spline.points[0]);
 }
 
 template <std::size_t kDim>
 Vec3 EndOfSpline(const SplineView<kDim>& spline, double tol) {
-  const int32_t m = spline.count;
-  const double end = spline.knots[m];
-  const bool clamped = AllEqual(spline.knots, m + 1, m + spline.order - 1, end);
-  if (clamped && (spline.knots[m - 1] != end || !HasSpan(spline)))
-    return Spatial(spline.points[m - 1]);
-  return PointOnSpan(spline, LastSpan(KnotsOf(spline)), end, tol);
+  const auto at = EvaluatedEnd(spline);
+  return at ? PointOnSpan(spline, at->span, at->t, tol) : Spatial(spline.points[spline.count - 1]);
 }
 
+template std::optional<SpanPoint> EvaluatedStart(const SplineView<3>&);
+template std::optional<SpanPoint> EvaluatedStart(const SplineView<4>&);
+template std::optional<SpanPoint> EvaluatedEnd(const SplineView<3>&);
+template std::optional<SpanPoint> EvaluatedEnd(const SplineView<4>&);
 template Vec3 StartOfSpline(const SplineView<3>&, double);
 template Vec3 StartOfSpline(const SplineView<4>&, double);
 template Vec3 EndOfSpline(const SplineView<3>&, double);

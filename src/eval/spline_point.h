@@ -1,6 +1,8 @@
 // Points of a B-spline by its basis values.
 #pragma once
 
+#include <optional>
+
 #include "eval/knot_spans.h"
 #include "foundation/point.h"
 
@@ -20,9 +22,20 @@ bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, double tol);
 Vec3 PointOnSpan(const SplineView<3>& spline, int32_t i, double t, double tol);
 Vec3 PointOnSpan(const SplineView<4>& spline, int32_t i, double t, double tol);
 
-// The first (last) point of the curve. With exactly `order` equal end knots that is the end control
-// point itself; otherwise, also when the end knot is repeated into the domain and the first control
-// points act on no span, the curve is evaluated at the end of its domain.
+struct SpanPoint {
+  int32_t span;
+  double t;
+};
+
+// Where the first (last) point of the curve is evaluated: nowhere when there are exactly `order`
+// equal end knots, so that it is the end control point itself; otherwise, also when the end knot is
+// repeated into the domain and the first control points act on no span, at the end of the domain.
+template <std::size_t kDim>
+std::optional<SpanPoint> EvaluatedStart(const SplineView<kDim>& spline);
+template <std::size_t kDim>
+std::optional<SpanPoint> EvaluatedEnd(const SplineView<kDim>& spline);
+
+// The first (last) point of the curve.
 template <std::size_t kDim>
 Vec3 StartOfSpline(const SplineView<kDim>& spline, double tol);
 template <std::size_t kDim>

@@ -1,6 +1,7 @@
 // The turning points of a polynomial in [0, 1], and its roots between them.
 #include "eval/turning_points.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -9,6 +10,7 @@ namespace {
 
 constexpr int kMaxSteps = 80;  // bisection alone needs 53 inside [0, 1]
 constexpr double kParameterRounding = 2e-16;
+constexpr double kSettled = 1e-10;  // of a parameter: Newton's next step would be its square
 
 // Appends the roots of f between neighbours of `turning`, its turning points.
 void AppendRootsBetween(const Polynomial& f, const Polynomial& derivative, const RootList& turning,
@@ -38,6 +40,7 @@ double BracketedRoot(const Polynomial& f, const Polynomial& derivative, double a
     else
       b = t;
     const double newton = t - value / Value(derivative, t);
+    if (kSettled >= std::fabs(newton - t)) return std::clamp(newton, a, b);
     const double next = newton > a && newton < b ? newton : 0.5 * (a + b);
     if (kParameterRounding >= std::fabs(next - t)) return next;
     t = next;

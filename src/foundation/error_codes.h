@@ -32,7 +32,12 @@ static_assert(KURVO_ERR_WEIGHT == MakeCode(2, 20, 3815, 1));
 static_assert(KURVO_ERR_CHAIN_DEGENERATE == MakeCode(2, 20, 2212, 1));
 static_assert(KURVO_ERR_CHAIN_CONVERT == MakeCode(2, 20, 3732, 1));
 static_assert(KURVO_WARN_NO_ORIENTATION == MakeCode(1, 20, 3475, 1));
+static_assert(KURVO_ERR_FIT_MISSING == MakeCode(2, 20, 3435, 1));
+static_assert(KURVO_ERR_FIT_POINTS == MakeCode(2, 20, 3566, 1));
 static_assert(KURVO_ERR_DERIVATIVE_ORDER == MakeCode(2, 20, 2214, 1));
+static_assert(KURVO_ERR_SCALE == MakeCode(2, 20, 3569, 1));
+// Fixed behaviour: the bare group of KURVO_ERR_CURVE. Do not unify.
+static_assert(KURVO_ERR_ROTATED_TYPE == 3411);
 static_assert(KURVO_ERR_ZERO_WEIGHT == MakeCode(2, 20, 3410, 1));
 static_assert(KURVO_ERR_SHORT_TANGENT == MakeCode(2, 20, 3817, 1));
 static_assert(KURVO_WARN_SHORT_VECTOR == MakeCode(1, 20, 3817, 1));

@@ -1,6 +1,8 @@
 // Where one Bezier piece meets a carrier.
 #include "relate/carrier_contacts.h"
 
+#include <algorithm>
+
 #include "eval/bernstein.h"
 #include "eval/turning_points.h"
 #include "relate/crossing.h"
@@ -10,6 +12,7 @@ namespace {
 
 constexpr int kPolishSteps = 60;  // bisection alone needs 53 inside [0, 1]
 constexpr double kParameterRounding = 4e-16;
+constexpr double kSettled = 1e-10;  // of a parameter: Newton's next step would be its square
 
 Segment ToSegment(const BezierPiece& piece) {
   const auto degree = static_cast<std::size_t>(piece.degree);
@@ -85,6 +88,7 @@ class ContactSearch {
       if (dist == 0.0) return t;
       ((dist < 0.0) == (left.dist < 0.0) ? left : right) = {t, dist};
       const double newton = t - dist / carrier_.DistanceSlope(jet);
+      if (kSettled >= std::fabs(newton - t)) return std::clamp(newton, left.t, right.t);
       const bool inside = newton > left.t && right.t > newton;
       const double next = inside ? newton : 0.5 * (left.t + right.t);
       if (kParameterRounding >= std::fabs(next - t)) return next;

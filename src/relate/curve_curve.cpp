@@ -9,6 +9,7 @@
 #include "relate/carrier_crossings.h"
 #include "relate/elementary_crossings.h"
 #include "relate/end_filter.h"
+#include "relate/end_touches.h"
 #include "relate/free_form_crossings.h"
 #include "relate/merge_crossings.h"
 
@@ -165,6 +166,7 @@ uint32_t Intersect(const Curve& a, const Curve& b, CvParam* pa, CvParam* pb, int
   Crossings found;
   const Common common = FindCommon(a, b, bounded, g, found);
   if (common != Common::kPoints) return static_cast<uint32_t>(common);
+  MoveTouchToEnds(a, b, bounded, g, found);
   KeepBounded(a, b, bounded, g, found);
   if (found.empty()) return KURVO_NOTHING;
   if (!StoreParameters(found, &Crossing::first, pa) ||

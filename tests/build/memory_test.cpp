@@ -163,6 +163,20 @@ TEST(Memory, OfDivisionsAndExtensions) {
   });
 }
 
+TEST(Memory, OfInterpolation) {
+  Numbers points;
+  for (int i = 0; i < 100; ++i) points.insert(points.end(), {1.0 * i, 0.1 * (i % 7), 0});
+  for (const int order : {2, 4, 5, 70}) {  // beyond 64 basis values need memory as well
+    const int used = FailEachAllocation("interpolation", [&](GlobalVar& g) {
+      Owned result;
+      KurvocvGenBspl(points.data(), 100, order, result.get(), &g);
+      EXPECT_EQ(result->data != nullptr, KurvoOk(&g)) << order;
+      return KurvoErrGet(&g) != KURVO_ERR_MEMORY;  // the highest order is refused in the end
+    });
+    EXPECT_GE(used, 2) << order;
+  }
+}
+
 // Degrees, orders and chains beyond what lies on the stack.
 TEST(Memory, OfMeasurements) {
   Random random;
@@ -182,6 +196,22 @@ TEST(Memory, OfMeasurements) {
     EXPECT_EQ(p == (Point{0, 0, 0}), KurvoOk(&g) == 0);
     return KurvoOk(&g) != 0;
   });
+}
+
+// An unclamped end of high order; without memory nothing moves.
+TEST(Memory, OfEndMoves) {
+  Random random;
+  Numbers knots(260);
+  for (std::size_t i = 0; i < knots.size(); ++i) knots[i] = static_cast<double>(i);
+  Owned cv = MakeFreeForm(CV_RBSPLINE, RandomPoints(random, 130, true), knots);
+  const int used = FailEachAllocation("end move", [&](GlobalVar& g) {
+    const FreeForm form(*cv);
+    const double middle = form.points[65 * 4];
+    KurvocvMvStartPoint(cv.get(), Point{1, 2, 0}, &g);
+    EXPECT_EQ(form.points[65 * 4] != middle, KurvoOk(&g) != 0);
+    return KurvoOk(&g) != 0;
+  });
+  EXPECT_GT(used, 0);
 }
 
 TEST(Memory, OfChains) {

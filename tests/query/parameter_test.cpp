@@ -75,11 +75,13 @@ TEST(Parameter, OffTheCurveIsTheFirstFootOrAnEnd) {
     const auto dist = [&](long double t) { return reference.DistanceAt(t, p); };
     constexpr int kSteps = 4000;
     double foot = dist(1) > dist(0) ? 0 : 1;
-    for (int i = 1; i < kSteps; ++i) {
-      const long double before = dist((i - 1) / L(kSteps)), at = dist(i / L(kSteps)),
-                        after = dist((i + 1) / L(kSteps));
-      if ((at - before) * (after - at) <= 0) {
-        foot = double(i) / kSteps;
+    const auto slope = [&](int i) {
+      const long double t = i / L(kSteps), way = 1e-8L * (i < kSteps ? 1 : -1);
+      return (dist(t + way) - dist(t)) / way;
+    };
+    for (int i = 1; i <= kSteps; ++i) {
+      if (slope(i - 1) * slope(i) <= 0) {
+        foot = (i - .5) / kSteps;
         break;
       }
     }

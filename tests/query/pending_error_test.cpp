@@ -85,6 +85,12 @@ const Row kRows[] = {
        return KurvocrCurveCurve(f.line.get(), f.bezier.get(), nullptr, nullptr, 0, &f.g) ==
               KURVO_FOUND;
      }},
+    {"KurvocvGenBspl", true,
+     [](Fixture& f) {
+       const double points[] = {0, 0, 0, 1, 1, 0};
+       KurvocvGenBspl(points, 2, 2, f.out.get(), &f.g);
+       return f.out->data != nullptr;
+     }},
     {"KurvocvDeriv", true,
      [](Fixture& f) {
        KurvocvDeriv(f.line.get(), .5, f.p, &f.g);
@@ -107,6 +113,36 @@ const Row kRows[] = {
      }},
     {"KurvocvDistPoint", true,
      [](Fixture& f) { return KurvocvDistPoint(f.line.get(), f.p, &f.number, &f.g) == 1; }},
+    {"KurvocvMvStartPoint", true,
+     [](Fixture& f) {
+       KurvocvMvStartPoint(f.line.get(), f.p, &f.g);
+       return f.line.block<KurvoLine>().start[0] == 1;
+     }},
+    {"KurvocvMvEndPoint", true,
+     [](Fixture& f) {
+       KurvocvMvEndPoint(f.line.get(), f.p, &f.g);
+       return f.line.block<KurvoLine>().end[0] == 5;
+     }},
+    {"KurvocvMove", false,
+     [](Fixture& f) {
+       KurvocvMove(f.line.get(), f.p, &f.g);
+       return f.line.block<KurvoLine>().start[0] == 1;
+     }},
+    {"KurvocvRotate", false,
+     [](Fixture& f) {
+       KurvocvRotate(f.line.get(), f.p, Point{0, 0, 1}, M_PI, &f.g);
+       return f.line.block<KurvoLine>().end[1] > 1;
+     }},
+    {"KurvocvMirror", false,
+     [](Fixture& f) {
+       KurvocvMirror(f.line.get(), f.p, Point{1, 0, 0}, &f.g);
+       return f.line.block<KurvoLine>().start[0] == 2;
+     }},
+    {"KurvocvScale", false,
+     [](Fixture& f) {
+       KurvocvScale(f.line.get(), f.p, Point{0, 0, 0}, 2, &f.g);
+       return f.line.block<KurvoLine>().start[0] == -1;
+     }},
     {"KurvofcPOntoCurve", false,
      [](Fixture& f) {
        KurvofcPOntoCurve(f.line.get(), f.p, &f.g);

@@ -1,0 +1,50 @@
+// Splines through points: names are interpolate/order/points. The points wave as an outline does;
+// the uneven ones lie in clusters a thousandth as far apart as their neighbours.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <vector>
+
+#include "curves.h"
+
+namespace {
+
+std::vector<double> Points(int32_t count, bool uneven) {
+  bench::Random random;
+  std::vector<double> points;
+  double x = 0.0;
+  for (int32_t i = 0; i < count; ++i) {
+    points.insert(points.end(), {x, std::sin(x) + 0.1 * random.Unit(), 0.0});
+    x += uneven && i % 3 != 0 ? 1e-3 : 1.0;
+  }
+  return points;
+}
+
+void Interpolate(benchmark::State& state, int32_t order, bool uneven) {
+  const auto count = static_cast<int32_t>(state.range(0));
+  const std::vector<double> points = Points(count, uneven);
+  GlobalVar g;
+  KurvoInitGlobalVar(&g);
+  for (auto _ : state) {
+    Curve curve;
+    KurvocvGenBspl(points.data(), count, order, &curve, &g);
+    benchmark::DoNotOptimize(curve.data);
+    KurvocvFreeCurve(&curve);
+  }
+  if (!KurvoOk(&g)) state.SkipWithError("error pending");
+  state.SetItemsProcessed(state.iterations() * count);
+}
+
+void Growth(benchmark::internal::Benchmark* b) { b->RangeMultiplier(10)->Range(10, 100000); }
+BENCHMARK_CAPTURE(Interpolate, o2, 2, false)->Name("interpolate/order2")->Apply(Growth);
+BENCHMARK_CAPTURE(Interpolate, o3, 3, false)->Name("interpolate/order3")->Apply(Growth);
+BENCHMARK_CAPTURE(Interpolate, o4, 4, false)->Name("interpolate/order4")->Apply(Growth);
+BENCHMARK_CAPTURE(Interpolate, u4, 4, true)->Name("interpolate/order4-uneven")->Apply(Growth);
+BENCHMARK_CAPTURE(Interpolate, o6, 6, false)->Name("interpolate/order6")->Apply(Growth);
+BENCHMARK_CAPTURE(Interpolate, o20, 20, false)->Name("interpolate/order20")->Arg(100)->Arg(10000);
+BENCHMARK_CAPTURE(Interpolate, o200, 200, false)
+    ->Name("interpolate/order200")
+    ->Arg(1000)
+    ->Arg(4000);
+
+}  // namespace

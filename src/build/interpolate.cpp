@@ -1,0 +1,116 @@
+// A B-spline through given points.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <memory>
+
+#include "build/interpolate_parameters.h"
+#include "build/interpolate_solve.h"
+#include "eval/spline_point.h"
+#include "foundation/guard.h"
+#include "records/owned_curve.h"
+
+namespace kurvo {
+namespace {
+
+// How many times as large as the points the control points may be: rounding then carries the curve
+// about 1e-8 of their size off the points.
+constexpr double kMaxGrowth = 1e8;
+
+// Coordinates whose squares neither overflow nor vanish are used as they are.
+constexpr double kLargestUnscaled = 0x1p500;
+constexpr double kSmallestUnscaled = 0x1p-500;
+
+constexpr double kMax = std::numeric_limits<double>::max();
+
+const double* PointAt(const double* points, int32_t i) {
+  return points + 3 * static_cast<std::ptrdiff_t>(i);
+}
+
+bool CanPass(const double* points, int32_t count, double length_tol) {
+  for (int32_t i = 0; i < count; ++i) {
+    const double* p = PointAt(points, i);
+    if (!std::isfinite(p[0]) || !std::isfinite(p[1]) || !std::isfinite(p[2])) return false;
+    if (i > 0 && SamePoint(OnPlane(Planar(p)), OnPlane(Planar(p - 3)), length_tol)) return false;
+  }
+  return true;
+}
+
+double LargestCoordinate(const double* points, int32_t count) {
+  double largest = 0.0;
+  for (int32_t i = 0; i < count; ++i) {
+    const double* p = PointAt(points, i);
+    largest = std::max(largest, std::max(std::fabs(p[0]), std::fabs(p[1])));
+  }
+  return largest;
+}
+
+// The power of two that the coordinates are multiplied by.
+double ScaleFor(double largest) {
+  if (largest <= kLargestUnscaled && largest >= kSmallestUnscaled) return 1.0;
+  return std::ldexp(1.0, -std::ilogb(largest));
+}
+
+class Interpolation {
+ public:
+  Interpolation(const double* points, int32_t count, KurvoBSpline& spline)
+      : points_(points),
+        spline_(spline),
+        largest_(LargestCoordinate(points, count)),
+        scale_(ScaleFor(largest_)),
+        t_(std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(count))) {}
+
+  // False when no parameters give control points of a reasonable size.
+  bool Run() {
+    const int32_t count = spline_.count;
+    if (ChordLengthParameters(points_, count, scale_, t_.get()) && Solve()) return true;
+    EvenParameters(count, t_.get());
+    return Solve();
+  }
+
+ private:
+  bool Solve() {
+    AveragedKnots(t_.get(), spline_.count, spline_.order, spline_.knots);
+    if (spline_.order == 2) {
+      SetPolygon();
+      return true;
+    }
+    return SolveInterpolation({spline_.knots, spline_.order, spline_.count}, t_.get(), points_,
+                              scale_, std::min(kMaxGrowth * (scale_ * largest_), kMax * scale_),
+                              spline_.points);
+  }
+
+  // The points themselves for control points.
+  void SetPolygon() {
+    for (int32_t i = 0; i < spline_.count; ++i)
+      Store(OnPlane(Planar(PointAt(points_, i))), spline_.points[i]);
+  }
+
+  const double* const points_;
+  KurvoBSpline& spline_;
+  const double largest_;
+  const double scale_;
+  const std::unique_ptr<double[]> t_;
+};
+
+Curve Interpolated(const double* points, int32_t count, int32_t order, GlobalVar& g) {
+  OwnedCurve curve(CV_BSPLINE, {.order = order, .count = count});
+  if (Interpolation(points, count, curve.block<KurvoBSpline>()).Run()) return curve.Release();
+  Fail(g, KURVO_ERR_FIT_POINTS);
+  return {};
+}
+
+}  // namespace
+}  // namespace kurvo
+
+extern "C" void KurvocvGenBspl(const double* points, int32_t count, int32_t order, Curve* result,
+                               GlobalVar* g) noexcept {
+  if (result) *result = Curve{};
+  if (kurvo::ErrorPending(*g)) return;
+  if (!points || !result || count < 2) return kurvo::Fail(*g, KURVO_ERR_FIT_MISSING);
+  if (order < 2 || order > count || order > kurvo::kMaxSplineOrder ||
+      !kurvo::CanPass(points, count, g->epsilon))
+    return kurvo::Fail(*g, KURVO_ERR_FIT_POINTS);
+  const auto fit = [&] { return kurvo::Interpolated(points, count, order, *g); };
+  *result = kurvo::Guard(*g, Curve{}, fit);
+}
