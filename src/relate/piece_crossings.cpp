@@ -19,7 +19,8 @@ constexpr int kContactHalvings = 5;         // of both parts together before con
 constexpr int kNewtonSteps = 16;
 constexpr int kContactSteps = 30;
 constexpr int kApproachRounds = 4;
-constexpr double kSettled = 1e-9;   // of a parameter: the next step would be rounding
+constexpr int64_t kApproachCost = 8;  // in pairs of parts
+constexpr double kSettled = 1e-9;     // of a parameter: the next step would be rounding
 constexpr double kRestless = 1e-7;  // of a parameter: Newton's method has settled but for rounding
 constexpr double kInsideMargin = 1e-10;   // of a parameter, for roots at the joint of two parts
 constexpr double kSamePointReach = 0.01;  // parameters further apart are never the same crossing
@@ -209,6 +210,7 @@ class PieceSearch {
   // Where the pieces come closest next to the middles of two parts; unless these are leaves, only
   // if they are close there already.
   bool FindNearMiddle(const PiecePart& a, const PiecePart& b, bool leaves) {
+    effort_ -= kApproachCost * pair_cost_;
     Pair at{a.middle(), RefineNearest(b_, PointAt(a_, a.middle()), b.middle())};
     if (!leaves && !Close(at)) return false;
     for (int round = 0; round < kApproachRounds; ++round) {

@@ -7,12 +7,12 @@
 
 namespace kurvo {
 
-// What may still be spent on the curves of one chain, in mixes of two control points: a tenth of a
-// second. Beyond it the chord stands for the curve, and the first quadrature for the area. Only
-// records whose control points or weights cannot be right, or whose degree is in the hundreds, come
-// so far.
+// What may still be spent on the curves of one chain, in mixes of two control points: some
+// hundredths of a second. Beyond it the chord stands for the curve, and the first quadrature for
+// the area. Only records whose control points or weights cannot be right, or whose degree is in the
+// hundreds, come so far.
 struct WindingEffort {
-  int64_t mixes = int64_t{1} << 26;
+  int64_t mixes = int64_t{1} << 25;
 };
 
 // Both of curves other than composites, which count as 0. They record the bad-curve error, and are

@@ -13,11 +13,11 @@ namespace {
 constexpr int64_t kShortForm = 150;
 constexpr int64_t kManyRequests = 200;  // above it only some of them fail
 
-class FailingMemory : public testing::TestWithParam<const Entry*> {
+class FailingMemory : public testing::TestWithParam<Entry> {
  protected:
   // The call with one failure, and the same call right after it.
   void Fail(uint64_t number, const Outcome& untroubled, const MemoryFailure& failure) {
-    const Entry& entry = *GetParam();
+    const Entry& entry = GetParam();
     RunOptions options;
     options.mode = number % 4 ? Mode::kBenign : Mode::kHostile;
     options.failure = failure;
@@ -44,7 +44,7 @@ class FailingMemory : public testing::TestWithParam<const Entry*> {
 };
 
 TEST_P(FailingMemory, IsReportedAndHarmless) {
-  const Entry& entry = *GetParam();
+  const Entry& entry = GetParam();
   const auto calls = static_cast<uint64_t>(Setting("KURVO_MEMORY_CALLS", kShortForm));
   int64_t most = 0;
   for (uint64_t number = 0; number < calls && !HasFailure(); ++number) {
@@ -62,14 +62,8 @@ TEST_P(FailingMemory, IsReportedAndHarmless) {
               static_cast<long long>(failures_), static_cast<long long>(most));
 }
 
-std::vector<const Entry*> Entries() {
-  std::vector<const Entry*> entries;
-  for (const Entry& entry : Table()) entries.push_back(&entry);
-  return entries;
-}
-
-INSTANTIATE_TEST_SUITE_P(All, FailingMemory, testing::ValuesIn(Entries()),
-                         [](const auto& row) { return std::string(row.param->name); });
+INSTANTIATE_TEST_SUITE_P(All, FailingMemory, testing::ValuesIn(Table()),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 }  // namespace kurvo_test

@@ -1,6 +1,10 @@
 #include "robust/table.h"
 
+#include <ostream>
+
 namespace kurvo_test {
+
+void PrintTo(const Entry& entry, std::ostream* out) { *out << entry.name; }
 
 std::vector<Entry> WholeTable() {
   std::vector<Entry> table;

@@ -1,6 +1,7 @@
 // The table of all functions of the interface, each with a way to call it at random.
 #pragma once
 
+#include <iosfwd>
 #include <span>
 #include <vector>
 
@@ -21,6 +22,9 @@ struct Entry {
   unsigned traits = 0;
   bool present = true;  // false while the library does not have it
 };
+
+// How a test names its parameter.
+void PrintTo(const Entry& entry, std::ostream* out);
 
 // In the order of the interface. The parts of the table, by the sections of kurvo.h.
 std::span<const Entry> StateEntries();
