@@ -771,8 +771,9 @@ KURVO_API void KurvocvCurvature(const Curve *curve, double t, Coord out,
  * t0, t1 (in): parameters of the curve's own domain, which must be finite; beyond its ends the
  * curve goes on by its own equation. Within epsilon of each other they give 0, however long the
  * curve is. Lines and arcs are exact. Other curves are halved until the length of their control
- * polygons changes by 0.001 or less, in the unit of length, or there are 1024 pieces; the pieces of
- * a B-spline and of a composite are divided into 16 parts first, and each part is measured so.
+ * polygons changes by 0.001 or less, in the unit of length, or there are 1024 pieces, fewer for
+ * degrees above 180; the pieces of a B-spline and of a composite are divided into 16 parts first,
+ * and each part is measured so.
  * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, also as a piece, a
  * degree above 1023 and a parameter that is not finite; KURVO_ERR_MEMORY, also for a knot that is
  * not a number. Error pending: 0 at once. Nothing is allocated up to degree 4, except for a

@@ -91,20 +91,22 @@ namespace {
 
 // What a curve needs to be stored.
 struct Size {
+  int32_t max_degree;
   std::size_t spans = 0;
   std::size_t doubles = 0;
 };
 
-// Adds up the size of all pieces; false for a record that cannot be right.
+// Adds up the size of all pieces; false for a record that cannot be right or a degree too high.
 bool Measure(const Curve& curve, int level, Size& size) {
   return VisitCurve(
       curve, Overloaded{[](const auto&) { return true; }, [](Refused) { return false; },
-                        [&]<std::size_t kDim>(const BezierView<kDim>&) {
+                        [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
                           ++size.spans;
-                          return true;
+                          return bezier.degree <= size.max_degree;
                         },
                         [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
-                          if (spline.order > kMaxSplineOrder) return false;
+                          if (spline.order > kMaxSplineOrder || spline.order - 1 > size.max_degree)
+                            return false;
                           const auto spans = static_cast<std::size_t>(CountSpans(KnotsOf(spline)));
                           size.spans += spans;
                           size.doubles += spans * static_cast<std::size_t>(spline.order) * kDim;
@@ -163,8 +165,8 @@ class Collector {
 
 }  // namespace
 
-std::optional<BezierSpans> BezierSpans::Of(const Curve& curve) {
-  Size size;
+std::optional<BezierSpans> BezierSpans::Of(const Curve& curve, int32_t max_degree) {
+  Size size{.max_degree = max_degree};
   if (!Measure(curve, 0, size)) return std::nullopt;
   std::vector<BezierSpan> spans;
   spans.reserve(size.spans);

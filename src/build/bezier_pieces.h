@@ -53,8 +53,9 @@ struct BezierSpan {
 // whatever the number of pieces.
 class BezierSpans {
  public:
-  // Nothing for a record that cannot be right. Throws std::bad_alloc.
-  static std::optional<BezierSpans> Of(const Curve& curve);
+  // Nothing for a record that cannot be right, and for a degree above max_degree, which shows
+  // before anything is computed. Throws std::bad_alloc.
+  static std::optional<BezierSpans> Of(const Curve& curve, int32_t max_degree);
 
   const BezierSpan* begin() const { return spans_.data(); }
   const BezierSpan* end() const { return spans_.data() + spans_.size(); }

@@ -40,6 +40,8 @@ class HalvedBezier {
   }
 
   std::size_t count() const { return count_; }
+  // Mixes of two control points that the next halving takes.
+  std::size_t MixesToHalve() const { return count_ * degree_ * (degree_ + 1) / 2; }
 
   // Control point i of piece p.
   Point PointOf(std::size_t p, std::size_t i) const {

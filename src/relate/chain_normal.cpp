@@ -101,12 +101,14 @@ namespace {
 
 bool RunsCounterClockwise(const Cvseq& seq, const Centre& centre, GlobalVar& g) {
   const Vec2 q = Planar(centre.mean);
+  WindingEffort effort;
   double angle = 0.0;
-  ForEachLeafOf(seq, g, [&](const Curve& leaf) { angle += WindingAngle(leaf, q, g); });
+  ForEachLeafOf(seq, g, [&](const Curve& leaf) { angle += WindingAngle(leaf, q, effort, g); });
   if (std::fabs(angle) >= kPi) return angle > 0.0;
   // The centre lies on the chain or outside.
+  effort = {};
   double area = 0.5 * Cross(Planar(centre.end) - q, Planar(centre.start) - q);
-  ForEachLeafOf(seq, g, [&](const Curve& leaf) { area += SweptArea(leaf, q, g); });
+  ForEachLeafOf(seq, g, [&](const Curve& leaf) { area += SweptArea(leaf, q, effort, g); });
   return area > 0.0;
 }
 

@@ -43,13 +43,10 @@ FreeFormPieces::FreeFormPieces(const Curve& curve, CompositePieces which, int32_
 
 // False for a record that cannot be right, or a degree that is too high.
 bool FreeFormPieces::Add(const Curve& curve, double offset, double scale, int32_t max_degree) {
-  const auto spans = BezierSpans::Of(curve);
+  const auto spans = BezierSpans::Of(curve, max_degree);
   if (!spans) return false;
   std::size_t points = points_.size();
-  for (const BezierSpan& span : *spans) {
-    if (span.degree > max_degree) return false;
-    points += static_cast<std::size_t>(span.degree) + 2;
-  }
+  for (const BezierSpan& span : *spans) points += static_cast<std::size_t>(span.degree) + 2;
   points_.reserve(points);
   pieces_.reserve(pieces_.size() + spans->size());
   for (const BezierSpan& span : *spans)

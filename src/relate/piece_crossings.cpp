@@ -19,7 +19,8 @@ constexpr int kContactHalvings = 5;         // of both parts together before con
 constexpr int kNewtonSteps = 16;
 constexpr int kContactSteps = 30;
 constexpr int kApproachRounds = 4;
-constexpr double kSettled = 1e-9;   // of a parameter: the next step would be rounding
+constexpr int64_t kApproachCost = 8;  // in pairs of parts
+constexpr double kSettled = 1e-9;     // of a parameter: the next step would be rounding
 constexpr double kRestless = 1e-7;  // of a parameter: Newton's method has settled but for rounding
 constexpr double kInsideMargin = 1e-10;   // of a parameter, for roots at the joint of two parts
 constexpr double kSamePointReach = 0.01;  // parameters further apart are never the same crossing
@@ -31,6 +32,13 @@ struct Pair {
   double b;
 };
 
+// Newton's method and the halvings take time with the square of the degree.
+int64_t CostOfPair(int32_t n, int32_t m) {
+  constexpr int64_t kCheapSquares =
+      32;  // the sum of two squares of degrees that costs as much again
+  return 1 + (int64_t{n} * n + int64_t{m} * m) / kCheapSquares;
+}
+
 bool OnPiece(double t) { return t >= -kInsideMargin && 1.0 + kInsideMargin >= t; }
 
 // Within a part, joints included.
@@ -40,8 +48,15 @@ bool Holds(const PiecePart& part, double t) {
 
 class PieceSearch {
  public:
-  PieceSearch(const BezierPiece& a, const BezierPiece& b, double tol, Crossings& found)
-      : a_(a), b_(b), tol_(tol), found_(found), first_found_(found.size()) {
+  PieceSearch(const BezierPiece& a, const BezierPiece& b, double tol, int64_t& effort,
+              Crossings& found)
+      : a_(a),
+        b_(b),
+        tol_(tol),
+        effort_(effort),
+        pair_cost_(CostOfPair(a.degree, b.degree)),
+        found_(found),
+        first_found_(found.size()) {
     const std::size_t needed = 2 * static_cast<std::size_t>(kMaxHalvings + 2) *
                                static_cast<std::size_t>(std::max(a.degree, b.degree) + 1);
     if (needed > stack_arena_.size()) heap_arena_.resize(needed);
@@ -101,7 +116,8 @@ class PieceSearch {
   void Search(const PiecePart& a, const PiecePart& b, Quest quest, int halvings) {
     const double slack = quest == Quest::kAnything ? tol_ : rounding_;
     if (overlap_ || BoxesApart(a.box, b.box, slack)) return;
-    if (++pairs_ > kMaxPairs) return;
+    if (++pairs_ > kMaxPairs || effort_ < 0) return;
+    effort_ -= pair_cost_;
     if (pairs_ > kOverlapPairs) CheckOverlap();
     if (overlap_ || StripApart(a, b, slack) || StripApart(b, a, slack)) return;
 
@@ -194,6 +210,7 @@ class PieceSearch {
   // Where the pieces come closest next to the middles of two parts; unless these are leaves, only
   // if they are close there already.
   bool FindNearMiddle(const PiecePart& a, const PiecePart& b, bool leaves) {
+    effort_ -= kApproachCost * pair_cost_;
     Pair at{a.middle(), RefineNearest(b_, PointAt(a_, a.middle()), b.middle())};
     if (!leaves && !Close(at)) return false;
     for (int round = 0; round < kApproachRounds; ++round) {
@@ -272,6 +289,8 @@ class PieceSearch {
   const BezierPiece& a_;
   const BezierPiece& b_;
   const double tol_;
+  int64_t& effort_;
+  const int64_t pair_cost_;
   Crossings& found_;
   const std::size_t first_found_;
   double rounding_ = 0.0;
@@ -286,9 +305,9 @@ class PieceSearch {
 
 }  // namespace
 
-Common FindPieceCrossings(const BezierPiece& a, const BezierPiece& b, double tol,
+Common FindPieceCrossings(const BezierPiece& a, const BezierPiece& b, double tol, int64_t& effort,
                           Crossings& found) {
-  return PieceSearch(a, b, tol, found).Run();
+  return PieceSearch(a, b, tol, effort, found).Run();
 }
 
 }  // namespace kurvo

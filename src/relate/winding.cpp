@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 
 #include "build/bezier_pieces.h"
 #include "build/casteljau_split.h"
@@ -18,6 +19,8 @@ namespace kurvo {
 namespace {
 
 constexpr std::size_t kStackOrder = 40;
+constexpr int64_t kHalvingCost = 128;   // in mixes, besides those it makes
+constexpr int64_t kIntegrandCost = 32;  // the same
 
 bool Coincide(Vec2 a, Vec2 b, double tol) { return Within(OnPlane(a - b), tol); }
 
@@ -58,19 +61,22 @@ double AngleOfArc(const KurvoArc& arc, Vec2 q, double tol) {
 template <std::size_t kDim>
 class AngleOfBezier {
  public:
-  AngleOfBezier(Vec2 q, double tol) : q_(q), tol_(tol) {}
+  AngleOfBezier(Vec2 q, double tol, WindingEffort& effort) : q_(q), tol_(tol), effort_(effort) {}
 
   // `points` are used up.
   double operator()(double (*points)[kDim], int32_t n) { return Of(points, n, kMaxDepth); }
 
  private:
   static constexpr int kMaxDepth = 30;  // then the chord is as good as the curve
-  static constexpr int kMaxHalvings = 4096;
 
   double Of(double (*points)[kDim], int32_t n, int depth) {
-    if (depth == 0 || halvings_ == kMaxHalvings || n < 2 || TurnsAsChord(points, n))
-      return AngleOfLine(Planar(points[0]), Planar(points[n]), q_, tol_);
-    ++halvings_;
+    const Vec2 start = Planar(points[0]);
+    const Vec2 end = Planar(points[n]);
+    // Halving spreads what is not a number to an end of both halves, and never takes it away.
+    const bool no_curve = std::isnan(start.x + start.y) || std::isnan(end.x + end.y);
+    if (depth == 0 || no_curve || effort_.mixes < 0 || n < 2 || TurnsAsChord(points, n))
+      return AngleOfLine(start, end, q_, tol_);
+    effort_.mixes -= kHalvingCost + int64_t{n} * n / 2;
     WorkArea<double[kDim], kStackOrder> before(static_cast<std::size_t>(n) + 1);
     SplitBezier(points, n, 0.5, before.data());
     const double angle = Of(before.data(), n, depth - 1);
@@ -92,7 +98,7 @@ class AngleOfBezier {
 
   const Vec2 q_;
   const double tol_;
-  int halvings_ = 0;
+  WindingEffort& effort_;
 };
 
 // Twice the area of a Bezier curve: the integral over [0, 1] of (C - q) x C' = A x A' / W^2, with A
@@ -101,7 +107,8 @@ class AngleOfBezier {
 template <std::size_t kDim>
 class AreaOfBezier {
  public:
-  AreaOfBezier(const double (*points)[kDim], int32_t n, Vec2 q) : points_(points), n_(n), q_(q) {
+  AreaOfBezier(const double (*points)[kDim], int32_t n, Vec2 q, WindingEffort& effort)
+      : points_(points), n_(n), q_(q), effort_(effort) {
     double size = 0.0;
     for (int32_t i = 0; i <= n; ++i) size = std::max(size, Length(Planar(points[i]) - q));
     noise_ = kNoise * size * size;
@@ -142,6 +149,7 @@ class AreaOfBezier {
                  {0.9602898564975363, 0.1012285362903763}};
     const double middle = 0.5 * (from + to);
     const double half = 0.5 * (to - from);
+    effort_.mixes -= 2 * std::ssize(kRule) * (kIntegrandCost + int64_t{n_} * n_);
     double sum = 0.0;
     for (const auto& [node, weight] : kRule)
       sum += weight * (Integrand(middle - half * node) + Integrand(middle + half * node));
@@ -149,16 +157,19 @@ class AreaOfBezier {
   }
 
   double Over(double from, double to, double whole, int depth) const {
+    if (effort_.mixes < 0) return whole;
     const double middle = 0.5 * (from + to);
     const double left = Quadrature(from, middle);
     const double right = Quadrature(middle, to);
-    if (depth == 0 || noise_ >= std::fabs(left + right - whole)) return left + right;
+    const double change = std::fabs(left + right - whole);
+    if (depth == 0 || noise_ >= change || std::isnan(change)) return left + right;
     return Over(from, middle, left, depth - 1) + Over(middle, to, right, depth - 1);
   }
 
   const double (*points_)[kDim];
   const int32_t n_;
   const Vec2 q_;
+  WindingEffort& effort_;
   double noise_;
 };
 
@@ -199,7 +210,7 @@ double Refuse(GlobalVar& g) {
 
 }  // namespace
 
-double WindingAngle(const Curve& curve, Vec2 q, GlobalVar& g) {
+double WindingAngle(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar& g) {
   const double tol = g.epsilon;
   return VisitCurve(
       curve,
@@ -210,13 +221,13 @@ double WindingAngle(const Curve& curve, Vec2 q, GlobalVar& g) {
                  [&](const auto& view) {
                    return SumOfBeziers(view, g,
                                        [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
-                                         return AngleOfBezier<kDim>(q, tol)(points, n);
+                                         return AngleOfBezier<kDim>(q, tol, effort)(points, n);
                                        });
                  },
                  [](const CompositeView&) { return 0.0; }, [&](Refused) { return Refuse(g); }});
 }
 
-double SweptArea(const Curve& curve, Vec2 q, GlobalVar& g) {
+double SweptArea(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar& g) {
   return VisitCurve(
       curve,
       Overloaded{[&](const KurvoLine& line) {
@@ -230,10 +241,10 @@ double SweptArea(const Curve& curve, Vec2 q, GlobalVar& g) {
                    return 0.5 * (Cross(Planar(arc.centre) - q, chord) + r * r * sweep);
                  },
                  [&](const auto& view) {
-                   return SumOfBeziers(view, g,
-                                       [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
-                                         return 0.5 * AreaOfBezier<kDim>(points, n, q).Twice();
-                                       });
+                   return SumOfBeziers(
+                       view, g, [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
+                         return 0.5 * AreaOfBezier<kDim>(points, n, q, effort).Twice();
+                       });
                  },
                  [](const CompositeView&) { return 0.0; }, [&](Refused) { return Refuse(g); }});
 }

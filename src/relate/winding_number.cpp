@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t kStackOrder = 40;
 constexpr int kMaxDepth = 40;           // halvings of one curve; then its chord is as good
 constexpr double kStraightness = 1e-6;  // of the tolerance
-constexpr int64_t kHalvingCost = 8;     // besides the mixes
+constexpr int64_t kHalvingCost = 128;   // in mixes, besides those it makes
 
 Vec2 NearestOnLine(Vec2 a, Vec2 b, Vec2 p) {
   const Vec2 along = b - a;
@@ -168,7 +168,10 @@ int WindingNumber::HalveBezier(double (*points)[kDim], int32_t n, int depth) {
   const Vec2 start = Planar(points[0]);
   const Vec2 end = Planar(points[n]);
   if (side == Side::kRight) return StepUp(start, end);
-  if (depth == 0 || IsStraight(points, n)) return MeetLine(start, end);
+  // Halving spreads a coordinate or a weight that is not a number to an end of both halves, which
+  // no number of further halvings takes away.
+  const bool no_curve = std::isnan(start.x + start.y) || std::isnan(end.x + end.y);
+  if (depth == 0 || no_curve || IsStraight(points, n)) return MeetLine(start, end);
   work_left_ -= kHalvingCost + int64_t{n} * n / 2;
   WorkArea<double[kDim], kStackOrder> before(static_cast<std::size_t>(n) + 1);
   SplitBezier(points, n, 0.5, before.data());

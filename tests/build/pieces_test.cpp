@@ -107,7 +107,7 @@ TEST(Pieces, InFlatStorageEqualThoseOfTheComposite) {
     Owned whole = Make("c 3 2 (l 0 0 1 1)(c 4 .5 (b 0 0 1 1)(e))");
     auto& inner = *static_cast<KurvoSegcv*>(whole.block<KurvoSegcv>().curves[1].data);
     inner.curves[1] = s.curve.Release();
-    const auto spans = kurvo::BezierSpans::Of(*whole);
+    const auto spans = kurvo::BezierSpans::Of(*whole, 4096);
     ASSERT_TRUE(spans.has_value());
     ASSERT_EQ(spans->size(), static_cast<std::size_t>(s.spans) + 1);
     EXPECT_EQ((*spans)[0].start, 3);
@@ -122,8 +122,13 @@ TEST(Pieces, InFlatStorageEqualThoseOfTheComposite) {
       EXPECT_TRUE(std::equal(span.points, span.points + s.order * span.stride(), want.points));
     }
   }
-  EXPECT_FALSE(kurvo::BezierSpans::Of(*Nested(65)).has_value());
-  EXPECT_TRUE(kurvo::BezierSpans::Of(*Nested(64)).has_value());
+  EXPECT_FALSE(kurvo::BezierSpans::Of(*Nested(65), 9).has_value());
+  EXPECT_TRUE(kurvo::BezierSpans::Of(*Nested(64), 9).has_value());
+  const Owned cubic = Make("b 0 0 1 1 2 1 3 0"), spline = Make("B 0 0 1 1 2 1 | 0 0 0 1 1 1");
+  EXPECT_TRUE(kurvo::BezierSpans::Of(*cubic, 3).has_value());
+  EXPECT_FALSE(kurvo::BezierSpans::Of(*cubic, 2).has_value());
+  EXPECT_TRUE(kurvo::BezierSpans::Of(*spline, 2).has_value());
+  EXPECT_FALSE(kurvo::BezierSpans::Of(*spline, 1).has_value());
 }
 
 TEST(Pieces, OfKnotsWithoutOrderAreSomeResult) {

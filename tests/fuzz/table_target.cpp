@@ -1,0 +1,55 @@
+// The functions of one group, called as the fuzzer's bytes say. The first byte chooses the
+// function, the second how it is called, the third which request for memory fails; the rest are its
+// arguments.
+#include <cstdio>
+#include <cstdlib>
+
+#include "fuzz/groups.h"
+#include "robust/runner.h"
+
+namespace kurvo_test {
+namespace {
+
+constexpr uint8_t kHostileBit = 1;
+constexpr uint8_t kFailureBit = 2;   // memory fails in half the runs,
+constexpr uint8_t kFromThenBit = 4;  // once or from then on
+constexpr uint8_t kRepeatBit = 8;    // a second run must give the same bits
+constexpr std::size_t kHeader = 3;
+
+std::vector<Entry> EntriesOfThisGroup() {
+  std::vector<Entry> entries = Table();
+  std::erase_if(entries,
+                [](const Entry& entry) { return GroupOf(entry.name) != KURVO_FUZZ_GROUP; });
+  return entries;
+}
+
+[[noreturn]] void Report(const Entry& entry, const Outcome& outcome, const char* complaint) {
+  std::fprintf(stderr, "%s: %s; error 0x%X, %g s, %lld bytes\n", entry.name, complaint,
+               static_cast<unsigned>(outcome.error), outcome.seconds,
+               static_cast<long long>(outcome.memory.peak));
+  std::abort();
+}
+
+}  // namespace
+}  // namespace kurvo_test
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+  using namespace kurvo_test;
+  static const std::vector<Entry> kEntries = EntriesOfThisGroup();
+  if (size < kHeader || kEntries.empty()) return 0;
+  const Entry& entry = kEntries[data[0] % kEntries.size()];
+  RunOptions options;
+  if (data[1] & kHostileBit) options.mode = Mode::kHostile;
+  if (data[1] & kFailureBit)
+    options.failure = {.granted = data[2] % 32, .from_then = (data[1] & kFromThenBit) != 0};
+  const auto run = [&] {
+    Source source(data + kHeader, size - kHeader);
+    const Outcome outcome = RunOnce(entry, source, options);
+    if (!outcome.complaint.empty()) Report(entry, outcome, outcome.complaint.c_str());
+    return outcome;
+  };
+  const Outcome first = run();
+  options.fill = 0x3C;
+  if (data[1] & kRepeatBit && run().digest != first.digest) Report(entry, first, "other bits");
+  return 0;
+}

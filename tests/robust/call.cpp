@@ -1,0 +1,235 @@
+#include "robust/call.h"
+
+#include <time.h>
+
+#include <cstring>
+
+#include "robust/libm.h"
+
+namespace kurvo_test {
+namespace {
+
+double ProcessorSeconds() {
+  timespec now;
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+constexpr int kErrors[] = {KURVO_ERR_NONE,
+                           KURVO_ERR_MEMORY,
+                           KURVO_ERR_CURVE,
+                           KURVO_ERR_TOLERANCE,
+                           KURVO_ERR_STACK_EMPTY,
+                           KURVO_ERR_CHAIN_INDEX,
+                           KURVO_ERR_CHAIN_BREAK,
+                           KURVO_ERR_CHAIN_ENDS,
+                           KURVO_ERR_RANGE,
+                           KURVO_ERR_WEIGHT,
+                           KURVO_ERR_CHAIN_DEGENERATE,
+                           KURVO_ERR_CHAIN_CONVERT,
+                           KURVO_WARN_NO_ORIENTATION,
+                           KURVO_ERR_DERIVATIVE_ORDER,
+                           KURVO_ERR_ZERO_WEIGHT,
+                           KURVO_ERR_SHORT_TANGENT,
+                           KURVO_WARN_SHORT_VECTOR,
+                           KURVO_ERR_SAME_POINTS,
+                           KURVO_ERR_RADIUS_TOO_SMALL,
+                           0x77C452,   // a scale factor
+                           0xD53,      // a type to rotate
+                           0x75AC52,   // points of a spline missing
+                           0x77B852};  // points of a spline refused
+
+}  // namespace
+
+bool IsDocumentedError(int code) {
+  for (const int error : kErrors)
+    if (code == error) return true;
+  return false;
+}
+
+Call::Call(Source& source, Mode mode, const Gallery* gallery, const MemoryFailure& failure,
+           uint8_t fill)
+    : in_(source),
+      mode_(mode),
+      gallery_(gallery),
+      failure_(failure),
+      fill_(fill),
+      inputs_(source, mode, store_),
+      own_(source, mode, own_store_) {
+  KurvoInitGlobalVar(&g);
+  if (in_.OneIn(8)) KurvoclSetEpsilon(in_.Pick({1e-6, 1e-4, .01}), 1e-5, &g);
+  if (in_.OneIn(8)) KurvoclSetEpsilon0(in_.Pick({1e-6, 1e-4, .01}), &g);
+  if (in_.OneIn(8)) g.error = KURVO_WARN_SHORT_VECTOR;
+  if (!hostile()) return;
+  if (in_.OneIn(16)) KurvoclPushEpsilon(in_.Pick({1e-300, 5e-324, 1e-12, .01}), &g);
+  if (in_.OneIn(16)) KurvoclPushEpsilon0(in_.Pick({1e-300, 5e-324, 1e-12, .01}), &g);
+  while (in_.OneIn(64) && g.depth < KURVO_STACK_SIZE)
+    for (int i = 0; i < 63; ++i) KurvoclPushEpsilon(1e-5, &g);
+  if (in_.OneIn(32)) g.error = in_.Pick({int{KURVO_ERR_CURVE}, int{KURVO_ERR_TOLERANCE}});
+}
+
+const double* Call::Array(int count) {
+  double* const numbers = store_.Numbers(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) numbers[i] = Number();
+  return numbers;
+}
+
+const Curve* Call::AnyCurve(unsigned wanted) {
+  if (hostile() && in_.OneIn(100)) return nullptr;
+  if (gallery_) return &gallery_->curve(in_, mode_, wanted);
+  Curve* const curve = store_.Zeroed<Curve>();
+  *curve = inputs_.CurveOf(wanted);
+  return curve;
+}
+
+const Cvseq* Call::AnySequence() {
+  if (hostile() && in_.OneIn(100)) return nullptr;
+  if (gallery_) return &gallery_->sequence(in_, mode_);
+  Cvseq* const seq = store_.Zeroed<Cvseq>();
+  *seq = inputs_.Sequence();
+  return seq;
+}
+
+const CvParam* Call::AnyList() {
+  if (hostile() && in_.OneIn(100)) return nullptr;
+  CvParam* const list = store_.Zeroed<CvParam>();
+  *list = inputs_.Parameters();
+  return list;
+}
+
+const KurvoArc* Call::AnyArc() {
+  if (hostile() && in_.OneIn(100)) return nullptr;
+  return static_cast<const KurvoArc*>(inputs_.Arc().data);
+}
+
+Curve* Call::OwnCurve() {
+  if (hostile() && in_.OneIn(100)) return nullptr;
+  Curve* const curve = own_store_.Zeroed<Curve>();
+  *curve = own_.Curve();
+  return curve;
+}
+
+double* Call::Room(int count) {
+  double* const room = OwnNumbers(count);
+  for (int i = 0; i < count; ++i) room[i] = kUnwritten;
+  return room;
+}
+
+void Call::Start() {
+  before_ = store_.Checksum();
+  own_before_ = own_store_.Checksum();
+  state_before_ = g;
+  UsedLibm();
+  started_ = ProcessorSeconds();
+  WatchMemory(failure_, fill_);
+}
+
+void Call::Stop() {
+  outcome_.memory = UnwatchMemory();
+  outcome_.seconds = ProcessorSeconds() - started_;
+  outcome_.libm = UsedLibm();
+  Expect(store_.Checksum() == before_, "input changed");
+  Expect(IsDocumentedError(g.error) || g.error == state_before_.error, "unknown error code");
+  state_before_.error = g.error;
+  Expect(state_may_change_ || std::memcmp(&g, &state_before_, sizeof g) == 0, "tolerances changed");
+}
+
+void Call::Expect(bool truth, const char* what) {
+  if (!truth && outcome_.complaint.empty()) outcome_.complaint = what;
+}
+
+void Call::Add(const double* numbers, int count) {
+  for (int i = 0; i < count; ++i) digest_.Add(numbers[i]);
+}
+
+void Call::Code(int64_t result, std::initializer_list<int64_t> documented) {
+  bool known = false;
+  for (const int64_t code : documented) known = known || code == result;
+  Expect(known, "undocumented result");
+  digest_.Add(static_cast<uint64_t>(result));
+}
+
+void Call::AddState() {
+  for (const double x : {g.epsilon, g.epsilon_1, g.epsilon2, g.epsilon0}) Add(x);
+  digest_.Add(g.depth);
+  digest_.Add(g.depth0);
+  Add(g.stack, g.depth);
+  Add(g.stack0, g.depth0);
+}
+
+void Call::ReadBezier(const Curve& curve) {
+  const auto& block = *static_cast<const KurvoRBezier*>(curve.data);
+  const int size = curve.type == CV_RBEZIER ? 4 : 3;
+  digest_.Add(block.degree);
+  Expect(block.degree >= 0, "degree of a result");
+  const auto* const points = reinterpret_cast<const double*>(block.points);
+  if (block.degree >= 0) Add(points, size * (block.degree + 1));
+}
+
+void Call::ReadSpline(const Curve& curve) {
+  const auto& block = *static_cast<const KurvoRBSpline*>(curve.data);
+  const int size = curve.type == CV_RBSPLINE ? 4 : 3;
+  digest_.Add(block.order);
+  digest_.Add(block.count);
+  if (block.order < 1 || block.count < 0) return Expect(false, "sizes of a result");
+  Add(reinterpret_cast<const double*>(block.points), size * block.count);
+  Add(block.knots, block.order + block.count);
+}
+
+void Call::Read(const Curve& curve, bool bare) {
+  digest_.Add(curve.type);
+  Expect(curve.attr == 0 && curve.attr_p1 == 0 && curve.attr_p2 == 0, "attribute of a result");
+  if (!curve.data) return Expect(bare || curve.type == 0, "type without data");
+  switch (curve.type) {
+    case CV_LINE:
+      return Add(static_cast<const KurvoLine*>(curve.data)->start, 6);
+    case CV_ARC:
+      return Add(&static_cast<const KurvoArc*>(curve.data)->radius, 13);
+    case CV_BEZIER:
+    case CV_RBEZIER:
+      return ReadBezier(curve);
+    case CV_BSPLINE:
+    case CV_RBSPLINE:
+      return ReadSpline(curve);
+    case CV_SEGCV: {
+      const auto& block = *static_cast<const KurvoSegcv*>(curve.data);
+      digest_.Add(block.count);
+      Expect(block.count >= 0, "pieces of a result");
+      for (int32_t i = 0; i < block.count; ++i) Read(block.curves[i], bare);
+      return Add(block.widths, block.count);
+    }
+    default:
+      return Expect(false, "data without a known type");
+  }
+}
+
+void Call::Take(Curve& curve, bool bare) {
+  Read(curve, bare);
+  Neutral(!curve.data);
+  KurvocvFreeCurve(&curve);
+}
+
+void Call::Take(Cvseq& seq, bool bare) {
+  digest_.Add(seq.count);
+  Expect((seq.count > 0) == (seq.curves != nullptr) && seq.count >= 0, "count without an array");
+  for (int32_t i = 0; i < seq.count; ++i) Read(seq.curves[i], bare);
+  Neutral(seq.count == 0);
+  KurvocvFreeCvseq(&seq);
+}
+
+void Call::Take(CvParam& list) {
+  digest_.Add(list.count);
+  Expect((list.count > 0) == (list.values != nullptr) && list.count >= 0, "count without an array");
+  Add(list.values, list.count);
+  Neutral(list.count == 0);
+  KurvocrFreeCvParam(&list);
+}
+
+Outcome Call::Finish() {
+  digest_.Add(g.error);
+  outcome_.digest = digest_.value();
+  outcome_.error = g.error;
+  return std::move(outcome_);
+}
+
+}  // namespace kurvo_test

@@ -1,0 +1,112 @@
+// One random call of one function: its arguments, what is watched while it runs, what it gives.
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <type_traits>
+
+#include "kurvo.h"
+#include "robust/allocation.h"
+#include "robust/records.h"
+#include "robust/source.h"
+
+namespace kurvo_test {
+
+struct Outcome {
+  uint64_t digest = 0;
+  int error = 0;
+  bool libm = false;   // went through the C library's mathematics
+  double seconds = 0;  // of processor time, in the library
+  MemoryUse memory;
+  std::string complaint;  // what was wrong with it, empty when nothing was
+};
+
+class Call {
+ public:
+  Call(Source& source, Mode mode, const Gallery* gallery, const MemoryFailure& failure,
+       uint8_t fill);
+
+  // ---- arguments
+  Source& in() { return in_; }
+  bool hostile() const { return mode_ == Mode::kHostile; }
+  double Number() { return inputs_.Number(); }
+  double Parameter() { return inputs_.Parameter(); }
+  void ShortCurves() { inputs_.ShortCurves(); }
+  const double* Point(int size = 3) { return inputs_.Point(size); }
+  const double* Array(int count);
+  // Null now and then when hostile. Inputs are to come back as they were.
+  const Curve* AnyCurve(unsigned wanted = kAnyType);
+  const Cvseq* AnySequence();
+  const CvParam* AnyList();
+  const KurvoArc* AnyArc();
+  // To be changed in place.
+  Curve* OwnCurve();
+  double* OwnNumbers(int count) { return own_store_.Numbers(static_cast<std::size_t>(count)); }
+  Maker& own() { return own_; }
+  // Room for results, filled with kUnwritten.
+  double* Room(int count);
+  static constexpr double kUnwritten = -77;
+
+  // ---- the call
+  GlobalVar g;
+  // Everything but the error of `g` is to stay as it is, unless `state_may_change` was called.
+  void StateMayChange() { state_may_change_ = true; }
+  template <class Body>
+  auto Run(Body&& body) {
+    Start();
+    if constexpr (std::is_void_v<decltype(body())>) {
+      body();
+      Stop();
+    } else {
+      const auto result = body();
+      Stop();
+      return result;
+    }
+  }
+
+  // ---- results
+  bool OutOfMemory() const { return g.error == KURVO_ERR_MEMORY; }
+  void Expect(bool truth, const char* what);
+  // What holds when memory has run out.
+  void Neutral(bool truth) { Expect(!OutOfMemory() || truth, "result not neutral without memory"); }
+  // For in-place functions that fail: the curve and what it owns is as it was.
+  void Unchanged() { Expect(own_store_.Checksum() == own_before_, "changed although it failed"); }
+  void Add(double x) { digest_.Add(x); }
+  void Add(const double* numbers, int count);
+  void Code(int64_t result, std::initializer_list<int64_t> documented);
+  void AddOwn() { own_store_.AddNumbers(digest_); }
+  void AddState();
+  // New records, which are freed. `bare` says that a type without a block may come out.
+  void Take(Curve& curve, bool bare = false);
+  void Take(Cvseq& seq, bool bare = false);
+  void Take(CvParam& list);
+  // Reads the whole of a record that the library made.
+  void Read(const Curve& curve, bool bare);
+
+  Outcome Finish();
+
+ private:
+  void Start();
+  void Stop();
+  void ReadBezier(const Curve& curve);
+  void ReadSpline(const Curve& curve);
+
+  Source& in_;
+  Mode mode_;
+  const Gallery* gallery_;
+  MemoryFailure failure_;
+  uint8_t fill_;
+  Store store_, own_store_;
+  Maker inputs_, own_;
+  bool state_may_change_ = false;
+  uint64_t before_ = 0, own_before_ = 0;
+  GlobalVar state_before_;
+  double started_ = 0;
+  Digest digest_;
+  Outcome outcome_;
+};
+
+bool IsDocumentedError(int code);
+
+}  // namespace kurvo_test

@@ -1,0 +1,92 @@
+// Records that once took a call minutes. None may take a second.
+#include <gtest/gtest.h>
+#include <time.h>
+
+#include "build/curves.h"
+#include "robust/runner.h"
+
+namespace kurvo_test {
+namespace {
+
+class Findings : public testing::Test {
+ protected:
+  // Of processor time.
+  template <class Body>
+  void ExpectQuick(Body&& body) {
+    timespec from, to;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &from);
+    body();
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &to);
+    const double seconds = static_cast<double>(to.tv_sec - from.tv_sec) +
+                           1e-9 * static_cast<double>(to.tv_nsec - from.tv_nsec);
+    EXPECT_LT(seconds, kMaxSeconds);
+  }
+  // A rational Bezier curve with one weight that is wrong.
+  Owned Weighted(int degree, double weight) {
+    Numbers points = RandomPoints(random, degree + 1, true);
+    points[5] = weight;
+    return MakeFreeForm(CV_RBEZIER, points);
+  }
+  Random random;
+  Globals g;
+};
+
+TEST_F(Findings, WindingAroundWeightsThatAreNoWeights) {
+  for (const int degree : {2, 39, 4095})
+    for (const double weight : {kNaN, -1.}) {
+      const Owned curve = Weighted(degree, weight), line = Make("l 3 4 -2 -5");
+      Curve curves[] = {*curve, *line};
+      const Cvseq chain = {2, curves};
+      SCOPED_TRACE(testing::Message() << "degree " << degree << ", weight " << weight);
+      ExpectQuick([&] {
+        Point centre, normal;
+        KurvocvCvseqNormal(&chain, centre, normal, &g);
+      });
+      ExpectQuick([&] {
+        uint32_t result;
+        KurvosfPntBoundForPlane(Point{0, 0, 1}, &chain, Point{.25, .5, 0}, &result, &g);
+      });
+    }
+}
+
+TEST_F(Findings, IntersectionOfNoise) {
+  Numbers points = RandomPoints(random, 41, false);
+  points[11] = 1e300;
+  const Owned wild = MakeFreeForm(CV_BEZIER, points);
+  const Owned polygon = Make("B 0 1 2 3 -7 4 5 6 2 -8 3 9 1 -3 4 4 | 0 0 1 2 3 4 5 6 7 7");
+  ExpectQuick([&] { KurvocrCurveCurve(polygon.get(), wild.get(), nullptr, nullptr, 3, &g); });
+}
+
+// A degree that is refused is refused before a span is taken out.
+TEST_F(Findings, IntersectionOfHighOrders) {
+  Numbers knots;
+  for (int i = 0; i < 8200; ++i) knots.push_back(i);
+  const Owned high = MakeFreeForm(CV_RBSPLINE, RandomPoints(random, 4150, true), knots);
+  const Owned bezier = Make("b 0 0 1 4 3 1");
+  ExpectQuick([&] {
+    EXPECT_EQ(KurvocrCurveCurve(high.get(), bezier.get(), nullptr, nullptr, 3, &g), KURVO_NOTHING);
+  });
+  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE);
+}
+
+TEST_F(Findings, LengthOfHighDegrees) {
+  Numbers points = RandomPoints(random, 1024, false);
+  for (double& x : points) x *= 1e6;
+  const Owned high = MakeFreeForm(CV_BEZIER, points);
+  double length = 0;
+  ExpectQuick([&] { KurvocvCurveLen(high.get(), 0, 1, &length, &g); });
+  // Chords are shorter, and close to it where the curve wriggles most, next to its ends.
+  double sum = 0;
+  Point last = PointAt(*high, 0);
+  for (int i = 1; i <= 400; ++i) {
+    const double u = i / 400.;
+    const Point p = PointAt(*high, u * u * (3 - 2 * u));
+    sum += KurvoclDistPoint(last, p);
+    last = p;
+  }
+  EXPECT_GE(length, sum);
+  EXPECT_NEAR(length, sum, .01 * sum);
+}
+
+}  // namespace
+}  // namespace kurvo_test

@@ -1,0 +1,199 @@
+// Blocks, numbers and sequences; the curves are in records_curves.cpp.
+#include "robust/records.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <new>
+
+namespace kurvo_test {
+
+Store::~Store() {
+  for (const Block& block : blocks_) std::free(block.memory);
+}
+
+void* Store::Allocate(std::size_t size, bool numbers) {
+  void* const memory = std::calloc(1, size);
+  if (!memory) throw std::bad_alloc();
+  blocks_.push_back({memory, size, numbers});
+  return memory;
+}
+
+uint64_t Store::Checksum() const {
+  Digest sum;
+  for (const Block& block : blocks_) {
+    const char* const bytes = static_cast<const char*>(block.memory);
+    for (std::size_t i = 0; i < block.size; i += 8) {
+      uint64_t word;  // every block is made of words
+      std::memcpy(&word, bytes + i, sizeof word);
+      sum.Add(word);
+    }
+  }
+  return sum.value();
+}
+
+void Store::AddNumbers(Digest& digest) const {
+  for (const Block& block : blocks_)
+    for (std::size_t i = 0; block.numbers && i < block.size / sizeof(double); ++i)
+      digest.Add(static_cast<const double*>(block.memory)[i]);
+}
+
+double Maker::Plain() {
+  switch (in_.Below(4)) {
+    case 0:
+    case 1:
+      return in_.Between(-8, 8);
+    case 2:
+      return in_.Between(-512, 512) / 64.;
+    default:
+      return 20 * in_.Fraction() - 10;
+  }
+}
+
+double Maker::Malicious() {
+  using Limits = std::numeric_limits<double>;
+  constexpr double kValues[] = {0.,
+                                -0.,
+                                Limits::denorm_min(),
+                                -Limits::denorm_min(),
+                                Limits::min(),
+                                1e-308,
+                                1e308,
+                                -1e308,
+                                Limits::max(),
+                                -Limits::max(),
+                                Limits::infinity(),
+                                -Limits::infinity(),
+                                Limits::quiet_NaN(),
+                                1e-300,
+                                1e-160,
+                                1e-16,
+                                1e-6,
+                                -1e-6,
+                                5e-7,
+                                1e-3,
+                                .5,
+                                1,
+                                -1,
+                                1e6,
+                                2147483648.,
+                                9007199254740992.,
+                                -1e15,
+                                1e19,
+                                1e100,
+                                1e154,
+                                -1e160};
+  switch (in_.Below(4)) {
+    case 0:
+      return Plain();
+    case 1:
+      return std::bit_cast<double>(in_.Bits());
+    default:
+      return in_.Pick(kValues);
+  }
+}
+
+double Maker::Number() {
+  taint_ = hostile() && in_.Below(2) ? Taint::kAll : Taint::kNone;
+  return Coordinate();
+}
+
+double Maker::Parameter() {
+  if (hostile() && in_.OneIn(3)) return Malicious();
+  const uint32_t kind = in_.Below(8);
+  if (kind == 0) return in_.Below(2);
+  if (kind == 1) return 2 * in_.Fraction() - .5;
+  return kind < 4 ? in_.Below(9) / 8. : in_.Fraction();
+}
+
+double* Maker::Point(int size) {
+  double* const p = store_.Numbers(static_cast<std::size_t>(size));
+  for (int i = 0; i < size; ++i) p[i] = Number();
+  if (!hostile()) p[size == 4 ? 3 : 2] = size == 4 ? .5 + in_.Fraction() : 0;
+  return p;
+}
+
+double Maker::Coordinate() {
+  switch (taint_) {
+    case Taint::kSome:
+      return in_.OneIn(8) ? Malicious() : Plain();
+    case Taint::kAll:
+      return Malicious();
+    case Taint::kOneValue:
+      return one_value_;
+    case Taint::kHuge:
+      return 1e150 * Plain();
+    case Taint::kTiny:
+      return 1e-9 * Plain();
+    default:
+      return Plain();
+  }
+}
+
+void Maker::ChooseTaint() {
+  taint_ = Taint::kNone;
+  if (!hostile()) return;
+  constexpr Taint kTaints[] = {Taint::kNone,     Taint::kNone, Taint::kNone,
+                               Taint::kSome,     Taint::kSome, Taint::kAll,
+                               Taint::kOneValue, Taint::kHuge, Taint::kTiny};
+  taint_ = in_.Pick(kTaints);
+  one_value_ = in_.Below(2) ? Plain() : Malicious();
+}
+
+// Joined end to start, closed or not.
+Cvseq Maker::Sequence() {
+  if (hostile() && in_.OneIn(16))
+    return {in_.Pick({0, -1, INT32_MIN, 3}), in_.Below(2) ? store_.Zeroed<::Curve>(3) : nullptr};
+  const int count = hostile() && in_.OneIn(64) ? 300 : in_.Between(1, 5);
+  const Cvseq seq = {count, store_.Zeroed<::Curve>(static_cast<std::size_t>(count))};
+  double first[2] = {Plain(), Plain()};
+  double from[2] = {first[0], first[1]};
+  const bool closed = in_.Below(2) == 0;
+  for (int i = 0; i < count; ++i) {
+    double to[2] = {Plain(), Plain()};
+    if (closed && i == count - 1) std::memcpy(to, first, sizeof to);
+    seq.curves[i] = hostile() && in_.OneIn(6) ? Curve(1) : Between(from, to);
+    std::memcpy(from, to, sizeof from);
+  }
+  return seq;
+}
+
+// Ascending, in [0, 1].
+CvParam Maker::Parameters() {
+  if (hostile() && in_.OneIn(8))
+    return {in_.Pick({0, -1, INT32_MIN, 2}), in_.Below(2) ? store_.Numbers(2) : nullptr};
+  const int count = hostile() && in_.OneIn(200) ? 5000 : in_.Between(0, 5);
+  const CvParam list = {count, store_.Numbers(static_cast<std::size_t>(count))};
+  for (int i = 0; i < count; ++i) list.values[i] = (i + in_.Fraction()) / count;
+  if (hostile() && in_.Below(2))
+    for (int i = 0; i < count; ++i)
+      if (in_.OneIn(3)) list.values[i] = in_.Below(2) ? Malicious() : Parameter();
+  return list;
+}
+
+Gallery::Gallery(uint64_t seed, int count) {
+  Source in(seed);
+  for (const Mode mode : {Mode::kBenign, Mode::kHostile}) {
+    Hall& hall = halls_[mode == Mode::kHostile];
+    Maker maker(in, mode, store_);
+    for (int i = 0; i < count; ++i) {
+      hall.curves.push_back(maker.Curve());
+      hall.sequences.push_back(maker.Sequence());
+    }
+  }
+}
+
+const Curve& Gallery::curve(Source& in, Mode mode, unsigned wanted) const {
+  const auto& curves = halls_[mode == Mode::kHostile].curves;
+  const Curve* curve = nullptr;
+  for (int tries = 0; tries == 0 || (tries < 20 && !IsWanted(curve->type, wanted)); ++tries)
+    curve = &curves[in.Below(static_cast<uint32_t>(curves.size()))];
+  return *curve;
+}
+
+const Cvseq& Gallery::sequence(Source& in, Mode mode) const {
+  const auto& sequences = halls_[mode == Mode::kHostile].sequences;
+  return sequences[in.Below(static_cast<uint32_t>(sequences.size()))];
+}
+
+}  // namespace kurvo_test

@@ -1,0 +1,38 @@
+// Runs entries of the table, and says which one ran when the program dies.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "robust/table.h"
+
+namespace kurvo_test {
+
+// Limits of a single call.
+constexpr double kMaxSeconds = 1;
+constexpr int64_t kMaxBytes = int64_t{256} << 20;
+
+struct RunOptions {
+  Mode mode = Mode::kBenign;
+  const Gallery* gallery = nullptr;
+  MemoryFailure failure;
+  uint8_t fill = 0xA5;
+};
+
+// Calls the function of `entry` with arguments from `source` and checks what every call owes:
+// inputs unchanged, results consistent, nothing leaked, within the limits.
+Outcome RunOnce(const Entry& entry, Source& source, const RunOptions& options);
+
+// The call with a number: the same arguments whenever it is made.
+Outcome RunNumbered(const Entry& entry, uint64_t number, const RunOptions& options);
+// How to make it again.
+std::string Trace(const Entry& entry, uint64_t number, Mode mode);
+
+// A whole number from the environment.
+int64_t Setting(const char* name, int64_t otherwise);
+uint64_t Seed();
+
+// From now on a fatal signal or a sanitizer's report names the call that was under way.
+void NameCallsThatDie();
+
+}  // namespace kurvo_test
