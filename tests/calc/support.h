@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <initializer_list>
 #include <limits>
 #include <random>
@@ -19,6 +20,15 @@ constexpr double kUlp = std::numeric_limits<double>::epsilon();
 constexpr long double kPiL = 3.14159265358979323846264338327950288L;
 
 constexpr long double L(double x) { return static_cast<long double>(x); }
+
+// Processor time since it was made, in seconds: other programs on the machine do not count.
+class Stopwatch {
+ public:
+  double Seconds() const { return static_cast<double>(std::clock() - start_) / CLOCKS_PER_SEC; }
+
+ private:
+  std::clock_t start_ = std::clock();
+};
 
 // A Coord that copies.
 struct Point : std::array<double, 3> {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -27,10 +26,9 @@ struct Answer {
 inline Answer Intersect(const Curve& a, const Curve& b, int mode, GlobalVar& g) {
   double stale = 0;
   CvParam on_a = {7, &stale}, on_b = {7, &stale};
-  const auto start = std::chrono::steady_clock::now();
+  const Stopwatch watch;
   Answer answer{KurvocrCurveCurve(&a, &b, &on_a, &on_b, mode, &g), {}};
-  const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-  EXPECT_LT(took.count(), kAnswerSeconds);
+  EXPECT_LT(watch.Seconds(), kAnswerSeconds);
   EXPECT_EQ(on_a.count, on_b.count);
   EXPECT_EQ(on_a.count > 0, answer.result == KURVO_FOUND);
   EXPECT_EQ(on_a.values != nullptr, on_a.count > 0);
