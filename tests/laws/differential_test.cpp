@@ -19,7 +19,7 @@ constexpr int kMaxCompositeDegree = 6;
 
 // What the largest errors may be. Positions and pieces: in units of size 3^n 2^-52. Derivatives: of
 // the same times (n r / span)^k for the k-th, r being the ratio of the largest to the least weight.
-constexpr double kMaxUnits = 64;
+constexpr double kMaxUnits = 16;
 
 enum Measure {
   kPosition,

@@ -196,4 +196,19 @@ TEST(IntersectFreeForm, Pairs) {
 }
 
 }  // namespace
+// A stretch along a line counts as common from a hundredth of the size of the curve on; a shorter
+// one may be the neighbourhood of a contact.
+TEST(IntersectFreeForm, StretchesOfALineCountFromOneHundredthOn) {
+  const Owned axis = Make("l -5 0 5 0");
+  const double size = std::hypot(2, 1);
+  for (const double share : {.008, .012}) {
+    const double x = share * size / 2;
+    const Owned bent = Make(Text("B", {-1, 1, -x, 0, x, 0, 1, 1}) + " | 0 0 1 2 3 3");
+    Globals g;
+    const uint32_t wanted = share > .01 ? KURVO_OVERLAP : KURVO_FOUND;
+    EXPECT_EQ(Intersect(*axis, *bent, 3, g).result, wanted) << share;
+    EXPECT_EQ(Intersect(*bent, *axis, 3, g).result, wanted) << share;
+  }
+}
+
 }  // namespace kurvo_test
