@@ -210,6 +210,15 @@ TEST(Convert, RefusesHalfAndFullCircles) {
   }
 }
 
+// Tangents whose determinant is above 1e-12 radii squared have a crossing, however far away.
+TEST(Convert, TakesArcsJustShortOfHalfACircle) {
+  for (const double sweep : {kPi - 4e-12, -kPi + 4e-12}) {
+    Owned target(CV_RBEZIER);
+    Globals g;
+    EXPECT_EQ(KurvocvConvert(Arc(3, 4, 5, 1, sweep).get(), target.get(), &g), 1u) << sweep;
+  }
+}
+
 TEST(Convert, RecognisedArcs) {
   const struct {
     const char* curve;

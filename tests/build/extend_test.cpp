@@ -189,5 +189,23 @@ TEST(ExtendCurve, CompositesFollowTheirEndPieces) {
   }
 }
 
+// Bezier curves of degree 4095 and B-splines of order 4096 are the highest that are worked on.
+TEST(ExtendCurve, WorksUpToDegree4095) {
+  for (const int degree : {4095, 4096}) {
+    Numbers points, knots;
+    for (int i = 0; i <= degree; ++i) points.insert(points.end(), {1.0 * i, 0.0});
+    for (int i = 0; i < 2 * (degree + 1); ++i) knots.push_back(i > degree);
+    for (const Owned& cv :
+         {MakeFreeForm(CV_BEZIER, points), MakeFreeForm(CV_BSPLINE, points, knots)}) {
+      Globals g;
+      Owned trimmed;
+      KurvocvExtendCurve(cv.get(), -.25, 0, trimmed.get(), &g);
+      EXPECT_EQ(KurvoErrGet(&g), degree == 4095 ? 0 : KURVO_ERR_CURVE) << cv->type;
+      if (degree > 4095) continue;
+      EXPECT_NEAR(PointAt(*trimmed, 0)[0], .25 * degree, 1e-9 * degree) << cv->type;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace kurvo_test

@@ -162,6 +162,36 @@ TEST(GenBspl, TakesEvenParametersWhereLegsAreTooUneven) {
     ExpectPasses(Fit(points, order), points, order, Even(points), 1e-12 * Size(points), "uneven");
 }
 
+// A zigzag of `order` points that widens by a factor from point to point.
+Points Widening(double factor, int order) {
+  Points points;
+  double x = 0;
+  for (int i = 0; i < order; ++i) {
+    x += std::pow(factor, i);
+    points.push_back({x, i % 2 ? x / 2 : -x / 2, 0});
+  }
+  return points;
+}
+
+// The more uneven the legs, the larger the control points, up to 1e8 times the points; from there
+// on the parameters are even, and the control points small again.
+TEST(GenBspl, LetsControlPointsGrowTo1e8TimesThePoints) {
+  for (const int order : {6, 8, 10}) {
+    const auto growth = [&](double factor) {
+      const Points points = Widening(factor, order);
+      return LargestControlCoordinate(Fit(points, order, 1e-12)) / Size(points);
+    };
+    double low = 1.5, high = 40;  // chord lengths, even
+    for (int i = 0; i < 40; ++i) {
+      const double middle = (low + high) / 2;
+      (growth(middle) > 1e3 || middle < 1.9 ? low : high) = middle;
+    }
+    EXPECT_GT(growth(low), .999e8) << "order " << order << ", factor " << low;
+    EXPECT_LE(growth(low), 1e8) << "order " << order << ", factor " << low;
+    EXPECT_LT(growth(high), 1e3) << "order " << order << ", factor " << high;
+  }
+}
+
 TEST(GenBspl, OfOrderTwoIsThePolygon) {
   Random random;
   SCOPED_TRACE(random.Trace());

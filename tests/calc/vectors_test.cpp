@@ -126,6 +126,7 @@ TEST(ParaVector, KeepsItsOwnSlackBelowZero) {
   EXPECT_EQ(KurvoclParaVector(x, Point{1, .005, 0}, &g), 1);
   EXPECT_EQ(KurvoclParaVector(x, Point{1, -.005, 0}, &g), 0);
   EXPECT_EQ(KurvoclParaVector(x, Point{1, -.00009, 0}, &g), 1);
+  EXPECT_EQ(KurvoclParaVector(x, Point{1, -.00011, 0}, &g), 0);
   EXPECT_LT(KurvoclVectorAngle(x, Point{1, -.005, 0}, &g), 0);
 }
 

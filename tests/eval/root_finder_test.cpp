@@ -136,6 +136,20 @@ TEST(FindRoots, EndsForAnyInput) {
   EXPECT_TRUE(FindRoots(Polynomial::Constant(3), 0, 1).empty());
 }
 
+// Newton's method closes in on the root of t^21 by a factor of 20 / 21 a step. From .295, the
+// middle of the interval, its 150 steps just lead to one below 1e-5; from .31 they do not, and the
+// root is reported as exactly 0.
+TEST(FindRoots, GivesUpAfter150Steps) {
+  Polynomial f = Polynomial::Zeros(22);
+  f[21] = 1;
+  const auto has_zero = [](const RootList& roots) {
+    return std::find(roots.begin(), roots.end(), 0.0) != roots.end();
+  };
+  const RootList settled = FindRoots(f, 0, 2 * .295), not_settled = FindRoots(f, 0, 2 * .31);
+  EXPECT_FALSE(has_zero(settled)) << Print(settled);
+  EXPECT_TRUE(has_zero(not_settled)) << Print(not_settled);
+}
+
 // Leading coefficients that are noise must not hide the roots of the rest.
 TEST(FindRoots, IgnoresNoiseInLeadingCoefficients) {
   Polynomial f = Planted({.25, .75}, 2);

@@ -163,6 +163,15 @@ TEST(BoundBox, OfArcsIsTight) {
   }
 }
 
+// Up to 0.0001 radians before its start an arc is taken to reach an axis: the box is larger than
+// the arc by less than 1e-8 radii then, and tight from there on.
+TEST(BoundBox, OfArcsThatStartJustPastAnAxis) {
+  EXPECT_EQ(BoxOf(*Arc(0, 0, 1, 9e-5, 1)).box[3], 1);
+  EXPECT_LT(BoxOf(*Arc(0, 0, 1, 1.1e-4, 1)).box[3], 1 - 5e-9);
+  EXPECT_EQ(BoxOf(*Arc(0, 0, 1, 1, 9e-5 - 1)).box[3], 1);  // clockwise: before its end
+  EXPECT_LT(BoxOf(*Arc(0, 0, 1, 1, 1.1e-4 - 1)).box[3], 1 - 5e-9);
+}
+
 // Records that cannot be right are refused, each by its own neutral result, and nothing is written.
 TEST(BadRecords, AreRefused) {
   const Owned spline = Make("B 0 0 1 1 2 0 | 0 0 0 1 1 1"), bezier = Make("b 0 0 1 1");

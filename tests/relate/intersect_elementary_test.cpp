@@ -201,6 +201,23 @@ TEST_F(NearlyTangent, CirclesFarOut) {
   }
 }
 
+// Epsilon counts as an angle for lines: below it they run together. Clockwise that holds only down
+// to 0.0001 radians, where the angle counts as nearly a full turn.
+TEST(IntersectElementary, LinesAtSmallAnglesWithAWideEpsilon) {
+  const struct {
+    double angle;
+    uint32_t result;
+  } rows[] = {{.011, KURVO_FOUND},   {.009, KURVO_OVERLAP},  {1.1e-4, KURVO_OVERLAP},
+              {9e-5, KURVO_OVERLAP}, {-9e-5, KURVO_OVERLAP}, {-1.1e-4, KURVO_FOUND},
+              {-.009, KURVO_FOUND}};
+  const Owned axis = Make("l 0 0 1 0");
+  for (const auto& row : rows) {
+    Globals g(.01);
+    const Owned line = Make(Text("l", {0, -row.angle / 2, 1, row.angle / 2}));
+    EXPECT_EQ(Intersect(*axis, *line, 0, g).result, row.result) << row.angle;
+  }
+}
+
 // Joints of an outline that are smooth but for a small angle: a shared end is never lost, whichever
 // side the curves bend to, though the circle and the line may be closest beyond it.
 TEST(IntersectElementary, SharedEndsOfNearlySmoothJoints) {

@@ -196,4 +196,35 @@ TEST(IntersectFreeForm, Pairs) {
 }
 
 }  // namespace
+// A parabola that dips below the axis by less than epsilon, between x = -.01 and .01: at angles of
+// less than 1e-4 radians the two crossings are one contact.
+TEST(IntersectFreeForm, CrossingsAtLessThan1e4RadiansTouch) {
+  constexpr double kHalfWidth = .01;
+  for (const std::string axis : {"l -2 0 2 0", "b -2 0 2 0"}) {
+    for (const double angle : {.8e-4, 1.2e-4}) {
+      const double bend = angle / (2 * kHalfWidth);
+      const Owned parabola = Make(Poly({0, 1}, {-bend * kHalfWidth * kHalfWidth, 0, bend}));
+      Globals g;
+      const std::size_t wanted = angle > 1e-4 ? 2 : 1;
+      EXPECT_EQ(Intersect(*Make(axis), *parabola, 3, g).hits.size(), wanted) << axis << angle;
+      EXPECT_EQ(Intersect(*parabola, *Make(axis), 3, g).hits.size(), wanted) << axis << angle;
+    }
+  }
+}
+
+// A stretch along a line counts as common from a hundredth of the size of the curve on; a shorter
+// one may be the neighbourhood of a contact.
+TEST(IntersectFreeForm, StretchesOfALineCountFromOneHundredthOn) {
+  const Owned axis = Make("l -5 0 5 0");
+  const double size = std::hypot(2, 1);
+  for (const double share : {.008, .012}) {
+    const double x = share * size / 2;
+    const Owned bent = Make(Text("B", {-1, 1, -x, 0, x, 0, 1, 1}) + " | 0 0 1 2 3 3");
+    Globals g;
+    const uint32_t wanted = share > .01 ? KURVO_OVERLAP : KURVO_FOUND;
+    EXPECT_EQ(Intersect(*axis, *bent, 3, g).result, wanted) << share;
+    EXPECT_EQ(Intersect(*bent, *axis, 3, g).result, wanted) << share;
+  }
+}
+
 }  // namespace kurvo_test

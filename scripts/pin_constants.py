@@ -1,0 +1,166 @@
+#!/usr/bin/env python3
+"""Shows which named numeric constants of the library the tests hold.
+
+Each constant under src/ is changed alone, in several ways; the library is rebuilt and the tests
+run until the first failure. A change that no test notices is a survivor. The sources are copied
+first: the repository is never touched.
+
+    scripts/pin_constants.py                      all constants, every way
+    scripts/pin_constants.py kNewtonSteps Slack   those whose name or file holds one of the words
+    scripts/pin_constants.py --first              the next constant after the first change noticed
+    scripts/pin_constants.py --list               only lists what would be changed
+"""
+import argparse
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+REALS = ("double",)
+INTEGERS = ("int", "int32_t", "int64_t", "uint32_t", "uint64_t", "size_t")
+DEFINITION = re.compile(
+    r"constexpr\s+(?:std::)?(" + "|".join(REALS + INTEGERS) + r")\s+(k[A-Z]\w*)\s*=\s*([^;\[\]{}]+);"
+)
+NO_NUMBER = re.compile(r"infinity\(\)|quiet_NaN\(\)|CV_|std::numeric_limits<\w+>::max\(\)\s*$")
+WAYS = {
+    "real": ["({}) * 10.0", "({}) / 10.0"],
+    "integer": ["({}) + 1", "({}) - 1", "({}) / 4"],
+}
+FLOORS = ("foundation", "records", "calc", "eval", "query", "build", "relate")
+
+
+def constants(words):
+    """(path below the root, name, kind, start and end of the value in the text), in file order."""
+    for path in sorted((ROOT / "src").rglob("*")):
+        if path.suffix not in (".h", ".cpp"):
+            continue
+        text, below = path.read_text(), path.relative_to(ROOT)
+        for found in DEFINITION.finditer(text):
+            if NO_NUMBER.search(found[3]):
+                continue
+            if words and not any(w in found[2] or w in str(below) for w in words):
+                continue
+            yield below, found[2], "real" if found[1] in REALS else "integer", found.span(3)
+
+
+def run(command, seconds, where):
+    """'' on success, 'failure' or 'timeout' otherwise. What it started ends with it."""
+    process = subprocess.Popen(
+        command, cwd=where, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+        start_new_session=True)
+    try:
+        return "" if process.wait(seconds) == 0 else "failure"
+    except subprocess.TimeoutExpired:
+        return "timeout"
+    finally:
+        if process.poll() is None:
+            os.killpg(process.pid, 9)
+            process.wait()
+
+
+class Mutants:
+    def __init__(self, directory, seconds, jobs, programs):
+        self.source, self.build = directory / "source", directory / "build"
+        self.seconds, self.jobs, self.programs = seconds, jobs, programs
+
+    def prepare(self):
+        """Copies the sources, builds them and makes sure that all tests pass as things are."""
+        for path in ROOT.rglob("*"):
+            below = path.relative_to(ROOT)
+            # src/build is a folder of the library, build at the top is not.
+            if below.parts[0] in ("build", ".git") or not path.is_file():
+                continue
+            copy = self.source / below
+            if copy.exists() and copy.read_bytes() == path.read_bytes():
+                continue  # with its time: it may be newer than what was built from a change to it
+            copy.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copyfile(path, copy)
+            shutil.copymode(path, copy)
+        subprocess.run(
+            ["cmake", "-G", "Ninja", "-S", self.source, "-B", self.build,
+             "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1", "-DCMAKE_C_FLAGS_DEBUG=-O1",
+             "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON"], check=True, stdout=subprocess.DEVNULL)
+        if not self.builds():
+            sys.exit("the unchanged sources do not build")
+        noticed = self.noticed("foundation")
+        if noticed:
+            sys.exit(f"the unchanged sources fail: {noticed}")
+
+    def builds(self):
+        command = ["cmake", "--build", str(self.build), f"-j{self.jobs}"]
+        return subprocess.run(command, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL).returncode == 0
+
+    def noticed(self, floor):
+        """The first test that fails, and how; '' when all pass. The floor's own tests come first,
+        each program as a whole, then the other floors' and the client's, then the examples."""
+        for name in [floor] + [name for name in self.programs if name != floor]:
+            for program in sorted((self.build / "tests" / name).glob("*_test")):
+                bad = run([str(program), "--gtest_fail_fast", "--gtest_brief=1"], self.seconds,
+                          program.parent)
+                if bad:
+                    return f"{program.name} ({bad})"
+        bad = run(["ctest", f"-j{self.jobs}", "--stop-on-failure", "-R", "^example"], self.seconds,
+                  self.build)
+        return f"examples ({bad})" if bad else ""
+
+    def try_change(self, below, span, way):
+        path = self.source / below
+        original = path.read_text()
+        value = original[span[0]:span[1]]
+        path.write_text(original[:span[0]] + way.format(value) + original[span[1]:])
+        try:
+            return self.noticed(below.parts[1]) if self.builds() else "the build"
+        finally:
+            path.write_text(original)
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
+    parser.add_argument("words", nargs="*", help="parts of names or of files; all constants if none")
+    parser.add_argument("--first", action="store_true",
+                        help="leave a constant once one of its changes is noticed")
+    parser.add_argument("--library-only", action="store_true",
+                        help="leave out the tests of the client, the slowest")
+    parser.add_argument("--list", action="store_true", help="list the constants and stop")
+    parser.add_argument("--directory", type=pathlib.Path, help="of the copy and its build",
+                        default=ROOT / "build" / "constants")
+    parser.add_argument("--timeout", type=int, default=120, help="seconds for one test program")
+    parser.add_argument("-j", "--jobs", type=int, default=2)
+    options = parser.parse_args()
+
+    chosen = list(constants(options.words))
+    if options.list:
+        for below, name, kind, _ in chosen:
+            print(f"{name} ({kind}, {below})")
+        return 0
+    programs = FLOORS + ("laws",) + (() if options.library_only else ("tools",))
+    mutants = Mutants(options.directory.resolve(), options.timeout, options.jobs, programs)
+    mutants.prepare()
+    survivors, tried = [], 0
+    for below, name, kind, span in chosen:
+        held = []
+        for way in WAYS[kind]:
+            start = time.monotonic()
+            noticed = mutants.try_change(below, span, way)
+            tried += 1
+            change = way.format(name).replace("(", "").replace(")", "")
+            print(f"{'held    ' if noticed else 'SURVIVES'} {change:40} {below}: "
+                  f"{noticed or 'no test fails'} [{time.monotonic() - start:.0f} s]", flush=True)
+            held.append(bool(noticed))
+            if noticed and options.first:
+                break
+        if not any(held):
+            survivors.append(f"{name} ({below})")
+    print(f"{len(chosen)} constants, {tried} changes; held by no test: {len(survivors)}")
+    for survivor in survivors:
+        print(f"  {survivor}")
+    return 1 if survivors else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,250 @@
+// The library against slow textbook algorithms in long double, on random curves of every type. The
+// largest errors are printed for each type and degree n, in units of size 3^n 2^-52.
+// KURVO_TEST_CASES sets the number of curves.
+#include <cstdio>
+#include <map>
+#include <string>
+
+#include "build/division.h"
+#include "laws/cases.h"
+#include "laws/slow_curve.h"
+
+using namespace kurvo_test;
+
+namespace {
+
+constexpr int kCases = 2000;
+constexpr int kMaxDegree = 12;
+constexpr int kMaxCompositeDegree = 6;
+
+// What the largest errors may be. Positions and pieces: in units of size 3^n 2^-52. Derivatives: of
+// the same times (n r / span)^k for the k-th, r being the ratio of the largest to the least weight.
+constexpr double kMaxUnits = 16;
+
+enum Measure {
+  kPosition,
+  kFirst,
+  kSecond,
+  kThird,
+  kBend,
+  kDivision,
+  kConversion,
+  kExtension,
+  kAll
+};
+constexpr const char* kNames[kAll] = {"position",  "derivative 1", "derivative 2", "derivative 3",
+                                      "curvature", "division",     "conversion",   "extension"};
+
+constexpr double kSettled = .001;  // of the length of one part, that is halved until it is settled
+
+// In how many parts a length is measured.
+double MeasuredParts(const Curve& cv) {
+  if (cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE)
+    return 16 * (SplineCount(cv) - FreeForm(cv).order + 1);
+  if (cv.type != CV_SEGCV) return 1;
+  const auto& block = *static_cast<KurvoSegcv*>(cv.data);
+  double parts = 0;
+  for (int i = 0; i < block.count; ++i) parts += 16 * MeasuredParts(block.curves[i]);
+  return parts;
+}
+
+struct Worst {
+  double units[kAll] = {};
+  double length = 0;  // error of the length, in its unit
+  int64_t curves = 0;
+};
+
+class Differential {
+ public:
+  void Check(Random& random, int32_t type) {
+    const Owned cv = Make(random, type);
+    degree_ = Degree(*cv);
+    worst_ = &table_[{type, degree_}];
+    ++worst_->curves;
+    unit_ = Size(*cv) * std::pow(3.0, degree_) * 0x1p-52;
+    const auto [start, length] = Domain(*cv);
+    for (int i = 0; i < 3; ++i) {
+      const double t = start + length * (i < 2 ? RandomCut(random, 0, 1) : double(i == 2));
+      CheckPoint(*cv, t);
+      if (i < 2) CheckDerivatives(*cv, t);
+    }
+    CheckDivision(*cv, start + length * RandomCut(random, 0, 1));
+    CheckConversions(*cv);
+    CheckExtension(*cv, random);
+    if (worst_->curves % 16 == 0) CheckLength(*cv);
+  }
+
+  void Report() const {
+    static const std::map<int32_t, const char*> kTypes = {
+        {CV_LINE, "line"},        {CV_ARC, "arc"},
+        {CV_BEZIER, "Bezier"},    {CV_RBEZIER, "rational Bezier"},
+        {CV_BSPLINE, "B-spline"}, {CV_RBSPLINE, "rational B-spline"},
+        {CV_SEGCV, "composite"}};
+    std::printf(
+        "largest error / (size 3^n 2^-52), derivatives / (n r / span)^k; length: absolute\n");
+    std::printf("%-18s %2s %8s", "type", "n", "curves");
+    for (const char* name : kNames) std::printf(" %12s", name);
+    std::printf(" %9s\n", "length");
+    for (const auto& [key, worst] : table_) {
+      std::printf("%-18s %2d %8lld", kTypes.at(key.first), key.second,
+                  static_cast<long long>(worst.curves));
+      for (const double units : worst.units) std::printf(" %12.3g", units);
+      std::printf(" %9.2g\n", worst.length);
+    }
+  }
+
+ private:
+  static Owned Make(Random& random, int32_t type) {
+    Owned cv = type == CV_SEGCV || type == CV_LINE || type == CV_ARC
+                   ? RandomCurve(random, type, kMaxCompositeDegree)
+                   : RandomCurve(random, type, kMaxDegree);
+    Rescale(*cv, std::exp2(random.Uniform(-10, 10)));
+    return cv;
+  }
+
+  void Note(Measure what, long double error, long double unit) {
+    const auto units = static_cast<double>(error / unit);
+    double& worst = worst_->units[what];
+    if (!(worst >= units)) worst = units;  // NaN stays
+    EXPECT_LE(units, kMaxUnits) << kNames[what] << " of degree " << degree_;
+  }
+
+  void CheckPoint(const Curve& cv, double t) {
+    Globals g;
+    Point p;
+    KurvocvPosition(&cv, t, p, &g);
+    const JetPoint exact = SlowAt(cv, t);
+    Note(kPosition, std::hypot(p[0] - exact.x.c[0], p[1] - exact.y.c[0]), unit_);
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+  }
+
+  void CheckDerivatives(const Curve& cv, double t) {
+    const Curve* piece = nullptr;
+    const JetPoint exact = SlowAt(cv, t, &piece);
+    // On a composite derivatives are those of its Bezier pieces only, not of pieces of pieces.
+    if (cv.type == CV_SEGCV && piece->type != CV_BEZIER && piece->type != CV_RBEZIER) return;
+    const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
+    const long double per_order = std::max(degree_, 1) * WeightRatio(*piece) / exact.span;
+    for (int n = 1; n <= (spline ? 2 : 3); ++n) {
+      Globals g;
+      Point d;
+      KurvocvNDeriv(&cv, t, d, n, &g);
+      const auto k = static_cast<std::size_t>(n);
+      const long double error =
+          std::hypot(d[0] - exact.x.Derivative(k), d[1] - exact.y.Derivative(k));
+      Note(static_cast<Measure>(kPosition + n), error, unit_ * std::pow(per_order, n));
+      EXPECT_EQ(KurvoErrGet(&g), 0);
+    }
+    CheckCurvature(cv, t, exact, per_order);
+  }
+
+  // k = (x' y'' - y' x'') / |c'|^3, a vector to the left of travel where that is positive. Its unit
+  // is what errors of one unit in c' and c'' make of it.
+  void CheckCurvature(const Curve& cv, double t, const JetPoint& p, long double per_order) {
+    const long double speed = p.Size(1), bend = p.Size(2);
+    const long double unit1 = unit_ * per_order, unit2 = unit1 * per_order;
+    if (!(speed > 1e-5L) || !(speed > 1e4L * unit1)) return;
+    const long double dx = p.x.Derivative(1), dy = p.y.Derivative(1);
+    const long double k =
+        (dx * p.y.Derivative(2) - dy * p.x.Derivative(2)) / (speed * speed * speed);
+    Globals g;
+    Point v;
+    KurvocvCurvature(&cv, t, v, &g);
+    const long double error = std::hypot(v[0] + k * dy / speed, v[1] - k * dx / speed);
+    Note(kBend, error, (unit2 + bend / speed * unit1) / (speed * speed) + 0x1p-52L * std::fabs(k));
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+  }
+
+  // `piece` runs over its domain along the stretch [from, to] of `whole`.
+  void CheckStretch(Measure what, const Curve& piece, const Curve& whole, long double from,
+                    long double to, long double factor = 1) {
+    const auto [start, length] = Domain(piece);
+    for (const long double s : {.0517L, .5L - 1 / 3001.0L, .8531L}) {
+      const JetPoint p = SlowAt(piece, start + s * length),
+                     q = SlowAt(whole, from + s * (to - from));
+      Note(what, std::hypot(p.x.c[0] - q.x.c[0], p.y.c[0] - q.y.c[0]), unit_ * factor);
+    }
+  }
+
+  void CheckDivision(const Curve& cv, double t) {
+    if ((cv.type == CV_BEZIER || cv.type == CV_RBEZIER) && (degree_ > 4)) return;  // not divided
+    Globals g;
+    Owned first, second;
+    KurvocvDivide(&cv, t, first.get(), second.get(), &g);
+    ASSERT_EQ(KurvoErrGet(&g), 0);
+    ASSERT_TRUE(first->data && second->data);
+    const auto [start, length] = Domain(cv);
+    if (StandsStill(cv)) return;
+    CheckStretch(kDivision, *first, cv, start, t);
+    CheckStretch(kDivision, *second, cv, t, L(start) + length);
+  }
+
+  // The free-form types share the parameter with what they are made of. Arcs have another one, and
+  // the pieces of these composites do not join.
+  void CheckConversions(const Curve& cv) {
+    if (cv.type == CV_ARC || cv.type == CV_SEGCV) return;
+    const auto [start, length] = Domain(cv);
+    for (const int32_t type : {CV_BEZIER, CV_RBEZIER, CV_BSPLINE, CV_RBSPLINE, CV_SEGCV}) {
+      if (type == cv.type) continue;
+      Globals g;
+      Owned made(type);
+      if (KurvocvConvert(&cv, made.get(), &g) != KURVO_CONVERTED) continue;
+      CheckStretch(kConversion, *made, cv, start, L(start) + length);
+    }
+  }
+
+  // By up to the length of the end span: at one length outside control points count 3^n times. A
+  // weight that comes near 0 divides.
+  void CheckExtension(const Curve& cv, Random& random) {
+    if (cv.type == CV_SEGCV) return;  // its end pieces are continued by rules of their own
+    const auto [start, length] = Domain(cv);
+    const long double before = SlowAt(cv, start).span / length,
+                      behind = SlowAt(cv, L(start) + length).span / length;
+    const double a = random.Uniform(-.4, 1) * static_cast<double>(before),
+                 b = random.Uniform(-.4, 1) * static_cast<double>(behind);
+    Globals g;
+    Owned longer;
+    KurvocvExtendCurve(&cv, a, b, longer.get(), &g);
+    if (KurvoErrGet(&g) == KURVO_ERR_WEIGHT) return;
+    if (cv.type == CV_ARC && KurvoErrGet(&g) == KURVO_ERR_RANGE) return;  // half a turn and more
+    ASSERT_EQ(KurvoErrGet(&g), 0);
+    if (!(WeightRatio(*longer) > 0)) return;  // a later weight of a B-spline is negative: a pole
+    CheckStretch(kExtension, *longer, cv, start - L(a) * length, start + (1 + L(b)) * length,
+                 WeightRatio(*longer));
+  }
+
+  void CheckLength(const Curve& cv) {
+    const auto [start, length] = Domain(cv);
+    Globals g;
+    double found = 0;
+    KurvocvCurveLen(&cv, start, start + length, &found, &g);
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+    const long double exact = SlowLength(cv, start, L(start) + length);
+    const auto error = static_cast<double>(std::fabs(found - exact));
+    worst_->length = std::max(worst_->length, error);
+    // Control polygons of m parts are too long by what their next halving gains, times 4 / 3; a
+    // part is the last of ten halvings at the latest.
+    const double parts = MeasuredParts(cv);
+    const double n = degree_;
+    EXPECT_LE(error, kSettled * parts + Size(cv) * n * n / (1024 * 1024)) << parts << " parts";
+  }
+
+  std::map<std::pair<int32_t, int>, Worst> table_;
+  Worst* worst_ = nullptr;
+  int degree_ = 0;
+  double unit_ = 0;
+};
+
+TEST(Differential, RandomCurvesOfAllTypes) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  Differential differential;
+  const int cases = Cases(kCases);
+  for (int i = 0; i < cases && !::testing::Test::HasFailure(); ++i) {
+    SCOPED_TRACE("curve " + std::to_string(i));
+    differential.Check(random, kAllTypes[i % 7]);
+  }
+  differential.Report();
+}
+
+}  // namespace

@@ -1,0 +1,253 @@
+// Laws that hold for one curve: what is done and undone, or done in two ways, comes out the same.
+// KURVO_TEST_CASES sets the number of cases of each.
+#include <string>
+
+#include "build/offsets.h"
+#include "laws/cases.h"
+#include "laws/slow_curve.h"
+
+using namespace kurvo_test;
+
+namespace {
+
+constexpr int kCases = 400;
+constexpr int kMaxDegree = 6;
+
+// What rounding may amount to for coordinates of a curve of degree n.
+double Rounding(const Curve& cv) { return 16 * Size(cv) * std::pow(3.0, Degree(cv)) * kUlp; }
+
+// Calls law(curve, random) for random curves of all types.
+template <class Law>
+void ForRandomCurves(Law&& law) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  const int cases = Cases(kCases);
+  for (int i = 0; i < cases && !testing::Test::HasFailure(); ++i) {
+    SCOPED_TRACE("case " + std::to_string(i));
+    law(RandomCurve(random, kAllTypes[i % 7], kMaxDegree), random);
+  }
+}
+
+Owned Copy(const Curve& cv) {
+  Globals g;
+  Owned copy;
+  KurvocvCopyCurve(&cv, copy.get(), &g);
+  EXPECT_EQ(KurvoErrGet(&g), 0);
+  return copy;
+}
+
+double Gap(const Point& a, const Point& b) { return std::hypot(a[0] - b[0], a[1] - b[1]); }
+
+// Two curves of the same structure: the largest difference of their points, widths and weights, and
+// apart from it that of their knots.
+struct Differences {
+  double points = 0, knots = 0;
+};
+void Compare(const Curve& a, const Curve& b, Differences& d) {
+  ASSERT_EQ(a.type, b.type);
+  if (a.type == CV_LINE || a.type == CV_ARC) {
+    const auto *p = static_cast<double*>(a.data), *q = static_cast<double*>(b.data);
+    for (int i = 0; i < (a.type == CV_LINE ? 6 : 13); ++i)
+      d.points = std::max(d.points, std::fabs(p[i] - q[i]));
+  } else if (a.type == CV_SEGCV) {
+    const auto &p = *static_cast<KurvoSegcv*>(a.data), &q = *static_cast<KurvoSegcv*>(b.data);
+    ASSERT_EQ(p.count, q.count);
+    for (int i = 0; i < p.count; ++i) {
+      d.points = std::max(d.points, std::fabs(p.widths[i] - q.widths[i]));
+      Compare(p.curves[i], q.curves[i], d);
+    }
+  } else {
+    d.points = std::max(d.points, LargestGap(ControlPoints(a), ControlPoints(b)));
+    if (a.type == CV_BSPLINE || a.type == CV_RBSPLINE)
+      d.knots = std::max(d.knots, LargestGap(Knots(a), Knots(b)));
+  }
+}
+
+TEST(Laws, ReversedTwiceIsTheSame) {
+  ForRandomCurves([](const Owned& cv, Random& random) {
+    Owned reversed = Copy(*cv);
+    Globals g;
+    EXPECT_EQ(KurvocvChgOrder(reversed.get(), &g), 0);
+    const double s = RandomCut(random, 0, 1);
+    EXPECT_LE(Gap(PointAt(*reversed, 1 - s), PointAt(*cv, s)), Rounding(*cv));
+    EXPECT_EQ(KurvocvChgOrder(reversed.get(), &g), 0);
+    Differences d;
+    Compare(*reversed, *cv, d);
+    EXPECT_EQ(d.points, 0);
+    EXPECT_LE(d.knots, 64 * kUlp);
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+  });
+}
+
+double LengthOf(const Curve& cv, double from, double to) {
+  Globals g;
+  double length = 0;
+  KurvocvCurveLen(&cv, from, to, &length, &g);
+  EXPECT_EQ(KurvoErrGet(&g), 0);
+  return length;
+}
+double LengthOf(const Curve& cv) {
+  const auto [start, length] = Domain(cv);
+  return LengthOf(cv, start, start + length);
+}
+
+// Each part of a curve is measured to within 0.001.
+double LengthSlack(const Curve& cv) {
+  if (cv.type == CV_LINE || cv.type == CV_ARC) return 1e-11;
+  const double settled = .001 + 1e-6 * Size(cv) * Degree(cv) * Degree(cv);
+  if (cv.type == CV_BEZIER || cv.type == CV_RBEZIER) return settled;
+  if (cv.type != CV_SEGCV) return 16 * (SplineCount(cv) - FreeForm(cv).order + 1) * settled;
+  const auto& block = *static_cast<KurvoSegcv*>(cv.data);
+  double slack = 0;
+  for (int i = 0; i < block.count; ++i) slack += 16 * LengthSlack(block.curves[i]);
+  return slack;
+}
+
+TEST(Laws, DividedLengthsAddUpAndPiecesJoin) {
+  ForRandomCurves([](const Owned& cv, Random& random) {
+    const double cut = RandomCut(random, .01, .99);
+    const bool jumps = cv->type == CV_SEGCV;  // the pieces of random composites do not join
+    double at = cut;
+    CvParam params = {1, &at};
+    Cvseq pieces{};
+    Globals g;
+    KurvocvNDivide(cv.get(), &params, &pieces, &g);
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+    ASSERT_EQ(pieces.count, 2);
+    const Curve &first = pieces.curves[0], &second = pieces.curves[1];
+    const double whole = LengthOf(*cv), slack = 3 * LengthSlack(*cv);
+    EXPECT_NEAR(LengthOf(first) + LengthOf(second), whole, slack);
+    EXPECT_NEAR(LengthOf(*cv, 0, cut) + LengthOf(*cv, cut, 1), whole, slack);
+    EXPECT_NEAR(LengthOf(first), LengthOf(*cv, 0, cut), slack);
+    Point end, start;
+    KurvocvEndPoint(&first, end, &g);
+    KurvocvStartPoint(&second, start, &g);
+    if (!jumps && Degree(*cv) > 0) {
+      const bool exact = cv->type != CV_LINE && cv->type != CV_ARC;
+      EXPECT_LE(Gap(end, start), exact ? 0 : Rounding(*cv));
+    }
+    KurvocvFreeCvseq(&pieces);
+  });
+}
+
+// The types that hold every curve of a type, and from which there is a way back to it.
+TEST(Laws, ConvertedThereAndBackIsTheSame) {
+  const std::pair<int32_t, std::vector<int32_t>> kWays[] = {
+      {CV_LINE, {CV_BEZIER, CV_RBEZIER, CV_BSPLINE, CV_RBSPLINE, CV_SEGCV}},
+      {CV_ARC, {CV_RBEZIER, CV_RBSPLINE, CV_SEGCV}},
+      {CV_BEZIER, {CV_RBEZIER, CV_BSPLINE, CV_RBSPLINE}},
+      {CV_RBEZIER, {CV_RBSPLINE, CV_SEGCV}},
+      {CV_BSPLINE, {CV_RBSPLINE, CV_SEGCV}},
+      {CV_RBSPLINE, {CV_SEGCV}}};
+  ForRandomCurves([&](const Owned& cv, Random& random) {
+    for (const auto& [type, ways] : kWays) {
+      if (type != cv->type) continue;
+      // A piece of degree 0 is a point, which is a line too, and B-splines that jump do not join.
+      if (Degree(*cv) == 0) continue;
+      for (const int32_t way : ways) {
+        SCOPED_TRACE("type " + std::to_string(type) + " by " + std::to_string(way));
+        Globals g;
+        Owned there(way), back(type);
+        ASSERT_EQ(KurvocvConvert(cv.get(), there.get(), &g), uint32_t{KURVO_CONVERTED});
+        ASSERT_EQ(KurvocvConvert(there.get(), back.get(), &g), uint32_t{KURVO_CONVERTED});
+        EXPECT_EQ(back->type, type);
+        const double s = RandomCut(random, 0, 1);
+        EXPECT_LE(Gap(PointAt(*back, s), PointAt(*cv, s)), Rounding(*cv) * WeightRatio(*cv));
+        EXPECT_EQ(KurvoErrGet(&g), 0);
+      }
+    }
+  });
+}
+
+TEST(Laws, TransformsCommuteWithEvaluation) {
+  ForRandomCurves([](const Owned& cv, Random& random) {
+    const double s = RandomCut(random, 0, 1), angle = random.Uniform(-7, 7),
+                 factor = random.Uniform(.1, 5), tilt = random.Uniform(0, 6);
+    const Point by = random.Planar(20), centre = random.Planar(20), axis = {0, 0, 1},
+                normal = {random.Uniform(.1, 3) * std::cos(tilt), std::sin(tilt), 0},
+                all = {0, 0, 0}, unit = {std::cos(tilt), std::sin(tilt), 0}, p = PointAt(*cv, s);
+    Globals g;
+    const auto expect = [&](const char* what, auto&& curve_by, const Point& expected) {
+      Owned moved = Copy(*cv);
+      curve_by(moved.get());
+      const double bound = 64 * (Size(*cv) + 80) * std::pow(3., Degree(*cv)) * kUlp;
+      EXPECT_LE(Gap(PointAt(*moved, s), expected), bound * WeightRatio(*cv)) << what;
+    };
+    expect("move", [&](Curve* c) { KurvocvMove(c, by, &g); }, {p[0] + by[0], p[1] + by[1], 0});
+    Point q;
+    KurvoclRotatePoint(centre, axis, angle, p, q);
+    expect(
+        "rotate", [&](Curve* c) { KurvocvRotate(c, centre, axis, angle, &g); }, q);
+    KurvoclMirrorPoint(centre, normal, p, q, &g);
+    expect(
+        "mirror", [&](Curve* c) { KurvocvMirror(c, centre, normal, &g); }, q);
+    KurvoclScalePoint(centre, all, factor, p, q, &g);
+    expect(
+        "scale", [&](Curve* c) { KurvocvScale(c, centre, all, factor, &g); }, q);
+    KurvoclScalePoint(centre, unit, factor, p, q, &g);
+    if (cv->type != CV_ARC && cv->type != CV_SEGCV)  // arcs cannot follow
+      expect(
+          "stretch", [&](Curve* c) { KurvocvScale(c, centre, unit, factor, &g); }, q);
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+  });
+}
+
+TEST(Laws, ExtendedThenTrimmedIsTheSame) {
+  ForRandomCurves([](const Owned& cv, Random& random) {
+    if (cv->type == CV_SEGCV) return;  // grow by the rules of their pieces
+    const auto [start, length] = Domain(*cv);
+    const double before = static_cast<double>(SlowAt(*cv, start).span) / length,
+                 behind = static_cast<double>(SlowAt(*cv, L(start) + length).span) / length;
+    const double a = random.Uniform(0, before), b = random.Uniform(0, behind), all = 1 + a + b;
+    Globals g;
+    Owned longer, back;
+    KurvocvExtendCurve(cv.get(), a, b, longer.get(), &g);
+    if (KurvoErrGet(&g) == KURVO_ERR_WEIGHT) return;
+    if (cv->type == CV_ARC && KurvoErrGet(&g) == KURVO_ERR_RANGE) return;
+    ASSERT_EQ(KurvoErrGet(&g), 0);
+    if (!(WeightRatio(*longer) > 0)) return;  // a later weight of a B-spline is negative
+    KurvocvExtendCurve(longer.get(), -a / all, -b / all, back.get(), &g);
+    ASSERT_EQ(KurvoErrGet(&g), 0);
+    const double bound = Rounding(*longer) * WeightRatio(*longer) * std::pow(3., Degree(*cv));
+    for (const double s : {0., RandomCut(random, 0, 1), 1.})
+      EXPECT_LE(Gap(PointAt(*back, s), PointAt(*cv, s)), bound) << "at " << s;
+  });
+}
+
+TEST(Laws, OffsetThereAndBackIsTheSame) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  const int cases = std::max(1, Cases(kCases) / 4);
+  for (int i = 0; i < cases && !HasFailure(); ++i) {
+    SCOPED_TRACE("case " + std::to_string(i));
+    const int32_t type = kAllTypes[i % 6];
+    const bool exact = type == CV_LINE || type == CV_ARC;
+    const Owned cv = GentleCurve(random, type);
+    const double distance = random.Uniform(-1, 1) < 0 ? -kGentle : kGentle;
+    const double tolerance = std::pow(10., random.Uniform(-6, -2));
+    Polyline source;
+    AddSamples(*cv, exact ? 2 : 400, source);
+    const Offset there(*cv, distance, tolerance);
+    ASSERT_GT(there.size(), 0);
+    for (int j = 0; j < there.size(); ++j) {
+      const Offset back(there[j], -distance, tolerance);
+      ASSERT_GT(back.size(), 0);
+      if (exact) {
+        ASSERT_EQ(back.size(), 1);
+        for (const double s : {0., .25, .6, 1.})
+          EXPECT_LE(Gap(PointAt(back[0], s), PointAt(*cv, s)), 1e-13 * 16);
+        continue;
+      }
+      // Right within twice the tolerance each way, and chords that cut corners.
+      for (const double s : {0., .3, .5, 1.}) {
+        const Point p = PointAt(back[back.size() / 2], s);
+        EXPECT_LE(Nearest(source, {p[0], p[1]}), 4 * tolerance + 2e-4) << "piece " << j;
+      }
+    }
+    const Point first = PointAt(there[0], 0), last = PointAt(there[there.size() - 1], 1);
+    EXPECT_NEAR(Gap(first, PointAt(*cv, 0)), kGentle, 1e-9);
+    EXPECT_NEAR(Gap(last, PointAt(*cv, 1)), kGentle, 1e-9);
+  }
+}
+
+}  // namespace

@@ -1,0 +1,233 @@
+// Laws of two curves, and of curves at another scale: a power of two changes exponents only, so
+// that every length comes out scaled to the bit and every parameter the same, when the tolerance is
+// scaled too. KURVO_TEST_CASES sets the number of cases of each.
+#include <string>
+
+#include "build/division.h"
+#include "laws/cases.h"
+#include "relate/closed_chains.h"
+#include "relate/intersection.h"
+
+using namespace kurvo_test;
+
+namespace {
+
+constexpr int kCases = 300;
+constexpr int kMaxDegree = 5;
+constexpr Coord kUp = {0, 0, 1};
+// Downwards: epsilon is an angle too, below which lines are parallel, and a larger one would count.
+constexpr int kSmallestExponent = -30;  // of the scale
+
+struct Scale {
+  explicit Scale(Random& random)
+      : factor(std::ldexp(1.0, static_cast<int>(random.Uniform(kSmallestExponent, 1)))),
+        g(1e-6 * factor) {}
+  double factor;
+  Globals g;
+};
+
+Owned Scaled(const Curve& cv, double factor) {
+  Globals g;
+  Owned copy;
+  KurvocvCopyCurve(&cv, copy.get(), &g);
+  Rescale(*copy, factor);
+  return copy;
+}
+
+template <class Law>
+void ForRandomScales(int cases, Law&& law) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int i = 0; i < cases && !testing::Test::HasFailure(); ++i) {
+    Scale scale(random);
+    SCOPED_TRACE("case " + std::to_string(i) + ", scale " + std::to_string(scale.factor));
+    law(i, random, scale.factor, scale.g);
+  }
+}
+
+void ExpectScaled(const Point& scaled, const Point& original, double factor, const char* what) {
+  for (std::size_t i = 0; i < 2; ++i) EXPECT_EQ(scaled[i], original[i] * factor) << what;
+}
+
+TEST(Laws, ScalingScalesPointsAndDerivativesExactly) {
+  ForRandomScales(Cases(kCases), [](int i, Random& random, double factor, GlobalVar& h) {
+    const Owned cv = RandomCurve(random, kAllTypes[i % 7], kMaxDegree),
+                scaled = Scaled(*cv, factor);
+    const auto [start, length] = Domain(*cv);
+    const double t = start + length * random.Uniform(-.1, 1.1);
+    Globals g;
+    Point p{}, q{};
+    KurvocvPosition(cv.get(), t, p, &g);
+    KurvocvPosition(scaled.get(), t, q, &h);
+    ExpectScaled(q, p, factor, "point");
+    for (int n = 1; n <= 2; ++n) {
+      Point d{}, e{};
+      KurvocvNDeriv(cv.get(), t, d, n, &g);
+      KurvocvNDeriv(scaled.get(), t, e, n, &h);
+      ExpectScaled(e, d, factor, "derivative");
+    }
+    Point k{}, l{};
+    KurvocvCurvature(cv.get(), t, k, &g);
+    KurvocvCurvature(scaled.get(), t, l, &h);
+    ExpectScaled(l, k, 1 / factor, "curvature");
+    KurvocvStartPoint(cv.get(), p, &g);
+    KurvocvStartPoint(scaled.get(), q, &h);
+    ExpectScaled(q, p, factor, "start");
+    EXPECT_EQ(KurvoErrGet(&g), KurvoErrGet(&h));
+  });
+}
+
+// The same structure, and every number the original one or that times the factor, in its place.
+void ExpectScaledCurve(const Curve& scaled, const Curve& original, double factor) {
+  ASSERT_EQ(scaled.type, original.type);
+  std::vector<double> a, b;
+  const auto collect = [](std::vector<double>& numbers, double by) {
+    return std::pair{[&numbers, by](const double* p) {
+                       numbers.insert(numbers.end(), {p[0] * by, p[1] * by});
+                     },
+                     [&numbers, by](double radius) { numbers.push_back(radius * by); }};
+  };
+  const auto [take_a, radius_a] = collect(a, 1);
+  const auto [take_b, radius_b] = collect(b, factor);
+  ForEachPoint(scaled, take_a, radius_a);
+  ForEachPoint(original, take_b, radius_b);
+  ASSERT_EQ(a.size(), b.size());
+  for (std::size_t i = 0; i < a.size(); ++i)
+    ASSERT_EQ(a[i], b[i]) << "number " << i << " of " << a.size();
+}
+
+TEST(Laws, ScalingScalesDivisionAndExtensionExactly) {
+  ForRandomScales(Cases(kCases), [](int i, Random& random, double factor, GlobalVar& h) {
+    const Owned cv = RandomCurve(random, kAllTypes[i % 7], kMaxDegree),
+                scaled = Scaled(*cv, factor);
+    Globals g;
+    // Epsilon is a tolerance of parameters too: cuts keep away from all ends and joints.
+    double cuts[] = {RandomCut(random, .05, .4), RandomCut(random, .5, .95)};
+    const CvParam params = {2, cuts};
+    Cvseq pieces{}, scaled_pieces{};
+    const auto compare = [&](const char* what) {
+      SCOPED_TRACE(what);
+      EXPECT_EQ(pieces.count, scaled_pieces.count);
+      for (int j = 0; j < std::min(pieces.count, scaled_pieces.count); ++j)
+        ExpectScaledCurve(scaled_pieces.curves[j], pieces.curves[j], factor);
+      KurvocvFreeCvseq(&pieces);
+      KurvocvFreeCvseq(&scaled_pieces);
+    };
+    KurvocvNDivide(cv.get(), &params, &pieces, &g);
+    KurvocvNDivide(scaled.get(), &params, &scaled_pieces, &h);
+    compare("division");
+    const double a = RandomCut(random, -.3, .3), b = RandomCut(random, -.3, .3);
+    Owned longer, scaled_longer;
+    KurvocvExtendCurve(cv.get(), a, b, longer.get(), &g);
+    KurvocvExtendCurve(scaled.get(), a, b, scaled_longer.get(), &h);
+    ASSERT_EQ(longer->data == nullptr, scaled_longer->data == nullptr);
+    SCOPED_TRACE("extension by " + std::to_string(a) + " and " + std::to_string(b));
+    if (longer->data) ExpectScaledCurve(*scaled_longer, *longer, factor);
+    EXPECT_EQ(KurvoErrGet(&g), KurvoErrGet(&h));
+  });
+}
+
+// Legs are parallel within epsilon as an angle, so that it stays here. Curves grow, and have no
+// cusps, where epsilon would end the halving.
+TEST(Laws, ScalingScalesOffsetsExactly) {
+  ForRandomScales(Cases(kCases), [](int i, Random& random, double factor, GlobalVar&) {
+    const Owned cv = GentleCurve(random, kAllTypes[i % 6]), scaled = Scaled(*cv, 1 / factor);
+    const double distance = random.Uniform(-kGentle, kGentle),
+                 tolerance = std::exp2(random.Uniform(-16, -4));
+    Globals g, h;
+    Cvseq pieces{}, scaled_pieces{};
+    KurvocvOffsetCurve(cv.get(), kUp, distance, tolerance, &pieces, &g);
+    KurvocvOffsetCurve(scaled.get(), kUp, distance / factor, tolerance / factor, &scaled_pieces,
+                       &h);
+    EXPECT_GT(pieces.count, 0);
+    EXPECT_EQ(pieces.count, scaled_pieces.count);
+    for (int j = 0; j < std::min(pieces.count, scaled_pieces.count); ++j)
+      ExpectScaledCurve(scaled_pieces.curves[j], pieces.curves[j], 1 / factor);
+    EXPECT_EQ(KurvoErrGet(&g), KurvoErrGet(&h));
+    KurvocvFreeCvseq(&pieces);
+    KurvocvFreeCvseq(&scaled_pieces);
+  });
+}
+
+TEST(Laws, ScalingLeavesIntersectionsTheSame) {
+  ForRandomScales(Cases(kCases), [](int i, Random& random, double factor, GlobalVar& h) {
+    const Owned a = RandomCurve(random, kAllTypes[i % 7], kMaxDegree),
+                b = RandomCurve(random, kAllTypes[i / 7 % 7], kMaxDegree), c = Scaled(*a, factor),
+                d = Scaled(*b, factor);
+    const int mode = static_cast<int>(random.Uniform(0, 4));
+    Globals g;
+    const Answer large = Intersect(*a, *b, mode, g), small = Intersect(*c, *d, mode, h);
+    EXPECT_EQ(small.result, large.result);
+    ASSERT_EQ(small.hits.size(), large.hits.size());
+    for (std::size_t j = 0; j < small.hits.size(); ++j) {
+      EXPECT_EQ(small.hits[j].a, large.hits[j].a);
+      EXPECT_EQ(small.hits[j].b, large.hits[j].b);
+    }
+  });
+}
+
+TEST(Laws, ScalingScalesDistancesExactly) {
+  ForRandomScales(Cases(kCases), [](int i, Random& random, double factor, GlobalVar& h) {
+    const Owned a = RandomCurve(random, kAllTypes[i % 7], kMaxDegree);
+    Owned b = RandomCurve(random, kAllTypes[i / 7 % 7], kMaxDegree);
+    const double by[] = {random.Uniform(-15, 15), random.Uniform(-15, 15), 0};
+    Globals g;
+    KurvocvMove(b.get(), by, &g);
+    const Owned c = Scaled(*a, factor), d = Scaled(*b, factor);
+    double s[2] = {}, t[2] = {};
+    const double large = KurvocvDistCurve(a.get(), b.get(), &s[0], &t[0], &g),
+                 small = KurvocvDistCurve(c.get(), d.get(), &s[1], &t[1], &h);
+    EXPECT_EQ(large * factor, small);
+    EXPECT_EQ(s[0], s[1]);
+    EXPECT_EQ(t[0], t[1]);
+  });
+}
+
+TEST(Laws, ScalingLeavesInsideInside) {
+  ForRandomScales(Cases(kCases), [](int, Random& random, double factor, GlobalVar& h) {
+    const XY corners[] = {{random.Uniform(-9, 9), random.Uniform(-9, 9)},
+                          {random.Uniform(-9, 9), random.Uniform(-9, 9)},
+                          {random.Uniform(-9, 9), random.Uniform(-9, 9)}};
+    std::vector<Owned> sides, scaled_sides;
+    for (std::size_t i = 0; i < 3; ++i) {
+      sides.push_back(RandomBetween(random, corners[i], corners[(i + 1) % 3]));
+      scaled_sides.push_back(Scaled(*sides.back(), factor));
+    }
+    Chain chain(std::move(sides)), scaled(std::move(scaled_sides));
+    Globals g;
+    for (int i = 0; i < 8; ++i) {
+      const XY p = {random.Uniform(-12, 12), random.Uniform(-12, 12)};
+      EXPECT_EQ(Locate(chain.get(), p, g), Locate(scaled.get(), {p.x * factor, p.y * factor}, h));
+    }
+    EXPECT_EQ(KurvoErrGet(&g), KurvoErrGet(&h));
+  });
+}
+
+// Of each common point, where it is; the two lists may have another order.
+TEST(Laws, IntersectionIsSymmetric) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  constexpr int kSwapped[] = {0, 2, 1, 3};
+  const int cases = Cases(kCases);
+  for (int i = 0; i < cases && !HasFailure(); ++i) {
+    const Owned a = RandomCurve(random, kAllTypes[i % 7], kMaxDegree),
+                b = RandomCurve(random, kAllTypes[i / 7 % 7], kMaxDegree);
+    const auto mode = static_cast<std::size_t>(random.Uniform(0, 4));
+    SCOPED_TRACE("case " + std::to_string(i) + ", types " + std::to_string(a->type) + " and " +
+                 std::to_string(b->type) + ", mode " + std::to_string(mode));
+    Globals g;
+    const Answer one = Intersect(*a, *b, static_cast<int>(mode), g);
+    Answer other = Intersect(*b, *a, kSwapped[mode], g);
+    EXPECT_EQ(one.result, other.result);
+    ASSERT_EQ(one.hits.size(), other.hits.size());
+    for (const Hit& hit : one.hits) {
+      const auto same = std::find_if(other.hits.begin(), other.hits.end(), [&](const Hit& h) {
+        return std::fabs(h.b - hit.a) < 1e-7 && std::fabs(h.a - hit.b) < 1e-7;
+      });
+      EXPECT_NE(same, other.hits.end()) << hit.a << " and " << hit.b;
+      if (same != other.hits.end()) other.hits.erase(same);
+    }
+  }
+}
+
+}  // namespace
