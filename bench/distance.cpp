@@ -171,10 +171,68 @@ BENCHMARK_CAPTURE(Chain, front, true)
     ->RangeMultiplier(10)
     ->Range(10, 10000);
 
+// Two curves of a kind, the second moved aside: apart, or alongside the first all the way.
+void Between(benchmark::State& state, OwnCurve& a, OwnCurve& b) {
+  double ta = 0.0, tb = 0.0;
+  for (auto _ : state) {
+    double dist = KurvocvDistCurve(&a.curve, &b.curve, &ta, &tb, &a.g);
+    benchmark::DoNotOptimize(dist);
+    benchmark::DoNotOptimize(ta);
+    benchmark::DoNotOptimize(tb);
+  }
+  if (!KurvoOk(&a.g)) state.SkipWithError("error pending");
+}
+
+template <class Block>
+void MoveUp(OwnCurve& own, int32_t count, double by) {
+  auto* block = static_cast<Block*>(own.curve.data);
+  for (int32_t i = 0; i < count; ++i) block->points[i][1] += by;
+}
+
+void LineToArc(benchmark::State& state) {
+  OwnCurve a, b;
+  bench::MakeLine(a);
+  bench::MakeArc(b);
+  Between(state, a, b);
+}
+BENCHMARK(LineToArc)->Name("curve-distance/line-arc");
+
+void Cubics(benchmark::State& state, double by) {
+  OwnCurve a, b;
+  bench::MakeBezier(a, 3);
+  bench::MakeBezier(b, 3);
+  MoveUp<KurvoBezier>(b, 4, by);
+  Between(state, a, b);
+}
+BENCHMARK_CAPTURE(Cubics, apart, 2.0)->Name("curve-distance/bezier3-apart");
+BENCHMARK_CAPTURE(Cubics, alongside, 0.01)->Name("curve-distance/bezier3-alongside");
+
+// Outlines of `count` points, `by` apart where they are nearest, or one across the other.
+template <void (*make)(OwnCurve&, int32_t)>
+void Splines(benchmark::State& state, double by) {
+  OwnCurve a, b;
+  make(a, Size(state));
+  make(b, Size(state));
+  MoveUp<KurvoBSpline>(b, Size(state), by);
+  Between(state, a, b);
+}
+template <void (*make)(OwnCurve&, int32_t)>
+void GrowthOfPairs(const char* name, double by) {
+  benchmark::RegisterBenchmark(name, [by](benchmark::State& state) { Splines<make>(state, by); })
+      ->Arg(20)
+      ->Arg(100)
+      ->Arg(500)
+      ->Arg(5000);
+}
+
 const bool kRegistered = [] {
   Growth<MakeWave>("distance/bspline-wave");
   Growth<MakeOutline>("distance/bspline-outline");
   Growth<MakeRationalWave>("distance/rbspline-wave");
+  GrowthOfPairs<MakeOutline>("curve-distance/outline-apart", 2.5);
+  GrowthOfPairs<MakeOutline>("curve-distance/outline-crossing", 0.5);
+  GrowthOfPairs<MakeWave>("curve-distance/wave-apart", 1.5);
+  GrowthOfPairs<MakeWave>("curve-distance/wave-alongside", 0.001);
   return true;
 }();
 

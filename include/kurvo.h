@@ -995,6 +995,42 @@ KURVO_API void KurvocvGenBspl(const double *points, int32_t count, int32_t order
                               GlobalVar *g) KURVO_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
+ * Offset
+ * ------------------------------------------------------------------------------------------- */
+
+/* The curve at a constant distance from a curve, on one side of it: one piece after the other.
+ * curve (in).
+ * normal (in): of the plane, along z: x and y within epsilon of 0, z not.
+ * distance (in, length): a positive one goes to the side of normal x tangent, the left of travel
+ * for (0, 0, 1), a negative one to the other side.
+ * tolerance (in, length, >= 0): how far a piece that is not exact may be from the distance at equal
+ * parameters. Its distance from the curve is then right within twice that, where the distance is
+ * below the radius of curvature; beyond it the result turns back on itself, as true offsets do.
+ * result (out): free with KurvocvFreeCvseq. Emptied on entry without freeing what it held. Pieces
+ * follow the direction of the curve. Of a smooth curve each ends where the next one begins; at
+ * corners they part, and nothing is put in or cut off there.
+ *   of a line        a line, moved by the normal as it is given: one of length 2 moves it twice as
+ *                    far
+ *   of an arc        the concentric arc; nothing when its radius would be 0 or less
+ *   of Bezier kinds  pieces of the same type, one degree higher: one for a straight curve and
+ *                    otherwise about angle turned / 4 times sqrt(|distance| / tolerance), the angle
+ *                    in radians; 20 to 30 at a cusp
+ *   of B-splines     such pieces, Bezier or rational Bezier curves, of every span
+ *   of a composite   such pieces of its Bezier and rational Bezier pieces up to the first piece of
+ *                    any other type, where it ends
+ * A Bezier curve is cut in halves down to 1/16384 of its parameters, or until it lies within
+ * epsilon of one point; where that made more than 5000 pieces of all the result, less deep, but
+ * into 64 of every span if need be. What is left then is taken as it is. At a cusp the result
+ * changes sides. A handle that is not longer than epsilon has the direction of the one behind it; a
+ * curve that is a point gives nothing, a line with KURVO_WARN_SHORT_VECTOR. Empty without an error:
+ * a null or empty curve, another normal, a tolerance that is negative, values that are not finite
+ * in any argument or in the result. Errors: KURVO_ERR_CURVE for an unknown type, a record that
+ * cannot be right and a degree above 38; KURVO_ERR_MEMORY. Error pending: empty. Cost: for each
+ * piece O(degree^2). */
+KURVO_API void KurvocvOffsetCurve(const Curve *curve, const Coord normal, double distance,
+                                  double tolerance, Cvseq *result, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
  * Relations
  * ------------------------------------------------------------------------------------------- */
 
@@ -1031,6 +1067,23 @@ KURVO_API uint32_t KurvocvMatch(const Curve *a, const Curve *b, GlobalVar *g) KU
  * pairs that meet. */
 KURVO_API uint32_t KurvocrCurveCurve(const Curve *a, const Curve *b, CvParam *pa, CvParam *pb,
                                      int32_t mode, GlobalVar *g) KURVO_NOEXCEPT;
+
+/* The least distance between two bounded curves of any types, in the plane.
+ * a, b (in). ta, tb (out, either may be null): the parameters, in each curve's own domain, of the
+ * points where it is reached; of several the one of the smallest ta, of these that of the smallest
+ * tb. Along one contact of touching curves it is where they are closest.
+ * Result: the distance; 0.0 for curves that cross or come within epsilon of each other. Exact but
+ * for rounding between lines and arcs, otherwise right to epsilon. 0.0 with nothing written on
+ * failure, for a null curve, one without data and one without points: a composite without pieces,
+ * or coordinates that are all not finite. Bezier pieces with a number that is not finite take no
+ * part. Where curves are so nearly parallel, or so many pieces lie within each other's reach, that
+ * the search does not end in some tenths of a second, the nearest pair found by then counts.
+ * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above
+ * 63; KURVO_ERR_MEMORY. Error pending: 0.0 at once.
+ * Cost: closed formulas for lines and arcs; otherwise branch and bound over the Bezier pieces,
+ * linear in their number for collecting them, O(log n) for each that is near. */
+KURVO_API double KurvocvDistCurve(const Curve *a, const Curve *b, double *ta, double *tb,
+                                  GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Joins a chain of at least two curves into one composite of Bezier and rational Bezier pieces that
  * runs over [0, 1] in proportion to arc length: each curve takes the share of its length, divided

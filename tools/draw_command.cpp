@@ -32,6 +32,10 @@ void AddPictureOptions(CLI::App& draw, PictureOptions& picture) {
   leave_out("--no-points", picture.points, "Leave out end points");
   leave_out("--no-boxes", picture.boxes, "Leave out the boxes of outlines");
   leave_out("--no-legend", picture.legend, "Leave out the legend");
+  draw.add_flag("--comb", picture.comb,
+                "Draw curvature combs: teeth on the outer side of each bend, longer the closer it "
+                "is bent")
+      ->group(kGroup);
   draw.add_flag("--curves-only", picture.curves_only,
                 "Draw nothing but the curves, in one thin black stroke")
       ->group(kGroup);

@@ -16,6 +16,7 @@ constexpr double kMarkWidth = 28;
 constexpr double kMarkSpace = 7;
 constexpr double kEntrySpace = 22;
 constexpr double kBoxHalfHeight = 6;
+constexpr int kLegendTeeth = 4;
 constexpr double kTextDrop = 5;  // of the base line below the middle of the row
 
 double EntryWidth(const LegendEntry& entry) {
@@ -83,6 +84,15 @@ void Legend::WriteMark(const LegendEntry& entry, Point left, SvgText& out) {
       return out.Path(out.Polyline({left, right}),
                       stroke + " " + std::string(kOverlapOpacity) + " " +
                           out.Attribute("stroke-width", kOverlapWidth));
+    case LegendEntry::Mark::kComb: {
+      const Point up = {0, -kBoxHalfHeight};
+      std::string teeth = out.Polyline({left + up, right + up});
+      for (int i = 0; i <= kLegendTeeth; ++i) {
+        const Point tip = left + up + Point{kMarkWidth * i / kLegendTeeth, 0};
+        teeth += out.Polyline({tip, tip - 2.0 * up});
+      }
+      return out.Path(teeth, stroke);
+    }
   }
 }
 

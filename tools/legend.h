@@ -21,6 +21,7 @@ inline constexpr CurveStyle kCurveStyles[] = {
     {CV_LINE, "#334155"}, {CV_ARC, "#d95f02"}, {CV_BEZIER, "#1d5fd1"}, {CV_RBEZIER, "#0b8a5b"}};
 inline constexpr std::string_view kControlColour = "#94a3b8";
 inline constexpr std::string_view kBoxColour = "#c4b5a0";
+inline constexpr std::string_view kCombColour = "#c026d3";
 inline constexpr std::string_view kPointColour = "#111827";
 inline constexpr std::string_view kFillColour = "#eef2f7";
 inline constexpr std::string_view kCrossingColour = "#dc2626";
@@ -34,7 +35,7 @@ inline constexpr double kOverlapWidth = 9;
 inline constexpr std::string_view kOverlapOpacity = "stroke-opacity=\"0.4\"";
 
 struct LegendEntry {
-  enum class Mark { kCurve, kControl, kPoint, kBox, kCrossing, kOverlap };
+  enum class Mark { kCurve, kControl, kPoint, kBox, kCrossing, kOverlap, kComb };
 
   Mark mark;
   std::string_view colour;

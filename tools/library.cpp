@@ -81,6 +81,29 @@ OwnedCurve OwnedCurve::RationalQuadratic(Point p0, Point p1, double weight1, Poi
   return curve;
 }
 
+OwnedCurve OwnedCurve::Through(Library& library, const std::vector<Point>& points, int order) {
+  std::vector<double> coordinates;
+  coordinates.reserve(3 * points.size());
+  for (const Point p : points) coordinates.insert(coordinates.end(), {p.x, p.y, 0});
+  OwnedCurve curve;
+  KurvocvGenBspl(coordinates.data(), static_cast<int32_t>(points.size()), order, &curve.curve_,
+                 library.State());
+  library.Check();
+  return curve;
+}
+
+OwnedCurve OwnedCurve::Composite(Library& library, const std::vector<const OwnedCurve*>& pieces) {
+  OwnedCurve curve;
+  auto* block = static_cast<KurvoSegcv*>(
+      curve.Allocate(CV_SEGCV, static_cast<int>(pieces.size())));  // its pieces are empty so far
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    block->widths[i] = 1;
+    KurvocvCopyCurve(pieces[i]->Get(), block->curves + i, library.State());
+    library.Check();
+  }
+  return curve;
+}
+
 OwnedCurve OwnedCurve::Converted(Library& library, const OwnedCurve& source, int type) {
   OwnedCurve curve;
   curve.curve_.type = type;
@@ -88,6 +111,34 @@ OwnedCurve OwnedCurve::Converted(Library& library, const OwnedCurve& source, int
   library.Check();
   if (result != KURVO_CONVERTED) throw LibraryError(KURVO_ERR_CURVE);
   return curve;
+}
+
+std::vector<OwnedCurve> OwnedCurve::Divided(Library& library, const OwnedCurve& source,
+                                            std::vector<double> parameters) {
+  const CvParam list = {static_cast<std::int32_t>(parameters.size()), parameters.data()};
+  std::vector<OwnedCurve> curves(parameters.size() + 1);
+  Cvseq pieces;
+  KurvocvNDivide(source.Get(), &list, &pieces, library.State());
+  for (std::size_t i = 0; i < curves.size() && pieces.count > 0; ++i)
+    std::swap(curves[i].curve_, pieces.curves[i]);
+  KurvocvFreeCvseq(&pieces);
+  library.Check();
+  return curves;
+}
+
+std::vector<OwnedCurve> OwnedCurve::Offset(Library& library, const OwnedCurve& source,
+                                           double distance, double tolerance) {
+  const Coord into_the_picture = {0, 0, -1};
+  Cvseq sequence;
+  KurvocvOffsetCurve(source.Get(), into_the_picture, distance, tolerance, &sequence,
+                     library.State());
+  library.Check();
+  std::vector<OwnedCurve> pieces(static_cast<std::size_t>(sequence.count));
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    std::swap(pieces[i].curve_, sequence.curves[i]);
+  }
+  KurvocvFreeCvseq(&sequence);
+  return pieces;
 }
 
 Point PositionOf(Library& library, const OwnedCurve& curve, double t) {
@@ -132,6 +183,39 @@ std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Poi
   library.Check();
   if (result != KURVO_ON_CURVE) return std::nullopt;
   return t;
+}
+
+double LengthOf(Library& library, const OwnedCurve& curve, double from, double to) {
+  double length = 0;
+  KurvocvCurveLen(curve.Get(), from, to, &length, library.State());
+  library.Check();
+  return length;
+}
+
+Point DerivativeOf(Library& library, const OwnedCurve& curve, double t, int n) {
+  Coord v = {0, 0, 0};
+  KurvocvNDeriv(curve.Get(), t, v, n, library.State());
+  library.Check();
+  return Take(v);
+}
+
+std::optional<Point> CurvatureOf(Library& library, const OwnedCurve& curve, double t) {
+  Coord v = {0, 0, 0};
+  KurvocvCurvature(curve.Get(), t, v, library.State());
+  if (KurvoErrGet(library.State()) == KURVO_ERR_SHORT_TANGENT) {
+    KurvoErrReset(library.State());
+    return std::nullopt;
+  }
+  library.Check();
+  return Take(v);
+}
+
+Closest ClosestOn(Library& library, const OwnedCurve& first, const OwnedCurve& second) {
+  Closest closest = {0, 0, 0};
+  closest.distance =
+      KurvocvDistCurve(first.Get(), second.Get(), &closest.first, &closest.second, library.State());
+  library.Check();
+  return closest;
 }
 
 std::string_view TypeName(int type) {

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "affine.h"
 
@@ -57,8 +58,20 @@ class OwnedCurve {
   static OwnedCurve Cubic(Point p0, Point p1, Point p2, Point p3);
   // Of degree 2, with outer weights 1.
   static OwnedCurve RationalQuadratic(Point p0, Point p1, double weight1, Point p2);
+  // The spline of this order through at least `order` points, of which no neighbours are the same.
+  // Throws LibraryError.
+  static OwnedCurve Through(Library& library, const std::vector<Point>& points, int order);
+  // Copies of curves, which need not meet, as one: number i, from 0, has the parameters from i to
+  // i + 1. Throws LibraryError.
+  static OwnedCurve Composite(Library& library, const std::vector<const OwnedCurve*>& pieces);
   // The same points in a record of another type. Throws LibraryError when there is none.
   static OwnedCurve Converted(Library& library, const OwnedCurve& source, int type);
+  // The parts between the parameters, which ascend from 0 to 1; one that has no length is a point.
+  static std::vector<OwnedCurve> Divided(Library& library, const OwnedCurve& source,
+                                         std::vector<double> parameters);
+  // The pieces of the source `distance` to its left, where y points down. Throws LibraryError.
+  static std::vector<OwnedCurve> Offset(Library& library, const OwnedCurve& source, double distance,
+                                        double tolerance);
 
  private:
   // The new data block; throws std::bad_alloc.
@@ -75,6 +88,22 @@ int DegreeOf(Library& library, const OwnedCurve& curve);
 bool IsPoint(Library& library, const OwnedCurve& curve);
 // The parameter of a point that lies on the curve within the length tolerance.
 std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p);
+
+// The length between two parameters; that of stretches of a free-form curve is no closer than the
+// library finds it, about a thousandth of a unit each.
+double LengthOf(Library& library, const OwnedCurve& curve, double from, double to);
+// The derivative of order n.
+Point DerivativeOf(Library& library, const OwnedCurve& curve, double t, int n);
+// 1 / radius towards the centre of curvature; nothing where the tangent is too short to have one.
+std::optional<Point> CurvatureOf(Library& library, const OwnedCurve& curve, double t);
+// Where two curves are closest, by a parameter of each.
+struct Closest {
+  double distance;
+  double first;
+  double second;
+};
+
+Closest ClosestOn(Library& library, const OwnedCurve& first, const OwnedCurve& second);
 
 // "line", "arc", "Bezier" or "rational Bezier".
 std::string_view TypeName(int type);

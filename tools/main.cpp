@@ -1,28 +1,32 @@
-// The command-line client: reads outlines, prints what they are made of, draws, intersects and
-// measures them.
+// The command-line client: reads outlines, prints what they are made of, draws, intersects,
+// measures, splits and offsets them, and fits curves to points.
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
 #include <new>
 #include <string>
 
+#include "distance_command.h"
 #include "draw_command.h"
+#include "fit_command.h"
 #include "input_error.h"
 #include "intersect_command.h"
 #include "locate_command.h"
 #include "measure_command.h"
+#include "offset_command.h"
+#include "split_command.h"
 
 namespace kurvo::tools {
 namespace {
 
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;   // wrong options, or the output could not be written
-constexpr int kBadInput = 2;  // the drawing cannot be read
+constexpr int kBadInput = 2;  // the input cannot be read
 
 int Run(int argc, char** argv) {
   CLI::App app(
-      "Reads outlines as curve records, shows what they are made of, draws, intersects and "
-      "measures them.",
+      "Reads outlines as curve records, shows what they are made of, draws, intersects, measures, "
+      "splits and offsets them, and fits curves to points.",
       "kurvo");
   app.set_version_flag("--version", "kurvo " KURVO_VERSION);
   app.require_subcommand(1);
@@ -33,12 +37,18 @@ int Run(int argc, char** argv) {
       "Examples:\n  kurvo draw part.svg -o curves.svg\n"
       "  kurvo intersect part.svg tool.svg -o crossings.svg\n"
       "  kurvo measure part.svg --near 120,45\n"
-      "  kurvo locate part.svg 10,20 --grid 100 -o region.svg\n\n"
-      "Exit status: 0 done; 1 wrong options, or the output cannot be written; 2 the drawing cannot "
+      "  kurvo locate part.svg 10,20 --grid 90 -o region.svg\n"
+      "  kurvo split part.svg --parts 12 -o pieces.svg\n"
+      "  kurvo offset part.svg -d 2 -o offset.svg\n"
+      "  kurvo distance part.svg tool.svg -o links.svg\n"
+      "  kurvo fit points.csv --order 4 -o curve.svg\n\n"
+      "Exit status: 0 done; 1 wrong options, or the output cannot be written; 2 the input cannot "
       "be\nread. Each fault is one line on standard error; no output file is then made or "
       "changed.");
-  const Command commands[] = {AddDrawCommand(app), AddIntersectCommand(app), AddLocateCommand(app),
-                              AddMeasureCommand(app)};
+  const Command commands[] = {AddDrawCommand(app),     AddIntersectCommand(app),
+                              AddMeasureCommand(app),  AddLocateCommand(app),
+                              AddSplitCommand(app),    AddOffsetCommand(app),
+                              AddDistanceCommand(app), AddFitCommand(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "bending.h"
 #include "library.h"
 #include "nearest.h"
 #include "progress.h"
@@ -19,6 +20,8 @@ struct CurveMeasures {
   Point start;
   Point end;
   Bounds box;  // of the control points, for a Bezier curve
+  double length;
+  Bending bending;
   std::optional<NearestPoint> nearest;
 };
 
@@ -28,6 +31,8 @@ struct OutlineMeasures {
   Bounds box;
   std::vector<CurveMeasures> curves;  // at least one
   std::size_t nearest_curve = 0;      // the first of those that are nearest
+  double length = 0;
+  double turning = 0;  // of the curves and in the corners between them, radians
 };
 
 // `near` is the point to be near to, when there is one. `progress` takes a step for each curve.
@@ -39,6 +44,11 @@ const OutlineMeasures* NearestOutline(const std::vector<OutlineMeasures>& outlin
 
 // What is nearest in the outline.
 const NearestPoint& NearestIn(const OutlineMeasures& outline);
+
+// The curve with the least curvature of the outline, and that with the greatest; the first of
+// several, nothing when no curve has a curvature.
+std::optional<std::size_t> LeastCurved(const OutlineMeasures& outline);
+std::optional<std::size_t> MostCurved(const OutlineMeasures& outline);
 
 std::size_t CurveCount(const Drawing& drawing);
 

@@ -40,7 +40,9 @@ void RunMeasure(const MeasureOptions& options) {
 Command AddMeasureCommand(CLI::App& app) {
   const auto options = std::make_shared<MeasureOptions>();
   CLI::App* measure = app.add_subcommand(
-      "measure", "List the curves of a drawing: type, ends, box, and what is nearest to a point");
+      "measure",
+      "List the curves of a drawing: type, ends, box, length, bends, and what is nearest to a "
+      "point");
   measure->add_option("input", options->input, "The SVG drawing to read")
       ->required()
       ->type_name("FILE");
@@ -52,8 +54,12 @@ Command AddMeasureCommand(CLI::App& app) {
       ->type_name("X,Y");
   measure->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
   measure->footer(
-      "The box of a Bezier curve is that of its control points. Curves are counted from 1 in each "
-      "outline;\nt runs from 0 to 1 along a curve.");
+      "The box of a Bezier curve is that of its control points. Curvature is 1 / radius, its least "
+      "and its\ngreatest value; turning is what the tangent turns by, in degrees, in an outline "
+      "with "
+      "its corners.\nBoth are positive from x towards y, clockwise as SVG is seen. Curves are "
+      "counted "
+      "from 1 in each\noutline; t runs from 0 to 1 along a curve.");
   return {measure, [options] { RunMeasure(*options); }};
 }
 

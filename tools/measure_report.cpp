@@ -1,5 +1,7 @@
 #include "measure_report.h"
 
+#include <cmath>
+#include <optional>
 #include <string_view>
 
 #include "json.h"
@@ -14,7 +16,8 @@ constexpr auto kLines = JsonWriter::Layout::kLines;
 
 std::vector<TextTable::Column> Columns(bool near) {
   std::vector<TextTable::Column> columns = {
-      {"outline"}, {"curve", kRight}, {"type"}, {"degree", kRight}, {"start"}, {"end"}, {"box"}};
+      {"outline"}, {"curve", kRight}, {"type"},           {"degree", kRight}, {"start"},
+      {"end"},     {"box"},           {"length", kRight}, {"curvature"},      {"turning", kRight}};
   if (near) columns.insert(columns.end(), {{"distance", kRight}, {"t"}, {"nearest point"}});
   return columns;
 }
@@ -22,6 +25,30 @@ std::vector<TextTable::Column> Columns(bool near) {
 void AddNearest(const NearestPoint& nearest, std::vector<std::string>& row) {
   row.insert(row.end(), {ShortNumber(nearest.distance), ShortNumber(nearest.parameter),
                          PointText(nearest.point)});
+}
+
+double Degrees(double radians) { return radians * 180 / M_PI; }
+
+std::string CurvatureText(const std::optional<CurvatureAt>& least,
+                          const std::optional<CurvatureAt>& greatest) {
+  if (!least || !greatest) return "-";
+  const std::string from = ShortNumber(least->curvature);
+  const std::string to = ShortNumber(greatest->curvature);
+  return from == to ? from : from + " .. " + to;
+}
+
+void AddBending(double length, const std::optional<CurvatureAt>& least,
+                const std::optional<CurvatureAt>& greatest, double turning,
+                std::vector<std::string>& row) {
+  row.insert(row.end(),
+             {ShortNumber(length), CurvatureText(least, greatest), ShortNumber(Degrees(turning))});
+}
+
+// An extreme among the curves of an outline.
+std::optional<CurvatureAt> Extreme(const OutlineMeasures& outline, std::optional<std::size_t> curve,
+                                   std::optional<CurvatureAt> Bending::*extreme) {
+  if (!curve) return std::nullopt;
+  return outline.curves[*curve].bending.*extreme;
 }
 
 void AddOutline(const OutlineMeasures& outline, bool near, TextTable& table) {
@@ -32,6 +59,8 @@ void AddOutline(const OutlineMeasures& outline, bool near, TextTable& table) {
                                   PointText(outline.curves.front().start),
                                   PointText(outline.curves.back().end),
                                   BoundsText(outline.box)};
+  AddBending(outline.length, Extreme(outline, LeastCurved(outline), &Bending::least),
+             Extreme(outline, MostCurved(outline), &Bending::greatest), outline.turning, row);
   if (near) {
     const NearestPoint& nearest = NearestIn(outline);
     row.insert(row.end(), {ShortNumber(nearest.distance), "", PointText(nearest.point)});
@@ -46,6 +75,8 @@ void AddOutline(const OutlineMeasures& outline, bool near, TextTable& table) {
            PointText(curve.start),
            PointText(curve.end),
            BoundsText(curve.box)};
+    AddBending(curve.length, curve.bending.least, curve.bending.greatest, curve.bending.turning,
+               row);
     if (near) AddNearest(*curve.nearest, row);
     table.Add(std::move(row));
   }
@@ -84,6 +115,30 @@ void WriteNearest(const NearestPoint& nearest, JsonWriter& json) {
   json.Number(nearest.distance);
 }
 
+// The curvature and where it is, on which curve of an outline; null when it is nowhere.
+void WriteExtreme(std::string_view key, const std::optional<CurvatureAt>& extreme,
+                  std::optional<std::size_t> curve, JsonWriter& json) {
+  json.Key(key);
+  if (!extreme) return json.Null();
+  json.BeginObject();
+  json.Key("curvature");
+  json.Number(extreme->curvature);
+  if (curve) {
+    json.Key("curve");
+    json.Count(*curve + 1);
+  }
+  json.Key("parameter");
+  json.Number(extreme->parameter);
+  json.EndObject();
+}
+
+void WriteLengthAndTurning(double length, double turning, JsonWriter& json) {
+  json.Key("length");
+  json.Number(length);
+  json.Key("turning");
+  json.Number(Degrees(turning));
+}
+
 void WriteCurve(std::size_t number, const CurveMeasures& curve, JsonWriter& json) {
   json.BeginObject();
   json.Key("curve");
@@ -95,6 +150,9 @@ void WriteCurve(std::size_t number, const CurveMeasures& curve, JsonWriter& json
   WritePoint("start", curve.start, json);
   WritePoint("end", curve.end, json);
   WriteBox(curve.box, json);
+  WriteLengthAndTurning(curve.length, curve.bending.turning, json);
+  WriteExtreme("least", curve.bending.least, std::nullopt, json);
+  WriteExtreme("greatest", curve.bending.greatest, std::nullopt, json);
   if (curve.nearest) {
     json.Key("nearest");
     json.BeginObject();
@@ -113,6 +171,11 @@ void WriteOutline(const OutlineMeasures& outline, bool near, JsonWriter& json) {
   WritePoint("start", outline.curves.front().start, json);
   WritePoint("end", outline.curves.back().end, json);
   WriteBox(outline.box, json);
+  WriteLengthAndTurning(outline.length, outline.turning, json);
+  const auto least = LeastCurved(outline);
+  const auto most = MostCurved(outline);
+  WriteExtreme("least", Extreme(outline, least, &Bending::least), least, json);
+  WriteExtreme("greatest", Extreme(outline, most, &Bending::greatest), most, json);
   if (near) {
     json.Key("nearest");
     json.BeginObject();

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "comb.h"
 #include "curve_trace.h"
 #include "legend.h"
 #include "picture_layout.h"
@@ -15,6 +16,7 @@ namespace {
 // Pixels.
 constexpr double kCurveWidth = 2.25;
 constexpr double kThinWidth = 1;
+constexpr double kToothWidth = 0.5;
 constexpr double kCrossHalfLength = 5;
 
 class PictureWriter {
@@ -28,6 +30,8 @@ class PictureWriter {
         traces_.back().push_back(TraceOutline(library, outline, tolerance));
       }
     }
+    if (options.comb && !options.curves_only)
+      combs_ = CombsOf(library, drawing, Extent(library, {&drawing}));
   }
 
   std::string Write() {
@@ -70,6 +74,9 @@ class PictureWriter {
       if (options_.curves_only || !options_.control) return;
       for (const Point p : curve.controls) bounds.Add(p);
     });
+    for (const Comb& comb : combs_) {
+      for (const Point p : comb.tips) bounds.Add(p);
+    }
     if (!options_.curves_only && options_.boxes) {
       ForEachOutline([&](const OutlineTrace& outline) { bounds.Add(outline.box); });
     }
@@ -89,6 +96,7 @@ class PictureWriter {
     out_.Path(out_.Rectangle(view), "fill=\"#fff\"");
     if (options_.fill) WriteShapes("fill=\"" + std::string(kFillColour) + "\"");
     if (options_.boxes) WriteBoxes();
+    WriteCombs();
     if (options_.control) WriteControls();
     for (const CurveStyle& style : kCurveStyles) WriteCurves(style);
     if (options_.points) WritePoints();
@@ -118,6 +126,18 @@ class PictureWriter {
     const std::string dash = out_.Number(4 * pixel_);
     out_.Path(data,
               out_.Stroke(kBoxColour, kThinWidth * pixel_) + " stroke-dasharray=\"" + dash + "\"");
+  }
+
+  void WriteCombs() {
+    std::string teeth;
+    std::string tips;
+    for (const Comb& comb : combs_) {
+      for (std::size_t i = 0; i < comb.feet.size(); ++i)
+        teeth += out_.Polyline({comb.feet[i], comb.tips[i]});
+      tips += out_.Polyline(comb.tips);
+    }
+    out_.Path(teeth, out_.Stroke(kCombColour, kToothWidth * pixel_));
+    out_.Path(tips, out_.Stroke(kCombColour, kThinWidth * pixel_));
   }
 
   void WriteControls() {
@@ -172,6 +192,7 @@ class PictureWriter {
     if (options_.control) entries.push_back({Mark::kControl, kControlColour, "control polygon"});
     if (options_.points) entries.push_back({Mark::kPoint, kPointColour, "end point"});
     if (options_.boxes) entries.push_back({Mark::kBox, kBoxColour, "box"});
+    if (options_.comb) entries.push_back({Mark::kComb, kCombColour, "curvature"});
     return entries;
   }
 
@@ -179,6 +200,7 @@ class PictureWriter {
   const PictureOptions& options_;
   SvgText out_;
   std::vector<std::vector<OutlineTrace>> traces_;  // by shape
+  std::vector<Comb> combs_;
   double pixel_ = 1;
 };
 

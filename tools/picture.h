@@ -14,6 +14,7 @@ struct PictureOptions {
   bool points = true;   // end points
   bool boxes = true;    // of each outline
   bool legend = true;
+  bool comb = false;         // curvature combs
   bool curves_only = false;  // one thin black stroke and nothing else
   bool fill = false;         // the shapes filled by their fill rule; with curves_only, not stroked
   double size = 1000;        // pixels along the longer side

@@ -1,27 +1,12 @@
 #include "svg_document.h"
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
 #include "input_error.h"
+#include "input_file.h"
 
 namespace kurvo::tools {
 namespace {
 
 constexpr std::string_view kSvgNamespace = "http://www.w3.org/2000/svg";
-
-std::string ReadFile(const std::string& path) {
-  std::error_code ignored;
-  if (std::filesystem::is_directory(path, ignored)) {
-    throw InputError(OneLine(path) + ": is a directory");
-  }
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw InputError(OneLine(path) + ": cannot be opened");
-  std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  if (file.bad()) throw InputError(OneLine(path) + ": cannot be read");
-  return bytes;
-}
 
 // Elements in document order, one after the other; an empty node at the end.
 pugi::xml_node NextInDocument(pugi::xml_node node) {
@@ -45,7 +30,7 @@ std::string PrefixOfSvg(const pugi::xml_node& root) {
 }  // namespace
 
 SvgDocument::SvgDocument(const std::string& path) : path_(path) {
-  Parse(ReadFile(path));
+  Parse(ReadWholeFile(path));
   prefix_ = PrefixOfSvg(Root());
   if (LocalName(Root()) != "svg") {
     throw InputError(OneLine(path_) + ": not an SVG drawing: the root element is <" +

@@ -26,6 +26,8 @@ void SplitOfDegree(double (*points)[kDim], int32_t n, double t, double (*before)
       return Split(points, std::integral_constant<int32_t, 2>(), t, before);
     case 3:
       return Split(points, std::integral_constant<int32_t, 3>(), t, before);
+    case 4:
+      return Split(points, std::integral_constant<int32_t, 4>(), t, before);
     default:
       return Split(points, n, t, before);
   }

@@ -20,6 +20,7 @@ constexpr double kMaxGrowth = 1e8;
 // Coordinates whose squares neither overflow nor vanish are used as they are.
 constexpr double kLargestUnscaled = 0x1p500;
 constexpr double kSmallestUnscaled = 0x1p-500;
+constexpr int kMaxExponent = 1000;  // of the scale
 
 constexpr double kMax = std::numeric_limits<double>::max();
 
@@ -47,8 +48,8 @@ double LargestCoordinate(const double* points, int32_t count) {
 
 // The power of two that the coordinates are multiplied by.
 double ScaleFor(double largest) {
-  if (largest <= kLargestUnscaled && largest >= kSmallestUnscaled) return 1.0;
-  return std::ldexp(1.0, -std::ilogb(largest));
+  if ((kLargestUnscaled >= largest && largest >= kSmallestUnscaled) || !(largest > 0.0)) return 1.0;
+  return std::ldexp(1.0, std::min(-std::ilogb(largest), kMaxExponent));
 }
 
 class Interpolation {

@@ -11,11 +11,10 @@
 #include "build/well_formed.h"
 #include "foundation/guard.h"
 #include "records/domain.h"
+#include "records/owned_sequence.h"
 
 namespace kurvo {
 namespace {
-
-using Pieces = std::vector<OwnedCurve>;
 
 // True for parameters in [0, 1], each greater than the one before.
 bool IsDivisionList(const CvParam& list) {
@@ -79,7 +78,7 @@ std::vector<CutPlace> KnotsToCutAt(const CvParam& list, const SplineView<kDim>& 
 }
 
 // Writes the pieces; false when the curve cannot be cut.
-bool Divide(const Curve& curve, const auto& view, const CvParam& list, Pieces& pieces,
+bool Divide(const Curve& curve, const auto& view, const CvParam& list, OwnedSequence& pieces,
             GlobalVar& g) {
   const std::vector<double> cuts = CutsOf(list, DomainOf(view), curve.type == CV_SEGCV, g.epsilon);
   return CutCurve(curve, cuts.data(), list.count, g.epsilon, pieces.data(), g);
@@ -87,8 +86,8 @@ bool Divide(const Curve& curve, const auto& view, const CvParam& list, Pieces& p
 
 // Knots left over from earlier insertions would make needless control points in every piece.
 template <std::size_t kDim>
-bool Divide(const Curve& curve, const SplineView<kDim>& spline, const CvParam& list, Pieces& pieces,
-            GlobalVar& g) {
+bool Divide(const Curve& curve, const SplineView<kDim>& spline, const CvParam& list,
+            OwnedSequence& pieces, GlobalVar& g) {
   const OwnedCurve fewer = WithoutKnots(curve, spline, g);
   return VisitCurve(fewer.curve(),
                     Overloaded{[&](const SplineView<kDim>& working) {
@@ -99,19 +98,12 @@ bool Divide(const Curve& curve, const SplineView<kDim>& spline, const CvParam& l
                                [](const auto&) { return false; }});
 }
 
-Cvseq Release(Pieces& pieces) {
-  Cvseq sequence;
-  if (!KurvocvMallocCvseq(&sequence, static_cast<int32_t>(pieces.size()))) throw std::bad_alloc();
-  for (std::size_t i = 0; i < pieces.size(); ++i) sequence.curves[i] = pieces[i].Release();
-  return sequence;
-}
-
 // Empty, with the error recorded, when the curve is not divided.
 Cvseq Divided(const Curve& curve, const CvParam& list, GlobalVar& g) {
-  Pieces pieces(static_cast<std::size_t>(list.count) + 1);
+  OwnedSequence pieces(static_cast<std::size_t>(list.count) + 1);
   if (list.count == 0) {
     pieces[0] = CopyOf(curve, g);
-    return Release(pieces);
+    return ReleaseSequence(pieces);
   }
   if (!LieIn(list, DomainOf(curve), g.epsilon)) {
     Fail(g, KURVO_ERR_RANGE);
@@ -121,7 +113,7 @@ Cvseq Divided(const Curve& curve, const CvParam& list, GlobalVar& g) {
     Fail(g, KURVO_ERR_CURVE);
     return {};
   }
-  return Release(pieces);
+  return ReleaseSequence(pieces);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -150,10 +151,60 @@ std::array<double, kSize> PowerBasisValue(int32_t n, double t, Load&& load) {
   });
 }
 
+namespace internal {
+
+// For t in [0, 1]: the linear-time recurrence of Wozny and Chudy (Computer-Aided Design 118, 2020,
+// algorithm 1), a sequence of convex combinations that needs no work area:
+//   Q_k = (1 - h_k) Q_(k-1) + h_k P_k with h_k = u h_(k-1) (n-k+1) / (k + u h_(k-1) (n-k+1)) and
+//   u = t / (1 - t); run from the end that is nearer, so that u stays at most 1.
+template <std::size_t kSize, class Load>
+std::array<double, kSize> InnerValue(int32_t n, double t, Load&& load) {
+  const bool from_end = t > 0.5;
+  const double u = from_end ? (1.0 - t) / t : t / (1.0 - t);
+  std::array<double, kSize> q, p;
+  load(from_end ? n : 0, q);
+  double h = 1.0;
+  for (int32_t k = 1; k <= n; ++k) {
+    const double ahead = u * h * static_cast<double>(n - k + 1);
+    h = ahead / (static_cast<double>(k) + ahead);
+    load(from_end ? n - k : k, p);
+    for (std::size_t c = 0; c < kSize; ++c) q[c] = (1.0 - h) * q[c] + h * p[c];
+  }
+  return q;
+}
+
+// For t beyond the ends, where u is negative and the recurrence above has poles: the quotient
+//   (sum of C(n, k) u^k P_k) / (sum of C(n, k) u^k),
+// summed term by term, both sums scaled down together before they overflow.
+template <std::size_t kSize, class Load>
+std::array<double, kSize> ContinuedValue(int32_t n, double t, Load&& load) {
+  constexpr double kLarge = 0x1p500;
+  const bool from_end = t > 0.5;
+  const double u = from_end ? (1.0 - t) / t : t / (1.0 - t);
+  std::array<double, kSize> q, p;
+  load(from_end ? n : 0, q);
+  double term = 1.0;
+  double sum = 1.0;
+  for (int32_t k = 1; k <= n; ++k) {
+    term *= u * static_cast<double>(n - k + 1) / static_cast<double>(k);
+    if (std::fabs(term) > kLarge) {
+      term /= kLarge;
+      sum /= kLarge;
+      for (double& component : q) component /= kLarge;
+    }
+    load(from_end ? n - k : k, p);
+    for (std::size_t c = 0; c < kSize; ++c) q[c] += term * p[c];
+    sum += term;
+  }
+  for (double& component : q) component /= sum;
+  return q;
+}
+
+}  // namespace internal
+
 // The value at t of the Bezier function of degree n whose coefficient vectors of `kSize` components
 // are written by load(i, vector): de Casteljau's algorithm on the stack up to degree 39, beyond
-// that the linear-time recurrence of Wozny and Chudy (Computer-Aided Design 118, 2020, algorithm
-// 1), which needs no work area. Both are sequences of convex combinations for t in [0, 1].
+// that in linear time without a work area.
 template <std::size_t kSize, class Load>
 std::array<double, kSize> CasteljauValue(int32_t n, double t, Load&& load) {
   using Vector = std::array<double, kSize>;
@@ -168,20 +219,8 @@ std::array<double, kSize> CasteljauValue(int32_t n, double t, Load&& load) {
       for (int32_t i = 0; i < level; ++i) mix(work[i], work[i + 1], t);
     return work[0];
   }
-  // Q_k = (1 - h_k) Q_(k-1) + h_k P_k with h_k = u h_(k-1) (n-k+1) / (k + u h_(k-1) (n-k+1)) and
-  // u = t / (1 - t); run from the end that is nearer, so that u stays at most 1 inside [0, 1].
-  const bool from_end = t > 0.5;
-  const double u = from_end ? (1.0 - t) / t : t / (1.0 - t);
-  Vector q, p;
-  load(from_end ? n : 0, q);
-  double h = 1.0;
-  for (int32_t k = 1; k <= n; ++k) {
-    const double ahead = u * h * static_cast<double>(n - k + 1);
-    h = ahead / (static_cast<double>(k) + ahead);
-    load(from_end ? n - k : k, p);
-    mix(q, p, h);
-  }
-  return q;
+  return t < 0.0 || t > 1.0 ? internal::ContinuedValue<kSize>(n, t, load)
+                            : internal::InnerValue<kSize>(n, t, load);
 }
 
 // The value at t of the Bezier function of degree n whose coefficient vectors are written by

@@ -14,6 +14,7 @@ class PArc2D final : public PCurve2D {
   Vec3 Position(double t) const override;
   bool ProjectToCarrier(Vec3& p) const override;
   Incidence Parameter(Vec3 p, double& t) const override;
+  bool Offset(Vec3 normal, double distance, double tolerance, OwnedSequence& pieces) const override;
   NearestOnCurve NearestPoint(Vec3 p) const override;
 
  private:

@@ -3,6 +3,7 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/point.h"
+#include "records/owned_sequence.h"
 
 namespace kurvo {
 
@@ -34,6 +35,12 @@ class PCurve2D {
   // The parameter of p, written also when p is off the curve. When the degree is too high to find a
   // foot point: the bad-curve error, kOn, and t as it was.
   virtual Incidence Parameter(Vec3 p, double& t) const = 0;
+
+  // Appends the pieces of the curve at `distance` from this one, to the side of normal x tangent,
+  // in order; the normal lies along z. Free-form kinds are within `tolerance` of the distance.
+  // False when the curve is refused: the pieces are not to be used then. Throws std::bad_alloc.
+  virtual bool Offset(Vec3 normal, double distance, double tolerance,
+                      OwnedSequence& pieces) const = 0;
 
   // The point of the curve, within its domain, nearest to p by each kind's own rule. When the
   // degree is too high: the bad-curve error and zeros.

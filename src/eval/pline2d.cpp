@@ -2,6 +2,7 @@
 #include "eval/pline2d.h"
 
 #include <cmath>
+#include <utility>
 
 #include "calc/directions.h"
 
@@ -31,6 +32,24 @@ Incidence PLine2D::Parameter(Vec3 p, double& t) const {
   const bool within = t >= -tol() && 1.0 + tol() >= t;
   const double aside = u.x * (p.y - start.y) - u.y * (p.x - start.x);
   return within && tol() >= std::fabs(aside) ? Incidence::kOn : Incidence::kOff;
+}
+
+// The normal counts as it is given: a longer one moves the line further. A line that is a point has
+// no side to move to, gives nothing and leaves the warning.
+bool PLine2D::Offset(Vec3 normal, double distance, double /*tolerance*/,
+                     OwnedSequence& pieces) const {
+  const Vec2 start = Planar(line_.start);
+  const Vec2 end = Planar(line_.end);
+  const Vec3 along = OnPlane(end - start);
+  const Vec2 t = Planar(UnitVector(along, g_));
+  if (Within(along, tol())) return true;
+  const Vec2 move = distance * (normal.z * Vec2{-t.y, t.x});
+  OwnedCurve moved(CV_LINE, {});
+  auto& line = moved.block<KurvoLine>();
+  Store(OnPlane(start + move), line.start);
+  Store(OnPlane(end + move), line.end);
+  pieces.push_back(std::move(moved));
+  return true;
 }
 
 NearestOnCurve PLine2D::NearestPoint(Vec3 p) const {

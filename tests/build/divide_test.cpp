@@ -77,6 +77,16 @@ TEST(Divide, KnotsAndControlPoints) {
        .500002,
        {0, 0, 0, 0, .5 / .500002, 1, 1, 1, 1},
        {0, 0, 0, 0, 1, 1, 1, 1}},
+      {"at the nearer of two",
+       "B" + points + " 9 3 | 0 0 0 0 .4999996 .5000004 1 1 1 1",
+       .4999999,
+       {0, 0, 0, 0, 1, 1, 1, 1},
+       {}},
+      {"at the nearer of two, the second",
+       "B" + points + " 9 3 | 0 0 0 0 .4999996 .5000004 1 1 1 1",
+       .5000001,
+       {0, 0, 0, 0, .4999996 / .5000004, 1, 1, 1, 1},
+       {0, 0, 0, 0, 1, 1, 1, 1}},
       {"between knots",
        "B" + points + "| 0 0 0 0 .5 1 1 1 1",
        .75,
@@ -140,6 +150,19 @@ TEST(Divide, KnotsAndControlPoints) {
     const Numbers whole = ControlPoints(*source);
     EXPECT_TRUE(std::equal(before.begin(), before.begin() + 3, whole.begin())) << row.name;
     EXPECT_TRUE(std::equal(after.end() - 3, after.end(), whole.end() - 3)) << row.name;
+  }
+}
+
+// Points are compared with one tolerance, weights with the other.
+TEST(Divide, AtAStandstillOfWeights) {
+  const Owned source =
+      Make("R 0 0 1 1 1 1 2 2 2 2 2 2.0005 2 2 2 3 1 1 4 0 1 | 0 0 0 1 2 3 4 5 5 5");
+  for (const bool wide : {false, true}) {
+    Globals g;
+    if (wide) KurvoclSetEpsilon0(1e-3, &g);
+    const auto [first, second] = Divide(*source, 2.5, g);
+    EXPECT_EQ(Knots(*first).size(), 8u) << wide;
+    EXPECT_NEAR(Knots(*first)[4], wide ? 2. / 3 : .8, 1e-15);
   }
 }
 
@@ -211,6 +234,7 @@ TEST(Divide, WidthsOfCompositesAddUpToOne) {
   } rows[] = {
       {"c 2 3 5 (l 0 0 1 0)(b 1 0 2 0)(l 2 0 4 4)", 2, {1}, {.375, .625}},
       {"c 2 3 5 (l 0 0 1 0)(b 1 0 2 0)(l 2 0 4 4)", 2 + 9e-7, {1}, {.375, .625}},
+      {"c 2 3 5 (l 0 0 1 0)(b 1 0 2 0)(l 2 0 4 4)", 2 - 9e-7, {1}, {.375, .625}},
       {"c 2 3 5 (l 0 0 1 0)(b 1 0 2 0)(l 2 0 4 4)", 4, {.5, .5}, {1. / 6, 5. / 6}},
       {"c 1 0 0 1 (b 0 0 1 0)(b 1 0 1 0)(b 1 0 1 0)(l 1 0 4 4)", 1, {1}, {0, 0, 1}},
       {"c 1 1 (b 0 0 1 1 2 0 3 3 4 4 5 5 6 7)(l 6 7 8 8)", .5, {1}, {1. / 3, 2. / 3}},

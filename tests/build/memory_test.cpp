@@ -1,4 +1,5 @@
-// Conversion, division, extension and matching when memory runs out: every allocation fails once.
+// Conversion, division, extension, offset and matching when memory runs out: every allocation fails
+// once.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -163,6 +164,20 @@ TEST(Memory, OfDivisionsAndExtensions) {
   });
 }
 
+TEST(Memory, OfCurveDistances) {
+  Random random;
+  const Owned high = MakeFreeForm(CV_BEZIER, RandomPoints(random, 50, false)),
+              chain = Make("c 1 1 (l 9 9 20 9)(B 20 9 21 22 23 9 25 20 | 0 0 0 .3 1 1 1)");
+  const int used = FailEachAllocation("distance", [&](GlobalVar& g) {
+    double ta = -77;
+    const double dist = KurvocvDistCurve(high.get(), chain.get(), &ta, nullptr, &g);
+    EXPECT_EQ(dist > 0, KurvoOk(&g)) << dist;
+    EXPECT_EQ(ta != -77, KurvoOk(&g));
+    return KurvoOk(&g) != 0;
+  });
+  EXPECT_GT(used, 6);
+}
+
 TEST(Memory, OfInterpolation) {
   Numbers points;
   for (int i = 0; i < 100; ++i) points.insert(points.end(), {1.0 * i, 0.1 * (i % 7), 0});
@@ -174,6 +189,24 @@ TEST(Memory, OfInterpolation) {
       return KurvoErrGet(&g) != KURVO_ERR_MEMORY;  // the highest order is refused in the end
     });
     EXPECT_GE(used, 2) << order;
+  }
+}
+
+// One curve of each type, offset.
+TEST(Memory, OfOffsets) {
+  for (const char* text : {"l 0 0 1 2", "a 0 0 1 0 1", "b 0 0 1 2 3 1 0 0", "r 0 0 1 1 2 2 3 1 1",
+                           "B 0 0 1 2 3 2 5 0 | 0 0 0 .3 1 1 1", "R 0 0 1 2 2 1 4 4 1 | 0 0 .5 1 1",
+                           "c .3 .7 (b 0 0 1 2 5 3)(r 5 3 1 6 2 1)"}) {
+    const Owned source = Make(text);
+    const int used = FailEachAllocation(text, [&](GlobalVar& g) {
+      Cvseq pieces;
+      KurvocvOffsetCurve(source.get(), Point{0, 0, 1}, .1, 1e-3, &pieces, &g);
+      const bool done = pieces.count > 0;
+      EXPECT_EQ(done, KurvoOk(&g) != 0) << text;
+      KurvocvFreeCvseq(&pieces);
+      return done;
+    });
+    EXPECT_GT(used, 1) << text;
   }
 }
 

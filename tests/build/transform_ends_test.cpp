@@ -113,6 +113,27 @@ TEST(MoveEndPoint, UnclampedSplines) {
   }
 }
 
+// With shares 1/6, 2/3 and 1/6 in the end the least change is 1/3, 4/3 and 1/3 of the displacement;
+// any other, such as 1, 1 and 1, has a greater sum of squares.
+TEST(MoveEndPoint, ChangesAsLittleAsItCan) {
+  for (const char* text :
+       {"B 1 0 1 0 1 0 1 0 | 0 1 2 3 4 5 6 7", "R 1 0 2 1 0 2 1 0 2 1 0 2 | 0 1 2 3 4 5 6 7"}) {
+    for (const bool start : {true, false}) {
+      Owned cv = Make(text);
+      Globals g;
+      Move(cv.get(), start, g);
+      const FreeForm form(*cv);
+      const double want[] = {1. / 3, 4. / 3, 1. / 3};
+      for (int i = 0; i < 3; ++i) {
+        const double* p = form.points + (start ? i : i + 1) * form.stride;
+        EXPECT_NEAR(p[0] - 1, want[i] * kDelta[0], 1e-15) << text << ' ' << i;
+        EXPECT_NEAR(p[1], want[i] * kDelta[1], 1e-14) << text << ' ' << i;
+        EXPECT_NEAR(p[2], want[i] * kDelta[2], 1e-14) << text << ' ' << i;
+      }
+    }
+  }
+}
+
 TEST(MoveEndPoint, Refusals) {
   int data = 0;
   Curve unknown = {17, &data, 0, 0, 0};

@@ -46,6 +46,7 @@ TEST(Deriv, Table) {
       {"cubic, beyond its end", "b 0 0 0 0 0 0 1 2", 2, 12, 24},
       {"rational, start: n w1 / w0 (P1 - P0)", "r 1 2 2 4 -2 3 .5 7 1", 0, 9, -12},
       {"rational, end", "r 1 2 2 4 -2 3 .5 7 1", 1, -21, 54},
+      {"rational, end, far from the start", "r 1e12 1e12 2 4 -2 3 .5 7 1", 1, -21, 54},
       {"weights within epsilon of 1", "r 1 2 1.0000009 4 -2 .9999991 .5 7 1", 0, 6, -8},
       {"all weights 3", "r 1 2 3 4 -2 3 .5 7 3", 1, -7, 18},
       {"B-spline by its own parameter", "B 1 2 4 -2 | 10 10 16 16", 12, .5, -2. / 3},
@@ -182,6 +183,19 @@ TEST(Deriv, OfHighDegree) {
       EXPECT_NEAR(v[0], 1, 1e-11) << degree;
       EXPECT_NEAR(v[1], 2 * t, 1e-11) << degree;
       EXPECT_NEAR(w[1], 2, 1e-7) << degree;
+    }
+    // A little beyond the ends the Bernstein polynomials still add up to no more than e^2 or so.
+    for (int k = 1; k <= 4 && degree > k + 1; ++k) {
+      for (const double t : {-1 / (d - k), 1 + 1 / (d - k)}) {
+        Globals g;
+        Point p;
+        KurvocvPosition(cv.get(), t, p, &g);
+        const Point v = Deriv(cv.get(), t, g), w = NDeriv(cv.get(), t, 2, g);
+        EXPECT_NEAR(p[0], t, 1e-11) << degree;
+        EXPECT_NEAR(p[1], t * t, 1e-11) << degree;
+        EXPECT_NEAR(v[1], 2 * t, 1e-9) << degree;
+        EXPECT_NEAR(w[1], 2, 1e-6) << degree;
+      }
     }
   }
 }

@@ -78,6 +78,11 @@ const Row kRows[] = {
        f.out.get()->type = CV_BEZIER;
        return KurvocvConvert(f.line.get(), f.out.get(), &f.g) == KURVO_CONVERTED;
      }},
+    {"KurvocvOffsetCurve", true,
+     [](Fixture& f) {
+       KurvocvOffsetCurve(f.line.get(), Point{0, 0, 1}, 1, 0, &f.copy, &f.g);
+       return f.copy.count == 1;
+     }},
     {"KurvocvMatch", true,
      [](Fixture& f) { return KurvocvMatch(f.line.get(), f.line.get(), &f.g) == KURVO_MATCH_SAME; }},
     {"KurvocrCurveCurve", true,
@@ -142,6 +147,11 @@ const Row kRows[] = {
      [](Fixture& f) {
        KurvocvScale(f.line.get(), f.p, Point{0, 0, 0}, 2, &f.g);
        return f.line.block<KurvoLine>().start[0] == -1;
+     }},
+    {"KurvocvDistCurve", true,
+     [](Fixture& f) {
+       const Owned other = Make("l 1 2 3 2");
+       return KurvocvDistCurve(f.line.get(), other.get(), &f.number, nullptr, &f.g) == 2;
      }},
     {"KurvofcPOntoCurve", false,
      [](Fixture& f) {

@@ -83,16 +83,18 @@ TEST(Client, OptionsLeaveThingsOut) {
       directory.Write("in.svg", "<svg><path d='M0 0C0 9 9 9 9 0'/><circle r='2'/></svg>");
   // The parts of the picture, by what only they contain.
   const std::string control = "stroke=\"#94a3b8\"", points = "<circle", boxes = "#c4b5a0",
-                    legend = "<text";
-  const std::vector<std::string> parts = {control, points, boxes, legend};
+                    legend = "<text", combs = "#c026d3";
+  const std::vector<std::string> parts = {control, points, boxes, legend, combs};
   const struct {
     std::vector<std::string> options;
     std::vector<std::string> missing;
   } rows[] = {
-      {{}, {}},
-      {{"--no-control", "--no-legend"}, {control, legend}},
-      {{"--no-points", "--no-boxes", "--no-legend"}, {points, boxes, legend}},
+      {{}, {combs}},
+      {{"--comb"}, {}},
+      {{"--no-control", "--no-legend"}, {control, legend, combs}},
+      {{"--no-points", "--no-boxes", "--no-legend"}, {points, boxes, legend, combs}},
       {{"--curves-only"}, parts},
+      {{"--curves-only", "--comb"}, parts},
       {{"--curves-only", "--fill"}, parts},
   };
   for (const auto& row : rows) {

@@ -26,16 +26,26 @@ TEST_F(MeasureTest, PrintsATable) {
   EXPECT_EQ(result.exit_code, 0);
   EXPECT_EQ(result.errors, "");
   EXPECT_EQ(result.output,
-            "outline    curve  type    degree  start    end      box\n"
-            "path#p.1          closed          (0, 0)   (0, 0)   (0, 0) - (8, 6)\n"
-            "               1  line         1  (0, 0)   (8, 0)   (0, 0) - (8, 0)\n"
-            "               2  line         1  (8, 0)   (8, 6)   (8, 0) - (8, 6)\n"
-            "               3  line         1  (8, 6)   (0, 0)   (0, 0) - (8, 6)\n"
-            "path#p.2          open            (20, 0)  (30, 0)  (20, 0) - (30, 10)\n"
-            "               1  Bezier       2  (20, 0)  (30, 0)  (20, 0) - (30, 10)\n"
-            "circle[1]         closed          (55, 0)  (55, 0)  (45, -5) - (55, 5)\n"
-            "               1  arc          2  (55, 0)  (45, 0)  (45, 0) - (55, 5)\n"
-            "               2  arc          2  (45, 0)  (55, 0)  (45, -5) - (55, 0)\n");
+            "outline    curve  type    degree  start    end      box                  length  "
+            "curvature           turning\n"
+            "path#p.1          closed          (0, 0)   (0, 0)   (0, 0) - (8, 6)          24  0    "
+            "                   360\n"
+            "               1  line         1  (0, 0)   (8, 0)   (0, 0) - (8, 0)           8  0    "
+            "                     0\n"
+            "               2  line         1  (8, 0)   (8, 6)   (8, 0) - (8, 6)           6  0    "
+            "                     0\n"
+            "               3  line         1  (8, 6)   (0, 0)   (0, 0) - (8, 6)          10  0    "
+            "                     0\n"
+            "path#p.2          open            (20, 0)  (30, 0)  (20, 0) - (30, 10)  14.7895  -0.4 "
+            ".. -0.0357771  -126.87\n"
+            "               1  Bezier       2  (20, 0)  (30, 0)  (20, 0) - (30, 10)  14.7895  -0.4 "
+            ".. -0.0357771  -126.87\n"
+            "circle[1]         closed          (55, 0)  (55, 0)  (45, -5) - (55, 5)  31.4159  0.2  "
+            "                   360\n"
+            "               1  arc          2  (55, 0)  (45, 0)  (45, 0) - (55, 5)    15.708  0.2  "
+            "                   180\n"
+            "               2  arc          2  (45, 0)  (55, 0)  (45, -5) - (55, 0)   15.708  0.2  "
+            "                   180\n");
 }
 
 // Each point is negative or ends in something that could be taken for an option.
@@ -79,6 +89,15 @@ TEST_F(MeasureTest, PrintsJson) {
   EXPECT_EQ(side["degree"].Number(), 1);
   EXPECT_EQ(side["start"][0].Number(), 8);
   EXPECT_EQ(side["nearest"]["parameter"].Number(), 0);
+
+  EXPECT_DOUBLE_EQ(triangle["length"].Number(), 24);
+  EXPECT_NEAR(triangle["turning"].Number(), 360, 1e-9);
+  const Json& parabola = json["outlines"][1]["curves"][0];
+  EXPECT_NEAR(parabola["turning"].Number(), -2 * std::atan(2) * 180 / M_PI, 1e-9);
+  EXPECT_NEAR(parabola["least"]["curvature"].Number(), -.4, 1e-9);
+  EXPECT_NEAR(parabola["least"]["parameter"].Number(), .5, 1e-6);
+  EXPECT_EQ(json["outlines"][2]["greatest"]["curve"].Number(), 1);
+  EXPECT_DOUBLE_EQ(json["outlines"][2]["greatest"]["curvature"].Number(), .2);
 
   const Json plain = ReadJson(Client({"measure", "--json", input_}).output);
   EXPECT_FALSE(plain.Has("near"));

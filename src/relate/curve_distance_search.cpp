@@ -1,0 +1,186 @@
+// The nearest points of two free-form pieces by branch and bound.
+#include "relate/curve_distance_search.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace kurvo {
+namespace {
+
+constexpr double kLeafWidth = 0x1p-26;  // of a parameter: shorter parts are not divided
+constexpr double kTieWidth = 0x1p-7;    // the same for the first one where only a tie is sought
+constexpr int kMaxHalvings = 56;        // of both parts together
+constexpr int kSteps = 48;              // of the descent
+constexpr int kShorter = 12;            // halvings of one of its steps
+constexpr double kGain = 1e-14;  // of the squared distance: a step that gains less is the last
+constexpr std::size_t kStackPoints = 2 * (kMaxHalvings + 1) * 4;
+
+bool Encloses(const PiecePart& part) {
+  for (int32_t i = 1; i <= part.degree; ++i)
+    if (!(part.points[i].w * part.points[0].w > 0.0)) return false;
+  return part.points[0].w != 0.0;
+}
+
+// How far the parts are apart in the direction `axis` at least; negative when they overlap.
+double Gap(const PiecePart& a, const PiecePart& b, Vec2 axis) {
+  double low_a = Dot(axis, Planar(a.points[0])), high_a = low_a;
+  for (int32_t i = 1; i <= a.degree; ++i) {
+    const double at = Dot(axis, Planar(a.points[i]));
+    low_a = std::min(low_a, at);
+    high_a = std::max(high_a, at);
+  }
+  double low_b = Dot(axis, Planar(b.points[0])), high_b = low_b;
+  for (int32_t i = 1; i <= b.degree; ++i) {
+    const double at = Dot(axis, Planar(b.points[i]));
+    low_b = std::min(low_b, at);
+    high_b = std::max(high_b, at);
+  }
+  return std::max(low_b - high_a, low_a - high_b) / Length(axis);
+}
+
+Vec2 ChordOf(const PiecePart& part) {
+  return Planar(part.points[part.degree]) - Planar(part.points[0]);
+}
+
+Vec2 MiddleOf(const PiecePart& part) {
+  return 0.5 * (Planar(part.points[part.degree]) + Planar(part.points[0]));
+}
+
+// No two points of the parts are closer than this: control points lie apart in the directions of
+// the axes, across a chord, or from one part to the other. For short parts that run alongside, the
+// error is of the order of their sagitta.
+double LowerBound(const PiecePart& a, const PiecePart& b) {
+  if (!Encloses(a) || !Encloses(b)) return 0.0;
+  double bound = BoxDistance(a.box, b.box);
+  const Vec2 chord_a = ChordOf(a), chord_b = ChordOf(b);
+  for (const Vec2 axis :
+       {MiddleOf(b) - MiddleOf(a), Vec2{-chord_a.y, chord_a.x}, Vec2{-chord_b.y, chord_b.x}}) {
+    const double gap = Gap(a, b, axis);
+    if (gap > bound) bound = gap;  // not for NaN
+  }
+  return bound;
+}
+
+bool IsLeaf(const PiecePart& part) {  // short, or a single point
+  return part.width() <= kLeafWidth || part.extent() == 0.0;
+}
+
+bool Holds(const PiecePart& part, double t) { return t >= part.t0 && part.t1 >= t; }
+
+}  // namespace
+
+double BoxDistance(const PlanarBox& a, const PlanarBox& b) {
+  const double x = std::max(std::max(b.min.x - a.max.x, a.min.x - b.max.x), 0.0);
+  const double y = std::max(std::max(b.min.y - a.max.y, a.min.y - b.max.y), 0.0);
+  return x == 0.0 ? y : (y == 0.0 ? x : std::sqrt(x * x + y * y));
+}
+
+void PieceDistance::Search(const DistancePiece& a, const DistancePiece& b) {
+  a_ = &a;
+  b_ = &b;
+  slot_ = static_cast<std::size_t>(std::max(a.bezier.degree, b.bezier.degree)) + 1;
+  std::array<WeightedPoint, kStackPoints> stack;
+  const std::size_t needed = 2 * (kMaxHalvings + 1) * slot_;
+  if (needed > stack.size() && heap_.size() < needed) heap_.resize(needed);
+  arena_ = needed > stack.size() ? heap_.data() : stack.data();
+  const PiecePart part_a = MakePart(a.bezier.points, a.bezier.degree, 0.0, 1.0);
+  const PiecePart part_b = MakePart(b.bezier.points, b.bezier.degree, 0.0, 1.0);
+  SearchParts(part_a, part_b, LowerBound(part_a, part_b), {-1.0, -1.0}, 0);
+}
+
+bool PieceDistance::Promising(const PiecePart& a, double bound) const {
+  if (nearest_.CanImprove(bound)) return true;
+  const double first = a_->width < 0.0 ? a.t1 : a.t0;
+  return a.width() > kTieWidth && nearest_.CanTie(bound, a_->ToCurve(a_->FromBezier(first)));
+}
+
+// `known` is where a descent from around here has ended.
+void PieceDistance::SearchParts(const PiecePart& a, const PiecePart& b, double bound, Pair known,
+                                int halvings) {
+  if (budget_.exhausted() || !Promising(a, bound)) return;
+  if (!Holds(a, known.s) || !Holds(b, known.t)) {
+    known = Descend({a.middle(), b.middle()});
+    if (!Promising(a, bound)) return;
+  }
+  const bool leaf_a = IsLeaf(a), leaf_b = IsLeaf(b);
+  if ((leaf_a && leaf_b) || halvings >= kMaxHalvings) return;
+  if (leaf_b || (!leaf_a && a.extent() >= b.extent()))
+    SearchHalves(a, true, b, known, halvings);
+  else
+    SearchHalves(b, false, a, known, halvings);
+}
+
+void PieceDistance::SearchHalves(const PiecePart& whole, bool of_a, const PiecePart& other,
+                                 Pair known, int halvings) {
+  const bool rational = (of_a ? a_ : b_)->bezier.rational;
+  WeightedPoint* left = arena_ + 2 * static_cast<std::size_t>(halvings) * slot_;
+  WeightedPoint* right = left + slot_;
+  Halve(whole.points, whole.degree, rational, left, right);
+  budget_.Spend(static_cast<int64_t>(whole.degree + 1) * whole.degree +
+                12 * static_cast<int64_t>(slot_));
+  const double middle = whole.middle();
+  const PiecePart halves[] = {MakePart(left, whole.degree, whole.t0, middle),
+                              MakePart(right, whole.degree, middle, whole.t1)};
+  const double bounds[] = {LowerBound(halves[0], other), LowerBound(halves[1], other)};
+  const std::size_t first = bounds[1] < bounds[0] ? 1 : 0;
+  for (const std::size_t i : {first, 1 - first}) {
+    if (of_a)
+      SearchParts(halves[i], other, bounds[i], known, halvings + 1);
+    else
+      SearchParts(other, halves[i], bounds[i], known, halvings + 1);
+  }
+}
+
+// Newton's method for the minimum of |B(t) - A(s)|^2 / 2 on the unit square, from `from`: where the
+// function is not convex the Gauss-Newton step, which goes down; halved until it does. A parameter
+// at an end stays there while the function falls outwards. Offers where it ends.
+PieceDistance::Pair PieceDistance::Descend(Pair at) {
+  const BezierPiece &a = a_->bezier, &b = b_->bezier;
+  const int64_t cost = 2 * (static_cast<int64_t>(a.degree) * (a.degree + 1) +
+                            static_cast<int64_t>(b.degree) * (b.degree + 1));
+  Vec2 gap = PointAt(b, at.t) - PointAt(a, at.s);
+  double square = Dot(gap, gap);
+  for (int step = 0; step < kSteps; ++step) {
+    budget_.Spend(cost);
+    const Jet jet_a = JetAt(a, at.s), jet_b = JetAt(b, at.t);
+    gap = jet_b.p - jet_a.p;
+    square = Dot(gap, gap);
+    const double slope_s = -Dot(gap, jet_a.d1), slope_t = Dot(gap, jet_b.d1);
+    const bool fixed_s = (at.s <= 0.0 && slope_s >= 0.0) || (at.s >= 1.0 && 0.0 >= slope_s);
+    const bool fixed_t = (at.t <= 0.0 && slope_t >= 0.0) || (at.t >= 1.0 && 0.0 >= slope_t);
+    if ((fixed_s && fixed_t) || nearest_.rounding() >= std::sqrt(square)) break;
+    const double speed_s = Dot(jet_a.d1, jet_a.d1), speed_t = Dot(jet_b.d1, jet_b.d1);
+    double ss = speed_s - Dot(gap, jet_a.d2), tt = speed_t + Dot(gap, jet_b.d2);
+    const double st = -Dot(jet_a.d1, jet_b.d1);
+    Pair move{0.0, 0.0};
+    if (!fixed_s && !fixed_t && ss > 0.0 && ss * tt - st * st > 1e-14 * speed_s * speed_t) {
+      const double det = ss * tt - st * st;
+      move = {(st * slope_t - tt * slope_s) / det, (st * slope_s - ss * slope_t) / det};
+    } else {  // one at a time
+      if (!(ss > 0.25 * speed_s)) ss = speed_s;
+      if (!(tt > 0.25 * speed_t)) tt = speed_t;
+      const double share = fixed_s || fixed_t ? 1.0 : 0.5;
+      if (!fixed_s && ss > 0.0) move.s = -share * slope_s / ss;
+      if (!fixed_t && tt > 0.0) move.t = -share * slope_t / tt;
+    }
+    const bool last = kGain * square >= -(slope_s * move.s + slope_t * move.t);
+    Pair next = at;
+    bool lower = false;
+    for (int shorter = 0; shorter < kShorter && !lower; ++shorter) {
+      next = {std::clamp(at.s + move.s, 0.0, 1.0), std::clamp(at.t + move.t, 0.0, 1.0)};
+      const Vec2 there = PointAt(b, next.t) - PointAt(a, next.s);
+      lower = Dot(there, there) < square;
+      move = {0.5 * move.s, 0.5 * move.t};
+      budget_.Spend(cost / 2);
+    }
+    if (lower) at = next;
+    if (!lower || last) break;
+  }
+  gap = PointAt(b, at.t) - PointAt(a, at.s);
+  nearest_.Offer(
+      {a_->ToCurve(a_->FromBezier(at.s)), b_->ToCurve(b_->FromBezier(at.t)), Length(gap)});
+  return at;
+}
+
+}  // namespace kurvo

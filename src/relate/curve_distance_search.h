@@ -1,0 +1,58 @@
+// The nearest points of two free-form pieces by branch and bound.
+#pragma once
+
+#include <vector>
+
+#include "relate/curve_distance_best.h"
+#include "relate/curve_distance_pieces.h"
+#include "relate/piece_part.h"
+
+namespace kurvo {
+
+// The planar distance of two boxes, 0 when they overlap and for NaN.
+double BoxDistance(const PlanarBox& a, const PlanarBox& b);
+
+// Counts work in multiplications and additions of points, so that a call ends in bounded time.
+class WorkBudget {
+ public:
+  void Spend(int64_t work) { left_ -= work; }
+  bool exhausted() const { return left_ < 0; }
+
+ private:
+  static constexpr int64_t kWork = int64_t{1} << 27;  // some tenths of a second
+
+  int64_t left_ = kWork;
+};
+
+// Searches pairs of pieces, one pair after the other; results go into one NearestPair.
+class PieceDistance {
+ public:
+  PieceDistance(NearestPair& nearest, WorkBudget& budget) : nearest_(nearest), budget_(budget) {}
+
+  // Throws std::bad_alloc for degrees that need more memory than lies on the stack.
+  void Search(const DistancePiece& a, const DistancePiece& b);
+
+ private:
+  // Bezier parameters of a point on both pieces.
+  struct Pair {
+    double s;
+    double t;
+  };
+
+  void SearchParts(const PiecePart& a, const PiecePart& b, double bound, Pair known, int halvings);
+  bool Promising(const PiecePart& a, double bound) const;
+  void SearchHalves(const PiecePart& whole, bool of_a, const PiecePart& other, Pair known,
+                    int halvings);
+  Pair Descend(Pair from);
+  void Offer(Pair at, double dist);
+
+  NearestPair& nearest_;
+  WorkBudget& budget_;
+  const DistancePiece* a_ = nullptr;
+  const DistancePiece* b_ = nullptr;
+  WeightedPoint* arena_ = nullptr;
+  std::size_t slot_ = 0;  // points of one part in the arena
+  std::vector<WeightedPoint> heap_;
+};
+
+}  // namespace kurvo

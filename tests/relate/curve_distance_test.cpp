@@ -1,0 +1,440 @@
+// The distance between curves, against closed forms and dense sampling in long double.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "query/reference.h"
+
+namespace kurvo_test {
+namespace {
+
+using LongPoint = Reference::LongPoint;
+
+// A part of a curve that is smooth, with the stretch of the whole curve's parameters it covers.
+struct Leaf {
+  double start, end;
+  std::function<LongPoint(long double)> at;  // by the whole curve's parameter
+};
+
+void Collect(const Curve& cv, double offset, double scale, std::vector<Leaf>& leaves) {
+  if (cv.type == CV_SEGCV) {
+    const auto& block = *static_cast<const KurvoSegcv*>(cv.data);
+    double before = 0;
+    for (int i = 0; i < block.count; before += block.widths[i++])
+      Collect(block.curves[i], offset + before * scale, block.widths[i] * scale, leaves);
+    return;
+  }
+  const auto own = [=](long double t) { return (t - L(offset)) / L(scale); };
+  if (cv.type == CV_LINE) {
+    const auto& line = *static_cast<const KurvoLine*>(cv.data);
+    leaves.push_back({offset, offset + scale, [=](long double t) {
+                        const long double u = own(t);
+                        return LongPoint{
+                            L(line.start[0]) + u * (L(line.end[0]) - L(line.start[0])),
+                            L(line.start[1]) + u * (L(line.end[1]) - L(line.start[1]))};
+                      }});
+  } else if (cv.type == CV_ARC) {
+    const auto& arc = *static_cast<const KurvoArc*>(cv.data);
+    const auto angle = [&](const Coord p) {
+      return std::atan2(L(p[1]) - L(arc.centre[1]), L(p[0]) - L(arc.centre[0]));
+    };
+    const long double from = angle(arc.start);
+    long double sweep = angle(arc.end) - from;
+    if (arc.normal[2] < 0 && sweep > 0) sweep -= 2 * kPiL;
+    if (arc.normal[2] >= 0 && sweep < 0) sweep += 2 * kPiL;
+    leaves.push_back({offset, offset + scale, [=](long double t) {
+                        const long double at = from + own(t) * sweep;
+                        return LongPoint{L(arc.centre[0]) + L(arc.radius) * std::cos(at),
+                                         L(arc.centre[1]) + L(arc.radius) * std::sin(at)};
+                      }});
+  } else {
+    const Reference reference(cv);
+    leaves.push_back({offset + reference.start() * scale, offset + reference.end() * scale,
+                      [=](long double t) { return reference.PointAt(own(t)); }});
+  }
+}
+
+class Oracle {
+ public:
+  explicit Oracle(const Curve& cv) {
+    Collect(cv, 0, 1, leaves_);
+    for (const Leaf& leaf : leaves_)
+      for (int i = 0; i <= kSamples; ++i) {
+        const long double t = leaf.start + (L(leaf.end) - L(leaf.start)) * i / kSamples;
+        samples_.push_back({t, leaf.at(t), &leaf});
+      }
+  }
+
+  // The points at t: where a composite jumps from one piece to the next there are two.
+  std::vector<LongPoint> At(double t) const {
+    std::vector<LongPoint> points;
+    for (const Leaf& leaf : leaves_)
+      if (leaf.start - 1e-12 <= t && t <= leaf.end + 1e-12) points.push_back(leaf.at(t));
+    return points;
+  }
+
+  static long double Gap(const LongPoint& p, const LongPoint& q) {
+    return std::hypot(p.x - q.x, p.y - q.y);
+  }
+
+  // The least distance, from the nearest samples by search on ever smaller grids.
+  static long double Distance(const Oracle& a, const Oracle& b) {
+    std::vector<Seed> seeds;
+    for (const Sample& p : a.samples_) {
+      Seed nearest{HUGE_VALL, &p, nullptr};
+      for (const Sample& q : b.samples_) {
+        const long double x = p.p.x - q.p.x, y = p.p.y - q.p.y, square = x * x + y * y;
+        if (square < nearest.square) nearest = {square, &p, &q};
+      }
+      seeds.push_back(nearest);
+    }
+    std::sort(seeds.begin(), seeds.end(),
+              [](const Seed& x, const Seed& y) { return x.square < y.square; });
+    long double least = HUGE_VALL;
+    for (std::size_t i = 0; i < seeds.size() && i < 12; ++i)
+      least = std::min(least, Refine(*seeds[i].a, *seeds[i].b));
+    return least;
+  }
+
+ private:
+  static constexpr int kSamples = 160;
+
+  struct Sample {
+    long double t;
+    LongPoint p;
+    const Leaf* leaf;
+  };
+  struct Seed {
+    long double square;
+    const Sample *a, *b;
+  };
+
+  static long double Refine(const Sample& a, const Sample& b) {
+    const Leaf &on_a = *a.leaf, &on_b = *b.leaf;
+    long double s = a.t, t = b.t, least = Gap(a.p, b.p);
+    long double ds = (L(on_a.end) - L(on_a.start)) / kSamples,
+                dt = (L(on_b.end) - L(on_b.start)) / kSamples;
+    for (int round = 0; round < 40; ++round, ds *= 0.6L, dt *= 0.6L) {
+      const long double s0 = s, t0 = t;
+      for (int i = -2; i <= 2; ++i)
+        for (int j = -2; j <= 2; ++j) {
+          const auto u = std::clamp<long double>(s0 + ds * i / 2, on_a.start, on_a.end);
+          const auto v = std::clamp<long double>(t0 + dt * j / 2, on_b.start, on_b.end);
+          const long double gap = Gap(on_a.at(u), on_b.at(v));
+          if (gap < least) {
+            least = gap;
+            s = u;
+            t = v;
+          }
+        }
+    }
+    return least;
+  }
+
+  std::vector<Leaf> leaves_;
+  std::vector<Sample> samples_;
+};
+
+struct Found {
+  double dist, ta = -77, tb = -77;
+  int error;
+};
+
+Found DistanceOf(const Curve& a, const Curve& b, double eps = 1e-6) {
+  Globals g(eps);
+  Found found{};
+  found.ta = found.tb = -77;
+  found.dist = KurvocvDistCurve(&a, &b, &found.ta, &found.tb, &g);
+  found.error = KurvoErrGet(&g);
+  return found;
+}
+
+std::string Text(const Numbers& numbers) {
+  std::string text;
+  for (const double x : numbers) text += ' ' + std::to_string(x);
+  return text;
+}
+
+// A curve of type number 0 to 6 about (x, y).
+Owned RandomCurve(Random& random, int type, double x, double y) {
+  const auto points = [&](int count, bool weights) {
+    Numbers numbers;
+    for (int i = 0; i < count; ++i) {
+      numbers.push_back(x + random.Uniform(-2, 2));
+      numbers.push_back(y + random.Uniform(-2, 2));
+      if (weights) numbers.push_back(random.Uniform(.3, 3));
+    }
+    return Text(numbers);
+  };
+  switch (type) {
+    case 0:
+      return Make("l" + points(2, false));
+    case 1:
+      return Make("a" + Text({x, y, random.Uniform(.3, 2), random.Uniform(0, 6),
+                              random.Uniform(.2, 6) * (random.Uniform(-1, 1) < 0 ? -1 : 1)}));
+    case 2:
+      return Make("b" + points(2 + static_cast<int>(random.Uniform(0, 5)), false));
+    case 3:
+      return Make("r" + points(3 + static_cast<int>(random.Uniform(0, 3)), true));
+    case 4:
+      return Make("B" + points(7, false) + " | 2 2 2 2 2.5 3 3.7 5 5 5 5");
+    case 5:
+      return Make("R" + points(6, true) + " | 0 0 0 .2 .5 .5 1 1 1");
+    default:
+      return Make("c .5 1.5 1 (l" + points(2, false) + ")(c .4 .6 (b" + points(4, false) + ")(a" +
+                  Text({x, y, 1, 0, 2}) + "))(B" + points(4, false) + " | 0 0 0 .4 1 1 1)");
+  }
+}
+
+void ExpectRight(const Curve& a, const Curve& b, const std::string& name) {
+  SCOPED_TRACE(name);
+  const Oracle oracle_a(a), oracle_b(b);
+  const Found found = DistanceOf(a, b), swapped = DistanceOf(b, a);
+  ASSERT_EQ(found.error, 0);
+  long double gap = HUGE_VALL;
+  for (const LongPoint& p : oracle_a.At(found.ta))
+    for (const LongPoint& q : oracle_b.At(found.tb)) gap = std::min(gap, Oracle::Gap(p, q));
+  // The points are as far apart as is said, and no other ones are nearer.
+  EXPECT_NEAR(static_cast<double>(gap), found.dist, found.dist == 0 ? 1e-6 : 1e-12);
+  const auto least = static_cast<double>(Oracle::Distance(oracle_a, oracle_b));
+  EXPECT_LE(found.dist, least + 1e-6);
+  EXPECT_NEAR(found.dist, swapped.dist, 1e-6);
+}
+
+TEST(DistCurve, IsThatOfDenseSampling) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int type_a = 0; type_a < 7; ++type_a)
+    for (int type_b = 0; type_b < 7; ++type_b)
+      for (const double apart : {0., 2.5, 6.}) {
+        const Owned a = RandomCurve(random, type_a, 0, 0);
+        const Owned b = RandomCurve(random, type_b, apart, random.Uniform(-2, 2));
+        ExpectRight(*a, *b,
+                    std::to_string(type_a) + " to " + std::to_string(type_b) + " at " +
+                        std::to_string(apart));
+      }
+}
+
+TEST(DistCurve, OfLinesAndArcsIsExact) {
+  const double r2 = std::sqrt(2.0), right = 1.57079632679489661923;
+  const struct {
+    const char* name;
+    Owned a, b;
+    double dist, ta, tb;
+  } rows[] = {
+      {"parallel lines", Make("l 0 0 4 0"), Make("l 1 3 9 3"), 3, .25, 0},
+      {"parallel lines, opposite", Make("l 0 0 4 0"), Make("l 9 3 1 3"), 3, .25, 1},
+      {"lines end to end", Make("l 0 0 4 0"), Make("l 7 4 9 9"), 5, 1, 0},
+      {"line beside", Make("l 0 0 4 0"), Make("l 1 1 1 5"), 1, .25, 0},
+      {"crossing lines", Make("l 0 0 4 4"), Make("l 0 2 2 0"), 0, .25, .5},
+      {"overlapping lines", Make("l 0 0 4 0"), Make("l 3 0 1 0"), 0, .25, 1},
+      {"one line twice", Make("l 0 0 4 0"), Make("l 0 0 4 0"), 0, 0, 0},
+      {"points", Make("l 1 1 1 1"), Make("l 4 5 4 5"), 5, 0, 0},
+      {"line above an arc", Make("l -4 3 4 3"), Arc(0, 0, 2, 0, 2 * right), 1, .5, .5},
+      {"line inside an arc", Make("l -1 0 1 0"), Arc(0, 0, 2, -right, right), 1, 1, 1},
+      {"line through an arc", Make("l -3 0 3 0"), Arc(0, 0, 2, 0 - right, 2 * right), 0, 5. / 6,
+       .5},
+      {"line below an arc", Make("l -4 -3 4 -3"), Arc(0, 0, 2, 0, 2 * right), 3, .25, 1},
+      {"line touching", Make("l -4 2 4 2"), Arc(0, 0, 2, 0, 2 * right), 0, .5, .5},
+      {"arcs apart", Arc(0, 0, 1, -right, 2 * right), Arc(5, 0, 2, right, 2 * right), 2, .5, .5},
+      {"arcs turned away", Arc(0, 0, 1, right, 2 * right), Arc(5, 0, 2, -right, 2 * right),
+       std::sqrt(26.0), 0, 1},
+      {"arcs inside", Arc(0, 0, 4, -right, 2 * right), Arc(1, 0, 2, -right, 2 * right), 1, .5, .5},
+      {"concentric", Arc(0, 0, 4, 0, 2 * right), Arc(0, 0, 3, right, 2 * right), 1, .5, 0},
+      {"concentric apart", Arc(0, 0, 4, 0, right), Arc(0, 0, 3, 2 * right, right), 5, 0, 1},
+      {"same circle", Arc(0, 0, 4, 0, 2 * right), Arc(0, 0, 4, right, 2 * right), 0, .5, 0},
+      {"crossing arcs", Arc(0, 0, r2, 0, 2 * right), Arc(2, 0, r2, right, right), 0, .25, .5},
+      {"touching arcs", Arc(0, 0, 1, -right, 2 * right), Arc(3, 0, 2, right, 2 * right), 0, .5, .5},
+      {"clockwise", Arc(0, 0, 1, right, -2 * right), Arc(5, 0, 2, right, 2 * right), 2, .5, .5},
+      {"at the centre", Make("l 0 0 0 0"), Arc(0, 0, 2, 1, 2), 2, 0, 0}};
+  for (const auto& row : rows) {
+    const Found found = DistanceOf(*row.a, *row.b), swapped = DistanceOf(*row.b, *row.a);
+    EXPECT_NEAR(found.dist, row.dist, 1e-14) << row.name;
+    EXPECT_NEAR(found.ta, row.ta, 1e-9) << row.name;
+    EXPECT_NEAR(found.tb, row.tb, 1e-9) << row.name;
+    EXPECT_NEAR(swapped.dist, row.dist, 1e-14) << row.name;
+    EXPECT_EQ(found.error, 0) << row.name;
+  }
+}
+
+TEST(DistCurve, TiesGoToTheSmallestParameters) {
+  const struct {
+    const char* name;
+    const char *a, *b;
+    double dist, ta, tb;
+  } rows[] = {
+      {"two humps", "b 0 0 0 4 2 -4 2 4 4 -4 4 0", "l -9 9 9 9", -1, -1, -1},
+      {"a wave along a line", "B 0 0 1 2 2 0 3 2 4 0 | 0 0 0 1 2 3 3 3", "l 0 3 4 3", 5. / 3,
+       2. / 3, 5. / 18},
+      {"the same line", "b 0 0 1 1 2 2", "b 0 0 1 1 2 2", 0, 0, 0},
+      {"the same curve", "b 0 0 1 3 2 -2 4 0", "b 0 0 1 3 2 -2 4 0", 0, 0, 0},
+      {"reversed", "b 0 0 1 3 2 -2 4 0", "b 4 0 2 -2 1 3 0 0", 0, 0, 1},
+      {"moved aside", "b 0 0 2 0 4 0", "b 0 2 1 2 4 2", 2, 0, 0},
+      {"parallel from the middle on", "b 0 0 1 0 2 0 3 0", "l 1 1 9 1", 1, 1. / 3, 0},
+      {"two crossings", "b 0 0 2 4 4 0", "l 4 1 0 1", 0, .146446609406726, .853553390593274},
+      {"crossings of splines", "B 0 1 2 -3 4 5 6 -1 | 0 0 0 0 1 1 1 1", "b 0 0 2 0 6 0", 0, -1, -1},
+      {"composite meets at its joints", "c 1 1 (l 0 1 2 0)(l 2 0 4 1)",
+       "c 1 1 (l 2 -1 3 -1)(l 3 -1 2 -1)", 1, 1, 0},
+      {"circle and its centre", "r 1 0 1 1 1 .7071067811865476 0 1 1", "b 0 0 0 0", 1, 0, 0}};
+  for (const auto& row : rows) {
+    const Owned a = Make(row.a), b = Make(row.b);
+    const Found found = DistanceOf(*a, *b);
+    EXPECT_EQ(found.error, 0) << row.name;
+    if (row.dist >= 0) {
+      EXPECT_NEAR(found.dist, row.dist, 1e-12) << row.name;
+    }
+    if (row.ta >= 0) {
+      EXPECT_NEAR(found.ta, row.ta, 1e-7) << row.name;
+      EXPECT_NEAR(found.tb, row.tb, 1e-7) << row.name;
+    } else if (found.dist == 0) {  // that of the first crossing
+      Globals g;
+      CvParam pa{}, pb{};
+      ASSERT_EQ(KurvocrCurveCurve(a.get(), b.get(), &pa, &pb, 3, &g), UINT32_C(1)) << row.name;
+      EXPECT_NEAR(found.ta, pa.values[0], 1e-9) << row.name;
+      EXPECT_NEAR(found.tb, pb.values[0], 1e-9) << row.name;
+      KurvocrFreeCvParam(&pa);
+      KurvocrFreeCvParam(&pb);
+    }
+  }
+}
+
+// Wherever the intersection finds common points the distance is 0, at the first of them.
+TEST(DistCurve, OfCrossingCurvesIsZeroAtTheFirstCrossing) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  int crossing = 0;
+  for (int round = 0; round < 300; ++round) {
+    const Owned a = RandomCurve(random, static_cast<int>(random.Uniform(0, 6)), 0, 0);
+    const Owned b = RandomCurve(random, static_cast<int>(random.Uniform(0, 6)), 1, 0);
+    Globals g;
+    CvParam pa{}, pb{};
+    const bool meet = KurvocrCurveCurve(a.get(), b.get(), &pa, &pb, 3, &g) == KURVO_FOUND;
+    const Found found = DistanceOf(*a, *b);
+    EXPECT_EQ(found.dist == 0, meet) << round;
+    if (meet) {
+      ++crossing;
+      const double first = *std::min_element(pa.values, pa.values + pa.count);
+      EXPECT_NEAR(found.ta, first, 1e-6) << round << ' ' << a->type << ' ' << b->type;
+    }
+    KurvocrFreeCvParam(&pa);
+    KurvocrFreeCvParam(&pb);
+  }
+  EXPECT_GT(crossing, 100);
+}
+
+Owned WaveSpline(int count, double shift, double height) {
+  Numbers points, knots(4, 0.0);
+  for (int i = 0; i < count; ++i)
+    points.insert(points.end(), {static_cast<double>(i), shift + height * std::sin(.7 * i)});
+  for (int i = 1; i <= count - 4; ++i) knots.push_back(i);
+  knots.insert(knots.end(), 4, count - 3);
+  return MakeFreeForm(CV_BSPLINE, points, knots);
+}
+
+// Curves for which no bound tells one place from another, and numbers at the ends of their range.
+TEST(DistCurve, EndsInBoundedTime) {
+  const auto seconds = [](const Curve& a, const Curve& b, const char* name) {
+    const auto begin = std::chrono::steady_clock::now();
+    const Found found = DistanceOf(a, b);
+    EXPECT_EQ(found.error, 0) << name;
+    EXPECT_GE(found.dist, 0) << name;
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+    EXPECT_LT(took.count(), 20) << name;  // sanitizers on a busy machine included
+    return found;
+  };
+  const Owned wave = WaveSpline(2000, 0, 1), near = WaveSpline(2000, 1e-3, 1),
+              touching = WaveSpline(2000, 1e-7, 1);
+  EXPECT_EQ(seconds(*wave, *wave, "one spline").dist, 0);
+  EXPECT_EQ(seconds(*wave, *touching, "within the tolerance").dist, 0);
+  EXPECT_NEAR(seconds(*wave, *near, "alongside").dist, 1e-3 * std::cos(std::atan(.7)), 2e-4);
+  std::string text = "b";
+  for (int i = 0; i <= 63; ++i) text += Text({1.0 * i, i % 2 == 0 ? 1.0 : -1.0});
+  const Owned high = Make(text);
+  seconds(*high, *wave, "high degree");
+  EXPECT_EQ(seconds(*high, *high, "high degree twice").dist, 0);
+  const Owned ring = Make("r 1 0 1 1 1 .7071067811865476 0 1 1"),
+              wider = Make("r 2 0 1 2 2 .7071067811865476 0 2 1");
+  const Found rings = seconds(*ring, *wider, "concentric");
+  EXPECT_NEAR(rings.dist, 1, 1e-12);
+  EXPECT_NEAR(rings.ta, 0, 1e-9);
+  const Owned negative = Make("r 0 0 1 1 5 -2 3 -4 3 4 0 1"), zero = Make("r 0 9 1 1 9 0 3 9 1");
+  seconds(*negative, *wave, "negative weight");
+  seconds(*negative, *zero, "zero weight");
+  const Owned cusp = Make("b 0 0 4 4 0 4 4 0"), other = Make("b 0 6 4 3 0 3 4 6");
+  seconds(*cusp, *other, "cusps");
+}
+
+TEST(DistCurve, ScalesWithItsCurves) {
+  const auto text = [](double s) {
+    return std::vector<std::string>{"b " + Text({0, 0, s, 3 * s, 2 * s, -2 * s, 4 * s, 0}),
+                                    "l " + Text({0, 4 * s, 4 * s, 5 * s})};
+  };
+  const auto unit = text(1);
+  const Found expected = DistanceOf(*Make(unit[0]), *Make(unit[1]));
+  for (const int exponent : {-500, 200, 300, 511, 1000}) {
+    Owned a = Make(unit[0]), b = Make(unit[1]);
+    const double s = std::ldexp(1.0, exponent);
+    for (Coord* p : {a.block<KurvoBezier>().points, a.block<KurvoBezier>().points + 1,
+                     a.block<KurvoBezier>().points + 2, a.block<KurvoBezier>().points + 3,
+                     &b.block<KurvoLine>().start, &b.block<KurvoLine>().end})
+      KurvoclSclVector(s, *p, *p);
+    const Found found = DistanceOf(*a, *b, std::min(1e-6 * s, 1e-6));
+    EXPECT_NEAR(found.dist / s, expected.dist, 1e-12) << exponent;
+    EXPECT_NEAR(found.ta, expected.ta, 1e-7) << exponent;
+  }
+}
+
+TEST(DistCurve, RefusesAndLeavesParametersAlone) {
+  const Owned line = Make("l 0 0 1 0"), unknown(17), empty(CV_LINE), none = Make("c"),
+              nan = Make("l 0 0 1 0"), part = Make("c 1 1 (l 0 5 1 5)(l 0 0 1 0)");
+  nan.block<KurvoLine>().end[1] = kNaN;
+  static_cast<KurvoLine*>(part.block<KurvoSegcv>().curves[1].data)->start[0] = kInfinity;
+  std::string text = "b";
+  for (int i = 0; i <= 64; ++i) text += Text({1.0 * i, 3});
+  const Owned high = Make(text), deep = Nested(64), deeper = Nested(65);
+  Curve typed = *line;
+  typed.type = 17;
+  const struct {
+    const char* name;
+    const Curve* a;
+    int error;
+    double dist;
+    bool written;
+  } rows[] = {{"null", nullptr, 0, 0, false},
+              {"no data", empty.get(), 0, 0, false},
+              {"unknown without data", unknown.get(), 0, 0, false},
+              {"unknown", &typed, KURVO_ERR_CURVE, 0, false},
+              {"no pieces", none.get(), 0, 0, false},
+              {"NaN", nan.get(), 0, 0, false},
+              {"a piece that is not finite", part.get(), 0, 2, true},
+              {"degree 64", high.get(), KURVO_ERR_CURVE, 0, false},
+              {"nested", deep.get(), 0, -1, true},
+              {"nested too deep", deeper.get(), KURVO_ERR_CURVE, 0, false}};
+  const Owned b = Make("b 0 3 1 3 2 3");
+  for (const auto& row : rows)
+    for (const bool swap : {false, true}) {
+      Globals g;
+      double ta = -77, tb = -77;
+      const double dist =
+          KurvocvDistCurve(swap ? b.get() : row.a, swap ? row.a : b.get(), &ta, &tb, &g);
+      EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
+      if (row.dist >= 0) {
+        EXPECT_EQ(dist, row.dist) << row.name;
+      }
+      EXPECT_EQ(ta != -77, row.written) << row.name;
+      EXPECT_EQ(tb != -77, row.written) << row.name;
+    }
+  Globals g;
+  EXPECT_EQ(KurvocvDistCurve(line.get(), b.get(), nullptr, nullptr, &g), 3);
+  double tb = -77;
+  EXPECT_EQ(KurvocvDistCurve(line.get(), b.get(), nullptr, &tb, &g), 3);
+  EXPECT_EQ(tb, 0);
+}
+
+}  // namespace
+}  // namespace kurvo_test

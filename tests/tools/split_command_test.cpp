@@ -1,0 +1,166 @@
+// kurvo split as its users run it.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "json_reader.h"
+#include "process.h"
+#include "temporary_directory.h"
+
+namespace kurvo::tools {
+namespace {
+
+constexpr const char* kDrawing =
+    "<svg><path id='p' d='M0 0H8V6Z'/><path id='q' d='M20 0Q25 10 30 0C40 -9 31 22 60 3'/>"
+    "<circle cx='50' cy='50' r='5'/>"
+    "<ellipse id='e' rx='40' ry='10' transform='rotate(30)'/></svg>";
+
+class SplitTest : public testing::Test {
+ protected:
+  ProcessResult Split(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), {"split", input_});
+    return Client(std::move(arguments));
+  }
+  Json Measured(const std::string& file) const {
+    return ReadJson(Client({"measure", "--json", file}).output);
+  }
+
+  const TemporaryDirectory directory_;
+  const std::string input_ = directory_.Write("in.svg", kDrawing);
+  const std::string output_ = directory_.File("out.svg");
+};
+
+TEST_F(SplitTest, PrintsATable) {
+  const std::string input = directory_.Write("line.svg", "<svg><path id='p' d='M0 0H8V8'/></svg>");
+  const ProcessResult parts = Client({"split", input, "--parts", "3"});
+  EXPECT_EQ(parts.exit_code, 0) << parts.errors;
+  EXPECT_EQ(parts.output,
+            "outline  piece  curves  start         end            length\n"
+            "path#p\n"
+            "             1       1  (0, 0)        (5.33333, 0)  5.33333\n"
+            "             2       2  (5.33333, 0)  (8, 2.66667)  5.33333\n"
+            "             3       1  (8, 2.66667)  (8, 8)        5.33333\n");
+  const ProcessResult at = Client({"split", input, "--at", "0, .25"});
+  EXPECT_EQ(at.output,
+            "outline  piece  curves  start   end     length\n"
+            "path#p\n"
+            "             1       1  (0, 0)  (2, 0)       2\n"
+            "             2       1  (2, 0)  (8, 0)       6\n"
+            "             3       1  (8, 0)  (8, 2)       2\n"
+            "             4       1  (8, 2)  (8, 8)       6\n");
+}
+
+// What is written is read as pieces that follow each other along the same outlines.
+TEST_F(SplitTest, PiecesAreTheOutlinesInPartsOfEqualLength) {
+  const Json whole = Measured(input_);
+  for (const std::size_t parts : {1u, 2u, 7u, 100u}) {
+    const ProcessResult result = Split({"--parts", std::to_string(parts), "-q", "-o", output_});
+    EXPECT_EQ(result.exit_code, 0) << result.errors;
+    EXPECT_EQ(result.output, "");
+    const Json pieces = Measured(output_);
+    const auto& outlines = whole["outlines"].Items();
+    ASSERT_EQ(pieces["outlines"].Items().size(), parts * outlines.size());
+    for (std::size_t i = 0; i < outlines.size(); ++i) {
+      const double length = outlines[i]["length"].Number();
+      double x = outlines[i]["start"][0].Number(), y = outlines[i]["start"][1].Number();
+      for (std::size_t k = 0; k < parts; ++k) {
+        const Json& piece = pieces["outlines"][i * parts + k];
+        EXPECT_NEAR(piece["length"].Number(), length / static_cast<double>(parts), 2e-3);
+        EXPECT_NEAR(piece["start"][0].Number(), x, 1e-4);
+        EXPECT_NEAR(piece["start"][1].Number(), y, 1e-4);
+        x = piece["end"][0].Number();
+        y = piece["end"][1].Number();
+      }
+      EXPECT_NEAR(outlines[i]["end"][0].Number(), x, 1e-4);
+      EXPECT_NEAR(outlines[i]["end"][1].Number(), y, 1e-4);
+    }
+  }
+}
+
+TEST_F(SplitTest, CurvesKeepTheirKindAndTheirBend) {
+  Split({"--at", ".3,.9", "-o", output_});
+  const Json whole = Measured(input_), pieces = Measured(output_);
+  std::size_t next = 0;
+  for (const Json& outline : whole["outlines"].Items()) {
+    for (const Json& curve : outline["curves"].Items()) {
+      double turning = 0, length = 0;
+      for (int k = 0; k < 3; ++k) {
+        const Json& piece = pieces["outlines"][next++]["curves"];
+        ASSERT_EQ(piece.Items().size(), 1u);
+        EXPECT_EQ(piece[0]["type"].String(), curve["type"].String());
+        turning += piece[0]["turning"].Number();
+        length += piece[0]["length"].Number();
+        const double greatest = curve["greatest"]["curvature"].Number();
+        EXPECT_LE(piece[0]["greatest"]["curvature"].Number(), greatest + 1e-4);
+      }
+      EXPECT_NEAR(turning, curve["turning"].Number(), 1e-2);  // degrees
+      EXPECT_NEAR(length, curve["length"].Number(), 2e-3);
+    }
+  }
+  EXPECT_EQ(pieces["outlines"].Items().size(), next);
+}
+
+TEST_F(SplitTest, PrintsJson) {
+  const Json json = ReadJson(Split({"--parts", "4", "--json"}).output);
+  ASSERT_EQ(json["outlines"].Items().size(), 4u);
+  const Json& triangle = json["outlines"][0];
+  EXPECT_EQ(triangle["outline"].String(), "path#p");
+  ASSERT_EQ(triangle["pieces"].Items().size(), 4u);
+  EXPECT_DOUBLE_EQ(triangle["pieces"][1]["length"].Number(), 6);
+  EXPECT_EQ(triangle["pieces"][1]["curves"].Number(), 2);
+  EXPECT_NEAR(triangle["pieces"][1]["start"][0].Number(), 6, 1e-9);
+}
+
+TEST_F(SplitTest, FaultsAreOneLineAndLeaveNoFile) {
+  const std::string at = "--at: expected t1,t2,... ascending from 0 to 1, found ";
+  const std::string cut = directory_.Write("cut.svg", "<svg><path d='M0 0L1 1'/><path");
+  const struct {
+    std::vector<std::string> arguments;
+    int exit_code;
+    std::string message;
+  } rows[] = {
+      {{input_}, 1, "Exactly 1 option from [--at,--parts] is required (try --help)\n"},
+      {{input_, "--at", "1,0"}, 1, at + "'1,0' (try --help)\n"},
+      {{input_, "--at", ".5,.5"}, 1, at + "'.5,.5' (try --help)\n"},
+      {{input_, "--at", "-.1"}, 1, at + "'-.1' (try --help)\n"},
+      {{input_, "--at", "1.5"}, 1, at + "'1.5' (try --help)\n"},
+      {{input_, "--at", "nan"}, 1, at + "'nan' (try --help)\n"},
+      {{input_, "--at", ""}, 1, at + "'' (try --help)\n"},
+      {{input_, "--parts", "0"}, 1, "--parts: not a number from 1 to 10000 (try --help)\n"},
+      {{directory_.File("none.svg"), "--parts", "2"},
+       2,
+       directory_.File("none.svg") + ": cannot be opened\n"},
+      {{cut, "--parts", "2"}, 2, ""},
+  };
+  for (const auto& row : rows) {
+    std::vector<std::string> arguments = {"split", "-o", output_};
+    arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+    const ProcessResult result = Client(arguments);
+    EXPECT_EQ(result.exit_code, row.exit_code) << result.errors;
+    EXPECT_TRUE(row.message.empty() || result.errors == "kurvo: " + row.message)
+        << result.errors << "instead of\n"
+        << row.message;
+    EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << result.errors;
+    EXPECT_EQ(result.output, "");
+    EXPECT_FALSE(std::filesystem::exists(output_));
+  }
+  EXPECT_EQ(Split({"--parts", "2", "-o", input_}).exit_code, 1);  // the input itself
+  std::ifstream file(input_);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), kDrawing);
+}
+
+TEST_F(SplitTest, NothingToSplit) {
+  const std::string empty = directory_.Write("empty.svg", "<svg/>");
+  const ProcessResult result = Client({"split", empty, "--parts", "3", "-o", output_});
+  EXPECT_EQ(result.exit_code, 0) << result.errors;
+  EXPECT_EQ(Measured(output_)["outlines"].Items().size(), 0u);
+}
+
+}  // namespace
+}  // namespace kurvo::tools

@@ -1,0 +1,87 @@
+#include "fit_picture.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "curve_trace.h"
+#include "legend.h"
+#include "picture_layout.h"
+#include "sampling.h"
+#include "svg_text.h"
+
+namespace kurvo::tools {
+namespace {
+
+// Pixels.
+constexpr double kCurveWidth = 2.25;
+constexpr double kThinWidth = 1;
+
+const KurvoBSpline& BlockOf(const OwnedCurve& spline) {
+  return *static_cast<const KurvoBSpline*>(spline.Get()->data);
+}
+
+std::vector<Point> ControlPoints(const OwnedCurve& spline) {
+  const KurvoBSpline& block = BlockOf(spline);
+  std::vector<Point> points;
+  for (int i = 0; i < block.count; ++i) points.push_back({block.points[i][0], block.points[i][1]});
+  return points;
+}
+
+// Span by span, so that no bend hides between two samples.
+std::vector<Point> Trace(Library& library, const OwnedCurve& spline, double tolerance) {
+  const KurvoBSpline& block = BlockOf(spline);
+  if (block.order == 2) return ControlPoints(spline);  // a polygon
+  std::vector<Point> trace = {StartOf(library, spline)};
+  for (int i = block.order - 1; i < block.count; ++i) {
+    if (!(block.knots[i] < block.knots[i + 1])) continue;
+    const std::vector<Point> span =
+        SampleCurve(library, spline, tolerance, block.knots[i], block.knots[i + 1]);
+    trace.insert(trace.end(), span.begin() + 1, span.end());
+  }
+  return trace;
+}
+
+std::vector<LegendEntry> Entries(std::size_t points, const FitPictureOptions& options) {
+  using Mark = LegendEntry::Mark;
+  std::vector<LegendEntry> entries = {
+      {Mark::kCurve, kDrawingColours[0], "B-spline"},
+      {Mark::kPoint, kPointColour, "point (" + std::to_string(points) + ")"}};
+  if (options.control) entries.push_back({Mark::kControl, kControlColour, "control polygon"});
+  return entries;
+}
+
+}  // namespace
+
+std::string FitPicture(Library& library, const std::vector<Point>& points, const OwnedCurve& spline,
+                       const FitPictureOptions& options) {
+  Bounds shown;
+  for (const Point p : points) shown.Add(p);
+  const double rough = std::max(shown.Width(), shown.Height());
+  const std::vector<Point> trace = Trace(library, spline, kChordTolerance * rough);
+  for (const Point p : trace) shown.Add(p);
+  const std::vector<Point> control = ControlPoints(spline);
+  if (options.control) {
+    for (const Point p : control) shown.Add(p);
+  }
+  SvgText out(rough);
+  const double pixel = PixelSize(shown, options.size);
+  const PictureLayout layout(shown, pixel, kCurveWidth * pixel, Entries(points.size(), options));
+  out.Open(layout.View(), options.size);
+  out.Path(out.Rectangle(layout.View()), "fill=\"#fff\"");
+  if (options.control) {
+    out.Path(out.Polyline(control), out.Stroke(kControlColour, kThinWidth * pixel));
+    std::string marks;
+    for (const Point p : control) marks += out.Square(p, kControlHalfSide * pixel);
+    out.Path(marks, "fill=\"" + std::string(kControlColour) + "\"");
+  }
+  out.Path(out.Polyline(trace), out.Stroke(kDrawingColours[0], kCurveWidth * pixel));
+  out.OpenGroup("fill=\"#fff\" stroke=\"" + std::string(kPointColour) + "\" " +
+                out.Attribute("stroke-width", kThinWidth * pixel));
+  for (const Point p : points) out.Circle(p, kPointRadius * pixel);
+  out.CloseGroup();
+  layout.WriteLegend(out);
+  out.Close();
+  return out.Take();
+}
+
+}  // namespace kurvo::tools

@@ -1,0 +1,87 @@
+#include "link_picture.h"
+
+#include <utility>
+#include <vector>
+
+#include "curve_trace.h"
+#include "legend.h"
+#include "picture_layout.h"
+#include "sampling.h"
+#include "svg_text.h"
+
+namespace kurvo::tools {
+namespace {
+
+// Pixels.
+constexpr double kCurveWidth = 2;
+constexpr double kLinkWidth = 1;
+constexpr double kRingWidth = 1.5;
+constexpr double kShortestWidth = 3;
+
+using Polyline = std::vector<Point>;
+
+std::vector<Polyline> Trace(Library& library, const CurveList& list, double tolerance) {
+  std::vector<Polyline> curves;
+  for (const ListedCurve& curve : list.curves) {
+    curves.push_back(SampleCurve(library, *curve.curve, tolerance, 0, 1));
+  }
+  return curves;
+}
+
+std::vector<LegendEntry> Entries(const LinkReport& report) {
+  using Mark = LegendEntry::Mark;
+  std::vector<LegendEntry> entries = {{Mark::kCurve, kDrawingColours[0], report.first_name},
+                                      {Mark::kCurve, kDrawingColours[1], report.second_name}};
+  if (!report.links.empty()) {
+    entries.push_back({Mark::kCurve, kCrossingColour, "shortest link"});
+  }
+  if (report.links.size() > 1) {
+    entries.push_back({Mark::kCurve, kControlColour, "link of each outline"});
+  }
+  return entries;
+}
+
+void WriteLinks(const LinkReport& report, double pixel, SvgText& out) {
+  std::string data;
+  for (const Link& link : report.links) data += out.Polyline({link.from, link.to});
+  out.Path(data, out.Stroke(kControlColour, kLinkWidth * pixel));
+  const Link* shortest = Shortest(report.links);
+  if (shortest == nullptr) return;
+  out.Path(out.Polyline({shortest->from, shortest->to}),
+           out.Stroke(kCrossingColour, kShortestWidth * pixel));
+  out.OpenGroup(out.Stroke(kCrossingColour, kRingWidth * pixel));
+  out.Circle(shortest->from, kCrossingRadius * pixel);
+  out.Circle(shortest->to, kCrossingRadius * pixel);
+  out.CloseGroup();
+}
+
+}  // namespace
+
+std::string LinkPicture(Library& library, const Drawing& first, const Drawing& second,
+                        const LinkReport& report, double size) {
+  const double extent = Extent(library, {&first, &second});
+  const std::vector<Polyline> curves[] = {Trace(library, report.first, kChordTolerance * extent),
+                                          Trace(library, report.second, kChordTolerance * extent)};
+  Bounds shown;
+  for (const auto& drawing : curves) {
+    for (const Polyline& curve : drawing) {
+      for (const Point p : curve) shown.Add(p);
+    }
+  }
+  SvgText out(extent);
+  const double pixel = PixelSize(shown, size);
+  const PictureLayout layout(shown, pixel, kCurveWidth * pixel, Entries(report));
+  out.Open(layout.View(), size);
+  out.Path(out.Rectangle(layout.View()), "fill=\"#fff\"");
+  for (std::size_t i = 0; i < 2; ++i) {
+    std::string data;
+    for (const Polyline& curve : curves[i]) data += out.Polyline(curve);
+    out.Path(data, out.Stroke(kDrawingColours[i], kCurveWidth * pixel));
+  }
+  WriteLinks(report, pixel, out);
+  layout.WriteLegend(out);
+  out.Close();
+  return out.Take();
+}
+
+}  // namespace kurvo::tools
