@@ -121,11 +121,10 @@ void DistancePieces::AddArc(const KurvoArc& arc, double offset, double scale) {
 }
 
 bool DistancePieces::AddSpans(const Curve& curve, double offset, double scale) {
-  const auto spans = BezierSpans::Of(curve);
+  const auto spans = BezierSpans::Of(curve, kMaxPieceDegree);
   if (!spans) return false;
   pieces_.reserve(pieces_.size() + spans->size());
   for (const BezierSpan& span : *spans) {
-    if (span.degree > kMaxPieceDegree) return false;
     const std::size_t first = points_.size();
     double weight = 0.0;
     for (int32_t i = 0; i <= span.degree; ++i) {
