@@ -24,14 +24,14 @@ void BasisPolynomials::Fill(Order k, const double* u) {
   coefficients_[0] = 1.0;
   for (int32_t d = 2; d <= k; ++d) {
     for (int32_t row = d - 1; row >= 0; --row) {  // from the last: row - 1 is still of level d - 1
-      const double* v = local + (k - d - 1 + row);  // knot j of the function in this row
+      const int32_t j = k - d - 1 + row;  // first knot of the function in this row; -1: not needed
       double* f = coefficients_ + row * k;
-      const double d1 = row > 0 ? v[d - 1] - v[0] : 0.0;
-      const double d2 = row < d - 1 ? v[d] - v[1] : 0.0;
+      const double d1 = row > 0 ? local[j + d - 1] - local[j] : 0.0;
+      const double d2 = row < d - 1 ? local[j + d] - local[j + 1] : 0.0;
       for (int32_t c = d - 1; c >= 0; --c) {  // from the last: f[c - 1] is still of level d - 1
         double sum = 0.0;
-        if (d1 != 0.0) sum += LinearMultiple(f - k, d - 1, c, -(v[0] / d1), 1.0 / d1);
-        if (d2 != 0.0) sum += LinearMultiple(f, d - 1, c, v[d] / d2, -(1.0 / d2));
+        if (d1 != 0.0) sum += LinearMultiple(f - k, d - 1, c, -(local[j] / d1), 1.0 / d1);
+        if (d2 != 0.0) sum += LinearMultiple(f, d - 1, c, local[j + d] / d2, -(1.0 / d2));
         f[c] = sum;
       }
     }

@@ -19,7 +19,7 @@ class WorkBudget {
   bool exhausted() const { return left_ < 0; }
 
  private:
-  static constexpr int64_t kWork = int64_t{1} << 27;  // some tenths of a second
+  static constexpr int64_t kWork = int64_t{1} << 24;  // some hundredths of a second
 
   int64_t left_ = kWork;
 };

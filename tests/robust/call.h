@@ -46,7 +46,7 @@ class Call {
   Maker& own() { return own_; }
   // Room for results, filled with kUnwritten.
   double* Room(int count);
-  static constexpr double kUnwritten = -77;
+  static constexpr double kUnwritten = -0x1.23456789ABCDEp40;  // nothing comes out as this
 
   // ---- the call
   GlobalVar g;

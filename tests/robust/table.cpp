@@ -6,18 +6,12 @@ namespace kurvo_test {
 
 void PrintTo(const Entry& entry, std::ostream* out) { *out << entry.name; }
 
-std::vector<Entry> WholeTable() {
-  std::vector<Entry> table;
-  for (const auto part : {StateEntries(), RecordEntries(), VectorEntries(), IncidenceEntries(),
-                          QueryEntries(), BuildEntries(), ChangeEntries(), RelationEntries()})
-    table.insert(table.end(), part.begin(), part.end());
-  return table;
-}
-
 const std::vector<Entry>& Table() {
   static const std::vector<Entry> kTable = [] {
-    std::vector<Entry> table = WholeTable();
-    std::erase_if(table, [](const Entry& entry) { return !entry.present; });
+    std::vector<Entry> table;
+    for (const auto part : {StateEntries(), RecordEntries(), VectorEntries(), IncidenceEntries(),
+                            QueryEntries(), BuildEntries(), ChangeEntries(), RelationEntries()})
+      table.insert(table.end(), part.begin(), part.end());
     return table;
   }();
   return kTable;

@@ -20,7 +20,6 @@ struct Entry {
   const char* name;
   void (*call)(Call&);
   unsigned traits = 0;
-  bool present = true;  // false while the library does not have it
 };
 
 // How a test names its parameter.
@@ -36,9 +35,7 @@ std::span<const Entry> BuildEntries();
 std::span<const Entry> ChangeEntries();
 std::span<const Entry> RelationEntries();
 
-// All of it, without what is not present.
+// All of it.
 const std::vector<Entry>& Table();
-// Also what is not.
-std::vector<Entry> WholeTable();
 
 }  // namespace kurvo_test

@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# The long form of the tests that try to break the library: hostile records and failing memory under
+# the address and undefined-behaviour sanitizers, threads under the thread sanitizer, small stacks.
+# Prints what each function came to. docs/reliability.md keeps the figures.
+# usage: reliability.sh [CALLS_OF_EACH_FUNCTION [FUNCTION...]]
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+calls=${1:-1000000}
+shift || true
+functions=("${@:-*}")
+step() { printf '\n=== %s (after %d s)\n' "$1" "$SECONDS"; }
+
+build() {
+  cmake --preset "$1" > /dev/null
+  cmake --build --preset "$1" -j "$(nproc)" -t robust_test > /dev/null
+}
+# run PRESET FILTER: the tests of that name for every function wanted.
+run() {
+  local filter=''
+  for function in "${functions[@]}"; do filter+="${filter:+:}$2$function"; done
+  "build/$1/tests/robust/robust_test" --gtest_brief=1 --gtest_filter="$filter"
+}
+
+export ASAN_OPTIONS=allocator_may_return_null=1:detect_leaks=1:detect_stack_use_after_return=1
+export UBSAN_OPTIONS=print_stacktrace=1
+export TSAN_OPTIONS=halt_on_error=1:allocator_may_return_null=1
+
+build asan
+step "Hostile records, $calls calls of each function"
+KURVO_CALLS=$calls run asan '*Hostile*/'
+step 'Failing memory'
+KURVO_MEMORY_CALLS=$((calls / 200 + 1)) run asan '*FailingMemory*/'
+
+build tsan
+step 'Threads'
+KURVO_THREAD_CALLS=$((calls / 2000 + 16)) build/tsan/tests/robust/robust_test --gtest_brief=1 \
+  --gtest_filter='SharedCurves.*'
+
+build release
+step 'A stack of 256 KiB'
+KURVO_STACK_CALLS=$((calls / 100 + 1)) build/release/tests/robust/robust_test --gtest_brief=1 \
+  --gtest_filter='SmallStack.*'
