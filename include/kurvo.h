@@ -1077,7 +1077,8 @@ KURVO_API uint32_t KurvocrCurveCurve(const Curve *a, const Curve *b, CvParam *pa
  * failure, for a null curve, one without data and one without points: a composite without pieces,
  * or coordinates that are all not finite. Bezier pieces with a number that is not finite take no
  * part. Where curves are so nearly parallel, or so many pieces lie within each other's reach, that
- * the search does not end in some hundredths of a second, the nearest pair found by then counts.
+ * the search does not end in some hundredths of a second, or some tenths for curves of thousands of
+ * pieces, the nearest pair found by then counts.
  * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above
  * 63; KURVO_ERR_MEMORY. Error pending: 0.0 at once.
  * Cost: closed formulas for lines and arcs; otherwise branch and bound over the Bezier pieces,

@@ -29,7 +29,7 @@ double ScaleFor(double largest) {
 class DistanceSearch {
  public:
   DistanceSearch(const DistancePieces& a, const DistancePieces& b, NearestPair& nearest)
-      : a_(a), b_(b), nearest_(nearest), pieces_(nearest, budget_) {}
+      : a_(a), b_(b), nearest_(nearest), budget_(a.size() + b.size()), pieces_(nearest, budget_) {}
 
   void Run() {
     for (const End& end_a : EndsOf(a_))

@@ -1,6 +1,9 @@
 // The nearest points of two free-form pieces by branch and bound.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "relate/curve_distance_best.h"
@@ -15,13 +18,19 @@ double BoxDistance(const PlanarBox& a, const PlanarBox& b);
 // Counts work in multiplications and additions of points, so that a call ends in bounded time.
 class WorkBudget {
  public:
+  // For curves of so many pieces together.
+  explicit WorkBudget(std::size_t pieces)
+      : left_(std::min(kMost, kBase + kEachPiece * static_cast<int64_t>(pieces))) {}
+
   void Spend(int64_t work) { left_ -= work; }
   bool exhausted() const { return left_ < 0; }
 
  private:
-  static constexpr int64_t kWork = int64_t{1} << 24;  // some hundredths of a second
+  static constexpr int64_t kBase = int64_t{1} << 24;  // some hundredths of a second
+  static constexpr int64_t kEachPiece = int64_t{1} << 14;
+  static constexpr int64_t kMost = int64_t{1} << 27;  // some tenths of a second
 
-  int64_t left_ = kWork;
+  int64_t left_;
 };
 
 // Searches pairs of pieces, one pair after the other; results go into one NearestPair.
