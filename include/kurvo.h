@@ -980,7 +980,7 @@ KURVO_API void KurvocvMvEndPoint(Curve *curve, const Coord delta, GlobalVar *g) 
  * is the length of the polygon through the points up to there, as a share of the whole; its domain
  * is [0, 1], its inner knots are the means of order - 1 neighbouring parameters. Order 2 is the
  * polygon. Points on a line give a straight curve.
- * Where the shortest leg is less than 1e-13 of the polygon, and where the control points would be
+ * Where the shortest leg is less than 6e-14 of the polygon, and where the control points would be
  * more than 1e8 times as large as the points, so that rounding would carry the curve off them, the
  * parameters are spread evenly. Where that is no better, as for most points of orders above 30, no
  * curve in doubles passes through the points, and they are refused. Points nearer than 1e-6 in

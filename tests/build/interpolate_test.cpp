@@ -162,6 +162,14 @@ TEST(GenBspl, TakesEvenParametersWhereLegsAreTooUneven) {
     ExpectPasses(Fit(points, order), points, order, Even(points), 1e-12 * Size(points), "uneven");
 }
 
+TEST(GenBspl, TakesChordLengthsDownTo2ToTheMinus44OfThePolygon) {
+  for (const double share : {4e-14, 8e-14}) {
+    const Points points = {{0, 0, 0}, {1e-5, 0, 0}, {1e-5 / share, 0, 0}};
+    const double wanted = share > 0x1p-44 ? share : .5;
+    EXPECT_NEAR(Fit(points, 2).spline().knots[2], wanted, 1e-10 * wanted) << share;
+  }
+}
+
 // A zigzag of `order` points that widens by a factor from point to point.
 Points Widening(double factor, int order) {
   Points points;
