@@ -38,7 +38,7 @@ int Run(int argc, char** argv) {
       "  kurvo intersect part.svg tool.svg -o crossings.svg\n"
       "  kurvo measure part.svg --near 120,45\n"
       "  kurvo locate part.svg 10,20 --grid 90 -o region.svg\n"
-      "  kurvo split part.svg --parts 12 -o pieces.svg\n"
+      "  kurvo split part.svg --parts=12 -o pieces.svg\n"
       "  kurvo offset part.svg -d 2 -o offset.svg\n"
       "  kurvo distance part.svg tool.svg -o links.svg\n"
       "  kurvo fit points.csv --order 4 -o curve.svg\n\n"
