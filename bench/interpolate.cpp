@@ -42,9 +42,5 @@ BENCHMARK_CAPTURE(Interpolate, o4, 4, false)->Name("interpolate/order4")->Apply(
 BENCHMARK_CAPTURE(Interpolate, u4, 4, true)->Name("interpolate/order4-uneven")->Apply(Growth);
 BENCHMARK_CAPTURE(Interpolate, o6, 6, false)->Name("interpolate/order6")->Apply(Growth);
 BENCHMARK_CAPTURE(Interpolate, o20, 20, false)->Name("interpolate/order20")->Arg(100)->Arg(10000);
-BENCHMARK_CAPTURE(Interpolate, o200, 200, false)
-    ->Name("interpolate/order200")
-    ->Arg(1000)
-    ->Arg(4000);
 
 }  // namespace
