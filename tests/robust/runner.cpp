@@ -76,7 +76,7 @@ Outcome RunOnce(const Entry& entry, Source& source, const RunOptions& options) {
   const int64_t kept = outcome.complaint.capacity() > 15;  // the text of a complaint is a block
   complain(LiveBlocks() - live > kept, "memory leaked");
   complain(LiveBlocks() < live, "memory freed twice");
-  complain(outcome.seconds > kMaxSeconds, "takes more than a second");
+  complain(outcome.seconds > options.max_seconds, "takes too long");
   const bool asks = entry.traits & kAsks;
   complain(!asks && outcome.memory.peak > kMaxBytes, "takes more than 256 MB");
   complain(!asks && !injected && outcome.memory.refused > 0, "asks for absurd memory");

@@ -17,6 +17,7 @@ struct RunOptions {
   const Gallery* gallery = nullptr;
   MemoryFailure failure;
   uint8_t fill = 0xA5;
+  double max_seconds = kMaxSeconds;
 };
 
 // Calls the function of `entry` with arguments from `source` and checks what every call owes:
