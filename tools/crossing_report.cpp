@@ -61,19 +61,6 @@ void InOrder(const Crossings& found, const Write& write) {
   while (overlap != found.overlaps.end()) write(*overlap++);
 }
 
-// Opens the object of one of the two curves, for its parameters.
-void BeginCurve(std::string_view key, const CurveList& list, std::size_t number, JsonWriter& json) {
-  const ListedCurve& curve = list.curves[number];
-  json.Key(key);
-  json.BeginObject();
-  json.Key("outline");
-  json.String(list.outlines[curve.outline]);
-  json.Key("curve");
-  json.Count(curve.index + 1);
-  json.Key("type");
-  json.String(TypeName(curve.curve->Type()));
-}
-
 void WriteParameter(double t, JsonWriter& json) {
   json.Key("parameter");
   json.Number(t);

@@ -35,4 +35,16 @@ CurveList ListCurves(Library& library, const Drawing& drawing) {
   return list;
 }
 
+void BeginCurve(std::string_view key, const CurveList& list, std::size_t number, JsonWriter& json) {
+  const ListedCurve& curve = list.curves[number];
+  json.Key(key);
+  json.BeginObject();
+  json.Key("outline");
+  json.String(list.outlines[curve.outline]);
+  json.Key("curve");
+  json.Count(curve.index + 1);
+  json.Key("type");
+  json.String(TypeName(curve.curve->Type()));
+}
+
 }  // namespace kurvo::tools

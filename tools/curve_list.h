@@ -3,8 +3,10 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "json.h"
 #include "library.h"
 #include "svg_reader.h"
 
@@ -27,5 +29,8 @@ struct CurveList {
 };
 
 CurveList ListCurves(Library& library, const Drawing& drawing);
+
+// Opens an object under `key` that names a curve of the list: outline, number in it from 1, type.
+void BeginCurve(std::string_view key, const CurveList& list, std::size_t number, JsonWriter& json);
 
 }  // namespace kurvo::tools

@@ -21,15 +21,7 @@ void AddCells(const CurveList& list, std::size_t number, double t, Point p,
 
 void WriteEnd(std::string_view key, const CurveList& list, std::size_t number, double t, Point p,
               JsonWriter& json) {
-  const ListedCurve& curve = list.curves[number];
-  json.Key(key);
-  json.BeginObject();
-  json.Key("outline");
-  json.String(list.outlines[curve.outline]);
-  json.Key("curve");
-  json.Count(curve.index + 1);
-  json.Key("type");
-  json.String(TypeName(curve.curve->Type()));
+  BeginCurve(key, list, number, json);
   json.Key("parameter");
   json.Number(t);
   json.Key("point");

@@ -53,15 +53,9 @@ bool IsClosed(const Cvseq& seq, GlobalVar& g) {
 }
 
 bool InBoxOf(const Cvseq& seq, Vec2 p, GlobalVar& g) {
-  PlanarBox box;
-  Box of_curve;
-  for (int32_t i = 0; i < seq.count; ++i) {
-    for (double& side : of_curve) side = NAN;
-    KurvocvBoundBox(seq.curves + i, of_curve, &g);
-    box.Widen(Planar(of_curve));
-    box.Widen(Planar(of_curve + 3));
-  }
-  return Contains(box, p, g.epsilon);
+  Box of_chain;
+  KurvocvCvseqBoundBox(&seq, of_chain, &g);
+  return Contains({Planar(of_chain), Planar(of_chain + 3)}, p, g.epsilon);
 }
 
 // A closed chain on one line encloses nothing and has no sense in which it could run.

@@ -16,13 +16,7 @@ inline LongPoint PointOnLine(const KurvoLine& line, long double t) {
 }
 
 inline LongPoint PointOnArc(const KurvoArc& arc, long double t) {
-  const auto angle = [&](const double* p) {
-    return std::atan2(L(p[1]) - arc.centre[1], L(p[0]) - arc.centre[0]);
-  };
-  const long double start = angle(arc.start);
-  long double sweep = angle(arc.end) - start;
-  if (arc.normal[2] < 0 && sweep > 0) sweep -= 2 * kPiL;
-  if (!(arc.normal[2] < 0) && sweep < 0) sweep += 2 * kPiL;
+  const auto [start, sweep] = Turn(arc);
   const long double at = start + t * sweep;
   return {arc.centre[0] + arc.radius * std::cos(at), arc.centre[1] + arc.radius * std::sin(at)};
 }

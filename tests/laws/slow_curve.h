@@ -83,13 +83,7 @@ inline JetPoint FreeFormAt(const Curve& cv, long double t) {
 }
 
 inline JetPoint ArcAt(const KurvoArc& arc, long double t) {
-  const auto angle = [&](const double* p) {
-    return std::atan2(L(p[1]) - arc.centre[1], L(p[0]) - arc.centre[0]);
-  };
-  const long double start = angle(arc.start);
-  long double sweep = angle(arc.end) - start;
-  if (arc.normal[2] < 0 && sweep > 0) sweep -= 2 * kPiL;
-  if (!(arc.normal[2] < 0) && sweep < 0) sweep += 2 * kPiL;
+  const auto [start, sweep] = Turn(arc);
   JetPoint p;
   long double factor = arc.radius;
   for (std::size_t k = 0; k < kJetSize; ++k) {  // each derivative turns by a quarter

@@ -207,8 +207,9 @@ TEST(PntBoundForPlane, TheBoundaryIsAsWideAsTheTolerance) {
 
 TEST(PntBoundForPlane, Refusals) {
   Chain square("(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)"), open("(l 0 0 4 0)(l 4 0 4 4)"),
-      straight("(l 0 0 4 4)(l 4 4 0 0)"), unknown("(l 0 0 4 0)(l 4 0 0 0)"),
-      hollow("(l 0 0 4 0)(l 4 0 0 0)(e)"), deep("(l 0 0 4 0)(l 4 0 0 0)");
+      straight("(l 0 0 4 4)(l 4 4 0 0)"), folded("(c 1 (b 0 0 8 8 0 0))"),
+      unknown("(l 0 0 4 0)(l 4 0 0 0)"), hollow("(l 0 0 4 0)(l 4 0 0 0)(e)"),
+      deep("(l 0 0 4 0)(l 4 0 0 0)");
   unknown[1].type = 17;
   KurvocvFreeCurve(&deep[1]);
   deep[1] = Nested(100).Release();
@@ -245,6 +246,12 @@ TEST(PntBoundForPlane, Refusals) {
       {"open", open.get(), {3, 1}, 0, kOut, 0},
       {"open, on it", open.get(), {3, 0}, 0, kOn, 0},
       {"straight", straight.get(), {3, 1}, 0, kOut, KURVO_WARN_NO_ORIENTATION},
+      {"straight, one piece in a composite",
+       folded.get(),
+       {3, 1},
+       0,
+       kOut,
+       KURVO_WARN_NO_ORIENTATION},
       {"straight, on it", straight.get(), {3, 3}, 0, kOn, 0},
       {"straight, far away", straight.get(), {5, 1}, 0, kOut, 0},
       {"unknown type, on the curve before", unknown.get(), {1, 0}, 0, kOut, KURVO_ERR_CURVE},
