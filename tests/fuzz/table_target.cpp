@@ -16,9 +16,13 @@ constexpr uint8_t kFromThenBit = 4;  // once or from then on
 constexpr uint8_t kRepeatBit = 8;    // a second run must give the same bits
 constexpr std::size_t kHeader = 3;
 
+#ifdef KURVO_FUZZER
 // Code that counts every branch for a fuzzer and watches every access takes some six times as long
 // as with the sanitizers alone, under which the limit of a call holds.
-constexpr double kFuzzerSeconds = 8;
+constexpr RunOptions kStandard{.max_seconds = 8};
+#else
+constexpr RunOptions kStandard{};
+#endif
 
 std::vector<Entry> EntriesOfThisGroup() {
   std::vector<Entry> entries = Table();
@@ -42,10 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   static const std::vector<Entry> kEntries = EntriesOfThisGroup();
   if (size < kHeader || kEntries.empty()) return 0;
   const Entry& entry = kEntries[data[0] % kEntries.size()];
-  RunOptions options;
-#ifdef KURVO_FUZZER
-  options.max_seconds = kFuzzerSeconds;
-#endif
+  RunOptions options = kStandard;
   if (data[1] & kHostileBit) options.mode = Mode::kHostile;
   if (data[1] & kFailureBit)
     options.failure = {.granted = data[2] % 32, .from_then = (data[1] & kFromThenBit) != 0};
