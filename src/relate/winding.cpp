@@ -21,6 +21,7 @@ namespace {
 constexpr std::size_t kStackOrder = 40;
 constexpr int64_t kHalvingCost = 128;   // in mixes, besides those it makes
 constexpr int64_t kIntegrandCost = 32;  // the same
+constexpr int32_t kFreeDegree = 40;     // up to it a span is cut out of its spline at no charge
 
 bool Coincide(Vec2 a, Vec2 b, double tol) { return Within(OnPlane(a - b), tol); }
 
@@ -176,7 +177,7 @@ class AreaOfBezier {
 // Adds up use(points, n), whose points are a copy, for the Bezier curve or for each span of the
 // B-spline.
 template <std::size_t kDim, class Use>
-double SumOfBeziers(const BezierView<kDim>& bezier, GlobalVar& g, Use&& use) {
+double SumOfBeziers(const BezierView<kDim>& bezier, WindingEffort&, GlobalVar& g, Use&& use) {
   if (bezier.degree > kMaxSplitDegree) {
     Fail(g, KURVO_ERR_CURVE);
     return 0.0;
@@ -188,19 +189,30 @@ double SumOfBeziers(const BezierView<kDim>& bezier, GlobalVar& g, Use&& use) {
 }
 
 template <std::size_t kDim, class Use>
-double SumOfBeziers(const SplineView<kDim>& spline, GlobalVar& g, Use&& use) {
+double SumOfBeziers(const SplineView<kDim>& spline, WindingEffort& effort, GlobalVar& g,
+                    Use&& use) {
   if (spline.order > kMaxSplineOrder) {
     Fail(g, KURVO_ERR_CURVE);
     return 0.0;
   }
-  WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(spline.order));
+  const int32_t n = spline.order - 1;
+  WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(n) + 1);
   double sum = 0.0;
-  AnySpan(KnotsOf(spline), [&](int32_t i) {
+  const double* end = nullptr;  // of the spans so far
+  const bool given_up = AnySpan(KnotsOf(spline), [&](int32_t i) {
+    if (effort.mixes < 0) return true;
+    if (n > kFreeDegree) effort.mixes -= 2 * int64_t{n} * n;
     ExtractBezier(spline, i, points.data());
-    sum += use(points.data(), spline.order - 1);
+    sum += use(points.data(), n);
+    end = points[static_cast<std::size_t>(n)];
     return false;
   });
-  return sum;
+  if (!given_up) return sum;
+  const Vec2 from = end ? Planar(end) : Planar(StartOfSpline(spline, g.epsilon));
+  const Vec2 to = Planar(EndOfSpline(spline, g.epsilon));
+  double chord[2][kDim] = {{from.x, from.y}, {to.x, to.y}};
+  if constexpr (kDim == 4) chord[0][3] = chord[1][3] = 1.0;
+  return sum + use(chord, 1);
 }
 
 double Refuse(GlobalVar& g) {
@@ -219,7 +231,7 @@ double WindingAngle(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar
                  },
                  [&](const KurvoArc& arc) { return AngleOfArc(arc, q, tol); },
                  [&](const auto& view) {
-                   return SumOfBeziers(view, g,
+                   return SumOfBeziers(view, effort, g,
                                        [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
                                          return AngleOfBezier<kDim>(q, tol, effort)(points, n);
                                        });
@@ -242,7 +254,7 @@ double SweptArea(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar& g
                  },
                  [&](const auto& view) {
                    return SumOfBeziers(
-                       view, g, [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
+                       view, effort, g, [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
                          return 0.5 * AreaOfBezier<kDim>(points, n, q, effort).Twice();
                        });
                  },

@@ -19,6 +19,7 @@ constexpr std::size_t kStackOrder = 40;
 constexpr int kMaxDepth = 40;           // halvings of one curve; then its chord is as good
 constexpr double kStraightness = 1e-6;  // of the tolerance
 constexpr int64_t kHalvingCost = 128;   // in mixes, besides those it makes
+constexpr int32_t kFreeDegree = 40;     // up to it a span is cut out of its spline at no charge
 
 Vec2 NearestOnLine(Vec2 a, Vec2 b, Vec2 p) {
   const Vec2 along = b - a;
@@ -209,11 +210,10 @@ void WindingNumber::AddSpline(const SplineView<kDim>& spline) {
   const int32_t n = spline.order - 1;
   WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(spline.order));
   AnySpan(KnotsOf(spline), [&](int32_t i) {
-    work_left_ -= kHalvingCost;
     if (SideOf(spline.points + (i - n), spline.order) == Side::kAway) {
       PassBy();
     } else {
-      work_left_ -= int64_t{n} * n / 2;
+      if (n > kFreeDegree) work_left_ -= 2 * int64_t{n} * n;
       ExtractBezier(spline, i, points.data());
       const Vec2 start = Planar(points[0]);
       const Vec2 end = Planar(points[static_cast<std::size_t>(n)]);

@@ -70,7 +70,7 @@ class WindingNumber {
   const double tol_;
   GlobalVar& g_;
   int64_t turns_ = 0;
-  int64_t work_left_ = int64_t{1} << 26;  // mixes of two control points: a tenth of a second
+  int64_t work_left_ = int64_t{1} << 25;  // mixes of two control points: hundredths of a second
   bool started_ = false;
   bool near_ = false;
   bool on_curve_ = false;

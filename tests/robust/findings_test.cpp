@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <time.h>
 
+#include <cmath>
+
 #include "build/curves.h"
 #include "robust/runner.h"
 
@@ -67,6 +69,23 @@ TEST_F(Findings, IntersectionOfHighOrders) {
     EXPECT_EQ(KurvocrCurveCurve(high.get(), bezier.get(), nullptr, nullptr, 3, &g), KURVO_NOTHING);
   });
   EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE);
+}
+
+// Cutting all spans out of their spline takes longer than a call may.
+TEST_F(Findings, SenseOfHighOrders) {
+  constexpr int kCount = 6000, kOrder = 1000;
+  Numbers points, knots;
+  for (int i = 0; i < kCount; ++i)
+    points.insert(points.end(), {std::cos(i * 1e-3), std::sin(i * 1e-3)});
+  for (int i = 0; i < kCount + kOrder; ++i) knots.push_back(i);
+  const Owned spline = MakeFreeForm(CV_BSPLINE, points, knots);
+  Curve curve = *spline;
+  const Cvseq chain = {1, &curve};
+  Point centre, normal;
+  ExpectQuick([&] { KurvocvCvseqNormal(&chain, centre, normal, &g); });
+  EXPECT_EQ(normal, (Point{0, 0, 1}));
+  uint32_t result;
+  ExpectQuick([&] { KurvosfPntBoundForPlane(centre, &chain, centre, &result, &g); });
 }
 
 TEST_F(Findings, LengthOfHighDegrees) {
