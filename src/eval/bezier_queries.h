@@ -1,7 +1,7 @@
 // Foot point and parameter on one Bezier curve, for the plain and the rational evaluator alike.
 //
-// A `Bezier` here has: HasFootPoints(), whether its foot-point polynomial fits; ToSegment(), its
-// polynomials; Ends(); Position(t); tol().
+// A `Bezier` here has: HasFootPoints(), whether its foot-point polynomial fits; ToSegment(p), its
+// polynomials relative to p; Ends(); Position(t); tol().
 #pragma once
 
 #include "eval/pcurve2d.h"
@@ -27,7 +27,7 @@ NearestOnCurve NearestOfFeet(const Bezier& bezier, const RootList& feet, Vec2 p)
 
 template <class Bezier>
 bool ProjectToBezier(const Bezier& bezier, Vec3& p) {
-  const RootList feet = FootPoints(bezier.ToSegment(), Planar(p), bezier.tol());
+  const RootList feet = FootPoints(bezier.ToSegment(Planar(p)), bezier.tol());
   const NearestOnCurve nearest = NearestOfFeet(bezier, feet, Planar(p));
   if (!feet.empty())
     p = bezier.Position(nearest.t);
@@ -40,10 +40,10 @@ bool ProjectToBezier(const Bezier& bezier, Vec3& p) {
 // curve when any of its foot points is within the tolerance.
 template <class Bezier>
 Incidence ParameterOnBezier(const Bezier& bezier, Vec3 p, double& t) {
-  const Segment segment = bezier.ToSegment();
+  const Segment relative = bezier.ToSegment(Planar(p));
   const auto position = [&](double r) { return Planar(bezier.Position(r)); };
-  if (FindParameter(segment, p, bezier.tol(), position, t)) return Incidence::kOn;
-  const RootList feet = FootPoints(segment, Planar(p), bezier.tol());
+  if (FindParameter(relative, p, bezier.tol(), position, t)) return Incidence::kOn;
+  const RootList feet = FootPoints(relative, bezier.tol());
   for (const double foot : feet) {
     if (bezier.tol() >= Length(Planar(p) - position(foot))) {
       t = foot;
@@ -57,7 +57,7 @@ Incidence ParameterOnBezier(const Bezier& bezier, Vec3 p, double& t) {
 
 template <class Bezier>
 NearestOnCurve NearestOnBezier(const Bezier& bezier, Vec2 p) {
-  return NearestOfFeet(bezier, FootPoints(bezier.ToSegment(), p, bezier.tol()), p);
+  return NearestOfFeet(bezier, FootPoints(bezier.ToSegment(p), bezier.tol()), p);
 }
 
 }  // namespace kurvo

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "foundation/point.h"
+
 namespace kurvo {
 
 // Loads x and y of point i; a weight is passed over.
@@ -12,12 +14,26 @@ template <std::size_t kDim>
 auto LoadPlanar(const double (*points)[kDim]) {
   return [points](int32_t i, std::array<double, 2>& p) { p = {points[i][0], points[i][1]}; };
 }
+// The same relative to `origin`.
+template <std::size_t kDim>
+auto LoadPlanar(const double (*points)[kDim], Vec2 origin) {
+  return [points, origin](int32_t i, std::array<double, 2>& p) {
+    p = {points[i][0] - origin.x, points[i][1] - origin.y};
+  };
+}
 
 // Loads the homogeneous point w x, w y, w.
 inline auto LoadHomogeneous(const double (*points)[4]) {
   return [points](int32_t i, std::array<double, 3>& p) {
     const double w = points[i][3];
     p = {w * points[i][0], w * points[i][1], w};
+  };
+}
+// The same relative to `origin`.
+inline auto LoadHomogeneous(const double (*points)[4], Vec2 origin) {
+  return [points, origin](int32_t i, std::array<double, 3>& p) {
+    const double w = points[i][3];
+    p = {w * (points[i][0] - origin.x), w * (points[i][1] - origin.y), w};
   };
 }
 

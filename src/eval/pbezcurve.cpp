@@ -6,9 +6,9 @@
 
 namespace kurvo {
 
-Segment PBezCurve::ToSegment() const {
+Segment PBezCurve::ToSegment(Vec2 origin) const {
   Segment segment;
-  SetPowerBasis<2>(static_cast<std::size_t>(bezier_.degree), LoadPlanar(bezier_.points),
+  SetPowerBasis<2>(static_cast<std::size_t>(bezier_.degree), LoadPlanar(bezier_.points, origin),
                    {&segment.x, &segment.y});
   return segment;
 }

@@ -19,7 +19,7 @@ class PBezCurve final : public PCurve2D {
   NearestOnCurve NearestPoint(Vec3 p) const override;
 
   bool HasFootPoints() const { return bezier_.degree <= kMaxPlainFootDegree; }
-  Segment ToSegment() const;
+  Segment ToSegment(Vec2 origin) const;
   BezierEnds Ends() const;
   using PCurve2D::tol;
 

@@ -11,14 +11,15 @@ PRationalBezCurve::PRationalBezCurve(const BezierView<4>& bezier, GlobalVar& g)
       bezier_(bezier),
       polynomial_(WeightsAreOne(bezier.points, bezier.degree + 1, tol())) {}
 
-Segment PRationalBezCurve::ToSegment() const {
+Segment PRationalBezCurve::ToSegment(Vec2 origin) const {
   const auto degree = static_cast<std::size_t>(bezier_.degree);
   Segment segment;
   segment.rational = !polynomial_;
   if (polynomial_)
-    SetPowerBasis<2>(degree, LoadPlanar(bezier_.points), {&segment.x, &segment.y});
+    SetPowerBasis<2>(degree, LoadPlanar(bezier_.points, origin), {&segment.x, &segment.y});
   else
-    SetPowerBasis<3>(degree, LoadHomogeneous(bezier_.points), {&segment.x, &segment.y, &segment.w});
+    SetPowerBasis<3>(degree, LoadHomogeneous(bezier_.points, origin),
+                     {&segment.x, &segment.y, &segment.w});
   return segment;
 }
 

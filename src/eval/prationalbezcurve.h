@@ -21,7 +21,7 @@ class PRationalBezCurve final : public PRationalCurve2D {
   bool HasFootPoints() const {
     return bezier_.degree <= (polynomial_ ? kMaxPlainFootDegree : kMaxRationalFootDegree);
   }
-  Segment ToSegment() const;
+  Segment ToSegment(Vec2 origin) const;
   BezierEnds Ends() const;
   using PCurve2D::tol;
 

@@ -6,11 +6,6 @@
 namespace kurvo {
 namespace {
 
-Polynomial CoordinateEquation(const Segment& segment, const Polynomial& coordinate, double value) {
-  if (!segment.rational) return MinusConstant(coordinate, value);
-  return SumScaled(coordinate, -value, segment.w);
-}
-
 // f' g - f g' for f and g of the same degree n. The terms of degree 2n - 1 cancel exactly and are
 // left out, so that the result has degree 2n - 2.
 Polynomial Wronskian(const Polynomial& f, const Polynomial& g) {
@@ -26,28 +21,24 @@ Polynomial Wronskian(const Polynomial& f, const Polynomial& g) {
   return result;
 }
 
-Polynomial FootPointPolynomial(const Segment& segment, Vec2 p) {
-  const Polynomial ex = CoordinateEquation(segment, segment.x, p.x);
-  const Polynomial ey = CoordinateEquation(segment, segment.y, p.y);
-  if (!segment.rational)
-    return SumScaled(Product(ex, Derivative(segment.x)), 1.0, Product(ey, Derivative(segment.y)));
-  return SumScaled(Product(ex, Wronskian(segment.x, segment.w)), 1.0,
-                   Product(ey, Wronskian(segment.y, segment.w)));
+Polynomial FootPointPolynomial(const Segment& s) {
+  if (!s.rational)
+    return SumScaled(Product(s.x, Derivative(s.x)), 1.0, Product(s.y, Derivative(s.y)));
+  return SumScaled(Product(s.x, Wronskian(s.x, s.w)), 1.0, Product(s.y, Wronskian(s.y, s.w)));
 }
 
 }  // namespace
 
-RootList FootPoints(const Segment& segment, Vec2 p, double slack) {
-  const RootList roots = FindRoots(Normalised(FootPointPolynomial(segment, p)), 0.0, 1.0);
+RootList FootPoints(const Segment& relative, double slack) {
+  const RootList roots = FindRoots(Normalised(FootPointPolynomial(relative)), 0.0, 1.0);
   RootList inside;
   for (const double r : roots)
     if (OnUnitInterval(r, slack)) inside.Append(std::clamp(r, 0.0, 1.0));
   return inside;
 }
 
-CoordinateRoots RootsOfCoordinates(const Segment& segment, Vec2 p) {
-  return {FindRoots(Normalised(CoordinateEquation(segment, segment.x, p.x)), 0.0, 1.0),
-          FindRoots(Normalised(CoordinateEquation(segment, segment.y, p.y)), 0.0, 1.0)};
+CoordinateRoots RootsOfCoordinates(const Segment& relative) {
+  return {FindRoots(Normalised(relative.x), 0.0, 1.0), FindRoots(Normalised(relative.y), 0.0, 1.0)};
 }
 
 }  // namespace kurvo

@@ -14,7 +14,9 @@ namespace kurvo {
 constexpr int32_t kMaxPlainFootDegree = 20;
 constexpr int32_t kMaxRationalFootDegree = 13;
 
-// x(t) / w(t), y(t) / w(t) when rational, else x(t), y(t).
+// x(t) / w(t), y(t) / w(t) when rational, else x(t), y(t). What is asked about a point p is asked
+// of the segment relative to p: its control points have p subtracted before they are turned into
+// power basis, so that far from the origin no digits are lost.
 struct Segment {
   Polynomial x;
   Polynomial y;
@@ -27,28 +29,29 @@ inline bool OnUnitInterval(double t, double slack) { return t >= -slack && 1.0 +
 
 // Roots in [0, 1] of the foot-point polynomial of p: parameters where the vector to p is normal to
 // the curve. Roots up to `slack` beyond an end count and are moved onto it; none further out does.
-//   plain:    F = (X - px) X' + (Y - py) Y'
-//   rational: F = (X - px W)(X'W - X W') + (Y - py W)(Y'W - Y W'), the same times W^3
-RootList FootPoints(const Segment& segment, Vec2 p, double slack);
+// With X and Y relative to p:
+//   plain:    F = X X' + Y Y'
+//   rational: F = X (X'W - X W') + Y (Y'W - Y W'), the same times W^3
+RootList FootPoints(const Segment& relative, double slack);
 
-// Roots of X - px W and of Y - py W: where the curve has the abscissa resp. ordinate of p.
+// Roots of X and of Y relative to p: where the curve has the abscissa resp. ordinate of p.
 struct CoordinateRoots {
   RootList x;
   RootList y;
 };
-CoordinateRoots RootsOfCoordinates(const Segment& segment, Vec2 p);
+CoordinateRoots RootsOfCoordinates(const Segment& relative);
 
 // The parameter t at which the curve passes through p; false when none is found. First choice are
 // the roots in x that agree with one in y within `tol`; only when there is none, every root in x,
 // then in y, whose point position(t) agrees with p within tol in each coordinate, pz with 0
 // included.
 template <class PositionAt>
-bool FindParameter(const Segment& segment, Vec3 p, double tol, PositionAt&& position, double& t) {
+bool FindParameter(const Segment& relative, Vec3 p, double tol, PositionAt&& position, double& t) {
   const auto on_curve = [&](double r) {
     const Vec2 q = position(r);
     return tol >= std::fabs(p.x - q.x) && tol >= std::fabs(p.y - q.y);
   };
-  const CoordinateRoots roots = RootsOfCoordinates(segment, Planar(p));
+  const CoordinateRoots roots = RootsOfCoordinates(relative);
   for (const double rx : roots.x) {
     if (!OnUnitInterval(rx, tol)) continue;
     // A root of exactly 0 may be one that the finder did not settle: the curve must start at p

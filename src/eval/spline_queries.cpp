@@ -150,7 +150,7 @@ class NearestSearch {
       const Vec2 point = span.Position(s);
       best_.Offer(span.ToDomain(s), point, Length(p_ - point), i);
     };
-    for (const double s : FootPoints(span.ToSegment(), p_, tol_)) offer(s);
+    for (const double s : FootPoints(span.ToSegment(p_), tol_)) offer(s);
     if (span.CornerAtLeft()) offer(0.0);
     if (span.CornerAtRight()) offer(1.0);
   }
@@ -189,7 +189,7 @@ Incidence ParameterOnSpline(const SplineView<kDim>& spline, Vec3 p, double tol, 
     if (!Contains(span.BoundBox(), Planar(p), tol) && span.InsideBox()) return false;
     double s;
     const auto position = [&](double at) { return span.Position(at); };
-    if (!FindParameter(span.ToSegment(), p, tol, position, s)) return false;
+    if (!FindParameter(span.ToSegment(Planar(p)), p, tol, position, s)) return false;
     t = span.ToDomain(s);
     return true;
   });

@@ -16,7 +16,7 @@ Homogeneous Mix(const Homogeneous& a, const Homogeneous& b, double s) {
 }  // namespace
 
 template <std::size_t kDim>
-Segment SplineSpan<kDim>::ToSegment() const {
+Segment SplineSpan<kDim>::ToSegment(Vec2 origin) const {
   const BasisPolynomials basis(KnotsOf(spline_), i_);
   const auto order = static_cast<std::size_t>(spline_.order);
   Segment segment;
@@ -29,8 +29,8 @@ Segment SplineSpan<kDim>::ToSegment() const {
     for (int32_t j = 0; j < spline_.order; ++j) {
       const double weight = segment.rational ? Weight(points_[j]) : 1.0;
       const double n = basis[j][c];
-      sum = {sum[0] + weight * points_[j][0] * n, sum[1] + weight * points_[j][1] * n,
-             sum[2] + weight * n};
+      sum = {sum[0] + weight * (points_[j][0] - origin.x) * n,
+             sum[1] + weight * (points_[j][1] - origin.y) * n, sum[2] + weight * n};
     }
     segment.x[c] = sum[0];
     segment.y[c] = sum[1];

@@ -60,8 +60,8 @@ class SplineSpan {
     return i_ + 1 < spline_.count && IsCorner(Right(), i_ + 1, i_ + spline_.order);
   }
 
-  // The span's polynomials in its own parameter s in [0, 1].
-  Segment ToSegment() const;
+  // The span's polynomials, relative to `origin`, in its own parameter s in [0, 1].
+  Segment ToSegment(Vec2 origin) const;
 
  private:
   // A control point relative to p and multiplied by its weight, and the weight.

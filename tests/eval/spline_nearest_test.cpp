@@ -30,7 +30,7 @@ SplineFoot ExamineAllSpans(const SplineView<kDim>& spline, Vec2 p, double tol) {
   for (int32_t i = spline.order - 1; i < spline.count; ++i) {
     if (!(spline.knots[i] < spline.knots[i + 1])) continue;
     const kurvo::SplineSpan<kDim> span(spline, i, tol);
-    for (const double s : kurvo::FootPoints(span.ToSegment(), p, tol))
+    for (const double s : kurvo::FootPoints(span.ToSegment(p), tol))
       offer(span.ToDomain(s), span.Position(s));
     if (span.CornerAtLeft()) offer(span.ToDomain(0.0), span.Position(0.0));
     if (span.CornerAtRight()) offer(span.ToDomain(1.0), span.Position(1.0));

@@ -21,14 +21,15 @@ Found Parameter(const Curve& cv, const Point& p, double before = -77) {
   return found;
 }
 
-Owned RandomCurve(Random& random, int32_t type, int degree, double size) {
+// Coordinates from -size to size, moved by `far` along both axes.
+Owned RandomCurve(Random& random, int32_t type, int degree, double size, double far = 0) {
   const bool rational = type == CV_RBEZIER || type == CV_RBSPLINE;
   const bool spline = type == CV_BSPLINE || type == CV_RBSPLINE;
   const int count = degree + 1 + (spline ? static_cast<int>(random.Uniform(0, 8)) : 0);
   Numbers points = RandomPoints(random, count, rational), knots;
   const std::size_t stride = rational ? 3 : 2;
   for (std::size_t i = 0; i < points.size(); ++i)
-    if (i % stride < 2) points[i] *= size / kSize;
+    if (i % stride < 2) points[i] = far + points[i] * (size / kSize);
   if (!spline) return MakeFreeForm(type, points);
   for (int i = 0; i <= degree; ++i) knots.push_back(-1);
   for (int i = degree + 1; i < count; ++i) knots.push_back(random.Uniform(-1, 3));
@@ -44,7 +45,8 @@ TEST(Parameter, OwnPointsAreOnTheCurve) {
     for (int degree = 1; degree <= 13; ++degree) {
       for (int round = 0; round < 40; ++round) {
         const double size = std::pow(10., random.Uniform(-2, 2));
-        const Owned cv = RandomCurve(random, type, degree, size);
+        const double far = round % 4 == 0 ? 1e4 * size : 0;
+        const Owned cv = RandomCurve(random, type, degree, size, far);
         for (int i = 0; i < 10; ++i) {
           const double f = i < 2 ? i : random.Uniform(0, 1);
           const Point p = PointAt(*cv, f);
