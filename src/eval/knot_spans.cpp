@@ -57,6 +57,9 @@ int32_t FindSpan(const KnotVector& knots, double t) {
     right = std::partition_point(right, last,
                                  [t](double knot) { return CompareRounded(knot, t) <= 0; });
   }
+  // Before the domain, whose first knot may be repeated in it.
+  if (right != last && !(knots.Start() < *right))
+    right = std::upper_bound(first, last, knots.Start());
   return right == last ? LastSpan(knots) : static_cast<int32_t>(right - 1 - knots.u);
 }
 

@@ -27,9 +27,9 @@ KnotVector KnotsOf(const SplineView<kDim>& spline) {
 // A span is named by the index i of its left knot, order - 1 <= i < count; control points i - order
 // + 1 to i act on it. The index stays in that range whatever the knots hold.
 
-// The span on which parameter t is evaluated: the first whose right end lies after t when both are
-// rounded to six decimals, so that t at an interior knot belongs to the span on its right; the last
-// span when there is none. Binary search.
+// The span on which parameter t is evaluated: the first with a width whose right end lies after t
+// when both are rounded to six decimals, so that t at an interior knot belongs to the span on its
+// right; the last span when there is none. Binary search.
 int32_t FindSpan(const KnotVector& knots, double t);
 
 // The last span of the domain that has a width.

@@ -24,7 +24,10 @@ bool HasSpan(const SplineView<kDim>& spline) {
 bool SpanIsPolynomial(const SplineView<3>&, int32_t, double) { return true; }
 
 bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, double tol) {
-  return WeightsAreOne(spline.points + (i - spline.order + 1), spline.order, tol);
+  const double(*points)[4] = spline.points + (i - spline.order + 1);
+  if (WeightsAreOne(points, spline.order, 0.0)) return true;
+  return WeightsAreOne(points, spline.order, tol) &&
+         WeightsAreOne(spline.points, spline.count, tol);
 }
 
 Vec3 PointOnSpan(const SplineView<3>& spline, int32_t i, double t, double) {

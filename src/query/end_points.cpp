@@ -26,11 +26,13 @@ Vec3 EndOfArc(const KurvoArc& arc, End end, GlobalVar& g) {
 
 template <std::size_t kDim>
 std::optional<Vec3> EndOfSplineRecord(const SplineView<kDim>& spline, End end, GlobalVar& g) {
-  if (spline.order > kMaxSplineOrder) {
+  const bool at_start = end == End::kStart;
+  if (spline.order > kMaxSplineOrder &&
+      (at_start ? EvaluatedStart(spline) : EvaluatedEnd(spline))) {
     Fail(g, KURVO_ERR_CURVE);
     return std::nullopt;
   }
-  return end == End::kStart ? StartOfSpline(spline, g.epsilon) : EndOfSpline(spline, g.epsilon);
+  return at_start ? StartOfSpline(spline, g.epsilon) : EndOfSpline(spline, g.epsilon);
 }
 
 // The end point; nothing, with the error recorded, for a bad record, and nothing for a composite

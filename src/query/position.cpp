@@ -17,11 +17,12 @@ Vec3 PointAt(const auto& view, double t, GlobalVar& g) {
 // The ends of the domain give the end points themselves.
 template <std::size_t kDim>
 Vec3 PointAt(const SplineView<kDim>& spline, double t, GlobalVar& g) {
-  if (spline.order <= kMaxSplineOrder) {
-    const KnotVector knots = KnotsOf(spline);
-    if (CompareRounded(t, knots.Start()) == 0) return StartOfSpline(spline, g.epsilon);
-    if (CompareRounded(t, knots.End()) == 0) return EndOfSpline(spline, g.epsilon);
-  }
+  const KnotVector knots = KnotsOf(spline);
+  const bool evaluable = spline.order <= kMaxSplineOrder;
+  if (CompareRounded(t, knots.Start()) == 0 && (evaluable || !EvaluatedStart(spline)))
+    return StartOfSpline(spline, g.epsilon);
+  if (CompareRounded(t, knots.End()) == 0 && (evaluable || !EvaluatedEnd(spline)))
+    return EndOfSpline(spline, g.epsilon);
   return WithEvaluator(spline, g, [t](const auto& evaluator) { return evaluator.Position(t); });
 }
 

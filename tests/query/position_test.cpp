@@ -109,14 +109,20 @@ TEST(Position, EndsOfTheDomainAreTheEndPoints) {
 // Beyond the domain the polynomial of the end span goes on.
 TEST(Position, SplinesContinueBeyondTheirDomain) {
   const Owned bezier = Make("b 0 0 1 3 4 1 5 2");
-  const Owned spline = Make("B 0 0 1 3 4 1 5 2 | 0 0 0 0 1 1 1 1");
-  for (const double t : {-.5, -.01, 1.02, 2.}) {
-    Globals g;
-    Point p, q;
-    KurvocvPosition(bezier.get(), t, p, &g);
-    KurvocvPosition(spline.get(), t, q, &g);
-    EXPECT_NEAR(p[0], q[0], 1e-13);
-    EXPECT_NEAR(p[1], q[1], 1e-13);
+  for (const char* spline :
+       {"B 0 0 1 3 4 1 5 2 | 0 0 0 0 1 1 1 1", "R 0 0 2 1 3 2 4 1 2 5 2 2 | 0 0 0 0 1 1 1 1",
+        // End knots repeated into the domain: the first and the last control point do not act.
+        "B 9 9 0 0 1 3 4 1 5 2 9 9 | 0 0 0 0 0 1 1 1 1 1",
+        "R 9 9 1 0 0 2 1 3 2 4 1 2 5 2 2 9 9 1 | 0 0 0 0 0 1 1 1 1 1"}) {
+    const Owned cv = Make(spline);
+    for (const double t : {-.5, -.01, 1.02, 2.}) {
+      Globals g;
+      Point p, q;
+      KurvocvPosition(bezier.get(), t, p, &g);
+      KurvocvPosition(cv.get(), t, q, &g);
+      EXPECT_NEAR(p[0], q[0], 1e-13) << spline << " at " << t;
+      EXPECT_NEAR(p[1], q[1], 1e-13) << spline << " at " << t;
+    }
   }
 }
 
@@ -151,6 +157,18 @@ TEST(Position, WeightsOfOneMakeThePlainCurve) {
       const Owned b = MakeFreeForm(spline ? CV_RBSPLINE : CV_RBEZIER, rational, knots);
       for (double f = 0; f <= 1; f += .0625) EXPECT_EQ(PointAt(*a, f), PointAt(*b, f)) << degree;
     }
+  }
+}
+
+// Weights near 1 count as 1 only when all of the curve are.
+TEST(Position, WeightsNearOneCountBesideOthers) {
+  const Owned cv = Make("R 0 0 1.009 90 200 .991 300 50 1.009 100 -90 3 0 0 2 | 0 0 0 1 2 3 3 3");
+  const Reference reference(*cv);
+  Globals g(.01);
+  for (const double t : {.1, .9, 1.5, 2.7}) {
+    Point p;
+    KurvocvPosition(cv.get(), t, p, &g);
+    EXPECT_LE(reference.DistanceAt(t, p), 1e-12) << t;
   }
 }
 
@@ -194,6 +212,9 @@ TEST(Position, CompositesAreWalkedByTheirWidths) {
       {"c 0 1 " + line + next, .5, 11},
       {"c 2 (c 1 1 " + line + next + ")", 1, .5},
       {"c", .5, 0},
+      // The share of the last piece rounds to just above 1.
+      {"c .97280582458089349 1.0364903758709409 " + line + "(c 1 " + next + ")",
+       .97280582458089349 + 1.0364903758709409, 12},
   };
   for (const Row& row : rows) {
     Globals g;
