@@ -1,6 +1,8 @@
 // Weighted control points in homogeneous form and back.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 namespace kurvo {
@@ -12,10 +14,21 @@ inline void ToHomogeneous(double (*points)[4], int32_t count) {
 }
 inline void ToHomogeneous(double (*)[3], int32_t) {}
 
-// The inverse. A point at infinity, of weight 0, stays as it is.
+// A weight below the rounding of all others, relative to the largest.
+constexpr double kTinyWeight = 0x1p-60;
+
+// The inverse. A control point at infinity, of weight 0, gets a weight too small to change the
+// curve, since without one it would be lost; one that is 0 altogether stays as it is.
 inline void ToCartesian(double (*points)[4], int32_t count) {
+  const auto largest_weight = [&] {
+    double largest = 0.0;
+    for (int32_t i = 0; i < count; ++i) largest = std::max(largest, std::fabs(points[i][3]));
+    return largest;
+  };
   for (int32_t i = 0; i < count; ++i) {
-    const double w = points[i][3];
+    double& w = points[i][3];
+    if (w == 0.0 && (points[i][0] != 0.0 || points[i][1] != 0.0))
+      w = kTinyWeight * largest_weight();
     if (w == 0.0) continue;
     for (int c = 0; c < 3; ++c) points[i][c] /= w;
   }

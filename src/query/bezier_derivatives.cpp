@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <type_traits>
 
 #include "eval/bernstein.h"
@@ -94,9 +95,12 @@ auto PointsOf(const BezierView<kDim>& bezier) {
 
 // Homogeneous points as they are seen from the end of the curve that is nearer to t: derivatives do
 // not depend on the origin, and there the products with the weight function cancel least, at the
-// ends not at all.
+// ends not at all. An end of next to no weight is far from the curve: then it is the other one.
 auto PointsFromNearerEnd(const BezierView<4>& bezier, double t) {
-  const Vec2 origin = Planar(bezier.points[t > 0.5 ? bezier.degree : 0]);
+  constexpr double kNoWeight = 1e-15;  // of that of the other end
+  const double* end = bezier.points[t > 0.5 ? bezier.degree : 0];
+  const double* other = bezier.points[t > 0.5 ? 0 : bezier.degree];
+  const Vec2 origin = Planar(kNoWeight * std::fabs(other[3]) >= std::fabs(end[3]) ? other : end);
   return [points = bezier.points, origin](int32_t i) -> Homogeneous {
     const double w = points[i][3];
     const Vec2 from_origin = Planar(points[i]) - origin;

@@ -24,12 +24,12 @@ double SettledLength(Pieces& pieces, std::size_t max_mixes, const At& at) {
   pieces.Start(at);
   double length = pieces.PolygonLength();
   for (int pass = 0; pass < kMaxPasses; ++pass) {
-    // What is not a number stays so.
-    if (std::isnan(length) || pieces.MixesToHalve() > max_mixes) break;
+    if (pieces.MixesToHalve() > max_mixes) break;
     const double before = length;
     pieces.Halve();
     length = pieces.PolygonLength();
-    if (kSettled >= std::fabs(length - before)) break;
+    // A point of weight 0 is no number in the first polygon; what is none then stays so.
+    if (kSettled >= std::fabs(length - before) || (std::isnan(length) && std::isnan(before))) break;
   }
   return length;
 }

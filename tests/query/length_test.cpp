@@ -45,6 +45,7 @@ TEST(CurveLen, Table) {
       {"straight Bezier, beyond its end", "b 0 0 3 4 6 8 9 12", .5, 2, 22.5},
       {"straight Bezier, the whole to six decimals", "b 0 0 3 4 6 8 9 12", 4e-7, 1 - 4e-7, 15},
       {"straight rational Bezier", "r 0 0 2 3 4 5 6 8 2", 0, 1, 10},
+      {"control point of weight 0", "r 0 0 1 5 7 0 2 0 1", 0, 1, 2},
       {"rational Bezier, half by symmetry", "r 0 0 2 3 4 5 6 8 2", .5, 1, 5},
       {"B-spline over its own domain", "B 0 0 3 4 | 20 20 50 50", 20, 50, 5},
       {"B-spline, part", "B 0 0 3 4 | 20 20 50 50", 44, 32, -2},
