@@ -9,7 +9,7 @@ namespace kurvo {
 namespace {
 
 constexpr double kLeafWidth = 0x1p-26;  // of a parameter: shorter parts are not divided
-constexpr double kTieWidth = 0x1p-7;    // the same for the first one where only a tie is sought
+constexpr double kTieWidth = 0x1p-7;    // the same where only a tie is sought
 constexpr int kMaxHalvings = 56;        // of both parts together
 constexpr int kSteps = 48;              // of the descent
 constexpr int kShorter = 12;            // halvings of one of its steps
@@ -89,19 +89,20 @@ void PieceDistance::Search(const DistancePiece& a, const DistancePiece& b) {
   SearchParts(part_a, part_b, LowerBound(part_a, part_b), {-1.0, -1.0}, 0);
 }
 
-bool PieceDistance::Promising(const PiecePart& a, double bound) const {
+bool PieceDistance::Promising(const PiecePart& a, const PiecePart& b, double bound) const {
   if (nearest_.CanImprove(bound)) return true;
   const double first = a_->width < 0.0 ? a.t1 : a.t0;
-  return a.width() > kTieWidth && nearest_.CanTie(bound, a_->ToCurve(a_->FromBezier(first)));
+  return std::max(a.width(), b.width()) > kTieWidth &&
+         nearest_.CanTie(bound, a_->ToCurve(a_->FromBezier(first)));
 }
 
 // `known` is where a descent from around here has ended.
 void PieceDistance::SearchParts(const PiecePart& a, const PiecePart& b, double bound, Pair known,
                                 int halvings) {
-  if (budget_.exhausted() || !Promising(a, bound)) return;
+  if (budget_.exhausted() || !Promising(a, b, bound)) return;
   if (!Holds(a, known.s) || !Holds(b, known.t)) {
     known = Descend({a.middle(), b.middle()});
-    if (!Promising(a, bound)) return;
+    if (!Promising(a, b, bound)) return;
   }
   const bool leaf_a = IsLeaf(a), leaf_b = IsLeaf(b);
   if ((leaf_a && leaf_b) || halvings >= kMaxHalvings) return;
@@ -134,14 +135,16 @@ void PieceDistance::SearchHalves(const PiecePart& whole, bool of_a, const PieceP
 
 // Newton's method for the minimum of |B(t) - A(s)|^2 / 2 on the unit square, from `from`: where the
 // function is not convex the Gauss-Newton step, which goes down; halved until it does. A parameter
-// at an end stays there while the function falls outwards. Offers where it ends.
+// at an end stays there while the function falls outwards. Offers where it ends; returns that, or
+// no pair when the steps ran out before.
 PieceDistance::Pair PieceDistance::Descend(Pair at) {
   const BezierPiece &a = a_->bezier, &b = b_->bezier;
   const int64_t cost = 2 * (static_cast<int64_t>(a.degree) * (a.degree + 1) +
                             static_cast<int64_t>(b.degree) * (b.degree + 1));
   Vec2 gap = PointAt(b, at.t) - PointAt(a, at.s);
   double square = Dot(gap, gap);
-  for (int step = 0; step < kSteps; ++step) {
+  bool arrived = false;
+  for (int step = 0; step < kSteps && !arrived; ++step) {
     budget_.Spend(cost);
     const Jet jet_a = JetAt(a, at.s), jet_b = JetAt(b, at.t);
     gap = jet_b.p - jet_a.p;
@@ -149,7 +152,10 @@ PieceDistance::Pair PieceDistance::Descend(Pair at) {
     const double slope_s = -Dot(gap, jet_a.d1), slope_t = Dot(gap, jet_b.d1);
     const bool fixed_s = (at.s <= 0.0 && slope_s >= 0.0) || (at.s >= 1.0 && 0.0 >= slope_s);
     const bool fixed_t = (at.t <= 0.0 && slope_t >= 0.0) || (at.t >= 1.0 && 0.0 >= slope_t);
-    if ((fixed_s && fixed_t) || nearest_.rounding() >= std::sqrt(square)) break;
+    if ((fixed_s && fixed_t) || nearest_.rounding() >= std::sqrt(square)) {
+      arrived = true;
+      break;
+    }
     const double speed_s = Dot(jet_a.d1, jet_a.d1), speed_t = Dot(jet_b.d1, jet_b.d1);
     double ss = speed_s - Dot(gap, jet_a.d2), tt = speed_t + Dot(gap, jet_b.d2);
     const double st = -Dot(jet_a.d1, jet_b.d1);
@@ -175,12 +181,12 @@ PieceDistance::Pair PieceDistance::Descend(Pair at) {
       budget_.Spend(cost / 2);
     }
     if (lower) at = next;
-    if (!lower || last) break;
+    arrived = !lower || last;
   }
   gap = PointAt(b, at.t) - PointAt(a, at.s);
   nearest_.Offer(
       {a_->ToCurve(a_->FromBezier(at.s)), b_->ToCurve(b_->FromBezier(at.t)), Length(gap)});
-  return at;
+  return arrived ? at : Pair{-1.0, -1.0};
 }
 
 }  // namespace kurvo

@@ -49,7 +49,7 @@ class PieceDistance {
   };
 
   void SearchParts(const PiecePart& a, const PiecePart& b, double bound, Pair known, int halvings);
-  bool Promising(const PiecePart& a, double bound) const;
+  bool Promising(const PiecePart& a, const PiecePart& b, double bound) const;
   void SearchHalves(const PiecePart& whole, bool of_a, const PiecePart& other, Pair known,
                     int halvings);
   Pair Descend(Pair from);

@@ -43,7 +43,7 @@ class EndTest {
   bool Keeps(double t) const {
     if (t >= domain_.start - kEndSlack && domain_.end + kEndSlack >= t) return true;
     const Vec2 nearest_end = t < domain_.start ? start_ : end_;
-    return g_.epsilon >= Length(PointBeyond(curve_, t, domain_.end, g_) - nearest_end);
+    return Within(OnPlane(PointBeyond(curve_, t, domain_.end, g_) - nearest_end), g_.epsilon);
   }
 
  private:

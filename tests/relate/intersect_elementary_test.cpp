@@ -201,6 +201,15 @@ TEST_F(NearlyTangent, CirclesFarOut) {
   }
 }
 
+TEST(IntersectElementary, EndsReachAsFarAsEpsilonInXAndInY) {
+  for (const double beyond : {9e-7, 1.1e-6}) {
+    const double reach = .1 + beyond;
+    const Owned a = Make("l 0 0 .1 .1"), b = Make(Text("l 0", {2 * reach, 2 * reach, 0}));
+    Globals g;
+    EXPECT_EQ(Intersect(*a, *b, 3, g).result, beyond < 1e-6 ? KURVO_FOUND : KURVO_NOTHING);
+  }
+}
+
 // Epsilon counts as an angle for lines: below it they run together. Clockwise that holds only down
 // to 0.0001 radians, where the angle counts as nearly a full turn.
 TEST(IntersectElementary, LinesAtSmallAnglesWithAWideEpsilon) {
