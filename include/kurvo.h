@@ -17,10 +17,10 @@
  *
  * Ownership
  *   The caller owns every header (`GlobalVar`, `Curve`) and every output array. Data blocks come
- * from the process heap (malloc) and belong to the one header that points at them; KurvocvFreeCurve
- * gives them back. Copies are deep and never share a block. A function that makes a curve
- * overwrites the header it is given without freeing what that header held: free first what is to be
- * dropped. Input records are never written to.
+ *   from the process heap (malloc) and belong to the one header that points at them;
+ *   KurvocvFreeCurve gives them back. Copies are deep and never share a block. A function that
+ *   makes a curve overwrites the header it is given without freeing what that header held: free
+ *   first what is to be dropped. Input records are never written to.
  *
  * Errors: a sticky code
  *   A function that fails writes one code into g->error and returns normally with a neutral result.
@@ -47,7 +47,7 @@
  *
  * Units and parameters
  *   Lengths are in the caller's unit, angles in radians. Geometry is planar: z is carried, written
- * as 0 by constructions, and normals lie along z. Lines, arcs and Bezier kinds run over [0, 1],
+ *   as 0 by constructions, and normals lie along z. Lines, arcs and Bezier kinds run over [0, 1],
  *   B-spline kinds over [knots[order - 1], knots[count]], composites over [0, sum of widths].
  *   Parameters, knots and weights count as equal when they round to the same multiple of 1e-6.
  *
@@ -377,11 +377,11 @@ KURVO_API void KurvocvInitCurve(Curve *cv) KURVO_NOEXCEPT;
  *   CV_BEZIER, CV_RBEZIER      degree >= 0
  *   CV_BSPLINE, CV_RBSPLINE    order >= 1, number of control points >= 0
  *   CV_SEGCV                   number of pieces >= 0; the piece headers are emptied
- * Points, knots, weights and widths are uninitialised: fill them before use.
+ * Points, knots, weights and widths have no values yet: fill them before use.
  * Result: the data block (KurvoLine ... KurvoSegcv); null for a null header, an unknown type or an
  * impossible size (then `cv` is untouched) and when memory fails (then `cv` is empty).
  * Writes no error: there is no record to write it to. The caller frees with KurvocvFreeCurve.
- * Cost: one allocation; linear in the number of pieces for composites. */
+ * Cost: one allocation; the pieces of a composite cost what the system takes for empty memory. */
 KURVO_API void *KurvocvMallocCurve(Curve *cv, int32_t type, ...) KURVO_NOEXCEPT;
 
 /* Frees the block of `cv` (in/out; null allowed) and, for a composite, those of all its pieces,
@@ -393,9 +393,10 @@ KURVO_API void KurvocvFreeCurve(Curve *cv) KURVO_NOEXCEPT;
  * held, also when the call is refused; the attribute words of the copy are 0. Result: the new data
  * block; null when either header is null, when `src` has no data (`dst` is then typed but empty)
  * and on failure. The caller frees `dst` with KurvocvFreeCurve. Errors: KURVO_ERR_CURVE for an
- * unknown type or impossible sizes (`dst` keeps the type, without data; in a composite the pieces
- * after such a piece stay empty, and the rest of the copy stands); KURVO_ERR_MEMORY (`dst` is
- * empty). Error pending: returns null at once. Cost: linear in the size of the curve. */
+ * unknown type or impossible sizes (`dst` keeps the type, without data); for such a piece of a
+ * composite too, but then the block is returned: the piece has its type and no data, those after it
+ * are empty, the rest is copied. KURVO_ERR_MEMORY (`dst` is empty). Error pending: returns null at
+ * once. Cost: linear in the size of the curve. */
 KURVO_API void *KurvocvCopyCurve(const Curve *src, Curve *dst, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
@@ -447,8 +448,9 @@ KURVO_API void KurvocvCvseqInsert(const Curve *cv, Cvseq *seq, int32_t index,
                                   GlobalVar *g) KURVO_NOEXCEPT;
 
 /* box (out): the box around the boxes of all curves of `seq` (in), as KurvocvBoundBox gives them; a
- * composite of one piece counts as that piece. z is that of the first curve. All zeros for an empty
- * sequence, when any curve has no data, and on failure. Errors: KURVO_ERR_CURVE for an unknown type
+ * composite of one piece counts as that piece, one without pieces is left out. z is that of the
+ * first curve that has a box. All zeros for an empty sequence, when any curve has no data, and on
+ * failure. Errors: KURVO_ERR_CURVE for an unknown type
  * (0 without data is an empty curve) and for a record that cannot be right. Error pending: returns
  * at once, box untouched. No allocation. Cost: linear in the control points. */
 KURVO_API void KurvocvCvseqBoundBox(const Cvseq *seq, Box box, GlobalVar *g) KURVO_NOEXCEPT;
@@ -616,7 +618,8 @@ KURVO_API int KurvoclIsLine(const Coord p0, const Coord p1, const Coord p2,
  * side: 0 puts the centre to the left of the direction from p1 to p2, anything else to the right.
  * Result: 1; 0 on failure, with `centre` untouched.
  * Errors: KURVO_ERR_SAME_POINTS; KURVO_ERR_RADIUS_TOO_SMALL when the points are further apart than
- * 2 r + epsilon, and for NaN. */
+ * 2 r + epsilon, and for NaN; KURVO_WARN_SHORT_VECTOR, with the point between them for the centre,
+ * when half their distance is within epsilon of 0 in x and in y. */
 KURVO_API int KurvofcRPPcirc(double r, const Coord p1, const Coord p2, Coord centre, int side,
                              GlobalVar *g) KURVO_NOEXCEPT;
 
@@ -636,13 +639,15 @@ KURVO_API double KurvoclDistBoxBox(const Box a, const Box b) KURVO_NOEXCEPT;
  * End points and shape
  *
  * All but KurvocvIsLine run whatever error is pending. Error of all six: KURVO_ERR_CURVE for an
- * unknown type or a record that cannot be right. No allocation.
+ * unknown type or a record that cannot be right. No allocation, but for the ends of B-splines of
+ * order above 64 that are not clamped.
  * ------------------------------------------------------------------------------------------- */
 
 /* out = the start point of the curve; untouched on failure and for a composite without pieces.
  * A stored arc end off its circle by more than epsilon is moved onto it radially (z = 0). An
- * unclamped B-spline is evaluated at the start of its domain. Cost: constant; O(order^2) for a
- * B-spline. */
+ * unclamped B-spline is evaluated at the start of its domain; that needs an order of at most 4096
+ * (KURVO_ERR_CURVE), and above 64 memory (KURVO_ERR_MEMORY). Cost: constant; O(order^2) for an
+ * unclamped B-spline. */
 KURVO_API void KurvocvStartPoint(const Curve *cv, Coord out, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* out = the end point of the curve, by the same rules. */
@@ -679,9 +684,10 @@ KURVO_API void KurvocvBoundBox(const Curve *cv, Box box, GlobalVar *g) KURVO_NOE
  * their end polynomial and arcs along their circle; a composite gives (0, 0, 0) beyond its end. A
  * boundary between two pieces belongs to the earlier one, an interior knot to the span on its
  * right. B-splines within 1e-6 of an end of the domain give that end point. Errors: KURVO_ERR_CURVE
- * for an unknown type or a record that cannot be right; KURVO_ERR_MEMORY for B-splines of order
- * above 64, which need a work area. Error pending: out = (0, 0, 0). No allocation otherwise. Cost:
- * O(degree^2), for a B-spline O(log count + order^2), linear in the pieces of a composite. */
+ * for an unknown type, a record that cannot be right and an order above 4096; KURVO_ERR_MEMORY for
+ * B-splines of order above 64, which need a work area. Error pending: out = (0, 0, 0). No
+ * allocation otherwise. Cost: O(degree^2), for a B-spline O(log count + order^2), linear in the
+ * pieces of a composite. */
 KURVO_API void KurvocvPosition(const Curve *curve, double t, Coord out,
                                GlobalVar *g) KURVO_NOEXCEPT;
 
@@ -692,9 +698,9 @@ KURVO_API void KurvocvPosition(const Curve *curve, double t, Coord out,
  * t is that of a foot point or of the nearer end. Errors: KURVO_ERR_CURVE for an unknown type, a
  * record that cannot be right and a degree above 20 (13 when rational); KURVO_WARN_SHORT_VECTOR for
  * a line without length (t = 0, KURVO_ON_CURVE). On an error the result is KURVO_ON_CURVE, with t
- * unwritten. Error pending: KURVO_ON_CURVE at once, t unwritten. No allocation. Cost: that of
- * finding the roots of polynomials of at most 40 coefficients, for each span of a B-spline whose
- * box holds the point. */
+ * unwritten, or the start of the refused piece of a composite. Error pending: KURVO_ON_CURVE at
+ * once, t unwritten. No allocation. Cost: that of finding the roots of polynomials of at most 40
+ * coefficients, for each span of a B-spline whose box holds the point. */
 KURVO_API int KurvocvParameter(const Curve *curve, const Coord point, double *t,
                                GlobalVar *g) KURVO_NOEXCEPT;
 
@@ -776,8 +782,9 @@ KURVO_API void KurvocvCurvature(const Curve *curve, double t, Coord out,
  * and each part is measured so.
  * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, also as a piece, a
  * degree above 1023 and a parameter that is not finite; KURVO_ERR_MEMORY, also for a knot that is
- * not a number. Error pending: 0 at once. Nothing is allocated up to degree 4, except for a
- * rational B-spline whose weights are all 1. */
+ * not a number (of a B-spline within a composite the spans beside it are left out). Error pending:
+ * 0 at once. Nothing is allocated up to degree 4, except for a rational B-spline whose weights are
+ * all 1. */
 KURVO_API void KurvocvCurveLen(const Curve *curve, double t0, double t1, double *length,
                                GlobalVar *g) KURVO_NOEXCEPT;
 
@@ -973,7 +980,7 @@ KURVO_API void KurvocvMvEndPoint(Curve *curve, const Coord delta, GlobalVar *g) 
 
 /* Makes a B-spline of the given order that passes through points.
  * points (in): `count` triples x, y, z; z is not used. count (in): at least 2. order (in): 2 to
- * count, at most 4096. result (out): a CV_BSPLINE with a control point for each point, z = 0;
+ * count, at most 40. result (out): a CV_BSPLINE with a control point for each point, z = 0;
  * emptied first, without freeing what it held, and empty on failure. The caller frees it with
  * KurvocvFreeCurve.
  * The curve starts at the first point, ends at the last one and is at point i at the parameter that
@@ -986,7 +993,7 @@ KURVO_API void KurvocvMvEndPoint(Curve *curve, const Coord delta, GlobalVar *g) 
  * curve in doubles passes through the points, and they are refused. Points nearer than 1e-6 in
  * parameter are passed all the same, but are one to KurvocvPosition.
  * Errors: KURVO_ERR_FIT_MISSING for null points or result and count < 2; KURVO_ERR_FIT_POINTS for
- * order < 2, order > count, order > 4096, a coordinate (z too) that is not finite, two consecutive
+ * order < 2, order > count, order > 40, a coordinate (z too) that is not finite, two consecutive
  * points that are the same within epsilon in x and y, and points that no curve can pass;
  * KURVO_ERR_MEMORY. Error pending: `result` is empty.
  * Cost: O(count order^2), O(count order) memory; 100000 points of order 4 take a few milliseconds.

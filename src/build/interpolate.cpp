@@ -6,7 +6,7 @@
 
 #include "build/interpolate_parameters.h"
 #include "build/interpolate_solve.h"
-#include "eval/spline_point.h"
+#include "eval/polynomial.h"
 #include "foundation/guard.h"
 #include "records/owned_curve.h"
 
@@ -21,6 +21,9 @@ constexpr double kMaxGrowth = 1e8;
 constexpr double kLargestUnscaled = 0x1p500;
 constexpr double kSmallestUnscaled = 0x1p-500;
 constexpr int kMaxExponent = 1000;  // of the scale
+
+// What the polynomials of an evaluator hold: every query answers on the result.
+constexpr int32_t kMaxFitOrder = Polynomial::kCapacity;
 
 constexpr double kMax = std::numeric_limits<double>::max();
 
@@ -109,7 +112,7 @@ extern "C" void KurvocvGenBspl(const double* points, int32_t count, int32_t orde
   if (result) *result = Curve{};
   if (kurvo::ErrorPending(*g)) return;
   if (!points || !result || count < 2) return kurvo::Fail(*g, KURVO_ERR_FIT_MISSING);
-  if (order < 2 || order > count || order > kurvo::kMaxSplineOrder ||
+  if (order < 2 || order > count || order > kurvo::kMaxFitOrder ||
       !kurvo::CanPass(points, count, g->epsilon))
     return kurvo::Fail(*g, KURVO_ERR_FIT_POINTS);
   const auto fit = [&] { return kurvo::Interpolated(points, count, order, *g); };

@@ -70,13 +70,20 @@ bool AddOffset(const CompositeView& composite, const OffsetArguments& a, OwnedSe
         VisitCurve(segment, Overloaded{[](const auto&) { return false; },
                                        [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
                                          return AddOffset(bezier, a, pieces, g);
+                                       },
+                                       [&](Refused) {
+                                         Fail(g, KURVO_ERR_CURVE);
+                                         return false;
                                        }});
     if (!added) return false;
   }
   return true;
 }
 
-bool AddOffset(Refused, const OffsetArguments&, OwnedSequence&, GlobalVar&) { return false; }
+bool AddOffset(Refused, const OffsetArguments&, OwnedSequence&, GlobalVar& g) {
+  Fail(g, KURVO_ERR_CURVE);
+  return false;
+}
 
 // Finite input can give points beyond the largest numbers.
 bool AllFinite(const OwnedSequence& pieces) {
@@ -89,7 +96,8 @@ bool AllFinite(const OwnedSequence& pieces) {
 
 // Empty for what is refused.
 Cvseq Offset(const Curve& curve, const OffsetArguments& a, GlobalVar& g) {
-  if (!WellFormed(curve)) {
+  // The pieces of a composite are looked at one by one.
+  if (curve.type != CV_SEGCV && !WellFormed(curve)) {
     Fail(g, KURVO_ERR_CURVE);
     return {};
   }

@@ -8,6 +8,7 @@ namespace {
 
 constexpr double kFullCircleSlack = 0.0001;  // radians by which a sweep may miss a full turn
 constexpr double kParallelTangents = 1e-12;  // their determinant, in units of the radius squared
+constexpr double kSameLength = 1e-9;         // relative: rounding of ends on one circle
 
 // The sweep as it is counted counter-clockwise, whichever way the arc runs.
 bool IsFullCircle(Vec2 to_start, Vec2 to_end) {
@@ -22,10 +23,11 @@ struct MiddlePoint {
   double weight;
 };
 
-// Of two formulas each is used where it does not cancel: m = s + e along the bisector for unit
-// vectors s and e to the ends, and Cramer's rule on v . s = |S|, v . e = |E|. Weight and distance
-// divide and multiply by the same determinant, so that its rounding near a half circle moves the
-// point along the bisector but not the curve.
+// The solution v of v . s = |S|, v . e = |E| for unit vectors s and e to the ends. Of two formulas
+// each is used where it does not cancel: along m = s + e and across it, s - e, with the sum and the
+// difference of the lengths; and Cramer's rule. Weight and distance divide and multiply by the same
+// determinant, so that its rounding near a half circle moves the point along the bisector but not
+// the curve.
 MiddlePoint MiddleOf(Vec2 to_start, Vec2 to_end) {
   const double start_length = Length(to_start);
   const double end_length = Length(to_end);
@@ -33,7 +35,12 @@ MiddlePoint MiddleOf(Vec2 to_start, Vec2 to_end) {
   const Vec2 e = (1.0 / end_length) * to_end;
   if (Dot(s, e) > 0.0) {
     const Vec2 m = s + e;
-    return {((start_length + end_length) / Dot(m, m)) * m, 0.5 * Length(m)};
+    const Vec2 across = s - e;
+    const Vec2 v = ((start_length + end_length) / Dot(m, m)) * m;
+    // On a short arc the rounding of equal lengths would carry v aside.
+    if (kSameLength * start_length >= std::fabs(start_length - end_length))
+      return {v, 0.5 * Length(m)};
+    return {v + ((start_length - end_length) / Dot(across, across)) * across, 0.5 * Length(m)};
   }
   const double det = Cross(s, e);
   const Vec2 v = {start_length * e.y - end_length * s.y, end_length * s.x - start_length * e.x};

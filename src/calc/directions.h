@@ -14,15 +14,15 @@ constexpr double kTwoPi = 6.283185307179586;
 // Polar angle in (-pi, pi]; 0 for the zero vector.
 inline double AngleOf(Vec2 v) { return std::atan2(v.y, v.x); }
 
-// v / |v|. A vector whose components are all within epsilon of 0 is too short to have a direction:
-// it gives the zero vector and leaves a warning. The test looks at components and not at the
-// length, so that a vector is short exactly when its two ends are the same point.
+// v / |v|; the zero vector for one whose components are all within `tol` of 0, which is too short
+// to have a direction. The test looks at components and not at the length, so that a vector is
+// short exactly when its two ends are the same point.
+inline Vec3 UnitOrZero(Vec3 v, double tol) { return Within(v, tol) ? Vec3{} : v / Length(v); }
+
+// The same within epsilon, with a warning for a vector that is too short.
 inline Vec3 UnitVector(Vec3 v, GlobalVar& g) {
-  if (Within(v, g.epsilon)) {
-    Fail(g, KURVO_WARN_SHORT_VECTOR);
-    return {};
-  }
-  return v / Length(v);
+  if (Within(v, g.epsilon)) Fail(g, KURVO_WARN_SHORT_VECTOR);
+  return UnitOrZero(v, g.epsilon);
 }
 
 // A difference of two polar angles, brought by one turn into [-slack, 2 pi - slack].

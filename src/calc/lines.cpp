@@ -48,10 +48,10 @@ bool OnSegment(Vec3 p, const SegmentFoot& foot, double tol) {
 
 }  // namespace
 
-bool OnOneRay(Vec3 p0, Vec3 p1, Vec3 p2, GlobalVar& g) {
+bool OnOneRay(Vec3 p0, Vec3 p1, Vec3 p2, const GlobalVar& g) {
   if (SamePoint(p0, p1, g.epsilon) || SamePoint(p1, p2, g.epsilon) || SamePoint(p0, p2, g.epsilon))
     return true;
-  const Vec2 unit = Planar(UnitVector(OnPlane(Planar(p2) - Planar(p0)), g));
+  const Vec2 unit = Planar(UnitOrZero(OnPlane(Planar(p2) - Planar(p0)), g.epsilon));
   const Vec2 to_p1 = Planar(p1) - Planar(p0);
   // Fixed behaviour: a distance of exactly epsilon is off the ray, unlike in every other test here.
   // Do not unify.

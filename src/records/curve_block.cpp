@@ -47,13 +47,13 @@ void LaySpline(void* memory, const BlockSizes& sizes) {
       ArrayAt<double>(memory, kBlockHeader + sizeof(Point) * static_cast<std::size_t>(sizes.count));
 }
 
+// `memory` is zero, and so the headers of the pieces are empty.
 void LayComposite(void* memory, const BlockSizes& sizes) {
   const auto count = static_cast<std::size_t>(sizes.count);
   auto* block = new (memory) KurvoSegcv;
   block->count = sizes.count;
   block->curves = ArrayAt<Curve>(memory, kBlockHeader);
   block->widths = ArrayAt<double>(memory, kBlockHeader + sizeof(Curve) * count);
-  for (std::size_t i = 0; i < count; ++i) block->curves[i] = Curve{};
 }
 
 void LayOut(int32_t type, void* memory, const BlockSizes& sizes) {
@@ -98,7 +98,8 @@ std::optional<std::size_t> BlockBytes(int32_t type, const BlockSizes& sizes) {
 
 bool AllocateBlock(Curve& cv, int32_t type, const BlockSizes& sizes, std::size_t bytes) noexcept {
   cv = Curve{};
-  void* block = std::malloc(bytes);
+  // Memory that the system hands out is zero already: calloc does not touch it.
+  void* block = type == CV_SEGCV ? std::calloc(1, bytes) : std::malloc(bytes);
   if (!block) return false;
   cv.type = type;
   cv.data = block;

@@ -200,6 +200,21 @@ TEST(Convert, ArcToRationalQuadratic) {
   }
 }
 
+// Stored ends off the circle: the middle point is where their tangents cross.
+TEST(Convert, TakesTheTangentsOfEndsOffTheCircle) {
+  for (const double sweep : {.01, 1.0, 2.0}) {
+    const Owned arc = Arc(0, 0, 1, 0, sweep);
+    arc.block<KurvoArc>().start[0] = 1.1;
+    Owned target(CV_RBEZIER);
+    Globals g;
+    ASSERT_EQ(KurvocvConvert(arc.get(), target.get(), &g), KURVO_CONVERTED);
+    const double* middle = FreeForm(*target).points + 4;
+    EXPECT_NEAR(middle[0], 1.1, 1e-14 / sweep) << sweep;
+    EXPECT_NEAR(middle[1], (1 - 1.1 * std::cos(sweep)) / std::sin(sweep), 1e-14 / sweep) << sweep;
+    EXPECT_NEAR(middle[3], std::cos(sweep / 2), 1e-15) << sweep;
+  }
+}
+
 TEST(Convert, RefusesHalfAndFullCircles) {
   for (const double sweep : {kPi, -kPi, kPi - 5e-13, 2 * kPi, 2 * kPi - 5e-5, -5e-5}) {
     for (const double from : {0.0, 1.0, -2.5}) {

@@ -78,6 +78,44 @@ const Row kRows[] = {
        f.out.get()->type = CV_BEZIER;
        return KurvocvConvert(f.line.get(), f.out.get(), &f.g) == KURVO_CONVERTED;
      }},
+    {"KurvocvDivide", true,
+     [](Fixture& f) {
+       Owned after;
+       KurvocvDivide(f.line.get(), .5, f.out.get(), after.get(), &f.g);
+       return f.out->data && after->data;
+     }},
+    {"KurvocvNDivide", true,
+     [](Fixture& f) {
+       const CvParam none{};
+       KurvocvNDivide(f.line.get(), &none, &f.copy, &f.g);
+       return f.copy.count == 1;
+     }},
+    {"KurvocvExtendCurve", true,
+     [](Fixture& f) {
+       KurvocvExtendCurve(f.line.get(), .5, .5, f.out.get(), &f.g);
+       return f.out->data != nullptr;
+     }},
+    {"KurvocvBsplRemoveKnots", true,
+     [](Fixture& f) {
+       const Owned spline = Make("B 0 0 1 1 2 2 | 0 0 1 2 2");
+       KurvocvBsplRemoveKnots(spline.get(), f.out.get(), &f.g);
+       return f.out->data != nullptr;
+     }},
+    {"KurvocvCvseqToSegcv", true,
+     [](Fixture& f) {
+       const Owned back = Make("l 4 0 0 0");
+       Curve curves[] = {*f.line, *back};
+       const Cvseq there_and_back{2, curves};
+       KurvocvCvseqToSegcv(&there_and_back, f.out.get(), &f.g);
+       return f.out->data != nullptr;
+     }},
+    {"KurvocvCvseqNormal", true,
+     [](Fixture& f) {
+       Curve bent = *f.bezier;
+       const Cvseq chain{1, &bent};
+       KurvocvCvseqNormal(&chain, f.p, f.box, &f.g);
+       return f.box[2] == -1;
+     }},
     {"KurvocvOffsetCurve", true,
      [](Fixture& f) {
        KurvocvOffsetCurve(f.line.get(), Point{0, 0, 1}, 1, 0, &f.copy, &f.g);
