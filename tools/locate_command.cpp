@@ -29,7 +29,8 @@ struct LocateOptions {
 std::vector<Point> GridPoints(const Bounds& box, int count) {
   std::vector<Point> points;
   if (box.IsEmpty() || count < 1) return points;
-  const double step = std::max(box.Width(), box.Height()) / std::max(1, count - 1);
+  if (count == 1) return {0.5 * (box.Min() + box.Max())};
+  const double step = std::max(box.Width(), box.Height()) / (count - 1);
   const auto along = [step](double length) {
     return step > 0 ? static_cast<int>(std::floor(length / step + 1e-9)) + 1 : 1;
   };
@@ -108,13 +109,10 @@ Command AddLocateCommand(CLI::App& app) {
   locate
       ->add_option("--grid", options->grid,
                    "Look at a square grid of points over the drawing, this many along its longer "
-                   "side")
+                   "side; one is the middle")
       ->check(CLI::Range(1, kMostGridPoints))
       ->type_name("COUNT");
-  locate
-      ->add_option("-o,--output", options->output,
-                   "Draw the curves and the points to this SVG file")
-      ->type_name("FILE");
+  AddOutputOption(*locate, options->output, "Draw the curves and the points to this SVG file");
   locate
       ->add_option("--size", options->size,
                    "Longer side of the picture in pixels, 1000 unless given")

@@ -125,18 +125,39 @@ TEST(Client, HelpAndVersionSayWhatTheyShould) {
 }
 
 TEST(Client, WrongOptionsAreStatusOne) {
-  const std::vector<std::vector<std::string>> rows = {
-      {},
-      {"draw"},
-      {"paint", "x.svg"},
-      {"draw", "--colour", "x.svg"},
-      {"draw", "x.svg", "--size", "nan"},
-      {"draw", "x.svg", "--stroke-width", "-1"},
+  const std::string sample = KURVO_SAMPLES "/letters.svg";
+  const struct {
+    std::vector<std::string> arguments;
+    const char* problem;
+  } rows[] = {
+      {{}, "A subcommand is required"},
+      {{"draw"}, "input is required"},
+      {{"paint", "x.svg"}, "There is no subcommand paint"},
+      {{"--colour"}, "The following argument was not expected: --colour"},
+      {{"draw", "--colour"}, "The following argument was not expected: --colour"},
+      {{"draw", "--colour", "x.svg"}, "The following argument was not expected: --colour"},
+      {{"draw", "x.svg", "b\nc", "d"}, "The following argument was not expected: b?c"},
+      {{"draw", "x.svg", "--size", "nan"}, "--size: not a number from 16 to 32768"},
+      {{"draw", "x.svg", "--size", "100\nx"}, "Could not convert: --size = 100?x"},
+      {{"draw", "x.svg", "--stroke-width", "-1"},
+       "--stroke-width: not a number from 1e-06 to 1e+06"},
+      {{"draw", sample, "-o", ""}, "--output: the name of the file is empty"},
+      {{"split", sample, "--parts", "2", "-o", ""}, "--output: the name of the file is empty"},
   };
   for (const auto& row : rows) {
-    const ProcessResult result = Client(row);
-    EXPECT_EQ(result.exit_code, 1) << testing::PrintToString(row);
-    EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
+    const ProcessResult result = Client(row.arguments);
+    EXPECT_EQ(result.exit_code, 1) << row.problem;
+    EXPECT_EQ(result.output, "") << row.problem;
+    EXPECT_EQ(result.errors, std::string("kurvo: ") + row.problem + " (try --help)\n");
+  }
+}
+
+TEST(Client, OutputThatCannotBePrintedIsStatusOne) {
+  for (const std::string arguments : {"--version", "--help", "draw --help", "draw \"$1\""}) {
+    const ProcessResult result = RunProcess({"sh", "-c", "\"$0\" " + arguments + " >/dev/full",
+                                             KURVO_TOOL, KURVO_SAMPLES "/letters.svg"});
+    EXPECT_EQ(result.exit_code, 1) << arguments;
+    EXPECT_EQ(result.errors, "kurvo: standard output cannot be written\n") << arguments;
   }
 }
 

@@ -57,6 +57,10 @@ TEST_F(LocateTest, PrintsJson) {
   ASSERT_EQ(json["points"][0]["outlines"].Items().size(), 2u);
   EXPECT_EQ(json["points"][0]["outlines"][1]["outline"].String(), "path#a.2");
   EXPECT_EQ(json["grid"].Items().size(), 3u);
+  const Json middle = ReadJson(Client({"locate", input_, "--grid", "1", "--json"}).output);
+  ASSERT_EQ(middle["grid"].Items().size(), 1u);
+  EXPECT_EQ(middle["grid"][0]["point"][0].Number(), 34.5);
+  EXPECT_EQ(middle["grid"][0]["point"][1].Number(), 4.5);
 }
 
 TEST_F(LocateTest, WrongUseIsOneLine) {
