@@ -1,5 +1,7 @@
 // The command-line client: reads outlines, prints what they are made of, draws, intersects,
 // measures, splits and offsets them, and fits curves to points.
+#include <signal.h>
+
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
@@ -86,6 +88,7 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   using kurvo::tools::InputError;
+  signal(SIGXFSZ, SIG_IGN);  // a file too large is a write that fails
   try {
     return kurvo::tools::Run(argc, argv);
   } catch (const InputError& error) {

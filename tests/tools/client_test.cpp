@@ -1,11 +1,14 @@
 // The client as its users run it: samples, options, bad input.
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <pugixml.hpp>
 #include <string>
 #include <vector>
 
+#include "output_file.h"
 #include "process.h"
 #include "temporary_directory.h"
 
@@ -281,12 +284,31 @@ TEST(Client, AFullDiskLeavesWhatWasThere) {
   const std::string output = directory.Write("out.svg", "what was there");
   // Files of this shell end after one block.
   const ProcessResult result =
-      RunProcess({"sh", "-c", "trap '' XFSZ; ulimit -f 1; exec \"$0\" \"$@\"", KURVO_TOOL, "draw",
-                  "-q", KURVO_SAMPLES "/bracket.svg", "-o", output});
+      RunProcess({"sh", "-c", "ulimit -f 1; exec \"$0\" \"$@\"", KURVO_TOOL, "draw", "-q",
+                  KURVO_SAMPLES "/bracket.svg", "-o", output});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.errors, "kurvo: " + output + ": cannot be written: File too large\n");
   EXPECT_EQ(FileContent(output), "what was there");
   EXPECT_EQ(directory.FileCount(), 1u) << "a temporary file was left";
+}
+
+// The write that reaches the limit is where the signal comes.
+void WriteInterrupted(const std::string& path, int interrupt) {
+  static int signal_to_raise;
+  signal_to_raise = interrupt;
+  const rlimit limit = {512, 512};
+  setrlimit(RLIMIT_FSIZE, &limit);
+  signal(SIGXFSZ, [](int) { raise(signal_to_raise); });
+  WriteWholeFile(path, std::string(4096, 'x'));
+}
+
+TEST(ClientDeathTest, AnInterruptLeavesNoTemporaryFile) {
+  for (const int interrupt : {SIGHUP, SIGINT, SIGTERM}) {
+    const TemporaryDirectory directory;
+    EXPECT_EXIT(WriteInterrupted(directory.File("out.svg"), interrupt),
+                testing::KilledBySignal(interrupt), "");
+    EXPECT_EQ(directory.FileCount(), 0u) << interrupt;
+  }
 }
 
 // A drawing without outlines is drawn, empty, and says what was left out.
