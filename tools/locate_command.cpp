@@ -120,8 +120,9 @@ Command AddLocateCommand(CLI::App& app) {
       ->type_name("PIXELS");
   locate->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
   locate->footer(
-      "Inside is what the fill rule of a shape fills; an outline that is not closed has no inside. "
-      "A point\nwithin the length tolerance of a curve is on it.");
+      "Inside is what the fill rule of a shape fills, also where outlines cross themselves; an "
+      "outline whose\nends do not meet has no inside. Named are the outlines that a point is on or "
+      "that go around it. A\npoint within the length tolerance of a curve is on it.");
   return {locate, [options] { Locate(*options); }};
 }
 
