@@ -20,6 +20,15 @@ CLI::Validator Between(double low, double high) {
       "");
 }
 
+void AddOutputOption(CLI::App& command, std::string& output, const std::string& description) {
+  const auto is_name = [](const std::string& text) {
+    return text.empty() ? std::string("the name of the file is empty") : std::string();
+  };
+  command.add_option("-o,--output", output, description)
+      ->check(CLI::Validator(is_name, ""))
+      ->type_name("FILE");
+}
+
 void RefuseInputAsOutput(const std::vector<std::string>& inputs, const std::string& output) {
   for (const std::string& input : inputs) {
     std::error_code ignored;
@@ -38,7 +47,7 @@ void PrintSkipped(const std::string& input, const Drawing& drawing) {
 
 void Print(const std::string& text) {
   std::cout << text << std::flush;
-  if (!std::cout) throw std::runtime_error("the table could not be printed");
+  if (!std::cout) throw std::runtime_error("standard output cannot be written");
 }
 
 }  // namespace kurvo::tools

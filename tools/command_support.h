@@ -23,6 +23,9 @@ inline constexpr double kLargestSize = 32768;
 // Takes numbers from `low` to `high`; not a number is none of them.
 CLI::Validator Between(double low, double high);
 
+// The option that names the file to write; without it `output` stays empty.
+void AddOutputOption(CLI::App& command, std::string& output, const std::string& description);
+
 // Throws when `output` is one of the files that were read.
 void RefuseInputAsOutput(const std::vector<std::string>& inputs, const std::string& output);
 

@@ -53,10 +53,8 @@ Command AddDistanceCommand(CLI::App& app) {
       "distance", "List the shortest link from each outline of a drawing to those of another");
   distance->add_option("first", options->first, "An SVG drawing")->required()->type_name("FILE");
   distance->add_option("second", options->second, "Another one")->required()->type_name("FILE");
-  distance
-      ->add_option("-o,--output", options->output,
-                   "Write a picture of the drawings with their links to this SVG file")
-      ->type_name("FILE");
+  AddOutputOption(*distance, options->output,
+                  "Write a picture of the drawings with their links to this SVG file");
   distance
       ->add_option("--size", options->size,
                    "Longer side of the picture in pixels, 1000 unless given")

@@ -75,10 +75,9 @@ Command AddDrawCommand(CLI::App& app) {
   draw->add_option("input", options->input, "The SVG drawing to read")
       ->required()
       ->type_name("FILE");
-  draw->add_option("-o,--output", options->output,
-                   "Write the picture of the curves to this SVG file; without it only the table "
-                   "is printed")
-      ->type_name("FILE");
+  AddOutputOption(*draw, options->output,
+                  "Write the picture of the curves to this SVG file; without it only the table "
+                  "is printed");
   draw->add_flag("-q,--quiet", options->quiet, "Do not print the table");
   AddPictureOptions(*draw, options->picture);
   draw->footer(

@@ -90,9 +90,8 @@ Command AddFitCommand(CLI::App& app) {
                   "Order of the spline, its degree + 1; 4 unless given, 2 is the polygon")
       ->check(Between(2, kHighestOrder))
       ->type_name("K");
-  fit->add_option("-o,--output", options->output,
-                  "Write a picture of the spline with the points marked to this SVG file")
-      ->type_name("FILE");
+  AddOutputOption(*fit, options->output,
+                  "Write a picture of the spline with the points marked to this SVG file");
   fit->add_option("--size", options->picture.size,
                   "Longer side of the picture in pixels, 1000 unless given")
       ->check(Between(kSmallestSize, kLargestSize))

@@ -90,10 +90,8 @@ Command AddIntersectCommand(CLI::App& app) {
                    "Another one; without it, or when it is the same file, the curves of the first "
                    "are intersected with each other")
       ->type_name("FILE");
-  intersect
-      ->add_option("-o,--output", options->output,
-                   "Write a picture of the drawings with the crossings marked to this SVG file")
-      ->type_name("FILE");
+  AddOutputOption(*intersect, options->output,
+                  "Write a picture of the drawings with the crossings marked to this SVG file");
   intersect
       ->add_option("--size", options->size,
                    "Longer side of the picture in pixels, 1000 unless given")

@@ -120,6 +120,9 @@ struct Bounds {
   double Height() const { return max_y - min_y; }
   Point Min() const { return {min_x, min_y}; }
   Point Max() const { return {max_x, max_y}; }
+  bool Contains(Point p) const {
+    return min_x <= p.x && p.x <= max_x && min_y <= p.y && p.y <= max_y;
+  }
   void Add(Point p);
   void Add(const Bounds& other);
   void Grow(double margin);

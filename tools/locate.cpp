@@ -3,17 +3,6 @@
 #include <cstdint>
 
 namespace kurvo::tools {
-namespace {
-
-int SenseOf(Library& library, const Cvseq& seq) {
-  Coord centre, normal;
-  KurvocvCvseqNormal(&seq, centre, normal, library.State());
-  if (KurvoErrGet(library.State()) == KURVO_WARN_NO_ORIENTATION) KurvoErrReset(library.State());
-  library.Check();
-  return static_cast<int>(normal[2]);
-}
-
-}  // namespace
 
 std::string_view PlaceName(Place place) {
   switch (place) {
@@ -34,9 +23,8 @@ Cvseq Locator::Chain::Seq() const {
 Locator::Locator(Library& library, const Drawing& drawing) : library_(library) {
   for (std::size_t shape = 0; shape < drawing.shapes.size(); ++shape) {
     for (const Outline& outline : drawing.shapes[shape].outlines) {
-      Chain chain = {{}, shape, drawing.shapes[shape].even_odd, 0};
+      Chain chain = {{}, shape, drawing.shapes[shape].even_odd, Winding(library, outline)};
       for (const OwnedCurve& curve : outline.curves) chain.curves.push_back(*curve.Get());
-      if (outline.closed) chain.sense = SenseOf(library, chain.Seq());
       outlines_.push_back(std::move(chain));
     }
   }
@@ -56,15 +44,15 @@ Place Locator::InOutline(std::size_t outline, Point p) const {
 
 Place Locator::InDrawing(Point p) const {
   bool inside = false;
-  int depth = 0;  // by the fill rule of the shape: outlines around the point, or their senses
+  int turns = 0;  // of the outlines of one shape
   for (std::size_t i = 0; i < outlines_.size(); ++i) {
     const Chain& chain = outlines_[i];
-    if (i > 0 && outlines_[i - 1].shape != chain.shape) depth = 0;
+    if (i > 0 && outlines_[i - 1].shape != chain.shape) turns = 0;
     const Place place = InOutline(i, p);
     if (place == Place::kOn) return place;
-    if (place == Place::kInside) depth = chain.even_odd ? 1 - depth : depth + chain.sense;
+    if (place == Place::kInside) turns += chain.winding.TurnsAround(p);
     const bool last = i + 1 == outlines_.size() || outlines_[i + 1].shape != chain.shape;
-    if (last && depth != 0) inside = true;
+    if (last && (chain.even_odd ? turns % 2 : turns) != 0) inside = true;
   }
   return inside ? Place::kInside : Place::kOutside;
 }

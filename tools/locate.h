@@ -7,6 +7,7 @@
 
 #include "library.h"
 #include "svg_reader.h"
+#include "winding.h"
 
 namespace kurvo::tools {
 
@@ -15,13 +16,14 @@ enum class Place { kOn, kInside, kOutside };
 // "on", "inside" or "outside".
 std::string_view PlaceName(Place place);
 
-// The outlines of a drawing, made ready for many questions.
+// The outlines of a drawing, made ready for many questions; the drawing must stay where it is.
 class Locator {
  public:
   Locator(Library& library, const Drawing& drawing);
 
   std::size_t OutlineCount() const { return outlines_.size(); }
-  // Of one outline, in the order of the drawing. An open one has no inside.
+  // Of one outline, in the order of the drawing: inside is where it goes around the point. One
+  // whose ends do not meet has no inside.
   Place InOutline(std::size_t outline, Point p) const;
   // Of the whole drawing: on an outline, inside a shape by its fill rule, or outside of all.
   Place InDrawing(Point p) const;
@@ -31,7 +33,7 @@ class Locator {
     std::vector<Curve> curves;  // headers; the blocks belong to the drawing
     std::size_t shape;
     bool even_odd;
-    int sense;  // 1 for counter-clockwise, -1; 0 for a chain that encloses nothing
+    Winding winding;
 
     Cvseq Seq() const;
   };

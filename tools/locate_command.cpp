@@ -29,7 +29,8 @@ struct LocateOptions {
 std::vector<Point> GridPoints(const Bounds& box, int count) {
   std::vector<Point> points;
   if (box.IsEmpty() || count < 1) return points;
-  const double step = std::max(box.Width(), box.Height()) / std::max(1, count - 1);
+  if (count == 1) return {0.5 * (box.Min() + box.Max())};
+  const double step = std::max(box.Width(), box.Height()) / (count - 1);
   const auto along = [step](double length) {
     return step > 0 ? static_cast<int>(std::floor(length / step + 1e-9)) + 1 : 1;
   };
@@ -108,13 +109,10 @@ Command AddLocateCommand(CLI::App& app) {
   locate
       ->add_option("--grid", options->grid,
                    "Look at a square grid of points over the drawing, this many along its longer "
-                   "side")
+                   "side; one is the middle")
       ->check(CLI::Range(1, kMostGridPoints))
       ->type_name("COUNT");
-  locate
-      ->add_option("-o,--output", options->output,
-                   "Draw the curves and the points to this SVG file")
-      ->type_name("FILE");
+  AddOutputOption(*locate, options->output, "Draw the curves and the points to this SVG file");
   locate
       ->add_option("--size", options->size,
                    "Longer side of the picture in pixels, 1000 unless given")
@@ -122,8 +120,9 @@ Command AddLocateCommand(CLI::App& app) {
       ->type_name("PIXELS");
   locate->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
   locate->footer(
-      "Inside is what the fill rule of a shape fills; an outline that is not closed has no inside. "
-      "A point\nwithin the length tolerance of a curve is on it.");
+      "Inside is what the fill rule of a shape fills, also where outlines cross themselves; an "
+      "outline whose\nends do not meet has no inside. Named are the outlines that a point is on or "
+      "that go around it. A\npoint within the length tolerance of a curve is on it.");
   return {locate, [options] { Locate(*options); }};
 }
 

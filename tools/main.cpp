@@ -1,11 +1,16 @@
 // The command-line client: reads outlines, prints what they are made of, draws, intersects,
 // measures, splits and offsets them, and fits curves to points.
+#include <signal.h>
+
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
 #include <new>
+#include <sstream>
 #include <string>
+#include <vector>
 
+#include "command_support.h"
 #include "distance_command.h"
 #include "draw_command.h"
 #include "fit_command.h"
@@ -23,6 +28,21 @@ constexpr int kSuccess = 0;
 constexpr int kFailure = 1;   // wrong options, or the output could not be written
 constexpr int kBadInput = 2;  // the input cannot be read
 
+// The first word that the parser could not place, "drow" of "kurvo drow part.svg", says more than
+// what it misses for that reason.
+std::string Problem(const CLI::App& app, const CLI::Error& error) {
+  const std::vector<std::string> unknown = app.remaining(true);
+  const auto kind = static_cast<CLI::ExitCodes>(error.get_exit_code());
+  const bool is_missed =
+      kind == CLI::ExitCodes::RequiredError || kind == CLI::ExitCodes::ExtrasError;
+  if (unknown.empty() || !is_missed) return error.what();
+  const std::string& first = unknown.front();
+  if (app.get_subcommands().empty() && !first.starts_with('-')) {
+    return "There is no subcommand " + first;
+  }
+  return "The following argument was not expected: " + first;
+}
+
 int Run(int argc, char** argv) {
   CLI::App app(
       "Reads outlines as curve records, shows what they are made of, draws, intersects, measures, "
@@ -30,8 +50,8 @@ int Run(int argc, char** argv) {
       "kurvo");
   app.set_version_flag("--version", "kurvo " KURVO_VERSION);
   app.require_subcommand(1);
-  app.failure_message([](const CLI::App*, const CLI::Error& error) {
-    return "kurvo: " + std::string(error.what()) + " (try --help)\n";
+  app.failure_message([](const CLI::App* parser, const CLI::Error& error) {
+    return "kurvo: " + OneLine(Problem(*parser, error)) + " (try --help)\n";
   });
   app.footer(
       "Examples:\n  kurvo draw part.svg -o curves.svg\n"
@@ -52,7 +72,10 @@ int Run(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kSuccess : kFailure;
+    std::ostringstream output;  // help, version
+    const int status = app.exit(error, output);
+    Print(output.str());
+    return status == 0 ? kSuccess : kFailure;
   }
   for (const Command& command : commands) {
     if (command.options->parsed()) command.run();
@@ -65,6 +88,7 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   using kurvo::tools::InputError;
+  signal(SIGXFSZ, SIG_IGN);  // a file too large is a write that fails
   try {
     return kurvo::tools::Run(argc, argv);
   } catch (const InputError& error) {

@@ -65,11 +65,9 @@ Command AddOffsetCommand(CLI::App& app) {
       ->check(Between(-kLargestDistance, kLargestDistance))
       ->allow_extra_args(false)
       ->type_name("LENGTH");
-  offset
-      ->add_option("-o,--output", options->output,
-                   "Write a picture of the drawing and its offsets to this SVG file; without it "
-                   "only the table is printed")
-      ->type_name("FILE");
+  AddOutputOption(*offset, options->output,
+                  "Write a picture of the drawing and its offsets to this SVG file; without it "
+                  "only the table is printed");
   offset
       ->add_option("--tolerance", options->tolerance,
                    "How far offsets of Bezier curves may be off, in units of the drawing; a "

@@ -1,5 +1,7 @@
 #include "output_file.h"
 
+#include <signal.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -18,6 +20,24 @@ constexpr int kMaxAttempts = 1000;  // names tried for the temporary file
 [[noreturn]] void Fail(const std::string& path, int error) {
   throw std::runtime_error(OneLine(path) + ": cannot be written: " + std::strerror(error));
 }
+
+// Keeps signals that end the program waiting, so that none ends it between a temporary file's
+// beginning and its end.
+class SignalsWait {
+ public:
+  SignalsWait() {
+    sigset_t ending;
+    sigemptyset(&ending);
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&ending, signal);
+    pthread_sigmask(SIG_BLOCK, &ending, &before_);
+  }
+  SignalsWait(const SignalsWait&) = delete;
+  SignalsWait& operator=(const SignalsWait&) = delete;
+  ~SignalsWait() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+
+ private:
+  sigset_t before_;
+};
 
 // A new file beside its target; removed again unless it was kept.
 class TemporaryFile {
@@ -71,6 +91,7 @@ void WriteWholeFile(const std::string& path, std::string_view content) {
   // A link stays a link: what it points at is replaced.
   const fs::path target = fs::weakly_canonical(path, error);
   if (error) Fail(path, error.value());
+  const SignalsWait signals_wait;
   TemporaryFile file(target);
   file.Write(content);
   file.Keep();

@@ -97,10 +97,8 @@ Command AddSplitCommand(CLI::App& app) {
       ->check(Between(1, kMostParts))
       ->type_name("N");
   how->require_option(1);
-  split
-      ->add_option("-o,--output", options->output,
-                   "Write the pieces to this SVG file, each as a path of its own")
-      ->type_name("FILE");
+  AddOutputOption(*split, options->output,
+                  "Write the pieces to this SVG file, each as a path of its own");
   split
       ->add_option("--size", options->size,
                    "Longer side of the picture in pixels, 1000 unless given")

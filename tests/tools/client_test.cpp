@@ -1,11 +1,14 @@
 // The client as its users run it: samples, options, bad input.
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <pugixml.hpp>
 #include <string>
 #include <vector>
 
+#include "output_file.h"
 #include "process.h"
 #include "temporary_directory.h"
 
@@ -125,18 +128,39 @@ TEST(Client, HelpAndVersionSayWhatTheyShould) {
 }
 
 TEST(Client, WrongOptionsAreStatusOne) {
-  const std::vector<std::vector<std::string>> rows = {
-      {},
-      {"draw"},
-      {"paint", "x.svg"},
-      {"draw", "--colour", "x.svg"},
-      {"draw", "x.svg", "--size", "nan"},
-      {"draw", "x.svg", "--stroke-width", "-1"},
+  const std::string sample = KURVO_SAMPLES "/letters.svg";
+  const struct {
+    std::vector<std::string> arguments;
+    const char* problem;
+  } rows[] = {
+      {{}, "A subcommand is required"},
+      {{"draw"}, "input is required"},
+      {{"paint", "x.svg"}, "There is no subcommand paint"},
+      {{"--colour"}, "The following argument was not expected: --colour"},
+      {{"draw", "--colour"}, "The following argument was not expected: --colour"},
+      {{"draw", "--colour", "x.svg"}, "The following argument was not expected: --colour"},
+      {{"draw", "x.svg", "b\nc", "d"}, "The following argument was not expected: b?c"},
+      {{"draw", "x.svg", "--size", "nan"}, "--size: not a number from 16 to 32768"},
+      {{"draw", "x.svg", "--size", "100\nx"}, "Could not convert: --size = 100?x"},
+      {{"draw", "x.svg", "--stroke-width", "-1"},
+       "--stroke-width: not a number from 1e-06 to 1e+06"},
+      {{"draw", sample, "-o", ""}, "--output: the name of the file is empty"},
+      {{"split", sample, "--parts", "2", "-o", ""}, "--output: the name of the file is empty"},
   };
   for (const auto& row : rows) {
-    const ProcessResult result = Client(row);
-    EXPECT_EQ(result.exit_code, 1) << testing::PrintToString(row);
-    EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
+    const ProcessResult result = Client(row.arguments);
+    EXPECT_EQ(result.exit_code, 1) << row.problem;
+    EXPECT_EQ(result.output, "") << row.problem;
+    EXPECT_EQ(result.errors, std::string("kurvo: ") + row.problem + " (try --help)\n");
+  }
+}
+
+TEST(Client, OutputThatCannotBePrintedIsStatusOne) {
+  for (const std::string arguments : {"--version", "--help", "draw --help", "draw \"$1\""}) {
+    const ProcessResult result = RunProcess({"sh", "-c", "\"$0\" " + arguments + " >/dev/full",
+                                             KURVO_TOOL, KURVO_SAMPLES "/letters.svg"});
+    EXPECT_EQ(result.exit_code, 1) << arguments;
+    EXPECT_EQ(result.errors, "kurvo: standard output cannot be written\n") << arguments;
   }
 }
 
@@ -260,12 +284,31 @@ TEST(Client, AFullDiskLeavesWhatWasThere) {
   const std::string output = directory.Write("out.svg", "what was there");
   // Files of this shell end after one block.
   const ProcessResult result =
-      RunProcess({"sh", "-c", "trap '' XFSZ; ulimit -f 1; exec \"$0\" \"$@\"", KURVO_TOOL, "draw",
-                  "-q", KURVO_SAMPLES "/bracket.svg", "-o", output});
+      RunProcess({"sh", "-c", "ulimit -f 1; exec \"$0\" \"$@\"", KURVO_TOOL, "draw", "-q",
+                  KURVO_SAMPLES "/bracket.svg", "-o", output});
   EXPECT_EQ(result.exit_code, 1);
   EXPECT_EQ(result.errors, "kurvo: " + output + ": cannot be written: File too large\n");
   EXPECT_EQ(FileContent(output), "what was there");
   EXPECT_EQ(directory.FileCount(), 1u) << "a temporary file was left";
+}
+
+// The write that reaches the limit is where the signal comes.
+void WriteInterrupted(const std::string& path, int interrupt) {
+  static int signal_to_raise;
+  signal_to_raise = interrupt;
+  const rlimit limit = {512, 512};
+  setrlimit(RLIMIT_FSIZE, &limit);
+  signal(SIGXFSZ, [](int) { raise(signal_to_raise); });
+  WriteWholeFile(path, std::string(4096, 'x'));
+}
+
+TEST(ClientDeathTest, AnInterruptLeavesNoTemporaryFile) {
+  for (const int interrupt : {SIGHUP, SIGINT, SIGTERM}) {
+    const TemporaryDirectory directory;
+    EXPECT_EXIT(WriteInterrupted(directory.File("out.svg"), interrupt),
+                testing::KilledBySignal(interrupt), "");
+    EXPECT_EQ(directory.FileCount(), 0u) << interrupt;
+  }
 }
 
 // A drawing without outlines is drawn, empty, and says what was left out.

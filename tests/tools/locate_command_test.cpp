@@ -1,10 +1,14 @@
 // kurvo locate as its users run it.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <filesystem>
+#include <numbers>
+#include <random>
 #include <string>
 
 #include "json_reader.h"
+#include "locate.h"
 #include "process.h"
 #include "temporary_directory.h"
 
@@ -40,6 +44,112 @@ TEST_F(LocateTest, PrintsATable) {
             "(-1, -2.5)  outside\n");
 }
 
+// Outlines that cross themselves fill as a renderer fills them, by how often they go around.
+TEST_F(LocateTest, FollowsTheFillRuleWhereOutlinesCrossThemselves) {
+  const struct {
+    const char* content;
+    const char* point;
+    const char* place;
+  } rows[] = {
+      {"<path d='M50 5L77 90L5 37H95L23 90Z'/>", "50,50", "inside"},
+      {"<path fill-rule='evenodd' d='M50 5L77 90L5 37H95L23 90Z'/>", "50,50", "outside"},
+      {"<path fill-rule='evenodd' d='M50 5L77 90L5 37H95L23 90Z'/>", "50,20", "inside"},
+      // A figure eight in a square that runs as one half of it does.
+      {"<path d='M10 10L30 30V10L10 30ZM5 5h30v30h-30z'/>", "13,20", "inside"},
+      {"<path d='M10 10L30 30V10L10 30ZM5 5h30v30h-30z'/>", "27,20", "outside"},
+      {"<path d='M10 10L30 30V10L10 30ZM5 5h30v30h-30z'/>", "20,12", "inside"},
+      // At the height of all ends: three times around a disc, and a disc of one half and quarters.
+      {"<path fill-rule='evenodd' d='M0 5a5 5 0 0 1 10 0a5 5 0 0 1-10 0a5 5 0 0 1 10 0"
+       "a5 5 0 0 1-10 0a5 5 0 0 1 10 0a5 5 0 0 1-10 0z'/>",
+       "3,5", "inside"},
+      {"<path fill-rule='evenodd' d='M0 5a5 5 0 0 1 10 0a5 5 0 0 1-5 5a5 5 0 0 1-5-5z'/>", "3,5",
+       "inside"},
+      // A loop within one curve.
+      {"<path fill-rule='evenodd' d='M0 0C30 20-20 20 10 0V-9H0Z'/>", "5,8", "inside"},
+      // Its ends meet within the tolerance, though it is not closed by Z; the point looks between.
+      {"<polyline points='9 5 0 9 0 0 9 5.0000004'/>", "3,5.0000002", "inside"},
+  };
+  for (const auto& row : rows) {
+    const std::string file =
+        directory_.Write("row.svg", "<svg>" + std::string(row.content) + "</svg>");
+    const Json json = ReadJson(Client({"locate", file, row.point, "--json"}).output);
+    EXPECT_EQ(json["points"][0]["place"].String(), row.place) << row.content << " " << row.point;
+  }
+}
+
+// Closed paths through points of a lattice, by segments of every kind.
+std::string RandomPath(std::mt19937& random) {
+  const auto number = [&] { return " " + std::to_string(random() % 13); };
+  const auto point = [&] { return number() + number(); };
+  std::string data;
+  for (int outline = 0; outline < 3; ++outline) {
+    data += "M" + point();
+    for (int i = 0; i < 4; ++i) {
+      const std::string segments[] = {"L" + point(),
+                                      "H" + number(),
+                                      "V" + number(),
+                                      "Q" + point() + point(),
+                                      "C" + point() + point() + point(),
+                                      "A" + std::string(random() % 2 == 0 ? "5 5 0" : "7 3 30") +
+                                          (random() % 2 == 0 ? " 0" : " 1") +
+                                          (random() % 2 == 0 ? " 0" : " 1") + point()};
+      data += segments[random() % std::size(segments)];
+    }
+    data += "Z";
+  }
+  return data;
+}
+
+// What fills a point, by the angles under which it sees small steps along the outlines, which is
+// told only where none comes near.
+Place PlaceByAngles(const std::vector<std::vector<Point>>& outlines, bool even_odd, Point p) {
+  constexpr double kNear = 0.02;
+  int turns = 0;
+  for (const std::vector<Point>& outline : outlines) {
+    double angle = 0;
+    for (std::size_t i = 0; i < outline.size(); ++i) {
+      const Point from = outline[i] - p;
+      const Point to = outline[(i + 1) % outline.size()] - p;
+      if (std::hypot(from.x, from.y) < kNear) return Place::kOn;
+      angle += std::atan2(Cross(from, to), Dot(from, to));
+    }
+    turns += static_cast<int>(std::lround(angle / (2 * std::numbers::pi)));
+  }
+  return (even_odd ? turns % 2 : turns) != 0 ? Place::kInside : Place::kOutside;
+}
+
+TEST_F(LocateTest, AgreesWithAngles) {
+  constexpr int kSteps = 1500;  // along a curve: each is shorter than what is near
+  std::mt19937 random(20261121);
+  for (int i = 0; i < 24; ++i) {
+    const bool even_odd = i % 2 == 1;
+    const std::string path = RandomPath(random);
+    const std::string file = directory_.Write("random.svg", std::string("<svg><path fill-rule='") +
+                                                                (even_odd ? "evenodd" : "nonzero") +
+                                                                "' d='" + path + "'/></svg>");
+    Library library;
+    const Drawing drawing = ReadSvg(library, file);
+    std::vector<std::vector<Point>> outlines;
+    for (const Outline& outline : drawing.shapes.at(0).outlines) {
+      std::vector<Point>& points = outlines.emplace_back();
+      for (const OwnedCurve& curve : outline.curves) {
+        for (int k = 0; k < kSteps; ++k) {
+          points.push_back(PositionOf(library, curve, static_cast<double>(k) / kSteps));
+        }
+      }
+    }
+    const Locator locator(library, drawing);
+    for (int k = 0; k < 60; ++k) {
+      const Point p = {0.5 * static_cast<double>(random() % 27),
+                       0.5 * static_cast<double>(random() % 27)};
+      const Place expected = PlaceByAngles(outlines, even_odd, p);
+      if (expected == Place::kOn) continue;
+      EXPECT_EQ(PlaceName(locator.InDrawing(p)), PlaceName(expected))
+          << path << (even_odd ? " evenodd" : "") << " at " << p.x << "," << p.y;
+    }
+  }
+}
+
 TEST_F(LocateTest, CountsAGrid) {
   const std::string disc = directory_.Write("disc.svg", "<svg><circle r='10'/></svg>");
   const std::string picture = directory_.File("out.svg");
@@ -57,6 +167,10 @@ TEST_F(LocateTest, PrintsJson) {
   ASSERT_EQ(json["points"][0]["outlines"].Items().size(), 2u);
   EXPECT_EQ(json["points"][0]["outlines"][1]["outline"].String(), "path#a.2");
   EXPECT_EQ(json["grid"].Items().size(), 3u);
+  const Json middle = ReadJson(Client({"locate", input_, "--grid", "1", "--json"}).output);
+  ASSERT_EQ(middle["grid"].Items().size(), 1u);
+  EXPECT_EQ(middle["grid"][0]["point"][0].Number(), 34.5);
+  EXPECT_EQ(middle["grid"][0]["point"][1].Number(), 4.5);
 }
 
 TEST_F(LocateTest, WrongUseIsOneLine) {
