@@ -37,22 +37,22 @@ bool ProjectToBezier(const Bezier& bezier, Vec3& p) {
 }
 
 // A point that the coordinate roots miss, at a multiple root for instance, is still found on the
-// curve when any of its foot points is within the tolerance.
+// curve when any of its foot points, or an end, is within the tolerance.
 template <class Bezier>
 Incidence ParameterOnBezier(const Bezier& bezier, Vec3 p, double& t) {
   const Segment relative = bezier.ToSegment(Planar(p));
   const auto position = [&](double r) { return Planar(bezier.Position(r)); };
   if (FindParameter(relative, p, bezier.tol(), position, t)) return Incidence::kOn;
+  const auto on = [&](const NearestOnCurve& nearest) {
+    t = nearest.t;
+    return bezier.tol() >= nearest.dist;
+  };
   const RootList feet = FootPoints(relative, bezier.tol());
-  for (const double foot : feet) {
-    if (bezier.tol() >= Length(Planar(p) - position(foot))) {
-      t = foot;
-      return Incidence::kOn;
-    }
-  }
-  const NearestOnCurve nearest = NearestOfFeet(bezier, feet, Planar(p));
-  t = nearest.t;
-  return bezier.tol() >= nearest.dist ? Incidence::kOn : Incidence::kOff;
+  for (const double foot : feet)
+    if (on({foot, Length(Planar(p) - position(foot))})) return Incidence::kOn;
+  if (on(NearestOfFeet(bezier, RootList(), Planar(p)))) return Incidence::kOn;
+  if (!feet.empty()) t = feet.front();
+  return Incidence::kOff;
 }
 
 template <class Bezier>
