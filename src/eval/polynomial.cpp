@@ -20,11 +20,6 @@ std::size_t TrimmedCount(const Polynomial& f) {
 // Every function below has one result object for all its ways out, which the compiler then builds
 // in the caller's place.
 
-Polynomial Trimmed(Polynomial f) {
-  f.Truncate(TrimmedCount(f));
-  return f;
-}
-
 Polynomial Derivative(const Polynomial& f) {
   const std::size_t count = TrimmedCount(f);
   Polynomial result(count > 1 ? count - 1 : 0);

@@ -73,10 +73,8 @@ inline double Value(const Polynomial& f, double t) {
   return sum;
 }
 
-// f without the leading coefficients that are exactly 0.
-Polynomial Trimmed(Polynomial f);
-
-// The first derivative of f, after trimming; the zero polynomial for a constant.
+// The first derivative of f, leading coefficients of exactly 0 left out; the zero polynomial for a
+// constant.
 Polynomial Derivative(const Polynomial& f);
 
 // f + s g, the shorter one padded with zeros.
