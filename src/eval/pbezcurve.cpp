@@ -1,8 +1,7 @@
 // Evaluator of a Bezier curve.
 #include "eval/pbezcurve.h"
 
-#include "eval/bernstein.h"
-#include "eval/load_points.h"
+#include "eval/bezier_point.h"
 
 namespace kurvo {
 
@@ -17,10 +16,7 @@ BezierEnds PBezCurve::Ends() const {
   return {Spatial(bezier_.points[0]), Spatial(bezier_.points[bezier_.degree])};
 }
 
-Vec3 PBezCurve::Position(double t) const {
-  const auto [x, y] = BezierValue<2>(bezier_.degree, t, LoadPlanar(bezier_.points));
-  return {x, y, 0.0};
-}
+Vec3 PBezCurve::Position(double t) const { return PointOnBezier(bezier_, t); }
 
 bool PBezCurve::ProjectToCarrier(Vec3& p) const {
   if (HasFootPoints()) return ProjectToBezier(*this, p);

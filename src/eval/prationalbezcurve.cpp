@@ -1,8 +1,7 @@
 // Evaluator of a rational Bezier curve.
 #include "eval/prationalbezcurve.h"
 
-#include "eval/bernstein.h"
-#include "eval/load_points.h"
+#include "eval/bezier_point.h"
 
 namespace kurvo {
 
@@ -27,14 +26,7 @@ BezierEnds PRationalBezCurve::Ends() const {
   return {Spatial(bezier_.points[0]), Spatial(bezier_.points[bezier_.degree])};
 }
 
-Vec3 PRationalBezCurve::Position(double t) const {
-  if (polynomial_) {
-    const auto [x, y] = BezierValue<2>(bezier_.degree, t, LoadPlanar(bezier_.points));
-    return {x, y, 0.0};
-  }
-  const auto [x, y, w] = BezierValue<3>(bezier_.degree, t, LoadHomogeneous(bezier_.points));
-  return {x / w, y / w, 0.0};
-}
+Vec3 PRationalBezCurve::Position(double t) const { return PointOnBezier(bezier_, t, polynomial_); }
 
 bool PRationalBezCurve::ProjectToCarrier(Vec3& p) const {
   if (HasFootPoints()) return ProjectToBezier(*this, p);

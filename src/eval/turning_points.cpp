@@ -2,7 +2,6 @@
 #include "eval/turning_points.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace kurvo {
@@ -27,6 +26,14 @@ void AppendRootsBetween(const Polynomial& f, const Polynomial& derivative, const
   }
 }
 
+// Appends the roots of f, between those of its derivative.
+void AppendRoots(const Polynomial& f, RootList& roots) {
+  const Polynomial derivative = Derivative(f);
+  RootList turning;  // none of a line or a constant
+  if (f.count() > 2) AppendRoots(derivative, turning);
+  AppendRootsBetween(f, derivative, turning, roots);
+}
+
 }  // namespace
 
 double BracketedRoot(const Polynomial& f, const Polynomial& derivative, double a, double b) {
@@ -49,20 +56,8 @@ double BracketedRoot(const Polynomial& f, const Polynomial& derivative, double a
 }
 
 RootList TurningPoints(const Polynomial& f) {
-  std::array<Polynomial, Polynomial::kCapacity> derivatives;
-  std::size_t order = 1;
-  derivatives[1] = Derivative(f);
-  while (derivatives[order].count() > 2) {
-    derivatives[order + 1] = Derivative(derivatives[order]);
-    ++order;
-  }
-  RootList turning;  // of derivative `order`, to begin with a line or a constant
-  for (; order >= 1; --order) {
-    RootList roots;
-    const Polynomial slope = Derivative(derivatives[order]);
-    AppendRootsBetween(derivatives[order], slope, turning, roots);
-    turning = roots;
-  }
+  RootList turning;
+  AppendRoots(Derivative(f), turning);
   return turning;
 }
 

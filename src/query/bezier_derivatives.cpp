@@ -144,6 +144,10 @@ Derivatives LowDerivatives(const BezierView<kDim>& bezier, double t, double tol)
   });
 }
 
+Vec2 FirstDerivative(const BezierView<3>& bezier, double t) {
+  return WithDegree(bezier.degree, [&](auto d) { return FirstOf(d, t, PointsOf(bezier)); });
+}
+
 template Derivatives LowDerivatives<1>(const BezierView<3>&, double, double);
 template Derivatives LowDerivatives<1>(const BezierView<4>&, double, double);
 template Derivatives LowDerivatives<2>(const BezierView<3>&, double, double);

@@ -17,6 +17,9 @@ struct Derivatives {
 template <int kOrders, std::size_t kDim>
 Derivatives LowDerivatives(const BezierView<kDim>& bezier, double t, double tol);
 
+// The first one alone, of a plain curve: it is returned in registers.
+Vec2 FirstDerivative(const BezierView<3>& bezier, double t);
+
 // The derivative of order n >= 1. Throws std::bad_alloc when the degree or the order is too large
 // for a work area on the stack.
 template <std::size_t kDim>

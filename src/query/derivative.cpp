@@ -38,8 +38,12 @@ Vec2 LineDerivative(const KurvoLine& line) { return Planar(line.end) - Planar(li
 // Bezier and beyond the end.
 MaybeVector FirstOf(const Curve& curve, double t, GlobalVar& g) {
   if (!std::isfinite(t)) return Refuse(g, KURVO_ERR_CURVE);
-  const auto first_of_bezier = [&](const auto& local) {
-    const Vec2 d = LowDerivatives<1>(local.bezier, local.s, g.epsilon).first;
+  const auto first_of_bezier = [&]<std::size_t kDim>(const LocalBezier<kDim>& local) {
+    Vec2 d;
+    if constexpr (kDim == 3)
+      d = FirstDerivative(local.bezier, local.s);
+    else
+      d = LowDerivatives<1>(local.bezier, local.s, g.epsilon).first;
     return local.width != 0.0 ? (1.0 / local.width) * d : d;
   };
   return VisitCurve(
@@ -101,7 +105,7 @@ Vec2 NthOf(const Curve& curve, int n, double t, GlobalVar& g) {
 
 extern "C" {
 
-void KurvocvDeriv(const Curve* curve, double t, Coord out, GlobalVar* g) noexcept {
+[[gnu::flatten]] void KurvocvDeriv(const Curve* curve, double t, Coord out, GlobalVar* g) noexcept {
   if (kurvo::ErrorPending(*g)) return;
   const auto find = [&] {
     return curve ? kurvo::FirstOf(*curve, t, *g) : kurvo::Refuse(*g, KURVO_ERR_CURVE);

@@ -8,6 +8,7 @@
 #include "build/bezier_pieces.h"
 #include "calc/arc_span.h"
 #include "foundation/error_codes.h"
+#include "foundation/reserve_more.h"
 
 namespace kurvo {
 namespace {
@@ -123,7 +124,7 @@ void DistancePieces::AddArc(const KurvoArc& arc, double offset, double scale) {
 bool DistancePieces::AddSpans(const Curve& curve, double offset, double scale) {
   const auto spans = BezierSpans::Of(curve, kMaxPieceDegree);
   if (!spans) return false;
-  pieces_.reserve(pieces_.size() + spans->size());
+  ReserveMore(pieces_, spans->size());
   for (const BezierSpan& span : *spans) {
     const std::size_t first = points_.size();
     double weight = 0.0;

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "foundation/error_codes.h"
+#include "foundation/reserve_more.h"
 
 namespace kurvo {
 namespace {
@@ -45,10 +46,10 @@ FreeFormPieces::FreeFormPieces(const Curve& curve, CompositePieces which, int32_
 bool FreeFormPieces::Add(const Curve& curve, double offset, double scale, int32_t max_degree) {
   const auto spans = BezierSpans::Of(curve, max_degree);
   if (!spans) return false;
-  std::size_t points = points_.size();
+  std::size_t points = 0;
   for (const BezierSpan& span : *spans) points += static_cast<std::size_t>(span.degree) + 2;
-  points_.reserve(points);
-  pieces_.reserve(pieces_.size() + spans->size());
+  ReserveMore(points_, points);
+  ReserveMore(pieces_, spans->size());
   for (const BezierSpan& span : *spans)
     if (Finite(span)) AddSpan(span, offset, scale);
   return true;

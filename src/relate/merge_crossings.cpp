@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <vector>
 
 #include "foundation/point.h"
 #include "query/position.h"
@@ -31,14 +33,21 @@ class PointsOf {
     return reach() >= apart || apart >= domain_.width() - reach_;
   }
 
-  bool SamePoint(double s, double t) const {
+  // A point of the curve, once it has been needed.
+  using Known = std::optional<Vec2>;
+
+  bool SamePoint(double s, Known& at_s, double t, Known& at_t) const {
     if (g_.epsilon >= std::fabs(s - t)) return true;
-    const Vec2 gap =
-        Planar(PointOfCurve(curve_, s, 0, g_)) - Planar(PointOfCurve(curve_, t, 0, g_));
+    const Vec2 gap = Point(s, at_s) - Point(t, at_t);
     return g_.epsilon >= std::fabs(gap.x) && g_.epsilon >= std::fabs(gap.y);
   }
 
  private:
+  Vec2 Point(double t, Known& known) const {
+    if (!known) known = Planar(PointOfCurve(curve_, t, 0, g_));
+    return *known;
+  }
+
   const Curve& curve_;
   GlobalVar& g_;
   const Domain domain_;
@@ -52,43 +61,59 @@ class Merger {
 
   // Requires ascending order.
   void Run() {
+    points_.reserve(crossings_.size());
     for (const Crossing at : crossings_) {
-      const std::size_t known = FindKnown(at);
-      if (known == kept_) {
-        crossings_[kept_++] = at;
+      Points points;
+      const std::size_t known = FindKnown(at, points);
+      const std::size_t kept = points_.size();
+      if (known == kept) {
+        crossings_[kept] = at;
+        points_.push_back(points);
       } else if (crossings_[known].touch && !at.touch) {
-        const auto first = crossings_.begin() + static_cast<std::ptrdiff_t>(known);
-        std::rotate(first, first + 1, crossings_.begin() + static_cast<std::ptrdiff_t>(kept_));
-        crossings_[kept_ - 1] = at;
+        const auto from = static_cast<std::ptrdiff_t>(known);
+        const auto first = crossings_.begin() + from;
+        std::rotate(first, first + 1, crossings_.begin() + static_cast<std::ptrdiff_t>(kept));
+        std::rotate(points_.begin() + from, points_.begin() + from + 1, points_.end());
+        crossings_[kept - 1] = at;
+        points_.back() = points;
       }
     }
-    crossings_.resize(kept_);
+    crossings_.resize(points_.size());
   }
 
  private:
+  // Of one crossing. On a composite each costs a walk over its pieces.
+  struct Points {
+    PointsOf::Known on_a;
+    PointsOf::Known on_b;
+  };
+
   // The number of a kept crossing that is the same point: one of the last, or, where the first
-  // curve closes, of the first. `kept_` when there is none.
-  std::size_t FindKnown(const Crossing& at) const {
-    for (std::size_t i = kept_; i > 0 && on_a_.reach() >= at.first - crossings_[i - 1].first; --i)
-      if (Same(crossings_[i - 1], at)) return i - 1;
-    if (!on_a_.NearEnd(at.first)) return kept_;
-    for (std::size_t i = 0; i < kept_ && on_a_.NearStart(crossings_[i].first); ++i)
-      if (Same(crossings_[i], at)) return i;
-    return kept_;
+  // curve closes, of the first. The number of kept ones when there is none.
+  std::size_t FindKnown(const Crossing& at, Points& points) {
+    const std::size_t kept = points_.size();
+    for (std::size_t i = kept; i > 0 && on_a_.reach() >= at.first - crossings_[i - 1].first; --i)
+      if (Same(i - 1, at, points)) return i - 1;
+    if (!on_a_.NearEnd(at.first)) return kept;
+    for (std::size_t i = 0; i < kept && on_a_.NearStart(crossings_[i].first); ++i)
+      if (Same(i, at, points)) return i;
+    return kept;
   }
 
-  bool Same(const Crossing& x, const Crossing& y) const {
+  bool Same(std::size_t i, const Crossing& y, Points& of_y) {
+    const Crossing& x = crossings_[i];
     if (tol_ >= std::fabs(x.first - y.first) && tol_ >= std::fabs(x.second - y.second)) return true;
     return x.source != y.source && on_a_.Neighbours(x.first, y.first) &&
-           on_b_.Neighbours(x.second, y.second) && on_a_.SamePoint(x.first, y.first) &&
-           on_b_.SamePoint(x.second, y.second);
+           on_b_.Neighbours(x.second, y.second) &&
+           on_a_.SamePoint(x.first, points_[i].on_a, y.first, of_y.on_a) &&
+           on_b_.SamePoint(x.second, points_[i].on_b, y.second, of_y.on_b);
   }
 
   const PointsOf on_a_;
   const PointsOf on_b_;
   const double tol_;
   Crossings& crossings_;
-  std::size_t kept_ = 0;
+  std::vector<Points> points_;  // of those kept, which stand at the front
 };
 
 }  // namespace

@@ -223,8 +223,28 @@ void WindingNumber::AddSpline(const SplineView<kDim>& spline) {
   });
 }
 
+// Whether the curve is a Bezier curve of a common degree all above or all below p, as most of an
+// outline are.
+bool WindingNumber::LiesBeside(const Curve& curve) const {
+  if (curve.type != CV_BEZIER || !curve.data) return false;
+  const auto& bezier = *static_cast<const KurvoBezier*>(curve.data);
+  constexpr int32_t kCommonDegree = 9;
+  if (!(bezier.degree >= 0 && kCommonDegree >= bezier.degree) || !bezier.points) return false;
+  const double high = p_.y + tol_;
+  const double low = p_.y - tol_;
+  const bool above = bezier.points[0][1] > high;
+  if (!above && !(low > bezier.points[0][1])) return false;
+  for (int32_t i = 1; i <= bezier.degree; ++i)
+    if (!(above ? bezier.points[i][1] > high : low > bezier.points[i][1])) return false;
+  return true;
+}
+
 bool WindingNumber::Add(const Curve& curve) {
   near_ = false;
+  if (LiesBeside(curve)) {
+    if (!on_curve_ && work_left_ >= 0) PassBy();
+    return false;
+  }
   const Overloaded add = {
       [&](const KurvoLine& line) { AddLine(line); }, [&](const KurvoArc& arc) { AddArc(arc); },
       [&]<std::size_t kDim>(const BezierView<kDim>& bezier) { AddBezier(bezier); },

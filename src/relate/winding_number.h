@@ -43,6 +43,7 @@ class WindingNumber {
   bool OnLine(Vec2 a, Vec2 b) const;
   int MeetLine(Vec2 a, Vec2 b);
 
+  bool LiesBeside(const Curve& curve) const;
   void AddLine(const KurvoLine& line);
   void AddArc(const KurvoArc& arc);
   template <std::size_t kDim>
