@@ -24,27 +24,16 @@ struct FitOptions {
   FitPictureOptions picture;
 };
 
-const KurvoBSpline& BlockOf(const OwnedCurve& spline) {
-  return *static_cast<const KurvoBSpline*>(spline.Get()->data);
-}
-
-double LengthOf(Library& library, const OwnedCurve& spline) {
-  double length = 0;
-  KurvocvCurveLen(spline.Get(), 0, 1, &length, library.State());
-  library.Check();
-  return length;
-}
-
 std::string Summary(Library& library, const OwnedCurve& spline) {
-  const KurvoBSpline& block = BlockOf(spline);
+  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
   return "B-spline of order " + std::to_string(block.order) + " through " +
-         std::to_string(block.count) + " points, length " + ShortNumber(LengthOf(library, spline)) +
-         "\n";
+         std::to_string(block.count) + " points, length " +
+         ShortNumber(LengthOf(library, spline, 0, 1)) + "\n";
 }
 
 std::string Json(const OwnedCurve& spline) {
   constexpr auto kLines = JsonWriter::Layout::kLines;
-  const KurvoBSpline& block = BlockOf(spline);
+  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
   JsonWriter json;
   json.BeginObject(kLines);
   json.Key("order");
@@ -92,10 +81,7 @@ Command AddFitCommand(CLI::App& app) {
       ->type_name("K");
   AddOutputOption(*fit, options->output,
                   "Write a picture of the spline with the points marked to this SVG file");
-  fit->add_option("--size", options->picture.size,
-                  "Longer side of the picture in pixels, 1000 unless given")
-      ->check(Between(kSmallestSize, kLargestSize))
-      ->type_name("PIXELS");
+  AddSizeOption(*fit, options->picture.size);
   fit->add_flag("--control", options->picture.control, "Draw the control polygon too");
   fit->add_flag("--json", options->json, "Print knots and control points as JSON");
   fit->add_flag("-q,--quiet", options->quiet, "Print nothing");

@@ -175,6 +175,13 @@ bool IsPoint(Library& library, const OwnedCurve& curve) {
   return is_point;
 }
 
+bool AreSame(Library& library, Point p, Point q) {
+  Coord a, b;
+  Put(a, p);
+  Put(b, q);
+  return KurvoclSameCoord(a, b, library.State()) == 1;
+}
+
 std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p) {
   Coord point;
   Put(point, p);

@@ -50,6 +50,10 @@ class OwnedCurve {
 
   const Curve* Get() const { return &curve_; }
   int Type() const { return curve_.type; }
+  template <class T>  // KurvoLine ... KurvoSegcv, as fits the type
+  const T& Block() const {
+    return *static_cast<const T*>(curve_.data);
+  }
 
   static OwnedCurve Line(Point start, Point end);
   static OwnedCurve Arc(Point centre, double radius, bool counter_clockwise, Point start,
@@ -86,6 +90,8 @@ Point StartOf(Library& library, const OwnedCurve& curve);
 Point EndOf(Library& library, const OwnedCurve& curve);
 int DegreeOf(Library& library, const OwnedCurve& curve);
 bool IsPoint(Library& library, const OwnedCurve& curve);
+// Whether the points are the same within the length tolerance.
+bool AreSame(Library& library, Point p, Point q);
 // The parameter of a point that lies on the curve within the length tolerance.
 std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p);
 
