@@ -1,6 +1,7 @@
 #include "fit_command.h"
 
 #include <memory>
+#include <optional>
 
 #include "fit_picture.h"
 #include "input_error.h"
@@ -13,7 +14,7 @@
 namespace kurvo::tools {
 namespace {
 
-constexpr int kHighestOrder = 64;
+constexpr int kHighestOrder = 40;  // that the library fits
 
 struct FitOptions {
   std::string input;
@@ -59,7 +60,12 @@ void Fit(const FitOptions& options) {
     throw InputError(OneLine(options.input) + ": " + std::to_string(points.size()) +
                      " points are too few for order " + std::to_string(options.order));
   }
-  const OwnedCurve spline = OwnedCurve::Through(library, points, options.order);
+  const std::optional<OwnedCurve> through = OwnedCurve::Through(library, points, options.order);
+  if (!through) {
+    throw InputError(OneLine(options.input) + ": no B-spline of order " +
+                     std::to_string(options.order) + " passes through these points");
+  }
+  const OwnedCurve& spline = *through;
   if (!options.output.empty()) {
     RefuseInputAsOutput({options.input}, options.output);
     WriteWholeFile(options.output, FitPicture(library, points, spline, options.picture));

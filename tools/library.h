@@ -62,9 +62,10 @@ class OwnedCurve {
   static OwnedCurve Cubic(Point p0, Point p1, Point p2, Point p3);
   // Of degree 2, with outer weights 1.
   static OwnedCurve RationalQuadratic(Point p0, Point p1, double weight1, Point p2);
-  // The spline of this order through at least `order` points, of which no neighbours are the same.
-  // Throws LibraryError.
-  static OwnedCurve Through(Library& library, const std::vector<Point>& points, int order);
+  // The spline of this order through at least `order` points, of which no neighbours are the same;
+  // nothing when none in doubles passes through them. Throws LibraryError.
+  static std::optional<OwnedCurve> Through(Library& library, const std::vector<Point>& points,
+                                           int order);
   // Copies of curves, which need not meet, as one: number i, from 0, has the parameters from i to
   // i + 1. Throws LibraryError.
   static OwnedCurve Composite(Library& library, const std::vector<const OwnedCurve*>& pieces);
