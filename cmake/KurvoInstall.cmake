@@ -12,15 +12,8 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/KurvoConfig.cmake.in
   ${PROJECT_BINARY_DIR}/KurvoConfig.cmake
   INSTALL_DESTINATION ${KURVO_CMAKE_DIR}
   NO_SET_AND_CHECK_MACRO)
-# While the major version is 0 the interface may change with the minor version, as the soname says
-# too.
-if(PROJECT_VERSION_MAJOR EQUAL 0)
-  set(KURVO_COMPATIBILITY SameMinorVersion)
-else()
-  set(KURVO_COMPATIBILITY SameMajorVersion)
-endif()
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/KurvoConfigVersion.cmake
-  COMPATIBILITY ${KURVO_COMPATIBILITY})
+  COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/KurvoConfig.cmake ${PROJECT_BINARY_DIR}/KurvoConfigVersion.cmake
   DESTINATION ${KURVO_CMAKE_DIR})
 

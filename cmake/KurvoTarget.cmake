@@ -3,7 +3,8 @@
 
 set(KURVO_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wcast-qual
     -Wformat=2 -Wundef -Wimplicit-fallthrough)
-# A float that creeps in. Clang means long double by it too, which the tests compute with on purpose.
+# A float that creeps in. Clang means long double by it too, which the tests compute with on
+# purpose.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   list(APPEND KURVO_WARNINGS -Wdouble-promotion)
 endif()

@@ -38,8 +38,10 @@
  *   A warning (severity 1) leaves KurvoOk true: the result stands, with a caveat.
  *   No exception leaves the library, nothing is printed, nothing aborts. A record that cannot be
  *   right (no data, a null array, a negative count, order < 1, fewer control points than the order,
- *   composites nested more than 64 deep) is refused with KURVO_ERR_CURVE before it is read further.
- *   A failed allocation is KURVO_ERR_MEMORY.
+ *   composites nested more than 64 deep) is refused with KURVO_ERR_CURVE before it is read further;
+ *   so is a null curve or sequence, unless the comment of a function says what that does instead.
+ *   A failed allocation is KURVO_ERR_MEMORY. `g`, points and outputs must not be null unless a
+ *   comment allows it.
  *
  * Threads
  *   There is no process-wide state and no lock. A `GlobalVar` must not be used by two threads at
@@ -428,10 +430,10 @@ KURVO_API Curve *KurvocvCopyCvseq(const Cvseq *src, Cvseq *dst, GlobalVar *g) KU
 
 /* Makes `out` (out; null allowed) the sequence of deep copies of the pieces of `composite` (in);
  * the widths are dropped. `out` is emptied first, without freeing what it held, and is empty on
- * failure and for a curve without data. The caller frees it with KurvocvFreeCvseq. Errors:
- * KURVO_ERR_CURVE for a type other than CV_SEGCV, a record that cannot be right and a piece that
- * KurvocvCopyCurve refuses; KURVO_ERR_MEMORY. Error pending: returns at once, `out` untouched.
- * Cost: linear in the size of the pieces. */
+ * failure and for a null curve or one without data (no error). The caller frees it with
+ * KurvocvFreeCvseq. Errors: KURVO_ERR_CURVE for a type other than CV_SEGCV, a record that cannot be
+ * right and a piece that KurvocvCopyCurve refuses; KURVO_ERR_MEMORY. Error pending: returns at
+ * once, `out` untouched. Cost: linear in the size of the pieces. */
 KURVO_API void KurvocvSegcvToCvseq(const Curve *composite, Cvseq *out, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Inserts a deep copy of `cv` (in; it may be a curve of `seq`) into `seq` (in/out) before position
@@ -450,9 +452,9 @@ KURVO_API void KurvocvCvseqInsert(const Curve *cv, Cvseq *seq, int32_t index,
 /* box (out): the box around the boxes of all curves of `seq` (in), as KurvocvBoundBox gives them; a
  * composite of one piece counts as that piece, one without pieces is left out. z is that of the
  * first curve that has a box. All zeros for an empty sequence, when any curve has no data, and on
- * failure. Errors: KURVO_ERR_CURVE for an unknown type
- * (0 without data is an empty curve) and for a record that cannot be right. Error pending: returns
- * at once, box untouched. No allocation. Cost: linear in the control points. */
+ * failure. Errors: KURVO_ERR_CURVE for an unknown type (0 without data is an empty curve) and for a
+ * record that cannot be right. Error pending: returns at once, box untouched. No allocation. Cost:
+ * linear in the control points. */
 KURVO_API void KurvocvCvseqBoundBox(const Cvseq *seq, Box box, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Empties `list` (out; null allowed): count 0, values null. Frees nothing. Cost: constant. */
@@ -665,7 +667,8 @@ KURVO_API int KurvocvDegree(const Curve *cv, GlobalVar *g) KURVO_NOEXCEPT;
 KURVO_API int KurvocvIsLine(const Curve *cv, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Result: 1 when the curve is a single point within epsilon, else 0. An arc whose ends are the same
- * point counts, a full circle included. A composite counts when each piece does.
+ * point counts, a full circle included. A composite counts when each piece does. 0 without an error
+ * for a null curve and for one without data.
  * out: that point; (0, 0, 0) otherwise. Cost: linear in the control points. */
 KURVO_API int KurvocvDegenerate(const Curve *cv, Coord out, GlobalVar *g) KURVO_NOEXCEPT;
 
@@ -784,7 +787,7 @@ KURVO_API void KurvocvCurvature(const Curve *curve, double t, Coord out,
  * degree above 1023 and a parameter that is not finite; KURVO_ERR_MEMORY, also for a knot that is
  * not a number (of a B-spline within a composite the spans beside it are left out). Error pending:
  * 0 at once. Nothing is allocated up to degree 4, except for a rational B-spline whose weights are
- * all 1. */
+ * all 1. Cost: constant for lines and arcs, otherwise O(degree^2) for each piece. */
 KURVO_API void KurvocvCurveLen(const Curve *curve, double t0, double t1, double *length,
                                GlobalVar *g) KURVO_NOEXCEPT;
 
@@ -1058,20 +1061,21 @@ KURVO_API uint32_t KurvocvMatch(const Curve *a, const Curve *b, GlobalVar *g) KU
  * pa, pb (out, either may be null): one parameter of `a` and of `b` for each point, in each curve's
  * own domain; entry i of both lists is the same point. Emptied on entry without freeing what they
  * held; the caller frees them with KurvocrFreeCvParam.
- * mode (in): which curves end at their end points: 0 neither, 1 the first, 2 the second, 3 both.
- * The others go on along their line or circle; free-form curves never do. A point beyond an end is
- * kept when it is that end within epsilon; its parameter is not clamped. Result: KURVO_FOUND;
- * KURVO_OVERLAP when the curves run together along a stretch; KURVO_NOTHING, also when both curves
- * are points; KURVO_REFUSED for a missing curve or one without data. Each point is listed once: a
- * crossing, a contact within epsilon, a shared end. Lists ascend along `a`; between two arcs they
- * have the order of the construction. Lines and arcs meet the Bezier and rational Bezier pieces of
- * a composite only. In mode 3 segments of one line that share just an end have that point;
- * otherwise curves on one carrier overlap. Errors: KURVO_ERR_CURVE for an unknown type, a record
- * that cannot be right, a degree above 39 against a line, 19 against an arc and 63 otherwise;
- * KURVO_ERR_MEMORY. The result is then KURVO_NOTHING. Error pending: KURVO_REFUSED at once. Cost:
- * closed formulas for lines and arcs; linear in the pieces of a free-form curve against these;
- * between free-form curves a sweep over the boxes of their Bezier pieces, then subdivision of the
- * pairs that meet. */
+ * mode (in): which curves end at their end points: 1 the first, 2 the second, 3 both, any other
+ * value neither. The others go on along their line or circle; free-form curves never do. A point
+ * beyond an end is kept when it is that end within epsilon; its parameter is not clamped.
+ * Result: KURVO_FOUND; KURVO_OVERLAP when the curves run together along a stretch; KURVO_NOTHING,
+ * also when both curves are points; KURVO_REFUSED for a missing curve or one without data.
+ * Each point is listed once: a crossing, a contact within epsilon, a shared end. Lists ascend along
+ * `a`; between two arcs they have the order of the construction. Lines and arcs meet the Bezier and
+ * rational Bezier pieces of a composite only. In mode 3 segments of one line that share just an end
+ * have that point; otherwise curves on one carrier overlap.
+ * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, a degree above 39
+ * against a line, 19 against an arc and 63 otherwise; KURVO_ERR_MEMORY. The result is then
+ * KURVO_NOTHING. Error pending: KURVO_REFUSED at once.
+ * Cost: closed formulas for lines and arcs; linear in the pieces of a free-form curve against
+ * these; between free-form curves a sweep over the boxes of their Bezier pieces, then subdivision
+ * of the pairs that meet. */
 KURVO_API uint32_t KurvocrCurveCurve(const Curve *a, const Curve *b, CvParam *pa, CvParam *pb,
                                      int32_t mode, GlobalVar *g) KURVO_NOEXCEPT;
 
@@ -1103,9 +1107,9 @@ KURVO_API double KurvocvDistCurve(const Curve *a, const Curve *b, double *ta, do
  * Errors: KURVO_ERR_CHAIN_DEGENERATE for one curve, for a chain whose curves after the first are
  * all points, and for one without a length; KURVO_ERR_CHAIN_ENDS when one curve does not end within
  * epsilon of the start of the next; KURVO_ERR_CHAIN_CONVERT for an arc or a B-spline that cannot be
- * converted; KURVO_ERR_CURVE for a record that cannot be right; KURVO_ERR_MEMORY. Error pending:
- * returns at once, `out` empty. Cost: that of the lengths; the pieces are handed over, not copied.
- */
+ * converted, while another type that cannot be leaves `out` empty without an error;
+ * KURVO_ERR_CURVE for a record that cannot be right; KURVO_ERR_MEMORY. Error pending: returns at
+ * once, `out` empty. Cost: that of the lengths; the pieces are handed over, not copied. */
 KURVO_API void KurvocvCvseqToSegcv(const Cvseq *seq, Curve *out, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* centre (out): the mean of the start point of the chain and the end points of its curves, the last
@@ -1124,17 +1128,17 @@ KURVO_API void KurvocvCvseqNormal(const Cvseq *seq, Coord centre, Coord normal,
  * inside is where the chain winds around the point, in either sense. The chain may run either way
  * and start anywhere; each curve should start within epsilon of the end of the one before, else the
  * line between the two counts as boundary.
- * normal (in): of the plane, exactly (0, 0, 1); otherwise KURVO_REGION_OUTSIDE. seq (in): the
- * chain; an open one, whose ends are further apart than epsilon, has points on it and outside. p
- * (in): z counts for the vertices only. result (out): KURVO_REGION_ON, _INSIDE or _OUTSIDE. Errors:
- * KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above 4095;
- * KURVO_WARN_NO_ORIENTATION for a point off a straight closed chain, but in its box;
- * KURVO_ERR_STACK_EMPTY for a point inside when the stack of epsilon is full, the result being
- * right; KURVO_ERR_MEMORY. The result is otherwise KURVO_REGION_OUTSIDE, as for a null or empty
- * chain and a NaN. Error pending: a point on a vertex is KURVO_REGION_ON, every other
- * KURVO_REGION_OUTSIDE. No allocation up to degree 39; neither the chain nor the tolerances are
- * touched. Cost: one look at every control point; only curves whose box holds the point are
- * subdivided. */
+ * normal (in): of the plane, exactly (0, 0, 1); otherwise KURVO_REGION_OUTSIDE.
+ * seq (in): the chain; an open one, whose ends are further apart than epsilon, has points on it and
+ * outside. p (in): z counts for the vertices only.
+ * result (out): KURVO_REGION_ON, _INSIDE or _OUTSIDE; _OUTSIDE for a null or empty chain and a NaN.
+ * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above
+ * 4095; KURVO_WARN_NO_ORIENTATION for a point off a straight closed chain, but in its box;
+ * KURVO_ERR_MEMORY; the result is then KURVO_REGION_OUTSIDE. KURVO_ERR_STACK_EMPTY for a point
+ * inside when the stack of epsilon is full; the result is right all the same. Error pending: a
+ * point on a vertex is KURVO_REGION_ON, every other KURVO_REGION_OUTSIDE. No allocation up to
+ * degree 39; neither the chain nor the tolerances are touched. Cost: one look at every control
+ * point; only curves whose box holds the point are subdivided. */
 KURVO_API void KurvosfPntBoundForPlane(const Coord normal, const Cvseq *seq, const Coord p,
                                        uint32_t *result, GlobalVar *g) KURVO_NOEXCEPT;
 

@@ -1,6 +1,8 @@
 // Points of the plane and affine maps of it.
 #pragma once
 
+#include <numbers>
+
 namespace kurvo::tools {
 
 struct Point {
@@ -13,6 +15,8 @@ inline Point operator-(Point p, Point q) { return {p.x - q.x, p.y - q.y}; }
 inline Point operator*(double s, Point p) { return {s * p.x, s * p.y}; }
 inline double Dot(Point p, Point q) { return p.x * q.x + p.y * q.y; }
 inline double Cross(Point p, Point q) { return p.x * q.y - p.y * q.x; }
+
+inline double Degrees(double radians) { return radians * 180 / std::numbers::pi; }
 
 // x' = a x + c y + e, y' = b x + d y + f; the order of the six numbers of an SVG matrix().
 struct Affine {

@@ -30,15 +30,6 @@ struct Tooth {
 
 double Size(Point v) { return std::hypot(v.x, v.y); }
 
-template <class Step>
-void ForEachCurve(const Drawing& drawing, const Step& step) {
-  for (const Shape& shape : drawing.shapes) {
-    for (const Outline& outline : shape.outlines) {
-      for (const OwnedCurve& curve : outline.curves) step(curve);
-    }
-  }
-}
-
 class CombMaker {
  public:
   // `total` is the length of all curves.

@@ -9,6 +9,13 @@
 #include "number_text.h"
 
 namespace kurvo::tools {
+namespace {
+
+// Sizes that a picture can have, in pixels.
+constexpr double kSmallestSize = 16;
+constexpr double kLargestSize = 32768;
+
+}  // namespace
 
 CLI::Validator Between(double low, double high) {
   return CLI::Validator(
@@ -27,6 +34,17 @@ void AddOutputOption(CLI::App& command, std::string& output, const std::string& 
   command.add_option("-o,--output", output, description)
       ->check(CLI::Validator(is_name, ""))
       ->type_name("FILE");
+}
+
+CLI::Option* AddSizeOption(CLI::App& command, double& size) {
+  return command
+      .add_option("--size", size, "Longer side of the picture in pixels, 1000 unless given")
+      ->check(Between(kSmallestSize, kLargestSize))
+      ->type_name("PIXELS");
+}
+
+std::string BaseName(const std::string& path) {
+  return OneLine(std::filesystem::path(path).filename().string());
 }
 
 void RefuseInputAsOutput(const std::vector<std::string>& inputs, const std::string& output) {

@@ -16,15 +16,17 @@ struct Command {
   std::function<void()> run;
 };
 
-// Sizes that a picture can have, in pixels.
-inline constexpr double kSmallestSize = 16;
-inline constexpr double kLargestSize = 32768;
-
 // Takes numbers from `low` to `high`; not a number is none of them.
 CLI::Validator Between(double low, double high);
 
 // The option that names the file to write; without it `output` stays empty.
 void AddOutputOption(CLI::App& command, std::string& output, const std::string& description);
+
+// The option for the longer side of the picture, in pixels. Result: for those who go on with it.
+CLI::Option* AddSizeOption(CLI::App& command, double& size);
+
+// The last part of a path, on one line.
+std::string BaseName(const std::string& path);
 
 // Throws when `output` is one of the files that were read.
 void RefuseInputAsOutput(const std::vector<std::string>& inputs, const std::string& output);

@@ -42,7 +42,7 @@ class CrossingPictureWriter {
     out_.Path(out_.Rectangle(layout.View()), "fill=\"#fff\"");
     WriteOverlaps();
     for (std::size_t i = 0; i < curves_.size(); ++i) {
-      out_.Path(Data(curves_[i]), out_.Stroke(kDrawingColours[i], kCurveWidth * pixel_));
+      out_.Path(out_.Polylines(curves_[i]), out_.Stroke(kDrawingColours[i], kCurveWidth * pixel_));
     }
     WriteCrossings();
     layout.WriteLegend(out_);
@@ -53,20 +53,10 @@ class CrossingPictureWriter {
  private:
   std::vector<Polyline> Trace(const Drawing& drawing) const {
     std::vector<Polyline> curves;
-    for (const Shape& shape : drawing.shapes) {
-      for (const Outline& outline : shape.outlines) {
-        for (const OwnedCurve& curve : outline.curves) {
-          curves.push_back(SampleCurve(library_, curve, kChordTolerance * extent_));
-        }
-      }
-    }
+    ForEachCurve(drawing, [&](const OwnedCurve& curve) {
+      curves.push_back(SampleCurve(library_, curve, kChordTolerance * extent_));
+    });
     return curves;
-  }
-
-  std::string Data(const std::vector<Polyline>& lines) const {
-    std::string data;
-    for (const Polyline& line : lines) data += out_.Polyline(line);
-    return data;
   }
 
   void WriteOverlaps() {
@@ -78,8 +68,8 @@ class CrossingPictureWriter {
       const OwnedCurve& curve = *report_.first.curves[overlap.first].curve;
       stretches.push_back(SampleCurve(library_, curve, kChordTolerance * extent_, from, to));
     }
-    out_.Path(Data(stretches), out_.Stroke(kCrossingColour, kOverlapWidth * pixel_) + " " +
-                                   std::string(kOverlapOpacity));
+    out_.Path(out_.Polylines(stretches), out_.Stroke(kCrossingColour, kOverlapWidth * pixel_) +
+                                             " " + std::string(kOverlapOpacity));
   }
 
   void WriteCrossings() {

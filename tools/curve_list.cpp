@@ -5,12 +5,8 @@ namespace {
 
 // An outline may come back to its start without being closed.
 bool EndMeetsStart(Library& library, const Outline& outline) {
-  Coord start = {0, 0, 0};
-  Coord end = {0, 0, 0};
-  KurvocvStartPoint(outline.curves.front().Get(), start, library.State());
-  KurvocvEndPoint(outline.curves.back().Get(), end, library.State());
-  library.Check();
-  return KurvoclSameCoord(start, end, library.State()) == 1;
+  return AreSame(library, StartOf(library, outline.curves.front()),
+                 EndOf(library, outline.curves.back()));
 }
 
 }  // namespace

@@ -65,18 +65,12 @@ class StretchFinder {
               [](const CommonPoint& a, const CommonPoint& b) { return a.first < b.first; });
     // Ends of both curves at one point.
     const auto same = [&](const CommonPoint& a, const CommonPoint& b) {
-      return AreSame(PositionOf(library_, first_, a.first),
+      return AreSame(library_, PositionOf(library_, first_, a.first),
                      PositionOf(library_, first_, b.first)) &&
              b.first - a.first < 0.5;  // not the two ends of a curve that closes
     };
     ends.erase(std::unique(ends.begin(), ends.end(), same), ends.end());
     return ends;
-  }
-
-  bool AreSame(Point p, Point q) const {
-    const Coord a = {p.x, p.y, 0};
-    const Coord b = {q.x, q.y, 0};
-    return KurvoclSameCoord(a, b, library_.State()) == 1;
   }
 
   std::optional<CommonStretch> StretchBetween(const CommonPoint& from,

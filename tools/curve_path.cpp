@@ -1,7 +1,6 @@
 #include "curve_path.h"
 
 #include <cmath>
-#include <numbers>
 
 #include "elliptical_arc.h"
 
@@ -10,8 +9,6 @@ namespace {
 
 // Nearly straight: 1 - cosine of half the angle, of which rounding leaves no digit.
 constexpr double kFlat = 1e-12;
-
-double Degrees(double radians) { return radians * 180 / std::numbers::pi; }
 
 std::string Pair(Point p, const SvgText& out) { return out.Number(p.x) + " " + out.Number(p.y); }
 

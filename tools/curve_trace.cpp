@@ -7,21 +7,22 @@
 namespace kurvo::tools {
 namespace {
 
+template <class Block>
+void Append(const Block& bezier, std::vector<Point>& points) {
+  for (int i = 0; i <= bezier.degree; ++i) {
+    points.push_back({bezier.points[i][0], bezier.points[i][1]});
+  }
+}
+
 std::vector<Point> ControlPoints(const OwnedCurve& curve) {
   std::vector<Point> points;
   if (curve.Type() == CV_BEZIER) {
-    const auto* bezier = static_cast<const KurvoBezier*>(curve.Get()->data);
-    for (int i = 0; i <= bezier->degree; ++i) {
-      points.push_back({bezier->points[i][0], bezier->points[i][1]});
-    }
+    Append(curve.Block<KurvoBezier>(), points);
   } else if (curve.Type() == CV_RBEZIER) {
-    const auto* bezier = static_cast<const KurvoRBezier*>(curve.Get()->data);
-    for (int i = 0; i <= bezier->degree; ++i) {
-      points.push_back({bezier->points[i][0], bezier->points[i][1]});
-    }
+    Append(curve.Block<KurvoRBezier>(), points);
   } else if (curve.Type() == CV_ARC) {
-    const auto* arc = static_cast<const KurvoArc*>(curve.Get()->data);
-    points.push_back({arc->centre[0], arc->centre[1]});
+    const auto& arc = curve.Block<KurvoArc>();
+    points.push_back({arc.centre[0], arc.centre[1]});
   }
   return points;
 }
@@ -40,13 +41,7 @@ OutlineTrace TraceOutline(Library& library, const Outline& outline, double toler
 
 double Extent(Library& library, const std::vector<const Drawing*>& drawings) {
   Bounds box;
-  for (const Drawing* drawing : drawings) {
-    for (const Shape& shape : drawing->shapes) {
-      for (const Outline& outline : shape.outlines) {
-        for (const OwnedCurve& curve : outline.curves) box.Add(BoundsOf(library, curve));
-      }
-    }
-  }
+  for (const Drawing* drawing : drawings) box.Add(BoundsOf(library, *drawing));
   return box.IsEmpty() ? 1 : std::max(box.Width(), box.Height());
 }
 

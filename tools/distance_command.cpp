@@ -1,10 +1,8 @@
 #include "distance_command.h"
 
-#include <filesystem>
 #include <memory>
 
 #include "curve_list.h"
-#include "input_error.h"
 #include "library.h"
 #include "link_picture.h"
 #include "link_report.h"
@@ -22,10 +20,6 @@ struct DistanceOptions {
   bool quiet = false;
   double size = 1000;
 };
-
-std::string BaseName(const std::string& path) {
-  return OneLine(std::filesystem::path(path).filename().string());
-}
 
 void RunDistance(const DistanceOptions& options) {
   Library library;
@@ -55,11 +49,7 @@ Command AddDistanceCommand(CLI::App& app) {
   distance->add_option("second", options->second, "Another one")->required()->type_name("FILE");
   AddOutputOption(*distance, options->output,
                   "Write a picture of the drawings with their links to this SVG file");
-  distance
-      ->add_option("--size", options->size,
-                   "Longer side of the picture in pixels, 1000 unless given")
-      ->check(Between(kSmallestSize, kLargestSize))
-      ->type_name("PIXELS");
+  AddSizeOption(*distance, options->size);
   distance->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
   distance->add_flag("-q,--quiet", options->quiet, "Do not print the table");
   distance->footer(

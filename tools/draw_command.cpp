@@ -48,10 +48,7 @@ void AddPictureOptions(CLI::App& draw, PictureOptions& picture) {
       ->check(Between(kThinnestStroke, kThickestStroke))
       ->type_name("WIDTH")
       ->group(kGroup);
-  draw.add_option("--size", picture.size, "Longer side of the picture in pixels, 1000 unless given")
-      ->check(Between(kSmallestSize, kLargestSize))
-      ->type_name("PIXELS")
-      ->group(kGroup);
+  AddSizeOption(draw, picture.size)->group(kGroup);
 }
 
 void Draw(const DrawOptions& options) {

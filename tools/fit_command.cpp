@@ -1,6 +1,7 @@
 #include "fit_command.h"
 
 #include <memory>
+#include <optional>
 
 #include "fit_picture.h"
 #include "input_error.h"
@@ -13,7 +14,7 @@
 namespace kurvo::tools {
 namespace {
 
-constexpr int kHighestOrder = 64;
+constexpr int kHighestOrder = 40;  // that the library fits
 
 struct FitOptions {
   std::string input;
@@ -24,27 +25,16 @@ struct FitOptions {
   FitPictureOptions picture;
 };
 
-const KurvoBSpline& BlockOf(const OwnedCurve& spline) {
-  return *static_cast<const KurvoBSpline*>(spline.Get()->data);
-}
-
-double LengthOf(Library& library, const OwnedCurve& spline) {
-  double length = 0;
-  KurvocvCurveLen(spline.Get(), 0, 1, &length, library.State());
-  library.Check();
-  return length;
-}
-
 std::string Summary(Library& library, const OwnedCurve& spline) {
-  const KurvoBSpline& block = BlockOf(spline);
+  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
   return "B-spline of order " + std::to_string(block.order) + " through " +
-         std::to_string(block.count) + " points, length " + ShortNumber(LengthOf(library, spline)) +
-         "\n";
+         std::to_string(block.count) + " points, length " +
+         ShortNumber(LengthOf(library, spline, 0, 1)) + "\n";
 }
 
 std::string Json(const OwnedCurve& spline) {
   constexpr auto kLines = JsonWriter::Layout::kLines;
-  const KurvoBSpline& block = BlockOf(spline);
+  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
   JsonWriter json;
   json.BeginObject(kLines);
   json.Key("order");
@@ -70,7 +60,12 @@ void Fit(const FitOptions& options) {
     throw InputError(OneLine(options.input) + ": " + std::to_string(points.size()) +
                      " points are too few for order " + std::to_string(options.order));
   }
-  const OwnedCurve spline = OwnedCurve::Through(library, points, options.order);
+  const std::optional<OwnedCurve> through = OwnedCurve::Through(library, points, options.order);
+  if (!through) {
+    throw InputError(OneLine(options.input) + ": no B-spline of order " +
+                     std::to_string(options.order) + " passes through these points");
+  }
+  const OwnedCurve& spline = *through;
   if (!options.output.empty()) {
     RefuseInputAsOutput({options.input}, options.output);
     WriteWholeFile(options.output, FitPicture(library, points, spline, options.picture));
@@ -92,10 +87,7 @@ Command AddFitCommand(CLI::App& app) {
       ->type_name("K");
   AddOutputOption(*fit, options->output,
                   "Write a picture of the spline with the points marked to this SVG file");
-  fit->add_option("--size", options->picture.size,
-                  "Longer side of the picture in pixels, 1000 unless given")
-      ->check(Between(kSmallestSize, kLargestSize))
-      ->type_name("PIXELS");
+  AddSizeOption(*fit, options->picture.size);
   fit->add_flag("--control", options->picture.control, "Draw the control polygon too");
   fit->add_flag("--json", options->json, "Print knots and control points as JSON");
   fit->add_flag("-q,--quiet", options->quiet, "Print nothing");

@@ -1,7 +1,6 @@
 #include "fit_picture.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "curve_trace.h"
 #include "legend.h"
@@ -16,12 +15,8 @@ namespace {
 constexpr double kCurveWidth = 2.25;
 constexpr double kThinWidth = 1;
 
-const KurvoBSpline& BlockOf(const OwnedCurve& spline) {
-  return *static_cast<const KurvoBSpline*>(spline.Get()->data);
-}
-
 std::vector<Point> ControlPoints(const OwnedCurve& spline) {
-  const KurvoBSpline& block = BlockOf(spline);
+  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
   std::vector<Point> points;
   for (int i = 0; i < block.count; ++i) points.push_back({block.points[i][0], block.points[i][1]});
   return points;
@@ -29,7 +24,7 @@ std::vector<Point> ControlPoints(const OwnedCurve& spline) {
 
 // Span by span, so that no bend hides between two samples.
 std::vector<Point> Trace(Library& library, const OwnedCurve& spline, double tolerance) {
-  const KurvoBSpline& block = BlockOf(spline);
+  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
   if (block.order == 2) return ControlPoints(spline);  // a polygon
   std::vector<Point> trace = {StartOf(library, spline)};
   for (int i = block.order - 1; i < block.count; ++i) {

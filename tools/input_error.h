@@ -8,7 +8,7 @@
 
 namespace kurvo::tools {
 
-// A drawing that cannot be read; the message names file, element and offset on one line.
+// Input that cannot be read; the message names the file and the place in it on one line.
 class InputError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -9,7 +9,6 @@
 #include "crossing_picture.h"
 #include "crossing_report.h"
 #include "crossings.h"
-#include "input_error.h"
 #include "library.h"
 #include "output_file.h"
 #include "progress.h"
@@ -31,10 +30,6 @@ bool IsOneFile(const IntersectOptions& options) {
   std::error_code ignored;
   return options.second.empty() ||
          std::filesystem::equivalent(options.first, options.second, ignored);
-}
-
-std::string BaseName(const std::string& path) {
-  return OneLine(std::filesystem::path(path).filename().string());
 }
 
 // The drawings and their curves; with one file the second drawing is missing.
@@ -92,11 +87,7 @@ Command AddIntersectCommand(CLI::App& app) {
       ->type_name("FILE");
   AddOutputOption(*intersect, options->output,
                   "Write a picture of the drawings with the crossings marked to this SVG file");
-  intersect
-      ->add_option("--size", options->size,
-                   "Longer side of the picture in pixels, 1000 unless given")
-      ->check(Between(kSmallestSize, kLargestSize))
-      ->type_name("PIXELS");
+  AddSizeOption(*intersect, options->size);
   intersect->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
   intersect->add_flag("--joints", options->joints,
                       "With one drawing, also list the points where an outline goes from one curve "

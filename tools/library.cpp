@@ -81,13 +81,18 @@ OwnedCurve OwnedCurve::RationalQuadratic(Point p0, Point p1, double weight1, Poi
   return curve;
 }
 
-OwnedCurve OwnedCurve::Through(Library& library, const std::vector<Point>& points, int order) {
+std::optional<OwnedCurve> OwnedCurve::Through(Library& library, const std::vector<Point>& points,
+                                              int order) {
   std::vector<double> coordinates;
   coordinates.reserve(3 * points.size());
   for (const Point p : points) coordinates.insert(coordinates.end(), {p.x, p.y, 0});
   OwnedCurve curve;
   KurvocvGenBspl(coordinates.data(), static_cast<int32_t>(points.size()), order, &curve.curve_,
                  library.State());
+  if (KurvoErrGet(library.State()) == KURVO_ERR_FIT_POINTS) {
+    KurvoErrReset(library.State());
+    return std::nullopt;
+  }
   library.Check();
   return curve;
 }
@@ -173,6 +178,13 @@ bool IsPoint(Library& library, const OwnedCurve& curve) {
   const bool is_point = KurvocvDegenerate(curve.Get(), p, library.State()) == 1;
   library.Check();
   return is_point;
+}
+
+bool AreSame(Library& library, Point p, Point q) {
+  Coord a, b;
+  Put(a, p);
+  Put(b, q);
+  return KurvoclSameCoord(a, b, library.State()) == 1;
 }
 
 std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p) {

@@ -50,6 +50,10 @@ class OwnedCurve {
 
   const Curve* Get() const { return &curve_; }
   int Type() const { return curve_.type; }
+  template <class T>  // KurvoLine ... KurvoSegcv, as fits the type
+  const T& Block() const {
+    return *static_cast<const T*>(curve_.data);
+  }
 
   static OwnedCurve Line(Point start, Point end);
   static OwnedCurve Arc(Point centre, double radius, bool counter_clockwise, Point start,
@@ -58,9 +62,10 @@ class OwnedCurve {
   static OwnedCurve Cubic(Point p0, Point p1, Point p2, Point p3);
   // Of degree 2, with outer weights 1.
   static OwnedCurve RationalQuadratic(Point p0, Point p1, double weight1, Point p2);
-  // The spline of this order through at least `order` points, of which no neighbours are the same.
-  // Throws LibraryError.
-  static OwnedCurve Through(Library& library, const std::vector<Point>& points, int order);
+  // The spline of this order through at least `order` points, of which no neighbours are the same;
+  // nothing when none in doubles passes through them. Throws LibraryError.
+  static std::optional<OwnedCurve> Through(Library& library, const std::vector<Point>& points,
+                                           int order);
   // Copies of curves, which need not meet, as one: number i, from 0, has the parameters from i to
   // i + 1. Throws LibraryError.
   static OwnedCurve Composite(Library& library, const std::vector<const OwnedCurve*>& pieces);
@@ -86,6 +91,8 @@ Point StartOf(Library& library, const OwnedCurve& curve);
 Point EndOf(Library& library, const OwnedCurve& curve);
 int DegreeOf(Library& library, const OwnedCurve& curve);
 bool IsPoint(Library& library, const OwnedCurve& curve);
+// Whether the points are the same within the length tolerance.
+bool AreSame(Library& library, Point p, Point q);
 // The parameter of a point that lies on the curve within the length tolerance.
 std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p);
 

@@ -1,6 +1,5 @@
 #include "link_picture.h"
 
-#include <utility>
 #include <vector>
 
 #include "curve_trace.h"
@@ -74,9 +73,7 @@ std::string LinkPicture(Library& library, const Drawing& first, const Drawing& s
   out.Open(layout.View(), size);
   out.Path(out.Rectangle(layout.View()), "fill=\"#fff\"");
   for (std::size_t i = 0; i < 2; ++i) {
-    std::string data;
-    for (const Polyline& curve : curves[i]) data += out.Polyline(curve);
-    out.Path(data, out.Stroke(kDrawingColours[i], kCurveWidth * pixel));
+    out.Path(out.Polylines(curves[i]), out.Stroke(kDrawingColours[i], kCurveWidth * pixel));
   }
   WriteLinks(report, pixel, out);
   layout.WriteLegend(out);

@@ -8,6 +8,7 @@
 #include "input_error.h"
 #include "library.h"
 #include "locate.h"
+#include "locate_picture.h"
 #include "locate_report.h"
 #include "output_file.h"
 #include "point_argument.h"
@@ -40,16 +41,6 @@ std::vector<Point> GridPoints(const Bounds& box, int count) {
     }
   }
   return points;
-}
-
-Bounds BoundsOf(Library& library, const Drawing& drawing) {
-  Bounds box;
-  for (const Shape& shape : drawing.shapes) {
-    for (const Outline& outline : shape.outlines) {
-      for (const OwnedCurve& curve : outline.curves) box.Add(BoundsOf(library, curve));
-    }
-  }
-  return box;
 }
 
 LocateReport ReportOn(Library& library, const Drawing& drawing, const LocateOptions& options) {
@@ -113,11 +104,7 @@ Command AddLocateCommand(CLI::App& app) {
       ->check(CLI::Range(1, kMostGridPoints))
       ->type_name("COUNT");
   AddOutputOption(*locate, options->output, "Draw the curves and the points to this SVG file");
-  locate
-      ->add_option("--size", options->size,
-                   "Longer side of the picture in pixels, 1000 unless given")
-      ->check(Between(kSmallestSize, kLargestSize))
-      ->type_name("PIXELS");
+  AddSizeOption(*locate, options->size);
   locate->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
   locate->footer(
       "Inside is what the fill rule of a shape fills, also where outlines cross themselves; an "

@@ -1,8 +1,9 @@
+#include "locate_picture.h"
+
 #include <string_view>
 
 #include "curve_trace.h"
 #include "legend.h"
-#include "locate_report.h"
 #include "picture_layout.h"
 #include "sampling.h"
 
@@ -38,15 +39,11 @@ std::string LocatePicture(Library& library, const Drawing& drawing, const Locate
   SvgText out(extent);
   Bounds shown;
   std::string data;
-  for (const Shape& shape : drawing.shapes) {
-    for (const Outline& outline : shape.outlines) {
-      for (const OwnedCurve& curve : outline.curves) {
-        const std::vector<Point> line = SampleCurve(library, curve, kChordTolerance * extent);
-        for (const Point p : line) shown.Add(p);
-        data += out.Polyline(line);
-      }
-    }
-  }
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) {
+    const std::vector<Point> line = SampleCurve(library, curve, kChordTolerance * extent);
+    for (const Point p : line) shown.Add(p);
+    data += out.Polyline(line);
+  });
   for (const auto* points : {&report.points, &report.grid}) {
     for (const LocatedPoint& at : *points) shown.Add(at.point);
   }

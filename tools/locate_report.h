@@ -1,4 +1,4 @@
-// Where points lie, as text, as JSON and as a picture.
+// Where points lie, as text and as JSON.
 #pragma once
 
 #include <string>
@@ -26,10 +26,5 @@ std::string LocateTable(const LocateReport& report);
 
 // The same with all digits, and every point of the grid.
 std::string LocateJson(const LocateReport& report);
-
-// The curves as evaluated with all points, coloured by where they lie; the longer side is `size`
-// pixels.
-std::string LocatePicture(Library& library, const Drawing& drawing, const LocateReport& report,
-                          double size);
 
 }  // namespace kurvo::tools

@@ -1,5 +1,4 @@
-// The command-line client: reads outlines, prints what they are made of, draws, intersects,
-// measures, splits and offsets them, and fits curves to points.
+// The command-line client: one command for each thing to do with the outlines of a drawing.
 #include <signal.h>
 
 #include <CLI/CLI.hpp>
@@ -46,7 +45,8 @@ std::string Problem(const CLI::App& app, const CLI::Error& error) {
 int Run(int argc, char** argv) {
   CLI::App app(
       "Reads outlines as curve records, shows what they are made of, draws, intersects, measures, "
-      "splits and offsets them, and fits curves to points.",
+      "splits and offsets them, tells what lies inside and how far drawings are apart, and fits "
+      "curves to points.",
       "kurvo");
   app.set_version_flag("--version", "kurvo " KURVO_VERSION);
   app.require_subcommand(1);

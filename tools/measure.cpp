@@ -107,12 +107,4 @@ const OutlineMeasures* NearestOutline(const std::vector<OutlineMeasures>& outlin
   return nearest == outlines.end() ? nullptr : &*nearest;
 }
 
-std::size_t CurveCount(const Drawing& drawing) {
-  std::size_t count = 0;
-  for (const Shape& shape : drawing.shapes) {
-    for (const Outline& outline : shape.outlines) count += outline.curves.size();
-  }
-  return count;
-}
-
 }  // namespace kurvo::tools

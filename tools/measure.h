@@ -50,6 +50,4 @@ const NearestPoint& NearestIn(const OutlineMeasures& outline);
 std::optional<std::size_t> LeastCurved(const OutlineMeasures& outline);
 std::optional<std::size_t> MostCurved(const OutlineMeasures& outline);
 
-std::size_t CurveCount(const Drawing& drawing);
-
 }  // namespace kurvo::tools

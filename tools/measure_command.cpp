@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <cmath>
 #include <memory>
 #include <optional>
 
@@ -56,10 +55,8 @@ Command AddMeasureCommand(CLI::App& app) {
   measure->footer(
       "The box of a Bezier curve is that of its control points. Curvature is 1 / radius, its least "
       "and its\ngreatest value; turning is what the tangent turns by, in degrees, in an outline "
-      "with "
-      "its corners.\nBoth are positive from x towards y, clockwise as SVG is seen. Curves are "
-      "counted "
-      "from 1 in each\noutline; t runs from 0 to 1 along a curve.");
+      "with its corners.\nBoth are positive from x towards y, clockwise as SVG is seen. Curves are "
+      "counted from 1 in each\noutline; t runs from 0 to 1 along a curve.");
   return {measure, [options] { RunMeasure(*options); }};
 }
 

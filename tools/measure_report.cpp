@@ -1,6 +1,5 @@
 #include "measure_report.h"
 
-#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -26,8 +25,6 @@ void AddNearest(const NearestPoint& nearest, std::vector<std::string>& row) {
   row.insert(row.end(), {ShortNumber(nearest.distance), ShortNumber(nearest.parameter),
                          PointText(nearest.point)});
 }
-
-double Degrees(double radians) { return radians * 180 / M_PI; }
 
 std::string CurvatureText(const std::optional<CurvatureAt>& least,
                           const std::optional<CurvatureAt>& greatest) {

@@ -1,7 +1,6 @@
 // The outlines of a drawing at a distance.
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>

@@ -2,13 +2,10 @@
 
 #include <unistd.h>
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 
-#include "input_error.h"
 #include "library.h"
-#include "measure.h"
 #include "offset.h"
 #include "offset_picture.h"
 #include "output_file.h"
@@ -41,8 +38,8 @@ void RunOffset(const OffsetOptions& options) {
   const std::string table = OffsetTable(library, offsets);
   if (!options.output.empty()) {
     RefuseInputAsOutput({options.input}, options.output);
-    const std::string name = OneLine(std::filesystem::path(options.input).filename().string());
-    WriteWholeFile(options.output, OffsetPicture(library, drawing, offsets, name, options.size));
+    WriteWholeFile(options.output,
+                   OffsetPicture(library, drawing, offsets, BaseName(options.input), options.size));
   }
   PrintSkipped(options.input, drawing);
   if (!options.quiet) Print(table);
@@ -74,11 +71,7 @@ Command AddOffsetCommand(CLI::App& app) {
                    "thousandth of the distance unless given")
       ->check(Between(kSmallestTolerance, kLargestDistance))
       ->type_name("LENGTH");
-  offset
-      ->add_option("--size", options->size,
-                   "Longer side of the picture in pixels, 1000 unless given")
-      ->check(Between(kSmallestSize, kLargestSize))
-      ->type_name("PIXELS");
+  AddSizeOption(*offset, options->size);
   offset->add_flag("-q,--quiet", options->quiet, "Do not print the table");
   offset->footer(
       "The left of travel is the outside of rect, circle and ellipse elements. Curves are moved "

@@ -1,7 +1,6 @@
 #include "offset_picture.h"
 
 #include <cstddef>
-#include <utility>
 
 #include "curve_trace.h"
 #include "legend.h"
@@ -18,21 +17,10 @@ constexpr double kOffsetWidth = 1.25;
 
 using Polyline = std::vector<Point>;
 
-void AddTraces(Library& library, const std::vector<OwnedCurve>& curves, double tolerance,
-               std::vector<Polyline>& traces) {
-  for (const OwnedCurve& curve : curves) traces.push_back(SampleCurve(library, curve, tolerance));
-}
-
 void AddPoints(const std::vector<Polyline>& traces, Bounds& bounds) {
   for (const Polyline& trace : traces) {
     for (const Point p : trace) bounds.Add(p);
   }
-}
-
-std::string Data(const SvgText& out, const std::vector<Polyline>& traces) {
-  std::string data;
-  for (const Polyline& trace : traces) data += out.Polyline(trace);
-  return data;
 }
 
 std::string OffsetText(std::size_t pieces) {
@@ -45,15 +33,14 @@ std::string OffsetPicture(Library& library, const Drawing& drawing,
                           const std::vector<OutlineOffset>& offsets, const std::string& name,
                           double size) {
   const double extent = Extent(library, {&drawing});
+  const auto trace = [&](const OwnedCurve& curve) {
+    return SampleCurve(library, curve, kChordTolerance * extent);
+  };
   std::vector<Polyline> sources;
-  for (const Shape& shape : drawing.shapes) {
-    for (const Outline& outline : shape.outlines) {
-      AddTraces(library, outline.curves, kChordTolerance * extent, sources);
-    }
-  }
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) { sources.push_back(trace(curve)); });
   std::vector<Polyline> moved;
   for (const OutlineOffset& offset : offsets) {
-    AddTraces(library, offset.pieces, kChordTolerance * extent, moved);
+    for (const OwnedCurve& piece : offset.pieces) moved.push_back(trace(piece));
   }
   Bounds shown;
   AddPoints(sources, shown);
@@ -68,8 +55,8 @@ std::string OffsetPicture(Library& library, const Drawing& drawing,
   SvgText out(extent);
   out.Open(layout.View(), size);
   out.Path(out.Rectangle(layout.View()), "fill=\"#fff\"");
-  out.Path(Data(out, sources), out.Stroke(source_colour, kSourceWidth * pixel));
-  out.Path(Data(out, moved), out.Stroke(offset_colour, kOffsetWidth * pixel));
+  out.Path(out.Polylines(sources), out.Stroke(source_colour, kSourceWidth * pixel));
+  out.Path(out.Polylines(moved), out.Stroke(offset_colour, kOffsetWidth * pixel));
   layout.WriteLegend(out);
   out.Close();
   return out.Take();

@@ -1,7 +1,6 @@
 // Builds the outlines of one shape, step by step, as a pen would draw them.
 #pragma once
 
-#include <cstddef>
 #include <vector>
 
 #include "affine.h"

@@ -1,6 +1,5 @@
 #include "picture.h"
 
-#include <string_view>
 #include <utility>
 #include <vector>
 

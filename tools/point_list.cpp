@@ -12,12 +12,6 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 
-bool SamePoint(Library& library, Point p, Point q) {
-  const Coord a = {p.x, p.y, 0};
-  const Coord b = {q.x, q.y, 0};
-  return KurvoclSameCoord(a, b, library.State()) == 1;
-}
-
 // The point on a line that is not empty. Throws ElementError.
 Point ParseLine(TextScanner& scanner) {
   const double x = scanner.Number();
@@ -53,7 +47,7 @@ std::vector<Point> ReadPoints(Library& library, const std::string& path) {
       refuse(error.what());
     }
     const std::size_t count = points.size();
-    if (count > 1 && SamePoint(library, points[count - 2], points[count - 1])) {
+    if (count > 1 && AreSame(library, points[count - 2], points[count - 1])) {
       refuse(where + ": the same point as the one before");
     }
   }

@@ -29,8 +29,8 @@ void AppendAfter(double t, std::vector<double>& parameters) {
   parameters.push_back(t);
 }
 
-// The outline is walked curve by curve. A cut that is at the end of one of them,
-// to within the length tolerance, falls between it and the next.
+// The outline is walked curve by curve. A cut that is at the end of one of them, to within the
+// length tolerance, falls between it and the next.
 class PartSplitter {
  public:
   PartSplitter(Library& library, const Outline& outline, std::size_t count)

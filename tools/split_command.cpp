@@ -7,7 +7,6 @@
 #include "curve_trace.h"
 #include "input_error.h"
 #include "library.h"
-#include "measure.h"
 #include "output_file.h"
 #include "progress.h"
 #include "split.h"
@@ -99,11 +98,7 @@ Command AddSplitCommand(CLI::App& app) {
   how->require_option(1);
   AddOutputOption(*split, options->output,
                   "Write the pieces to this SVG file, each as a path of its own");
-  split
-      ->add_option("--size", options->size,
-                   "Longer side of the picture in pixels, 1000 unless given")
-      ->check(Between(kSmallestSize, kLargestSize))
-      ->type_name("PIXELS");
+  AddSizeOption(*split, options->size);
   split->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
   split->add_flag("-q,--quiet", options->quiet, "Do not print the table");
   split->footer(

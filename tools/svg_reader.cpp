@@ -242,6 +242,18 @@ class SvgReader {
 
 }  // namespace
 
+std::size_t CurveCount(const Drawing& drawing) {
+  std::size_t count = 0;
+  ForEachCurve(drawing, [&](const OwnedCurve&) { ++count; });
+  return count;
+}
+
+Bounds BoundsOf(Library& library, const Drawing& drawing) {
+  Bounds box;
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) { box.Add(BoundsOf(library, curve)); });
+  return box;
+}
+
 Drawing ReadSvg(Library& library, const std::string& path) {
   return SvgReader(library, path).Read();
 }

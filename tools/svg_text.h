@@ -29,6 +29,7 @@ class SvgText {
   void Text(Point baseline, std::string_view text);
 
   std::string Polyline(const std::vector<Point>& points) const;
+  std::string Polylines(const std::vector<std::vector<Point>>& lines) const;
   std::string Square(Point centre, double half_side) const;
   std::string Cross(Point centre, double half_length) const;
   std::string Rectangle(const Bounds& box) const;

@@ -48,7 +48,7 @@ int Winding::CrossingsOf(const Piece& piece, Point p, int halvings_left) const {
     return CrossLine(start, end, p);
   }
   if (curve->Type() == CV_ARC) {
-    return CrossArc(*static_cast<const KurvoArc*>(curve->Get()->data), start, end, p);
+    return CrossArc(curve->Block<KurvoArc>(), start, end, p);
   }
   // The halves take over the ends, so that heights on either side of an end are the same.
   const std::vector<OwnedCurve> halves = OwnedCurve::Divided(library_, *curve, {0.5});

@@ -17,7 +17,7 @@ constexpr double kOnSameCircle = 0.0001;
 // coordinates times the length of the chords: a few roundings of each.
 constexpr double kChordRounding = 8.0 * std::numeric_limits<double>::epsilon();
 
-constexpr int kSamples = 10;
+constexpr int kSamples = 10;  // points that must lie on the circle, at every tenth of the domain
 
 struct Circle {
   Vec2 centre;

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "build/convert_from.h"
+#include "build/copied_curve.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
 #include "records/views.h"
@@ -30,13 +31,6 @@ class SilentErrors {
   GlobalVar& g_;
   const int32_t error_;
 };
-
-OwnedCurve Copied(const Curve& source, GlobalVar& g) {
-  OwnedCurve copy;
-  KurvocvCopyCurve(&source, &copy.curve(), &g);
-  if (ErrorPending(g)) return {};
-  return copy;
-}
 
 // A curve whose control points run straight ahead. In a composite only Bezier pieces are looked at,
 // so that one of arcs and Bezier curves becomes the line between its ends.
@@ -66,7 +60,7 @@ OwnedCurve ToOtherType(const Curve& source, int32_t type, LinePiece line_piece, 
 
 OwnedCurve Converted(const Curve& source, int32_t type, GlobalVar& g, LinePiece line_piece) {
   const SilentErrors silent(g);
-  OwnedCurve result = type == source.type ? Copied(source, g)
+  OwnedCurve result = type == source.type ? CopyOf(source, g)
                       : type == CV_LINE   ? ToLine(source, g)
                                           : ToOtherType(source, type, line_piece, g);
   silent.ThrowIfOutOfMemory();

@@ -9,7 +9,6 @@
 #include "build/point_curve.h"
 #include "foundation/point.h"
 #include "foundation/rounded_compare.h"
-#include "records/domain.h"
 
 namespace kurvo {
 namespace {

@@ -17,11 +17,6 @@
 namespace kurvo {
 namespace {
 
-OwnedCurve Refusal(GlobalVar& g, int32_t code) {
-  Fail(g, code);
-  return {};
-}
-
 // The extended range in a curve's own parameter, that of a B-spline taken to be [0, 1].
 Domain RangeOf(const Curve& curve, Extension by) {
   const double end = curve.type == CV_SEGCV ? DomainOf(curve).end : 1.0;

@@ -5,7 +5,6 @@
 #include "build/divide_composite.h"
 #include "build/extend_rules.h"
 #include "build/new_records.h"
-#include "foundation/error_codes.h"
 #include "foundation/rounded_compare.h"
 #include "records/domain.h"
 
@@ -65,11 +64,6 @@ bool Grow(PieceList& list, Extension by, GlobalVar& g) {
   if (last == 0) return ExtendPiece(list, 0, by, g);  // both ends at once
   if (by.start > 0.0 && !ExtendPiece(list, 0, {by.start, 0.0}, g)) return false;
   return !(by.end > 0.0) || ExtendPiece(list, last, {0.0, by.end}, g);
-}
-
-OwnedCurve Refusal(GlobalVar& g, int32_t code) {
-  Fail(g, code);
-  return {};
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include "build/extend_rules.h"
 #include "build/knot_insertion.h"
 #include "build/new_records.h"
-#include "foundation/error_codes.h"
 #include "foundation/rounded_compare.h"
 #include "records/domain.h"
 
@@ -45,17 +44,12 @@ OwnedCurve ExtendSpline(const SplineView<kDim>& spline, Extension by, GlobalVar&
   if (by.end != 0.0) end = FindCut(knots, KnotAt(knots, 1.0 + by.end));
   const bool found = (start || by.start == 0.0) && (end || by.end == 0.0);
   OwnedCurve result = found ? SplinePart(spline, start, end) : OwnedCurve();
-  if (!result.curve().data) {  // knots not in order, or a domain without length
-    Fail(g, KURVO_ERR_CURVE);
-    return {};
-  }
+  // Knots not in order, or a domain without length.
+  if (!result.curve().data) return Refusal(g, KURVO_ERR_CURVE);
   auto& block = result.block<SplineBlock<kDim>>();
   KurvoclNormalizeKnot(block.knots, block.count + block.order, block.order);
   // Fixed behaviour: the first `order` weights stand for all, as they do in conversion.
-  if (!HasPositiveWeights(block.points, block.order)) {
-    Fail(g, KURVO_ERR_WEIGHT);
-    return {};
-  }
+  if (!HasPositiveWeights(block.points, block.order)) return Refusal(g, KURVO_ERR_WEIGHT);
   return result;
 }
 

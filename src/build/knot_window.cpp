@@ -8,9 +8,6 @@
 namespace kurvo {
 namespace {
 
-double WeightOf(const double (&)[3]) { return 1.0; }
-double WeightOf(const double (&point)[4]) { return point[3]; }
-
 std::size_t At(int32_t i) { return static_cast<std::size_t>(i); }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // Division of a curve at several parameters.
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <vector>
 
 #include "build/copied_curve.h"

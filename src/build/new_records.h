@@ -6,7 +6,6 @@
 #include <cstring>
 #include <optional>
 #include <type_traits>
-#include <utility>
 
 #include "records/owned_curve.h"
 #include "records/views.h"

@@ -1,7 +1,6 @@
 // Curves at a constant distance from a curve.
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "build/well_formed.h"
 #include "eval/with_evaluator.h"

@@ -46,9 +46,6 @@ struct Bernstein {
   double at[kMaxOffsetPoints][kSamples];
 };
 
-double WeightOf(const double (&)[3]) { return 1.0; }
-double WeightOf(const double (&p)[4]) { return p[3]; }
-
 template <std::size_t kDim>
 class BezierOffset {
  public:
@@ -125,7 +122,8 @@ class BezierOffset {
   // tangential part a of the way, at curvature c, the distance falls short by
   //   a^2 / (2 distance (1 - c distance)),
   // where 1 - c distance is the speed of the candidate in parts of that of the source. Beyond the
-  // centre of curvature, where it is negative, nothing is asked.
+  // centre of curvature, where it is negative, nothing is asked. Looks at every other sample
+  // between the ends.
   bool MovesSideways(const double (*points)[kDim], const Vec2* polygon, const Vec2* moves) const {
     for (int k = 1; k < kSamples - 1; k += 2) {
       // The last two points of de Casteljau's algorithm, of the source and of the moves.

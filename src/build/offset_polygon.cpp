@@ -6,8 +6,11 @@
 namespace kurvo {
 namespace {
 
+constexpr double kSharpestChecked = -0.8660254037844386;  // cosine of 150 degrees
+constexpr double kSharpestUnchecked = 0.5;                // cosine of 60 degrees
+
 double CosineOf(SharpestTurn sharpest) {
-  return sharpest == SharpestTurn::kChecked ? -0.8660254037844386 : 0.5;
+  return sharpest == SharpestTurn::kChecked ? kSharpestChecked : kSharpestUnchecked;
 }
 
 constexpr int32_t kNone = -1;

@@ -10,7 +10,8 @@ constexpr double kFullCircleSlack = 0.0001;  // radians by which a sweep may mis
 constexpr double kParallelTangents = 1e-12;  // their determinant, in units of the radius squared
 constexpr double kSameLength = 1e-9;         // relative: rounding of ends on one circle
 
-// The sweep as it is counted counter-clockwise, whichever way the arc runs.
+// True when the sweep, counted counter-clockwise whichever way the arc runs, misses a full turn, or
+// none, by the slack at most.
 bool IsFullCircle(Vec2 to_start, Vec2 to_end) {
   const double sweep = OneTurn(AngleOf(to_end) - AngleOf(to_start), kFullCircleSlack);
   // A sweep just short of a full turn folds to just below 0.

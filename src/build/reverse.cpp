@@ -1,6 +1,4 @@
 // Reversal of a curve's direction of travel, and knot vectors mapped onto [0, 1].
-#include "build/reverse.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -69,6 +67,14 @@ void ReverseChecked(const Curve& curve) {
   VisitCurve(curve, [](const auto& view) { ReverseView(view); });
 }
 
+// Returns false, with the curve untouched, when it or one of its pieces is a record that cannot be
+// right.
+bool Reverse(Curve& curve) {
+  if (!CanReverse(curve, 0)) return false;
+  ReverseChecked(curve);
+  return true;
+}
+
 // The knot u becomes (u - a) / (b - a), [a, b] being the domain.
 void NormaliseKnots(double* knots, int32_t count, int32_t order) {
   const double a = knots[order - 1];
@@ -78,13 +84,6 @@ void NormaliseKnots(double* knots, int32_t count, int32_t order) {
 }
 
 }  // namespace
-
-bool Reverse(Curve& curve) {
-  if (!CanReverse(curve, 0)) return false;
-  ReverseChecked(curve);
-  return true;
-}
-
 }  // namespace kurvo
 
 extern "C" {

@@ -1,6 +1,4 @@
 // Moving one end of a curve, the rest of it staying where it is as far as it can.
-#include <optional>
-
 #include "eval/spline_point.h"
 #include "foundation/guard.h"
 #include "foundation/work_area.h"
@@ -14,9 +12,6 @@ enum class End { kStart, kEnd };
 constexpr std::size_t kStackOrder = 64;  // larger orders take their work area from the heap
 
 void Add(Vec3 delta, const double* p) { Store(Spatial(p) + delta, Writable(p)); }
-
-double WeightOf(const double (&)[3]) { return 1.0; }
-double WeightOf(const double (&point)[4]) { return point[3]; }
 
 // a[j], 0 <= j < order, with which the point of the span at t is the sum of a[j] times the control
 // points that act on it.

@@ -19,12 +19,6 @@ Vec2 Corner(const PlanarBox& box, bool right, bool upper) {
   return {right ? box.max.x : box.min.x, upper ? box.max.y : box.min.y};
 }
 
-// True when the boxes overlap or come within `length_tol`.
-bool Meet(const PlanarBox& a, const PlanarBox& b, double length_tol) {
-  return a.max.x >= b.min.x - length_tol && b.max.x >= a.min.x - length_tol &&
-         a.max.y >= b.min.y - length_tol && b.max.y >= a.min.y - length_tol;
-}
-
 // Both distances: the gaps in x and y alone where only one is open, else from corner to corner.
 double AcrossGaps(Vec2 gap, Vec2 from_corner, Vec2 to_corner) {
   if (gap.x > 0 && gap.y > 0) return Length(from_corner - to_corner);

@@ -19,12 +19,22 @@ struct PlanarBox {
     if (p.x > max.x) max.x = p.x;
     if (p.y > max.y) max.y = p.y;
   }
+  void Widen(const PlanarBox& box) {
+    Widen(box.min);
+    Widen(box.max);
+  }
 };
 
 // True when p lies in the box grown by `length_tol`.
 inline bool Contains(const PlanarBox& box, Vec2 p, double length_tol) {
   return box.min.x - length_tol <= p.x && p.x <= box.max.x + length_tol &&
          box.min.y - length_tol <= p.y && p.y <= box.max.y + length_tol;
+}
+
+// True when the boxes overlap or come within `length_tol`; not for NaN.
+inline bool Meet(const PlanarBox& a, const PlanarBox& b, double length_tol) {
+  return a.max.x >= b.min.x - length_tol && b.max.x >= a.min.x - length_tol &&
+         a.max.y >= b.min.y - length_tol && b.max.y >= a.min.y - length_tol;
 }
 
 // The distance from p to a box that is not empty, 0 inside and for NaN.

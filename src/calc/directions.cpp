@@ -5,9 +5,10 @@ namespace kurvo {
 namespace {
 
 // An angle this little below 0, in radians, is not taken for nearly a full turn.
+// Fixed behaviour: in UnsignedAngle this slack is epsilon. Do not unify.
 constexpr double kParallelSlack = 0.0001;
 
-// The angle from a to b as a plain difference of polar angles, in (-2 pi, 2 pi).
+// The angle from a to b as a plain difference of polar angles, in [-2 pi, 2 pi].
 double AngleBetween(Vec2 a, Vec2 b) { return AngleOf(b) - AngleOf(a); }
 
 // Fixed behaviour: the angle is compared with epsilon0 here and with epsilon in Parallel. Do not
@@ -23,14 +24,14 @@ double UnsignedAngle(Vec2 a, Vec2 b, double slack) {
   return angle > kPi ? kTwoPi - angle : angle;
 }
 
-// Fixed behaviour: the turn has its own slack here, that of UnsignedAngle is epsilon. Do not unify.
+}  // namespace
+
 bool Parallel(Vec2 a, Vec2 b, double angle_tol) {
   const double angle = OneTurn(AngleBetween(a, b), kParallelSlack);
   return (-angle_tol <= angle && angle <= angle_tol) ||
          (kPi - angle_tol <= angle && angle <= kPi + angle_tol);
 }
 
-}  // namespace
 }  // namespace kurvo
 
 using kurvo::Planar;

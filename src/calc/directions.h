@@ -11,7 +11,7 @@ namespace kurvo {
 constexpr double kPi = 3.141592653589793;
 constexpr double kTwoPi = 6.283185307179586;
 
-// Polar angle in (-pi, pi]; 0 for the zero vector.
+// Polar angle in [-pi, pi], -pi only for a y of -0.0; 0 for (0, 0).
 inline double AngleOf(Vec2 v) { return std::atan2(v.y, v.x); }
 
 // v / |v|; the zero vector for one whose components are all within `tol` of 0, which is too short
@@ -24,6 +24,9 @@ inline Vec3 UnitVector(Vec3 v, GlobalVar& g) {
   if (Within(v, g.epsilon)) Fail(g, KURVO_WARN_SHORT_VECTOR);
   return UnitOrZero(v, g.epsilon);
 }
+
+// True when the directions are the same or opposite within `angle_tol` radians.
+bool Parallel(Vec2 a, Vec2 b, double angle_tol);
 
 // A difference of two polar angles, brought by one turn into [-slack, 2 pi - slack].
 inline double OneTurn(double angle, double slack) {

@@ -10,9 +10,7 @@ Matrix IdentityMinus(const Matrix& m) {
   return {Vec3{1, 0, 0} - m.row1, Vec3{0, 1, 0} - m.row2, Vec3{0, 0, 1} - m.row3};
 }
 
-}  // namespace
-
-// With (x, y, z) the axis, c = cos, s = sin and t = 1 - c.
+// Rodrigues' rotation: with (x, y, z) the axis, c = cos, s = sin and t = 1 - c.
 Matrix RotationMatrix(Vec3 axis, double angle) {
   const auto [x, y, z] = axis;
   const double c = std::cos(angle);
@@ -22,6 +20,8 @@ Matrix RotationMatrix(Vec3 axis, double angle) {
           {x * y * t + z * s, y * y * t + c, y * z * t - x * s},
           {x * z * t - y * s, y * z * t + x * s, z * z * t + c}};
 }
+
+}  // namespace
 
 Rotation::Rotation(Vec3 centre, Vec3 axis, double angle)
     : matrix_(RotationMatrix(axis, angle)), offset_(IdentityMinus(matrix_) * centre) {}

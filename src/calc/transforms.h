@@ -17,10 +17,8 @@ inline Vec3 operator*(const Matrix& m, Vec3 v) {
   return {Dot(m.row1, v), Dot(m.row2, v), Dot(m.row3, v)};
 }
 
-// Rodrigues' rotation by `angle` (radians) about the unit vector `axis`.
-Matrix RotationMatrix(Vec3 axis, double angle);
-
-// The rotation by `angle` about the axis through `centre`: p becomes R p + (I - R) centre.
+// The rotation by `angle` (radians) about the unit `axis` through `centre`: p becomes
+// R p + (I - R) centre.
 class Rotation {
  public:
   Rotation(Vec3 centre, Vec3 axis, double angle);

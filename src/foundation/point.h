@@ -43,6 +43,10 @@ inline void Store(Vec3 p, double* out) {
   out[2] = p.z;
 }
 
+// The weight of a stored control point, 1 for one that has none.
+inline double WeightOf(const double (&)[3]) { return 1.0; }
+inline double WeightOf(const double (&point)[4]) { return point[3]; }
+
 // True when every component of v is within `length_tol` of 0; a NaN component fails.
 inline bool Within(Vec3 v, double length_tol) {
   return length_tol >= std::fabs(v.x) && length_tol >= std::fabs(v.y) &&

@@ -10,8 +10,7 @@ constexpr double kUnitsPerOne = 1e6;  // values are equal when they round to the
 constexpr double kClearlyApart = 2e-6;  // two millionths round to different counts
 constexpr double kExactlyScaled = 1e9;  // below it a millionth is many units in the last place
 
-constexpr double kAllIntegers =
-    4503599627370496.0;  // 2^52: every double from here on is an integer
+constexpr double kAllIntegers = 4503599627370496.0;  // 2^52: doubles from here on are integers
 
 // `value` as a count of millionths, halves rounded away from zero. The count stays a double, so
 // that no conversion to an integer type can overflow.

@@ -11,12 +11,15 @@ namespace {
 // Length; absolute, whatever the size of the curve.
 constexpr double kSettled = 0.001;
 constexpr int kMaxPasses = 10;  // to 1024 pieces; without having settled by then the last is taken
+constexpr std::size_t kMostPieces = std::size_t{1} << kMaxPasses;
+constexpr std::size_t kParts = 16;  // that Measure::kSixteenths settles one by one
 // Mixes of two control points in one pass: what 1024 pieces of degree 180 take. Polygons of a
 // higher degree are as close to the curve with fewer pieces.
 constexpr std::size_t kMaxMixes = std::size_t{1} << 24;
 
-constexpr std::size_t kRuleDoubles = 1024 * 5 * 3;       // 1024 pieces of rational degree 4
-constexpr std::size_t kSixteenthsDoubles = 16 * 10 * 3;  // 16 pieces of rational degree 9
+// What lies on the stack, beyond it the heap serves.
+constexpr std::size_t kWholeDoubles = kMostPieces * 5 * 3;   // pieces of rational degree 4
+constexpr std::size_t kSixteenthsDoubles = kParts * 10 * 3;  // pieces of rational degree 9
 
 // Halves the curve with the control points at(i) until the length of its polygons settles.
 template <class Pieces, class At>
@@ -48,12 +51,12 @@ template <std::size_t kDim>
 double BezierLength(const BezierView<kDim>& bezier, Measure measure) {
   constexpr std::size_t kSize = kDim == 4 ? 3 : 2;
   const auto at = [&](std::size_t i) { return ControlPoint<kSize>(bezier.points[i]); };
-  HalvedBezier<kSize, kRuleDoubles> pieces(bezier.degree);
+  HalvedBezier<kSize, kWholeDoubles> pieces(bezier.degree);
   if (measure == Measure::kWhole) return SettledLength(pieces, kMaxMixes, at);
 
   HalvedBezier<kSize, kSixteenthsDoubles> sixteenths(bezier.degree);
   sixteenths.Start(at);
-  while (sixteenths.count() < 16) sixteenths.Halve();
+  while (sixteenths.count() < kParts) sixteenths.Halve();
   double sum = 0.0;
   for (std::size_t p = 0; p < sixteenths.count(); ++p)
     sum += SettledLength(pieces, kMaxMixes / sixteenths.count(),

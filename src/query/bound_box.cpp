@@ -2,8 +2,8 @@
 #include <cmath>
 #include <optional>
 
+#include "calc/arc_span.h"
 #include "calc/boxes.h"
-#include "calc/directions.h"
 #include "foundation/error_codes.h"
 #include "records/views.h"
 
@@ -33,13 +33,10 @@ CurveBox BoxOfArc(const KurvoArc& arc) {
   box.planar.Widen(Planar(arc.start));
   box.planar.Widen(Planar(arc.end));
 
-  const bool clockwise = arc.normal[2] < 0.0;
+  const ArcSpan span = SpanOf(arc, kSweepSlack);
   const Vec2 centre = Planar(arc.centre);
-  const double from = AngleOf(Planar(clockwise ? arc.end : arc.start) - centre);
-  const double to = AngleOf(Planar(clockwise ? arc.start : arc.end) - centre);
-  const double sweep = OneTurn(to - from, kSweepSlack);
   for (const double angle : {0.0, 0.5 * kPi, kPi, -0.5 * kPi}) {
-    if (sweep > OneTurn(angle - from, kSweepSlack))
+    if (span.sweep > OneTurn(angle - span.start_angle, kSweepSlack))
       box.planar.Widen(centre + arc.radius * Vec2{std::cos(angle), std::sin(angle)});
   }
   return box;
@@ -69,8 +66,7 @@ MaybeBox BoxOfComposite(const CompositeView& composite, int level, GlobalVar& g)
   for (int32_t i = 0; i < composite.count; ++i) {
     const MaybeBox piece = BoxOf(composite.curves[i], level + 1, g);
     if (box && piece) {
-      box->planar.Widen(piece->planar.min);
-      box->planar.Widen(piece->planar.max);
+      box->planar.Widen(piece->planar);
     } else if (piece) {
       box = piece;
     }

@@ -8,9 +8,8 @@
 
 namespace kurvo {
 
-constexpr int32_t kMaxIndex =
-    INT32_MAX - 1;               // no array is longer, so that indices can count past it
-constexpr int kMaxNesting = 64;  // composites within composites; deeper ones are refused
+constexpr int32_t kMaxIndex = INT32_MAX - 1;  // no array is longer: indices can count past it
+constexpr int kMaxNesting = 64;               // composites within composites; deeper are refused
 
 template <std::size_t kDim>  // 3: x, y, z; 4: x, y, z, weight
 struct BezierView {

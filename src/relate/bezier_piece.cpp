@@ -117,13 +117,14 @@ Vec2 PointAt(const BezierPiece& piece, double t) {
 
 void Halve(const WeightedPoint* points, int32_t degree, bool rational, WeightedPoint* left,
            WeightedPoint* right) {
+  // The first points of the levels make up the left half, the last ones, each left standing as the
+  // levels shrink, the right half.
   std::copy_n(points, degree + 1, right);
   for (int32_t level = degree; level > 0; --level) {
     left[degree - level] = right[0];
     for (int32_t i = 0; i < level; ++i) right[i] = Middle(right[i], right[i + 1], rational);
   }
   left[degree] = right[0];
-  // The last point of each level is what remains behind the shrinking front, in reverse order.
 }
 
 double RefineNearest(const BezierPiece& piece, Vec2 p, double t) {

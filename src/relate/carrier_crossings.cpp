@@ -1,7 +1,6 @@
 // Common points of a line or an arc with a free-form curve.
 #include "relate/carrier_crossings.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "eval/parc2d.h"
@@ -15,8 +14,8 @@ namespace {
 // A run along the carrier this long, of the size of the curve, is a common stretch; a shorter one
 // may be the neighbourhood of a point of contact, cut into spans so short that they look straight.
 constexpr double kRunShare = 0.01;
-constexpr int kRunSamples =
-    8;  // of each piece of a run, to see whether the bounded carrier covers it
+// Of each piece of a run, to see whether the bounded carrier covers it.
+constexpr int kRunSamples = 8;
 
 // What the pieces of one curve, taken in order, have in common with a carrier.
 class ContactList {
@@ -74,10 +73,7 @@ double Size(const PlanarBox& box) { return Length(box.max - box.min); }
 bool LongEnough(const FreeFormPieces& pieces, const std::vector<const FreeFormPiece*>& along) {
   if (along.size() == pieces.size()) return true;
   PlanarBox whole;
-  for (const FreeFormPiece& piece : pieces) {
-    whole.Widen(piece.box.min);
-    whole.Widen(piece.box.max);
-  }
+  for (const FreeFormPiece& piece : pieces) whole.Widen(piece.box);
   double run = 0.0;
   const FreeFormPiece* last = nullptr;
   for (const FreeFormPiece* piece : along) {

@@ -1,6 +1,7 @@
 // What the intersection of two curves passes around.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -24,6 +25,12 @@ struct Crossing {
 };
 
 using Crossings = std::vector<Crossing>;
+
+inline void DropNotFinite(Crossings& crossings) {
+  std::erase_if(crossings, [](const Crossing& at) {
+    return !std::isfinite(at.first) || !std::isfinite(at.second);
+  });
+}
 
 // What two curves, or parts of them, have in common.
 enum class Common : uint32_t {

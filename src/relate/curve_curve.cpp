@@ -151,10 +151,7 @@ bool StoreParameters(const Crossings& crossings, double Crossing::*parameter, Cv
   if (!list) return true;
   list->count = static_cast<int32_t>(crossings.size());
   KurvocrMallocCvParam(list);
-  if (!list->values) {
-    list->count = 0;
-    return false;
-  }
+  if (!list->values) return false;
   std::transform(crossings.begin(), crossings.end(), list->values,
                  [parameter](const Crossing& at) { return at.*parameter; });
   return true;

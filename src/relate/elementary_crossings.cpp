@@ -11,20 +11,10 @@
 namespace kurvo {
 namespace {
 
-constexpr double kTurnSlack =
-    0.0001;  // radians that stay negative when angles are brought into a turn
-
 double ParameterOf(const PCurve2D& curve, Vec2 p) {
   double t = 0.0;
   curve.Parameter(OnPlane(p), t);
   return t;
-}
-
-// Fixed behaviour: the length tolerance bounds this angle unchanged, there is no tolerance for
-// angles here. Do not unify.
-bool Parallel(Vec2 a, Vec2 b, double tol) {
-  const double turn = OneTurn(AngleOf(b) - AngleOf(a), kTurnSlack);
-  return (turn >= -tol && tol >= turn) || (turn >= kPi - tol && kPi + tol >= turn);
 }
 
 // Two segments on one line that both end: a stretch, a shared end, or nothing.
@@ -90,6 +80,8 @@ Common CrossLines(const KurvoLine& a, const KurvoLine& b, Bounded bounded, Globa
   const Vec2 start = Planar(a.start), along_a = Planar(a.end) - start;
   const Vec2 between = Planar(b.start) - start, along_b = Planar(b.end) - Planar(b.start);
   const PLine2D line_a(a, g), line_b(b, g);
+  // Fixed behaviour: the length tolerance bounds this angle unchanged, there is no tolerance for
+  // angles here. Do not unify.
   if (!Parallel(along_a, along_b, tol)) {  // Cramer's rule, from the start of the first line
     const double share = Cross(between, along_b) / Cross(along_a, along_b);
     const Vec2 p = start + share * along_a;

@@ -1,9 +1,6 @@
 // Which crossings lie on the bounded parts of curves.
 #include "relate/end_filter.h"
 
-#include <algorithm>
-#include <cmath>
-
 #include "foundation/point.h"
 #include "query/position.h"
 #include "records/domain.h"
@@ -58,9 +55,7 @@ class EndTest {
 
 void KeepBounded(const Curve& a, const Curve& b, Bounded bounded, GlobalVar& g,
                  Crossings& crossings) {
-  std::erase_if(crossings, [](const Crossing& at) {
-    return !std::isfinite(at.first) || !std::isfinite(at.second);
-  });
+  DropNotFinite(crossings);
   if (bounded.first) {
     const EndTest test(a, g);
     std::erase_if(crossings, [&](const Crossing& at) { return !test.Keeps(at.first); });

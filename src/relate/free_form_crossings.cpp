@@ -7,7 +7,6 @@
 
 #include "relate/free_form_pieces.h"
 #include "relate/piece_crossings.h"
-#include "relate/piece_part.h"
 #include "relate/touches.h"
 
 namespace kurvo {
@@ -67,7 +66,7 @@ class BoxSweep {
     for (const FreeFormPiece* other : others) {
       if (!(other->box.max.x >= piece.box.min.x - tol_)) continue;  // the line has left it behind
       others[kept++] = other;
-      if (BoxesApart(piece.box, other->box, tol_)) continue;
+      if (!Meet(piece.box, other->box, tol_)) continue;
       pairs_.push_back(is_a ? PiecePair{&piece, other} : PiecePair{other, &piece});
     }
     others.resize(kept);

@@ -1,7 +1,6 @@
 // The Bezier pieces of a free-form curve in the form that intersection works on.
 #include "relate/free_form_pieces.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "foundation/error_codes.h"

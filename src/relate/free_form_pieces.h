@@ -23,7 +23,7 @@ struct FreeFormPiece {
 enum class CompositePieces { kBezierRecords, kAll };
 
 // The pieces of a curve in order, without those that have a coordinate or weight that is not
-// finite; none for lines and arcs. Moving keeps the pieces valid, copying is not possible.
+// finite; none for lines and arcs. Neither copied nor moved.
 class FreeFormPieces {
  public:
   // Records the bad-curve error, and is empty, for a record that cannot be right and for a degree

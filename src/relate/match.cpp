@@ -1,6 +1,4 @@
 // Whether two curves are the same, control point by control point.
-#include "relate/match.h"
-
 #include <algorithm>
 #include <memory>
 #include <type_traits>
@@ -10,6 +8,7 @@
 #include "build/homogeneous.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
+#include "records/views.h"
 
 namespace kurvo {
 namespace {
@@ -44,21 +43,14 @@ std::unique_ptr<double[][kDim]> Raised(const BezierView<kDim>& bezier, int32_t d
   return points;
 }
 
-}  // namespace
-
 template <std::size_t kDim>
-bool SameBezier(const BezierView<kDim>& a, const BezierView<kDim>& b, const GlobalVar& g) {
+bool Same(const BezierView<kDim>& a, const BezierView<kDim>& b, const GlobalVar& g) {
   const auto& [low, high] = std::minmax(
       a, b, [](const auto& left, const auto& right) { return left.degree < right.degree; });
   if (low.degree == high.degree) return SamePoints(low.points, high.points, low.degree + 1, g);
   if (high.degree > kMaxRaisedDegree) return false;
   return SamePoints<kDim>(Raised(low, high.degree).get(), high.points, high.degree + 1, g);
 }
-
-template bool SameBezier(const BezierView<3>&, const BezierView<3>&, const GlobalVar&);
-template bool SameBezier(const BezierView<4>&, const BezierView<4>&, const GlobalVar&);
-
-namespace {
 
 bool Same(const KurvoLine& a, const KurvoLine& b, const GlobalVar& g) {
   return SamePoint(a.start, b.start, g) && SamePoint(a.end, b.end, g);
@@ -109,8 +101,6 @@ bool SameType(const Curve& a, const Curve& b, int level, GlobalVar& g) {
       return Same(left, right, level, g);
     } else if constexpr (requires { left.order; }) {
       return left.order == right.order ? Same(left, right, g) : SameAsComposites(a, b, g);
-    } else if constexpr (requires { left.degree; }) {
-      return SameBezier(left, right, g);
     } else {
       return Same(left, right, g);
     }

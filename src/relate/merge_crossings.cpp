@@ -9,13 +9,12 @@
 #include "foundation/point.h"
 #include "query/position.h"
 #include "records/domain.h"
-#include "relate/end_filter.h"
 
 namespace kurvo {
 namespace {
 
-constexpr double kNeighbours =
-    0.01;  // of the domain: parameters further apart are different points
+// Of the domain: parameters further apart are different points.
+constexpr double kNeighbours = 0.01;
 
 // Whether parameters of one curve stand for one point of it.
 class PointsOf {
@@ -119,9 +118,7 @@ class Merger {
 }  // namespace
 
 void MergeCrossings(const Curve& a, const Curve& b, GlobalVar& g, Crossings& crossings) {
-  std::erase_if(crossings, [](const Crossing& at) {
-    return !std::isfinite(at.first) || !std::isfinite(at.second);
-  });
+  DropNotFinite(crossings);
   if (crossings.size() < 2) return;
   std::stable_sort(crossings.begin(), crossings.end(),
                    [](const Crossing& x, const Crossing& y) { return x.first < y.first; });

@@ -34,8 +34,8 @@ struct Pair {
 
 // Newton's method and the halvings take time with the square of the degree.
 int64_t CostOfPair(int32_t n, int32_t m) {
-  constexpr int64_t kCheapSquares =
-      32;  // the sum of two squares of degrees that costs as much again
+  // The sum of two squares of degrees that costs as much again.
+  constexpr int64_t kCheapSquares = 32;
   return 1 + (int64_t{n} * n + int64_t{m} * m) / kCheapSquares;
 }
 
@@ -115,7 +115,7 @@ class PieceSearch {
 
   void Search(const PiecePart& a, const PiecePart& b, Quest quest, int halvings) {
     const double slack = quest == Quest::kAnything ? tol_ : rounding_;
-    if (overlap_ || BoxesApart(a.box, b.box, slack)) return;
+    if (overlap_ || !Meet(a.box, b.box, slack)) return;
     if (++pairs_ > kMaxPairs || effort_ < 0) return;
     effort_ -= pair_cost_;
     if (pairs_ > kOverlapPairs) CheckOverlap();

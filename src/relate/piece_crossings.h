@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "relate/bezier_piece.h"
 #include "relate/crossing.h"

@@ -14,11 +14,6 @@ PiecePart MakePart(const WeightedPoint* points, int32_t degree, double t0, doubl
   return part;
 }
 
-bool BoxesApart(const PlanarBox& a, const PlanarBox& b, double slack) {
-  return !(a.max.x >= b.min.x - slack && b.max.x >= a.min.x - slack && a.max.y >= b.min.y - slack &&
-           b.max.y >= a.min.y - slack);
-}
-
 bool StripApart(const PiecePart& a, const PiecePart& b, double slack) {
   const Vec2 origin = Planar(a.points[0]);
   const Vec2 chord = Planar(a.points[a.degree]) - origin;

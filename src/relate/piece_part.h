@@ -22,9 +22,6 @@ struct PiecePart {
 
 PiecePart MakePart(const WeightedPoint* points, int32_t degree, double t0, double t1);
 
-// True when the boxes are further apart than `slack`, and for NaN.
-bool BoxesApart(const PlanarBox& a, const PlanarBox& b, double slack);
-
 // True when the strip around the chord of `a` that holds its control points lies further than
 // `slack` from all control points of `b` (the fat line of Sederberg and Nishita, CAD 22, 1990).
 bool StripApart(const PiecePart& a, const PiecePart& b, double slack);

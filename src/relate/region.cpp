@@ -1,5 +1,5 @@
 // Where a point lies with respect to the region that a closed chain of curves bounds.
-#include <optional>
+#include <cmath>
 
 #include "calc/boxes.h"
 #include "foundation/guard.h"

@@ -7,32 +7,13 @@
 
 #include "build/convert.h"
 #include "build/widths.h"
-#include "eval/knot_spans.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
 #include "foundation/point.h"
+#include "records/domain.h"
 
 namespace kurvo {
 namespace {
-
-struct Range {
-  double start;
-  double end;
-};
-
-Range DomainOf(const Curve& curve) {
-  return VisitCurve(
-      curve, Overloaded{[](const auto&) {
-                          return Range{0.0, 1.0};
-                        },
-                        []<std::size_t kDim>(const SplineView<kDim>& spline) {
-                          return Range{KnotsOf(spline).Start(), KnotsOf(spline).End()};
-                        },
-                        [](const CompositeView& composite) {
-                          const double* widths = composite.widths;
-                          return Range{0.0, std::accumulate(widths, widths + composite.count, 0.0)};
-                        }});
-}
 
 Vec3 PointAt(const Curve& curve, double t, GlobalVar& g) {
   Coord p;
@@ -70,7 +51,7 @@ struct Member {
 // only. Do not unify.
 std::optional<Member> MemberOf(const Curve& curve, GlobalVar& g) {
   Member member;
-  const Range domain = DomainOf(curve);
+  const Domain domain = DomainOf(curve);
   KurvocvCurveLen(&curve, domain.start, domain.end, &member.length, &g);
   if (ErrorPending(g)) return std::nullopt;
   member.composite = Converted(curve, CV_SEGCV, g, LinePiece::kLinear);

@@ -69,6 +69,7 @@ TEST_F(FitTest, FaultsAreOneLineAndLeaveNoFile) {
       {"0,0\n", {"--order", "2"}, 2, "in.csv: fewer than two points"},
       {"", {}, 2, "in.csv: fewer than two points"},
       {"0,0\n1,1\n", {"--order", "1"}, 1, nullptr},
+      {"0,0\n1,1\n", {"--order", "41"}, 1, nullptr},
       {"0,0\n1,1\n", {"--order", "two"}, 1, nullptr},
       {"0,0\n1,1\n", {"--order", "2", "--size", "1"}, 1, nullptr},
   };
@@ -92,6 +93,17 @@ TEST_F(FitTest, FaultsAreOneLineAndLeaveNoFile) {
   const std::string input = directory_.Write("in.csv", "0,0\n1,1\n");
   EXPECT_EQ(Client({"fit", input, "--order", "2", "-o", input}).exit_code, 1);
   EXPECT_EQ(FileContent(input), "0,0\n1,1\n");
+}
+
+TEST_F(FitTest, TellsOfPointsThatNoSplinePassesThrough) {
+  std::string text;
+  for (int i = 0; i < 40; ++i)
+    text += std::to_string(i) + "," + std::to_string(i * 7919 % 13) + "\n";
+  const std::string input = directory_.Write("in.csv", text);
+  const ProcessResult result = Client({"fit", input, "--order", "40"});
+  EXPECT_EQ(result.exit_code, 2);
+  EXPECT_EQ(result.errors,
+            "kurvo: " + input + ": no B-spline of order 40 passes through these points\n");
 }
 
 }  // namespace
