@@ -1,7 +1,9 @@
 // The distance of a point from a curve.
 #include <cmath>
+#include <limits>
 
 #include "eval/with_evaluator.h"
+#include "query/far_pieces.h"
 
 namespace kurvo {
 namespace {
@@ -23,13 +25,25 @@ struct Nearest {
 
 Nearest NearestOnCurveRecord(const Curve& curve, Vec3 p, int level, GlobalVar& g);
 
+// Pieces that lie farther away than the nearest point found are passed over: an outline has many.
 Nearest NearestOnComposite(const CompositeView& composite, Vec3 p, int level, GlobalVar& g) {
+  const auto on = [&](int32_t i) {
+    return NearestOnCurveRecord(composite.curves[i], p, level + 1, g);
+  };
+  const int32_t promising = MostPromisingPiece(composite, Planar(p));
+  const Nearest on_promising = promising < 0 ? Nearest{} : on(promising);
+  double limit = promising < 0 ? std::numeric_limits<double>::infinity() : on_promising.at.dist;
   Nearest nearest;
   double before = 0.0;
   for (int32_t i = 0; i < composite.count && !ErrorPending(g); ++i) {
     const double width = composite.widths[i];
-    const Nearest on_piece = NearestOnCurveRecord(composite.curves[i], p, level + 1, g);
-    if (on_piece.found) nearest.Offer({on_piece.at.t * width + before, on_piece.at.dist});
+    if (!(DistanceBound(composite.curves[i], Planar(p)) > limit)) {
+      const Nearest on_piece = i == promising ? on_promising : on(i);
+      if (on_piece.found) {
+        nearest.Offer({on_piece.at.t * width + before, on_piece.at.dist});
+        limit = std::fmin(limit, on_piece.at.dist);
+      }
+    }
     before += width;
   }
   return nearest;

@@ -1,6 +1,7 @@
 // Pieces of a composite that are too far from a point to matter.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -30,14 +31,16 @@ std::optional<double> BoundOf(const BezierView<kDim>& bezier, Vec2 p) {
     sum += std::fabs(q[0]) + std::fabs(q[1]);
   }
   if (!std::isfinite(sum)) return std::nullopt;
-  return Distance(box, p) - kPositionNoise * sum;
+  const double x = std::max(std::max(box.min.x - p.x, p.x - box.max.x), 0.0);
+  const double y = std::max(std::max(box.min.y - p.y, p.y - box.max.y), 0.0);
+  return std::sqrt(x * x + y * y) - kPositionNoise * sum;
 }
 
 }  // namespace internal
 
 // A distance from p below which no point of a Bezier curve lies, by the box of its control points.
 // Nothing for other curves, and where a foot point may be refused or the curve may leave the box.
-inline std::optional<double> DistanceBound(const Curve& curve, Vec2 p) {
+[[gnu::flatten]] inline std::optional<double> DistanceBound(const Curve& curve, Vec2 p) {
   using Bound = std::optional<double>;
   return VisitCurve(curve, Overloaded{[&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
                                         return internal::BoundOf(bezier, p);
