@@ -8,6 +8,10 @@ set(KURVO_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wsha
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   list(APPEND KURVO_WARNINGS -Wdouble-promotion)
 endif()
+# False alarms on strings that are joined (GCC bug 105651).
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  list(APPEND KURVO_WARNINGS -Wno-restrict)
+endif()
 set(KURVO_WARNINGS_C -Wstrict-prototypes -Wmissing-prototypes)
 set(KURVO_WARNINGS_CXX -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual)
 

@@ -759,7 +759,7 @@ KURVO_API void KurvocvDeriv(const Curve *curve, double t, Coord out, GlobalVar *
 
 /* out = the derivative of order n at t; (0, 0, 0) on an error, for a null curve or one without data
  * (no error), and where KurvocvDeriv leaves it untouched.
- * n (in): 1 to 1000; for B-spline kinds 1 or 2.
+ * n (in): 1 to 1000, without allocation up to 39; for B-spline kinds 1 or 2.
  * Errors: those of KurvocvDeriv, KURVO_ERR_CURVE also for B-spline kinds of n > 2;
  * KURVO_ERR_DERIVATIVE_ORDER for every other n out of range; KURVO_ERR_ZERO_WEIGHT when any weight
  * of a rational curve (not of the pieces of a composite) is 0 within epsilon. Error pending: (0, 0,

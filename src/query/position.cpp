@@ -63,7 +63,8 @@ Vec3 PointAt(const SplineView<kDim>& spline, double t, GlobalVar& g) {
 
 }  // namespace kurvo
 
-extern "C" [[gnu::flatten]] void KurvocvPosition(const Curve* curve, double t, Coord out, GlobalVar* g) noexcept {
+extern "C" [[gnu::flatten]] void KurvocvPosition(const Curve* curve, double t, Coord out,
+                                                 GlobalVar* g) noexcept {
   kurvo::Store({}, out);
   if (kurvo::ErrorPending(*g)) return;
   if (!curve) return kurvo::Fail(*g, KURVO_ERR_CURVE);

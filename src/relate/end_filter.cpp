@@ -29,26 +29,23 @@ Vec2 PointBeyond(const Curve& curve, double t, double end, GlobalVar& g) {
 
 class EndTest {
  public:
-  EndTest(const Curve& curve, GlobalVar& g) : curve_(curve), g_(g), domain_(DomainOf(curve)) {
-    Coord start = {}, end = {};
-    KurvocvStartPoint(&curve, start, &g);
-    KurvocvEndPoint(&curve, end, &g);
-    start_ = Planar(start);
-    end_ = Planar(end);
-  }
+  EndTest(const Curve& curve, GlobalVar& g) : curve_(curve), g_(g), domain_(DomainOf(curve)) {}
 
   bool Keeps(double t) const {
     if (t >= domain_.start - kEndSlack && domain_.end + kEndSlack >= t) return true;
-    const Vec2 nearest_end = t < domain_.start ? start_ : end_;
-    return Within(OnPlane(PointBeyond(curve_, t, domain_.end, g_) - nearest_end), g_.epsilon);
+    Coord nearest_end = {};
+    if (t < domain_.start)
+      KurvocvStartPoint(&curve_, nearest_end, &g_);
+    else
+      KurvocvEndPoint(&curve_, nearest_end, &g_);
+    const Vec2 gap = PointBeyond(curve_, t, domain_.end, g_) - Planar(nearest_end);
+    return Within(OnPlane(gap), g_.epsilon);
   }
 
  private:
   const Curve& curve_;
   GlobalVar& g_;
   const Domain domain_;
-  Vec2 start_;
-  Vec2 end_;
 };
 
 }  // namespace
