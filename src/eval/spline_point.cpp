@@ -8,6 +8,10 @@
 namespace kurvo {
 namespace {
 
+// What computed weights of 1 are off by: such a span needs no look at the others, which would make
+// the cost of every point linear in the length of the curve.
+constexpr double kWeightRounding = 1e-14;
+
 // True when all knots in u[first .. last] are exactly `value`; a NaN is not.
 bool AllEqual(const double* u, int32_t first, int32_t last, double value) {
   return std::all_of(u + first, u + last + 1, [value](double knot) { return knot == value; });
@@ -25,7 +29,7 @@ bool SpanIsPolynomial(const SplineView<3>&, int32_t, double) { return true; }
 
 bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, double tol) {
   const double(*points)[4] = spline.points + (i - spline.order + 1);
-  if (WeightsAreOne(points, spline.order, 0.0)) return true;
+  if (WeightsAreOne(points, spline.order, kWeightRounding)) return true;
   return WeightsAreOne(points, spline.order, tol) &&
          WeightsAreOne(spline.points, spline.count, tol);
 }

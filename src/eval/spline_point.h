@@ -12,9 +12,9 @@ namespace kurvo {
 constexpr int32_t kMaxSplineOrder = 4096;
 
 // True when the span's control points are evaluated without weights: always for a plain spline, for
-// a rational one when all its weights are 1 within `tol`, or the k weights that act on span i are
-// exactly 1. Other spans are looked at only when those k are near 1, so that the cost of a point
-// does not hang on the length of the curve.
+// a rational one when all its weights are 1 within `tol`, or the k weights that act on span i are 1
+// but for rounding. Other weights are looked at only when those k are near 1 beyond that, so that
+// the cost of a point does not hang on the length of the curve.
 bool SpanIsPolynomial(const SplineView<3>& spline, int32_t i, double tol);
 bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, double tol);
 
