@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
 #include "foundation/guard.h"
@@ -16,6 +17,11 @@ namespace {
 constexpr double kLargestUnscaled = 0x1p240;
 constexpr double kSmallestUnscaled = 0x1p-240;
 constexpr int kMaxExponent = 1000;  // of the scale
+
+// What the steps of the search cost, in the unit of WorkBudget.
+constexpr int64_t kNodeCost = 4;      // of one tree
+constexpr int64_t kNodePairCost = 8;  // of both
+constexpr int64_t kClosedPairCost = 64;
 
 // The power of two that the coordinates are multiplied by.
 double ScaleFor(double largest) {
@@ -75,7 +81,7 @@ class DistanceSearch {
 
   void VisitFrom(const DistancePiece& point, const DistancePieces& other, const Range& range,
                  bool swapped) {
-    budget_.Spend(4);
+    budget_.Spend(kNodeCost);
     const double bound = BoxDistance(point.box, other.BoxOf(range));
     const double ta = swapped ? StartOf(other, range) : point.start;
     if (budget_.exhausted() || !Promising(bound, ta)) return;
@@ -99,7 +105,7 @@ class DistanceSearch {
   }
 
   void Visit(const Range& a, const Range& b, double bound) {
-    budget_.Spend(8);
+    budget_.Spend(kNodePairCost);
     if (budget_.exhausted() || !Promising(bound, StartOf(a_, a))) return;
     if (a.single() && b.single()) return SearchPair(a_[a.begin], b_[b.begin]);
     const PlanarBox &box_a = a_.BoxOf(a), &box_b = b_.BoxOf(b);
@@ -129,7 +135,7 @@ class DistanceSearch {
     OfferClosedPairs(a, b, [&](const OnPiece& on_a, const OnPiece& on_b) {
       nearest_.Offer({a.ToCurve(on_a.u), b.ToCurve(on_b.u), Length(on_b.p - on_a.p)});
     });
-    budget_.Spend(64);
+    budget_.Spend(kClosedPairCost);
   }
 
   const DistancePieces& a_;

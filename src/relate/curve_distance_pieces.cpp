@@ -20,11 +20,6 @@ bool Finite(const WeightedPoint& p) {
   return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.w) && p.w != 0.0;
 }
 
-void Widen(PlanarBox& box, const PlanarBox& other) {
-  box.Widen(other.min);
-  box.Widen(other.max);
-}
-
 // The box of the control points, which holds the curve when no weight differs in sign.
 PlanarBox Enclosure(const BezierPiece& piece) {
   PlanarBox box;
@@ -184,7 +179,7 @@ void DistancePieces::BuildTree() {
 PlanarBox DistancePieces::Build(const Range& range) {
   if (range.single()) return pieces_[range.begin].box;
   PlanarBox box = Build(range.First());
-  Widen(box, Build(range.Second()));
+  box.Widen(Build(range.Second()));
   boxes_[range.node] = box;
   return box;
 }

@@ -5,6 +5,9 @@
 #include <array>
 #include <cmath>
 
+#include "relate/one_minimum.h"
+#include "relate/squared_distance.h"
+
 namespace kurvo {
 namespace {
 
@@ -79,6 +82,8 @@ double BoxDistance(const PlanarBox& a, const PlanarBox& b) {
 void PieceDistance::Search(const DistancePiece& a, const DistancePiece& b) {
   a_ = &a;
   b_ = &b;
+  step_cost_ = 2 * (static_cast<int64_t>(a.bezier.degree) * (a.bezier.degree + 1) +
+                    static_cast<int64_t>(b.bezier.degree) * (b.bezier.degree + 1));
   slot_ = static_cast<std::size_t>(std::max(a.bezier.degree, b.bezier.degree)) + 1;
   std::array<WeightedPoint, kStackPoints> stack;
   const std::size_t needed = 2 * (kMaxHalvings + 1) * slot_;
@@ -96,16 +101,34 @@ bool PieceDistance::Promising(const PiecePart& a, const PiecePart& b, double bou
          nearest_.CanTie(bound, a_->ToCurve(a_->FromBezier(first)));
 }
 
+// Whether a descent from the middles of the parts is likely to lead to another nearest pair.
+bool PieceDistance::WorthDescending(const PiecePart& a, const PiecePart& b, double bound) {
+  if (!nearest_.CanImprove(bound)) return true;  // a tie is sought
+  budget_.Spend(step_cost_ / 2);
+  const Jet jet = JetAt(a_->bezier, a.middle());
+  const Vec2 gap = PointAt(b_->bezier, b.middle()) - jet.p;
+  // For curves alongside each other the distance across counts, not that along them.
+  return nearest_.distance() * Length(jet.d1) >= std::fabs(Cross(gap, jet.d1));
+}
+
 // `known` is where a descent from around here has ended.
 void PieceDistance::SearchParts(const PiecePart& a, const PiecePart& b, double bound, Pair known,
                                 int halvings) {
   if (budget_.exhausted() || !Promising(a, b, bound)) return;
-  if (!Holds(a, known.s) || !Holds(b, known.t)) {
-    known = Descend({a.middle(), b.middle()});
-    if (!Promising(a, b, bound)) return;
-  }
+  const bool known_here = Holds(a, known.s) && Holds(b, known.t);
+  const bool one_minimum = Encloses(a) && Encloses(b) &&
+                           HaveOneMinimum({a, a_->bezier.rational}, {b, b_->bezier.rational});
+  budget_.Spend(2 * static_cast<int64_t>(a.degree + b.degree));
+  if (one_minimum && known_here) return;
   const bool leaf_a = IsLeaf(a), leaf_b = IsLeaf(b);
-  if ((leaf_a && leaf_b) || halvings >= kMaxHalvings) return;
+  const bool last =
+      (leaf_a && (leaf_b || !Encloses(a))) || (leaf_b && !Encloses(b)) || halvings >= kMaxHalvings;
+  if (!known_here && (one_minimum || last || halvings == 0 || WorthDescending(a, b, bound))) {
+    const Cell here = {{a.t0, b.t0}, {a.t1, b.t1}};
+    known = Descend({a.middle(), b.middle()}, one_minimum ? here : kWhole);
+    if ((one_minimum && known.s >= 0.0) || !Promising(a, b, bound)) return;
+  }
+  if (last) return;
   if (leaf_b || (!leaf_a && a.extent() >= b.extent()))
     SearchHalves(a, true, b, known, halvings);
   else
@@ -133,57 +156,46 @@ void PieceDistance::SearchHalves(const PiecePart& whole, bool of_a, const PieceP
   }
 }
 
-// Newton's method for the minimum of |B(t) - A(s)|^2 / 2 on the unit square, from `from`: where the
-// function is not convex the Gauss-Newton step, which goes down; halved until it does. A parameter
-// at an end stays there while the function falls outwards. Offers where it ends; returns that, or
-// no pair when the steps ran out before.
-PieceDistance::Pair PieceDistance::Descend(Pair at) {
-  const BezierPiece &a = a_->bezier, &b = b_->bezier;
-  const int64_t cost = 2 * (static_cast<int64_t>(a.degree) * (a.degree + 1) +
-                            static_cast<int64_t>(b.degree) * (b.degree + 1));
-  Vec2 gap = PointAt(b, at.t) - PointAt(a, at.s);
-  double square = Dot(gap, gap);
+// Takes the step, or the first of its halves that goes down; false when none does.
+bool PieceDistance::StepDown(Pair& at, Pair step, double square, const Cell& cell) {
+  for (int shorter = 0; shorter < kShorter; ++shorter) {
+    const Pair next = {ClampedS(cell, at.s + step.s), ClampedT(cell, at.t + step.t)};
+    const Vec2 gap = PointAt(b_->bezier, next.t) - PointAt(a_->bezier, next.s);
+    budget_.Spend(step_cost_ / 2);
+    if (Dot(gap, gap) < square) {
+      at = next;
+      return true;
+    }
+    step = {0.5 * step.s, 0.5 * step.t};
+  }
+  return false;
+}
+
+// Newton's method for the minimum of the squared distance in a cell, from `at`; steps are halved
+// until they go down. A parameter on a side of the cell stays there while the function falls
+// outwards. Offers where it ends; returns that, or no pair when the steps ran out before.
+PieceDistance::Pair PieceDistance::Descend(Pair at, const Cell& cell) {
   bool arrived = false;
   for (int step = 0; step < kSteps && !arrived; ++step) {
-    budget_.Spend(cost);
-    const Jet jet_a = JetAt(a, at.s), jet_b = JetAt(b, at.t);
-    gap = jet_b.p - jet_a.p;
-    square = Dot(gap, gap);
-    const double slope_s = -Dot(gap, jet_a.d1), slope_t = Dot(gap, jet_b.d1);
-    const bool fixed_s = (at.s <= 0.0 && slope_s >= 0.0) || (at.s >= 1.0 && 0.0 >= slope_s);
-    const bool fixed_t = (at.t <= 0.0 && slope_t >= 0.0) || (at.t >= 1.0 && 0.0 >= slope_t);
-    if ((fixed_s && fixed_t) || nearest_.rounding() >= std::sqrt(square)) {
+    budget_.Spend(step_cost_);
+    const SquaredDistance here(JetAt(a_->bezier, at.s), JetAt(b_->bezier, at.t));
+    const bool fixed_s =
+        (at.s <= cell.low.s && here.slope_s >= 0.0) || (at.s >= cell.high.s && 0.0 >= here.slope_s);
+    const bool fixed_t =
+        (at.t <= cell.low.t && here.slope_t >= 0.0) || (at.t >= cell.high.t && 0.0 >= here.slope_t);
+    if ((fixed_s && fixed_t) || nearest_.rounding() >= std::sqrt(here.square)) {
       arrived = true;
       break;
     }
-    const double speed_s = Dot(jet_a.d1, jet_a.d1), speed_t = Dot(jet_b.d1, jet_b.d1);
-    double ss = speed_s - Dot(gap, jet_a.d2), tt = speed_t + Dot(gap, jet_b.d2);
-    const double st = -Dot(jet_a.d1, jet_b.d1);
-    Pair move{0.0, 0.0};
-    if (!fixed_s && !fixed_t && ss > 0.0 && ss * tt - st * st > 1e-14 * speed_s * speed_t) {
-      const double det = ss * tt - st * st;
-      move = {(st * slope_t - tt * slope_s) / det, (st * slope_s - ss * slope_t) / det};
-    } else {  // one at a time
-      if (!(ss > 0.25 * speed_s)) ss = speed_s;
-      if (!(tt > 0.25 * speed_t)) tt = speed_t;
-      const double share = fixed_s || fixed_t ? 1.0 : 0.5;
-      if (!fixed_s && ss > 0.0) move.s = -share * slope_s / ss;
-      if (!fixed_t && tt > 0.0) move.t = -share * slope_t / tt;
-    }
-    const bool last = kGain * square >= -(slope_s * move.s + slope_t * move.t);
-    Pair next = at;
-    bool lower = false;
-    for (int shorter = 0; shorter < kShorter && !lower; ++shorter) {
-      next = {std::clamp(at.s + move.s, 0.0, 1.0), std::clamp(at.t + move.t, 0.0, 1.0)};
-      const Vec2 there = PointAt(b, next.t) - PointAt(a, next.s);
-      lower = Dot(there, there) < square;
-      move = {0.5 * move.s, 0.5 * move.t};
-      budget_.Spend(cost / 2);
-    }
-    if (lower) at = next;
-    arrived = !lower || last;
+    const Pair whole = here.StepDown(fixed_s, fixed_t);
+    const bool last = kGain * here.square >= -(here.slope_s * whole.s + here.slope_t * whole.t);
+    const Cell room = {{cell.low.s - at.s, cell.low.t - at.t},
+                       {cell.high.s - at.s, cell.high.t - at.t}};
+    bool lower = StepDown(at, here.Within(room, whole), here.square, cell);
+    if (!lower && !last) lower = StepDown(at, here.SteepStep(fixed_s, fixed_t), here.square, cell);
+    arrived = last || !lower;
   }
-  gap = PointAt(b, at.t) - PointAt(a, at.s);
+  const Vec2 gap = PointAt(b_->bezier, at.t) - PointAt(a_->bezier, at.s);
   nearest_.Offer(
       {a_->ToCurve(a_->FromBezier(at.s)), b_->ToCurve(b_->FromBezier(at.t)), Length(gap)});
   return arrived ? at : Pair{-1.0, -1.0};

@@ -9,6 +9,7 @@
 #include "relate/curve_distance_best.h"
 #include "relate/curve_distance_pieces.h"
 #include "relate/piece_part.h"
+#include "relate/squared_distance.h"
 
 namespace kurvo {
 
@@ -42,25 +43,25 @@ class PieceDistance {
   void Search(const DistancePiece& a, const DistancePiece& b);
 
  private:
-  // Bezier parameters of a point on both pieces.
-  struct Pair {
-    double s;
-    double t;
-  };
+  using Pair = ParameterPair;
+  using Cell = ParameterCell;
+  static constexpr Cell kWhole = {{0.0, 0.0}, {1.0, 1.0}};
 
   void SearchParts(const PiecePart& a, const PiecePart& b, double bound, Pair known, int halvings);
   bool Promising(const PiecePart& a, const PiecePart& b, double bound) const;
+  bool WorthDescending(const PiecePart& a, const PiecePart& b, double bound);
   void SearchHalves(const PiecePart& whole, bool of_a, const PiecePart& other, Pair known,
                     int halvings);
-  Pair Descend(Pair from);
-  void Offer(Pair at, double dist);
+  Pair Descend(Pair at, const Cell& cell);
+  bool StepDown(Pair& at, Pair step, double square, const Cell& cell);
 
   NearestPair& nearest_;
   WorkBudget& budget_;
   const DistancePiece* a_ = nullptr;
   const DistancePiece* b_ = nullptr;
   WeightedPoint* arena_ = nullptr;
-  std::size_t slot_ = 0;  // points of one part in the arena
+  int64_t step_cost_ = 0;  // of the descent
+  std::size_t slot_ = 0;   // points of one part in the arena
   std::vector<WeightedPoint> heap_;
 };
 
