@@ -759,7 +759,8 @@ KURVO_API void KurvocvDeriv(const Curve *curve, double t, Coord out, GlobalVar *
 
 /* out = the derivative of order n at t; (0, 0, 0) on an error, for a null curve or one without data
  * (no error), and where KurvocvDeriv leaves it untouched.
- * n (in): 1 to 1000, without allocation up to 39; for B-spline kinds 1 or 2.
+ * n (in): 1 to 1000, without allocation up to 39; for B-spline kinds 1 or 2; times the degree of a
+ * Bezier curve 2^25 at most.
  * Errors: those of KurvocvDeriv, KURVO_ERR_CURVE also for B-spline kinds of n > 2;
  * KURVO_ERR_DERIVATIVE_ORDER for every other n out of range; KURVO_ERR_ZERO_WEIGHT when any weight
  * of a rational curve (not of the pieces of a composite) is 0 within epsilon. Error pending: (0, 0,
@@ -782,7 +783,7 @@ KURVO_API void KurvocvCurvature(const Curve *curve, double t, Coord out,
  * curve is. Lines and arcs are exact. Other curves are halved until the length of their control
  * polygons changes by 0.001 or less, in the unit of length, or there are 1024 pieces, fewer for
  * degrees above 180; the pieces of a B-spline and of a composite are divided into 16 parts first,
- * and each part is measured so.
+ * and each part is measured so, with fewer than 1024 pieces for degrees above 24.
  * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, also as a piece, a
  * degree above 1023 and a parameter that is not finite; KURVO_ERR_MEMORY, also for a knot that is
  * not a number (of a B-spline within a composite the spans beside it are left out). Error pending:
@@ -886,8 +887,9 @@ KURVO_API void KurvocvDivide(const Curve *curve, double t, Curve *first, Curve *
  * end or of the cut before it the piece between them is a point curve; the distance is a share of
  * what remains of the curve, except for B-splines.
  * Errors: KURVO_ERR_RANGE for a list that is null, not ascending or out of range, NaN included;
- * KURVO_ERR_CURVE for an unknown type or a record that cannot be right; KURVO_ERR_MEMORY. A null
- * curve or one without data: empty, no error. Error pending: empty.
+ * KURVO_ERR_CURVE for an unknown type, a record that cannot be right, and more cuts of a degree
+ * above 39 than n order^2 = 2^29 allows; KURVO_ERR_MEMORY. A null curve or one without data: empty,
+ * no error. Error pending: empty.
  * Cost: for m control points and n parameters O(m order^2 + n order^2); n degree^2 for Bezier
  * kinds; linear in the size of a composite. */
 KURVO_API void KurvocvNDivide(const Curve *curve, const CvParam *params, Cvseq *pieces,
@@ -918,8 +920,9 @@ KURVO_API void KurvocvExtendCurve(const Curve *curve, double a, double b, Curve 
  * in y, at two points: one fifth of the way to the neighbouring knots. No other bound holds. A
  * knot that can go without a change goes without a change but rounding. Where nothing is removed,
  * and for knots that do not ascend, the result is an exact copy.
- * Errors: KURVO_ERR_CURVE for any other type and a record that cannot be right; KURVO_ERR_MEMORY.
- * A null curve or one without data: empty, no error. Error pending: empty.
+ * Errors: KURVO_ERR_CURVE for any other type, a record that cannot be right, and more knots of an
+ * order above 40 than 4 count order^2 = 2^29 allows; KURVO_ERR_MEMORY. A null curve or one without
+ * data: empty, no error. Error pending: empty.
  * Cost: O(count order^2). */
 KURVO_API void KurvocvBsplRemoveKnots(const Curve *curve, Curve *result,
                                       GlobalVar *g) KURVO_NOEXCEPT;

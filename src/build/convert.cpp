@@ -59,6 +59,7 @@ OwnedCurve ToOtherType(const Curve& source, int32_t type, LinePiece line_piece, 
 }  // namespace
 
 OwnedCurve Converted(const Curve& source, int32_t type, GlobalVar& g, LinePiece line_piece) {
+  if (!source.data) return {};
   const SilentErrors silent(g);
   OwnedCurve result = type == source.type ? CopyOf(source, g)
                       : type == CV_LINE   ? ToLine(source, g)

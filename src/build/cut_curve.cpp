@@ -24,6 +24,7 @@ struct Cuts {
   int32_t n;
   double param_tol;
   OwnedCurve* pieces;
+  HighOrderWork& work;
 };
 
 bool Cut(const Curve& curve, const KurvoLine& line, const Cuts& cuts, GlobalVar& g) {
@@ -59,7 +60,7 @@ bool Cut(const Curve& curve, const KurvoArc& arc, const Cuts& cuts, GlobalVar& g
 template <std::size_t kDim>
 bool Cut(const Curve& curve, const BezierView<kDim>& bezier, const Cuts& cuts, GlobalVar& g) {
   const int32_t degree = bezier.degree;
-  if (degree > kMaxSplitDegree) return false;
+  if (degree > kMaxSplitDegree || !cuts.work.Allows(degree + 1, cuts.n)) return false;
   OwnedCurve rest = CopiedBezier<kDim>(bezier.points, degree);
   const auto& points = rest.block<BezierBlock<kDim>>().points;
   double from = 0.0;
@@ -82,6 +83,7 @@ bool Cut(const Curve& curve, const BezierView<kDim>& bezier, const Cuts& cuts, G
 
 template <std::size_t kDim>
 bool Cut(const Curve& curve, const SplineView<kDim>& spline, const Cuts& cuts, GlobalVar& g) {
+  if (!cuts.work.Allows(spline.order, cuts.n)) return false;
   const Domain domain = DomainOf(spline);
   WorkArea<CutPlace, kStackCuts> places(static_cast<std::size_t>(cuts.n));
   for (int32_t i = 0; i < cuts.n; ++i) {
@@ -107,7 +109,7 @@ bool Cut(const Curve& curve, const CompositeView& composite, const Cuts& cuts, G
     if (before < t && t < domain.end) splits.push_back(t);
   }
   std::vector<PieceList> lists(splits.size() + 1);
-  if (!SplitComposite(composite, splits, cuts.param_tol, g, lists)) return false;
+  if (!SplitComposite(composite, splits, cuts.param_tol, cuts.work, g, lists)) return false;
   auto list = lists.begin();
   double from = domain.start;
   for (int32_t i = 0; i <= cuts.n; ++i) {
@@ -128,8 +130,8 @@ bool Cut(const Curve&, Refused, const Cuts&, GlobalVar&) { return false; }
 }  // namespace
 
 bool CutCurve(const Curve& curve, const double* t, int32_t n, double param_tol, OwnedCurve* pieces,
-              GlobalVar& g) {
-  const Cuts cuts{t, n, param_tol, pieces};
+              HighOrderWork& work, GlobalVar& g) {
+  const Cuts cuts{t, n, param_tol, pieces, work};
   return VisitCurve(curve, [&](const auto& view) {
     const Domain domain = DomainOf(view);
     const auto inside = [&](double s) { return domain.start <= s && s <= domain.end; };

@@ -1,6 +1,7 @@
 // Curves of any type cut into pieces.
 #pragma once
 
+#include "build/high_order_work.h"
 #include "records/owned_curve.h"
 
 namespace kurvo {
@@ -10,9 +11,9 @@ namespace kurvo {
 // algorithm, whatever their degree up to kMaxSplitDegree. In a composite a cut within `param_tol`
 // of the end of a piece falls between the pieces. `curve` is well formed and no error is pending.
 // False, with whatever has been written, when some piece cannot be cut there: a B-spline whose
-// knots are not in order, or whose domain as a piece is not [0, 1], too high a degree, widths
-// without a sum. Throws std::bad_alloc.
+// knots are not in order, or whose domain as a piece is not [0, 1], too high a degree, more
+// than `work` allows, widths without a sum. Throws std::bad_alloc.
 bool CutCurve(const Curve& curve, const double* t, int32_t n, double param_tol, OwnedCurve* pieces,
-              GlobalVar& g);
+              HighOrderWork& work, GlobalVar& g);
 
 }  // namespace kurvo

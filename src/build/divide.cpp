@@ -3,6 +3,7 @@
 
 #include "build/copied_curve.h"
 #include "build/cut_curve.h"
+#include "build/high_order_work.h"
 #include "build/point_curve.h"
 #include "build/well_formed.h"
 #include "foundation/guard.h"
@@ -40,7 +41,8 @@ Halves Divided(const Curve& curve, double t, GlobalVar& g) {
   if (param_tol >= std::fabs(t - domain.end))
     return Release(CopyOf(curve, g), PointCurve(curve, domain.end, g));
   OwnedCurve halves[2];
-  if (!CanDivide(curve) || !CutCurve(curve, &t, 1, param_tol, halves, g)) return {};
+  HighOrderWork work;
+  if (!CanDivide(curve) || !CutCurve(curve, &t, 1, param_tol, halves, work, g)) return {};
   return {halves[0].Release(), halves[1].Release()};
 }
 

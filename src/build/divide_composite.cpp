@@ -43,12 +43,12 @@ struct Stretch {
 
 // Divides the piece at n parameters of the composite and adds the parts to lists[0 .. n].
 bool DividePiece(const Stretch& stretch, const double* cuts, std::size_t n, double param_tol,
-                 GlobalVar& g, PieceList* lists) {
+                 HighOrderWork& work, GlobalVar& g, PieceList* lists) {
   std::vector<double> local(n);
   for (std::size_t i = 0; i < n; ++i) local[i] = (cuts[i] - stretch.start) / stretch.width;
   std::vector<OwnedCurve> parts(n + 1);
   if (!CutCurve(stretch.piece, local.data(), static_cast<int32_t>(n), param_tol / stretch.width,
-                parts.data(), g))
+                parts.data(), work, g))
     return false;
   double start = stretch.start;
   for (std::size_t i = 0; i <= n; ++i) {
@@ -63,7 +63,8 @@ bool DividePiece(const Stretch& stretch, const double* cuts, std::size_t n, doub
 }  // namespace
 
 bool SplitComposite(const CompositeView& composite, const std::vector<double>& cuts,
-                    double param_tol, GlobalVar& g, std::vector<PieceList>& lists) {
+                    double param_tol, HighOrderWork& work, GlobalVar& g,
+                    std::vector<PieceList>& lists) {
   std::size_t list = 0;
   double start = 0.0;
   for (int32_t i = 0; i < composite.count; ++i) {
@@ -74,7 +75,8 @@ bool SplitComposite(const CompositeView& composite, const std::vector<double>& c
     while (list + inside < cuts.size() && cuts[list + inside] < reach) ++inside;
     if (inside == 0) {
       if (lists[list].wanted) lists[list].Add(CopyOf(stretch.piece, g), stretch.width);
-    } else if (!DividePiece(stretch, cuts.data() + list, inside, param_tol, g, &lists[list])) {
+    } else if (!DividePiece(stretch, cuts.data() + list, inside, param_tol, work, g,
+                            &lists[list])) {
       return false;
     }
     list += inside;

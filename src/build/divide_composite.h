@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "build/high_order_work.h"
 #include "records/owned_curve.h"
 #include "records/views.h"
 
@@ -25,8 +26,9 @@ struct PieceList {
 // Splits a composite at ascending parameters inside its domain into one list more than there are
 // parameters, in the widths of the composite. A cut within `param_tol` of the end of a piece, but
 // for the last one, falls behind that piece; other cuts divide the piece, of whatever type. False
-// when a piece cannot be cut. Throws std::bad_alloc.
+// when a piece cannot be cut, or `work` does not allow it. Throws std::bad_alloc.
 bool SplitComposite(const CompositeView& composite, const std::vector<double>& cuts,
-                    double param_tol, GlobalVar& g, std::vector<PieceList>& lists);
+                    double param_tol, HighOrderWork& work, GlobalVar& g,
+                    std::vector<PieceList>& lists);
 
 }  // namespace kurvo

@@ -4,6 +4,7 @@
 
 #include "build/divide_composite.h"
 #include "build/extend_rules.h"
+#include "build/high_order_work.h"
 #include "build/new_records.h"
 #include "foundation/rounded_compare.h"
 #include "records/domain.h"
@@ -52,9 +53,10 @@ bool Trim(const CompositeView& composite, const Domain& range, const Domain& dom
     list = 1;
   }
   if (domain.end - param_tol > range.end) cuts.push_back(range.end);
+  HighOrderWork work;
   std::vector<PieceList> lists(cuts.size() + 1);
   for (std::size_t i = 0; i < lists.size(); ++i) lists[i].wanted = i == list;
-  if (!SplitComposite(composite, cuts, param_tol, g, lists)) return false;
+  if (!SplitComposite(composite, cuts, param_tol, work, g, lists)) return false;
   kept = std::move(lists[list]);
   return !kept.pieces.empty();
 }

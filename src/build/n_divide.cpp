@@ -6,6 +6,7 @@
 #include "build/copied_curve.h"
 #include "build/cut_curve.h"
 #include "build/divide_spline.h"
+#include "build/high_order_work.h"
 #include "build/remove_knots.h"
 #include "build/well_formed.h"
 #include "foundation/guard.h"
@@ -79,14 +80,16 @@ std::vector<CutPlace> KnotsToCutAt(const CvParam& list, const SplineView<kDim>& 
 // Writes the pieces; false when the curve cannot be cut.
 bool Divide(const Curve& curve, const auto& view, const CvParam& list, OwnedSequence& pieces,
             GlobalVar& g) {
+  HighOrderWork work;
   const std::vector<double> cuts = CutsOf(list, DomainOf(view), curve.type == CV_SEGCV, g.epsilon);
-  return CutCurve(curve, cuts.data(), list.count, g.epsilon, pieces.data(), g);
+  return CutCurve(curve, cuts.data(), list.count, g.epsilon, pieces.data(), work, g);
 }
 
 // Knots left over from earlier insertions would make needless control points in every piece.
 template <std::size_t kDim>
 bool Divide(const Curve& curve, const SplineView<kDim>& spline, const CvParam& list,
             OwnedSequence& pieces, GlobalVar& g) {
+  if (!HighOrderWork().Allows(spline.order, list.count)) return false;
   const OwnedCurve fewer = WithoutKnots(curve, spline, g);
   return VisitCurve(fewer.curve(),
                     Overloaded{[&](const SplineView<kDim>& working) {

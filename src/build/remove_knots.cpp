@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "build/copied_curve.h"
+#include "build/high_order_work.h"
 #include "build/knot_window.h"
 #include "build/new_records.h"
 #include "build/well_formed.h"
@@ -16,6 +17,8 @@ namespace {
 
 // How far from a knot, as a share of the interval on that side, the curve must stay where it was.
 constexpr double kTestShare = 1.0 / 5.0;
+
+constexpr int32_t kBasesEach = 4;  // evaluated for a knot that stays: two before, two without it
 
 bool IsAscending(const double* u, int32_t count) {
   return std::adjacent_find(u, u + count, [](double a, double b) { return !(a <= b); }) ==
@@ -117,6 +120,10 @@ class KnotSweep {
 
 template <std::size_t kDim>
 OwnedCurve WithoutKnots(const Curve& curve, const SplineView<kDim>& spline, GlobalVar& g) {
+  if (!HighOrderWork().Allows(spline.order, int64_t{kBasesEach} * (spline.count - spline.order))) {
+    Fail(g, KURVO_ERR_CURVE);
+    return {};
+  }
   OwnedCurve work = CopyOf(curve, g);
   auto& from = work.block<SplineBlock<kDim>>();
   const int32_t removed = KnotSweep<kDim>(from, g.epsilon).Run();

@@ -16,6 +16,10 @@ constexpr std::size_t kParts = 16;  // that Measure::kSixteenths settles one by 
 // Mixes of two control points in one pass: what 1024 pieces of degree 180 take. Polygons of a
 // higher degree are as close to the curve with fewer pieces.
 constexpr std::size_t kMaxMixes = std::size_t{1} << 24;
+// The same for one of the sixteenths, of which a curve may have thousands; up to the highest degree
+// in use all passes are made.
+constexpr std::size_t kMaxMixesOfPart = std::size_t{1} << 17;
+constexpr int32_t kMostUsedDegree = 24;
 
 // What lies on the stack, beyond it the heap serves.
 constexpr std::size_t kWholeDoubles = kMostPieces * 5 * 3;   // pieces of rational degree 4
@@ -57,10 +61,11 @@ double BezierLength(const BezierView<kDim>& bezier, Measure measure) {
   HalvedBezier<kSize, kSixteenthsDoubles> sixteenths(bezier.degree);
   sixteenths.Start(at);
   while (sixteenths.count() < kParts) sixteenths.Halve();
+  const std::size_t max_mixes = kMostUsedDegree >= bezier.degree ? kMaxMixes : kMaxMixesOfPart;
   double sum = 0.0;
   for (std::size_t p = 0; p < sixteenths.count(); ++p)
-    sum += SettledLength(pieces, kMaxMixes / sixteenths.count(),
-                         [&](std::size_t i) { return sixteenths.PointOf(p, i); });
+    sum +=
+        SettledLength(pieces, max_mixes, [&](std::size_t i) { return sixteenths.PointOf(p, i); });
   return sum;
 }
 

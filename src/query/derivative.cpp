@@ -12,6 +12,8 @@ namespace {
 // Every order costs a pass over the control points; far below this one the derivatives of rational
 // curves overflow.
 constexpr int kMaxDerivativeOrder = 1000;
+// Control points passed over: all orders there are up to degree 33 554.
+constexpr int64_t kMaxPassedPoints = int64_t{1} << 25;
 
 // Derivative n of centre + r (cos a, sin a) with da/dt = the sweep, negative for a clockwise arc:
 //   r sweep^n times the unit vector at a, turned by n quarter turns.
@@ -85,6 +87,8 @@ Vec2 NthOf(const Curve& curve, int n, double t, GlobalVar& g) {
   const int32_t refusal = RefusalOf(curve, n, t, g.epsilon);
   if (refusal != KURVO_ERR_NONE) return Refuse(g, refusal);
   const auto nth_of_bezier = [&](const auto& local) {
+    if (n * int64_t{local.bezier.degree} > kMaxPassedPoints)
+      return Refuse(g, KURVO_ERR_DERIVATIVE_ORDER);
     const Vec2 d = NthDerivative(local.bezier, n, local.s, g.epsilon);
     // Fixed behaviour: a stretch of width 0 is divided by, unlike above. Do not unify.
     const double divisor = n == 1 ? local.width : local.width * local.width;

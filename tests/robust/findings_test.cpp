@@ -107,5 +107,51 @@ TEST_F(Findings, LengthOfHighDegrees) {
   EXPECT_NEAR(length, sum, .01 * sum);
 }
 
+// A list of cuts, knots or orders on a high degree multiplies what each of them costs.
+TEST_F(Findings, ManyStepsOnHighDegrees) {
+  const auto refused = [&](int32_t error, const Curve& result) {
+    EXPECT_EQ(KurvoErrGet(&g), error);
+    EXPECT_EQ(result.data, nullptr);
+    KurvoErrReset(&g);
+  };
+  const Owned bezier = MakeFreeForm(CV_RBEZIER, RandomPoints(random, 1025, true));
+  double widths[] = {1};
+  Curve piece = *bezier;
+  KurvoSegcv block = {1, 0, &piece, widths, {}};
+  const Curve composite = {CV_SEGCV, &block, 0, 0, 0};
+  Numbers cuts;
+  for (int i = 1; i <= 5000; ++i) cuts.push_back(i / 5001.);
+  const CvParam list = {static_cast<int32_t>(cuts.size()), cuts.data()};
+  for (const Curve& curve : {*bezier, composite}) {
+    Cvseq pieces;
+    ExpectQuick([&] { KurvocvNDivide(&curve, &list, &pieces, &g); });
+    refused(KURVO_ERR_CURVE, {});
+    EXPECT_EQ(pieces.curves, nullptr);
+  }
+
+  Numbers knots;
+  for (int i = 0; i < 5000 + 1001; ++i) knots.push_back(i);
+  const Owned spline = MakeFreeForm(CV_RBSPLINE, RandomPoints(random, 5000, true), knots);
+  Curve result;
+  ExpectQuick([&] { KurvocvBsplRemoveKnots(spline.get(), &result, &g); });
+  refused(KURVO_ERR_CURVE, result);
+
+  const Owned huge = MakeFreeForm(CV_RBEZIER, RandomPoints(random, 100001, true));
+  Point d;
+  ExpectQuick([&] { KurvocvNDeriv(huge.get(), .5, d, 1000, &g); });
+  refused(KURVO_ERR_DERIVATIVE_ORDER, {});
+}
+
+// Spans of high order that never settle.
+TEST_F(Findings, LengthOfManySpansOfHighOrder) {
+  Numbers points = RandomPoints(random, 200, false), knots;
+  for (double& x : points) x *= 1e8;
+  for (int i = 0; i < 200 + 64; ++i) knots.push_back(i);
+  const Owned spline = MakeFreeForm(CV_BSPLINE, points, knots);
+  double length = 0;
+  ExpectQuick([&] { KurvocvCurveLen(spline.get(), 63, 200, &length, &g); });
+  EXPECT_GT(length, 0);
+}
+
 }  // namespace
 }  // namespace kurvo_test
