@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kNearestSteps = 12;
 constexpr double kParameterRounding = 1e-15;
+constexpr int32_t kMaxExactSamples = 9;  // degree up to which the other way is no faster
 
 struct Homogeneous {
   double x, y, w;
@@ -142,13 +143,49 @@ double RefineNearest(const BezierPiece& piece, Vec2 p, double t) {
   return t;
 }
 
+namespace {
+
+// Points close enough to compare distances. At high degrees by Horner's scheme in t / (1 - t), or
+// from the other end, which is linear in the degree where de Casteljau's algorithm is quadratic.
+class Samples {
+ public:
+  explicit Samples(const BezierPiece& piece) : piece_(piece) {
+    if (kMaxExactSamples >= piece.degree) return;
+    double binomial = 1.0;
+    for (int32_t k = 0; k <= piece.degree; ++k) {
+      const WeightedPoint& p = piece.points[k];
+      scaled_[k] = binomial * Homogeneous{p.w * p.x, p.w * p.y, p.w};
+      binomial = binomial * (piece.degree - k) / (k + 1);
+    }
+  }
+
+  Vec2 At(double t) const {
+    const int32_t n = piece_.degree;
+    if (kMaxExactSamples >= n) return PointAt(piece_, t);
+    Homogeneous sum{0.0, 0.0, 0.0};
+    if (t > 0.5) {
+      for (int32_t k = 0; k <= n; ++k) sum = ((1.0 - t) / t) * sum + scaled_[k];
+    } else {
+      for (int32_t k = n; k >= 0; --k) sum = (t / (1.0 - t)) * sum + scaled_[k];
+    }
+    return (1.0 / sum.w) * PlaneOf(sum);
+  }
+
+ private:
+  const BezierPiece& piece_;
+  Homogeneous scaled_[kMaxPieceDegree + 1];
+};
+
+}  // namespace
+
 double NearestParameter(const BezierPiece& piece, Vec2 p) {
-  const int32_t samples = 4 * piece.degree + 4;
+  const int32_t count = 4 * piece.degree + 4;
   double best_t = 0.0;
-  double best = Length(PointAt(piece, 0.0) - p);
-  for (int32_t i = 1; i <= samples; ++i) {
-    const double t = static_cast<double>(i) / samples;
-    const double dist = Length(PointAt(piece, t) - p);
+  const Samples samples(piece);
+  double best = Length(samples.At(0.0) - p);
+  for (int32_t i = 1; i <= count; ++i) {
+    const double t = static_cast<double>(i) / count;
+    const double dist = Length(samples.At(t) - p);
     if (dist < best) {
       best = dist;
       best_t = t;

@@ -3,32 +3,20 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "build/bezier_pieces.h"
 #include "calc/arc_span.h"
 #include "foundation/error_codes.h"
 #include "foundation/reserve_more.h"
+#include "relate/piece_part.h"
 
 namespace kurvo {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kQuarter = 0.5 * kPi;
 
 bool Finite(const WeightedPoint& p) {
   return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.w) && p.w != 0.0;
-}
-
-// The box of the control points, which holds the curve when no weight differs in sign.
-PlanarBox Enclosure(const BezierPiece& piece) {
-  PlanarBox box;
-  for (int32_t i = 0; i <= piece.degree; ++i) {
-    if (!(piece.points[i].w * piece.points[0].w > 0.0))
-      return {{-kInfinity, -kInfinity}, {kInfinity, kInfinity}};
-    box.Widen(Planar(piece.points[i]));
-  }
-  return box;
 }
 
 }  // namespace
@@ -168,7 +156,7 @@ void DistancePieces::Scale(double scale) {
 }
 
 void DistancePieces::BuildTree() {
-  for (DistancePiece& piece : pieces_) piece.box = Enclosure(piece.bezier);
+  for (DistancePiece& piece : pieces_) piece.box = EnclosureOf(piece.bezier);
   if (pieces_.size() < 2) return;
   std::size_t leaves = 1;
   while (leaves < pieces_.size()) leaves *= 2;

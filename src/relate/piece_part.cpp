@@ -3,10 +3,22 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace kurvo {
 
 double PiecePart::extent() const { return std::max(box.max.x - box.min.x, box.max.y - box.min.y); }
+
+PlanarBox EnclosureOf(const BezierPiece& piece) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  PlanarBox box;
+  for (int32_t i = 0; i <= piece.degree; ++i) {
+    if (!(piece.points[i].w * piece.points[0].w > 0.0))
+      return {{-kInfinity, -kInfinity}, {kInfinity, kInfinity}};
+    box.Widen(Planar(piece.points[i]));
+  }
+  return box;
+}
 
 PiecePart MakePart(const WeightedPoint* points, int32_t degree, double t0, double t1) {
   PiecePart part{points, degree, t0, t1, {}};

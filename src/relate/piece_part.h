@@ -20,6 +20,10 @@ struct PiecePart {
   double extent() const;
 };
 
+// The box of the control points, which holds the piece; all of the plane when weights differ in
+// sign.
+PlanarBox EnclosureOf(const BezierPiece& piece);
+
 PiecePart MakePart(const WeightedPoint* points, int32_t degree, double t0, double t1);
 
 // True when the strip around the chord of `a` that holds its control points lies further than

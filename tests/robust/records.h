@@ -64,8 +64,12 @@ class Maker {
   Cvseq Sequence();
   CvParam Parameters();
 
-  // Control points of the longest splines, otherwise.
-  void ShortCurves() { long_counts_ = {60, 200}; }
+  // Fewer control points of the longest splines and pieces of the longest composites. Every piece
+  // of two composites may cross every other: that is honest work, which no call can be spared.
+  void ShortCurves() {
+    long_counts_ = {60, 200};
+    long_composite_ = 100;
+  }
 
   double Number();          // a coordinate or a length
   double Parameter();       // of a curve, mostly in [0, 1]
@@ -106,6 +110,7 @@ class Maker {
   Store& store_;
   Taint taint_ = Taint::kNone;
   double one_value_ = 0;
+  int long_composite_ = 400;
   struct {
     int32_t some, few;
   } long_counts_ = {300, 5000};

@@ -264,7 +264,7 @@ Curve Maker::Composite(int level) {
     block->count = in_.Pick({0, -1, INT32_MIN});
     return curve;
   }
-  const int count = hostile() && in_.OneIn(64) ? 400 : in_.Between(1, 4);
+  const int count = hostile() && in_.OneIn(64) ? long_composite_ : in_.Between(1, 4);
   block->count = count;
   block->curves = store_.Zeroed<::Curve>(static_cast<std::size_t>(count));
   const bool sound = !hostile() || in_.Below(2);
