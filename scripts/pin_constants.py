@@ -97,8 +97,8 @@ class Mutants:
 
     def noticed(self, floor):
         """The first test that fails, and how; '' when all pass. The floor's own tests come first,
-        each program as a whole, then the other floors' and the client's, then the examples, and the digests of results at
-        last: they tell that something changed, not what is right."""
+        each program as a whole, then the other floors' and the client's, then the examples, the
+        bounds on allocation, and last the digests, which tell of a change, not what is right."""
         for name in [floor] + [name for name in self.programs if name != floor]:
             for program in sorted((self.build / "tests" / name).glob("*_test")):
                 bad = run([str(program), "--gtest_fail_fast", "--gtest_brief=1"], self.seconds,
@@ -109,9 +109,12 @@ class Mutants:
                   self.build)
         if bad:
             return f"examples ({bad})"
-        digests = self.build / "tests" / "robust" / "robust_test"
-        bad = run([str(digests), "--gtest_filter=Digest.*"], self.seconds, digests.parent)
-        return f"the digests alone ({bad})" if bad else ""
+        for suite in ("Allocation", "Digest"):
+            robust = self.build / "tests" / "robust" / "robust_test"
+            bad = run([str(robust), f"--gtest_filter={suite}.*"], self.seconds, robust.parent)
+            if bad:
+                return f"{suite} alone ({bad})"
+        return ""
 
     def try_change(self, below, span, way):
         path = self.source / below
