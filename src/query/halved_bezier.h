@@ -96,21 +96,32 @@ class HalvedBezier {
     }
   }
 
+  // Numbers of neighbouring lanes that one instruction of any processor in use takes.
+  template <class LaneCount>
+  using Pack [[gnu::vector_size(std::min(LaneCount::value, std::size_t{2}) * sizeof(double)),
+               gnu::aligned(sizeof(double)), gnu::may_alias]] = double;
+
   // De Casteljau's algorithm at 1/2 on the first lanes of `left`, which become the left halves; the
   // right halves go to `right`.
   template <class LaneCount>
   void Split(LaneCount lanes, double* left, double* right) const {
-    const auto copy = [lanes](const double* from, double* to) {
+    using Numbers = Pack<LaneCount>;
+    constexpr std::size_t kStep = sizeof(Numbers) / sizeof(double);
+    const auto at = [](double* numbers) -> Numbers& {
+      return *reinterpret_cast<Numbers*>(numbers);
+    };
+    const auto copy = [&](double* from, double* to) {
       for (std::size_t c = 0; c < kRow; c += kLanes)
-        for (std::size_t lane = 0; lane < lanes; ++lane) to[c + lane] = from[c + lane];
+        for (std::size_t lane = 0; lane < lanes; lane += kStep)
+          at(to + c + lane) = at(from + c + lane);
     };
     for (std::size_t i = 0; i <= degree_; ++i) copy(left + i * kRow, right + i * kRow);
     for (std::size_t level = 1; level <= degree_; ++level) {
       for (std::size_t i = 0; i <= degree_ - level; ++i) {
         double* row = right + i * kRow;
         for (std::size_t c = 0; c < kRow; c += kLanes)
-          for (std::size_t lane = 0; lane < lanes; ++lane)
-            row[c + lane] = 0.5 * (row[c + lane] + row[c + lane + kRow]);
+          for (std::size_t lane = 0; lane < lanes; lane += kStep)
+            at(row + c + lane) = 0.5 * (at(row + c + lane) + at(row + c + lane + kRow));
       }
       copy(right, left + level * kRow);
     }
