@@ -3,16 +3,11 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
-
-#include "relate/piece_part.h"
 
 namespace kurvo {
 namespace {
 
 constexpr int kMaxSamples = 40;
-constexpr double kBoxMargin =
-    2.0;  // of the tolerance: points farther from a box are not on the piece
 
 // A point of both pieces.
 struct Shared {
@@ -40,23 +35,15 @@ bool IsAt(const BezierPiece& piece, double t, Vec2 p, double tol) {
   return tol >= Length(PointAt(piece, t) - p);
 }
 
-// Where the piece passes p.
-std::optional<double> ParameterOf(const BezierPiece& piece, Vec2 p, const PlanarBox& enclosure,
-                                  double tol) {
-  if (!Contains(enclosure, p, kBoxMargin * tol)) return std::nullopt;
-  const double t = NearestParameter(piece, p);
-  if (!IsAt(piece, t, p, tol)) return std::nullopt;
-  return t;
-}
-
 SharedEnds FindSharedEnds(const BezierPiece& a, const BezierPiece& b, double tol) {
-  const PlanarBox around_a = EnclosureOf(a), around_b = EnclosureOf(b);
   SharedEnds shared;
   for (const double end : {0.0, 1.0}) {
-    const auto on_b = ParameterOf(b, PointAt(a, end), around_b, tol);
-    const auto on_a = ParameterOf(a, PointAt(b, end), around_a, tol);
-    if (on_b) shared.Add({end, *on_b});
-    if (on_a) shared.Add({*on_a, end});
+    const Vec2 end_a = PointAt(a, end), end_b = PointAt(b, end);
+    const double near_b = NearestParameter(b, end_a);
+    if (IsAt(b, near_b, end_a, tol)) shared.Add({end, near_b});
+    if (end == 1.0 && shared.count() == 0) break;  // the last end alone bounds no stretch
+    const double near_a = NearestParameter(a, end_b);
+    if (IsAt(a, near_a, end_b, tol)) shared.Add({near_a, end});
   }
   return shared;
 }
