@@ -888,7 +888,7 @@ KURVO_API void KurvocvDivide(const Curve *curve, double t, Curve *first, Curve *
  * what remains of the curve, except for B-splines.
  * Errors: KURVO_ERR_RANGE for a list that is null, not ascending or out of range, NaN included;
  * KURVO_ERR_CURVE for an unknown type, a record that cannot be right, and more cuts of a degree
- * above 39 than n order^2 = 2^29 allows; KURVO_ERR_MEMORY. A null curve or one without data: empty,
+ * above 39 than n order^2 = 2^28 allows; KURVO_ERR_MEMORY. A null curve or one without data: empty,
  * no error. Error pending: empty.
  * Cost: for m control points and n parameters O(m order^2 + n order^2); n degree^2 for Bezier
  * kinds; linear in the size of a composite. */
@@ -921,7 +921,7 @@ KURVO_API void KurvocvExtendCurve(const Curve *curve, double a, double b, Curve 
  * knot that can go without a change goes without a change but rounding. Where nothing is removed,
  * and for knots that do not ascend, the result is an exact copy.
  * Errors: KURVO_ERR_CURVE for any other type, a record that cannot be right, and more knots of an
- * order above 40 than 4 count order^2 = 2^29 allows; KURVO_ERR_MEMORY. A null curve or one without
+ * order above 40 than 4 count order^2 = 2^28 allows; KURVO_ERR_MEMORY. A null curve or one without
  * data: empty, no error. Error pending: empty.
  * Cost: O(count order^2). */
 KURVO_API void KurvocvBsplRemoveKnots(const Curve *curve, Curve *result,

@@ -98,7 +98,8 @@ class Mutants:
     def noticed(self, floor):
         """The first test that fails, and how; '' when all pass. The floor's own tests come first,
         each program as a whole, then the other floors' and the client's, then the examples, the
-        bounds on allocation, and last the digests, which tell of a change, not what is right."""
+        bounds on allocation and time, and last the digests, which tell of a change, not what is
+        right."""
         for name in [floor] + [name for name in self.programs if name != floor]:
             for program in sorted((self.build / "tests" / name).glob("*_test")):
                 bad = run([str(program), "--gtest_fail_fast", "--gtest_brief=1"], self.seconds,
@@ -109,7 +110,7 @@ class Mutants:
                   self.build)
         if bad:
             return f"examples ({bad})"
-        for suite in ("Allocation", "Digest"):
+        for suite in ("Allocation", "Findings", "Digest"):
             robust = self.build / "tests" / "robust" / "robust_test"
             bad = run([str(robust), f"--gtest_filter={suite}.*"], self.seconds, robust.parent)
             if bad:

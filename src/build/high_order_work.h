@@ -19,7 +19,7 @@ class HighOrderWork {
 
  private:
   static constexpr int32_t kFreeOrder = 40;
-  static constexpr double kMost = 0x1p29;  // some tenths of a second
+  static constexpr double kMost = 0x1p28;  // some tenths of a second
 
   double done_ = 0.0;
 };

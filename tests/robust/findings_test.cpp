@@ -129,6 +129,17 @@ TEST_F(Findings, ManyStepsOnHighDegrees) {
     EXPECT_EQ(pieces.curves, nullptr);
   }
 
+  // 256 cuts of 1024 control points, n order^2 = 2^28, are allowed.
+  const Owned lower = MakeFreeForm(CV_BEZIER, RandomPoints(random, 1024, false));
+  for (const int32_t count : {256, 257}) {
+    const CvParam some = {count, cuts.data()};
+    Cvseq pieces;
+    ExpectQuick([&] { KurvocvNDivide(lower.get(), &some, &pieces, &g); });
+    EXPECT_EQ(pieces.count, count == 256 ? 257 : 0);
+    KurvocvFreeCvseq(&pieces);
+  }
+  refused(KURVO_ERR_CURVE, {});
+
   Numbers knots;
   for (int i = 0; i < 5000 + 1001; ++i) knots.push_back(i);
   const Owned spline = MakeFreeForm(CV_RBSPLINE, RandomPoints(random, 5000, true), knots);
