@@ -16,7 +16,8 @@ constexpr double kTieWidth = 0x1p-7;    // the same where only a tie is sought
 constexpr int kMaxHalvings = 56;        // of both parts together
 constexpr int kSteps = 48;              // of the descent
 constexpr int kShorter = 12;            // halvings of one of its steps
-constexpr double kGain = 1e-14;  // of the squared distance: a step that gains less is the last
+constexpr double kGain = 1e-14;      // of the squared distance: a step that gains less is the last
+constexpr int64_t kBoundsCost = 24;  // of the bounds on derivatives, at degree 0
 constexpr std::size_t kStackPoints = 2 * (kMaxHalvings + 1) * 4;
 
 bool Encloses(const PiecePart& part) {
@@ -118,7 +119,7 @@ void PieceDistance::SearchParts(const PiecePart& a, const PiecePart& b, double b
   const bool known_here = Holds(a, known.s) && Holds(b, known.t);
   const bool one_minimum = Encloses(a) && Encloses(b) &&
                            HaveOneMinimum({a, a_->bezier.rational}, {b, b_->bezier.rational});
-  budget_.Spend(2 * static_cast<int64_t>(a.degree + b.degree));
+  budget_.Spend(kBoundsCost + 4 * static_cast<int64_t>(a.degree + b.degree));
   if (one_minimum && known_here) return;
   const bool leaf_a = IsLeaf(a), leaf_b = IsLeaf(b);
   const bool last =
