@@ -117,13 +117,14 @@ void PieceDistance::SearchParts(const PiecePart& a, const PiecePart& b, double b
                                 int halvings) {
   if (budget_.exhausted() || !Promising(a, b, bound)) return;
   const bool known_here = Holds(a, known.s) && Holds(b, known.t);
-  const bool one_minimum = Encloses(a) && Encloses(b) &&
+  const bool enclosed_a = Encloses(a), enclosed_b = Encloses(b);
+  const bool one_minimum = enclosed_a && enclosed_b &&
                            HaveOneMinimum({a, a_->bezier.rational}, {b, b_->bezier.rational});
   budget_.Spend(kBoundsCost + 4 * static_cast<int64_t>(a.degree + b.degree));
   if (one_minimum && known_here) return;
   const bool leaf_a = IsLeaf(a), leaf_b = IsLeaf(b);
   const bool last =
-      (leaf_a && (leaf_b || !Encloses(a))) || (leaf_b && !Encloses(b)) || halvings >= kMaxHalvings;
+      (leaf_a && (leaf_b || !enclosed_a)) || (leaf_b && !enclosed_b) || halvings >= kMaxHalvings;
   if (!known_here && (one_minimum || last || halvings == 0 || WorthDescending(a, b, bound))) {
     const Cell here = {{a.t0, b.t0}, {a.t1, b.t1}};
     known = Descend({a.middle(), b.middle()}, one_minimum ? here : kWhole);
