@@ -887,11 +887,11 @@ KURVO_API void KurvocvDivide(const Curve *curve, double t, Curve *first, Curve *
  * end or of the cut before it the piece between them is a point curve; the distance is a share of
  * what remains of the curve, except for B-splines.
  * Errors: KURVO_ERR_RANGE for a list that is null, not ascending or out of range, NaN included;
- * KURVO_ERR_CURVE for an unknown type, a record that cannot be right, more cuts of a degree above 39
- * than n order^2 = 2^28 allows, and more knots than KurvocvBsplRemoveKnots tries; KURVO_ERR_MEMORY.
- * A null curve or one without data: empty, no error. Error pending: empty.
- * Cost: for m control points and n parameters O(m order^2 + n order^2); n degree^2 for Bezier
- * kinds; linear in the size of a composite. */
+ * KURVO_ERR_CURVE for an unknown type, a record that cannot be right, more cuts of a degree above
+ * 39 than n order^2 = 2^28 allows, and more knots than KurvocvBsplRemoveKnots tries;
+ * KURVO_ERR_MEMORY. A null curve or one without data: empty, no error. Error pending: empty. Cost:
+ * for m control points and n parameters O(m order^2 + n order^2); n degree^2 for Bezier kinds;
+ * linear in the size of a composite. */
 KURVO_API void KurvocvNDivide(const Curve *curve, const CvParam *params, Cvseq *pieces,
                               GlobalVar *g) KURVO_NOEXCEPT;
 
