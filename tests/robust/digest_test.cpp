@@ -1,6 +1,8 @@
 // The same source gives the same bits: digests over a fixed set of calls, whatever the compiler and
 // its optimisation. scripts/digest.sh compares several builds.
 //   KURVO_WRITE_DIGESTS=tests/robust/digests.txt  keeps what this build gives
+//   KURVO_LIST_CALLS=calls.txt KURVO_CALLS=1000  lists the digest of each of so many calls:
+//   what differs between the lists of two builds are the results that differ
 #include <gtest/gtest.h>
 
 #include <cinttypes>
@@ -13,7 +15,7 @@
 namespace kurvo_test {
 namespace {
 
-constexpr uint64_t kCalls = 80;  // of each function, half of them on hostile records
+constexpr int kCalls = 80;  // of each function, half of them on hostile records
 
 struct Digests {
   Digest exact;  // of calls made of correctly rounded operations alone: the same on every machine
@@ -21,23 +23,25 @@ struct Digests {
   int exact_calls = 0, libm_calls = 0;
 };
 
-Digests DigestsOf(const Entry& entry) {
+std::string Hex(uint64_t x) {
+  char text[17];
+  std::snprintf(text, sizeof text, "%016" PRIx64, x);
+  return text;
+}
+
+Digests DigestsOf(const Entry& entry, uint64_t calls, std::ostream& list) {
   Digests digests;
-  for (uint64_t number = 0; number < kCalls; ++number) {
+  for (uint64_t number = 0; number < calls; ++number) {
     RunOptions options;
     options.mode = number % 2 ? Mode::kHostile : Mode::kBenign;
     const Outcome outcome = RunNumbered(entry, number, options);
     EXPECT_EQ(outcome.complaint, "") << Trace(entry, number, options.mode);
     (outcome.libm ? digests.libm : digests.exact).Add(outcome.digest);
     ++(outcome.libm ? digests.libm_calls : digests.exact_calls);
+    list << entry.name << ' ' << number << ' ' << Hex(outcome.digest) << ' ' << outcome.error
+         << '\n';
   }
   return digests;
-}
-
-std::string Hex(uint64_t x) {
-  char text[17];
-  std::snprintf(text, sizeof text, "%016" PRIx64, x);
-  return text;
 }
 
 // The kept values, by function.
@@ -48,6 +52,14 @@ std::map<std::string, std::string> Kept() {
   return kept;
 }
 
+TEST(Digest, ListsCalls) {
+  const char* const path = std::getenv("KURVO_LIST_CALLS");
+  if (!path) GTEST_SKIP() << "for the comparison of builds";
+  std::ofstream list(path);
+  for (const Entry& entry : Table())
+    DigestsOf(entry, static_cast<uint64_t>(Setting("KURVO_CALLS", kCalls)), list);
+}
+
 TEST(Digest, IsTheSameInEveryBuild) {
   if (std::getenv("KURVO_TEST_SEED")) GTEST_SKIP() << "kept for the default seed";
   const auto kept = Kept();
@@ -56,7 +68,8 @@ TEST(Digest, IsTheSameInEveryBuild) {
   Digest exact, libm;
   int exact_calls = 0, libm_calls = 0;
   for (const Entry& entry : Table()) {
-    const Digests digests = DigestsOf(entry);
+    std::ofstream none;
+    const Digests digests = DigestsOf(entry, kCalls, none);
     const std::string value = Hex(digests.exact.value());
     std::printf("%-24s %s %s\n", entry.name, value.c_str(), Hex(digests.libm.value()).c_str());
     if (renewed.is_open()) {
