@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "calc/arc_span.h"
 #include "foundation/error_codes.h"
 #include "records/views.h"
 #include "records/writable.h"
@@ -34,7 +35,7 @@ void ReverseView(const KurvoLine& line) {
 void ReverseView(const KurvoArc& arc) {
   KurvoArc& writable = *Writable(&arc);
   std::swap(writable.start, writable.end);
-  writable.normal[2] *= -1.0;
+  writable.normal[2] = OppositeSense(arc);
 }
 
 template <std::size_t kDim>

@@ -1,5 +1,6 @@
 // Translation, rotation, mirroring and scaling of curves, in place.
 #include "build/transform_points.h"
+#include "calc/arc_span.h"
 #include "calc/directions.h"
 #include "calc/transforms.h"
 
@@ -26,7 +27,7 @@ struct Mirroring {
   Vec3 operator()(Vec3 p) const { return map(p); }
   void TransformArc(KurvoArc& arc) const {
     MapArcPoints(arc, map);
-    arc.normal[2] = -arc.normal[2];  // a mirror reverses the sense of rotation
+    arc.normal[2] = OppositeSense(arc);  // a mirror reverses the sense of rotation
   }
 };
 

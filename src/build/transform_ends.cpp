@@ -16,16 +16,15 @@ void Add(Vec3 delta, const double* p) { Store(Spatial(p) + delta, Writable(p)); 
 // a[j], 0 <= j < order, with which the point of the span at t is the sum of a[j] times the control
 // points that act on it.
 template <std::size_t kDim>
-void FillShares(const SplineView<kDim>& spline, SpanPoint at, double tol, double* a) {
+void FillShares(const SplineView<kDim>& spline, SpanPoint at, double* a) {
   const BasisValues basis(KnotsOf(spline), at.span, at.t);
   const double(*points)[kDim] = spline.points + (at.span - spline.order + 1);
-  const bool polynomial = SpanIsPolynomial(spline, at.span, tol);
   double weight = 0.0;
   for (int32_t j = 0; j < spline.order; ++j) {
-    a[j] = polynomial ? basis[j] : basis[j] * WeightOf(points[j]);
+    a[j] = basis[j] * WeightOf(points[j]);
     weight += a[j];
   }
-  if (polynomial || weight == 0.0) return;  // a weight sum of 0 leaves the point undivided
+  if (kDim == 3 || weight == 0.0) return;  // a weight sum of 0 leaves the point undivided
   for (int32_t j = 0; j < spline.order; ++j) a[j] /= weight;
 }
 
@@ -33,10 +32,10 @@ void FillShares(const SplineView<kDim>& spline, SpanPoint at, double tol, double
 // point j moves by a[j] delta / (sum of a[i]^2), and those that do not act there stay (Piegl and
 // Tiller, The NURBS Book, section 11.5.1, with one constraint).
 template <std::size_t kDim>
-void MovePoint(const SplineView<kDim>& spline, SpanPoint at, Vec3 delta, double tol) {
+void MovePoint(const SplineView<kDim>& spline, SpanPoint at, Vec3 delta) {
   const auto order = static_cast<std::size_t>(spline.order);
   WorkArea<double, kStackOrder> a(order);
-  FillShares(spline, at, tol, a.data());
+  FillShares(spline, at, a.data());
   double norm = 0.0;
   for (std::size_t j = 0; j < order; ++j) norm += a[j] * a[j];
   const double(*points)[kDim] = spline.points + (at.span - spline.order + 1);
@@ -45,10 +44,10 @@ void MovePoint(const SplineView<kDim>& spline, SpanPoint at, Vec3 delta, double 
 }
 
 template <std::size_t kDim>
-void MoveEnd(const SplineView<kDim>& spline, End end, Vec3 delta, double tol) {
+void MoveEnd(const SplineView<kDim>& spline, End end, Vec3 delta) {
   const bool start = end == End::kStart;
   const auto at = start ? EvaluatedStart(spline) : EvaluatedEnd(spline);
-  if (at) return MovePoint(spline, *at, delta, tol);
+  if (at) return MovePoint(spline, *at, delta);
   Add(delta, spline.points[start ? 0 : spline.count - 1]);
 }
 
@@ -65,7 +64,7 @@ void MoveEnd(const Curve* curve, End end, Vec3 delta, GlobalVar& g) {
                           },
                           [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
                             if (spline.order > kMaxSplineOrder) return Fail(g, KURVO_ERR_CURVE);
-                            MoveEnd(spline, end, delta, g.epsilon);
+                            MoveEnd(spline, end, delta);
                           },
                           [&](const CompositeView& composite) {
                             if (level >= kMaxNesting || composite.count == 0)

@@ -24,6 +24,13 @@ inline ArcSpan SpanOf(const KurvoArc& arc, double tol) {
   return {start, OneTurn(end - start, tol), reversed};
 }
 
+// The z of the normal with which the arc runs the other way. A normal without a sign stands for
+// counter-clockwise, as does its negative: its opposite is -1.
+inline double OppositeSense(const KurvoArc& arc) {
+  const double z = arc.normal[2];
+  return z < 0.0 || z > 0.0 ? -z : -1.0;
+}
+
 // The polar angle of the point at parameter t.
 inline double AngleAt(const ArcSpan& span, double t, double tol) {
   const double u = span.reversed ? 1 - t : t;

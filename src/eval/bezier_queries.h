@@ -4,6 +4,8 @@
 // polynomials relative to p; Ends(); Position(t); tol().
 #pragma once
 
+#include <algorithm>
+
 #include "eval/pcurve2d.h"
 #include "eval/segment.h"
 
@@ -14,22 +16,40 @@ struct BezierEnds {  // control points
   Vec3 last;
 };
 
-// The point that a projection takes: that at the first foot point, the other ones not compared
-// (fixed behaviour, callers rely on the first); without any, the nearer end, the last one on a tie.
+// The nearer end, the last one on a tie.
 template <class Bezier>
-NearestOnCurve NearestOfFeet(const Bezier& bezier, const RootList& feet, Vec2 p) {
-  if (!feet.empty()) return {feet.front(), Length(p - Planar(bezier.Position(feet.front())))};
+NearestOnCurve NearestEnd(const Bezier& bezier, Vec2 p) {
   const BezierEnds ends = bezier.Ends();
   const double to_first = Length(p - Planar(ends.first));
   const double to_last = Length(p - Planar(ends.last));
   return to_last > to_first ? NearestOnCurve{0.0, to_first} : NearestOnCurve{1.0, to_last};
 }
 
+// The point that a projection takes: that at the first of the foot roots, the other ones not
+// compared (fixed behaviour, callers rely on the first). Without a root, and where the first lies
+// beyond an end, it is the nearer end.
+struct Projection {
+  bool at_end = false;
+  NearestOnCurve nearest;
+};
+
+template <class Bezier>
+Projection ProjectionAmong(const Bezier& bezier, const RootList& roots, Vec2 p) {
+  if (roots.empty() || !OnUnitInterval(roots.front(), bezier.tol()))
+    return {true, NearestEnd(bezier, p)};
+  const double foot = std::clamp(roots.front(), 0.0, 1.0);
+  return {false, {foot, Length(p - Planar(bezier.Position(foot)))}};
+}
+
+template <class Bezier>
+Projection ProjectionOf(const Bezier& bezier, Vec2 p) {
+  return ProjectionAmong(bezier, FootRoots(bezier.ToSegment(p)), p);
+}
+
 template <class Bezier>
 bool ProjectToBezier(const Bezier& bezier, Vec3& p) {
-  const RootList feet = FootPoints(bezier.ToSegment(Planar(p)), bezier.tol());
-  const NearestOnCurve nearest = NearestOfFeet(bezier, feet, Planar(p));
-  if (!feet.empty())
+  const auto [at_end, nearest] = ProjectionOf(bezier, Planar(p));
+  if (!at_end)
     p = bezier.Position(nearest.t);
   else
     p = nearest.t == 0.0 ? bezier.Ends().first : bezier.Ends().last;
@@ -47,17 +67,17 @@ Incidence ParameterOnBezier(const Bezier& bezier, Vec3 p, double& t) {
     t = nearest.t;
     return bezier.tol() >= nearest.dist;
   };
-  const RootList feet = FootPoints(relative, bezier.tol());
-  for (const double foot : feet)
+  const RootList roots = FootRoots(relative);
+  for (const double foot : FootPoints(roots, bezier.tol()))
     if (on({foot, Length(Planar(p) - position(foot))})) return Incidence::kOn;
-  if (on(NearestOfFeet(bezier, RootList(), Planar(p)))) return Incidence::kOn;
-  if (!feet.empty()) t = feet.front();
+  if (on(NearestEnd(bezier, Planar(p)))) return Incidence::kOn;
+  t = ProjectionAmong(bezier, roots, Planar(p)).nearest.t;
   return Incidence::kOff;
 }
 
 template <class Bezier>
 NearestOnCurve NearestOnBezier(const Bezier& bezier, Vec2 p) {
-  return NearestOfFeet(bezier, FootPoints(bezier.ToSegment(p), bezier.tol()), p);
+  return ProjectionOf(bezier, p).nearest;
 }
 
 }  // namespace kurvo

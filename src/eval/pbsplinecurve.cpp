@@ -12,7 +12,7 @@ Vec3 PBSplineCurve::Position(double t) const {
     return {};
   }
   const int32_t span = FindSpan(KnotsOf(spline_), t);
-  return OnPlane(Planar(PointOnSpan(spline_, span, t, tol())));
+  return OnPlane(Planar(PointOnSpan(spline_, span, t)));
 }
 
 bool PBSplineCurve::ProjectToCarrier(Vec3& p) const {

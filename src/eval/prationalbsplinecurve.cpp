@@ -12,7 +12,8 @@ Vec3 PRationalBSplineCurve::Position(double t) const {
     return {};
   }
   const int32_t span = FindSpan(KnotsOf(spline_), t);
-  return OnPlane(Planar(PointOnSpan(spline_, span, t, tol())));
+  const bool aside = SpanIsPolynomial(spline_, span, EvaluatesPlain(spline_, tol()));
+  return PointOnSpan(spline_, span, t, aside ? Weights::kAside : Weights::kCount);
 }
 
 bool PRationalBSplineCurve::ProjectToCarrier(Vec3& p) const {

@@ -29,8 +29,11 @@ Polynomial FootPointPolynomial(const Segment& s) {
 
 }  // namespace
 
-RootList FootPoints(const Segment& relative, double slack) {
-  const RootList roots = FindRoots(Normalised(FootPointPolynomial(relative)), 0.0, 1.0);
+RootList FootRoots(const Segment& relative) {
+  return FindRoots(Normalised(FootPointPolynomial(relative)), 0.0, 1.0);
+}
+
+RootList FootPoints(const RootList& roots, double slack) {
   RootList inside;
   for (const double r : roots)
     if (OnUnitInterval(r, slack)) inside.Append(std::clamp(r, 0.0, 1.0));

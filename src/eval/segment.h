@@ -27,12 +27,14 @@ struct Segment {
 // A parameter within [-slack, 1 + slack]; NaN is not.
 inline bool OnUnitInterval(double t, double slack) { return t >= -slack && 1.0 + slack >= t; }
 
-// Roots in [0, 1] of the foot-point polynomial of p: parameters where the vector to p is normal to
-// the curve. Roots up to `slack` beyond an end count and are moved onto it; none further out does.
-// With X and Y relative to p:
+// Roots of the foot-point polynomial of p: parameters where the vector to p is normal to the curve,
+// in ascending order, also a little beyond [0, 1]. With X and Y relative to p:
 //   plain:    F = X X' + Y Y'
 //   rational: F = X (X'W - X W') + Y (Y'W - Y W'), the same times W^3
-RootList FootPoints(const Segment& relative, double slack);
+RootList FootRoots(const Segment& relative);
+
+// Those of them in [0, 1]. Roots up to `slack` beyond an end count and are moved onto it.
+RootList FootPoints(const RootList& roots, double slack);
 
 // Roots of X and of Y relative to p: where the curve has the abscissa resp. ordinate of p.
 struct CoordinateRoots {

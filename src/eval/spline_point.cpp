@@ -8,8 +8,7 @@
 namespace kurvo {
 namespace {
 
-// What computed weights of 1 are off by: such a span needs no look at the others, which would make
-// the cost of every point linear in the length of the curve.
+// What computed weights of 1 are off by.
 constexpr double kWeightRounding = 1e-14;
 
 // True when all knots in u[first .. last] are exactly `value`; a NaN is not.
@@ -25,16 +24,16 @@ bool HasSpan(const SplineView<kDim>& spline) {
 
 }  // namespace
 
-bool SpanIsPolynomial(const SplineView<3>&, int32_t, double) { return true; }
-
-bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, double tol) {
-  const double(*points)[4] = spline.points + (i - spline.order + 1);
-  if (WeightsAreOne(points, spline.order, kWeightRounding)) return true;
-  return WeightsAreOne(points, spline.order, tol) &&
-         WeightsAreOne(spline.points, spline.count, tol);
+bool EvaluatesPlain(const SplineView<4>& spline, double tol) {
+  return WeightsAreOne(spline.points, spline.count, tol);
 }
 
-Vec3 PointOnSpan(const SplineView<3>& spline, int32_t i, double t, double) {
+bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, bool plain) {
+  return plain ||
+         WeightsAreOne(spline.points + (i - spline.order + 1), spline.order, kWeightRounding);
+}
+
+Vec3 PointOnSpan(const SplineView<3>& spline, int32_t i, double t, Weights) {
   const BasisValues basis(KnotsOf(spline), i, t);
   const double(*points)[3] = spline.points + (i - spline.order + 1);
   Vec3 sum;
@@ -45,10 +44,10 @@ Vec3 PointOnSpan(const SplineView<3>& spline, int32_t i, double t, double) {
   return sum;
 }
 
-Vec3 PointOnSpan(const SplineView<4>& spline, int32_t i, double t, double tol) {
+Vec3 PointOnSpan(const SplineView<4>& spline, int32_t i, double t, Weights weights) {
   const BasisValues basis(KnotsOf(spline), i, t);
   const double(*points)[4] = spline.points + (i - spline.order + 1);
-  const bool polynomial = SpanIsPolynomial(spline, i, tol);
+  const bool polynomial = weights == Weights::kAside;
   Vec2 sum;
   double weight = 0.0;
   for (int32_t j = 0; j < spline.order; ++j) {
@@ -80,24 +79,24 @@ std::optional<SpanPoint> EvaluatedEnd(const SplineView<kDim>& spline) {
 }
 
 template <std::size_t kDim>
-Vec3 StartOfSpline(const SplineView<kDim>& spline, double tol) {
+Vec3 StartOfSpline(const SplineView<kDim>& spline) {
   const auto at = EvaluatedStart(spline);
-  return at ? PointOnSpan(spline, at->span, at->t, tol) : Spatial(spline.points[0]);
+  return at ? PointOnSpan(spline, at->span, at->t) : Spatial(spline.points[0]);
 }
 
 template <std::size_t kDim>
-Vec3 EndOfSpline(const SplineView<kDim>& spline, double tol) {
+Vec3 EndOfSpline(const SplineView<kDim>& spline) {
   const auto at = EvaluatedEnd(spline);
-  return at ? PointOnSpan(spline, at->span, at->t, tol) : Spatial(spline.points[spline.count - 1]);
+  return at ? PointOnSpan(spline, at->span, at->t) : Spatial(spline.points[spline.count - 1]);
 }
 
 template std::optional<SpanPoint> EvaluatedStart(const SplineView<3>&);
 template std::optional<SpanPoint> EvaluatedStart(const SplineView<4>&);
 template std::optional<SpanPoint> EvaluatedEnd(const SplineView<3>&);
 template std::optional<SpanPoint> EvaluatedEnd(const SplineView<4>&);
-template Vec3 StartOfSpline(const SplineView<3>&, double);
-template Vec3 StartOfSpline(const SplineView<4>&, double);
-template Vec3 EndOfSpline(const SplineView<3>&, double);
-template Vec3 EndOfSpline(const SplineView<4>&, double);
+template Vec3 StartOfSpline(const SplineView<3>&);
+template Vec3 StartOfSpline(const SplineView<4>&);
+template Vec3 EndOfSpline(const SplineView<3>&);
+template Vec3 EndOfSpline(const SplineView<4>&);
 
 }  // namespace kurvo

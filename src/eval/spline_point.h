@@ -11,17 +11,24 @@ namespace kurvo {
 // A point costs O(order^2): orders above this are refused, so that no single point takes seconds.
 constexpr int32_t kMaxSplineOrder = 4096;
 
-// True when the span's control points are evaluated without weights: always for a plain spline, for
-// a rational one when all its weights are 1 within `tol`, or the k weights that act on span i are 1
-// but for rounding. Other weights are looked at only when those k are near 1 beyond that, so that
-// the cost of a point does not hang on the length of the curve.
-bool SpanIsPolynomial(const SplineView<3>& spline, int32_t i, double tol);
-bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, double tol);
+// Whether an evaluator leaves the weights of a spline aside: always for a plain one, for a rational
+// one when all its weights are 1 within `tol`.
+inline bool EvaluatesPlain(const SplineView<3>&, double) { return true; }
+bool EvaluatesPlain(const SplineView<4>& spline, double tol);
+
+// The same for span i of a spline that as a whole `plain`ly is, or is not, evaluated so: there the
+// k weights that act on the span count, when they are 1 but for rounding.
+inline bool SpanIsPolynomial(const SplineView<3>&, int32_t, bool) { return true; }
+bool SpanIsPolynomial(const SplineView<4>& spline, int32_t i, bool plain);
 
 // The point of span i at t, or of its continuation. z is the sum of basis times z for a plain
-// spline and 0 for a rational one; a weight sum of exactly 0 leaves x and y undivided.
-Vec3 PointOnSpan(const SplineView<3>& spline, int32_t i, double t, double tol);
-Vec3 PointOnSpan(const SplineView<4>& spline, int32_t i, double t, double tol);
+// spline and 0 for a rational one; a weight sum of exactly 0 leaves x and y undivided. Weights
+// count, unless they are left aside for the whole span.
+enum class Weights { kCount, kAside };
+Vec3 PointOnSpan(const SplineView<3>& spline, int32_t i, double t,
+                 Weights weights = Weights::kCount);
+Vec3 PointOnSpan(const SplineView<4>& spline, int32_t i, double t,
+                 Weights weights = Weights::kCount);
 
 struct SpanPoint {
   int32_t span;
@@ -38,8 +45,8 @@ std::optional<SpanPoint> EvaluatedEnd(const SplineView<kDim>& spline);
 
 // The first (last) point of the curve.
 template <std::size_t kDim>
-Vec3 StartOfSpline(const SplineView<kDim>& spline, double tol);
+Vec3 StartOfSpline(const SplineView<kDim>& spline);
 template <std::size_t kDim>
-Vec3 EndOfSpline(const SplineView<kDim>& spline, double tol);
+Vec3 EndOfSpline(const SplineView<kDim>& spline);
 
 }  // namespace kurvo

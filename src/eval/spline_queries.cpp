@@ -40,11 +40,15 @@ template <std::size_t kDim>
 class NearestSearch {
  public:
   NearestSearch(const SplineView<kDim>& spline, Vec2 p, double tol)
-      : spline_(spline), knots_(KnotsOf(spline)), p_(p), tol_(tol) {}
+      : spline_(spline),
+        knots_(KnotsOf(spline)),
+        p_(p),
+        tol_(tol),
+        plain_(EvaluatesPlain(spline, tol)) {}
 
   SplineFoot Run() {
-    const Vec2 start = Planar(StartOfSpline(spline_, tol_));
-    const Vec2 end = Planar(EndOfSpline(spline_, tol_));
+    const Vec2 start = Planar(StartOfSpline(spline_));
+    const Vec2 end = Planar(EndOfSpline(spline_));
     best_.Offer(knots_.Start(), start, Length(p_ - start), spline_.count);
     best_.Offer(knots_.End(), end, Length(p_ - end), spline_.count + 1);
     Survey();
@@ -94,7 +98,7 @@ class NearestSearch {
 
   // The distance of the point at s on span i, to which the reach is lowered.
   double Reach(int32_t i, double s) {
-    const SplineSpan<kDim> span(spline_, i, tol_);
+    const SplineSpan<kDim> span(spline_, i, plain_);
     const double dist = Length(p_ - span.Position(s));
     if (dist + tol_ < reach_) reach_ = dist + tol_;
     return dist;
@@ -107,7 +111,7 @@ class NearestSearch {
       AnySpan(knots_, [&](int32_t i) {
         const double gap = SquaredGap(BoxOfPoints(spline_.points + (i - k + 1), k), p_);
         const double limit = Limit();
-        const bool inside = SplineSpan<kDim>(spline_, i, tol_).InsideBox();
+        const bool inside = SplineSpan<kDim>(spline_, i, plain_).InsideBox();
         if (gap > limit * limit && inside) return false;
         batch[size++] = {i, inside ? gap : 0.0, Reach(i, 0.5)};
         if (size == kBatch) {
@@ -126,11 +130,11 @@ class NearestSearch {
     for (std::size_t n = 1; n < size; ++n)
       if (batch[n].to_middle < batch[first].to_middle) first = n;
     if (first > 0 && first + 1 < size) ReachBetween(batch + first);
-    Examine(SplineSpan<kDim>(spline_, batch[first].i, tol_), batch[first].i);
+    Examine(SplineSpan<kDim>(spline_, batch[first].i, plain_), batch[first].i);
     for (std::size_t n = 0; n < size; ++n) {
       const double limit = Limit();
       if (n == first || batch[n].squared_gap > limit * limit) continue;
-      const SplineSpan<kDim> span(spline_, batch[n].i, tol_);
+      const SplineSpan<kDim> span(spline_, batch[n].i, plain_);
       if (!(span.InsideBox() && span.StaysBeyond(p_, limit))) Examine(span, batch[n].i);
     }
   }
@@ -150,7 +154,7 @@ class NearestSearch {
       const Vec2 point = span.Position(s);
       best_.Offer(span.ToDomain(s), point, Length(p_ - point), i);
     };
-    for (const double s : FootPoints(span.ToSegment(p_), tol_)) offer(s);
+    for (const double s : FootPoints(FootRoots(span.ToSegment(p_)), tol_)) offer(s);
     if (span.CornerAtLeft()) offer(0.0);
     if (span.CornerAtRight()) offer(1.0);
   }
@@ -159,6 +163,7 @@ class NearestSearch {
   const KnotVector knots_;
   const Vec2 p_;
   const double tol_;
+  const bool plain_;
   double noise_ = 0.0;        // what rounding can do to a distance
   double reach_ = kInfinity;  // some point of the curve is no farther than this
   bool bound_by_reach_ = true;
@@ -172,7 +177,7 @@ bool HasFootPoints(const SplineView<kDim>& spline, double tol) {
   const int32_t degree = spline.order - 1;
   if constexpr (kDim == 4) {
     if (degree > kMaxRationalFootDegree && degree <= kMaxPlainFootDegree)
-      return WeightsAreOne(spline.points, spline.count, tol);
+      return EvaluatesPlain(spline, tol);
   }
   return degree <= kMaxPlainFootDegree;
 }
@@ -184,8 +189,9 @@ SplineFoot FootOnSpline(const SplineView<kDim>& spline, Vec2 p, double tol) {
 
 template <std::size_t kDim>
 Incidence ParameterOnSpline(const SplineView<kDim>& spline, Vec3 p, double tol, double& t) {
+  const bool plain = EvaluatesPlain(spline, tol);
   const bool found = AnySpan(KnotsOf(spline), [&](int32_t i) {
-    const SplineSpan<kDim> span(spline, i, tol);
+    const SplineSpan<kDim> span(spline, i, plain);
     if (!Contains(span.BoundBox(), Planar(p), tol) && span.InsideBox()) return false;
     double s;
     const auto position = [&](double at) { return span.Position(at); };

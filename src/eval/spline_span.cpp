@@ -20,7 +20,7 @@ Segment SplineSpan<kDim>::ToSegment(Vec2 origin) const {
   const BasisPolynomials basis(KnotsOf(spline_), i_);
   const auto order = static_cast<std::size_t>(spline_.order);
   Segment segment;
-  segment.rational = !SpanIsPolynomial(spline_, i_, tol_);
+  segment.rational = !IsPolynomial();
   segment.x.Truncate(order);
   segment.y.Truncate(order);
   segment.w.Truncate(segment.rational ? order : 0);
@@ -49,7 +49,7 @@ void SplineSpan<kDim>::ToBezier(Vec2 p, BezierPoints& points) const {
   const double* u = spline_.knots + i_;
   const double a = u[0];
   const double b = u[1];
-  const bool polynomial = SpanIsPolynomial(spline_, i_, tol_);
+  const bool polynomial = IsPolynomial();
   WithOrder(spline_.order, [&](auto k) {
     const int32_t n = k - 1;
     Homogeneous* d = points.data();

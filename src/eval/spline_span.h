@@ -30,11 +30,15 @@ PlanarBox BoxOfPoints(const double (*points)[kDim], Count count) {
 template <std::size_t kDim>
 class SplineSpan {
  public:
-  SplineSpan(const SplineView<kDim>& spline, int32_t i, double tol)
-      : spline_(spline), i_(i), tol_(tol), points_(spline.points + (i - spline.order + 1)) {}
+  // `plain`: whether weights are left aside on the whole spline.
+  SplineSpan(const SplineView<kDim>& spline, int32_t i, bool plain)
+      : spline_(spline), i_(i), plain_(plain), points_(spline.points + (i - spline.order + 1)) {}
 
   double ToDomain(double s) const { return Left() + s * (Right() - Left()); }
-  Vec2 Position(double s) const { return Planar(PointOnSpan(spline_, i_, ToDomain(s), tol_)); }
+  Vec2 Position(double s) const {
+    const Weights weights = IsPolynomial() ? Weights::kAside : Weights::kCount;
+    return Planar(PointOnSpan(spline_, i_, ToDomain(s), weights));
+  }
 
   PlanarBox BoundBox() const {
     return WithOrder(spline_.order, [&](auto k) { return BoxOfPoints(points_, k); });
@@ -68,6 +72,7 @@ class SplineSpan {
   using Homogeneous = std::array<double, 3>;
   using BezierPoints = std::array<Homogeneous, kMaxPlainFootDegree + 1>;
 
+  bool IsPolynomial() const { return SpanIsPolynomial(spline_, i_, plain_); }
   double Left() const { return spline_.knots[i_]; }
   double Right() const { return spline_.knots[i_ + 1]; }
 
@@ -82,7 +87,7 @@ class SplineSpan {
 
   const SplineView<kDim>& spline_;
   const int32_t i_;
-  const double tol_;
+  const bool plain_;
   const double (*points_)[kDim];
 };
 

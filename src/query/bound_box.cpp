@@ -55,14 +55,15 @@ CurveBox BoxOfPoints(const double (*points)[kDim], int32_t count) {
 
 MaybeBox BoxOf(const Curve& cv, int level, GlobalVar& g);
 
-// A single piece gives no box: callers box it by itself. Pieces without a box are passed over.
+// A single piece gives no box, but within another composite: callers box it by itself. Pieces
+// without a box are passed over.
 MaybeBox BoxOfComposite(const CompositeView& composite, int level, GlobalVar& g) {
   if (level >= kMaxNesting) {
     Fail(g, KURVO_ERR_CURVE);
     return std::nullopt;
   }
   MaybeBox box;
-  if (composite.count < 2) return box;
+  if (composite.count < 2 && level == 0) return box;
   for (int32_t i = 0; i < composite.count; ++i) {
     const MaybeBox piece = BoxOf(composite.curves[i], level + 1, g);
     if (box && piece) {

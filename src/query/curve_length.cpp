@@ -5,13 +5,16 @@
 
 #include "build/bezier_pieces.h"
 #include "build/convert.h"
+#include "build/extend_rules.h"
 #include "build/reparametrise.h"
 #include "build/weights.h"
+#include "build/well_formed.h"
 #include "calc/arc_span.h"
 #include "foundation/guard.h"
 #include "foundation/rounded_compare.h"
 #include "foundation/work_area.h"
 #include "query/bezier_length.h"
+#include "records/domain.h"
 
 namespace kurvo {
 namespace {
@@ -152,14 +155,46 @@ int32_t RefusalOf(const Curve& curve) {
                                [](Refused) -> int32_t { return KURVO_ERR_CURVE; }});
 }
 
+bool WeightsArePositive(const Curve& curve) {
+  return VisitCurve(curve, Overloaded{[](const auto&) { return true; },
+                                      [](const BezierView<4>& bezier) {
+                                        return HasPositiveWeights(bezier.points, bezier.degree + 1);
+                                      },
+                                      [](const SplineView<4>& spline) {
+                                        return HasPositiveWeights(spline.points, spline.count);
+                                      }});
+}
+
+// A free-form curve has a length only where it can be cut out or continued as an extension does it:
+// what that refuses is refused here, by the same code. Between the ends weights that are positive
+// stay so, and a plain Bezier curve can go on anywhere.
+bool CanBeCut(const Curve& curve, Stretch stretch, GlobalVar& g) {
+  if (curve.type == CV_LINE || curve.type == CV_ARC) return true;
+  const Domain domain = DomainOf(curve);
+  if (!(domain.width() > 0.0)) return true;  // nothing to cut
+  const Stretch whole = stretch.OrWhole(domain.start, domain.end);
+  if (whole.from == domain.start && whole.to == domain.end) return true;
+  const double unit = curve.type == CV_SEGCV ? 1.0 : domain.width();
+  const Extension by{(domain.start - stretch.from) / unit, (stretch.to - domain.end) / unit};
+  const bool inside = (by.start <= 0.0 && by.end <= 0.0) || curve.type == CV_BEZIER;
+  const bool narrow = CompareRounded(-by.start, domain.width() / unit + by.end) >= 0;
+  if (inside && !narrow && WeightsArePositive(curve)) return true;
+  if (WellFormed(curve))
+    Extended(curve, by, g);
+  else
+    Fail(g, KURVO_ERR_CURVE);
+  return !ErrorPending(g);
+}
+
 double SignedLength(const Curve& curve, double t0, double t1, GlobalVar& g) {
   int32_t refusal = RefusalOf(curve);
   if (refusal == KURVO_ERR_NONE && !(std::isfinite(t0) && std::isfinite(t1)))
     refusal = KURVO_ERR_CURVE;
   if (refusal != KURVO_ERR_NONE) return Refuse(g, refusal);
   if (t0 <= t1 + g.epsilon && t1 - g.epsilon <= t0) return 0.0;
-  const double length =
-      LengthOf(curve, {std::min(t0, t1), std::max(t0, t1)}, Measure::kWhole, 0, g);
+  const Stretch stretch{std::min(t0, t1), std::max(t0, t1)};
+  if (!CanBeCut(curve, stretch, g)) return 0.0;
+  const double length = LengthOf(curve, stretch, Measure::kWhole, 0, g);
   return t0 > t1 ? -length : length;
 }
 

@@ -32,7 +32,7 @@ std::optional<Vec3> EndOfSplineRecord(const SplineView<kDim>& spline, End end, G
     Fail(g, KURVO_ERR_CURVE);
     return std::nullopt;
   }
-  return at_start ? StartOfSpline(spline, g.epsilon) : EndOfSpline(spline, g.epsilon);
+  return at_start ? StartOfSpline(spline) : EndOfSpline(spline);
 }
 
 // The end point; nothing, with the error recorded, for a bad record, and nothing for a composite

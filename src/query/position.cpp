@@ -22,20 +22,23 @@ Vec3 PointAt(const BezierView<4>& bezier, double t, GlobalVar& g) {
   return PointOnBezier(bezier, t, WeightsAreOne(bezier.points, bezier.degree + 1, g.epsilon));
 }
 
-// The ends of the domain give the end points themselves.
+// The ends of the domain give the end points themselves; beyond them the evaluator continues the
+// curve.
 template <std::size_t kDim>
 Vec3 PointAt(const SplineView<kDim>& spline, double t, GlobalVar& g) {
   const KnotVector knots = KnotsOf(spline);
   const bool evaluable = spline.order <= kMaxSplineOrder;
-  if (CompareRounded(t, knots.Start()) == 0 && (evaluable || !EvaluatedStart(spline)))
-    return StartOfSpline(spline, g.epsilon);
-  if (CompareRounded(t, knots.End()) == 0 && (evaluable || !EvaluatedEnd(spline)))
-    return EndOfSpline(spline, g.epsilon);
+  const int after_start = CompareRounded(t, knots.Start());
+  const int after_end = CompareRounded(t, knots.End());
+  if (after_start == 0 && (evaluable || !EvaluatedStart(spline))) return StartOfSpline(spline);
+  if (after_end == 0 && (evaluable || !EvaluatedEnd(spline))) return EndOfSpline(spline);
   if (!evaluable) {
     Fail(g, KURVO_ERR_CURVE);
     return {};
   }
-  return OnPlane(Planar(PointOnSpan(spline, FindSpan(knots, t), t, g.epsilon)));
+  if (after_start < 0 || after_end > 0)
+    return WithEvaluator(spline, g, [t](const auto& evaluator) { return evaluator.Position(t); });
+  return OnPlane(Planar(PointOnSpan(spline, FindSpan(knots, t), t)));
 }
 
 }  // namespace

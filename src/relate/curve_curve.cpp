@@ -40,12 +40,24 @@ bool BoxesMeet(const Curve& a, const Curve& b, GlobalVar& g) {
   return KurvoclBoxBox(box_a, box_b, &g) != 0;
 }
 
+// The parameter at which a curve passes through a point. Above the degrees whose foot points can be
+// found, that of the nearest point of the curve, when the one that has collapsed comes up to it.
+bool Passes(const Curve& curve, const Curve& collapsed, const Coord point, double& t,
+            GlobalVar& g) {
+  const int32_t pending = g.error;
+  const int incidence = KurvocvParameter(&curve, point, &t, &g);
+  if (!ErrorPending(g)) return incidence == KURVO_ON_CURVE;
+  g.error = pending;
+  double own = 0.0;
+  const double dist = KurvocvDistCurve(&collapsed, &curve, &own, &t, &g);
+  return g.epsilon >= dist && !ErrorPending(g);
+}
+
 // A curve that has collapsed to `point` meets another one where that passes through the point.
 Common CrossPoint(const Curve& collapsed, const Coord point, const Curve& curve, bool first,
                   GlobalVar& g, Crossings& found) {
   double t = 0.0;
-  if (KurvocvParameter(&curve, point, &t, &g) != KURVO_ON_CURVE || ErrorPending(g))
-    return Common::kNothing;
+  if (!Passes(curve, collapsed, point, t, g)) return Common::kNothing;
   const double own = DomainOf(collapsed).start;
   found.push_back(first ? Crossing{own, t} : Crossing{t, own});
   return Common::kPoints;

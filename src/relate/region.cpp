@@ -68,12 +68,20 @@ uint32_t Locate(const Cvseq& seq, Vec3 p, GlobalVar& g) {
   // No distance can be asked with an error pending.
   if (ErrorPending(g)) return OnVertex(seq, p, g) ? KURVO_REGION_ON : KURVO_REGION_OUTSIDE;
   WindingNumber winding(Planar(p), g);
+  // Fixed behaviour: what lies outside the box of the chain is outside, also where a curve leaves
+  // its box.
+  const auto in_box = [&](uint32_t location) -> uint32_t {
+    if (winding.LeavesBoxes() && !InBoxOf(seq, Planar(p), g)) return KURVO_REGION_OUTSIDE;
+    return location;
+  };
   for (int32_t i = 0; i < seq.count; ++i) {
     const bool near = winding.Add(seq.curves[i]);
     if (ErrorPending(g)) return KURVO_REGION_OUTSIDE;
-    if (winding.OnCurve() || (near && OnVertexOf(seq, i, p, g))) return KURVO_REGION_ON;
+    if (winding.OnCurve() || (near && OnVertexOf(seq, i, p, g))) return in_box(KURVO_REGION_ON);
   }
   if (!winding.Decided() || !IsClosed(seq, g)) return KURVO_REGION_OUTSIDE;
+  winding.Close();
+  if (winding.OnCurve()) return in_box(KURVO_REGION_ON);
   if (winding.Turns() == 0) {
     WarnOfStraightChain(seq, Planar(p), g);
     return KURVO_REGION_OUTSIDE;
@@ -81,7 +89,7 @@ uint32_t Locate(const Cvseq& seq, Vec3 p, GlobalVar& g) {
   // The directions at the crossings of an inner point are judged with a tolerance of their own. A
   // caller whose stack has no room left for the one in force learns it here.
   if (g.depth < 0 || g.depth >= KURVO_STACK_SIZE) Fail(g, KURVO_ERR_STACK_EMPTY);
-  return KURVO_REGION_INSIDE;
+  return in_box(KURVO_REGION_INSIDE);
 }
 
 }  // namespace

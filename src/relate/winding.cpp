@@ -208,8 +208,8 @@ double SumOfBeziers(const SplineView<kDim>& spline, WindingEffort& effort, Globa
     return false;
   });
   if (!given_up) return sum;
-  const Vec2 from = end ? Planar(end) : Planar(StartOfSpline(spline, g.epsilon));
-  const Vec2 to = Planar(EndOfSpline(spline, g.epsilon));
+  const Vec2 from = end ? Planar(end) : Planar(StartOfSpline(spline));
+  const Vec2 to = Planar(EndOfSpline(spline));
   double chord[2][kDim] = {{from.x, from.y}, {to.x, to.y}};
   if constexpr (kDim == 4) chord[0][3] = chord[1][3] = 1.0;
   return sum + use(chord, 1);

@@ -31,11 +31,15 @@ Vec2 NearestOnLine(Vec2 a, Vec2 b, Vec2 p) {
 }  // namespace
 
 template <std::size_t kDim>
-WindingNumber::Side WindingNumber::SideOf(const double (*points)[kDim], int32_t count) const {
+WindingNumber::Side WindingNumber::SideOf(const double (*points)[kDim], int32_t count) {
   // A curve stays in the box of its control points unless weights are of both signs.
-  if constexpr (kDim == 4)
-    for (int32_t i = 0; i < count; ++i)
-      if (!(points[i][3] > 0.0)) return Side::kAround;
+  if constexpr (kDim == 4) {
+    for (int32_t i = 0; i < count; ++i) {
+      if (points[i][3] > 0.0) continue;
+      leaves_boxes_ = true;
+      return Side::kAround;
+    }
+  }
   const auto range = [&](std::size_t axis) {
     struct {
       double min = HUGE_VAL;
@@ -71,30 +75,35 @@ int WindingNumber::MeetLine(Vec2 a, Vec2 b) {
   return CrossLine(a, b);
 }
 
-void WindingNumber::PassBy() {
-  if (!started_) first_.meets = false;
-  started_ = true;
-  last_.meets = false;
+void WindingNumber::Bridge(Vec2 from, Vec2 to) {
+  if (from.x == to.x && from.y == to.y) return;
+  const double ends[][3] = {{from.x, from.y, 0.0}, {to.x, to.y, 0.0}};
+  const Side side = SideOf(ends, 2);
+  if (side == Side::kAway) return;
+  turns_ += side == Side::kRight ? StepUp(from, to) : MeetLine(from, to);
 }
 
 void WindingNumber::Append(Vec2 start, Vec2 end, int turns) {
-  if (!started_) first_ = {true, start};
+  if (!started_)
+    first_ = start;
+  else if (!joined_)
+    Bridge(last_, start);
   started_ = true;
-  if (last_.meets) turns += CrossLine(last_.point, start);
-  last_ = {true, end};
+  joined_ = false;
+  last_ = end;
   turns_ += turns;
 }
 
-int64_t WindingNumber::Turns() const {
-  return turns_ + (first_.meets && last_.meets ? CrossLine(last_.point, first_.point) : 0);
+void WindingNumber::Close() {
+  if (started_) Bridge(last_, first_);
 }
 
 void WindingNumber::AddLine(const KurvoLine& line) {
   const double ends[][3] = {{line.start[0], line.start[1], 0.0}, {line.end[0], line.end[1], 0.0}};
   const Side side = SideOf(ends, 2);
-  if (side == Side::kAway) return PassBy();
   const Vec2 start = Planar(line.start);
   const Vec2 end = Planar(line.end);
+  if (side == Side::kAway) return Append(start, end, 0);
   if (side == Side::kRight) return Append(start, end, StepUp(start, end));
   near_ = true;
   Append(start, end, MeetLine(start, end));
@@ -135,13 +144,23 @@ void WindingNumber::AddArc(const KurvoArc& arc) {
   const double corners[][3] = {{centre.x - r, centre.y - r, 0.0},
                                {centre.x + r, centre.y + r, 0.0}};
   const Side side = SideOf(corners, 2);
-  if (side == Side::kAway) return PassBy();
+  const auto is_on_circle = [&](const double* stored) {
+    const Vec2 radial = Planar(stored) - centre;
+    const double inner = std::max(r - tol_, 0.0);
+    const double square = Dot(radial, radial);
+    return square >= inner * inner && (r + tol_) * (r + tol_) >= square;
+  };
+  const bool stored_ends = is_on_circle(arc.start) && is_on_circle(arc.end);
+  leaves_boxes_ = leaves_boxes_ || !stored_ends;
+  // Beside the half-line stored ends are as good as those on the circle itself.
+  if (side == Side::kAway && stored_ends) return Append(Planar(arc.start), Planar(arc.end), 0);
   const auto on_circle = [&](const double* stored) {
     const Vec2 radial = Planar(stored) - centre;
     return centre + r / Length(radial) * radial;
   };
   const Vec2 start = on_circle(arc.start);
   const Vec2 end = on_circle(arc.end);
+  if (side == Side::kAway) return Append(start, end, 0);
   if (side == Side::kRight) return Append(start, end, StepUp(start, end));
   near_ = true;
   const auto dist = [&](const auto& evaluator) { return evaluator.NearestPoint(OnPlane(p_)).dist; };
@@ -184,9 +203,9 @@ template <std::size_t kDim>
 void WindingNumber::AddBezier(const BezierView<kDim>& bezier) {
   const int32_t n = bezier.degree;
   const Side side = SideOf(bezier.points, n + 1);
-  if (side == Side::kAway) return PassBy();
   const Vec2 start = Planar(bezier.points[0]);
   const Vec2 end = Planar(bezier.points[n]);
+  if (side == Side::kAway) return Append(start, end, 0);
   if (side == Side::kRight) return Append(start, end, StepUp(start, end));
   near_ = true;
   if (n > kMaxSplitDegree) return Fail(g_, KURVO_ERR_CURVE);
@@ -199,33 +218,41 @@ void WindingNumber::AddBezier(const BezierView<kDim>& bezier) {
 template <std::size_t kDim>
 void WindingNumber::AddSpline(const SplineView<kDim>& spline) {
   const Side side = SideOf(spline.points, spline.count);
-  if (side == Side::kAway) return PassBy();
   if (spline.order > kMaxSplineOrder) return Fail(g_, KURVO_ERR_CURVE);
-  if (side == Side::kRight) {
-    const Vec2 start = Planar(StartOfSpline(spline, tol_));
-    const Vec2 end = Planar(EndOfSpline(spline, tol_));
-    return Append(start, end, StepUp(start, end));
+  if (side != Side::kAround) {
+    const Vec2 start = Planar(StartOfSpline(spline));
+    const Vec2 end = Planar(EndOfSpline(spline));
+    return Append(start, end, side == Side::kRight ? StepUp(start, end) : 0);
   }
   near_ = true;
   const int32_t n = spline.order - 1;
+  const KnotVector knots = KnotsOf(spline);
+  const int32_t last = LastSpan(knots);
+  bool first = true;
   WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(spline.order));
-  AnySpan(KnotsOf(spline), [&](int32_t i) {
-    if (SideOf(spline.points + (i - n), spline.order) == Side::kAway) {
-      PassBy();
-    } else {
-      if (n > kFreeDegree) work_left_ -= 2 * int64_t{n} * n;
-      ExtractBezier(spline, i, points.data());
-      const Vec2 start = Planar(points[0]);
-      const Vec2 end = Planar(points[static_cast<std::size_t>(n)]);
-      Append(start, end, HalveBezier(points.data(), n, kMaxDepth));
+  AnySpan(knots, [&](int32_t i) {
+    const bool away = SideOf(spline.points + (i - n), spline.order) == Side::kAway;
+    // The curve jumps at a knot of full multiplicity. Only there, and at its ends, is the line
+    // between a span and its neighbour more than rounding.
+    const double* u = spline.knots + i;
+    const bool joins_others = first || i == last || u[-n] == u[0] || u[1] == u[n + 1];
+    first = false;
+    if (away && !joins_others) {
+      Skip();
+      return false;
     }
+    if (n > kFreeDegree) work_left_ -= 2 * int64_t{n} * n;
+    ExtractBezier(spline, i, points.data());
+    const Vec2 start = Planar(points[0]);
+    const Vec2 end = Planar(points[static_cast<std::size_t>(n)]);
+    Append(start, end, away ? 0 : HalveBezier(points.data(), n, kMaxDepth));
     return on_curve_ || work_left_ < 0;
   });
 }
 
-// Whether the curve is a Bezier curve of a common degree all above or all below p, as most of an
-// outline are.
-bool WindingNumber::LiesBeside(const Curve& curve) const {
+// Passes over a Bezier curve of a common degree that lies all above or all below p, as most of an
+// outline do; false for every other curve.
+bool WindingNumber::PassesBy(const Curve& curve) {
   if (curve.type != CV_BEZIER || !curve.data) return false;
   const auto& bezier = *static_cast<const KurvoBezier*>(curve.data);
   constexpr int32_t kCommonDegree = 9;
@@ -236,15 +263,14 @@ bool WindingNumber::LiesBeside(const Curve& curve) const {
   if (!above && !(low > bezier.points[0][1])) return false;
   for (int32_t i = 1; i <= bezier.degree; ++i)
     if (!(above ? bezier.points[i][1] > high : low > bezier.points[i][1])) return false;
+  if (!on_curve_ && work_left_ >= 0)
+    Append(Planar(bezier.points[0]), Planar(bezier.points[bezier.degree]), 0);
   return true;
 }
 
 bool WindingNumber::Add(const Curve& curve) {
   near_ = false;
-  if (LiesBeside(curve)) {
-    if (!on_curve_ && work_left_ >= 0) PassBy();
-    return false;
-  }
+  if (PassesBy(curve)) return false;
   const Overloaded add = {
       [&](const KurvoLine& line) { AddLine(line); }, [&](const KurvoArc& arc) { AddArc(arc); },
       [&]<std::size_t kDim>(const BezierView<kDim>& bezier) { AddBezier(bezier); },

@@ -14,8 +14,8 @@ namespace kurvo {
 // exactly p.y counts as below everywhere, so that vertices, touches and horizontal runs at the
 // height of p need no rules of their own. Curves are not crossed: whatever lies beside p altogether
 // counts by its ends, the rest is halved until it does or is straight. Where one curve does not end
-// exactly where the next one starts, the line between them is crossed too, so that the sum is a
-// whole number of turns.
+// exactly where the next one starts, the line between them is part of the chain too, so that the
+// sum is a whole number of turns.
 class WindingNumber {
  public:
   WindingNumber(Vec2 p, GlobalVar& g) : p_(p), tol_(g.epsilon), g_(g) {}
@@ -25,25 +25,31 @@ class WindingNumber {
   // 4095. Throws std::bad_alloc.
   bool Add(const Curve& curve);
 
-  // True when p is within the tolerance of a curve; nothing more is counted then.
+  // The line from the end of the last curve to the start of the first one.
+  void Close();
+
+  // True when p is within the tolerance of the chain; nothing more is counted then.
   bool OnCurve() const { return on_curve_; }
+  // True when curves may reach beyond their boxes: weights are not positive, or the ends of an arc
+  // do not lie on its circle.
+  bool LeavesBoxes() const { return leaves_boxes_; }
   // False when the halvings were not enough, for records that no number of them makes straight.
   bool Decided() const { return work_left_ >= 0; }
-  // The number of turns, counter-clockwise positive, once the last curve is in.
-  int64_t Turns() const;
+  // The number of turns, counter-clockwise positive, of a chain that is closed.
+  int64_t Turns() const { return turns_; }
 
  private:
   // Where the box of some points lies, grown by the tolerance.
   enum class Side { kAway, kRight, kAround };  // kAway: the half-line does not meet it
 
   template <std::size_t kDim>
-  Side SideOf(const double (*points)[kDim], int32_t count) const;
+  Side SideOf(const double (*points)[kDim], int32_t count);
   int StepUp(Vec2 a, Vec2 b) const { return (b.y > p_.y) - (a.y > p_.y); }
   int CrossLine(Vec2 a, Vec2 b) const;
   bool OnLine(Vec2 a, Vec2 b) const;
   int MeetLine(Vec2 a, Vec2 b);
 
-  bool LiesBeside(const Curve& curve) const;
+  bool PassesBy(const Curve& curve);
   void AddLine(const KurvoLine& line);
   void AddArc(const KurvoArc& arc);
   template <std::size_t kDim>
@@ -57,15 +63,11 @@ class WindingNumber {
   template <std::size_t kDim>
   int HalveBezier(double (*points)[kDim], int32_t n, int depth);
 
-  // A piece that the half-line does not meet, and one that turns by `turns` from start to end.
-  void PassBy();
+  // The next piece, which turns by `turns` from start to end; 0 for one that the half-line does not
+  // meet. Such a piece can be skipped when both its neighbours join it but for rounding.
   void Append(Vec2 start, Vec2 end, int turns);
-
-  // One end of a piece; `meets` is false for a piece that the half-line does not meet.
-  struct Joint {
-    bool meets = false;
-    Vec2 point;
-  };
+  void Skip() { joined_ = true; }
+  void Bridge(Vec2 from, Vec2 to);
 
   const Vec2 p_;
   const double tol_;
@@ -73,10 +75,12 @@ class WindingNumber {
   int64_t turns_ = 0;
   int64_t work_left_ = int64_t{1} << 25;  // mixes of two control points: hundredths of a second
   bool started_ = false;
+  bool joined_ = false;  // the next piece begins where those so far end
   bool near_ = false;
   bool on_curve_ = false;
-  Joint first_;
-  Joint last_;
+  bool leaves_boxes_ = false;
+  Vec2 first_;  // of the chain
+  Vec2 last_;   // so far
 };
 
 }  // namespace kurvo

@@ -118,9 +118,12 @@ inline Owned RandomCurve(Random& random, int32_t type, int max_degree, int level
         KurvoclSetCoord(p, random.Uniform(-9, 9), random.Uniform(-9, 9), 0);
       return cv;
     }
-    case CV_ARC:
-      return Arc(random.Uniform(-5, 5), random.Uniform(-5, 5), random.Uniform(.5, 4),
-                 random.Uniform(-3, 3), random.Uniform(.2, 1.4) * (degree % 2 ? 1 : -1));
+    case CV_ARC: {
+      Owned cv = Arc(random.Uniform(-5, 5), random.Uniform(-5, 5), random.Uniform(.5, 4),
+                     random.Uniform(-3, 3), random.Uniform(.2, 1.4) * (degree % 2 ? 1 : -1));
+      if (degree % 4 == 1) cv.block<KurvoArc>().normal[2] = 0;  // counter-clockwise all the same
+      return cv;
+    }
     case CV_BEZIER:
     case CV_RBEZIER:
       return RandomBezier(random, rational, degree);

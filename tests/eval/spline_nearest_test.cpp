@@ -21,7 +21,7 @@ using kurvo::Vec2;
 // The candidates of every span in the order in which ties are decided, then the ends.
 template <std::size_t kDim>
 SplineFoot ExamineAllSpans(const SplineView<kDim>& spline, Vec2 p, double tol) {
-  const Vec2 end = Planar(kurvo::EndOfSpline(spline, tol));
+  const Vec2 end = Planar(kurvo::EndOfSpline(spline));
   const double last = spline.knots[spline.count];
   SplineFoot best{{last, kInfinity}, end};
   const auto offer = [&](double t, Vec2 q) {
@@ -29,13 +29,13 @@ SplineFoot ExamineAllSpans(const SplineView<kDim>& spline, Vec2 p, double tol) {
   };
   for (int32_t i = spline.order - 1; i < spline.count; ++i) {
     if (!(spline.knots[i] < spline.knots[i + 1])) continue;
-    const kurvo::SplineSpan<kDim> span(spline, i, tol);
-    for (const double s : kurvo::FootPoints(span.ToSegment(p), tol))
+    const kurvo::SplineSpan<kDim> span(spline, i, kurvo::EvaluatesPlain(spline, tol));
+    for (const double s : kurvo::FootPoints(kurvo::FootRoots(span.ToSegment(p)), tol))
       offer(span.ToDomain(s), span.Position(s));
     if (span.CornerAtLeft()) offer(span.ToDomain(0.0), span.Position(0.0));
     if (span.CornerAtRight()) offer(span.ToDomain(1.0), span.Position(1.0));
   }
-  offer(spline.knots[spline.order - 1], Planar(kurvo::StartOfSpline(spline, tol)));
+  offer(spline.knots[spline.order - 1], Planar(kurvo::StartOfSpline(spline)));
   offer(last, end);
   if (best.nearest.dist == kInfinity) best.nearest.dist = Length(p - end);
   return best;

@@ -221,7 +221,7 @@ std::optional<double> FirstFoot(const Reference& curve, const Point& p, int step
     constexpr long double kStep = 1e-7L;
     return curve.DistanceAt(t - kStep, p) > curve.DistanceAt(t + kStep, p);
   };
-  for (int i = 0; i < steps; ++i) {
+  for (int i = -1; i < steps; ++i) {
     long double low = L(i) / steps, high = L(i + 1) / steps;
     const bool at_first = approaches(low);
     if (at_first == approaches(high)) continue;
@@ -229,13 +229,14 @@ std::optional<double> FirstFoot(const Reference& curve, const Point& p, int step
       const long double middle = (low + high) / 2;
       (approaches(middle) == at_first ? low : high) = middle;
     }
+    if (i < 0) break;
     return static_cast<double>(low);
   }
   return std::nullopt;
 }
 
 // Both Bezier kinds answer with their first foot point, whether it is the nearest or not, and with
-// the nearer end where there is none.
+// the nearer end where there is none, or the first lies up to a thousandth before the start.
 TEST(DistPoint, OfABezierIsThatOfItsFirstFoot) {
   Random random;
   SCOPED_TRACE(random.Trace());

@@ -60,6 +60,7 @@ TEST(CurveLen, Table) {
       {"composite of lines, beyond its ends", "c 2 3 (l 0 0 2 0)(l 2 0 2 6)", -1, 6, 11},
       {"composite of arcs", "c 1 1 (a 0 0 1 0 2)(a 0 0 1 2 -2)", .5, 1.5, 2},
       {"composite of Beziers", "c .5 .5 (b 0 0 3 4)(b 3 4 3 8 3 12)", 0, 1, 13},
+      {"closed composite, part", "c .5 .5 (b 0 0 3 0 6 0)(l 6 0 0 0)", .25, 1, 9},
       {"composite of other kinds", "c 1 1 1 (b 0 0 3 4)(B 3 4 6 8 | 0 0 1 1)(c 1 (l 6 8 9 12))", 0,
        3, 15},
       {"piece without a width", "c 1 0 1 (l 0 0 1 0)(l 1 0 1 5)(l 1 5 2 5)", 0, 2, 7},
@@ -85,6 +86,11 @@ TEST(CurveLen, Refusals) {
   const Owned line = Make("l 0 0 1 2"), hole = Make("c 1 1 (l 0 0 1 2)(e)"), deep = Nested(65);
   Owned nan_knot = Make("B 0 0 3 4 | 0 0 1 1"), rational_nan = Make("R 0 0 1 3 4 1 | 0 0 1 1");
   FreeForm(*nan_knot).knots[3] = FreeForm(*rational_nan).knots[0] = kNaN;
+  const Owned pole = Make("r 0 0 1 1 2 1.6 2 0 1"),
+              spline_pole = Make("R 0 0 1 1 2 1.6 2 0 1 | 0 0 0 1 1 1"),
+              negative = Make("r 0 0 1 1 2 -2 2 0 1"),
+              closed = Make("c .5 .5 (b 0 0 3 4 6 0)(l 6 0 0 0)"),
+              half_turn = Make("c 1 1 (l 0 0 2 0)(a 0 0 2 0 2)");
   const Owned low = MakeFreeForm(CV_BEZIER, Numbers(2 * 1024)),
               high = MakeFreeForm(CV_BEZIER, Numbers(2 * 1025)),
               member = MakeComposite({1}, [] {
@@ -108,6 +114,11 @@ TEST(CurveLen, Refusals) {
       {"infinite", line.get(), -kInf, 0, 0, KURVO_ERR_CURVE},
       {"NaN knot", nan_knot.get(), 0, 1, 0, KURVO_ERR_MEMORY},
       {"NaN knot, nothing to measure", nan_knot.get(), 0, 0, 0, KURVO_ERR_MEMORY},
+      {"past a pole", pole.get(), 0, 3, 0, KURVO_ERR_WEIGHT},
+      {"past the pole of a B-spline", spline_pole.get(), -1.5, 1, 0, KURVO_ERR_WEIGHT},
+      {"a part of weights that are not positive", negative.get(), 0, .5, 0, KURVO_ERR_WEIGHT},
+      {"beyond a closed start", closed.get(), -.25, 1, 0, KURVO_ERR_CHAIN_ENDS},
+      {"half a turn beyond the end", half_turn.get(), 0, 3, 0, KURVO_ERR_RANGE},
       {"NaN knot, rational", rational_nan.get(), 0, 1, 0, KURVO_ERR_MEMORY},
       {"degree 1023", low.get(), 0, 1, 0, 0},
       {"degree 1024", high.get(), 0, 1, 0, KURVO_ERR_CURVE},

@@ -73,17 +73,15 @@ TEST(Parameter, OffTheCurveIsTheFirstFootOrAnEnd) {
     const Point p = random.Planar(kSize);
     const Found found = Parameter(*cv, p);
     ASSERT_EQ(found.result, KURVO_OFF_CURVE);
-    // The first sign change of the slope of the distance, by a fine scan.
+    // The first sign change of the slope of the distance, by a fine scan that begins where the
+    // search for roots does. Beyond an end it leads to the nearer one.
     const auto dist = [&](long double t) { return reference.DistanceAt(t, p); };
     constexpr int kSteps = 4000;
     double foot = dist(1) > dist(0) ? 0 : 1;
-    const auto slope = [&](int i) {
-      const long double t = i / L(kSteps), way = 1e-8L * (i < kSteps ? 1 : -1);
-      return (dist(t + way) - dist(t)) / way;
-    };
-    for (int i = 1; i <= kSteps; ++i) {
+    const auto slope = [&](int i) { return dist(i / L(kSteps) + 1e-8L) - dist(i / L(kSteps)); };
+    for (int i = 1 - kSteps / 1000; i <= kSteps; ++i) {
       if (slope(i - 1) * slope(i) <= 0) {
-        foot = (i - .5) / kSteps;
+        if (i > 0) foot = (i - .5) / kSteps;
         break;
       }
     }

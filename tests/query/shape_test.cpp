@@ -131,7 +131,11 @@ TEST(BoundBox, Table) {
       {"R 0 0 1 1 5 9 2 -3 1 | 0 0 0 1 1 1", {0, -3, 2, 5}},
       {"c 1 1 (l 0 0 1 1) (b 1 1 2 8)", {0, 0, 2, 8}},
       {"c 1 (l 0 0 1 1)", {u, u, u, u}},
-      {"c 1 1 (c 1 (l 9 9 8 8)) (l 0 0 1 1)", {0, 0, 1, 1}},  // one piece has no box of its own
+      {"c 1 (c 1 1 (l 9 9 8 8)(l 0 0 1 1))", {u, u, u, u}},
+      // one piece has no box of its own, but within another composite
+      {"c 1 1 (c 1 (l 9 9 8 8)) (l 0 0 1 1)", {0, 0, 9, 9}},
+      {"c 1 1 (c 1 (b 0 0 1 1 2 0))(b 2 0 3 1 4 0)", {0, 0, 4, 1}},
+      {"c 1 1 (l 0 0 1 1)(c 1 (c 1 (c 1 (l 9 9 8 8))))", {0, 0, 9, 9}},
       {"c", {u, u, u, u}},
       {"e", {u, u, u, u}},
   };

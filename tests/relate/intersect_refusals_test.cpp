@@ -39,6 +39,15 @@ bool Replace(Curve& cv, std::size_t at, double number) {
   return spline && put(form.knots, static_cast<std::size_t>(count + form.order));
 }
 
+// From (0, 0) to (n, 0) at even speed, of degree n; all weights are 2.
+std::string Even(char letter, int n) {
+  std::string text(1, letter), knots = " |";
+  for (int i = 0; i <= n; ++i)
+    text += Text("", {1. * i, 0}) + (letter == 'r' || letter == 'R' ? " 2" : "");
+  for (int i = 0; i <= 2 * n + 1; ++i) knots += i <= n ? " 0" : " 1";
+  return letter == 'b' || letter == 'r' ? text : text + knots;
+}
+
 TEST(IntersectCollapsed, MeetsACurveThatPassesThroughIt) {
   const struct {
     const char* name;
@@ -68,6 +77,20 @@ TEST(IntersectCollapsed, MeetsACurveThatPassesThroughIt) {
        "c 2 2 (b 0 0 0 1)(b 0 2 4 2)",
        {}},
       {"two at one place", "l 1 1 1 1", "b 1 1 1 1", {}},
+      // degrees without a polynomial of foot points
+      {"on a Bezier of degree 21", "l 7 0 7 0", Even('b', 21), {{0, 1 / 3.}}},
+      {"on a Bezier of degree 39", "l 39 0 39 0", Even('b', 39), {{0, 1}}},
+      {"off a Bezier of degree 21", "l 7 1e-5 7 1e-5", Even('b', 21), {}},
+      {"on a rational Bezier of degree 14",
+       "a 7 1 1 -1.57079632679489662 0",
+       Even('r', 14),
+       {{0, .5}}},
+      {"on a B-spline of order 26", "b 5 0 5 0", Even('B', 25), {{0, .2}}},
+      {"on a rational B-spline of order 15", "l 7 0 7 0", Even('R', 14), {{0, .5}}},
+      {"on a composite",
+       "l 7 0 7 0",
+       "c 1 1 (b 0 1 0 0)(" + Even('b', 21) + ")",
+       {{0, 1 + 1 / 3.}}},
   };
   for (const auto& row : rows) {
     const Owned point = Make(row.point), curve = Make(row.curve);
