@@ -53,7 +53,7 @@
  *   as 0 by constructions, and normals lie along z. Lines, arcs and Bezier kinds run over [0, 1],
  *   B-spline kinds over [knots[order - 1], knots[count]], composites over [0, sum of widths].
  *   Where no tolerance is named, parameters, knots and weights count as equal when they round to
- *   the same multiple of 1e-6, whatever their difference: one is said to round to the other.
+ *   the same multiple of 1e-6 (not when they differ by less): one then rounds to the other.
  *
  * Tolerances
  *   epsilon    length: two points are the same when every coordinate agrees within epsilon
@@ -1184,8 +1184,8 @@ KURVO_API void KurvocvCvseqNormal(const Cvseq *seq, Coord centre, Coord normal,
 /* Tells whether a point lies on, inside or outside the region that a closed chain of curves bounds:
  * inside is where the chain winds around the point, in either sense. The chain may run either way
  * and start anywhere; the line between the end of a curve and the start of the next counts as
- * boundary. A point outside the box of the chain (KurvocvCvseqBoundBox) by more than epsilon is
- * outside.
+ * boundary, however long it is. A point outside the box of the chain (KurvocvCvseqBoundBox) by more
+ * than epsilon is outside.
  * normal (in): of the plane, exactly (0, 0, 1); otherwise KURVO_REGION_OUTSIDE.
  * seq (in): the chain; an open one, whose ends are further apart than epsilon, has points on it and
  * outside. p (in): z counts for the vertices only.
