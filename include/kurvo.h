@@ -4,13 +4,13 @@
  * rational Bezier curves, B-splines, rational B-splines and composites of these: where is the curve
  * at a parameter, which parameter has a point, how far does it reach, where does it start and end.
  *
- * First steps
- *   GlobalVar g;
- *   KurvoInitGlobalVar(&g);                     one record of tolerances and error state a thread
+ * First steps, in C and in C++
+ *   GlobalVar g;  // tolerances and error state, one record a thread
+ *   KurvoInitGlobalVar(&g);
  *   Curve curve;
- *   KurvocvInitCurve(&curve);
- *   KurvoBezier *b = KurvocvMallocCurve(&curve, CV_BEZIER, 3);
- *   ... fill b->points[0 .. 3] ...
+ *   KurvoBezier *b = (KurvoBezier *)KurvocvMallocCurve(&curve, CV_BEZIER, 3);
+ *   if (!b) return 1;
+ *   for (int i = 0; i <= 3; ++i) KurvoclSetCoord(b->points[i], i, i % 2, 0);
  *   Coord p;
  *   KurvocvPosition(&curve, 0.5, p, &g);
  *   KurvocvFreeCurve(&curve);
@@ -20,7 +20,8 @@
  *   from the process heap (malloc) and belong to the one header that points at them;
  *   KurvocvFreeCurve gives them back. Copies are deep and never share a block. A function that
  *   makes a curve overwrites the header it is given without freeing what that header held: free
- *   first what is to be dropped. Input records are never written to.
+ *   first what is to be dropped. Input records are never written to. Outputs lie apart from each
+ *   other and from every input, unless a comment allows more; inputs may be the same.
  *
  * Errors: a sticky code
  *   A function that fails writes one code into g->error and returns normally with a neutral result.
@@ -51,13 +52,22 @@
  *   Lengths are in the caller's unit, angles in radians. Geometry is planar: z is carried, written
  *   as 0 by constructions, and normals lie along z. Lines, arcs and Bezier kinds run over [0, 1],
  *   B-spline kinds over [knots[order - 1], knots[count]], composites over [0, sum of widths].
- *   Parameters, knots and weights count as equal when they round to the same multiple of 1e-6.
+ *   Where no tolerance is named, parameters, knots and weights count as equal when they round to
+ *   the same multiple of 1e-6 (not when they differ by less): one then rounds to the other.
  *
  * Tolerances
  *   epsilon    length: two points are the same when every coordinate agrees within epsilon
  *   epsilon2   epsilon squared, for squared lengths
  *   epsilon_1  a second length tolerance, kept for the caller
- *   epsilon0   dimensionless: angles of KurvoclSameVector, weights of KurvoclSameHCoord
+ *   epsilon0   dimensionless: angles in radians (KurvoclSameVector, KurvoclIsLine) and weights
+ *              (KurvoclSameHCoord, KurvocvMatch, KurvocvDivide)
+ *   epsilon is also, as the number that it is,
+ *     radians     in KurvoclParaVector, KurvoclVectorAngle, for lines that are parallel to
+ *                 KurvocrCurveCurve, and for the sweep of an arc, which stays that little below 0
+ *     parameters  in KurvoclOnLineSeg, KurvocvParameter, division, KurvocvCurveLen and
+ *                 KurvocrCurveCurve: on a line of length L a length of L epsilon; knots and widths
+ *                 in KurvocvMatch
+ *     weights     near 1 where curves are evaluated, near 0 in KurvocvNDeriv
  *   Every test has the form "tolerance >= |difference|", so a NaN fails it.
  */
 #ifndef KURVO_H
@@ -131,6 +141,8 @@ typedef struct KurvoLine {
   double unused[7];
 } KurvoLine;
 
+/* The parameter goes with the angle. Equal ends make the arc a point and no full circle: write a
+ * circle as two arcs. */
 typedef struct KurvoArc {
   double radius;
   Coord centre;
@@ -169,8 +181,12 @@ typedef struct KurvoRBSpline {
   double unused[10];
 } KurvoRBSpline;
 
-/* Piece i covers the parameters from the sum of the widths before it over widths[i]; its own
- * parameter is scaled to that stretch. Pieces may be composites, up to 64 levels. */
+/* Piece i covers the parameters from the sum of the widths before it over widths[i], a positive
+ * number; [0, 1] of its own parameter is scaled to that stretch. Added up in order, in doubles, the
+ * widths must reach every parameter asked for: .7 + .2 + .1 < 1. Pieces may be composites, up to 64
+ * levels. A piece must run over [0, 1]. Of one that does not, such as a B-spline over [0, 2] or a
+ * composite of widths 1, 1, just [0, 1] has positions and a length; ends, boxes, distances and
+ * intersections take all of it, with parameters that run on into the next piece. */
 typedef struct KurvoSegcv {
   int32_t count; /* c >= 0 pieces */
   int32_t reserved;
@@ -328,7 +344,7 @@ KURVO_API double KurvoclPopEpsilon0(GlobalVar *g) KURVO_NOEXCEPT;
 /* ---------------------------------------------------------------------------------------------
  * Error state and memory
  *
- * These functions run whatever error is pending. Cost: constant.
+ * These functions run whatever error is pending. Cost: constant, but for what the heap takes.
  * ------------------------------------------------------------------------------------------- */
 
 /* Result: the pending code, KURVO_ERR_NONE when there is none. */
@@ -370,7 +386,7 @@ KURVO_API void KurvoFree(void *p) KURVO_NOEXCEPT;
  * Curve records
  * ------------------------------------------------------------------------------------------- */
 
-/* Empties the header `cv` (out; null allowed): all five fields 0. Frees nothing. */
+/* Empties the header `cv` (out; null allowed): all five fields 0. Frees nothing. Cost: constant. */
 KURVO_API void KurvocvInitCurve(Curve *cv) KURVO_NOEXCEPT;
 
 /* Makes `cv` (out) a curve of the given type with a new data block; what it held is not freed.
@@ -467,7 +483,7 @@ KURVO_API void KurvocrInitCvParam(CvParam *list) KURVO_NOEXCEPT;
 KURVO_API void KurvocrMallocCvParam(CvParam *list) KURVO_NOEXCEPT;
 
 /* Frees the values of `list` (in/out; null allowed) and empties it. With a count <= 0 the values
- * are not the list's: they are let go without being freed. */
+ * are not the list's: they are let go without being freed. Cost: constant. */
 KURVO_API void KurvocrFreeCvParam(CvParam *list) KURVO_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
@@ -563,7 +579,8 @@ KURVO_API int KurvoclParaVector(const Coord a, const Coord b, const GlobalVar *g
  * Points, lines, circles and boxes
  *
  * These functions run whatever error is pending. A line is six doubles, start x, y, z and end x, y,
- * z (the head of a KurvoLine). Arguments are in unless named out. Cost: constant.
+ * z (the head of a KurvoLine). Arguments are in unless named out. An out array may be the same as
+ * an input unless stated. Cost: constant.
  * ------------------------------------------------------------------------------------------- */
 
 /* out = the first three rows of the 4 by 4 matrix (stored by columns) times (p, 1). The fourth row
@@ -607,12 +624,13 @@ KURVO_API int KurvoclOnLineSeg(const Coord p, const double seg[6], double *t,
 KURVO_API int KurvoclOnCirc(const Coord p, const KurvoArc *arc, const GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Result: 1 when p lies on the arc within epsilon, else 0; also 0 for a null arc.
- * t (out): the parameter of p when it lies on the circle, else 0. */
+ * t (out): the parameter of p, as from KurvocvParameter, when it lies on the circle, else 0. */
 KURVO_API int KurvoclOnArc(const Coord p, const KurvoArc *arc, double *t,
                            GlobalVar *g) KURVO_NOEXCEPT;
 
-/* Result: 1 when p1 and p2 lie on one ray from p0 within epsilon (p1 may lie beyond p2), or when
- * two of the three are the same point; else 0. */
+/* Result: 1 when p1 lies on the ray from p0 through p2 (it may lie beyond p2): less than epsilon
+ * beside it, and seen from p0 within epsilon0 radians of its direction, both in the plane; also
+ * when two of the three are the same point; else 0. */
 KURVO_API int KurvoclIsLine(const Coord p0, const Coord p1, const Coord p2,
                             GlobalVar *g) KURVO_NOEXCEPT;
 
@@ -645,37 +663,42 @@ KURVO_API double KurvoclDistBoxBox(const Box a, const Box b) KURVO_NOEXCEPT;
  * order above 64 that are not clamped.
  * ------------------------------------------------------------------------------------------- */
 
-/* out = the start point of the curve; untouched on failure and for a composite without pieces.
- * A stored arc end off its circle by more than epsilon is moved onto it radially (z = 0). An
- * unclamped B-spline is evaluated at the start of its domain; that needs an order of at most 4096
- * (KURVO_ERR_CURVE), and above 64 memory (KURVO_ERR_MEMORY). Cost: constant; O(order^2) for an
- * unclamped B-spline. */
+/* out = the start point of the curve, z as stored; untouched on failure and for a composite without
+ * pieces. A stored arc end off its circle by more than epsilon is moved onto it radially (z = 0).
+ * An unclamped B-spline is evaluated at the start of its domain (z = 0 when rational); that needs
+ * an order of at most 4096 (KURVO_ERR_CURVE), and above 64 memory (KURVO_ERR_MEMORY). Cost:
+ * constant; for a B-spline O(order), O(order^2) when unclamped. */
 KURVO_API void KurvocvStartPoint(const Curve *cv, Coord out, GlobalVar *g) KURVO_NOEXCEPT;
 
-/* out = the end point of the curve, by the same rules. */
+/* out = the end point of the curve, by the same rules and at the same cost. */
 KURVO_API void KurvocvEndPoint(const Curve *cv, Coord out, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Result: the degree: 1 for a line, 2 for an arc, order - 1 for B-splines, the largest of the
- * pieces for a composite (0 without pieces), 0 on failure. Cost: constant; linear in the pieces. */
+ * pieces for a composite (0 without pieces), 0 on failure; a piece that
+ * cannot be right is an error, and the others count. Cost: constant; linear in the pieces. */
 KURVO_API int KurvocvDegree(const Curve *cv, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Tells whether the control points of the curve run along one ray from the first, each further on
- * or between the first and the one before it. Weights are ignored, except in a composite, where the
- * Bezier and rational Bezier pieces are tested together and pieces of other types are skipped.
+ * or between the first and the one before it, as KurvoclIsLine tells of these three. Weights are
+ * ignored, except in a composite, where the points of all Bezier and rational Bezier pieces are
+ * tested together, the latter multiplied by their weights. Other pieces are skipped, also those
+ * that cannot be right, without an error; fewer than three points are straight.
  * Result: KURVO_SHAPE_LINE, _STRAIGHT, _BENT, or _UNKNOWN for a null curve or one without data.
  * Error pending: KURVO_SHAPE_UNKNOWN at once. Cost: linear in the control points. */
 KURVO_API int KurvocvIsLine(const Curve *cv, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Result: 1 when the curve is a single point within epsilon, else 0. An arc whose ends are the same
- * point counts, a full circle included. A composite counts when each piece does. 0 without an error
- * for a null curve and for one without data.
+ * point counts (there is no full circle in one arc). A composite counts when each piece does. 0
+ * without an error for a null curve and for one without data.
  * out: that point; (0, 0, 0) otherwise. Cost: linear in the control points. */
 KURVO_API int KurvocvDegenerate(const Curve *cv, Coord out, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* box (out): the box of a line or an arc, and of the control points of a free-form curve, which
  * contains the curve when its weights are positive. z comes from the first point (0 for rational
  * kinds). Untouched on failure, for a curve without data and for a composite of fewer than two
- * pieces: box a single piece by itself. Cost: linear in the control points. */
+ * pieces: box a single piece by itself. Inside a composite one of one piece has the box of that,
+ * and pieces without a box are left out; one that cannot be right is an error, and the box is that
+ * of the others. Cost: linear in the control points. */
 KURVO_API void KurvocvBoundBox(const Curve *cv, Box box, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
@@ -684,26 +707,38 @@ KURVO_API void KurvocvBoundBox(const Curve *cv, Box box, GlobalVar *g) KURVO_NOE
 
 /* out = the point of the curve at parameter t; (0, 0, 0) on failure.
  * t (in): in the curve's own domain. Outside it lines, Bezier and B-spline kinds are continued by
- * their end polynomial and arcs along their circle; a composite gives (0, 0, 0) beyond its end. A
- * boundary between two pieces belongs to the earlier one, an interior knot to the span on its
- * right. B-splines within 1e-6 of an end of the domain give that end point. Errors: KURVO_ERR_CURVE
- * for an unknown type, a record that cannot be right and an order above 4096; KURVO_ERR_MEMORY for
- * B-splines of order above 64, which need a work area. Error pending: out = (0, 0, 0). No
- * allocation otherwise. Cost: O(degree^2), for a B-spline O(log count + order^2), linear in the
- * pieces of a composite. */
+ * their end polynomial, arcs along their circle and a composite before its start along its first
+ * piece; beyond the sum of its widths it gives (0, 0, 0). A boundary between two pieces belongs to
+ * the earlier one, a t that rounds to an interior knot to the span on its right. Where t rounds to
+ * an end of a B-spline's domain it gives that end point.
+ * z is that of the centre for arcs, of KurvocvStartPoint or KurvocvEndPoint at the ends of
+ * B-splines and otherwise 0. A rational curve is divided by its sum of weights, unless all weights
+ * are within epsilon of 1 (of a B-spline, only outside its domain). A sum of 0 gives values that
+ * are not finite; a B-spline is then left undivided. Errors: KURVO_ERR_CURVE for an unknown type, a
+ * record that cannot be right and an order above 4096; KURVO_ERR_MEMORY for B-splines of order
+ * above 64, which need a work area. Error pending: out = (0, 0, 0). No allocation otherwise. Cost:
+ * O(degree^2), for a B-spline O(log count + order^2), linear in the pieces of a composite. */
 KURVO_API void KurvocvPosition(const Curve *curve, double t, Coord out,
                                GlobalVar *g) KURVO_NOEXCEPT;
 
 /* The parameter of a point on (or near) the curve.
- * point (in); t (out): in the curve's own domain. On a composite the first piece that contains the
- * point wins; off it the nearest candidate.
- * Result: KURVO_ON_CURVE when the point lies on the curve within epsilon, else KURVO_OFF_CURVE, and
- * t is that of a foot point or of the nearer end. Errors: KURVO_ERR_CURVE for an unknown type, a
- * record that cannot be right and a degree above 20 (13 when rational); KURVO_WARN_SHORT_VECTOR for
- * a line without length (t = 0, KURVO_ON_CURVE). On an error the result is KURVO_ON_CURVE, with t
- * unwritten, or the start of the refused piece of a composite. Error pending: KURVO_ON_CURVE at
- * once, t unwritten. No allocation. Cost: that of finding the roots of polynomials of at most 40
- * coefficients, for each span of a B-spline whose box holds the point. */
+ * point (in): its z counts on arcs. t (out): by the curve's own parameter, not clamped to the
+ * domain. On a composite the first piece that contains the point wins; off it the nearest
+ * candidate.
+ * Result: KURVO_ON_CURVE when the point lies on the curve within epsilon, else KURVO_OFF_CURVE.
+ *   lines         on it t within epsilon of [0, 1]; off it any t, of the foot on the unbounded line
+ *   arcs          on it t up to 1e-6 over the sweep (radians) outside [0, 1]; beyond the sweep the
+ *                 angle the shorter way round from the start (when clockwise, from the end), as a
+ *                 share of the sweep; without a sweep infinite or NaN
+ *   Bezier kinds  on it t within epsilon of [0, 1], and x and y may be reached at parameters that
+ *                 differ by epsilon; off it t of a foot point or of the nearer end
+ *   B-splines     the same on each span, for epsilon times its width
+ * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above 20
+ * (13 when rational); KURVO_WARN_SHORT_VECTOR for a line without length (t = 0, KURVO_ON_CURVE). On
+ * an error the result is KURVO_ON_CURVE, with t unwritten, or the start of the refused piece of a
+ * composite. Error pending: KURVO_ON_CURVE at once, t unwritten. No allocation. Cost: that of
+ * finding the roots of polynomials of at most 40 coefficients, for each span of a B-spline whose
+ * box holds the point. */
 KURVO_API int KurvocvParameter(const Curve *curve, const Coord point, double *t,
                                GlobalVar *g) KURVO_NOEXCEPT;
 
@@ -713,13 +748,14 @@ KURVO_API int KurvocvParameter(const Curve *curve, const Coord point, double *t,
  * The projection goes to the carrier, the unbounded line or the full circle; the distance is that
  * from the bounded curve. On a Bezier curve of either kind both take the first foot point, the one
  * of the smallest parameter, and look at no other, also where another one or an end is nearer; a
- * point without a foot point goes to the nearer end, on a tie to the last. On a B-spline both take
- * the nearest of all foot points, corners and ends. A foot that is not a number never wins. Errors
- * of both: KURVO_ERR_CURVE for an unknown type, a record that cannot be right and a degree above 20
- * (13 when rational); KURVO_WARN_SHORT_VECTOR for a line without length and, projecting onto an
- * arc, for its centre. No allocation. Cost: that of finding the roots of one polynomial of at most
- * 40 coefficients, for a B-spline for each span whose box comes nearer than the nearest point, and
- * a few operations for every other span.
+ * point without a foot point, or with one beyond an end by more than epsilon (of the parameter),
+ * goes to the nearer end, on a tie to the last. On a B-spline both take the nearest of all foot
+ * points, corners and ends. A foot that is not a number never wins. Errors of both: KURVO_ERR_CURVE
+ * for an unknown type, a record that cannot be right and a degree above 20 (13 when rational);
+ * KURVO_WARN_SHORT_VECTOR for a line without length and, projecting onto an arc, for its centre. No
+ * allocation. Cost: that of finding the roots of one polynomial of at most 40 coefficients, for a
+ * B-spline for each span whose box comes nearer than the nearest point, and a few operations for
+ * every other span.
  * ------------------------------------------------------------------------------------------- */
 
 /* Replaces p (in/out) by its projection onto the carrier of the curve, with z = 0; untouched on
@@ -732,9 +768,10 @@ KURVO_API void KurvofcPOntoCurve(const Curve *curve, Coord p, GlobalVar *g) KURV
 
 /* The planar distance of p (in) from the curve. Result: the distance; 0.0 on failure and for a
  * composite without pieces, with t unwritten.
- * t (out): the parameter of the nearest point, in the curve's own domain. At the centre of an arc
- * it is 0; beyond its sweep that of the nearer end, on a tie of the last. On a composite, whose
- * pieces of all types and levels take part, a tie goes to the earlier piece.
+ * t (out): the parameter of the nearest point, in the curve's own domain; on an arc up to 1e-6 over
+ * the sweep outside it, infinite or NaN at the point that an arc without sweep is. At the centre of
+ * an arc it is 0; beyond its sweep that of the nearer end, on a tie of the last. On a composite,
+ * whose pieces of all types and levels take part, a tie goes to the earlier piece.
  * Error pending: 0.0 at once, t unwritten. */
 KURVO_API double KurvocvDistPoint(const Curve *curve, const Coord p, double *t,
                                   GlobalVar *g) KURVO_NOEXCEPT;
@@ -785,7 +822,8 @@ KURVO_API void KurvocvCurvature(const Curve *curve, double t, Coord out,
  * degrees above 180; the pieces of a B-spline and of a composite are divided into 16 parts first,
  * and each part is measured so, with fewer than 1024 pieces for degrees above 24.
  * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, also as a piece, a
- * degree above 1023 and a parameter that is not finite; KURVO_ERR_MEMORY, also for a knot that is
+ * degree above 1023 and a parameter that is not finite; beyond an end of a free-form curve what
+ * KurvocvExtendCurve reports, such as KURVO_ERR_WEIGHT; KURVO_ERR_MEMORY, also for a knot that is
  * not a number (of a B-spline within a composite the spans beside it are left out). Error pending:
  * 0 at once. Nothing is allocated up to degree 4, except for a rational B-spline whose weights are
  * all 1. Cost: constant for lines and arcs, otherwise O(degree^2) for each piece. */
@@ -813,10 +851,12 @@ KURVO_API void KurvocvCurveLen(const Curve *curve, double t0, double t1, double 
  *                        composite of these Bezier kinds of one degree, joined, weights rescaled
  *                        where they differ at a joint
  *   a composite          from all others: a piece for each span of a B-spline, else one piece
- * An arc of more than half a turn becomes the shorter arc between its ends; a half circle and a
- * full one (within 0.0001 radians) cannot be converted. New widths add up to exactly 1; joining
- * divides widths by their sum. z is 0 where the kind of control point changes. Of a composite,
- * KurvocvIsLine sees only Bezier pieces: one of arcs alone becomes the line between its ends.
+ * An arc of more than half a turn becomes the shorter arc between its ends. Not converted are a
+ * half circle (tangents parallel within 1e-12) and an arc whose end lies less than 0.0001 radians
+ * clockwise of its start: nearly a full circle, or a clockwise arc as short as that. New widths add
+ * up to exactly 1; joining divides widths by their sum. z is 0 where the kind of control point
+ * changes. Of a composite, KurvocvIsLine sees only Bezier pieces: one of arcs alone becomes the
+ * line between its ends.
  * Result: KURVO_CONVERTED; KURVO_NOT_CONVERTED when there is no exact result or the source cannot
  * be right (`target` is then empty); KURVO_REFUSED, with `target` untouched, for a null header, a
  * source without data, an unknown wanted type, and while an error is pending.
@@ -825,7 +865,8 @@ KURVO_API void KurvocvCurveLen(const Curve *curve, double t0, double t1, double 
 KURVO_API uint32_t KurvocvConvert(const Curve *source, Curve *target, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Reverses the direction of travel of a curve in place: what was at parameter s is then at 1 - s,
- * on a composite at the sum of widths minus s. The domain of a B-spline becomes [0, 1].
+ * on a composite at the sum of widths minus s. The domain of a B-spline becomes [0, 1]; an arc
+ * whose normal has z = 0 gets z = -1.
  * curve (in/out). Twice restores it to the bit, but for the rounding of a B-spline's knots.
  * Result: 0; the severity of the pending error otherwise.
  * Errors: KURVO_ERR_CURVE for a null curve, an unknown type or a record that cannot be right, also
@@ -852,7 +893,13 @@ KURVO_API void KurvoclNormalizeKnot(double *knots, int32_t count, int32_t order)
  * piece is of another type. Degrees of Bezier kinds up to 4095, orders of B-splines up to 4096 are
  * worked on. Composites come with widths that add up to exactly 1.
  *
- * Identities
+ * Parameters, for a B-spline over [u, v] and a composite of widths that add up to S
+ *   KurvocvDivide       the curve's own: in [u, v], in [0, S]
+ *   KurvocvNDivide      the same, but in [0, 1] too: the rest of the curve cannot be cut
+ *   KurvocvExtendCurve  of a B-spline shares of v - u, as if it ran over [0, 1]; else its own
+ *   KurvocvCurveLen     the curve's own, as for KurvocvPosition
+ *
+ * Identities, for curves over [0, 1]
  *   D1  the point of `first` at s is that of the curve at s t, over [0, 1]; that of `second` at s
  *       is that of the curve at t + s (1 - t); all of it where the curve does not stand still at t
  *   D2  the last point of one piece is the first one of the next, to the bit, for Bezier kinds and
@@ -896,9 +943,8 @@ KURVO_API void KurvocvNDivide(const Curve *curve, const CvParam *params, Cvseq *
                               GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Extends a curve, or trims it, at both ends: the same curve over the parameters from -a to 1 + b.
- * curve (in). a, b (in): how far it goes on before its start and behind its end, in its own
- * parameter; negative amounts trim. A B-spline's domain counts as [0, 1]; a composite's end is the
- * sum of its widths. result (out): a curve of the same type; a copy when both amounts round to 0.
+ * curve (in). a, b (in): how far it goes on before its start and behind its end; negative amounts
+ * trim. result (out): a curve of the same type; a copy when both amounts round to 0.
  * A line and free-form curves are continued along their polynomials, arcs along their circle as
  * long as less than half a turn comes out. B-splines continue those of their end span, at whose
  * knot they are cut when a trimmed end rounds to it. A composite continues its end pieces, each by
@@ -932,6 +978,7 @@ KURVO_API void KurvocvBsplRemoveKnots(const Curve *curve, Curve *result,
  *
  * In place: curve (in/out). The defining points move: ends of a line, centre and ends of an arc,
  * control points, and those of all pieces of a composite; weights, knots and widths never change.
+ * The vectors may be points of the curve itself.
  * A null curve, and a curve or piece without data, is left alone, without an error.
  * Errors: KURVO_ERR_CURVE for an unknown type and a record that cannot be right. The curve is then
  * untouched, but for the pieces of a composite that come before the one at fault. The transforms
@@ -954,7 +1001,8 @@ KURVO_API void KurvocvRotate(Curve *curve, const Coord centre, const Coord axis,
                              GlobalVar *g) KURVO_NOEXCEPT;
 
 /* Mirrors a curve in the line through `base` (in) whose normal is `normal` (in, any length); the
- * points as by KurvoclMirrorPoint, so that z = 0. An arc changes its sense.
+ * points as by KurvoclMirrorPoint, so that z = 0. An arc changes its sense; a normal of z = 0 gets
+ * z = -1.
  * Errors: as above; KURVO_WARN_SHORT_VECTOR for a zero normal, and the curve stays as it is. */
 KURVO_API void KurvocvMirror(Curve *curve, const Coord base, const Coord normal,
                              GlobalVar *g) KURVO_NOEXCEPT;
@@ -1069,13 +1117,19 @@ KURVO_API uint32_t KurvocvMatch(const Curve *a, const Curve *b, GlobalVar *g) KU
  * beyond an end is kept when it is that end within epsilon; its parameter is not clamped.
  * Result: KURVO_FOUND; KURVO_OVERLAP when the curves run together along a stretch; KURVO_NOTHING,
  * also when both curves are points; KURVO_REFUSED for a missing curve or one without data.
- * Each point is listed once: a crossing, a contact within epsilon, a shared end. Lists ascend along
- * `a`; between two arcs they have the order of the construction. Lines and arcs meet the Bezier and
- * rational Bezier pieces of a composite only. In mode 3 segments of one line that share just an end
- * have that point; otherwise curves on one carrier overlap.
+ * Each point is listed once: a crossing, a contact within epsilon, a shared end; where a closed
+ * curve closes, with the first parameter. Lists ascend along `a`; between two arcs they have the
+ * order of the construction.
+ * Of a composite, lines and arcs meet the Bezier and rational Bezier pieces only, free-form curves
+ * also the B-splines and composites in it. Its line and arc pieces meet nothing but a curve that is
+ * a point: leave such curves in a chain, or have KurvocvCvseqToSegcv make Bezier pieces of them.
+ * On one line or circle two curves that both end overlap along a stretch, meet in a shared end, and
+ * have nothing in common across a gap; when one goes on they overlap wherever they lie.
+ * Weights that are not positive may carry a curve out of the box and hull of its control points:
+ * common points out there are missed.
  * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, a degree above 39
- * against a line, 19 against an arc and 63 otherwise; KURVO_ERR_MEMORY. The result is then
- * KURVO_NOTHING. Error pending: KURVO_REFUSED at once.
+ * against a line or a curve that is a point, 19 against an arc and 63 otherwise; KURVO_ERR_MEMORY.
+ * The result is then KURVO_NOTHING. Error pending: KURVO_REFUSED at once.
  * Cost: closed formulas for lines and arcs; linear in the pieces of a free-form curve against
  * these; between free-form curves a sweep over the boxes of their Bezier pieces, then subdivision
  * of the pairs that meet. */
@@ -1129,8 +1183,9 @@ KURVO_API void KurvocvCvseqNormal(const Cvseq *seq, Coord centre, Coord normal,
 
 /* Tells whether a point lies on, inside or outside the region that a closed chain of curves bounds:
  * inside is where the chain winds around the point, in either sense. The chain may run either way
- * and start anywhere; each curve should start within epsilon of the end of the one before, else the
- * line between the two counts as boundary.
+ * and start anywhere; the line between the end of a curve and the start of the next counts as
+ * boundary, however long it is. A point outside the box of the chain (KurvocvCvseqBoundBox) by more
+ * than epsilon is outside.
  * normal (in): of the plane, exactly (0, 0, 1); otherwise KURVO_REGION_OUTSIDE.
  * seq (in): the chain; an open one, whose ends are further apart than epsilon, has points on it and
  * outside. p (in): z counts for the vertices only.

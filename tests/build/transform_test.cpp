@@ -312,6 +312,26 @@ TEST(Transform, StopsAtTheFirstPieceThatFails) {
   }
 }
 
+TEST(Transform, TakesVectorsFromTheCurveItself) {
+  void (*const transforms[])(Curve*, const double* v, GlobalVar*) = {
+      [](Curve* cv, const double* v, GlobalVar* g) { KurvocvMove(cv, v, g); },
+      [](Curve* cv, const double* v, GlobalVar* g) { KurvocvRotate(cv, v, v, 1, g); },
+      [](Curve* cv, const double* v, GlobalVar* g) { KurvocvMirror(cv, v, v, g); },
+      [](Curve* cv, const double* v, GlobalVar* g) { KurvocvScale(cv, v, v, 2, g); },
+  };
+  for (const auto transform : transforms) {
+    for (int i = 0; i < 3; ++i) {
+      Owned cv = Make("b 1 2 3 5 -2 4"), apart = Make("b 1 2 3 5 -2 4");
+      const double* own = cv.block<KurvoBezier>().points[i];
+      const Point v = {own[0], own[1], own[2]};
+      Globals g;
+      transform(cv.get(), own, &g);
+      transform(apart.get(), v, &g);
+      EXPECT_EQ(NumbersOf(*cv), NumbersOf(*apart)) << (&transform - transforms) << " " << i;
+    }
+  }
+}
+
 TEST(Transform, RefusedArgumentsChangeNothing) {
   for (const char* text : {"a 1 2 3 .4 1.3", "l 1 2 4 -3", "c 1 2 (l 4 2 1 2)(a 1 2 3 .4 1.3)"}) {
     Owned cv = Make(text);

@@ -142,7 +142,7 @@ TEST(TransPoint, ReadsThreeRowsOfAMatrixStoredByColumns) {
   EXPECT_EQ(out, (Point{2 + 70 + 1700 + 29, 3 + 110 + 1900 + 31, 5 + 130 + 2300 + 37}));
 }
 
-// Each transforms p into out; what it reads besides p may not change either.
+// Each makes out from p, which stands for any of its inputs that may be replaced.
 TEST(Transforms, MayReplaceTheirPoint) {
   void (*const in_place[])(const double* p, double* out, GlobalVar* g) = {
       [](const double* p, double* out, GlobalVar* g) {
@@ -152,7 +152,16 @@ TEST(Transforms, MayReplaceTheirPoint) {
         KurvoclScalePoint(Point{1, 2, 0}, Point{.6, .8, 0}, 3, p, out, g);
       },
       [](const double* p, double* out, GlobalVar* g) {
+        KurvoclScalePoint(p, Point{.6, .8, 0}, 3, Point{1, 2, 0}, out, g);
+      },
+      [](const double* p, double* out, GlobalVar* g) {
+        KurvoclScalePoint(Point{1, 2, 0}, p, 3, Point{4, 5, 6}, out, g);
+      },
+      [](const double* p, double* out, GlobalVar* g) {
         KurvoclMirrorPoint(Point{1, 2, 0}, Point{.6, .8, 0}, p, out, g);
+      },
+      [](const double* p, double* out, GlobalVar* g) {
+        KurvoclMirrorPoint(Point{1, 2, 0}, p, Point{4, 5, 6}, out, g);
       },
       [](const double* p, double* out, GlobalVar* g) {
         KurvoclMirrorPoint(p, Point{.6, .8, 0}, Point{1, 2, 0}, out, g);
@@ -163,6 +172,9 @@ TEST(Transforms, MayReplaceTheirPoint) {
       },
       [](const double* p, double* out, GlobalVar* g) {
         KurvofcRPPcirc(50, p, Point{1, 2, 0}, out, 0, g);
+      },
+      [](const double* p, double* out, GlobalVar* g) {
+        KurvofcRPPcirc(50, Point{1, 2, 0}, p, out, 0, g);
       },
   };
   for (const auto transform : in_place) {
