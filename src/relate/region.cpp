@@ -74,7 +74,7 @@ uint32_t Locate(const Cvseq& seq, Vec3 p, GlobalVar& g) {
     if (winding.LeavesBoxes() && !InBoxOf(seq, Planar(p), g)) return KURVO_REGION_OUTSIDE;
     return location;
   };
-  for (int32_t i = 0; i < seq.count; ++i) {
+  for (int32_t i = winding.PassBy(seq, 0); i < seq.count; i = winding.PassBy(seq, i + 1)) {
     const bool near = winding.Add(seq.curves[i]);
     if (ErrorPending(g)) return KURVO_REGION_OUTSIDE;
     if (winding.OnCurve() || (near && OnVertexOf(seq, i, p, g))) return in_box(KURVO_REGION_ON);

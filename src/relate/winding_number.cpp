@@ -28,6 +28,20 @@ Vec2 NearestOnLine(Vec2 a, Vec2 b, Vec2 p) {
   return share > 0.0 ? a + share * along : a;  // a line without length is its start
 }
 
+// 1 for a Bezier curve of a common degree that lies all above a height, -1 for one all below; 0 for
+// every other curve.
+int SideAlone(const Curve& curve, double high, double low) {
+  if (curve.type != CV_BEZIER || !curve.data) return 0;
+  const auto& bezier = *static_cast<const KurvoBezier*>(curve.data);
+  constexpr int32_t kCommonDegree = 9;
+  if (!(bezier.degree >= 0 && kCommonDegree >= bezier.degree) || !bezier.points) return 0;
+  const bool above = bezier.points[0][1] > high;
+  if (!above && !(low > bezier.points[0][1])) return 0;
+  for (int32_t i = 1; i <= bezier.degree; ++i)
+    if (!(above ? bezier.points[i][1] > high : low > bezier.points[i][1])) return 0;
+  return above ? 1 : -1;
+}
+
 }  // namespace
 
 template <std::size_t kDim>
@@ -76,7 +90,6 @@ int WindingNumber::MeetLine(Vec2 a, Vec2 b) {
 }
 
 void WindingNumber::Bridge(Vec2 from, Vec2 to) {
-  if (from.x == to.x && from.y == to.y) return;
   const double ends[][3] = {{from.x, from.y, 0.0}, {to.x, to.y, 0.0}};
   const Side side = SideOf(ends, 2);
   if (side == Side::kAway) return;
@@ -84,9 +97,10 @@ void WindingNumber::Bridge(Vec2 from, Vec2 to) {
 }
 
 void WindingNumber::Append(Vec2 start, Vec2 end, int turns) {
+  RecallPassed();
   if (!started_)
     first_ = start;
-  else if (!joined_)
+  else if (!joined_ && !(last_.x == start.x && last_.y == start.y))
     Bridge(last_, start);
   started_ = true;
   joined_ = false;
@@ -94,7 +108,13 @@ void WindingNumber::Append(Vec2 start, Vec2 end, int turns) {
   turns_ += turns;
 }
 
+void WindingNumber::RecallPassed() {
+  if (passed_side_ != 0) last_ = Planar(passed_->points[passed_->degree]);
+  passed_side_ = 0;
+}
+
 void WindingNumber::Close() {
+  RecallPassed();
   if (started_) Bridge(last_, first_);
 }
 
@@ -250,27 +270,31 @@ void WindingNumber::AddSpline(const SplineView<kDim>& spline) {
   });
 }
 
-// Passes over a Bezier curve of a common degree that lies all above or all below p, as most of an
-// outline do; false for every other curve.
-bool WindingNumber::PassesBy(const Curve& curve) {
-  if (curve.type != CV_BEZIER || !curve.data) return false;
-  const auto& bezier = *static_cast<const KurvoBezier*>(curve.data);
-  constexpr int32_t kCommonDegree = 9;
-  if (!(bezier.degree >= 0 && kCommonDegree >= bezier.degree) || !bezier.points) return false;
+int32_t WindingNumber::PassBy(const Cvseq& seq, int32_t i) {
   const double high = p_.y + tol_;
   const double low = p_.y - tol_;
-  const bool above = bezier.points[0][1] > high;
-  if (!above && !(low > bezier.points[0][1])) return false;
-  for (int32_t i = 1; i <= bezier.degree; ++i)
-    if (!(above ? bezier.points[i][1] > high : low > bezier.points[i][1])) return false;
-  if (!on_curve_ && work_left_ >= 0)
-    Append(Planar(bezier.points[0]), Planar(bezier.points[bezier.degree]), 0);
-  return true;
+  const KurvoBezier* passed = passed_;
+  int passed_side = passed_side_;  // 0 when none has
+  for (; i < seq.count; ++i) {
+    const int side = SideAlone(seq.curves[i], high, low);
+    if (side == 0) break;
+    const auto* bezier = static_cast<const KurvoBezier*>(seq.curves[i].data);
+    // The line between two curves above, or two below, passes by with them.
+    if (passed_side != side) {
+      passed_ = passed;
+      passed_side_ = passed_side;
+      Append(Planar(bezier->points[0]), Planar(bezier->points[bezier->degree]), 0);
+      passed_side = side;
+    }
+    passed = bezier;
+  }
+  passed_ = passed;
+  passed_side_ = passed_side;
+  return i;
 }
 
 bool WindingNumber::Add(const Curve& curve) {
   near_ = false;
-  if (PassesBy(curve)) return false;
   const Overloaded add = {
       [&](const KurvoLine& line) { AddLine(line); }, [&](const KurvoArc& arc) { AddArc(arc); },
       [&]<std::size_t kDim>(const BezierView<kDim>& bezier) { AddBezier(bezier); },

@@ -25,6 +25,11 @@ class WindingNumber {
   // 4095. Throws std::bad_alloc.
   bool Add(const Curve& curve);
 
+  // Passes over the curves from number i on, before the next one is added, as long as they are
+  // Bezier curves of a common degree, each all above or all below p, as most of an outline are.
+  // Returns the number of the first that is not, or of the end.
+  int32_t PassBy(const Cvseq& seq, int32_t i);
+
   // The line from the end of the last curve to the start of the first one.
   void Close();
 
@@ -49,7 +54,6 @@ class WindingNumber {
   bool OnLine(Vec2 a, Vec2 b) const;
   int MeetLine(Vec2 a, Vec2 b);
 
-  bool PassesBy(const Curve& curve);
   void AddLine(const KurvoLine& line);
   void AddArc(const KurvoArc& arc);
   template <std::size_t kDim>
@@ -68,6 +72,7 @@ class WindingNumber {
   void Append(Vec2 start, Vec2 end, int turns);
   void Skip() { joined_ = true; }
   void Bridge(Vec2 from, Vec2 to);
+  void RecallPassed();
 
   const Vec2 p_;
   const double tol_;
@@ -80,7 +85,9 @@ class WindingNumber {
   bool on_curve_ = false;
   bool leaves_boxes_ = false;
   Vec2 first_;  // of the chain
-  Vec2 last_;   // so far
+  Vec2 last_;   // so far, unless the last one passed by
+  const KurvoBezier* passed_ = nullptr;  // that one
+  int passed_side_ = 0;                  // 1 above p, -1 below, 0 when it did not
 };
 
 }  // namespace kurvo

@@ -1,6 +1,7 @@
 // What the tests of the planar calculus share: points by value, a fresh record, seeded numbers.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
@@ -29,6 +30,12 @@ class Stopwatch {
  private:
   std::clock_t start_ = std::clock();
 };
+
+// KURVO_TEST_CASES overrides the number of cases.
+inline int Cases(int usual) {
+  const char* wanted = std::getenv("KURVO_TEST_CASES");
+  return wanted ? std::max(1, std::atoi(wanted)) : usual;
+}
 
 // A Coord that copies.
 struct Point : std::array<double, 3> {

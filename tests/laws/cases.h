@@ -3,17 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 #include "build/division.h"
 
 namespace kurvo_test {
-
-// KURVO_TEST_CASES overrides the number of cases.
-inline int Cases(int usual) {
-  const char* wanted = std::getenv("KURVO_TEST_CASES");
-  return wanted ? std::max(1, std::atoi(wanted)) : usual;
-}
 
 // Calls use(x, y, z) for all points that a curve is defined by, and use_radius for those of arcs.
 template <class Use, class UseRadius>
