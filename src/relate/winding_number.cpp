@@ -238,7 +238,11 @@ void WindingNumber::AddBezier(const BezierView<kDim>& bezier) {
 template <std::size_t kDim>
 void WindingNumber::AddSpline(const SplineView<kDim>& spline) {
   const Side side = SideOf(spline.points, spline.count);
-  if (spline.order > kMaxSplineOrder) return Fail(g_, KURVO_ERR_CURVE);
+  if (spline.order > kMaxSplineOrder) {
+    if (side != Side::kAway) return Fail(g_, KURVO_ERR_CURVE);
+    // Its ends are beside the half-line, as all its control points are.
+    return Append(Planar(spline.points[0]), Planar(spline.points[spline.count - 1]), 0);
+  }
   if (side != Side::kAround) {
     const Vec2 start = Planar(StartOfSpline(spline));
     const Vec2 end = Planar(EndOfSpline(spline));
