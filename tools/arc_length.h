@@ -1,7 +1,7 @@
 // Arc length along a curve, both ways.
 #pragma once
 
-#include <array>
+#include <vector>
 
 #include "library.h"
 
@@ -11,18 +11,27 @@ class ArcLength {
  public:
   ArcLength(Library& library, const OwnedCurve& curve);  // which must outlive it
 
-  double Total() const { return lengths_.back(); }
-  // The parameter that is `length` from the start; an end beyond it.
+  double Total() const { return total_; }
+  // The parameter that is `length` from the start; an end beyond it. Exact on lines and arcs, also
+  // where they are pieces of a composite.
   double ParameterAt(double length) const;
 
  private:
-  // Measured one by one: the library stops at a thousandth of a unit, which is much for a short
-  // curve and little for a short stretch of it.
-  static constexpr int kStretches = 128;
+  struct Stretch {
+    double start;  // parameters
+    double end;
+    double before;  // length of all that is before it
+    bool is_even;   // lengths are proportional to parameters
+  };
+
+  // What the curve, a piece of curve_ or all of it, has between two parameters of curve_.
+  void AddStretches(const Curve& curve, double start, double end);
+  void AddStretch(double start, double end, bool is_even);
 
   Library& library_;
   const OwnedCurve& curve_;
-  std::array<double, kStretches + 1> lengths_;  // from the start to the end of each stretch
+  std::vector<Stretch> stretches_;
+  double total_ = 0;
 };
 
 }  // namespace kurvo::tools

@@ -16,8 +16,6 @@ namespace {
 constexpr double kCurveWidth = 2;
 constexpr double kRingWidth = 1.5;
 
-using Polyline = std::vector<Point>;
-
 class CrossingPictureWriter {
  public:
   CrossingPictureWriter(Library& library, std::vector<const Drawing*> drawings,
@@ -29,12 +27,13 @@ class CrossingPictureWriter {
         out_(extent_) {}
 
   std::string Write(double size) {
-    for (const Drawing* drawing : drawings_) curves_.push_back(Trace(*drawing));
     Bounds shown;
-    for (const auto& curves : curves_) {
-      for (const Polyline& curve : curves) {
-        for (const Point p : curve) shown.Add(p);
-      }
+    for (const Drawing* drawing : drawings_) {
+      DrawnCurves& curves = curves_.emplace_back();
+      ForEachCurve(*drawing, [&](const OwnedCurve& curve) {
+        curves.Add(library_, curve, kChordTolerance * extent_);
+      });
+      shown.Add(curves.box);
     }
     pixel_ = PixelSize(shown, size);
     const PictureLayout layout(shown, pixel_, kCurveWidth * pixel_, Entries());
@@ -42,7 +41,7 @@ class CrossingPictureWriter {
     out_.Path(out_.Rectangle(layout.View()), "fill=\"#fff\"");
     WriteOverlaps();
     for (std::size_t i = 0; i < curves_.size(); ++i) {
-      out_.Path(out_.Polylines(curves_[i]), out_.Stroke(kDrawingColours[i], kCurveWidth * pixel_));
+      out_.Path(curves_[i].data, out_.Stroke(kDrawingColours[i], kCurveWidth * pixel_));
     }
     WriteCrossings();
     layout.WriteLegend(out_);
@@ -51,25 +50,17 @@ class CrossingPictureWriter {
   }
 
  private:
-  std::vector<Polyline> Trace(const Drawing& drawing) const {
-    std::vector<Polyline> curves;
-    ForEachCurve(drawing, [&](const OwnedCurve& curve) {
-      curves.push_back(SampleCurve(library_, curve, kChordTolerance * extent_));
-    });
-    return curves;
-  }
-
   void WriteOverlaps() {
-    std::vector<Polyline> stretches;
+    std::string stretches;
     for (const Overlap& overlap : report_.found.overlaps) {
       // All of the curve, when it is not known where they part.
       const double from = overlap.has_ends ? overlap.stretch.from.first : 0;
       const double to = overlap.has_ends ? overlap.stretch.to.first : 1;
       const OwnedCurve& curve = *report_.first.curves[overlap.first].curve;
-      stretches.push_back(SampleCurve(library_, curve, kChordTolerance * extent_, from, to));
+      stretches += out_.Polyline(SampleCurve(library_, curve, kChordTolerance * extent_, from, to));
     }
-    out_.Path(out_.Polylines(stretches), out_.Stroke(kCrossingColour, kOverlapWidth * pixel_) +
-                                             " " + std::string(kOverlapOpacity));
+    out_.Path(stretches, out_.Stroke(kCrossingColour, kOverlapWidth * pixel_) + " " +
+                             std::string(kOverlapOpacity));
   }
 
   void WriteCrossings() {
@@ -102,7 +93,7 @@ class CrossingPictureWriter {
   const CrossingReport& report_;
   const double extent_;
   SvgText out_;
-  std::vector<std::vector<Polyline>> curves_;  // by drawing
+  std::vector<DrawnCurves> curves_;  // by drawing
   double pixel_ = 1;
 };
 

@@ -9,7 +9,7 @@
 
 namespace kurvo::tools {
 
-// The curves as evaluated, each drawing in a colour of its own, with a ring around each crossing
+// The curves as they are, each drawing in a colour of its own, with a ring around each crossing
 // and a band along each overlap. `second` is null when there is one drawing only; the longer side
 // is `size` pixels.
 std::string CrossingPicture(Library& library, const Drawing& first, const Drawing* second,

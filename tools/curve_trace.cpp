@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "curve_path.h"
 #include "sampling.h"
 
 namespace kurvo::tools {
@@ -29,11 +30,18 @@ std::vector<Point> ControlPoints(const OwnedCurve& curve) {
 
 }  // namespace
 
+void DrawnCurves::Add(Library& library, const OwnedCurve& curve, double tolerance) {
+  data += PathData(library, curve);
+  for (const Point p : SampleCurve(library, curve, tolerance)) box.Add(p);
+  ++count;
+}
+
 OutlineTrace TraceOutline(Library& library, const Outline& outline, double tolerance) {
   OutlineTrace trace = {{}, {}, outline.closed};
   for (const OwnedCurve& curve : outline.curves) {
     trace.curves.push_back(
-        {curve.Type(), SampleCurve(library, curve, tolerance), ControlPoints(curve)});
+        {curve.Type(), {}, StartOf(library, curve), EndOf(library, curve), ControlPoints(curve)});
+    trace.curves.back().drawn.Add(library, curve, tolerance);
     trace.box.Add(BoundsOf(library, curve));
   }
   return trace;

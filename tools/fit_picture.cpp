@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "curve_path.h"
 #include "curve_trace.h"
 #include "legend.h"
 #include "picture_layout.h"
@@ -23,17 +24,12 @@ std::vector<Point> ControlPoints(const OwnedCurve& spline) {
 }
 
 // Span by span, so that no bend hides between two samples.
-std::vector<Point> Trace(Library& library, const OwnedCurve& spline, double tolerance) {
-  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
-  if (block.order == 2) return ControlPoints(spline);  // a polygon
-  std::vector<Point> trace = {StartOf(library, spline)};
-  for (int i = block.order - 1; i < block.count; ++i) {
-    if (!(block.knots[i] < block.knots[i + 1])) continue;
-    const std::vector<Point> span =
-        SampleCurve(library, spline, tolerance, block.knots[i], block.knots[i + 1]);
-    trace.insert(trace.end(), span.begin() + 1, span.end());
+Bounds DrawnBox(Library& library, const OwnedCurve& spline, double tolerance) {
+  Bounds box;
+  for (const OwnedCurve& span : OwnedCurve::Pieces(library, spline)) {
+    for (const Point p : SampleCurve(library, span, tolerance)) box.Add(p);
   }
-  return trace;
+  return box;
 }
 
 std::vector<LegendEntry> Entries(std::size_t points, const FitPictureOptions& options) {
@@ -52,8 +48,7 @@ std::string FitPicture(Library& library, const std::vector<Point>& points, const
   Bounds shown;
   for (const Point p : points) shown.Add(p);
   const double rough = std::max(shown.Width(), shown.Height());
-  const std::vector<Point> trace = Trace(library, spline, kChordTolerance * rough);
-  for (const Point p : trace) shown.Add(p);
+  shown.Add(DrawnBox(library, spline, kChordTolerance * rough));
   const std::vector<Point> control = ControlPoints(spline);
   if (options.control) {
     for (const Point p : control) shown.Add(p);
@@ -69,7 +64,7 @@ std::string FitPicture(Library& library, const std::vector<Point>& points, const
     for (const Point p : control) marks += out.Square(p, kControlHalfSide * pixel);
     out.Path(marks, "fill=\"" + std::string(kControlColour) + "\"");
   }
-  out.Path(out.Polyline(trace), out.Stroke(kDrawingColours[0], kCurveWidth * pixel));
+  out.Path(PathData(library, spline), out.Stroke(kDrawingColours[0], kCurveWidth * pixel));
   out.OpenGroup("fill=\"#fff\" stroke=\"" + std::string(kPointColour) + "\" " +
                 out.Attribute("stroke-width", kThinWidth * pixel));
   for (const Point p : points) out.Circle(p, kPointRadius * pixel);

@@ -13,7 +13,7 @@ struct FitPictureOptions {
   double size = 1000;    // pixels along the longer side
 };
 
-// The curve as evaluated, with a ring around each point.
+// The curve as it is, with a ring around each point.
 std::string FitPicture(Library& library, const std::vector<Point>& points, const OwnedCurve& spline,
                        const FitPictureOptions& options);
 

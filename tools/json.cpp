@@ -1,10 +1,10 @@
 #include "json.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <utility>
 
+#include "number_text.h"
 #include "utf8.h"
 
 namespace kurvo::tools {
@@ -64,9 +64,7 @@ void JsonWriter::Key(std::string_view name) {
 void JsonWriter::Number(double value) {
   if (!std::isfinite(value)) return Null();
   Separate();
-  char digits[32];
-  const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-  text_.append(digits, end);
+  text_ += ExactNumber(value);
 }
 
 void JsonWriter::Count(std::size_t value) {

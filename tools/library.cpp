@@ -118,6 +118,14 @@ OwnedCurve OwnedCurve::Converted(Library& library, const OwnedCurve& source, int
   return curve;
 }
 
+std::vector<OwnedCurve> OwnedCurve::Pieces(Library& library, const OwnedCurve& source) {
+  const OwnedCurve composite = Converted(library, source, CV_SEGCV);
+  const auto& block = composite.Block<KurvoSegcv>();
+  std::vector<OwnedCurve> pieces(static_cast<std::size_t>(block.count));
+  for (std::size_t i = 0; i < pieces.size(); ++i) std::swap(pieces[i].curve_, block.curves[i]);
+  return pieces;
+}
+
 std::vector<OwnedCurve> OwnedCurve::Divided(Library& library, const OwnedCurve& source,
                                             std::vector<double> parameters) {
   const CvParam list = {static_cast<std::int32_t>(parameters.size()), parameters.data()};

@@ -71,6 +71,8 @@ class OwnedCurve {
   static OwnedCurve Composite(Library& library, const std::vector<const OwnedCurve*>& pieces);
   // The same points in a record of another type. Throws LibraryError when there is none.
   static OwnedCurve Converted(Library& library, const OwnedCurve& source, int type);
+  // The pieces of a composite, or the spans of a B-spline as Bezier curves.
+  static std::vector<OwnedCurve> Pieces(Library& library, const OwnedCurve& source);
   // The parts between the parameters, which ascend from 0 to 1; one that has no length is a point.
   static std::vector<OwnedCurve> Divided(Library& library, const OwnedCurve& source,
                                          std::vector<double> parameters);

@@ -5,7 +5,6 @@
 #include "curve_trace.h"
 #include "legend.h"
 #include "picture_layout.h"
-#include "sampling.h"
 #include "svg_text.h"
 
 namespace kurvo::tools {
@@ -17,13 +16,9 @@ constexpr double kLinkWidth = 1;
 constexpr double kRingWidth = 1.5;
 constexpr double kShortestWidth = 3;
 
-using Polyline = std::vector<Point>;
-
-std::vector<Polyline> Trace(Library& library, const CurveList& list, double tolerance) {
-  std::vector<Polyline> curves;
-  for (const ListedCurve& curve : list.curves) {
-    curves.push_back(SampleCurve(library, *curve.curve, tolerance, 0, 1));
-  }
+DrawnCurves Drawn(Library& library, const CurveList& list, double tolerance) {
+  DrawnCurves curves;
+  for (const ListedCurve& curve : list.curves) curves.Add(library, *curve.curve, tolerance);
   return curves;
 }
 
@@ -59,21 +54,17 @@ void WriteLinks(const LinkReport& report, double pixel, SvgText& out) {
 std::string LinkPicture(Library& library, const Drawing& first, const Drawing& second,
                         const LinkReport& report, double size) {
   const double extent = Extent(library, {&first, &second});
-  const std::vector<Polyline> curves[] = {Trace(library, report.first, kChordTolerance * extent),
-                                          Trace(library, report.second, kChordTolerance * extent)};
-  Bounds shown;
-  for (const auto& drawing : curves) {
-    for (const Polyline& curve : drawing) {
-      for (const Point p : curve) shown.Add(p);
-    }
-  }
+  const DrawnCurves curves[] = {Drawn(library, report.first, kChordTolerance * extent),
+                                Drawn(library, report.second, kChordTolerance * extent)};
+  Bounds shown = curves[0].box;
+  shown.Add(curves[1].box);
   SvgText out(extent);
   const double pixel = PixelSize(shown, size);
   const PictureLayout layout(shown, pixel, kCurveWidth * pixel, Entries(report));
   out.Open(layout.View(), size);
   out.Path(out.Rectangle(layout.View()), "fill=\"#fff\"");
   for (std::size_t i = 0; i < 2; ++i) {
-    out.Path(out.Polylines(curves[i]), out.Stroke(kDrawingColours[i], kCurveWidth * pixel));
+    out.Path(curves[i].data, out.Stroke(kDrawingColours[i], kCurveWidth * pixel));
   }
   WriteLinks(report, pixel, out);
   layout.WriteLegend(out);

@@ -9,7 +9,7 @@
 
 namespace kurvo::tools {
 
-// The curves as evaluated, each drawing in a colour of its own, the links as thin lines and the
+// The curves as they are, each drawing in a colour of its own, the links as thin lines and the
 // shortest one, with rings around its ends, as a strong one. The longer side is `size` pixels.
 std::string LinkPicture(Library& library, const Drawing& first, const Drawing& second,
                         const LinkReport& report, double size);

@@ -23,8 +23,14 @@ Cvseq Locator::Chain::Seq() const {
 Locator::Locator(Library& library, const Drawing& drawing) : library_(library) {
   for (std::size_t shape = 0; shape < drawing.shapes.size(); ++shape) {
     for (const Outline& outline : drawing.shapes[shape].outlines) {
-      Chain chain = {{}, shape, drawing.shapes[shape].even_odd, Winding(library, outline)};
+      Chain chain = {{}, {}, shape, drawing.shapes[shape].even_odd, Winding(library, outline)};
       for (const OwnedCurve& curve : outline.curves) chain.curves.push_back(*curve.Get());
+      const Point start = StartOf(library, outline.curves.front());
+      const Point end = EndOf(library, outline.curves.back());
+      if (!AreSame(library, start, end)) {
+        chain.closing_line = OwnedCurve::Line(end, start);
+        chain.curves.push_back(*chain.closing_line.Get());
+      }
       outlines_.push_back(std::move(chain));
     }
   }

@@ -23,14 +23,15 @@ class Locator {
 
   std::size_t OutlineCount() const { return outlines_.size(); }
   // Of one outline, in the order of the drawing: inside is where it goes around the point. One
-  // whose ends do not meet has no inside.
+  // whose ends do not meet is closed by a line, as it is when it is filled.
   Place InOutline(std::size_t outline, Point p) const;
   // Of the whole drawing: on an outline, inside a shape by its fill rule, or outside of all.
   Place InDrawing(Point p) const;
 
  private:
   struct Chain {
-    std::vector<Curve> curves;  // headers; the blocks belong to the drawing
+    std::vector<Curve> curves;  // headers; the blocks belong to the drawing, but for the last line
+    OwnedCurve closing_line;    // of an outline whose ends do not meet
     std::size_t shape;
     bool even_odd;
     Winding winding;

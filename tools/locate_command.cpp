@@ -107,9 +107,10 @@ Command AddLocateCommand(CLI::App& app) {
   AddSizeOption(*locate, options->size);
   locate->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
   locate->footer(
-      "Inside is what the fill rule of a shape fills, also where outlines cross themselves; an "
-      "outline whose\nends do not meet has no inside. Named are the outlines that a point is on or "
-      "that go around it. A\npoint within the length tolerance of a curve is on it.");
+      "Inside is what the fill rule of a shape fills, also where outlines cross themselves; a line "
+      "closes\noutlines whose ends do not meet. Named are the outlines that a point is on or that "
+      "go "
+      "around it. A\npoint within the length tolerance of a curve or of such a line is on it.");
   return {locate, [options] { Locate(*options); }};
 }
 

@@ -5,7 +5,6 @@
 #include "curve_trace.h"
 #include "legend.h"
 #include "picture_layout.h"
-#include "sampling.h"
 
 namespace kurvo::tools {
 namespace {
@@ -37,13 +36,11 @@ std::string LocatePicture(Library& library, const Drawing& drawing, const Locate
                           double size) {
   const double extent = Extent(library, {&drawing});
   SvgText out(extent);
-  Bounds shown;
-  std::string data;
+  DrawnCurves curves;
   ForEachCurve(drawing, [&](const OwnedCurve& curve) {
-    const std::vector<Point> line = SampleCurve(library, curve, kChordTolerance * extent);
-    for (const Point p : line) shown.Add(p);
-    data += out.Polyline(line);
+    curves.Add(library, curve, kChordTolerance * extent);
   });
+  Bounds shown = curves.box;
   for (const auto* points : {&report.points, &report.grid}) {
     for (const LocatedPoint& at : *points) shown.Add(at.point);
   }
@@ -56,7 +53,7 @@ std::string LocatePicture(Library& library, const Drawing& drawing, const Locate
   const PictureLayout layout(shown, pixel, kCurveWidth * pixel, entries);
   out.Open(layout.View(), size);
   out.Path(out.Rectangle(layout.View()), "fill=\"#fff\"");
-  out.Path(data, out.Stroke(kPointColour, kCurveWidth * pixel));
+  out.Path(curves.data, out.Stroke(kPointColour, kCurveWidth * pixel));
   WritePoints(report.grid, kGridRadius * pixel, out);
   WritePoints(report.points, kCrossingRadius * pixel, out);
   layout.WriteLegend(out);

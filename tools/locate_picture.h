@@ -9,7 +9,7 @@
 
 namespace kurvo::tools {
 
-// The curves as evaluated with all points, coloured by where they lie; the longer side is `size`
+// The curves as they are with all points, coloured by where they lie; the longer side is `size`
 // pixels.
 std::string LocatePicture(Library& library, const Drawing& drawing, const LocateReport& report,
                           double size);

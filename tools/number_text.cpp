@@ -1,5 +1,6 @@
 #include "number_text.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 
@@ -10,6 +11,12 @@ std::string ShortNumber(double value) {
   // What rounds to nothing beside the length tolerance of 1e-6 is 0.
   std::snprintf(text, sizeof text, "%.6g", std::fabs(value) < 5e-7 ? 0.0 : value);
   return text;
+}
+
+std::string ExactNumber(double value) {
+  char digits[32];  // the longest double has 24 characters
+  const auto end = std::to_chars(digits, digits + sizeof digits, value == 0 ? 0.0 : value).ptr;
+  return {digits, end};
 }
 
 std::string FixedNumber(double value, int decimals) {

@@ -11,6 +11,9 @@ namespace kurvo::tools {
 // Six significant digits at most, for people.
 std::string ShortNumber(double value);
 
+// The fewest digits that read back as the same double; never "-0".
+std::string ExactNumber(double value);
+
 // At most `decimals` digits after the point, trailing zeros dropped, never "-0".
 std::string FixedNumber(double value, int decimals);
 

@@ -1,11 +1,8 @@
 #include "offset_picture.h"
 
-#include <cstddef>
-
 #include "curve_trace.h"
 #include "legend.h"
 #include "picture_layout.h"
-#include "sampling.h"
 #include "svg_text.h"
 
 namespace kurvo::tools {
@@ -15,15 +12,7 @@ namespace {
 constexpr double kSourceWidth = 2.25;
 constexpr double kOffsetWidth = 1.25;
 
-using Polyline = std::vector<Point>;
-
-void AddPoints(const std::vector<Polyline>& traces, Bounds& bounds) {
-  for (const Polyline& trace : traces) {
-    for (const Point p : trace) bounds.Add(p);
-  }
-}
-
-std::string OffsetText(std::size_t pieces) {
+std::string OffsetText(int pieces) {
   return "offset (" + std::to_string(pieces) + (pieces == 1 ? " piece)" : " pieces)");
 }
 
@@ -33,30 +22,28 @@ std::string OffsetPicture(Library& library, const Drawing& drawing,
                           const std::vector<OutlineOffset>& offsets, const std::string& name,
                           double size) {
   const double extent = Extent(library, {&drawing});
-  const auto trace = [&](const OwnedCurve& curve) {
-    return SampleCurve(library, curve, kChordTolerance * extent);
-  };
-  std::vector<Polyline> sources;
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { sources.push_back(trace(curve)); });
-  std::vector<Polyline> moved;
+  DrawnCurves sources, moved;
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) {
+    sources.Add(library, curve, kChordTolerance * extent);
+  });
   for (const OutlineOffset& offset : offsets) {
-    for (const OwnedCurve& piece : offset.pieces) moved.push_back(trace(piece));
+    for (const OwnedCurve& piece : offset.pieces)
+      moved.Add(library, piece, kChordTolerance * extent);
   }
-  Bounds shown;
-  AddPoints(sources, shown);
-  AddPoints(moved, shown);
+  Bounds shown = sources.box;
+  shown.Add(moved.box);
 
   using Mark = LegendEntry::Mark;
   const auto [source_colour, offset_colour] = kDrawingColours;
   const double pixel = PixelSize(shown, size);
   const PictureLayout layout(shown, pixel, kSourceWidth * pixel,
                              {{Mark::kCurve, source_colour, name},
-                              {Mark::kCurve, offset_colour, OffsetText(moved.size())}});
+                              {Mark::kCurve, offset_colour, OffsetText(moved.count)}});
   SvgText out(extent);
   out.Open(layout.View(), size);
   out.Path(out.Rectangle(layout.View()), "fill=\"#fff\"");
-  out.Path(out.Polylines(sources), out.Stroke(source_colour, kSourceWidth * pixel));
-  out.Path(out.Polylines(moved), out.Stroke(offset_colour, kOffsetWidth * pixel));
+  out.Path(sources.data, out.Stroke(source_colour, kSourceWidth * pixel));
+  out.Path(moved.data, out.Stroke(offset_colour, kOffsetWidth * pixel));
   layout.WriteLegend(out);
   out.Close();
   return out.Take();

@@ -10,7 +10,7 @@
 
 namespace kurvo::tools {
 
-// The curves as evaluated, sources and offsets each in a colour of their own. `name` is that of the
+// The curves as they are, sources and offsets each in a colour of their own. `name` is that of the
 // drawing; the longer side is `size` pixels.
 std::string OffsetPicture(Library& library, const Drawing& drawing,
                           const std::vector<OutlineOffset>& offsets, const std::string& name,

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "comb.h"
+#include "curve_path.h"
 #include "curve_trace.h"
 #include "legend.h"
 #include "picture_layout.h"
@@ -21,7 +22,7 @@ constexpr double kCrossHalfLength = 5;
 class PictureWriter {
  public:
   PictureWriter(Library& library, const Drawing& drawing, const PictureOptions& options)
-      : drawing_(drawing), options_(options), out_(Extent(library, {&drawing})) {
+      : library_(library), drawing_(drawing), options_(options), out_(Extent(library, {&drawing})) {
     const double tolerance = kChordTolerance * Extent(library, {&drawing});
     for (const Shape& shape : drawing.shapes) {
       traces_.emplace_back();
@@ -69,7 +70,7 @@ class PictureWriter {
   Bounds Shown() const {
     Bounds bounds;
     ForEachCurve([&](const CurveTrace& curve) {
-      for (const Point p : curve.samples) bounds.Add(p);
+      bounds.Add(curve.drawn.box);
       if (options_.curves_only || !options_.control) return;
       for (const Point p : curve.controls) bounds.Add(p);
     });
@@ -104,16 +105,10 @@ class PictureWriter {
   // Each shape as one path, its outlines as they run.
   void WriteShapes(const std::string& attributes) {
     out_.OpenGroup(attributes);
-    for (std::size_t i = 0; i < traces_.size(); ++i) {
+    for (std::size_t i = 0; i < drawing_.shapes.size(); ++i) {
       std::string data;
-      for (const OutlineTrace& outline : traces_[i]) {
-        std::vector<Point> points;
-        for (const CurveTrace& curve : outline.curves) {
-          points.insert(points.end(), curve.samples.begin() + (points.empty() ? 0 : 1),
-                        curve.samples.end());
-        }
-        data += out_.Polyline(points) + (outline.closed ? "Z" : "");
-      }
+      for (const Outline& outline : drawing_.shapes[i].outlines)
+        data += PathData(library_, outline.curves) + (outline.closed ? "Z" : "");
       out_.Path(data, drawing_.shapes[i].even_odd ? "fill-rule=\"evenodd\"" : "");
     }
     out_.CloseGroup();
@@ -159,7 +154,7 @@ class PictureWriter {
   void WriteCurves(const CurveStyle& style) {
     std::string data;
     ForEachCurve([&](const CurveTrace& curve) {
-      if (curve.type == style.type) data += out_.Polyline(curve.samples);
+      if (curve.type == style.type) data += curve.drawn.data;
     });
     out_.Path(data, out_.Stroke(style.colour, CurveWidth()));
   }
@@ -169,10 +164,10 @@ class PictureWriter {
                    out_.Attribute("stroke-width", kThinWidth * pixel_));
     ForEachOutline([&](const OutlineTrace& outline) {
       for (const CurveTrace& curve : outline.curves) {
-        out_.Circle(curve.samples.front(), kPointRadius * pixel_);
+        out_.Circle(curve.start, kPointRadius * pixel_);
       }
       if (!outline.closed) {
-        out_.Circle(outline.curves.back().samples.back(), kPointRadius * pixel_);
+        out_.Circle(outline.curves.back().end, kPointRadius * pixel_);
       }
     });
     out_.CloseGroup();
@@ -195,6 +190,7 @@ class PictureWriter {
     return entries;
   }
 
+  Library& library_;
   const Drawing& drawing_;
   const PictureOptions& options_;
   SvgText out_;

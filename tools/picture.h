@@ -21,7 +21,7 @@ struct PictureOptions {
   std::optional<double> stroke_width;  // of the curves, in units of the drawing
 };
 
-// The curves as evaluated, in the coordinates of the drawing; the viewBox fits what is shown.
+// The curves as they are, in the coordinates of the drawing; the viewBox fits what is shown.
 std::string PictureOf(Library& library, const Drawing& drawing, const PictureOptions& options);
 
 }  // namespace kurvo::tools

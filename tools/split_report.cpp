@@ -95,7 +95,7 @@ std::string SplitPicture(Library& library, const std::vector<SplitOutline>& outl
   for (const SplitOutline& outline : outlines) {
     for (std::size_t i = 0; i < outline.pieces.size(); ++i) {
       const std::string_view colour = ColourOf(i, outline.pieces.size());
-      out.Path(PathData(outline.pieces[i].curves, library, out),
+      out.Path(PathData(library, outline.pieces[i].curves),
                "stroke=\"" + std::string(colour) + "\"");
     }
   }

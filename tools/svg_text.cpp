@@ -101,12 +101,6 @@ std::string SvgText::Polyline(const std::vector<Point>& points) const {
   return data;
 }
 
-std::string SvgText::Polylines(const std::vector<std::vector<Point>>& lines) const {
-  std::string data;
-  for (const std::vector<Point>& line : lines) data += Polyline(line);
-  return data;
-}
-
 std::string SvgText::Square(Point centre, double half_side) const {
   return Rectangle(
       {centre.x - half_side, centre.y - half_side, centre.x + half_side, centre.y + half_side});

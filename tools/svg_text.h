@@ -12,7 +12,8 @@ namespace kurvo::tools {
 
 class SvgText {
  public:
-  // `extent` is the size of the drawing: coordinates are written to a millionth of it.
+  // `extent` is the size of the drawing: what marks it is written to a millionth of it. Curves have
+  // path data of their own (curve_path.h).
   explicit SvgText(double extent);
 
   // Opens the picture, which is `size` pixels along its longer side.
@@ -29,7 +30,6 @@ class SvgText {
   void Text(Point baseline, std::string_view text);
 
   std::string Polyline(const std::vector<Point>& points) const;
-  std::string Polylines(const std::vector<std::vector<Point>>& lines) const;
   std::string Square(Point centre, double half_side) const;
   std::string Cross(Point centre, double half_length) const;
   std::string Rectangle(const Bounds& box) const;

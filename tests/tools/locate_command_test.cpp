@@ -16,7 +16,7 @@ namespace kurvo::tools {
 namespace {
 
 // A square with a hole that runs the other way, the same by fill rule with one that does not, one
-// whose hole is filled, and an open angle.
+// whose hole is filled, and an open angle, which a line closes.
 constexpr const char* kDrawing =
     "<svg><path id='a' d='M0 0H9V9H0Z M3 3V6H6V3Z'/>"
     "<path id='b' fill-rule='evenodd' d='M20 0H29V9H20Z M23 3H26V6H23Z'/>"
@@ -29,8 +29,8 @@ class LocateTest : public testing::Test {
 };
 
 TEST_F(LocateTest, PrintsATable) {
-  const ProcessResult result =
-      Client({"locate", input_, "1,1", "4,4", "24 4", "44,4", "62,1", "62,0", "3,4", "-1,-2.5"});
+  const ProcessResult result = Client({"locate", input_, "1,1", "4,4", "24 4", "44,4", "62,1",
+                                       "62,0", "63,3", "63,4", "3,4", "-1,-2.5"});
   EXPECT_EQ(result.exit_code, 0) << result.errors;
   EXPECT_EQ(result.output,
             "point       place    outlines\n"
@@ -38,8 +38,10 @@ TEST_F(LocateTest, PrintsATable) {
             "(4, 4)      outside  in path#a.1, in path#a.2\n"
             "(24, 4)     outside  in path#b.1, in path#b.2\n"
             "(44, 4)     inside   in path#c.1, in path#c.2\n"
-            "(62, 1)     outside\n"
+            "(62, 1)     inside   in path#d\n"
             "(62, 0)     on       on path#d\n"
+            "(63, 3)     on       on path#d\n"
+            "(63, 4)     outside\n"
             "(3, 4)      on       in path#a.1, on path#a.2\n"
             "(-1, -2.5)  outside\n");
 }
@@ -68,6 +70,12 @@ TEST_F(LocateTest, FollowsTheFillRuleWhereOutlinesCrossThemselves) {
       {"<path fill-rule='evenodd' d='M0 0C30 20-20 20 10 0V-9H0Z'/>", "5,8", "inside"},
       // Its ends meet within the tolerance, though it is not closed by Z; the point looks between.
       {"<polyline points='9 5 0 9 0 0 9 5.0000004'/>", "3,5.0000002", "inside"},
+      // A line closes what is open, an arc alone too; closed, a line has no inside.
+      {"<path d='M0 0A5 5 0 0 1 10 0'/>", "5,-3", "inside"},
+      {"<path d='M0 0A5 5 0 0 1 10 0'/>", "5,1", "outside"},
+      {"<path d='M0 0A5 5 0 1 1 9 3L4 6'/>", "3,5", "outside"},
+      {"<path d='M0 0H9'/>", "3,1", "outside"},
+      {"<path fill-rule='evenodd' d='M0 0H9V9M1 0H9V8'/>", "8,2", "outside"},
   };
   for (const auto& row : rows) {
     const std::string file =
@@ -77,7 +85,7 @@ TEST_F(LocateTest, FollowsTheFillRuleWhereOutlinesCrossThemselves) {
   }
 }
 
-// Closed paths through points of a lattice, by segments of every kind.
+// Closed and open paths through points of a lattice, by segments of every kind.
 std::string RandomPath(std::mt19937& random) {
   const auto number = [&] { return " " + std::to_string(random() % 13); };
   const auto point = [&] { return number() + number(); };
@@ -95,7 +103,7 @@ std::string RandomPath(std::mt19937& random) {
                                           (random() % 2 == 0 ? " 0" : " 1") + point()};
       data += segments[random() % std::size(segments)];
     }
-    data += "Z";
+    if (random() % 2 == 0) data += "Z";
   }
   return data;
 }
@@ -137,6 +145,9 @@ TEST_F(LocateTest, AgreesWithAngles) {
           points.push_back(PositionOf(library, curve, static_cast<double>(k) / kSteps));
         }
       }
+      const Point start = points.front(), end = EndOf(library, outline.curves.back());
+      for (int k = 0; k < kSteps; ++k)  // the line that closes it
+        points.push_back(end + static_cast<double>(k) / kSteps * (start - end));
     }
     const Locator locator(library, drawing);
     for (int k = 0; k < 60; ++k) {

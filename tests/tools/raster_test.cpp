@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "icon_theme.h"
 #include "library.h"
 #include "picture.h"
 #include "process.h"
@@ -20,7 +21,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kIconTheme = "/usr/share/icons/Adwaita";
 constexpr int kIconStep = 9;  // every ninth icon is rendered
 constexpr int kPixels = 256;
 
@@ -36,16 +36,6 @@ constexpr const char* kCommonStyle =
     "stroke-linecap:round !important;stroke-linejoin:round !important;";
 
 enum class Paint { kFill, kStroke };
-
-std::vector<std::string> Icons() {
-  std::vector<std::string> paths;
-  if (!fs::exists(kIconTheme)) return paths;
-  for (const auto& entry : fs::recursive_directory_iterator(kIconTheme)) {
-    if (entry.path().extension() == ".svg") paths.push_back(entry.path().string());
-  }
-  std::sort(paths.begin(), paths.end());
-  return paths;
-}
 
 std::vector<std::string> Samples() {
   std::vector<std::string> paths;

@@ -1,0 +1,290 @@
+// What the client writes of curves is what it reads again.
+#include "curve_path.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <random>
+#include <tuple>
+
+#include "elliptical_arc.h"
+#include "icon_theme.h"
+#include "picture.h"
+#include "svg_reader.h"
+#include "temporary_directory.h"
+
+namespace kurvo::tools {
+namespace {
+
+constexpr double kPi = std::numbers::pi;
+constexpr double kBound = 1e-9;  // of the longer side of the outline
+constexpr double kNever = std::numeric_limits<double>::infinity();
+constexpr double kShortest = 2e-6;  // what is shorter may not be read
+constexpr unsigned kSeed = 20261122;
+
+double Distance(Point p, Point q) { return std::hypot(p.x - q.x, p.y - q.y); }
+
+// A parameter from `from` on at which the curve is nearest to a point: the first within the bound
+// that is found.
+double FollowTo(Library& library, const OwnedCurve& curve, Point p, double from, double bound) {
+  constexpr int kStarts = 64, kSteps = 20;
+  double best = from, least = kNever;
+  for (int i = 0; i <= kStarts && !(bound >= least); ++i) {
+    double t = from + (1 - from) * i / kStarts, step = 1;
+    for (int k = 0; k < kSteps && std::fabs(step) > 1e-14; ++k) {
+      const Point d = DerivativeOf(library, curve, t, 1);
+      step = Dot(p - PositionOf(library, curve, t), d) / Dot(d, d);
+      t = std::clamp(t + step, from, 1.0);
+    }
+    const double distance = Distance(p, PositionOf(library, curve, t));
+    if (distance < least) std::tie(best, least) = std::pair(t, distance);
+  }
+  return best;
+}
+
+// How far what was read from `next` on is off the curve, from its start to its end.
+double Deviation(Library& library, const OwnedCurve& curve,
+                 const std::vector<const OwnedCurve*>& read, std::size_t& next, double size) {
+  if (next == read.size()) return kNever;
+  double worst = Distance(StartOf(library, *read[next]), StartOf(library, curve));
+  const bool is_exact =
+      curve.Type() == CV_LINE || (curve.Type() == CV_BEZIER && DegreeOf(library, curve) <= 3);
+  double t = 0;
+  for (Point end; next < read.size();) {
+    const OwnedCurve& piece = *read[next++];
+    for (const double s : {0.25, 0.5, 0.75, 1.0}) {
+      end = PositionOf(library, piece, s);
+      t = is_exact ? s : FollowTo(library, curve, end, t, kBound * size);
+      worst = std::max(worst, Distance(end, PositionOf(library, curve, t)));
+    }
+    if (kBound * size >= Distance(end, EndOf(library, curve))) return worst;
+    if (is_exact) break;
+  }
+  return kNever;
+}
+
+// The same of an outline, as a part of its size.
+double Deviation(Library& library, const std::vector<OwnedCurve>& curves,
+                 const std::vector<const OwnedCurve*>& read) {
+  Bounds box;
+  for (const OwnedCurve& curve : curves) {
+    for (int i = 0; i <= 8; ++i) box.Add(PositionOf(library, curve, i / 8.0));
+  }
+  // Of what is smaller than a millionth of its coordinates doubles hold no such part.
+  const double size = std::max({box.Width(), box.Height(), 1e-6 * Distance({}, box.Min())});
+  double worst = 0;
+  std::size_t next = 0;
+  for (const OwnedCurve& curve : curves)
+    worst = std::max(worst, Deviation(library, curve, read, next, size));
+  return next == read.size() ? worst / size : kNever;
+}
+
+// Curves of all kinds, each from the end of the one before it where its kind allows that.
+class RandomOutline {
+ public:
+  RandomOutline(Library& library, std::mt19937& random) : library_(library), random_(random) {
+    const auto far = random_() % 3;
+    size_ = std::pow(10, Draw(-3, 6));
+    if (far > 0) pen_ = size_ * std::pow(10, Draw(0, far == 1 ? 1 : 3)) * Direction();
+    for (std::size_t count = 1 + random_() % 4; curves_.size() < count;) Append();
+  }
+
+  std::vector<OwnedCurve> Take() { return std::move(curves_); }
+
+ private:
+  double Draw(double low, double high) {
+    return std::uniform_real_distribution<double>(low, high)(random_);
+  }
+  Point Direction() {
+    const double angle = Draw(-kPi, kPi);
+    return {std::cos(angle), std::sin(angle)};
+  }
+  Point Next() { return pen_ + size_ * Draw(0.05, 1) * Direction(); }
+
+  void Append() {
+    const Point from = pen_;
+    switch (random_() % 8) {
+      case 0:
+        return Add(OwnedCurve::Line(from, Next()));
+      case 1:
+        return Add(OwnedCurve::Quadratic(from, Next(), Next()));
+      case 2:
+        return Add(OwnedCurve::Cubic(from, Next(), Next(), Next()));
+      case 3:
+        return Add(
+            Conic(Draw(0, size_ < 100 ? 6 : 9), std::pow(10, Draw(size_ < 100 ? -1 : -5, 0.46))));
+      case 4:  // weights other than 1 at the ends
+        return Add(std::move(
+            OwnedCurve::Divided(library_, Conic(Draw(0, 2), Draw(0.2, 1.5)), {Draw(0.2, 0.8)})[1]));
+      case 5:
+        return size_ < 1 ? Add(Arc(from)) : AddFreeForm(from);
+      default:
+        return Add(Arc(from));
+    }
+  }
+
+  OwnedCurve Arc(Point from) {
+    const double near = std::pow(10, Draw(-12, -3));
+    const double sweeps[] = {
+        Draw(0.1, 2 * kPi), std::pow(10, Draw(-6, 0)),          kPi, kPi - near,
+        kPi + near,         2 * kPi - std::pow(10, Draw(-5, 0))};
+    const double sweep = sweeps[random_() % std::size(sweeps)];
+    const double chord = size_ * Draw(0.05, 1);
+    const double radius = sweep < kPi ? chord / (2 * std::sin(sweep / 2)) : chord / 2;
+    const bool positive = random_() % 2 == 0;
+    const double start = Draw(-kPi, kPi), end = positive ? start + sweep : start - sweep;
+    const Point centre = from - radius * Point{std::cos(start), std::sin(start)};
+    return OwnedCurve::Arc(centre, radius, positive, from,
+                           centre + radius * Point{std::cos(end), std::sin(end)});
+  }
+
+  // A part of an ellipse whose axes are to each other as 10^aspect.
+  OwnedCurve Conic(double aspect, double sweep) {
+    const Point u = size_ * Draw(0.1, 1) * Direction();
+    const Point v = std::pow(10, -aspect) * Point{-u.y, u.x};
+    const double start = Draw(-kPi, kPi);
+    EllipticalArc arc = {{}, u, v, start, random_() % 2 == 0 ? sweep : -sweep};
+    arc.centre = pen_ - arc.At(start);
+    const MiddleControl middle = RationalMiddle(arc, start, start + arc.sweep);
+    return OwnedCurve::RationalQuadratic(pen_, middle.point, middle.weight,
+                                         arc.At(start + arc.sweep));
+  }
+
+  // B-splines, Bezier curves of degree 4, rational ones of degree 3 and hyperbolas.
+  void AddFreeForm(Point from) {
+    const std::size_t kind = random_() % 4;
+    const double half = size_ / 2;
+    if (kind == 0) {
+      std::vector<Point> points = {from};
+      for (int i = 0; i < 7; ++i) points.push_back(points.back() + half * Direction());
+      return Add(*OwnedCurve::Through(library_, points, 2 + static_cast<int>(random_() % 6)));
+    }
+    if (kind == 1) return Add(OwnedCurve::RationalQuadratic(from, Next(), Draw(1.5, 3), Next()));
+    const OwnedCurve source =
+        kind == 2 ? OwnedCurve::Cubic(from, from + half * Point{1, 1}, from + half * Point{2, 1},
+                                      from + half * Point{3, Draw(-1, 0)})
+                  : Conic(Draw(0, 1), Draw(0.5, 1.5));
+    Add(std::move(OwnedCurve::Offset(library_, source, size_ / 50, size_ / 50)[0]));
+  }
+
+  void Add(OwnedCurve curve) {
+    if (IsPoint(library_, curve)) return;  // would not be read
+    const bool is_arc = curve.Type() == CV_ARC;
+    const Point start = is_arc ? pen_ : StartOf(library_, curve);
+    const double gap = Distance(pen_, start);
+    if (gap > kBound * size_ && gap < kShortest) return;
+    if (gap >= kShortest) curves_.push_back(OwnedCurve::Line(pen_, start));
+    const double* end = is_arc ? curve.Block<KurvoArc>().end : nullptr;
+    pen_ = is_arc ? Point{end[0], end[1]} : EndOf(library_, curve);
+    curves_.push_back(std::move(curve));
+  }
+
+  Library& library_;
+  std::mt19937& random_;
+  double size_;
+  Point pen_;
+  std::vector<OwnedCurve> curves_;
+};
+
+std::vector<const OwnedCurve*> CurvesOf(const Shape& shape) {
+  std::vector<const OwnedCurve*> curves;
+  for (const Outline& outline : shape.outlines) {
+    for (const OwnedCurve& curve : outline.curves) curves.push_back(&curve);
+  }
+  return curves;
+}
+
+TEST(PathData, RandomOutlinesReadBack) {
+  constexpr int kOutlines = 10000;
+  std::mt19937 random(kSeed);
+  Library library;
+  std::vector<std::vector<OwnedCurve>> outlines;
+  std::string svg = "<svg>";
+  for (int i = 0; i < kOutlines; ++i) {
+    outlines.push_back(RandomOutline(library, random).Take());
+    svg += "<path d='" + PathData(library, outlines.back()) + "'/>";
+  }
+  const TemporaryDirectory directory;
+  const Drawing read = ReadSvg(library, directory.Write("in.svg", svg + "</svg>"));
+  ASSERT_EQ(read.shapes.size(), outlines.size());
+  int failures = 0;
+  for (std::size_t i = 0; i < outlines.size(); ++i) {
+    const double deviation = Deviation(library, outlines[i], CurvesOf(read.shapes[i]));
+    if (kBound >= deviation) continue;
+    if (++failures <= 5) ADD_FAILURE() << deviation << " of the size, outline " << i;
+  }
+  EXPECT_EQ(failures, 0) << "seed " << kSeed;
+}
+
+// Drawings drawn are the drawings, and so are the outlines of every icon.
+TEST(PathData, DrawingsReadBack) {
+  std::vector<std::string> files = Icons();
+  for (const char* sample : {"/bracket.svg", "/bodice.svg", "/letters.svg"})
+    files.push_back(KURVO_SAMPLES + std::string(sample));
+  const TemporaryDirectory directory;
+  Library library;
+  PictureOptions options;
+  options.curves_only = true;
+  for (const std::string& file : files) {
+    const Drawing drawing = ReadSvg(library, file);
+    const Drawing read =
+        ReadSvg(library, directory.Write("out.svg", PictureOf(library, drawing, options)));
+    ASSERT_EQ(read.shapes.size(), drawing.shapes.size()) << file;
+    for (std::size_t i = 0; i < drawing.shapes.size(); ++i) {
+      const Shape& shape = drawing.shapes[i];
+      ASSERT_EQ(read.shapes[i].outlines.size(), shape.outlines.size()) << file;
+      EXPECT_EQ(read.shapes[i].even_odd, shape.even_odd) << file;
+      for (std::size_t k = 0; k < shape.outlines.size(); ++k) {
+        const Outline& got = read.shapes[i].outlines[k];
+        std::vector<const OwnedCurve*> curves;
+        for (const OwnedCurve& curve : got.curves) curves.push_back(&curve);
+        EXPECT_LE(Deviation(library, shape.outlines[k].curves, curves), kBound)
+            << file << " " << OutlineLabel(shape, k);
+        EXPECT_EQ(got.closed, shape.outlines[k].closed) << file;
+      }
+    }
+  }
+}
+
+TEST(PathData, IsWrittenAs) {
+  Library library;
+  const auto arc = [](Point from, Point to) { return OwnedCurve::Arc({}, 5, true, from, to); };
+  const OwnedCurve line = OwnedCurve::Line({0, -5}, {1.0 / 3, 1e-7});
+  const OwnedCurve gap = OwnedCurve::Line({1.0 / 3, 3e-7}, {1, 1});
+  const OwnedCurve half = arc({0, -5}, {0, 5}), full = arc({5, 0}, {5, 0});
+  const OwnedCurve quarter = arc({5, 0}, {0, 5});
+  const OwnedCurve tiny = OwnedCurve::Arc({}, 3e-7, false, {3e-7, 0}, {-3e-7, 0});
+  const OwnedCurve flat = OwnedCurve::Arc({-6e8, -8e8}, 1e9, true, {0, 0}, {-8, 6});
+  const OwnedCurve to_flat = OwnedCurve::Line({-1, -1}, {0, 0});
+  const OwnedCurve hairpin = OwnedCurve::RationalQuadratic({0, 0}, {6, 0}, 0.5, {0, 0});
+  const OwnedCurve parabola = OwnedCurve::RationalQuadratic({0, 0}, {1, 2}, 1, {2, 0});
+  const struct {
+    std::vector<const OwnedCurve*> pieces;
+    const char* data;
+  } rows[] = {
+      {{&line}, "M0 -5L0.3333333333333333 1e-07"},
+      {{&line, &gap}, "M0 -5L0.3333333333333333 1e-07L0.3333333333333333 3e-07L1 1"},
+      {{&gap, &line}, "M0.3333333333333333 3e-07L1 1M0 -5L0.3333333333333333 1e-07"},
+      {{&quarter}, "M5 0A5 5 0 0 1 0 5"},
+      {{&half}, "M0 -5A5 5 0 0 1 5 0A5 5 0 0 1 0 5"},
+      {{&full}, "M5 0A5 5 0 0 1 0 5A5 5 0 0 1 -5 0A5 5 0 0 1 0 -5A5 5 0 0 1 5 0"},
+      {{&tiny}, "M3e-07 0A3e-07 3e-07 0 0 0 -3e-07 0"},
+      {{&to_flat, &flat}, "M-1 -1L0 0A1e+09 1e+09 0 0 1 -8 6"},
+      {{&hairpin}, "M0 0L2 0L0 0"},
+      {{&parabola}, "M0 0Q1 2 2 0"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(PathData(library, OwnedCurve::Composite(library, row.pieces)), row.data);
+  // Few cubics do for what has no form of its own.
+  const OwnedCurve bow = OwnedCurve::Cubic({0, 0}, {1, 1}, {2, 1}, {3, 0});
+  const OwnedCurve offset = std::move(OwnedCurve::Offset(library, bow, 0.1, 0.1)[0]);
+  ASSERT_EQ(DegreeOf(library, offset), 4);
+  const std::string cubics = PathData(library, offset);
+  EXPECT_LE(std::count(cubics.begin(), cubics.end(), 'C'), 8) << cubics;
+}
+
+}  // namespace
+}  // namespace kurvo::tools
