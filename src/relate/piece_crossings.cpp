@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "relate/one_point.h"
 #include "relate/piece_overlap.h"
 #include "relate/piece_part.h"
 
@@ -22,8 +23,8 @@ constexpr int kApproachRounds = 4;
 constexpr int64_t kApproachCost = 24;  // in pairs of parts
 constexpr double kSettled = 1e-9;      // of a parameter: the next step would be rounding
 constexpr double kRestless = 1e-7;  // of a parameter: Newton's method has settled but for rounding
-constexpr double kInsideMargin = 1e-10;   // of a parameter, for roots at the joint of two parts
-constexpr double kSamePointReach = 0.01;  // parameters further apart are never the same crossing
+constexpr double kInsideMargin = 1e-10;  // of a parameter, for roots at the joint of two parts
+constexpr double kOnePointReach = 0.1;   // of parameters of one point, at most
 constexpr double kCoordinateRounding = 2e-15;  // of the largest coordinate, for subdivided points
 
 // Parameters of a point on both pieces.
@@ -259,15 +260,22 @@ class PieceSearch {
     return false;
   }
 
-  // Two crossings are one when Newton's method gave the same root, a touch is another one where the
-  // points agree.
+  // Two crossings are one when Newton's method gave the same root, a touch or shared ends and
+  // another one where the points agree.
   bool SamePlace(const Crossing& known, const Pair& at, bool touch) const {
     const double apart_a = std::fabs(known.first - at.a), apart_b = std::fabs(known.second - at.b);
     if (tol_ >= apart_a && tol_ >= apart_b) return true;
-    if (!known.touch && !touch) return false;
-    return kSamePointReach > apart_a && kSamePointReach > apart_b &&
-           tol_ >= Length(PointAt(a_, known.first) - PointAt(a_, at.a)) &&
-           tol_ >= Length(PointAt(b_, known.second) - PointAt(b_, at.b));
+    if (!known.touch && !touch && !(IsEnd(known.first) && IsEnd(known.second))) return false;
+    return SamePointOf(a_, known.first, at.a) && SamePointOf(b_, known.second, at.b);
+  }
+
+  static bool IsEnd(double t) { return t == 0.0 || t == 1.0; }
+
+  bool SamePointOf(const BezierPiece& piece, double s, double t) const {
+    if (!(kOnePointReach >= std::fabs(s - t))) return false;
+    const Vec2 p = PointAt(piece, s), q = PointAt(piece, t);
+    return tol_ >= Length(p - q) &&
+           StaysAtPoint([&](double at) { return PointAt(piece, at); }, s, t, p, q, tol_);
   }
 
   // Roots at an end of a piece become exactly that end.
@@ -275,15 +283,35 @@ class PieceSearch {
     return kInsideMargin >= t ? 0.0 : (kInsideMargin >= 1.0 - t ? 1.0 : t);
   }
 
+  // False for a root beyond an end, which on a large piece may be some way, where no common point
+  // is near.
+  bool MoveToEnds(Pair& at) const {
+    const Pair snapped{Snapped(at.a), Snapped(at.b)};
+    if ((snapped.a == at.a && snapped.b == at.b) || Close(snapped)) {
+      at = snapped;
+      return true;
+    }
+    const Pair kept{std::clamp(at.a, 0.0, 1.0), std::clamp(at.b, 0.0, 1.0)};
+    const bool beyond_a = kept.a != at.a, beyond_b = kept.b != at.b;
+    at = kept;
+    if (Close(at)) return true;
+    if (beyond_a == beyond_b) return false;
+    if (beyond_a)
+      at.b = RefineNearest(b_, PointAt(a_, at.a), at.b);
+    else
+      at.a = RefineNearest(a_, PointAt(b_, at.b), at.a);
+    return Close(at);
+  }
+
   void Record(Pair at, bool touch) {
-    at = {Snapped(at.a), Snapped(at.b)};
+    if (!MoveToEnds(at)) return;
     const auto known =
         std::find_if(found_.begin() + static_cast<std::ptrdiff_t>(first_found_), found_.end(),
                      [&](const Crossing& c) { return SamePlace(c, at, touch); });
     if (known == found_.end())
-      found_.push_back({at.a, at.b, touch});
+      found_.push_back({at.a, at.b, touch, PointAt(a_, at.a)});
     else if (known->touch && !touch)
-      *known = {at.a, at.b, false};
+      *known = {at.a, at.b, false, PointAt(a_, at.a)};
   }
 
   const BezierPiece& a_;
