@@ -137,17 +137,8 @@ class CarrierSearch {
       }));
     }
     if (!bounded_) return;
-    const Place shared = SharedEnd(hits);
-    if (shared.piece && !Known(shared, found, before)) {
-      if (!crossing) found.resize(before);
-      Append(*shared.piece, shared.t, found);
-      const auto others = found.begin() + static_cast<std::ptrdiff_t>(before);
-      found.erase(std::remove_if(others, found.end() - 1,
-                                 [&](const Crossing& other) {
-                                   return SameParameters(other, found.back(), tol_);
-                                 }),
-                  found.end() - 1);
-    }
+    if (const Place shared = SharedEnd(hits); shared.piece)
+      AppendShared(CrossingAt(*shared.piece, shared.t), crossing, before, found);
     if (std::any_of(found.begin() + static_cast<std::ptrdiff_t>(before), found.end(),
                     [&](const Crossing& c) { return InBounds(c.first); }))
       return;
@@ -183,11 +174,20 @@ class CarrierSearch {
     return shared;
   }
 
-  // Whether a place is among the crossings from `first` on.
-  bool Known(const Place& place, const Crossings& found, std::size_t first) const {
-    const Vec2 p = PointAt(place.piece->bezier, place.t);
-    return std::any_of(found.begin() + static_cast<std::ptrdiff_t>(first), found.end(),
-                       [&](const Crossing& at) { return Within(OnPlane(at.place - p), tol_); });
+  // An end in common, unless one of the crossings from `before` on is that point. Touches make way
+  // for it, as do crossings that by their parameters are the same but not the point itself.
+  void AppendShared(const Crossing& end, bool crossing, std::size_t before,
+                    Crossings& found) const {
+    const auto first = found.begin() + static_cast<std::ptrdiff_t>(before);
+    const auto is_end = [&](const Crossing& at) {
+      return Within(OnPlane(at.place - end.place), tol_);
+    };
+    found.erase(std::remove_if(first, found.end(),
+                               [&](const Crossing& at) {
+                                 return !is_end(at) && (!crossing || SameParameters(at, end, tol_));
+                               }),
+                found.end());
+    if (std::none_of(first, found.end(), is_end)) found.push_back(end);
   }
 
   // As the filter by ends sees it.
@@ -216,9 +216,13 @@ class CarrierSearch {
     return best;
   }
 
-  void Append(const FreeFormPiece& piece, double t, Crossings& found) const {
+  Crossing CrossingAt(const FreeFormPiece& piece, double t) const {
     const Vec2 p = PointAt(piece.bezier, t);
-    found.push_back({ParameterOf(p), piece.ToCurve(t), false, p});
+    return {ParameterOf(p), piece.ToCurve(t), false, p};
+  }
+
+  void Append(const FreeFormPiece& piece, double t, Crossings& found) const {
+    found.push_back(CrossingAt(piece, t));
   }
 
   // On the carrier between its ends and away from them.

@@ -74,9 +74,10 @@ class Question {
       ++tally_.wrong;
       ADD_FAILURE() << Trace() << "\nwrong at " << hit.a << ' ' << hit.b << ", gap " << gap;
     }
-    for (std::size_t i = 1; i < answer_.hits.size(); ++i) {
-      const Hit& hit = answer_.hits[i];
-      const auto once = std::none_of<const Hit*>(answer_.hits.data(), &hit, [&](const Hit& other) {
+    std::vector<Hit> hits = answer_.hits;
+    for (Hit& hit : hits) hit = {Folded(*a_, hit.a), Folded(*b_, hit.b)};
+    for (const Hit& hit : hits) {
+      const auto once = std::none_of<const Hit*>(hits.data(), &hit, [&](const Hit& other) {
         return Apart(wide_a_, hit.a, other.a) < .9L * kTol &&
                Apart(wide_b_, hit.b, other.b) < .9L * kTol && OneRun(hit, other);
       });
@@ -86,6 +87,14 @@ class Question {
   }
 
  private:
+  // The end of a closed curve is its start.
+  static double Folded(const Curve& cv, double t) {
+    const auto [start, length] = Domain(cv);
+    const WideCurve wide = Pieces(cv);
+    const bool closed = !Elementary(cv) && Apart(wide, start, start + length) < kTol;
+    return closed && t > start + (1 - 1e-9) * length ? start : t;
+  }
+
   static bool Elementary(const Curve& cv) { return cv.type == CV_LINE || cv.type == CV_ARC; }
 
   template <class Is>
@@ -213,6 +222,7 @@ Planted PlantedPair(Random& random, char kind_a, char kind_b, double size, doubl
                kind_b,
                {x, y, turn, size, bend()},
                {x, y, other + back, size * random.Uniform(.3, 3), bend()}};
+  pair.a.closed = random.Uniform(0, 1) < .3;
   pair.reversed_a = random.Uniform(0, 1) < .5;
   pair.reversed_b = random.Uniform(0, 1) < .5;
   return pair;
@@ -246,7 +256,11 @@ void AskRandom(Random& random, Generator& generator, Tally& tally) {
   const char kind_a = kKinds[pick(kKinds.size())], kind_b = kKinds[pick(kKinds.size())];
   const double size = std::pow(10, random.Uniform(-3, 6));
   if (random.Uniform(0, 1) < .5) {
-    const std::string a = generator.Curve(kind_a, size), b = generator.Curve(kind_b, size);
+    const std::string a = generator.Curve(kind_a, size),
+                      b = generator.Curve(
+                          kind_b, pick(4)
+                                      ? size
+                                      : std::max(1e-3, size * std::pow(10, random.Uniform(-3, 0))));
     Question(Make(a), Make(b), pick(2) ? 3 : static_cast<int>(pick(4)), size, a + '\n' + b, tally)
         .WantsCrossings();
     return;

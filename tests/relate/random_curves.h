@@ -92,11 +92,12 @@ class Generator {
   double size_;
 };
 
-// Where and how a curve passes through a point, 0 <= turn < 2 pi. It goes on for about `size`,
-// bending away from its tangent by `bend` of that, and starts there or passes through.
+// Where and how a curve passes through a point, at an angle of `turn`. It goes on for about `size`,
+// bending away from its tangent by `bend` of that, and starts there or passes through, splines and
+// composites at a joint. A free-form curve that starts there may end there, too.
 struct Passage {
   double x = 0, y = 0, turn = 0, size = 1, bend = .3;
-  bool inside = false;
+  bool inside = false, closed = false;
 
   Numbers At(double along, double aside) const {
     const double c = std::cos(turn), s = std::sin(turn);
@@ -104,24 +105,27 @@ struct Passage {
   }
 };
 
+// One after the other; with weights of 1 at both ends and of `weight` between.
 inline Numbers Joined(const std::vector<Numbers>& points, double weight = 0) {
   Numbers all;
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    all.insert(all.end(), points[i].begin(), points[i].end());
-    if (weight > 0) all.push_back(i == 1 ? weight : 1);
+  for (const Numbers& p : points) {
+    all.insert(all.end(), p.begin(), p.end());
+    if (weight > 0) all.push_back(&p == &points.front() || &p == &points.back() ? 1 : weight);
   }
   return all;
 }
 
 inline std::string Through(char kind, const Passage& pass) {
   constexpr double kWeight = .8;
-  const double bend = pass.bend, inner = kind == 'r' || kind == 'R' ? bend / kWeight : bend;
-  const Numbers end = pass.At(1, bend), start = pass.inside ? pass.At(-1, bend) : pass.At(0, 0);
-  const std::vector<Numbers> bow = {start, pass.inside ? pass.At(0, -inner) : pass.At(.5, 0), end};
-  const bool spline = !pass.inside;  // of two spans
+  const double bend = pass.bend, inner = kind == 'r' ? bend / kWeight : bend;
+  const Numbers here = pass.At(0, 0), ahead = pass.At(.5, 0), end = pass.At(1, bend);
+  const Numbers behind = pass.At(-.5, 0), start = pass.At(-1, bend);
+  const Numbers last = pass.closed ? here : pass.At(1.3, 2 * bend);
+  std::vector<Numbers> bow = {here, ahead, end, last};
+  if (pass.inside) bow = {start, pass.At(0, -inner), end};
   switch (kind) {
     case 'l':
-      return Text("l", Joined({pass.At(pass.inside ? -1 : 0, 0), pass.At(1, 0)}));
+      return Text("l", Joined({pass.inside ? pass.At(-1, 0) : here, pass.At(1, 0)}));
     case 'a': {
       const Numbers centre = pass.At(0, 1 / bend);
       const double way = bend > 0 ? 1 : -1;
@@ -133,14 +137,14 @@ inline std::string Through(char kind, const Passage& pass) {
     case 'r':
       return Text("r", Joined(bow, kWeight));
     case 'B':
-    case 'R': {
-      std::vector<Numbers> points = bow;
-      if (spline) points.push_back(pass.At(1.3, 2 * bend));
-      return Text({kind}, Joined(points, kind == 'R' ? kWeight : 0)) +
-             (spline ? " | 2 2 2 3 5 5 5" : " | 2 2 2 5 5 5");
-    }
+    case 'R':
+      if (pass.inside) bow = {start, behind, ahead, end};
+      return Text({kind}, Joined(bow, kind == 'R' ? kWeight : 0)) + " | 2 2 2 3.5 5 5 5";
     default:
-      return Text("c 2 3 (b", Joined(bow)) + ")" + Text("(b", Joined({end, pass.At(1, 2)})) + ")";
+      bow = {here, ahead, end, end, last};
+      if (pass.inside) bow = {start, behind, here, here, ahead, end};
+      return Text("c 2 3 (b", Joined({bow.begin(), bow.begin() + 3})) + ")" +
+             Text("(b", Joined({bow.begin() + 3, bow.end()})) + ")";
   }
 }
 
@@ -148,7 +152,7 @@ inline std::string Through(char kind, const Passage& pass) {
 inline double ParameterThrough(const Curve& cv, const Passage& pass) {
   const auto [start, length] = Domain(cv);
   if (!pass.inside) return start;
-  return cv.type == CV_SEGCV ? 1 : start + length / 2;
+  return cv.type == CV_SEGCV ? 2 : start + length / 2;
 }
 
 }  // namespace kurvo_test
