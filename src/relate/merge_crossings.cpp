@@ -12,7 +12,7 @@
 namespace kurvo {
 namespace {
 
-constexpr int kMaxLooks = 8;  // at curves between one crossing and others at the same place
+constexpr int kMaxLooks = 4;  // at curves between one crossing and others at the same place
 // Of the domain: parameters further apart are different points.
 constexpr double kNeighbours = 0.1;
 constexpr double kNearby = 4.0;  // epsilons between the places of one crossing, at most

@@ -235,6 +235,25 @@ TEST(IntersectFreeForm, ClosingJointsCountAtTheStart) {
       }
 }
 
+// The spokes of a star, to and fro through its centre: passing a place again is no repetition.
+TEST(IntersectFreeForm, EveryPassThroughOnePlaceCounts) {
+  constexpr int kSpokes = 300;
+  std::string spokes;
+  for (int i = 0; i < kSpokes; ++i) {
+    const double angle = 3.1 * i / kSpokes + (i % 2 ? kPi : 0) + .01;
+    const double x = std::cos(angle), y = std::sin(angle);
+    spokes += Text("(b", {-x, -y, x, y}) + ")";
+  }
+  const Owned star = Make(Text("c", Numbers(kSpokes, 1)) + spokes);
+  for (const char* other : {"l -1 0 1 0", "b -1 0 1 0"})
+    for (const bool swap : {false, true}) {
+      Globals g;
+      const Owned cv = Make(other);
+      EXPECT_EQ((swap ? Intersect(*cv, *star, 3, g) : Intersect(*star, *cv, 3, g)).hits.size(),
+                std::size_t{kSpokes});
+    }
+}
+
 // A parabola that dips below the axis by less than epsilon, between x = -.01 and .01: at angles of
 // less than 1e-4 radians the two crossings are one contact.
 TEST(IntersectFreeForm, CrossingsAtLessThan1e4RadiansTouch) {
