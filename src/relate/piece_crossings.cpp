@@ -82,7 +82,7 @@ class PieceSearch {
       for (const double end_b : {0.0, 1.0}) {
         const Vec2 gap = End(a_, end_a) - End(b_, end_b);
         if (tol_ >= std::fabs(gap.x) && tol_ >= std::fabs(gap.y)) {
-          Record({end_a, end_b}, false);
+          Record({end_a, end_b}, false, End(a_, end_a));
           ++shared;
         }
       }
@@ -166,14 +166,16 @@ class PieceSearch {
     const double share_b = std::clamp(Cross(between, chord_a) / det, 0.0, 1.0);
     Pair at{a.t0 + share_a * a.width(), b.t0 + share_b * b.width()};
     bool shallow = false;
-    if (!SolveCrossing(at, shallow, a, b) || !OnPiece(at.a) || !OnPiece(at.b)) return false;
-    Record(at, shallow);
+    Vec2 place;
+    if (!SolveCrossing(at, shallow, place, a, b) || !OnPiece(at.a) || !OnPiece(at.b)) return false;
+    Record(at, shallow, place);
     return Holds(a, at.a) && Holds(b, at.b);
   }
 
   // Solves A(s) = B(t); false when the iteration leaves the neighbourhood of the parts or does not
   // settle. Rounding may keep it moving a little.
-  bool SolveCrossing(Pair& at, bool& shallow, const PiecePart& a, const PiecePart& b) const {
+  bool SolveCrossing(Pair& at, bool& shallow, Vec2& place, const PiecePart& a,
+                     const PiecePart& b) const {
     for (int step = 0; step < kNewtonSteps; ++step) {
       const Jet jet_a = JetAt(a_, at.a), jet_b = JetAt(b_, at.b);
       const Vec2 gap = jet_b.p - jet_a.p;
@@ -185,6 +187,7 @@ class PieceSearch {
       const bool last = step + 1 == kNewtonSteps && kRestless >= size;
       if (!last && !(kSettled >= size)) continue;
       shallow = kShallowCrossing * (Length(jet_a.d1) * Length(jet_b.d1)) >= std::fabs(det);
+      place = jet_a.p + move.a * jet_a.d1;
       return tol_ >= Length(gap);
     }
     return false;
@@ -235,7 +238,7 @@ class PieceSearch {
 
   bool RecordTouch(const Pair& at) {
     if (!Close(at)) return false;
-    Record(at, true);
+    Record(at, true, PointAt(a_, at.a));
     CheckOverlap();
     return true;
   }
@@ -283,11 +286,10 @@ class PieceSearch {
     return kInsideMargin >= t ? 0.0 : (kInsideMargin >= 1.0 - t ? 1.0 : t);
   }
 
-  // False for a root beyond an end, which on a large piece may be some way, where no common point
-  // is near.
-  bool MoveToEnds(Pair& at) const {
-    const Pair snapped{Snapped(at.a), Snapped(at.b)};
-    if ((snapped.a == at.a && snapped.b == at.b) || Close(snapped)) {
+  // From a root next to an end to the end itself, but where that parts the points: on a large piece
+  // the way may be long. False for a root beyond an end where no common point is near.
+  bool MoveToEnds(Pair& at, const Pair& snapped) const {
+    if (Close(snapped)) {
       at = snapped;
       return true;
     }
@@ -303,15 +305,20 @@ class PieceSearch {
     return Close(at);
   }
 
-  void Record(Pair at, bool touch) {
-    if (!MoveToEnds(at)) return;
+  // `place` is the point of the first piece.
+  void Record(Pair at, bool touch, Vec2 place) {
+    const Pair snapped{Snapped(at.a), Snapped(at.b)};
+    if (snapped.a != at.a || snapped.b != at.b) {
+      if (!MoveToEnds(at, snapped)) return;
+      place = PointAt(a_, at.a);
+    }
     const auto known =
         std::find_if(found_.begin() + static_cast<std::ptrdiff_t>(first_found_), found_.end(),
                      [&](const Crossing& c) { return SamePlace(c, at, touch); });
     if (known == found_.end())
-      found_.push_back({at.a, at.b, touch, PointAt(a_, at.a)});
+      found_.push_back({at.a, at.b, touch, place});
     else if (known->touch && !touch)
-      *known = {at.a, at.b, false, PointAt(a_, at.a)};
+      *known = {at.a, at.b, false, place};
   }
 
   const BezierPiece& a_;
