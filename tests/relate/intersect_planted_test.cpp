@@ -78,8 +78,7 @@ class Question {
     for (Hit& hit : hits) hit = {Folded(*a_, hit.a), Folded(*b_, hit.b)};
     for (const Hit& hit : hits) {
       const auto once = std::none_of<const Hit*>(hits.data(), &hit, [&](const Hit& other) {
-        return Apart(wide_a_, hit.a, other.a) < .9L * kTol &&
-               Apart(wide_b_, hit.b, other.b) < .9L * kTol && OneRun(hit, other);
+        return StaysAt(wide_a_, hit.a, other.a) && StaysAt(wide_b_, hit.b, other.b);
       });
       tally_.repeated += once ? 0 : 1;
       EXPECT_TRUE(once) << Trace() << "\nlisted twice: " << hit.a << ' ' << hit.b;
@@ -123,6 +122,13 @@ class Question {
         reach = std::max({reach, std::fabs(p.x / p.w), std::fabs(p.y / p.w)});
     }
     return reach;
+  }
+  // No further than the tolerance from one parameter to another.
+  static bool StaysAt(const WideCurve& curve, double s, double t) {
+    constexpr int kSteps = 16;
+    for (int i = kSteps; i > 0; --i)
+      if (!(Apart(curve, s, s + (t - s) * i / kSteps) < .9L * kTol)) return false;
+    return true;
   }
   bool OneRun(const Hit& p, const Hit& q) const {
     return StayTogether(wide_a_, wide_b_, p, q, limit_) &&
