@@ -1074,12 +1074,13 @@ KURVO_API uint32_t KurvocvMatch(const Curve *a, const Curve *b, GlobalVar *g) KU
  * the joint of a closed curve, whose start is given then; a place that is passed twice is listed
  * twice. Lists ascend along `a`; between two arcs they have the order of the construction. Lines
  * and arcs meet the Bezier and rational Bezier pieces of a composite only. In mode 3 segments of
- * one line that share just an end have that point; otherwise curves on one carrier overlap. Errors:
- * KURVO_ERR_CURVE for an unknown type, a record that cannot be right, a degree above 39 against a
- * line, 19 against an arc and 63 otherwise; KURVO_ERR_MEMORY. The result is then KURVO_NOTHING.
- * Error pending: KURVO_REFUSED at once. Cost: closed formulas for lines and arcs; linear in the
- * pieces of a free-form curve against these; between free-form curves a sweep over the boxes of
- * their Bezier pieces, then subdivision of the pairs that meet. */
+ * one line that share just an end have that point; otherwise curves on one carrier overlap.
+ * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, a degree above 39
+ * against a line, 19 against an arc and 63 otherwise; KURVO_ERR_MEMORY. The result is then
+ * KURVO_NOTHING. Error pending: KURVO_REFUSED at once.
+ * Cost: closed formulas for lines and arcs; linear in the pieces of a free-form curve against
+ * these; between free-form curves a sweep over the boxes of their Bezier pieces, then subdivision
+ * of the pairs that meet. */
 KURVO_API uint32_t KurvocrCurveCurve(const Curve *a, const Curve *b, CvParam *pa, CvParam *pb,
                                      int32_t mode, GlobalVar *g) KURVO_NOEXCEPT;
 
