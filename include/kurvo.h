@@ -1117,9 +1117,10 @@ KURVO_API uint32_t KurvocvMatch(const Curve *a, const Curve *b, GlobalVar *g) KU
  * beyond an end is kept when it is that end within epsilon; its parameter is not clamped.
  * Result: KURVO_FOUND; KURVO_OVERLAP when the curves run together along a stretch; KURVO_NOTHING,
  * also when both curves are points; KURVO_REFUSED for a missing curve or one without data.
- * Each point is listed once: a crossing, a contact within epsilon, a shared end; where a closed
- * curve closes, with the first parameter. Lists ascend along `a`; between two arcs they have the
- * order of the construction.
+ * Each point is listed once: a crossing, a contact within epsilon, a shared end. Points are one
+ * when they agree within epsilon on both curves and neither curve leaves them in between, or across
+ * the joint of a closed curve, whose start is given then; a place that is passed twice is listed
+ * twice. Lists ascend along `a`; between two arcs they have the order of the construction.
  * Of a composite, lines and arcs meet the Bezier and rational Bezier pieces only, free-form curves
  * also the B-splines and composites in it. Its line and arc pieces meet nothing but a curve that is
  * a point: leave such curves in a chain, or have KurvocvCvseqToSegcv make Bezier pieces of them.
@@ -1128,8 +1129,8 @@ KURVO_API uint32_t KurvocvMatch(const Curve *a, const Curve *b, GlobalVar *g) KU
  * Weights that are not positive may carry a curve out of the box and hull of its control points:
  * common points out there are missed.
  * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, a degree above 39
- * against a line or a curve that is a point, 19 against an arc and 63 otherwise; KURVO_ERR_MEMORY.
- * The result is then KURVO_NOTHING. Error pending: KURVO_REFUSED at once.
+ * against a line, 19 against an arc and 63 otherwise; KURVO_ERR_MEMORY. The result is then
+ * KURVO_NOTHING. Error pending: KURVO_REFUSED at once.
  * Cost: closed formulas for lines and arcs; linear in the pieces of a free-form curve against
  * these; between free-form curves a sweep over the boxes of their Bezier pieces, then subdivision
  * of the pairs that meet. */

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The long form of the tests that try to break the library: hostile records and failing memory under
-# the address and undefined-behaviour sanitizers, threads under the thread sanitizer, small stacks.
+# the address and undefined-behaviour sanitizers, threads under the thread sanitizer, small stacks,
+# intersections of random curves against brute force.
 # Hostile records are split among the processors. Prints what each function came to.
 # docs/reliability.md keeps the figures.
 # usage: reliability.sh [CALLS_OF_EACH_FUNCTION [FUNCTION...]]
@@ -57,3 +58,7 @@ build release
 step 'A stack of 256 KiB'
 KURVO_STACK_CALLS=$((calls / 100 + 1)) build/release/tests/robust/robust_test --gtest_brief=1 \
   --gtest_filter='SmallStack.*'
+cmake --build --preset release -j "$(nproc)" -t relate_test > /dev/null
+step "Intersections of $calls pairs of curves"
+KURVO_PAIRS=$calls build/release/tests/relate/relate_test --gtest_brief=1 \
+  --gtest_filter='IntersectPlanted.RandomPairs'

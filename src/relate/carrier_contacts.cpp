@@ -13,6 +13,7 @@ namespace {
 constexpr int kPolishSteps = 60;  // bisection alone needs 53 inside [0, 1]
 constexpr double kParameterRounding = 4e-16;
 constexpr double kSettled = 1e-10;  // of a parameter: Newton's next step would be its square
+constexpr double kCoordinateRounding = 2e-15;  // of the largest coordinate, for points on a carrier
 
 Segment ToSegment(const BezierPiece& piece) {
   const auto degree = static_cast<std::size_t>(piece.degree);
@@ -42,10 +43,15 @@ struct Place {
 template <class Carrier>
 class ContactSearch {
  public:
-  ContactSearch(const Carrier& carrier, const BezierPiece& piece, double tol)
-      : carrier_(carrier), piece_(piece), tol_(tol), f_(carrier.Substitute(ToSegment(piece))) {}
+  ContactSearch(const Carrier& carrier, const BezierPiece& piece, double tol,
+                CarrierContacts& contacts)
+      : carrier_(carrier),
+        piece_(piece),
+        tol_(tol),
+        f_(carrier.Substitute(ToSegment(piece))),
+        contacts_(contacts) {}
 
-  CarrierContacts Run() {
+  void Run() {
     const RootList turning = TurningPoints(f_);
     contacts_.along = AlongCarrier(turning);
     const Polynomial derivative = Derivative(f_);
@@ -58,8 +64,7 @@ class ContactSearch {
       Visit(right);
       left = right;
     }
-    CloseGroup(true);
-    return contacts_;
+    CloseGroup(true, 1.0);
   }
 
  private:
@@ -100,8 +105,12 @@ class ContactSearch {
   // Places come in ascending order. Those within the tolerance that follow each other without
   // leaving it form one group; between two of them the distance is monotone.
   void Visit(const Place& place) {
-    if (!(tol_ >= std::fabs(place.dist))) return CloseGroup(false);
-    if (!group_.open) group_ = {true, place.t == 0.0, place};
+    if (!(tol_ >= std::fabs(place.dist))) {
+      CloseGroup(false, place.t);
+      before_ = place.t;
+      return;
+    }
+    if (!group_.open) group_ = {true, place.t == 0.0, before_, place};
     if (std::fabs(place.dist) < std::fabs(group_.nearest.dist)) group_.nearest = place;
   }
 
@@ -109,7 +118,7 @@ class ContactSearch {
     const Jet jet = JetAt(piece_, t);
     Visit({t, carrier_.Distance(jet.p)});
     if (!group_.open) return;
-    if (kShallowCrossing * Length(jet.d1) >= std::fabs(carrier_.DistanceSlope(jet))) {
+    if (Shallow(jet)) {
       if (group_.shallow++ == 0) group_.first_shallow = t;
       group_.last_shallow = t;
     } else if (group_.steep < steep_.size()) {
@@ -117,31 +126,52 @@ class ContactSearch {
     }
   }
 
+  bool Shallow(const Jet& jet) const {
+    return kShallowCrossing * Length(jet.d1) >= std::fabs(carrier_.DistanceSlope(jet));
+  }
+
   // The crossings of the group; shallow ones, which may be one contact and its rounding, count as
   // their middle, and only by themselves.
-  void CloseGroup(bool at_end) {
+  void CloseGroup(bool at_end, double high) {
     if (!group_.open) return;
     group_.open = false;
-    for (std::size_t i = 0; i < group_.steep; ++i) {
+    const auto add = [&](double t, double dist, bool crosses, bool first, bool last) {
       contacts_.Add(
-          {steep_[i], 0.0, true, group_.from_start && i == 0, at_end && i + 1 == group_.steep});
+          {t, dist, crosses, group_.from_start && first, at_end && last, group_.low, high});
+    };
+    if (group_.steep > 0) {
+      const bool start = group_.from_start && EndCrosses(0.0, steep_[0]);
+      const bool end = at_end && EndCrosses(1.0, steep_[group_.steep - 1]);
+      if (start) add(0.0, 0.0, true, true, false);
+      for (std::size_t i = 0; i < group_.steep; ++i)
+        add(steep_[i], 0.0, true, !start && i == 0, !end && i + 1 == group_.steep);
+      if (end) add(1.0, 0.0, true, false, true);
+      return;
     }
-    if (group_.steep > 0) return;
     if (group_.shallow > 0)
       group_.nearest = PlaceAt(0.5 * (group_.first_shallow + group_.last_shallow));
-    contacts_.Add(
-        {group_.nearest.t, std::fabs(group_.nearest.dist), false, group_.from_start, at_end});
+    add(group_.nearest.t, std::fabs(group_.nearest.dist), false, true, true);
+  }
+
+  // Whether an end of the piece is a crossing of its own beside the nearest one of its group.
+  bool EndCrosses(double end, double crossing) const {
+    const Jet jet = JetAt(piece_, end);
+    const double reach = std::max(std::fabs(jet.p.x), std::fabs(jet.p.y)) + carrier_.Reach();
+    return kCoordinateRounding * reach >= std::fabs(carrier_.Distance(jet.p)) && !Shallow(jet) &&
+           Length(PointAt(piece_, crossing) - jet.p) > tol_;
   }
 
   const Carrier& carrier_;
   const BezierPiece& piece_;
   const double tol_;
   const Polynomial f_;
-  CarrierContacts contacts_;
+  CarrierContacts& contacts_;
+  double before_ = 0.0;  // the last place that is not within the tolerance
 
   struct Group {
     bool open = false;
     bool from_start = false;
+    double low = 0.0;
     Place nearest{};
     std::size_t steep = 0;
     std::size_t shallow = 0;
@@ -156,8 +186,9 @@ class ContactSearch {
 
 template <class Carrier>
 CarrierContacts FindContacts(const Carrier& carrier, const BezierPiece& piece, double tol) {
-  if (carrier.Misses(piece, tol)) return {};
-  return ContactSearch<Carrier>(carrier, piece, tol).Run();
+  CarrierContacts contacts;
+  if (!carrier.Misses(piece, tol)) ContactSearch<Carrier>(carrier, piece, tol, contacts).Run();
+  return contacts;
 }
 
 template CarrierContacts FindContacts(const LineCarrier&, const BezierPiece&, double);

@@ -14,6 +14,8 @@ struct CarrierContact {
   bool crosses;     // at more than a shallow angle; else it touches or ends within the tolerance
   bool from_start;  // everything from the start of the piece up to t is within the tolerance
   bool to_end;      // everything from t to the end of the piece is
+  double low;       // the approach that it is part of lies between these parameters
+  double high;
 };
 
 class CarrierContacts {
@@ -33,7 +35,8 @@ class CarrierContacts {
 
 // Ascending. A crossing counts by itself; where the piece only comes within `tol`, at a turning
 // point of the distance or at an end, the nearest place of that approach counts, and none next to a
-// crossing. Requires degree <= Carrier::kMaxDegree and finite points.
+// crossing, but for an end of the piece that lies on the carrier itself. Requires degree <=
+// Carrier::kMaxDegree and finite points.
 template <class Carrier>
 CarrierContacts FindContacts(const Carrier& carrier, const BezierPiece& piece, double tol);
 

@@ -1,11 +1,15 @@
 // Common points of a line or an arc with a free-form curve.
 #include "relate/carrier_crossings.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 
 #include "eval/parc2d.h"
 #include "eval/pline2d.h"
 #include "relate/carrier_contacts.h"
+#include "relate/end_filter.h"
 #include "relate/free_form_pieces.h"
 
 namespace kurvo {
@@ -23,6 +27,7 @@ class ContactList {
   struct Hit {
     const FreeFormPiece* piece;
     CarrierContact contact;
+    bool goes_on;  // the approach of the hit before, across a joint or on one piece
   };
 
   explicit ContactList(double tol) : tol_(tol) {}
@@ -30,12 +35,12 @@ class ContactList {
   void Add(const FreeFormPiece& piece, const CarrierContacts& contacts) {
     if (!last_ || !Joined(*last_, piece)) open_ = false;
     last_ = &piece;
-    bool any = false;
+    if (contacts.begin() == contacts.end()) open_ = false;
     for (const CarrierContact& contact : contacts) {
-      Append({&piece, contact});
-      any = true;
+      const bool same = &contact != contacts.begin() && (&contact - 1)->low == contact.low;
+      hits_.push_back({&piece, contact, same || (open_ && contact.from_start)});
+      open_ = contact.to_end;
     }
-    if (!any) open_ = false;
     if (contacts.along) along_.push_back(&piece);
   }
 
@@ -47,17 +52,6 @@ class ContactList {
     const Vec2 gap =
         Planar(before.bezier.points[before.bezier.degree]) - Planar(after.bezier.points[0]);
     return tol_ >= std::fabs(gap.x) && tol_ >= std::fabs(gap.y);
-  }
-
-  // An approach that goes on across a joint counts once: as the crossing it holds, else where it is
-  // nearest.
-  void Append(const Hit& hit) {
-    const bool goes_on = open_ && hit.contact.from_start;
-    open_ = hit.contact.to_end;
-    if (!goes_on) return hits_.push_back(hit);
-    const CarrierContact& kept = hits_.back().contact;
-    if (kept.crosses && hit.contact.crosses) return hits_.push_back(hit);
-    if (hit.contact.crosses || (!kept.crosses && hit.contact.dist < kept.dist)) hits_.back() = hit;
   }
 
   const double tol_;
@@ -88,8 +82,13 @@ bool LongEnough(const FreeFormPieces& pieces, const std::vector<const FreeFormPi
 template <class Carrier, class Evaluator>
 class CarrierSearch {
  public:
-  CarrierSearch(const Carrier& carrier, const Evaluator& evaluator, bool bounded, double tol)
-      : carrier_(carrier), evaluator_(evaluator), bounded_(bounded), tol_(tol) {}
+  template <class Record>
+  CarrierSearch(const Record& record, bool bounded, GlobalVar& g)
+      : carrier_(record),
+        evaluator_(record, g),
+        ends_{Planar(record.start), Planar(record.end)},
+        bounded_(bounded),
+        tol_(g.epsilon) {}
 
   Common Run(const FreeFormPieces& pieces, Crossings& found) const {
     ContactList list(tol_);
@@ -98,25 +97,132 @@ class CarrierSearch {
     if (!list.along().empty() && LongEnough(pieces, list.along())) {
       if (!bounded_ || Covers(list.along())) return Common::kStretch;
       for (const FreeFormPiece* piece : list.along()) {  // the bounded carrier may end at one end
-        Append(pieces, *piece, 0.0, found);
-        Append(pieces, *piece, 1.0, found);
+        Append(*piece, 0.0, found);
+        Append(*piece, 1.0, found);
       }
     }
-    for (const auto& hit : list.hits()) Append(pieces, *hit.piece, hit.contact.t, found);
+    for (auto first = list.hits().begin(); first != list.hits().end();) {
+      const auto last =
+          std::find_if(first + 1, list.hits().end(), [](const Hit& hit) { return !hit.goes_on; });
+      AppendApproach({first, last}, found);
+      first = last;
+    }
     return found.empty() ? Common::kNothing : Common::kPoints;
   }
 
  private:
+  using Hit = ContactList::Hit;
+  using Approach = std::span<const Hit>;
+
   double ParameterOf(Vec2 p) const {
     double t = 0.0;
     evaluator_.Parameter(OnPlane(p), t);
     return t;
   }
 
-  void Append(const FreeFormPieces& pieces, const FreeFormPiece& piece, double t,
-              Crossings& found) const {
-    const auto source = static_cast<std::size_t>(&piece - pieces.begin());
-    found.push_back({ParameterOf(PointAt(piece.bezier, t)), piece.ToCurve(t), false, source});
+  // An approach counts as the crossings it holds, else where it is nearest. That may be beyond an
+  // end of the bounded carrier, while the end is within the tolerance of the pieces: then the end
+  // counts. So does an end that the carrier has in common with a piece.
+  void AppendApproach(Approach hits, Crossings& found) const {
+    const std::size_t before = found.size();
+    const auto at = [&](const Hit& hit) { Append(*hit.piece, hit.contact.t, found); };
+    const auto crosses = [](const Hit& hit) { return hit.contact.crosses; };
+    const bool crossing = std::any_of(hits.begin(), hits.end(), crosses);
+    if (crossing) {
+      for (const Hit& hit : hits)
+        if (hit.contact.crosses) at(hit);
+    } else {
+      at(*std::min_element(hits.begin(), hits.end(), [](const Hit& x, const Hit& y) {
+        return x.contact.dist < y.contact.dist;
+      }));
+    }
+    if (!bounded_) return;
+    if (const Place shared = SharedEnd(hits); shared.piece)
+      AppendShared(CrossingAt(*shared.piece, shared.t), crossing, before, found);
+    if (std::any_of(found.begin() + static_cast<std::ptrdiff_t>(before), found.end(),
+                    [&](const Crossing& c) { return InBounds(c.first); }))
+      return;
+    if (const Place end = FootOfEnd(hits); end.piece) {
+      found.resize(before);
+      Append(*end.piece, end.t, found);
+    }
+  }
+
+  struct Place {
+    const FreeFormPiece* piece = nullptr;
+    double t = 0.0;
+    double gap = 0.0;  // from an end of the carrier
+  };
+
+  // Calls use(end of a piece) for those that the approach reaches.
+  template <class Use>
+  static void ForEachPieceEnd(const Hit& hit, Use&& use) {
+    if (hit.contact.from_start) use(0.0);
+    if (hit.contact.to_end) use(1.0);
+  }
+
+  Place SharedEnd(Approach hits) const {
+    Place shared;
+    for (const Hit& hit : hits) {
+      const BezierPiece& piece = hit.piece->bezier;
+      ForEachPieceEnd(hit, [&](double t) {
+        const Vec2 p = Planar(piece.points[t == 0.0 ? 0 : piece.degree]);
+        for (const Vec2 end : ends_)
+          if (!shared.piece && Within(OnPlane(end - p), tol_)) shared = {hit.piece, t};
+      });
+    }
+    return shared;
+  }
+
+  // An end in common, unless one of the crossings from `before` on is that point. Touches make way
+  // for it, as do crossings that by their parameters are the same but not the point itself.
+  void AppendShared(const Crossing& end, bool crossing, std::size_t before,
+                    Crossings& found) const {
+    const auto first = found.begin() + static_cast<std::ptrdiff_t>(before);
+    const auto is_end = [&](const Crossing& at) {
+      return Within(OnPlane(at.place - end.place), tol_);
+    };
+    found.erase(std::remove_if(first, found.end(),
+                               [&](const Crossing& at) {
+                                 return !is_end(at) && (!crossing || SameParameters(at, end, tol_));
+                               }),
+                found.end());
+    if (std::none_of(first, found.end(), is_end)) found.push_back(end);
+  }
+
+  // As the filter by ends sees it.
+  bool InBounds(double u) const {
+    if (u >= -kEndSlack && 1.0 + kEndSlack >= u) return true;
+    return Within(OnPlane(Planar(evaluator_.Position(u)) - ends_[u < 0.0 ? 0 : 1]), tol_);
+  }
+
+  // Where the pieces pass an end of the carrier on this approach; nowhere if they do not.
+  Place FootOfEnd(Approach hits) const {
+    Place best;
+    for (const Hit& hit : hits) {
+      const auto try_from = [&](double start) {
+        for (const Vec2 end : ends_) {
+          if (!Contains(hit.piece->box, end, tol_)) continue;
+          const double t = RefineNearest(hit.piece->bezier, end, start);
+          const double gap = Length(PointAt(hit.piece->bezier, t) - end);
+          if (t >= hit.contact.low && hit.contact.high >= t && tol_ >= gap &&
+              !(best.piece && gap >= best.gap))
+            best = {hit.piece, t, gap};
+        }
+      };
+      ForEachPieceEnd(hit, try_from);
+      try_from(hit.contact.t);
+    }
+    return best;
+  }
+
+  Crossing CrossingAt(const FreeFormPiece& piece, double t) const {
+    const Vec2 p = PointAt(piece.bezier, t);
+    return {ParameterOf(p), piece.ToCurve(t), false, p};
+  }
+
+  void Append(const FreeFormPiece& piece, double t, Crossings& found) const {
+    found.push_back(CrossingAt(piece, t));
   }
 
   // On the carrier between its ends and away from them.
@@ -138,8 +244,9 @@ class CarrierSearch {
     return false;
   }
 
-  const Carrier& carrier_;
-  const Evaluator& evaluator_;
+  const Carrier carrier_;
+  const Evaluator evaluator_;
+  const std::array<Vec2, 2> ends_;
   const bool bounded_;
   const double tol_;
 };
@@ -148,10 +255,7 @@ template <class Carrier, class Evaluator, class Record>
 Common Cross(const Record& record, const Curve& free_form, bool bounded, GlobalVar& g,
              Crossings& found) {
   const FreeFormPieces pieces(free_form, CompositePieces::kBezierRecords, Carrier::kMaxDegree, g);
-  const Carrier carrier(record);
-  const Evaluator evaluator(record, g);
-  return CarrierSearch<Carrier, Evaluator>(carrier, evaluator, bounded, g.epsilon)
-      .Run(pieces, found);
+  return CarrierSearch<Carrier, Evaluator>(record, bounded, g).Run(pieces, found);
 }
 
 }  // namespace

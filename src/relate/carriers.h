@@ -25,6 +25,8 @@ class LineCarrier {
 
   double Distance(Vec2 p) const { return Dot(normal_, p - origin_); }
   double DistanceSlope(const Jet& jet) const { return Dot(normal_, jet.d1); }
+  // The largest coordinate that distances are made of.
+  double Reach() const { return std::max(std::fabs(origin_.x), std::fabs(origin_.y)); }
 
   // True when control points with these smallest and largest distances cannot reach the line.
   bool Misses(const BezierPiece& piece, double tol) const {
@@ -61,6 +63,7 @@ class CircleCarrier {
     const Vec2 out = jet.p - centre_;
     return Dot(out, jet.d1) / Length(out);
   }
+  double Reach() const { return std::max(std::fabs(centre_.x), std::fabs(centre_.y)) + radius_; }
 
   // True when all control points lie inside the circle, or their box outside.
   bool Misses(const BezierPiece& piece, double tol) const {

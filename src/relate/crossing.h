@@ -2,10 +2,10 @@
 #pragma once
 
 #include <cmath>
-#include <cstddef>
 #include <cstdint>
 #include <vector>
 
+#include "foundation/point.h"
 #include "kurvo.h"
 
 namespace kurvo {
@@ -19,12 +19,16 @@ struct Crossing {
   // The curves come within the tolerance here without crossing at more than a shallow angle. All
   // touches along one run within the tolerance are one contact, and none beside a crossing.
   bool touch = false;
-  // Which pieces it was found on. Crossings of the same pieces are different points, those of
-  // neighbours may be the same joint.
-  std::size_t source = 0;
+  // Within the tolerance of both points, where crossings are still to be merged.
+  Vec2 place{};
 };
 
 using Crossings = std::vector<Crossing>;
+
+// Such crossings are one, whatever lies between.
+inline bool SameParameters(const Crossing& x, const Crossing& y, double param_tol) {
+  return param_tol >= std::fabs(x.first - y.first) && param_tol >= std::fabs(x.second - y.second);
+}
 
 inline void DropNotFinite(Crossings& crossings) {
   std::erase_if(crossings, [](const Crossing& at) {

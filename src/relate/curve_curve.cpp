@@ -123,7 +123,10 @@ class Pairing {
   // Ascending along the first curve, the arc.
   Common ArcLine(const KurvoLine& line, const KurvoArc& arc) const {
     const Common common = Swapped(CrossLineArc(line, arc, g_, found_));
-    if (found_.size() == 2 && found_[0].first > found_[1].first) std::swap(found_[0], found_[1]);
+    if (found_.size() == 2 && found_[0].first > found_[1].first) {
+      std::swap(found_[0].first, found_[1].first);
+      std::swap(found_[0].second, found_[1].second);
+    }
     return common;
   }
 

@@ -9,8 +9,6 @@
 namespace kurvo {
 namespace {
 
-constexpr double kEndSlack = 1e-6;  // of a parameter beyond an end
-
 // The point at t, where a composite goes on beyond its end along its last piece.
 Vec2 PointBeyond(const Curve& curve, double t, double end, GlobalVar& g) {
   return VisitCurve(curve,

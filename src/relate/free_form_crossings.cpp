@@ -87,7 +87,6 @@ Common CrossFreeForms(const Curve& a, const Curve& b, GlobalVar& g, Crossings& f
   const FreeFormPieces pieces_a(a, CompositePieces::kAll, kMaxPieceDegree, g);
   const FreeFormPieces pieces_b(b, CompositePieces::kAll, kMaxPieceDegree, g);
   Crossings local;
-  std::size_t source = 0;
   const auto pairs = BoxSweep(pieces_a, pieces_b, g.epsilon).Pairs();
   int64_t effort = kBaseEffort + kEffortEach * std::ssize(pairs);
   for (const PiecePair& pair : pairs) {
@@ -96,8 +95,7 @@ Common CrossFreeForms(const Curve& a, const Curve& b, GlobalVar& g, Crossings& f
         FindPieceCrossings(pair.a->bezier, pair.b->bezier, g.epsilon, effort, local);
     if (common == Common::kStretch) return common;
     for (const Crossing& at : local)
-      found.push_back({pair.a->ToCurve(at.first), pair.b->ToCurve(at.second), at.touch, source});
-    ++source;
+      found.push_back({pair.a->ToCurve(at.first), pair.b->ToCurve(at.second), at.touch, at.place});
   }
   DropRepeatedTouches(pieces_a, pieces_b, g.epsilon, found);
   return found.empty() ? Common::kNothing : Common::kPoints;

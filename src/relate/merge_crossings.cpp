@@ -3,18 +3,19 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
-#include <vector>
 
 #include "foundation/point.h"
 #include "query/position.h"
 #include "records/domain.h"
+#include "relate/one_point.h"
 
 namespace kurvo {
 namespace {
 
+constexpr int kMaxLooks = 4;  // at curves between one crossing and others at the same place
 // Of the domain: parameters further apart are different points.
-constexpr double kNeighbours = 0.01;
+constexpr double kNeighbours = 0.1;
+constexpr double kNearby = 4.0;  // epsilons between the places of one crossing, at most
 
 // Whether parameters of one curve stand for one point of it.
 class PointsOf {
@@ -22,30 +23,28 @@ class PointsOf {
   PointsOf(const Curve& curve, GlobalVar& g)
       : curve_(curve), g_(g), domain_(DomainOf(curve)), reach_(kNeighbours * domain_.width()) {}
 
-  // How far apart such parameters are at most, but across the closing joint.
-  double reach() const { return std::max(reach_, g_.epsilon); }
-  bool NearStart(double t) const { return domain_.start + reach_ >= t; }
-  bool NearEnd(double t) const { return t >= domain_.end - reach_; }
-
-  bool Neighbours(double s, double t) const {
-    const double apart = std::fabs(s - t);
-    return reach() >= apart || apart >= domain_.width() - reach_;
+  bool MayBeSame(double s, double t) const {
+    return std::max(reach_, g_.epsilon) >= std::fabs(s - t) || AcrossJoint(s, t);
   }
 
-  // A point of the curve, once it has been needed.
-  using Known = std::optional<Vec2>;
-
-  bool SamePoint(double s, Known& at_s, double t, Known& at_t) const {
+  bool SamePoint(double s, double t) const {
     if (g_.epsilon >= std::fabs(s - t)) return true;
-    const Vec2 gap = Point(s, at_s) - Point(t, at_t);
-    return g_.epsilon >= std::fabs(gap.x) && g_.epsilon >= std::fabs(gap.y);
+    const Vec2 p = PointAt(s), q = PointAt(t);
+    if (!Within(OnPlane(p - q), g_.epsilon)) return false;
+    const auto stays = [&](double from, double to) {
+      return StaysAtPoint([&](double at) { return PointAt(at); }, from, to, p, q, g_.epsilon);
+    };
+    return stays(s, t) || (AcrossJoint(s, t) && stays(domain_.start, std::min(s, t)) &&
+                           stays(std::max(s, t), domain_.end));
+  }
+
+  // Next to both ends, which are one point where the curve closes.
+  bool AcrossJoint(double s, double t) const {
+    return domain_.start + reach_ >= std::min(s, t) && std::max(s, t) >= domain_.end - reach_;
   }
 
  private:
-  Vec2 Point(double t, Known& known) const {
-    if (!known) known = Planar(PointOfCurve(curve_, t, 0, g_));
-    return *known;
-  }
+  Vec2 PointAt(double t) const { return Planar(PointOfCurve(curve_, t, 0, g_)); }
 
   const Curve& curve_;
   GlobalVar& g_;
@@ -60,59 +59,57 @@ class Merger {
 
   // Requires ascending order.
   void Run() {
-    points_.reserve(crossings_.size());
     for (const Crossing at : crossings_) {
-      Points points;
-      const std::size_t known = FindKnown(at, points);
-      const std::size_t kept = points_.size();
-      if (known == kept) {
-        crossings_[kept] = at;
-        points_.push_back(points);
-      } else if (crossings_[known].touch && !at.touch) {
-        const auto from = static_cast<std::ptrdiff_t>(known);
-        const auto first = crossings_.begin() + from;
-        std::rotate(first, first + 1, crossings_.begin() + static_cast<std::ptrdiff_t>(kept));
-        std::rotate(points_.begin() + from, points_.begin() + from + 1, points_.end());
-        crossings_[kept - 1] = at;
-        points_.back() = points;
+      const std::size_t known = FindKnown(at);
+      if (known == kept_) {
+        crossings_[kept_++] = at;
+      } else if (IsBetter(at, crossings_[known])) {
+        const auto first = crossings_.begin() + static_cast<std::ptrdiff_t>(known);
+        std::rotate(first, first + 1, crossings_.begin() + static_cast<std::ptrdiff_t>(kept_));
+        crossings_[kept_ - 1] = at;
       }
     }
-    crossings_.resize(points_.size());
+    crossings_.resize(kept_);
   }
 
  private:
-  // Of one crossing. On a composite each costs a walk over its pieces.
-  struct Points {
-    PointsOf::Known on_a;
-    PointsOf::Known on_b;
-  };
-
-  // The number of a kept crossing that is the same point: one of the last, or, where the first
-  // curve closes, of the first. The number of kept ones when there is none.
-  std::size_t FindKnown(const Crossing& at, Points& points) {
-    const std::size_t kept = points_.size();
-    for (std::size_t i = kept; i > 0 && on_a_.reach() >= at.first - crossings_[i - 1].first; --i)
-      if (Same(i - 1, at, points)) return i - 1;
-    if (!on_a_.NearEnd(at.first)) return kept;
-    for (std::size_t i = 0; i < kept && on_a_.NearStart(crossings_[i].first); ++i)
-      if (Same(i, at, points)) return i;
-    return kept;
+  // Crossings come before touches. At the closing joint of the second curve its start comes first,
+  // as that of the first curve does by the order.
+  bool IsBetter(const Crossing& at, const Crossing& known) const {
+    if (at.touch != known.touch) return known.touch;
+    return at.second < known.second && on_b_.AcrossJoint(at.second, known.second);
   }
 
-  bool Same(std::size_t i, const Crossing& y, Points& of_y) {
-    const Crossing& x = crossings_[i];
-    if (tol_ >= std::fabs(x.first - y.first) && tol_ >= std::fabs(x.second - y.second)) return true;
-    return x.source != y.source && on_a_.Neighbours(x.first, y.first) &&
-           on_b_.Neighbours(x.second, y.second) &&
-           on_a_.SamePoint(x.first, points_[i].on_a, y.first, of_y.on_a) &&
-           on_b_.SamePoint(x.second, points_[i].on_b, y.second, of_y.on_b);
+  // The number of a kept crossing that is the same point: one of the last, or, where the first
+  // curve closes, of the first. The number of kept ones when there is none. The first curve stays
+  // at a point between two crossings there, so that others between them are there too.
+  std::size_t FindKnown(const Crossing& at) const {
+    int looks = 0;
+    for (std::size_t i = kept_; i > 0 && MayBeSame(crossings_[i - 1], at); --i)
+      if (Same(crossings_[i - 1], at, looks)) return i - 1;
+    for (std::size_t i = 0; i < kept_ && MayBeSame(crossings_[i], at); ++i)
+      if (Same(crossings_[i], at, looks)) return i;
+    return kept_;
+  }
+
+  bool MayBeSame(const Crossing& x, const Crossing& y) const {
+    return tol_ >= std::fabs(x.first - y.first) ||
+           Within(OnPlane(x.place - y.place), kNearby * tol_);
+  }
+
+  bool Same(const Crossing& x, const Crossing& y, int& looks) const {
+    if (SameParameters(x, y, tol_)) return true;
+    if (!on_a_.MayBeSame(x.first, y.first) || !on_b_.MayBeSame(x.second, y.second) ||
+        !Within(OnPlane(x.place - y.place), kNearby * tol_) || ++looks > kMaxLooks)
+      return false;
+    return on_a_.SamePoint(x.first, y.first) && on_b_.SamePoint(x.second, y.second);
   }
 
   const PointsOf on_a_;
   const PointsOf on_b_;
   const double tol_;
   Crossings& crossings_;
-  std::vector<Points> points_;  // of those kept, which stand at the front
+  std::size_t kept_ = 0;  // which stand at the front
 };
 
 }  // namespace

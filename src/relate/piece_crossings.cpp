@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "relate/one_point.h"
 #include "relate/piece_overlap.h"
 #include "relate/piece_part.h"
 
@@ -22,8 +23,8 @@ constexpr int kApproachRounds = 4;
 constexpr int64_t kApproachCost = 24;  // in pairs of parts
 constexpr double kSettled = 1e-9;      // of a parameter: the next step would be rounding
 constexpr double kRestless = 1e-7;  // of a parameter: Newton's method has settled but for rounding
-constexpr double kInsideMargin = 1e-10;   // of a parameter, for roots at the joint of two parts
-constexpr double kSamePointReach = 0.01;  // parameters further apart are never the same crossing
+constexpr double kInsideMargin = 1e-10;  // of a parameter, for roots at the joint of two parts
+constexpr double kOnePointReach = 0.1;   // of parameters of one point, at most
 constexpr double kCoordinateRounding = 2e-15;  // of the largest coordinate, for subdivided points
 
 // Parameters of a point on both pieces.
@@ -81,7 +82,7 @@ class PieceSearch {
       for (const double end_b : {0.0, 1.0}) {
         const Vec2 gap = End(a_, end_a) - End(b_, end_b);
         if (tol_ >= std::fabs(gap.x) && tol_ >= std::fabs(gap.y)) {
-          Record({end_a, end_b}, false);
+          Record({end_a, end_b}, false, End(a_, end_a));
           ++shared;
         }
       }
@@ -165,14 +166,16 @@ class PieceSearch {
     const double share_b = std::clamp(Cross(between, chord_a) / det, 0.0, 1.0);
     Pair at{a.t0 + share_a * a.width(), b.t0 + share_b * b.width()};
     bool shallow = false;
-    if (!SolveCrossing(at, shallow, a, b) || !OnPiece(at.a) || !OnPiece(at.b)) return false;
-    Record(at, shallow);
+    Vec2 place;
+    if (!SolveCrossing(at, shallow, place, a, b) || !OnPiece(at.a) || !OnPiece(at.b)) return false;
+    Record(at, shallow, place);
     return Holds(a, at.a) && Holds(b, at.b);
   }
 
   // Solves A(s) = B(t); false when the iteration leaves the neighbourhood of the parts or does not
   // settle. Rounding may keep it moving a little.
-  bool SolveCrossing(Pair& at, bool& shallow, const PiecePart& a, const PiecePart& b) const {
+  bool SolveCrossing(Pair& at, bool& shallow, Vec2& place, const PiecePart& a,
+                     const PiecePart& b) const {
     for (int step = 0; step < kNewtonSteps; ++step) {
       const Jet jet_a = JetAt(a_, at.a), jet_b = JetAt(b_, at.b);
       const Vec2 gap = jet_b.p - jet_a.p;
@@ -184,6 +187,7 @@ class PieceSearch {
       const bool last = step + 1 == kNewtonSteps && kRestless >= size;
       if (!last && !(kSettled >= size)) continue;
       shallow = kShallowCrossing * (Length(jet_a.d1) * Length(jet_b.d1)) >= std::fabs(det);
+      place = jet_a.p + move.a * jet_a.d1;
       return tol_ >= Length(gap);
     }
     return false;
@@ -234,7 +238,7 @@ class PieceSearch {
 
   bool RecordTouch(const Pair& at) {
     if (!Close(at)) return false;
-    Record(at, true);
+    Record(at, true, PointAt(a_, at.a));
     CheckOverlap();
     return true;
   }
@@ -259,15 +263,22 @@ class PieceSearch {
     return false;
   }
 
-  // Two crossings are one when Newton's method gave the same root, a touch is another one where the
-  // points agree.
+  // Two crossings are one when Newton's method gave the same root, a touch or shared ends and
+  // another one where the points agree.
   bool SamePlace(const Crossing& known, const Pair& at, bool touch) const {
     const double apart_a = std::fabs(known.first - at.a), apart_b = std::fabs(known.second - at.b);
     if (tol_ >= apart_a && tol_ >= apart_b) return true;
-    if (!known.touch && !touch) return false;
-    return kSamePointReach > apart_a && kSamePointReach > apart_b &&
-           tol_ >= Length(PointAt(a_, known.first) - PointAt(a_, at.a)) &&
-           tol_ >= Length(PointAt(b_, known.second) - PointAt(b_, at.b));
+    if (!known.touch && !touch && !(IsEnd(known.first) && IsEnd(known.second))) return false;
+    return SamePointOf(a_, known.first, at.a) && SamePointOf(b_, known.second, at.b);
+  }
+
+  static bool IsEnd(double t) { return t == 0.0 || t == 1.0; }
+
+  bool SamePointOf(const BezierPiece& piece, double s, double t) const {
+    if (!(kOnePointReach >= std::fabs(s - t))) return false;
+    const Vec2 p = PointAt(piece, s), q = PointAt(piece, t);
+    return tol_ >= Length(p - q) &&
+           StaysAtPoint([&](double at) { return PointAt(piece, at); }, s, t, p, q, tol_);
   }
 
   // Roots at an end of a piece become exactly that end.
@@ -275,15 +286,39 @@ class PieceSearch {
     return kInsideMargin >= t ? 0.0 : (kInsideMargin >= 1.0 - t ? 1.0 : t);
   }
 
-  void Record(Pair at, bool touch) {
-    at = {Snapped(at.a), Snapped(at.b)};
+  // From a root next to an end to the end itself, but where that parts the points: on a large piece
+  // the way may be long. False for a root beyond an end where no common point is near.
+  bool MoveToEnds(Pair& at, const Pair& snapped) const {
+    if (Close(snapped)) {
+      at = snapped;
+      return true;
+    }
+    const Pair kept{std::clamp(at.a, 0.0, 1.0), std::clamp(at.b, 0.0, 1.0)};
+    const bool beyond_a = kept.a != at.a, beyond_b = kept.b != at.b;
+    at = kept;
+    if (Close(at)) return true;
+    if (beyond_a == beyond_b) return false;
+    if (beyond_a)
+      at.b = RefineNearest(b_, PointAt(a_, at.a), at.b);
+    else
+      at.a = RefineNearest(a_, PointAt(b_, at.b), at.a);
+    return Close(at);
+  }
+
+  // `place` is the point of the first piece.
+  void Record(Pair at, bool touch, Vec2 place) {
+    const Pair snapped{Snapped(at.a), Snapped(at.b)};
+    if (snapped.a != at.a || snapped.b != at.b) {
+      if (!MoveToEnds(at, snapped)) return;
+      place = PointAt(a_, at.a);
+    }
     const auto known =
         std::find_if(found_.begin() + static_cast<std::ptrdiff_t>(first_found_), found_.end(),
                      [&](const Crossing& c) { return SamePlace(c, at, touch); });
     if (known == found_.end())
-      found_.push_back({at.a, at.b, touch});
+      found_.push_back({at.a, at.b, touch, place});
     else if (known->touch && !touch)
-      *known = {at.a, at.b, false};
+      *known = {at.a, at.b, false, place};
   }
 
   const BezierPiece& a_;

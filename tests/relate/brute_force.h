@@ -137,6 +137,39 @@ inline Wide GapAt(const WideCurve& a, const WideCurve& b, double s, double t) {
   return nearest;
 }
 
+// How far `p` is from the curve next to a parameter.
+inline Wide GapNear(const WideCurve& curve, Wide t, const WideJet& p) {
+  const WidePiece& last = curve.back();
+  Wide nearest = HUGE_VALL;
+  for (int step = 0; step < 16; ++step) {
+    Wide move = 0;
+    AtParameter(curve, static_cast<double>(t), [&](const WidePiece& piece, Wide local) {
+      const WideJet q = piece(local);
+      if (!(Gap(p, q) < nearest)) return;
+      nearest = Gap(p, q);
+      move = piece.width * ((p.x - q.x) * q.dx + (p.y - q.y) * q.dy) / (q.dx * q.dx + q.dy * q.dy);
+    });
+    if (move == 0) break;
+    t = std::clamp(t + move, curve.front().start, last.start + last.width);
+  }
+  return nearest;
+}
+
+// Whether the second curve stays with the first all the way from one place to another.
+inline bool StayTogether(const WideCurve& a, const WideCurve& b, const Hit& from, const Hit& to,
+                         Wide tol) {
+  constexpr int kSteps = 16;
+  for (int i = 1; i < kSteps; ++i) {
+    const double share = 1.0 * i / kSteps, s = from.a + share * (to.a - from.a);
+    Wide gap = HUGE_VALL;
+    AtParameter(a, s, [&](const WidePiece& piece, Wide local) {
+      gap = std::min(gap, GapNear(b, L(from.b) + share * (L(to.b) - from.b), piece(local)));
+    });
+    if (!(tol >= gap)) return false;
+  }
+  return true;
+}
+
 struct WideHit {
   Wide a, b;  // parameters on the whole curves
   WideJet at_a, at_b;

@@ -227,41 +227,5 @@ TEST(IntersectElementary, LinesAtSmallAnglesWithAWideEpsilon) {
   }
 }
 
-// Joints of an outline that are smooth but for a small angle: a shared end is never lost, whichever
-// side the curves bend to, though the circle and the line may be closest beyond it.
-TEST(IntersectElementary, SharedEndsOfNearlySmoothJoints) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 2000; ++round) {
-    const double r = random.Uniform(.5, 50), turn = random.Uniform(-3, 3);
-    const double sweep = random.Uniform(.2, 2) * (round % 2 ? 1 : -1);
-    const double kink = std::pow(10, random.Uniform(-9, -2)) * (round % 4 < 2 ? 1 : -1);
-    const Owned arc = Arc(0, 0, r, turn, sweep);
-    const auto& block = arc.block<KurvoArc>();
-    const double x = block.start[0], y = block.start[1];
-    const double ahead = turn + (sweep > 0 ? 1 : -1) * kPi / 2 + kink;  // the arc starts this way
-    const bool backwards = round % 8 < 4;
-    Owned other;
-    if (round % 16 < 8) {
-      const double way = random.Uniform(1, 50) * (backwards ? -1 : 1);
-      other = Make(Text("l", {x, y, x + way * std::cos(ahead), y + way * std::sin(ahead)}));
-    } else {
-      const double s = random.Uniform(.5, 50);
-      const double bend = random.Uniform(.2, 2) * (backwards ? 1 : -1);
-      const double out = ahead - (bend > 0 ? 1 : -1) * kPi / 2;
-      other = Arc(x - s * std::cos(out), y - s * std::sin(out), s, out, bend);
-    }
-    for (const bool swapped : {false, true}) {
-      Globals g;
-      const Curve &a = swapped ? *other : *arc, &b = swapped ? *arc : *other;
-      const Answer got = Intersect(a, b, 3, g);
-      if (got.result == KURVO_OVERLAP) continue;  // of circles that are the same
-      EXPECT_FALSE(got.hits.empty()) << "round " << round << ", kink " << kink << ", r " << r;
-      for (const Hit& hit : got.hits)
-        EXPECT_LE(GapAt(Pieces(a), Pieces(b), hit.a, hit.b), 1.1e-6L) << "round " << round;
-    }
-  }
-}
-
 }  // namespace
 }  // namespace kurvo_test

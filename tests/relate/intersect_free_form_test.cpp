@@ -17,6 +17,9 @@ const std::string kCusp = Poly({0, 0, 1}, {0, 0, 0, 1});     // (s^2, s^3)
 const std::string kLoop = Poly({0, 0, 1}, {0, -.25, 0, 1});  // crosses itself at s = +-1/2
 const Numbers kT3 = {0, -3, 0, 4}, kT4 = {1, 0, -8, 0, 8}, kT5 = {0, 5, 0, -20, 0, 16};
 
+const std::string kTinyLoop = Poly({0, 0, 1}, {0, -1.6e-5, 0, 1});  // the same at s = +-.004
+const std::string kDrop = "b 0 0 2 2 -2 2 0 0";                     // closes at a corner
+
 // Where the loop meets y = (x - 1/4)^2 besides its double point: s = (1 - sqrt 2) / 2.
 constexpr double kLoopAgain = .75 - std::numbers::sqrt2 / 4;
 
@@ -74,6 +77,15 @@ const Case kLines[] = {
     {"5e-7 off a corner", "l -1 1.0000005 3 1.0000005", kRoof, {{.5, 1}}, "", kTouch},
     {"through the closing joint", "l 0 0 2 0", kCircle, {{.5, 0}, {-.5, 2}}},
     {"touches the closing joint", "l 1 -1 1 1", kCircle, {{.5, 0}}, "", kTouch},
+    {"touches the joint of one piece", "l -1 0 1 0", kDrop, {{.5, 0}}},
+    {"5e-7 off that joint", "l -1 -5e-7 1 -5e-7", kDrop, {{.5, 0}}, "", kTouch},
+    {"through that joint", "l -1 -.5 1 .5", kDrop, {{.5, 0}}},
+    {"through that joint and across", "l 0 -1 0 3", kDrop, {{.25, 0}, {.625, .5}}},
+    {"across a loop of 16 epsilons", "l 1.6e-5 -1 1.6e-5 1", kTinyLoop, {{.5, .502}, {.5, .498}}},
+    {"two crossings within epsilon", "l -1 0 1 0", Poly({0, 1e-3}, {-1.6e-10, 0, 1e-3}),
+     {{.5, .5}}, "", 1e-3},
+    {"two further apart", "l -1 0 1 0", Poly({0, 1e-3}, {-6.4e-10, 0, 1e-3}),
+     {{.5 - 4e-7, .4996}, {.5 + 4e-7, .5004}}, "", kTouch},
     {"domain of its own", "l 0 .25 1 .25", "B -1 1 0 -1 1 1 | 2 2 2 5 5 5",
      {{.5, 4.25}, {-.5, 2.75}}},
     {"composite", "l 1 -1 1 5", "c .5 3 2 (b 0 0 2 2)(l 2 2 0 2)(b 0 2 2 4)",
@@ -124,6 +136,11 @@ const Case kPairs[] = {
      {{0, 0}, {1, 1}, {.5, .5}}},
     {"starts 5e-7 apart", "b 0 0 1 2 3 3", "b 5e-7 0 2 1 3 -1", {{0, 0}}, "", kTouch},
     {"starts part slowly", "b 0 0 1 0 2 0 3 1", "b 0 0 1 0 2 0 3 2", {{0, 0}}},
+    {"ends within epsilon of a crossing", "b 0 0 1e-3 0 2e-3 0",
+     "b .0019994 0 .0019994 5e-4 1e-3 1e-3", {{1, 0}}},
+    {"through the joint of one piece", kDrop, "b -1 -.5 0 0 1 .5", {{0, .5}}},
+    {"joints of one piece on each other", kDrop, "b 0 0 2 -2 -2 -2 0 0", {{0, 0}}},
+    {"across a loop of 16 epsilons", "b 1.6e-5 -1 1.6e-5 1", kTinyLoop, {{.5, .502}, {.5, .498}}},
     {"end on the other", "b 0 0 0 1 0 2", Poly({0, 1}, {0, 0, -1}), {{0, .5}}},
     {"end 5e-7 short", "b 0 5e-7 0 1 0 2", Poly({0, 1}, {0, 0, -1}), {{0, .5}}, "", kTouch},
     {"end 5e-6 short", "b 0 5e-6 0 1 0 2", Poly({0, 1}, {0, 0, -1}), {}},
@@ -196,6 +213,47 @@ TEST(IntersectFreeForm, Pairs) {
 }
 
 }  // namespace
+// Of the parameters 0 and 1 of a closing joint the first is listed, on either side of a call.
+TEST(IntersectFreeForm, ClosingJointsCountAtTheStart) {
+  const std::string closed[] = {kDrop,
+                                "r 0 0 1 2 2 2 -2 2 .5 0 0 1",
+                                "B 0 0 2 2 -2 2 0 0 | 0 0 0 0 1 1 1 1",
+                                "B 0 0 2 2 0 3 -2 2 0 0 | 0 0 0 0 1 2 2 2 2",
+                                "R 0 0 1 2 2 2 -2 2 .5 0 0 1 | 0 0 0 0 1 1 1 1",
+                                "c 4 (" + kDrop + ")",
+                                "c 1 2 (b 0 0 1 1 0 2)(b 0 2 -1 1 0 0)"};
+  for (const std::string& text : closed)
+    for (const char* other : {"l -1 -.5 1 .5", "l -1 0 1 0", "l 1 -7e-7 -1 -7e-7", "a 0 -1 1 1 1.5",
+                              "b -1 -.5 0 0 1 .5", "b -1 0 0 0 1 0"})
+      for (const bool swap : {false, true}) {
+        const Owned a = Make(text), b = Make(other);
+        Globals g;
+        const std::vector<Hit> hits =
+            (swap ? Intersect(*b, *a, 3, g) : Intersect(*a, *b, 3, g)).hits;
+        ASSERT_EQ(hits.size(), 1U) << text << '\n' << other << ' ' << swap;
+        EXPECT_NEAR(swap ? hits[0].b : hits[0].a, 0, 1e-6) << text << '\n' << other << ' ' << swap;
+      }
+}
+
+// The spokes of a star, to and fro through its centre: passing a place again is no repetition.
+TEST(IntersectFreeForm, EveryPassThroughOnePlaceCounts) {
+  constexpr int kSpokes = 300;
+  std::string spokes;
+  for (int i = 0; i < kSpokes; ++i) {
+    const double angle = 3.1 * i / kSpokes + (i % 2 ? kPi : 0) + .01;
+    const double x = std::cos(angle), y = std::sin(angle);
+    spokes += Text("(b", {-x, -y, x, y}) + ")";
+  }
+  const Owned star = Make(Text("c", Numbers(kSpokes, 1)) + spokes);
+  for (const char* other : {"l -1 0 1 0", "b -1 0 1 0"})
+    for (const bool swap : {false, true}) {
+      Globals g;
+      const Owned cv = Make(other);
+      EXPECT_EQ((swap ? Intersect(*cv, *star, 3, g) : Intersect(*star, *cv, 3, g)).hits.size(),
+                std::size_t{kSpokes});
+    }
+}
+
 // A parabola that dips below the axis by less than epsilon, between x = -.01 and .01: at angles of
 // less than 1e-4 radians the two crossings are one contact.
 TEST(IntersectFreeForm, CrossingsAtLessThan1e4RadiansTouch) {

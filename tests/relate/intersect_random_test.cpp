@@ -1,86 +1,11 @@
 // Intersections of random curves against brute force: every pair of kinds, size and mode.
 #include "relate/brute_force.h"
+#include "relate/random_curves.h"
 
 namespace kurvo_test {
 namespace {
 
 constexpr double kSteep = 1e-3;  // radians: crossings at more must be found
-
-class Generator {
- public:
-  explicit Generator(double size) : size_(size) {}
-
-  std::string Curve(char kind) {
-    switch (kind) {
-      case 'l':
-        return Text("l", Points(2, false));
-      case 'a': {
-        const double sweep = random_.Uniform(.3, 6) * (Chance(.5) ? 1 : -1);
-        return Text("a", {Place(), Place(), random_.Uniform(.2, .6) * size_, random_.Uniform(-3, 3),
-                          sweep});
-      }
-      case 'b':
-        return Text("b", Points(Count(2, 7), false));
-      case 'r':
-        return Text("r", Points(Count(2, 5), true));
-      case 'B':
-      case 'R': {
-        const int order = Count(2, 5), count = order + Count(0, 6);
-        const std::string points = Text({kind}, Points(count, kind == 'R'));
-        return Text(points + " |", Knots(order, count));
-      }
-      default:
-        return Composite();
-    }
-  }
-
-  bool Chance(double share) { return random_.Uniform(0, 1) < share; }
-  double Uniform(double low, double high) { return random_.Uniform(low, high); }
-  std::string Trace() const { return random_.Trace(); }
-
- private:
-  double Place() { return random_.Uniform(0, size_); }
-  int Count(int low, int high) { return static_cast<int>(random_.Uniform(low, high + 1)); }
-
-  Numbers Points(int count, bool rational) {
-    Numbers points;
-    for (int i = 0; i < count; ++i) {
-      points.insert(points.end(), {Place(), Place()});
-      if (rational) points.push_back(random_.Uniform(.3, 2));
-    }
-    return points;
-  }
-
-  // Over [2, 5] or so, clamped or not, with double knots now and then.
-  Numbers Knots(int order, int count) {
-    const bool clamped = Chance(.7);
-    Numbers knots;
-    double u = 2;
-    for (int i = 0; i < order + count; ++i) {
-      const bool end = i < order || i > count;
-      if (i > 0 && !(clamped && end) && !(order > 2 && !end && Chance(.2)))
-        u += random_.Uniform(.2, 1);
-      knots.push_back(u);
-    }
-    return knots;
-  }
-
-  // Of one to three pieces, joined or not.
-  std::string Composite() {
-    Numbers widths;
-    std::string pieces;
-    for (int count = Count(1, 3); count > 0; --count) {
-      widths.push_back(random_.Uniform(.2, 2));
-      pieces += '(';
-      pieces += Curve(Chance(.5) ? 'b' : 'r');
-      pieces += ')';
-    }
-    return Text("c", widths) + pieces;
-  }
-
-  Random random_;
-  const double size_;
-};
 
 // How curves are asked for that differs from how they are.
 struct Form {
@@ -244,8 +169,8 @@ TEST_P(IntersectRandom, AgreesWithBruteForce) {
   constexpr int kPairs = 6;
   Generator generator(GetParam());
   SCOPED_TRACE(generator.Trace());
-  for (const char a : std::string("larbBRc"))
-    for (const char b : std::string("larbBRc"))
+  for (const char a : kKinds)
+    for (const char b : kKinds)
       for (int i = 0; i < kPairs && !HasFailure(); ++i)
         Pair(generator.Curve(a), generator.Curve(b), GetParam()).Check();
 }

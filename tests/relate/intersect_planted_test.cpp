@@ -1,0 +1,298 @@
+// Intersections of curves of every pair of kinds and many sizes that share a planted point, or
+// nearly, against brute force: ends in common, ends on the other curve, touches and near touches.
+//   KURVO_PAIRS=1000000  as many pairs, for the long form
+#include <cstdio>
+#include <cstdlib>
+
+#include "relate/brute_force.h"
+#include "relate/random_curves.h"
+
+namespace kurvo_test {
+namespace {
+
+constexpr Wide kTol = 1e-6L;    // epsilon
+constexpr Wide kSteep = 1e-3L;  // radians: crossings at more must be found
+
+struct Tally {
+  int64_t pairs = 0, overlaps = 0, wanted = 0, found = 0, hits = 0, wrong = 0, repeated = 0;
+
+  void Print() const {
+    std::printf(
+        "%lld pairs, %lld overlaps; of %lld common points %lld found; of %lld points listed "
+        "%lld wrong, %lld listed twice\n",
+        static_cast<long long>(pairs), static_cast<long long>(overlaps),
+        static_cast<long long>(wanted), static_cast<long long>(found), static_cast<long long>(hits),
+        static_cast<long long>(wrong), static_cast<long long>(repeated));
+  }
+};
+
+// One pair of curves asked for in one mode.
+class Question {
+ public:
+  Question(const Owned& a, const Owned& b, int mode, double size, std::string trace, Tally& tally)
+      : a_(a), b_(b), mode_(mode), trace_(std::move(trace)), tally_(tally) {
+    const double reach = 4 * size;
+    wide_a_ = Pieces(*a_, mode == 1 || mode == 3, reach);
+    wide_b_ = Pieces(*b_, mode == 2 || mode == 3, reach);
+    rounding_ = 8 * kUlp * std::max(Reach(wide_a_), Reach(wide_b_));
+    limit_ = 1.05L * kTol + rounding_;
+    Globals g;
+    answer_ = Intersect(*a_, *b_, mode, g);
+    EXPECT_EQ(KurvoErrGet(&g), 0) << Trace();
+    ++tally_.pairs;
+    tally_.hits += std::ssize(answer_.hits);
+  }
+
+  // A place where the curves come within the tolerance: some point of that run must be listed, the
+  // place itself where a free-form curve has an end in common.
+  void Wants(const Hit& place, bool common_end) {
+    if (Overlaps()) return;
+    const bool itself = common_end && !(Elementary(*a_) && Elementary(*b_));
+    Note(AnyHit([&](const Hit& hit) {
+           return SamePlace(hit, place) || (!itself && OneRun(place, hit));
+         }),
+         place, "planted");
+  }
+
+  // All steep crossings by brute force, each once.
+  void WantsCrossings() {
+    if (Overlaps()) return;
+    const std::vector<WideHit> wanted = BruteForce(wide_a_, wide_b_);
+    for (const WideHit& want : wanted) {
+      const Hit place{static_cast<double>(want.a), static_cast<double>(want.b)};
+      if (!want.inside || want.angle <= kSteep) continue;
+      // Lines and circles that run into each other by less than the tolerance touch.
+      const bool touch = Elementary(*a_) && Elementary(*b_);
+      Note(AnyHit([&](const Hit& hit) {
+             return SamePlace(hit, place, rounding_ / want.angle) || (touch && OneRun(place, hit));
+           }),
+           place, "crossing");
+    }
+    for (const Hit& hit : answer_.hits) {
+      const Wide gap = GapAt(wide_a_, wide_b_, hit.a, hit.b);
+      if (gap <= 1.5L * kTol) continue;
+      ++tally_.wrong;
+      ADD_FAILURE() << Trace() << "\nwrong at " << hit.a << ' ' << hit.b << ", gap " << gap;
+    }
+    std::vector<Hit> hits = answer_.hits;
+    for (Hit& hit : hits) hit = {Folded(*a_, hit.a), Folded(*b_, hit.b)};
+    for (const Hit& hit : hits) {
+      const auto once = std::none_of<const Hit*>(hits.data(), &hit, [&](const Hit& other) {
+        return StaysAt(wide_a_, hit.a, other.a) && StaysAt(wide_b_, hit.b, other.b);
+      });
+      tally_.repeated += once ? 0 : 1;
+      EXPECT_TRUE(once) << Trace() << "\nlisted twice: " << hit.a << ' ' << hit.b;
+    }
+  }
+
+ private:
+  // The end of a closed curve is its start.
+  static double Folded(const Curve& cv, double t) {
+    const auto [start, length] = Domain(cv);
+    const WideCurve wide = Pieces(cv);
+    const bool closed = !Elementary(cv) && Apart(wide, start, start + length) < kTol;
+    return closed && t > start + (1 - 1e-9) * length ? start : t;
+  }
+
+  static bool Elementary(const Curve& cv) { return cv.type == CV_LINE || cv.type == CV_ARC; }
+
+  template <class Is>
+  bool AnyHit(Is&& is) const {
+    return std::any_of(answer_.hits.begin(), answer_.hits.end(), is);
+  }
+
+  static WideJet At(const WideCurve& curve, double t) {
+    WideJet at{};
+    AtParameter(curve, t, [&](const WidePiece& piece, Wide local) { at = piece(local); });
+    return at;
+  }
+  static Wide Apart(const WideCurve& curve, double s, double t) {
+    return Gap(At(curve, s), At(curve, t));
+  }
+  bool SamePlace(const Hit& p, const Hit& q, Wide slack = 0) const {
+    const Wide reach = 1.5L * limit_ + slack;
+    return Apart(wide_a_, p.a, q.a) <= reach && Apart(wide_b_, p.b, q.b) <= reach;
+  }
+  // The largest coordinate that comes up.
+  static Wide Reach(const WideCurve& curve) {
+    Wide reach = 0;
+    for (const WidePiece& piece : curve) {
+      reach = std::max(reach, std::fabs(piece.cx) + std::fabs(piece.cy) + piece.r);
+      for (const WidePoint& p : piece.points)
+        reach = std::max({reach, std::fabs(p.x / p.w), std::fabs(p.y / p.w)});
+    }
+    return reach;
+  }
+  // No further than the tolerance from one parameter to another.
+  static bool StaysAt(const WideCurve& curve, double s, double t) {
+    constexpr int kSteps = 16;
+    for (int i = kSteps; i > 0; --i)
+      if (!(Apart(curve, s, s + (t - s) * i / kSteps) < .9L * kTol)) return false;
+    return true;
+  }
+  bool OneRun(const Hit& p, const Hit& q) const {
+    return StayTogether(wide_a_, wide_b_, p, q, limit_) &&
+           StayTogether(wide_b_, wide_a_, {p.b, p.a}, {q.b, q.a}, limit_);
+  }
+
+  // Some stretch that the curves have in common, longer than the tolerance, is there when they are
+  // said to overlap.
+  bool Overlaps() {
+    if (answer_.result != KURVO_OVERLAP) return false;
+    if (judged_) return true;
+    judged_ = true;
+    ++tally_.overlaps;
+    constexpr int kSamples = 512;
+    const auto [start, length] = Domain(*a_);
+    const auto [start_b, length_b] = Domain(*b_);
+    int run = 0;
+    for (int i = 0; i <= kSamples && run < 2; ++i) {
+      const WideJet p = At(wide_a_, start + length * i / kSamples);
+      Wide gap = HUGE_VALL;
+      for (int j = 0; j <= 16; ++j)
+        gap = std::min(gap, GapNear(wide_b_, start_b + length_b * j / 16, p));
+      run = gap <= limit_ ? run + 1 : 0;
+    }
+    tally_.wrong += run < 2 ? 1 : 0;
+    EXPECT_GE(run, 2) << Trace() << "\nno overlap";
+    return true;
+  }
+
+  void Note(bool found, const Hit& place, const char* what) {
+    ++tally_.wanted;
+    tally_.found += found ? 1 : 0;
+    EXPECT_TRUE(found) << Trace() << "\nlost: " << what << " at " << place.a << ' ' << place.b;
+  }
+
+  std::string Trace() const {
+    Numbers hits;
+    for (const Hit& hit : answer_.hits) hits.insert(hits.end(), {hit.a, hit.b});
+    return trace_ + "\nmode " + std::to_string(mode_) + ", result " +
+           std::to_string(answer_.result) + Text(":", hits);
+  }
+
+  const Owned &a_, &b_;
+  const int mode_;
+  const std::string trace_;
+  Tally& tally_;
+  WideCurve wide_a_, wide_b_;
+  Wide rounding_ = 0;  // of coordinates
+  Wide limit_ = kTol;
+  Answer answer_;
+  bool judged_ = false;
+};
+
+// Both curves of a pair, and how they are turned round.
+struct Planted {
+  char kind_a, kind_b;
+  Passage a, b;
+  bool reversed_a = false, reversed_b = false;
+
+  // Lines at an angle of less than epsilon run together, whatever their size.
+  bool Parallel() const {
+    return kind_a == 'l' && kind_b == 'l' &&
+           std::fabs(std::remainder(a.turn - b.turn, kPiL)) < 2e-6;
+  }
+
+  void Ask(Tally& tally, bool meet = true) const {
+    if (Parallel()) return;
+    const std::string text_a = Through(kind_a, a), text_b = Through(kind_b, b);
+    const Owned cv_a = Make(text_a), cv_b = Make(text_b);
+    Hit place{ParameterThrough(*cv_a, a), ParameterThrough(*cv_b, b)};
+    const auto turn_round = [](const Owned& cv, double& t) {
+      Reverse(*const_cast<Curve*>(cv.get()));
+      t = Mirrored(*cv, t);
+    };
+    if (reversed_a) turn_round(cv_a, place.a);
+    if (reversed_b) turn_round(cv_b, place.b);
+    Question question(
+        cv_a, cv_b, 3, a.size,
+        text_a + (reversed_a ? " reversed\n" : "\n") + text_b + (reversed_b ? " reversed" : ""),
+        tally);
+    if (meet) question.Wants(place, !a.inside && !b.inside);
+    question.WantsCrossings();
+  }
+};
+
+double Decade(Random& random, double low, double high) {
+  return std::pow(10, random.Uniform(low, high)) * (random.Uniform(0, 1) < .5 ? -1 : 1);
+}
+
+// Through one random point, `angle` radians apart.
+Planted PlantedPair(Random& random, char kind_a, char kind_b, double size, double angle) {
+  const auto bend = [&] { return random.Uniform(.1, .6) * (random.Uniform(0, 1) < .5 ? -1 : 1); };
+  const double turn = random.Uniform(-3, 3), x = random.Uniform(-size, size);
+  const double y = random.Uniform(-size, size), other = turn + angle;
+  const double back = random.Uniform(0, 1) < .5 ? std::numbers::pi : 0;
+  Planted pair{kind_a,
+               kind_b,
+               {x, y, turn, size, bend()},
+               {x, y, other + back, size * random.Uniform(.3, 3), bend()}};
+  pair.a.closed = random.Uniform(0, 1) < .3;
+  pair.reversed_a = random.Uniform(0, 1) < .5;
+  pair.reversed_b = random.Uniform(0, 1) < .5;
+  return pair;
+}
+
+// Common ends and ends on the other curve: never lost, whatever the angle.
+TEST(IntersectPlanted, CommonEnds) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  Tally tally;
+  for (const char kind_a : kKinds)
+    for (const char kind_b : kKinds)
+      for (const double size : {1e-3, 1e-2, 1., 1e3, 1e6})
+        for (int decade = -9; decade <= 0; ++decade)
+          for (const int inside : {0, 1, 2}) {
+            const double sign = random.Uniform(0, 1) < .5 ? -1 : 1;
+            Planted pair = PlantedPair(random, kind_a, kind_b, size, sign * std::pow(10, decade));
+            pair.a.inside = inside == 1;
+            pair.b.inside = inside == 2;
+            pair.Ask(tally);
+          }
+  EXPECT_EQ(tally.found, tally.wanted);
+}
+
+// A pair of the long form: half of them at random, the others with a common end, an end on the
+// other curve, a crossing at any angle, a touch, or nearly one.
+void AskRandom(Random& random, Generator& generator, Tally& tally) {
+  const auto pick = [&](std::size_t count) {
+    return static_cast<std::size_t>(random.Uniform(0, static_cast<double>(count)));
+  };
+  const char kind_a = kKinds[pick(kKinds.size())], kind_b = kKinds[pick(kKinds.size())];
+  const double size = std::pow(10, random.Uniform(-3, 6));
+  if (random.Uniform(0, 1) < .5) {
+    const std::string a = generator.Curve(kind_a, size),
+                      b = generator.Curve(
+                          kind_b, pick(4)
+                                      ? size
+                                      : std::max(1e-3, size * std::pow(10, random.Uniform(-3, 0))));
+    Question(Make(a), Make(b), pick(2) ? 3 : static_cast<int>(pick(4)), size, a + '\n' + b, tally)
+        .WantsCrossings();
+    return;
+  }
+  const std::size_t relation = pick(5);
+  const bool touch = relation >= 3;
+  Planted pair = PlantedPair(random, kind_a, kind_b, size, touch ? 0 : Decade(random, -9, 0));
+  pair.a.inside = relation == 1 || relation >= 2;
+  pair.b.inside = relation >= 2;
+  if (relation < 4) return pair.Ask(tally);
+  const double gap = Decade(random, -8, -4) * std::max(1., size * 1e-3);
+  pair.b.x -= gap * std::sin(pair.a.turn);
+  pair.b.y += gap * std::cos(pair.a.turn);
+  pair.Ask(tally, std::fabs(gap) < .9e-6);
+}
+
+TEST(IntersectPlanted, RandomPairs) {
+  const char* const wanted = std::getenv("KURVO_PAIRS");
+  const int64_t pairs = wanted ? std::atoll(wanted) : 4000;
+  Random random;
+  Generator generator(1);
+  SCOPED_TRACE(random.Trace());
+  Tally tally;
+  for (int64_t i = 0; i < pairs; ++i) AskRandom(random, generator, tally);
+  tally.Print();
+}
+
+}  // namespace
+}  // namespace kurvo_test
