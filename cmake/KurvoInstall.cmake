@@ -1,12 +1,13 @@
-# Installation: library and header, CMake package, pkg-config file.
+# Installation, in three components: `runtime`, what programs need; `development`, what compiling
+# them needs besides, header, link, CMake package and pkg-config file; `tools`, the client.
 include(CMakePackageConfigHelpers)
 
 set(KURVO_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Kurvo)
 
 install(TARGETS kurvo EXPORT KurvoTargets
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(EXPORT KurvoTargets NAMESPACE Kurvo:: DESTINATION ${KURVO_CMAKE_DIR})
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+install(EXPORT KurvoTargets NAMESPACE Kurvo:: DESTINATION ${KURVO_CMAKE_DIR} COMPONENT development)
 
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/KurvoConfig.cmake.in
   ${PROJECT_BINARY_DIR}/KurvoConfig.cmake
@@ -15,7 +16,7 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/KurvoConfig.cmake.in
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/KurvoConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/KurvoConfig.cmake ${PROJECT_BINARY_DIR}/KurvoConfigVersion.cmake
-  DESTINATION ${KURVO_CMAKE_DIR})
+  DESTINATION ${KURVO_CMAKE_DIR} COMPONENT development)
 
 # The .pc file finds its prefix from where it lies, so that `cmake --install --prefix` and a moved
 # tree work.
@@ -32,4 +33,4 @@ else()
   set(KURVO_PC_INCLUDEDIR "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
 endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/kurvo.pc.in ${PROJECT_BINARY_DIR}/kurvo.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/kurvo.pc DESTINATION ${KURVO_PC_DIR})
+install(FILES ${PROJECT_BINARY_DIR}/kurvo.pc DESTINATION ${KURVO_PC_DIR} COMPONENT development)

@@ -7,6 +7,8 @@
 
 #include "build/homogeneous.h"
 #include "eval/spline_point.h"
+#include "foundation/clamped_size.h"
+#include "foundation/new_array.h"
 
 namespace kurvo {
 namespace {
@@ -93,7 +95,7 @@ namespace {
 struct Size {
   int32_t max_degree;
   std::size_t spans = 0;
-  std::size_t doubles = 0;
+  ClampedSize<> doubles = 0;
 };
 
 // Adds up the size of all pieces; false for a record that cannot be right or a degree too high.
@@ -108,8 +110,9 @@ bool Measure(const Curve& curve, int level, Size& size) {
                           if (spline.order > kMaxSplineOrder || spline.order - 1 > size.max_degree)
                             return false;
                           const auto spans = static_cast<std::size_t>(CountSpans(KnotsOf(spline)));
+                          const auto order = static_cast<std::size_t>(spline.order);
                           size.spans += spans;
-                          size.doubles += spans * static_cast<std::size_t>(spline.order) * kDim;
+                          size.doubles = size.doubles + ClampedSize(kDim) * order * spans;
                           return true;
                         },
                         [&](const CompositeView& composite) {
@@ -171,7 +174,7 @@ std::optional<BezierSpans> BezierSpans::Of(const Curve& curve, int32_t max_degre
   std::vector<BezierSpan> spans;
   spans.reserve(size.spans);
   std::unique_ptr<double[]> storage;
-  if (size.doubles > 0) storage = std::make_unique_for_overwrite<double[]>(size.doubles);
+  if (size.doubles.value() > 0) storage = NewArray<double>(size.doubles.value());
   Collector(spans, storage.get()).Add(curve, 0.0, 1.0);
   return BezierSpans(std::move(spans), std::move(storage));
 }

@@ -8,6 +8,7 @@
 #include "build/interpolate_solve.h"
 #include "eval/polynomial.h"
 #include "foundation/guard.h"
+#include "foundation/new_array.h"
 #include "records/owned_curve.h"
 
 namespace kurvo {
@@ -62,7 +63,7 @@ class Interpolation {
         spline_(spline),
         largest_(LargestCoordinate(points, count)),
         scale_(ScaleFor(largest_)),
-        t_(std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(count))) {}
+        t_(NewArray<double>(static_cast<std::size_t>(count))) {}
 
   // False when no parameters give control points of a reasonable size.
   bool Run() {

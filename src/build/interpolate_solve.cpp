@@ -7,6 +7,8 @@
 #include <type_traits>
 
 #include "eval/basis_polynomials.h"
+#include "foundation/clamped_size.h"
+#include "foundation/new_array.h"
 #include "foundation/point.h"
 
 namespace kurvo {
@@ -32,8 +34,7 @@ class Elimination {
         t_(t),
         points_(points),
         scale_(scale),
-        storage_(std::make_unique_for_overwrite<double[]>(
-            static_cast<std::size_t>(order) * static_cast<std::size_t>(knots.count + order - 2))),
+        storage_(NewArray<double>(StorageSize(knots.count))),
         rows_(storage_.get() + Offset(p() - 1)),
         band_(kFixedLength ? nullptr
                            : std::make_unique<double[]>(2 * static_cast<std::size_t>(order))) {
@@ -82,6 +83,11 @@ class Elimination {
   }();
 
   int32_t p() const { return order_ - 1; }  // degree
+  // A row for each of `count` points, and the p - 1 rows of zeros before them.
+  std::size_t StorageSize(int32_t count) const {
+    const auto rows = static_cast<std::size_t>(count) + static_cast<std::size_t>(order_) - 2;
+    return (ClampedSize(rows) * static_cast<std::size_t>(order_)).value();
+  }
   std::ptrdiff_t Offset(int32_t i) const { return static_cast<std::ptrdiff_t>(order_) * i; }
   // p - 1 entries right of the diagonal, then the right-hand side.
   double* Row(int32_t i) { return rows_ + Offset(i); }

@@ -10,6 +10,8 @@
 #include "eval/pbsplinecurve.h"
 #include "eval/prationalbezcurve.h"
 #include "eval/prationalbsplinecurve.h"
+#include "foundation/clamped_size.h"
+#include "foundation/new_array.h"
 
 namespace kurvo {
 namespace {
@@ -44,7 +46,7 @@ bool OffsetFreeForm(const SplineView<kDim>& spline, OffsetTask task, OwnedSequen
   }
   const auto spans = static_cast<std::size_t>(CountSpans(KnotsOf(spline)));
   const auto order = static_cast<std::size_t>(spline.order);
-  const auto points = std::make_unique_for_overwrite<double[][kDim]>(spans * order);
+  const auto points = NewArray<double[kDim]>((ClampedSize(spans) * order).value());
   double(*next)[kDim] = points.get();
   ExtractAllBeziers(spline, [&](int32_t) {
     double(*piece)[kDim] = next;

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <memory>
 
+#include "foundation/new_array.h"
+
 namespace kurvo {
 
 // Room for `size` values, uninitialised; from the heap above kStackSize. Throws std::bad_alloc.
@@ -12,7 +14,7 @@ class WorkArea {
  public:
   explicit WorkArea(std::size_t size) {
     if (size <= kStackSize) return;
-    heap_ = std::make_unique_for_overwrite<T[]>(size);
+    heap_ = NewArray<T>(size);
     data_ = heap_.get();
   }
   WorkArea(const WorkArea&) = delete;

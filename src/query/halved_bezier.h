@@ -8,6 +8,9 @@
 #include <cstdint>
 #include <memory>
 
+#include "foundation/clamped_size.h"
+#include "foundation/new_array.h"
+
 namespace kurvo {
 
 // All pieces after some halvings, in flat arrays that are halved in place. A control point has
@@ -21,7 +24,8 @@ template <std::size_t kSize, std::size_t kStackDoubles>
 class HalvedBezier {
  public:
   explicit HalvedBezier(int32_t degree)
-      : degree_(static_cast<std::size_t>(degree)), block_size_((degree_ + 1) * kRow) {
+      : degree_(static_cast<std::size_t>(degree)),
+        block_size_((ClampedSize(degree_ + 1) * kRow).value()) {
     Reserve(1);
   }
   HalvedBezier(const HalvedBezier&) = delete;
@@ -161,9 +165,9 @@ class HalvedBezier {
 
   // Makes room for a number of blocks.
   void Reserve(std::size_t blocks) {
-    const std::size_t size = blocks * block_size_;
+    const std::size_t size = (ClampedSize(blocks) * block_size_).value();
     if (size <= capacity_) return;
-    auto grown = std::make_unique_for_overwrite<double[]>(size);
+    auto grown = NewArray<double>(size);
     if (count_ > 0) std::copy_n(blocks_, blocks / 2 * block_size_, grown.get());
     heap_ = std::move(grown);
     blocks_ = heap_.get();

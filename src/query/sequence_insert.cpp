@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <limits>
 
+#include "foundation/clamped_size.h"
 #include "foundation/error_codes.h"
 #include "foundation/point.h"
 #include "records/owned_curve.h"
@@ -33,7 +34,8 @@ bool Fits(const Curve& cv, const Cvseq& seq, int32_t index, GlobalVar& g) {
 bool OpenGap(Cvseq& seq, int32_t index) {
   const auto count = static_cast<std::size_t>(seq.count);
   Curve* old_array = seq.count > 0 ? seq.curves : nullptr;  // an empty sequence owns nothing
-  void* grown = std::realloc(old_array, (count + 1) * sizeof(Curve));
+  const auto bytes = ClampedSize(sizeof(Curve)) * (count + 1);
+  void* grown = std::realloc(old_array, bytes.value());
   if (!grown) return false;
   seq.curves = static_cast<Curve*>(grown);
   std::copy_backward(seq.curves + index, seq.curves + count, seq.curves + count + 1);

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "records/block_bytes.h"
+
 namespace kurvo {
 namespace {
 
@@ -11,23 +13,6 @@ namespace {
 template <class T>
 T* ArrayAt(void* block, std::size_t offset) {
   return static_cast<T*>(static_cast<void*>(static_cast<std::byte*>(block) + offset));
-}
-
-std::optional<std::size_t> BezierBytes(int32_t degree, std::size_t point) {
-  if (degree < 0) return std::nullopt;
-  return kBlockHeader + point * (static_cast<std::size_t>(degree) + 1);
-}
-
-std::optional<std::size_t> SplineBytes(int32_t order, int32_t count, std::size_t point) {
-  if (order < 1 || count < 0) return std::nullopt;
-  const auto k = static_cast<std::size_t>(order);
-  const auto m = static_cast<std::size_t>(count);
-  return kBlockHeader + point * m + sizeof(double) * (k + m);
-}
-
-std::optional<std::size_t> CompositeBytes(int32_t count) {
-  if (count < 0) return std::nullopt;
-  return kBlockHeader + (sizeof(Curve) + sizeof(double)) * static_cast<std::size_t>(count);
 }
 
 template <class Block, class Point>
@@ -76,24 +61,7 @@ void LayOut(int32_t type, void* memory, const BlockSizes& sizes) {
 }  // namespace
 
 std::optional<std::size_t> BlockBytes(int32_t type, const BlockSizes& sizes) {
-  static_assert(sizeof(std::size_t) >= 8, "int32_t counts of 48-byte elements need 64-bit sizes");
-  switch (type) {
-    case CV_LINE:
-    case CV_ARC:
-      return kBlockHeader;
-    case CV_BEZIER:
-      return BezierBytes(sizes.degree, sizeof(Coord));
-    case CV_RBEZIER:
-      return BezierBytes(sizes.degree, sizeof(HCoord));
-    case CV_BSPLINE:
-      return SplineBytes(sizes.order, sizes.count, sizeof(Coord));
-    case CV_RBSPLINE:
-      return SplineBytes(sizes.order, sizes.count, sizeof(HCoord));
-    case CV_SEGCV:
-      return CompositeBytes(sizes.count);
-    default:
-      return std::nullopt;
-  }
+  return BlockBytesIn<std::size_t>(type, sizes);
 }
 
 bool AllocateBlock(Curve& cv, int32_t type, const BlockSizes& sizes, std::size_t bytes) noexcept {

@@ -18,7 +18,8 @@ struct BlockSizes {
   int32_t count = 0;   // control points of B-spline kinds, pieces of a composite
 };
 
-// Bytes of the block of a curve; nothing for an unknown type or sizes that cannot be.
+// Bytes of the block of a curve; nothing for an unknown type or sizes that cannot be. A block for
+// which there is no address space has the largest size_t, which AllocateBlock never gets.
 std::optional<std::size_t> BlockBytes(int32_t type, const BlockSizes& sizes);
 
 // Gives `cv`, whatever it held, a new block of `bytes` = BlockBytes(type, sizes) with its sizes and

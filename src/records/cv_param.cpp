@@ -2,6 +2,7 @@
 #include <cstddef>
 #include <cstdlib>
 
+#include "foundation/clamped_size.h"
 #include "kurvo.h"
 
 extern "C" {
@@ -12,8 +13,8 @@ void KurvocrInitCvParam(CvParam* list) noexcept {
 
 void KurvocrMallocCvParam(CvParam* list) noexcept {
   if (!list || list->count <= 0) return;
-  const auto bytes = static_cast<std::size_t>(list->count) * sizeof(double);
-  list->values = static_cast<double*>(std::malloc(bytes));
+  const auto bytes = kurvo::ClampedSize(sizeof(double)) * static_cast<std::size_t>(list->count);
+  list->values = static_cast<double*>(std::malloc(bytes.value()));
   if (!list->values) list->count = 0;  // no record claims values that it does not have
 }
 

@@ -8,6 +8,7 @@
 #include "build/homogeneous.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
+#include "foundation/new_array.h"
 #include "records/views.h"
 
 namespace kurvo {
@@ -34,8 +35,7 @@ bool SamePoints(const double (*a)[kDim], const double (*b)[kDim], int32_t count,
 // The control points of the curve raised to `degree`.
 template <std::size_t kDim>
 std::unique_ptr<double[][kDim]> Raised(const BezierView<kDim>& bezier, int32_t degree) {
-  auto points =
-      std::make_unique_for_overwrite<double[][kDim]>(static_cast<std::size_t>(degree) + 1);
+  auto points = NewArray<double[kDim]>(static_cast<std::size_t>(degree) + 1);
   std::copy_n(bezier.points[0], kDim * (static_cast<std::size_t>(bezier.degree) + 1), points[0]);
   ToHomogeneous(points.get(), bezier.degree + 1);
   for (int32_t n = bezier.degree; n < degree; ++n) ElevateDegree(points.get(), n);

@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
 # Compares the symbols of the built library with the list of the interface and with the header, and
-# looks for calls that leave the library only to come back.
+# looks for names without the interface's version, for calls that leave the library only to come
+# back, and for tables of addresses that stay writable.
 # usage: exports.sh LIBRARY LIST HEADER VERSION CC
 set -euo pipefail
 export LC_ALL=C
 
 library=$1 list=$2 header=$3 version=$4 cc=$5
+node=KURVO_${version%%.*}
 failed=0
 
 # reject TITLE NAMES: a failure when there is any name.
@@ -19,7 +21,9 @@ reject() {
 only_first() { comm -23 <(printf '%s' "$1${1:+$'\n'}") <(printf '%s' "$2${2:+$'\n'}"); }
 
 listed=$(< "$list")
-exported=$(nm -D --defined-only -P "$library" | awk '{ sub(/@.*/, "", $1); print $1 }' | sort -u)
+# NAME@@NODE; the version itself is a symbol too.
+versioned=$(nm -D --defined-only -P "$library" | awk '{ print $1 }' | grep -vx "$node" | sort -u)
+exported=$(sed 's/@.*//' <<< "$versioned" | sort -u)
 declared=$("$cc" -E -P -x c "$header" | grep -oE '\b(Kurvo|GetEpsilon)[A-Za-z0-9_]*[[:space:]]*\(' |
   tr -d ' (' | sort -u)
 # Symbols that the dynamic linker looks up by name; those of our own were bound at link time.
@@ -32,6 +36,10 @@ reject "declared in $header, but not exported (not defined, or not in $list)" \
 reject "exported, but not declared in $header" "$(only_first "$exported" "$declared")"
 reject "own names that are bound when the library is loaded, through the PLT or the GOT" \
   "$(comm -12 <(echo "$looked_up") <(echo "$exported"))"
+
+reject "exported without the version $node" "$(grep -v "@@$node\$" <<< "$versioned")"
+[[ $(readelf -lW "$library") == *GNU_RELRO* ]] || reject 'linked without' '-z relro'
+[[ $(readelf -dW "$library") == *Flags:*NOW* ]] || reject 'linked without' '-z now'
 
 missing=$(only_first "$listed" "$exported")
 if [[ ${version%%.*} == 0 ]]; then

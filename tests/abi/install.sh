@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Installs into a temporary prefix, moves it elsewhere, and builds and runs a C program against it:
-# once through find_package, once through pkg-config.
-# usage: install.sh BUILD SOURCE CMAKE CC VERSION SONAME
+# once through find_package, once through pkg-config. Looks at what each component brings.
+# usage: install.sh BUILD SOURCE CMAKE GENERATOR CC VERSION SONAME
 set -euo pipefail
 
-build=$1 source=$2 cmake=$3 cc=$4 version=$5 soname=$6
+build=$1 source=$2 cmake=$3 generator=$4 cc=$5 version=$6 soname=$7
 example=$source/examples/first_curve.c
 expected=$source/examples/first_curve.expected
 
@@ -12,14 +12,37 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 prefix=$work/elsewhere
 
+# files PREFIX...: what lies under them, the build type left out.
+files() {
+  find "$@" ! -type d -printf '%f\n' | sed -E 's/(Targets)-.*/\1-TYPE.cmake/' | sort
+}
+
 "$cmake" --install "$build" --prefix "$work/prefix" > /dev/null
+
+echo '-- components'
+# check COMPONENT FILE...: it brings these files and no others.
+check() {
+  "$cmake" --install "$build" --prefix "$work/$1" --component "$1" > /dev/null
+  mkdir -p "$work/$1"
+  diff -u --label "expected of $1" --label installed \
+    <(for file in "${@:2}"; do echo "$file"; done | sort) <(files "$work/$1")
+}
+client=()
+[[ ! -x $work/prefix/bin/kurvo ]] || client=(kurvo)
+check runtime "$soname" "libkurvo.so.$version"
+check development kurvo.h libkurvo.so kurvo.pc KurvoConfig.cmake KurvoConfigVersion.cmake \
+  KurvoTargets.cmake KurvoTargets-TYPE.cmake
+check tools "${client[@]}"
+diff -u <(files "$work/prefix") <(files "$work/runtime" "$work/development" "$work/tools")
+
 mv "$work/prefix" "$prefix"
 library=$(find "$prefix" -name "$soname")
 libdir=$(dirname "$library")
 
 echo '-- find_package'
-"$cmake" -S "$source/tests/abi/consumer" -B "$work/consumer" -G Ninja -DCMAKE_C_COMPILER="$cc" \
-  -DCMAKE_PREFIX_PATH="$prefix" -DKURVO_VERSION="$version" -DKURVO_EXAMPLE="$example" > /dev/null
+"$cmake" -S "$source/tests/abi/consumer" -B "$work/consumer" -G "$generator" \
+  -DCMAKE_C_COMPILER="$cc" -DCMAKE_PREFIX_PATH="$prefix" -DKURVO_VERSION="$version" \
+  -DKURVO_EXAMPLE="$example" > /dev/null
 "$cmake" --build "$work/consumer"
 diff "$expected" <("$work/consumer/consumer")
 
