@@ -7,7 +7,7 @@
 
 #include "build/arc_recognition.h"
 #include "build/convert_from.h"
-#include "build/new_records.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 namespace {

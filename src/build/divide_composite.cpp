@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "build/copied_curve.h"
 #include "build/cut_curve.h"
-#include "build/widths.h"
+#include "records/copied_curve.h"
+#include "records/widths.h"
 
 namespace kurvo {
 

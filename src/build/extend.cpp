@@ -1,18 +1,19 @@
 // Extension of a curve at its ends.
 #include <cmath>
 
-#include "build/casteljau_split.h"
-#include "build/copied_curve.h"
 #include "build/extend_rules.h"
-#include "build/new_records.h"
 #include "build/point_curve.h"
-#include "build/reparametrise.h"
-#include "build/well_formed.h"
+#include "control/casteljau_split.h"
+#include "control/reparametrise.h"
+#include "control/weights.h"
 #include "eval/parc2d.h"
 #include "eval/pline2d.h"
 #include "foundation/guard.h"
 #include "foundation/rounded_compare.h"
+#include "records/copied_curve.h"
 #include "records/domain.h"
+#include "records/new_records.h"
+#include "records/well_formed.h"
 
 namespace kurvo {
 namespace {
@@ -76,12 +77,6 @@ OwnedCurve PointOfRange(const Curve& curve, double s, GlobalVar& g) {
 }
 
 }  // namespace
-
-bool HasPositiveWeights(const double (*points)[4], int32_t count) {
-  for (int32_t i = 0; i < count; ++i)
-    if (!(Millionths(points[i][3]) > 0.0)) return false;
-  return true;
-}
 
 OwnedCurve Extended(const Curve& curve, Extension by, GlobalVar& g) {
   if (CompareRounded(by.start, 0.0) == 0 && CompareRounded(by.end, 0.0) == 0)

@@ -4,10 +4,10 @@
 
 #include "build/divide_composite.h"
 #include "build/extend_rules.h"
-#include "build/high_order_work.h"
-#include "build/new_records.h"
+#include "foundation/high_order_work.h"
 #include "foundation/rounded_compare.h"
 #include "records/domain.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 namespace {

@@ -31,8 +31,4 @@ inline OwnedCurve Refusal(GlobalVar& g, int32_t code) {
   return {};
 }
 
-// True when all weights are positive at six decimals.
-inline bool HasPositiveWeights(const double (*)[3], int32_t) { return true; }
-bool HasPositiveWeights(const double (*points)[4], int32_t count);
-
 }  // namespace kurvo

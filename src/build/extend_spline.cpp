@@ -3,10 +3,11 @@
 #include <cmath>
 
 #include "build/extend_rules.h"
-#include "build/knot_insertion.h"
-#include "build/new_records.h"
+#include "control/knot_insertion.h"
+#include "control/weights.h"
 #include "foundation/rounded_compare.h"
 #include "records/domain.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 namespace {

@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "build/well_formed.h"
 #include "eval/with_evaluator.h"
 #include "foundation/guard.h"
+#include "records/well_formed.h"
 
 namespace kurvo {
 namespace {

@@ -1,9 +1,9 @@
 // Curves that are a single point.
 #include "build/point_curve.h"
 
-#include "build/copied_curve.h"
-#include "build/new_records.h"
 #include "foundation/point.h"
+#include "records/copied_curve.h"
+#include "records/new_records.h"
 #include "records/views.h"
 
 namespace kurvo {

@@ -1,5 +1,5 @@
 // Moving one end of a curve, the rest of it staying where it is as far as it can.
-#include "eval/spline_point.h"
+#include "control/spline_point.h"
 #include "foundation/guard.h"
 #include "foundation/work_area.h"
 #include "records/writable.h"

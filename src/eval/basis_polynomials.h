@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <type_traits>
 
-#include "eval/knot_spans.h"
+#include "control/knot_spans.h"
 #include "eval/polynomial.h"
 
 namespace kurvo {

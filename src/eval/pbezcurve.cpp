@@ -1,7 +1,8 @@
 // Evaluator of a Bezier curve.
 #include "eval/pbezcurve.h"
 
-#include "eval/bezier_point.h"
+#include "control/bezier_point.h"
+#include "eval/offset_free_form.h"
 
 namespace kurvo {
 
@@ -28,6 +29,11 @@ Incidence PBezCurve::Parameter(Vec3 p, double& t) const {
   if (HasFootPoints()) return ParameterOnBezier(*this, p, t);
   Fail(g_, KURVO_ERR_CURVE);
   return Incidence::kOn;
+}
+
+bool PBezCurve::Offset(Vec3 normal, double distance, double tolerance,
+                       OwnedSequence& pieces) const {
+  return OffsetFreeForm(bezier_, normal, distance, tolerance, pieces, g_);
 }
 
 NearestOnCurve PBezCurve::NearestPoint(Vec3 p) const {

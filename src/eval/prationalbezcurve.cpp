@@ -1,7 +1,9 @@
 // Evaluator of a rational Bezier curve.
 #include "eval/prationalbezcurve.h"
 
-#include "eval/bezier_point.h"
+#include "control/bezier_point.h"
+#include "control/weights.h"
+#include "eval/offset_free_form.h"
 
 namespace kurvo {
 
@@ -38,6 +40,11 @@ Incidence PRationalBezCurve::Parameter(Vec3 p, double& t) const {
   if (HasFootPoints()) return ParameterOnBezier(*this, p, t);
   Fail(g_, KURVO_ERR_CURVE);
   return Incidence::kOn;
+}
+
+bool PRationalBezCurve::Offset(Vec3 normal, double distance, double tolerance,
+                               OwnedSequence& pieces) const {
+  return OffsetFreeForm(bezier_, normal, distance, tolerance, pieces, g_);
 }
 
 NearestOnCurve PRationalBezCurve::NearestPoint(Vec3 p) const {

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <limits>
 
-#include "eval/prationalcurve2d.h"
 #include "eval/spline_span.h"
 
 namespace kurvo {

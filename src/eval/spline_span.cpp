@@ -1,7 +1,7 @@
 // One knot span of a B-spline: its polynomials, and bounds on its distance.
 #include "eval/spline_span.h"
 
-#include "eval/bernstein.h"
+#include "control/bernstein.h"
 
 namespace kurvo {
 namespace {

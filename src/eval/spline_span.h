@@ -5,9 +5,9 @@
 #include <array>
 
 #include "calc/boxes.h"
+#include "control/spline_point.h"
 #include "eval/basis_polynomials.h"
 #include "eval/segment.h"
-#include "eval/spline_point.h"
 
 namespace kurvo {
 

@@ -6,8 +6,8 @@
 #include <cmath>
 #include <type_traits>
 
-#include "eval/bernstein.h"
-#include "eval/prationalcurve2d.h"
+#include "control/bernstein.h"
+#include "control/weights.h"
 #include "foundation/work_area.h"
 
 namespace kurvo {

@@ -3,18 +3,18 @@
 #include <cmath>
 #include <numeric>
 
-#include "build/bezier_pieces.h"
 #include "build/convert.h"
 #include "build/extend_rules.h"
-#include "build/reparametrise.h"
-#include "build/weights.h"
-#include "build/well_formed.h"
 #include "calc/arc_span.h"
+#include "control/bezier_pieces.h"
+#include "control/reparametrise.h"
+#include "control/weights.h"
 #include "foundation/guard.h"
 #include "foundation/rounded_compare.h"
 #include "foundation/work_area.h"
 #include "query/bezier_length.h"
 #include "records/domain.h"
+#include "records/well_formed.h"
 
 namespace kurvo {
 namespace {

@@ -1,6 +1,7 @@
 // Whether a curve has collapsed to a point.
 #include <optional>
 
+#include "control/one_point.h"
 #include "foundation/error_codes.h"
 #include "foundation/point.h"
 #include "records/views.h"
@@ -13,11 +14,9 @@ std::optional<Vec3> CommonPoint(const double* first, const double* last, double 
   return Spatial(first);
 }
 
-// The first control point when all others agree with it; weights do not count.
 template <std::size_t kDim>
 std::optional<Vec3> CommonPoint(const double (*points)[kDim], int32_t count, double length_tol) {
-  for (int32_t i = 1; i < count; ++i)
-    if (!CommonPoint(points[0], points[i], length_tol)) return std::nullopt;
+  if (!AreOnePoint(points, count, length_tol)) return std::nullopt;
   return Spatial(points[0]);
 }
 

@@ -3,7 +3,7 @@
 
 #include "calc/circles.h"
 #include "calc/directions.h"
-#include "eval/spline_point.h"
+#include "control/spline_point.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
 #include "records/views.h"

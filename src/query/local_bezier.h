@@ -3,8 +3,8 @@
 
 #include <optional>
 
-#include "build/bezier_pieces.h"
-#include "eval/spline_point.h"
+#include "control/bezier_pieces.h"
+#include "control/spline_point.h"
 #include "foundation/error_codes.h"
 #include "foundation/point.h"
 #include "foundation/work_area.h"

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "build/bezier_pieces.h"
 #include "calc/arc_span.h"
+#include "control/bezier_pieces.h"
 #include "foundation/error_codes.h"
 #include "foundation/reserve_more.h"
 #include "relate/piece_part.h"

@@ -4,8 +4,8 @@
 #include <type_traits>
 
 #include "build/convert.h"
-#include "build/degree_elevation.h"
-#include "build/homogeneous.h"
+#include "control/degree_elevation.h"
+#include "control/homogeneous.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
 #include "records/views.h"

@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "build/convert.h"
-#include "build/widths.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
 #include "foundation/point.h"
 #include "records/domain.h"
+#include "records/widths.h"
 
 namespace kurvo {
 namespace {

@@ -7,12 +7,12 @@
 #include <cstring>
 #include <iterator>
 
-#include "build/bezier_pieces.h"
-#include "build/casteljau_split.h"
 #include "calc/arc_span.h"
 #include "calc/boxes.h"
-#include "eval/bernstein.h"
-#include "eval/spline_point.h"
+#include "control/bernstein.h"
+#include "control/bezier_pieces.h"
+#include "control/casteljau_split.h"
+#include "control/spline_point.h"
 #include "foundation/work_area.h"
 
 namespace kurvo {

@@ -84,8 +84,8 @@ class WindingNumber {
   bool near_ = false;
   bool on_curve_ = false;
   bool leaves_boxes_ = false;
-  Vec2 first_;  // of the chain
-  Vec2 last_;   // so far, unless the last one passed by
+  Vec2 first_;                           // of the chain
+  Vec2 last_;                            // so far, unless the last one passed by
   const KurvoBezier* passed_ = nullptr;  // that one
   int passed_side_ = 0;                  // 1 above p, -1 below, 0 when it did not
 };

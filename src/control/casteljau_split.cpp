@@ -1,11 +1,11 @@
 // Bezier curves cut in two.
-#include "build/casteljau_split.h"
+#include "control/casteljau_split.h"
 
 #include <algorithm>
 #include <type_traits>
 
-#include "build/blossom.h"
-#include "build/homogeneous.h"
+#include "control/blossom.h"
+#include "control/homogeneous.h"
 
 namespace kurvo {
 namespace {

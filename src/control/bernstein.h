@@ -6,21 +6,23 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "eval/polynomial.h"
-
 namespace kurvo {
 
 // Up to this degree positions are sums of powers; from the next on, where the power basis would
 // lose more than 3^9 units in the last place, they are repeated interpolations.
 constexpr int32_t kMaxPowerBasisDegree = 9;
 
+// Up to this degree functions are written in power basis.
+constexpr std::size_t kMaxTabledDegree = 39;
+
 namespace internal {
 
-using BinomialTable = std::array<std::array<double, Polynomial::kCapacity>, Polynomial::kCapacity>;
+constexpr std::size_t kTableSize = kMaxTabledDegree + 1;
+using BinomialTable = std::array<std::array<double, kTableSize>, kTableSize>;
 
 constexpr BinomialTable MakeBinomials() {  // Pascal's triangle; exact, all below 2^53
   BinomialTable table{};
-  for (std::size_t n = 0; n < Polynomial::kCapacity; ++n) {
+  for (std::size_t n = 0; n < kTableSize; ++n) {
     table[n][0] = 1.0;
     for (std::size_t i = 1; i <= n; ++i)
       table[n][i] = table[n - 1][i - 1] + (i < n ? table[n - 1][i] : 0.0);
@@ -32,7 +34,7 @@ inline constexpr BinomialTable kBinomials = MakeBinomials();
 
 }  // namespace internal
 
-// C(n, i) for 0 <= i <= n < 40.
+// C(n, i) for 0 <= i <= n <= kMaxTabledDegree.
 constexpr double Binomial(std::size_t n, std::size_t i) { return internal::kBinomials[n][i]; }
 
 // Entry (j, i) of the Bernstein-to-power matrix of degree n, the coefficient of t^j in the
@@ -72,7 +74,7 @@ struct FixedMatrix {
 };
 
 struct GeneralMatrix {
-  static constexpr std::size_t kPoints = Polynomial::kCapacity;
+  static constexpr std::size_t kPoints = kTableSize;
   std::size_t n;
   std::size_t degree() const { return n; }
   double operator()(std::size_t j, std::size_t i) const { return BernsteinToPower(n, j, i); }
@@ -117,23 +119,20 @@ struct Vectors {
 
 }  // namespace internal
 
-// Makes each of `results` the power basis of one component of the Bezier function of degree n < 40
-// whose coefficient vectors are written by load(i, vector). The coefficient of t^j is the sum over
-// i of matrix entry times vector i, in ascending order of i.
-template <std::size_t kSize, class Load>
-void SetPowerBasis(std::size_t n, Load&& load, const std::array<Polynomial*, kSize>& results) {
-  for (Polynomial* result : results) result->Truncate(n + 1);
+// Calls store(j, vector) with the coefficient vector of t^j, in power basis, of the Bezier function
+// of degree n <= kMaxTabledDegree whose coefficient vectors are written by load(i, vector): the sum
+// over i of matrix entry times vector i, in ascending order of i.
+template <std::size_t kSize, class Load, class Store>
+void ToPowerBasis(std::size_t n, Load&& load, Store&& store) {
   internal::WithMatrix(n, [&]<class Matrix>(const Matrix& matrix) {
     const internal::Vectors<kSize, Matrix> vectors(matrix, load);
-    for (std::size_t j = 0; j <= matrix.degree(); ++j) {
-      const std::array<double, kSize> sum = internal::PowerCoefficient(j, vectors.of_point, matrix);
-      for (std::size_t c = 0; c < kSize; ++c) (*results[c])[j] = sum[c];
-    }
+    for (std::size_t j = 0; j <= matrix.degree(); ++j)
+      store(j, internal::PowerCoefficient(j, vectors.of_point, matrix));
   });
 }
 
-// The values at t of the polynomials that SetPowerBasis would make, by the same operations in the
-// same order as Value, without storing them. Requires n <= kMaxPowerBasisDegree.
+// The values at t of the polynomials with the coefficients of ToPowerBasis, by the same operations
+// in the same order as Value, without storing them. Requires n <= kMaxPowerBasisDegree.
 template <std::size_t kSize, class Load>
 std::array<double, kSize> PowerBasisValue(int32_t n, double t, Load&& load) {
   return internal::WithMatrix(static_cast<std::size_t>(n), [&]<class Matrix>(const Matrix& matrix) {

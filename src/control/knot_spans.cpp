@@ -1,5 +1,5 @@
 // Knot spans of a B-spline and the basis values on one of them.
-#include "eval/knot_spans.h"
+#include "control/knot_spans.h"
 
 #include <algorithm>
 #include <cstddef>

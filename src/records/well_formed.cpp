@@ -1,9 +1,7 @@
 // The check of a whole curve before it is taken apart.
-#include "build/well_formed.h"
+#include "records/well_formed.h"
 
 #include <algorithm>
-
-#include "eval/spline_point.h"
 
 namespace kurvo {
 namespace {

@@ -1,12 +1,12 @@
 // The Bezier pieces that free-form curves are made of.
-#include "build/bezier_pieces.h"
+#include "control/bezier_pieces.h"
 
 #include <algorithm>
 #include <cstring>
 #include <type_traits>
 
-#include "build/homogeneous.h"
-#include "eval/spline_point.h"
+#include "control/homogeneous.h"
+#include "control/spline_point.h"
 
 namespace kurvo {
 namespace {
