@@ -5,6 +5,10 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
+
+#include "control/blossom.h"
+#include "foundation/with_constant.h"
 
 namespace kurvo {
 
@@ -83,28 +87,12 @@ struct GeneralMatrix {
 // Calls use(matrix) with the matrix of degree n, fixed up to kMaxPowerBasisDegree.
 template <class Use>
 decltype(auto) WithMatrix(std::size_t n, Use&& use) {
-  switch (n) {
-    case 1:
-      return use(FixedMatrix<1>());
-    case 2:
-      return use(FixedMatrix<2>());
-    case 3:
-      return use(FixedMatrix<3>());
-    case 4:
-      return use(FixedMatrix<4>());
-    case 5:
-      return use(FixedMatrix<5>());
-    case 6:
-      return use(FixedMatrix<6>());
-    case 7:
-      return use(FixedMatrix<7>());
-    case 8:
-      return use(FixedMatrix<8>());
-    case 9:
-      return use(FixedMatrix<9>());
-    default:
-      return use(GeneralMatrix{n});
-  }
+  return WithConstant<1, 2, 3, 4, 5, 6, 7, 8, 9>(n, [&]<class Degree>(Degree degree) {
+    if constexpr (std::is_same_v<Degree, std::size_t>)
+      return use(GeneralMatrix{degree});
+    else
+      return use(FixedMatrix<Degree::value>());
+  });
 }
 
 // The coefficient vectors of a function of the matrix's degree.
@@ -167,7 +155,7 @@ std::array<double, kSize> InnerValue(int32_t n, double t, Load&& load) {
     const double ahead = u * h * static_cast<double>(n - k + 1);
     h = ahead / (static_cast<double>(k) + ahead);
     load(from_end ? n - k : k, p);
-    for (std::size_t c = 0; c < kSize; ++c) q[c] = (1.0 - h) * q[c] + h * p[c];
+    MixInto(q, p, h, q);
   }
   return q;
 }
@@ -207,15 +195,12 @@ std::array<double, kSize> ContinuedValue(int32_t n, double t, Load&& load) {
 template <std::size_t kSize, class Load>
 std::array<double, kSize> CasteljauValue(int32_t n, double t, Load&& load) {
   using Vector = std::array<double, kSize>;
-  const auto mix = [](Vector& a, const Vector& b, double s) {  // a := (1 - s) a + s b
-    for (std::size_t c = 0; c < kSize; ++c) a[c] = (1.0 - s) * a[c] + s * b[c];
-  };
   constexpr int32_t kStackDegree = 39;
   if (n <= kStackDegree) {
     Vector work[kStackDegree + 1];
     for (int32_t i = 0; i <= n; ++i) load(i, work[i]);
     for (int32_t level = n; level > 0; --level)
-      for (int32_t i = 0; i < level; ++i) mix(work[i], work[i + 1], t);
+      for (int32_t i = 0; i < level; ++i) MixInto(work[i], work[i + 1], t, work[i]);
     return work[0];
   }
   return t < 0.0 || t > 1.0 ? internal::ContinuedValue<kSize>(n, t, load)

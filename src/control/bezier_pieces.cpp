@@ -3,56 +3,13 @@
 
 #include <algorithm>
 #include <cstring>
-#include <type_traits>
 
+#include "control/blossom.h"
 #include "control/homogeneous.h"
 #include "control/spline_point.h"
 
 namespace kurvo {
 namespace {
-
-template <std::size_t kDim>
-void Mix(double (&a)[kDim], const double (&b)[kDim], double s) {  // a := (1 - s) a + s b
-  for (std::size_t c = 0; c < kDim; ++c) a[c] = (1.0 - s) * a[c] + s * b[c];
-}
-
-// Boehm's knot insertion (Computer-Aided Design 12, 1980) on one span [u[0], u[1]]: raises first
-// its left knot, then its right one to full multiplicity. In the blossom f of the span, with p = k
-// - 1,
-//   e[q] starts as  f(u[q+1-p], ..., u[q]),
-//   then becomes    f(u[0] p-q times, u[1], ..., u[q]),
-//   and ends as     f(u[0] p-q times, u[1] q times), the Bezier point q.
-template <std::size_t kDim, class Order>
-void RaiseKnots(Order k, const double* u, double (*e)[kDim]) {
-  const int32_t p = k - 1;
-  if (u[1 - p] != u[0]) {
-    for (int32_t r = 1; r < p; ++r)
-      for (int32_t q = 0; q < p - r; ++q)
-        Mix(e[q], e[q + 1], (u[0] - u[q + r - p]) / (u[q + 1] - u[q + r - p]));
-  }
-  if (u[p] != u[1]) {
-    for (int32_t s = 1; s < p; ++s)
-      for (int32_t q = p; q > s; --q)
-        Mix(e[q], e[q - 1], (u[1 + q - s] - u[1]) / (u[1 + q - s] - u[0]));
-  }
-}
-
-template <int32_t kOrder>
-using OrderConstant = std::integral_constant<int32_t, kOrder>;
-
-template <std::size_t kDim>
-void RaiseKnotsOfOrder(int32_t k, const double* u, double (*e)[kDim]) {
-  switch (k) {  // the common orders are unrolled
-    case 1:
-      return;
-    case 3:
-      return RaiseKnots(OrderConstant<3>(), u, e);
-    case 4:
-      return RaiseKnots(OrderConstant<4>(), u, e);
-    default:
-      return RaiseKnots(k, u, e);
-  }
-}
 
 template <std::size_t kDim>
 void CopyPoint(const double (&from)[kDim], double (&to)[kDim]) {
@@ -78,7 +35,7 @@ void ExtractBezier(const SplineView<kDim>& spline, int32_t i, double (*out)[kDim
   const bool ends_clamped = k == 1 || u[k - 1] == u[1];
   if (starts_clamped && ends_clamped) return;  // a Bezier piece already
   ToHomogeneous(out, k);
-  RaiseKnotsOfOrder(k, u, out);
+  WithOrder(k, [&](auto order) { RaiseSpanKnots(order, u, out); });
   ToCartesian(out, k);
   if (starts_clamped) CopyPoint(points[0], out[0]);  // weights must not round the ends
   if (ends_clamped) CopyPoint(points[k - 1], out[k - 1]);

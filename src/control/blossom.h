@@ -3,12 +3,25 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <iterator>
+#include <type_traits>
 
 namespace kurvo {
 
-template <std::size_t kDim>
-void MixInto(const double (&a)[kDim], const double (&b)[kDim], double share, double (&out)[kDim]) {
-  for (std::size_t c = 0; c < kDim; ++c) out[c] = (1.0 - share) * a[c] + share * b[c];
+// (1 - s) a + s b, of vectors.
+template <class Vector>
+Vector Mix(const Vector& a, const Vector& b, double s) {
+  return (1.0 - s) * a + s * b;
+}
+
+// The same, of vectors and of arrays of components, written to `out`.
+template <class Point>
+void MixInto(const Point& a, const Point& b, double s, Point& out) {
+  if constexpr (requires { a[0]; })
+    for (std::size_t c = 0; c < std::size(a); ++c) out[c] = (1.0 - s) * a[c] + s * b[c];
+  else
+    out = Mix(a, b, s);
 }
 
 // Level 0 of the triangle holds the `levels` + 1 control points of a polynomial, plain or
@@ -32,6 +45,39 @@ void ToLeftEdge(double (*points)[kDim], int32_t levels, Share&& share) {
   for (int32_t l = 1; l <= levels; ++l)
     for (int32_t q = levels - l; q >= 0; --q)
       MixInto(points[q + l - 1], points[q + l], share(l, q), points[q + l]);
+}
+
+// Both edges: `points` become the right one, left[1] to left[n] the points of the left one after
+// the first. mix(a, b) replaces a by the point between a and b. `n` is a number or, for the
+// compiler to unroll the loops, an integral constant.
+template <class Point, class Degree, class MixPoints>
+void ToBothEdges(Point* points, Degree n, Point* left, MixPoints&& mix) {
+  for (int32_t l = 1; l <= n; ++l) {
+    for (int32_t q = 0; q <= n - l; ++q) mix(points[q], points[q + 1]);
+    std::memcpy(left + l, points, sizeof(Point));
+  }
+}
+
+// Boehm's knot insertion (Computer-Aided Design 12, 1980) on one span [u[0], u[1]] of a B-spline of
+// order k: raises first its left knot, then its right one to full multiplicity. In the blossom f of
+// the span, with p = k - 1,
+//   e[q] starts as  f(u[q+1-p], ..., u[q]), the control point,
+//   then becomes    f(u[0] p-q times, u[1], ..., u[q]),
+//   and ends as     f(u[0] p-q times, u[1] q times), the Bezier point q.
+// Every step is a convex combination for ascending knots.
+template <class Point, class Order>
+void RaiseSpanKnots(Order k, const double* u, Point* e) {
+  const int32_t p = k - 1;
+  if (u[1 - p] != u[0]) {
+    for (int32_t r = 1; r < p; ++r)
+      for (int32_t q = 0; q < p - r; ++q)
+        MixInto(e[q], e[q + 1], (u[0] - u[q + r - p]) / (u[q + 1] - u[q + r - p]), e[q]);
+  }
+  if (u[p] != u[1]) {
+    for (int32_t s = 1; s < p; ++s)
+      for (int32_t q = p; q > s; --q)
+        MixInto(e[q], e[q - 1], (u[1 + q - s] - u[1]) / (u[1 + q - s] - u[0]), e[q]);
+  }
 }
 
 }  // namespace kurvo

@@ -2,35 +2,18 @@
 #include "control/casteljau_split.h"
 
 #include <algorithm>
-#include <type_traits>
 
 #include "control/blossom.h"
 #include "control/homogeneous.h"
+#include "foundation/with_constant.h"
 
 namespace kurvo {
 namespace {
 
-// n is a number or, for the compiler to unroll the common degrees, an integral constant.
+// A function of its own, so that t lies in a register: no point that is written can change it.
 template <std::size_t kDim, class Degree>
 void Split(double (*points)[kDim], Degree n, double t, double (*before)[kDim]) {
-  for (int32_t l = 1; l <= n; ++l) {
-    for (int32_t q = 0; q <= n - l; ++q) MixInto(points[q], points[q + 1], t, points[q]);
-    std::copy_n(points[0], kDim, before[l]);
-  }
-}
-
-template <std::size_t kDim>
-void SplitOfDegree(double (*points)[kDim], int32_t n, double t, double (*before)[kDim]) {
-  switch (n) {
-    case 2:
-      return Split(points, std::integral_constant<int32_t, 2>(), t, before);
-    case 3:
-      return Split(points, std::integral_constant<int32_t, 3>(), t, before);
-    case 4:
-      return Split(points, std::integral_constant<int32_t, 4>(), t, before);
-    default:
-      return Split(points, n, t, before);
-  }
+  ToBothEdges(points, n, before, [t](auto& a, const auto& b) { MixInto(a, b, t, a); });
 }
 
 }  // namespace
@@ -42,7 +25,7 @@ void SplitBezier(double (*points)[kDim], int32_t n, double t, double (*before)[k
   std::copy_n(points[n], kDim, end);
   for (int32_t i = 0; i <= n; ++i) points[i][2] = 0.0;
   ToHomogeneous(points, n + 1);
-  SplitOfDegree(points, n, t, before);
+  WithConstant<2, 3, 4>(n, [&](auto degree) { Split(points, degree, t, before); });
   ToCartesian(points, n);
   ToCartesian(before + 1, n);
   std::copy_n(end, kDim, points[n]);

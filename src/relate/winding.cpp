@@ -12,6 +12,7 @@
 #include "control/bernstein.h"
 #include "control/bezier_pieces.h"
 #include "control/casteljau_split.h"
+#include "control/load_points.h"
 #include "control/spline_point.h"
 #include "foundation/work_area.h"
 
@@ -121,20 +122,13 @@ class AreaOfBezier {
   static constexpr double kNoise = 1e-14;  // relative to the square of the largest distance from q
   static constexpr int kMaxDepth = 8;
 
-  using Homogeneous = std::array<double, 3>;
-
-  Homogeneous Load(int32_t i) const {
-    const Vec2 p = Planar(points_[i]) - q_;
-    const double w = kDim == 4 ? points_[i][kDim - 1] : 1.0;
-    return {w * p.x, w * p.y, w};
-  }
-
   double Integrand(double t) const {
-    const Homogeneous a =
-        CasteljauValue<3>(n_, t, [this](int32_t i, Homogeneous& v) { v = Load(i); });
-    const Homogeneous d = CasteljauValue<3>(n_ - 1, t, [this](int32_t i, Homogeneous& v) {
-      const Homogeneous from = Load(i);
-      v = Load(i + 1);
+    const auto load = LoadHomogeneous(points_, q_);
+    const auto a = CasteljauValue<3>(n_, t, load);
+    const auto d = CasteljauValue<3>(n_ - 1, t, [&](int32_t i, std::array<double, 3>& v) {
+      std::array<double, 3> from;
+      load(i, from);
+      load(i + 1, v);
       for (std::size_t c = 0; c < 3; ++c) v[c] -= from[c];
     });
     return n_ * (a[0] * d[1] - a[1] * d[0]) / (a[2] * a[2]);
