@@ -6,7 +6,7 @@
 
 #include "control/blossom.h"
 #include "control/homogeneous.h"
-#include "control/spline_point.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {
@@ -54,27 +54,23 @@ struct Size {
 };
 
 // Adds up the size of all pieces; false for a record that cannot be right or a degree too high.
-bool Measure(const Curve& curve, int level, Size& size) {
-  return VisitCurve(
-      curve, Overloaded{[](const auto&) { return true; }, [](Refused) { return false; },
-                        [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
-                          ++size.spans;
-                          return bezier.degree <= size.max_degree;
-                        },
-                        [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
-                          if (spline.order > kMaxSplineOrder || spline.order - 1 > size.max_degree)
-                            return false;
-                          const auto spans = static_cast<std::size_t>(CountSpans(KnotsOf(spline)));
-                          size.spans += spans;
-                          size.doubles += spans * static_cast<std::size_t>(spline.order) * kDim;
-                          return true;
-                        },
-                        [&](const CompositeView& composite) {
-                          if (level >= kMaxNesting) return false;
-                          return std::all_of(
-                              composite.curves, composite.curves + composite.count,
-                              [&](const Curve& piece) { return Measure(piece, level + 1, size); });
-                        }});
+bool Measure(const Curve& curve, Size& size) {
+  return AllLeaves(
+      curve,
+      Overloaded{[](const Curve&, const auto&, LeafStretch) { return true; },
+                 [](const Curve&, Refused, LeafStretch) { return false; },
+                 [&]<std::size_t kDim>(const Curve&, const BezierView<kDim>& bezier, LeafStretch) {
+                   ++size.spans;
+                   return bezier.degree <= size.max_degree;
+                 },
+                 [&]<std::size_t kDim>(const Curve&, const SplineView<kDim>& spline, LeafStretch) {
+                   if (spline.order > kMaxSplineOrder || spline.order - 1 > size.max_degree)
+                     return false;
+                   const auto spans = static_cast<std::size_t>(CountSpans(KnotsOf(spline)));
+                   size.spans += spans;
+                   size.doubles += spans * static_cast<std::size_t>(spline.order) * kDim;
+                   return true;
+                 }});
 }
 
 // Fills what Measure has measured.
@@ -82,35 +78,28 @@ class Collector {
  public:
   Collector(std::vector<BezierSpan>& spans, double* storage) : spans_(spans), next_(storage) {}
 
-  // Parameter t of `curve` is offset + t scale on the whole.
-  void Add(const Curve& curve, double offset, double scale) {
-    VisitCurve(
-        curve,
-        Overloaded{[](const auto&) {},
-                   [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
-                     spans_.push_back({bezier.points[0], bezier.degree, kDim == 4, offset, scale});
-                   },
-                   [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
-                     AddSpline(spline, offset, scale);
-                   },
-                   [&](const CompositeView& composite) {
-                     double before = 0.0;
-                     for (int32_t i = 0; i < composite.count; ++i) {
-                       const double width = composite.widths[i];
-                       Add(composite.curves[i], offset + before * scale, width * scale);
-                       before += width;
-                     }
-                   }});
+  void Add(const Curve& curve) {
+    AllLeaves(curve, [this](const Curve&, const auto& view, LeafStretch on) {
+      AddLeaf(view, on);
+      return true;
+    });
   }
 
  private:
+  void AddLeaf(const auto&, LeafStretch) {}
+
   template <std::size_t kDim>
-  void AddSpline(const SplineView<kDim>& spline, double offset, double scale) {
+  void AddLeaf(const BezierView<kDim>& bezier, LeafStretch on) {
+    spans_.push_back({bezier.points[0], bezier.degree, kDim == 4, on.start, on.width});
+  }
+
+  template <std::size_t kDim>
+  void AddLeaf(const SplineView<kDim>& spline, LeafStretch on) {
     ExtractAllBeziers(spline, [&](int32_t i) {
       const double* u = spline.knots + i;
       auto* points = static_cast<double(*)[kDim]>(static_cast<void*>(next_));
-      spans_.push_back(
-          {next_, spline.order - 1, kDim == 4, offset + u[0] * scale, (u[1] - u[0]) * scale});
+      spans_.push_back({next_, spline.order - 1, kDim == 4, on.start + u[0] * on.width,
+                        (u[1] - u[0]) * on.width});
       next_ += static_cast<std::size_t>(spline.order) * kDim;
       return points;
     });
@@ -124,12 +113,12 @@ class Collector {
 
 std::optional<BezierSpans> BezierSpans::Of(const Curve& curve, int32_t max_degree) {
   Size size{.max_degree = max_degree};
-  if (!Measure(curve, 0, size)) return std::nullopt;
+  if (!Measure(curve, size)) return std::nullopt;
   std::vector<BezierSpan> spans;
   spans.reserve(size.spans);
   std::unique_ptr<double[]> storage;
   if (size.doubles > 0) storage = std::make_unique_for_overwrite<double[]>(size.doubles);
-  Collector(spans, storage.get()).Add(curve, 0.0, 1.0);
+  Collector(spans, storage.get()).Add(curve);
   return BezierSpans(std::move(spans), std::move(storage));
 }
 

@@ -8,7 +8,7 @@ namespace kurvo {
 // Calls use(k) with the value k: one of the listed numbers as an integral constant, so that loops
 // up to it unroll, any other one as it is.
 template <int kFirst, int... kOthers, class Value, class Use>
-decltype(auto) WithConstant(Value value, Use&& use) {
+[[gnu::always_inline]] inline decltype(auto) WithConstant(Value value, Use&& use) {
   constexpr auto kConstant = static_cast<Value>(kFirst);
   if (value == kConstant) return use(std::integral_constant<Value, kConstant>());
   if constexpr (sizeof...(kOthers) > 0)

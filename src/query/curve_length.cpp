@@ -1,7 +1,6 @@
 // The length of a curve between two parameters.
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 #include "build/convert.h"
 #include "build/extend_rules.h"
@@ -14,6 +13,7 @@
 #include "foundation/work_area.h"
 #include "query/bezier_length.h"
 #include "records/domain.h"
+#include "records/pieces.h"
 #include "records/well_formed.h"
 
 namespace kurvo {
@@ -97,21 +97,18 @@ double LengthOf(const SplineView<kDim>& spline, Stretch stretch, GlobalVar& g) {
 // Pieces of every type count. One without a width is measured whole where its place is.
 double LengthOf(const CompositeView& composite, Stretch stretch, int level, GlobalVar& g) {
   if (level >= kMaxNesting) return Refuse(g, KURVO_ERR_CURVE);
-  const int32_t count = composite.count;
-  const double end = std::accumulate(composite.widths, composite.widths + count, 0.0);
-  const Stretch whole = stretch.OrWhole(0.0, end);
-  double before = 0.0;
+  const Stretch whole = stretch.OrWhole(0.0, DomainOf(composite).end);
   double sum = 0.0;
-  for (int32_t i = 0; i < count && !ErrorPending(g); ++i) {
-    const double width = composite.widths[i];
+  for (const Piece piece : PiecesOf(composite)) {
+    if (ErrorPending(g)) break;
     Stretch on_piece = {0.0, 1.0};
-    if (width > 0.0)
-      on_piece = whole.OnPiece(before, width, i == 0, i == count - 1);
-    else if (!(whole.from <= before && before <= whole.to))
+    if (piece.width > 0.0)
+      on_piece = whole.OnPiece(piece.start, piece.width, piece.index == 0,
+                               piece.index == composite.count - 1);
+    else if (!(whole.from <= piece.start && piece.start <= whole.to))
       on_piece.to = 0.0;
     if (on_piece.from < on_piece.to)
-      sum += LengthOf(composite.curves[i], on_piece, Measure::kSixteenths, level + 1, g);
-    before += width;
+      sum += LengthOf(piece.curve, on_piece, Measure::kSixteenths, level + 1, g);
   }
   return sum;
 }

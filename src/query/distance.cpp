@@ -4,6 +4,7 @@
 
 #include "eval/with_evaluator.h"
 #include "query/far_pieces.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {
@@ -34,17 +35,13 @@ Nearest NearestOnComposite(const CompositeView& composite, Vec3 p, int level, Gl
   const Nearest on_promising = promising < 0 ? Nearest{} : on(promising);
   double limit = promising < 0 ? std::numeric_limits<double>::infinity() : on_promising.at.dist;
   Nearest nearest;
-  double before = 0.0;
-  for (int32_t i = 0; i < composite.count && !ErrorPending(g); ++i) {
-    const double width = composite.widths[i];
-    if (!(DistanceBound(composite.curves[i], Planar(p)) > limit)) {
-      const Nearest on_piece = i == promising ? on_promising : on(i);
-      if (on_piece.found) {
-        nearest.Offer({on_piece.at.t * width + before, on_piece.at.dist});
-        limit = std::fmin(limit, on_piece.at.dist);
-      }
-    }
-    before += width;
+  for (const Piece piece : PiecesOf(composite)) {
+    if (ErrorPending(g)) break;
+    if (DistanceBound(piece.curve, Planar(p)) > limit) continue;
+    const Nearest on_piece = piece.index == promising ? on_promising : on(piece.index);
+    if (!on_piece.found) continue;
+    nearest.Offer({on_piece.at.t * piece.width + piece.start, on_piece.at.dist});
+    limit = std::fmin(limit, on_piece.at.dist);
   }
   return nearest;
 }

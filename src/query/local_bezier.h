@@ -8,7 +8,7 @@
 #include "foundation/error_codes.h"
 #include "foundation/point.h"
 #include "foundation/work_area.h"
-#include "query/composite_piece.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 

@@ -7,7 +7,7 @@
 #include "eval/with_evaluator.h"
 #include "foundation/guard.h"
 #include "foundation/rounded_compare.h"
-#include "query/composite_piece.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {

@@ -7,7 +7,7 @@
 #include "calc/directions.h"
 #include "calc/lines.h"
 #include "foundation/guard.h"
-#include "relate/leaves.h"
+#include "records/pieces.h"
 #include "relate/winding.h"
 
 namespace kurvo {

@@ -10,7 +10,7 @@
 #include "control/spline_point.h"
 #include "eval/with_evaluator.h"
 #include "foundation/work_area.h"
-#include "relate/leaves.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {
