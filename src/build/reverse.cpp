@@ -17,8 +17,8 @@ void ReverseArray(const T* array, int32_t count) {
 
 // Looks through all pieces first, so that nothing is half reversed.
 bool CanReverse(const Curve& curve) {
-  return AllLeaves(curve, Overloaded{[](const Curve&, const auto&, LeafStretch) { return true; },
-                                     [](const Curve&, Refused, LeafStretch) { return false; }});
+  return AllLeaves(curve, Overloaded{[](const Curve&, const auto&) { return true; },
+                                     [](const Curve&, Refused) { return false; }});
 }
 
 void ReverseView(const KurvoLine& line) {

@@ -33,7 +33,7 @@ void MapPoints(const Map& map, const double (*points)[kDim], int32_t count) {
 template <class Transform>
 TransformResult TransformPoints(const Curve& curve, const Transform& transform) {
   TransformResult result = TransformResult::kDone;
-  AllLeaves(curve, [&](const Curve& leaf, const auto& view, LeafStretch) {
+  AllLeaves(curve, [&](const Curve& leaf, const auto& view) {
     const Overloaded map = {[&](const KurvoLine& line) {
                               MapPoint(transform, Writable(&line)->start);
                               MapPoint(transform, Writable(&line)->end);

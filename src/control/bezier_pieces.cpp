@@ -56,21 +56,20 @@ struct Size {
 // Adds up the size of all pieces; false for a record that cannot be right or a degree too high.
 bool Measure(const Curve& curve, Size& size) {
   return AllLeaves(
-      curve,
-      Overloaded{[](const Curve&, const auto&, LeafStretch) { return true; },
-                 [](const Curve&, Refused, LeafStretch) { return false; },
-                 [&]<std::size_t kDim>(const Curve&, const BezierView<kDim>& bezier, LeafStretch) {
-                   ++size.spans;
-                   return bezier.degree <= size.max_degree;
-                 },
-                 [&]<std::size_t kDim>(const Curve&, const SplineView<kDim>& spline, LeafStretch) {
-                   if (spline.order > kMaxSplineOrder || spline.order - 1 > size.max_degree)
-                     return false;
-                   const auto spans = static_cast<std::size_t>(CountSpans(KnotsOf(spline)));
-                   size.spans += spans;
-                   size.doubles += spans * static_cast<std::size_t>(spline.order) * kDim;
-                   return true;
-                 }});
+      curve, Overloaded{[](const Curve&, const auto&) { return true; },
+                        [](const Curve&, Refused) { return false; },
+                        [&]<std::size_t kDim>(const Curve&, const BezierView<kDim>& bezier) {
+                          ++size.spans;
+                          return bezier.degree <= size.max_degree;
+                        },
+                        [&]<std::size_t kDim>(const Curve&, const SplineView<kDim>& spline) {
+                          if (spline.order > kMaxSplineOrder || spline.order - 1 > size.max_degree)
+                            return false;
+                          const auto spans = static_cast<std::size_t>(CountSpans(KnotsOf(spline)));
+                          size.spans += spans;
+                          size.doubles += spans * static_cast<std::size_t>(spline.order) * kDim;
+                          return true;
+                        }});
 }
 
 // Fills what Measure has measured.
@@ -79,7 +78,7 @@ class Collector {
   Collector(std::vector<BezierSpan>& spans, double* storage) : spans_(spans), next_(storage) {}
 
   void Add(const Curve& curve) {
-    AllLeaves(curve, [this](const Curve&, const auto& view, LeafStretch on) {
+    AllLeafStretches(curve, [this](const Curve&, const auto& view, LeafStretch on) {
       AddLeaf(view, on);
       return true;
     });

@@ -21,14 +21,12 @@ Vec3 PBezCurve::Position(double t) const { return PointOnBezier(bezier_, t); }
 
 bool PBezCurve::ProjectToCarrier(Vec3& p) const {
   if (HasFootPoints()) return ProjectToBezier(*this, p);
-  Fail(g_, KURVO_ERR_CURVE);
-  return false;
+  return Refuse(g_, KURVO_ERR_CURVE, false);
 }
 
 Incidence PBezCurve::Parameter(Vec3 p, double& t) const {
   if (HasFootPoints()) return ParameterOnBezier(*this, p, t);
-  Fail(g_, KURVO_ERR_CURVE);
-  return Incidence::kOn;
+  return Refuse(g_, KURVO_ERR_CURVE, Incidence::kOn);
 }
 
 bool PBezCurve::Offset(Vec3 normal, double distance, double tolerance,

@@ -21,14 +21,12 @@ bool PBSplineCurve::ProjectToCarrier(Vec3& p) const {
     p = OnPlane(FootOnSpline(spline_, Planar(p), tol()).point);
     return true;
   }
-  Fail(g_, KURVO_ERR_CURVE);
-  return false;
+  return Refuse(g_, KURVO_ERR_CURVE, false);
 }
 
 Incidence PBSplineCurve::Parameter(Vec3 p, double& t) const {
   if (HasFootPoints(spline_, tol())) return ParameterOnSpline(spline_, p, tol(), t);
-  Fail(g_, KURVO_ERR_CURVE);
-  return Incidence::kOn;
+  return Refuse(g_, KURVO_ERR_CURVE, Incidence::kOn);
 }
 
 bool PBSplineCurve::Offset(Vec3 normal, double distance, double tolerance,

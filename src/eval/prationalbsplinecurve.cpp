@@ -22,14 +22,12 @@ bool PRationalBSplineCurve::ProjectToCarrier(Vec3& p) const {
     p = OnPlane(FootOnSpline(spline_, Planar(p), tol()).point);
     return true;
   }
-  Fail(g_, KURVO_ERR_CURVE);
-  return false;
+  return Refuse(g_, KURVO_ERR_CURVE, false);
 }
 
 Incidence PRationalBSplineCurve::Parameter(Vec3 p, double& t) const {
   if (HasFootPoints(spline_, tol())) return ParameterOnSpline(spline_, p, tol(), t);
-  Fail(g_, KURVO_ERR_CURVE);
-  return Incidence::kOn;
+  return Refuse(g_, KURVO_ERR_CURVE, Incidence::kOn);
 }
 
 bool PRationalBSplineCurve::Offset(Vec3 normal, double distance, double tolerance,

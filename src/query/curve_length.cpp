@@ -21,11 +21,6 @@ namespace {
 
 constexpr std::size_t kStackOrder = 40;
 
-double Refuse(GlobalVar& g, int32_t code) {
-  Fail(g, code);
-  return 0.0;
-}
-
 // A stretch of a curve's parameters. One that reaches both ends of the domain, to six decimals of
 // its length, is the domain.
 struct Stretch {
@@ -60,7 +55,7 @@ double LengthOf(const KurvoArc& arc, Stretch stretch, double tol) {
 
 template <std::size_t kDim>
 double LengthOf(const BezierView<kDim>& bezier, Stretch stretch, Measure measure, GlobalVar& g) {
-  if (bezier.degree > kMaxHalvedDegree) return Refuse(g, KURVO_ERR_CURVE);
+  if (bezier.degree > kMaxHalvedDegree) return Refuse<double>(g, KURVO_ERR_CURVE);
   const auto [from, to] = stretch.OrWhole(0.0, 1.0);
   if (!(from < to)) return 0.0;
   if (from == 0.0 && to == 1.0) return BezierLength(bezier, measure);
@@ -74,7 +69,7 @@ double LengthOf(const BezierView<kDim>& bezier, Stretch stretch, Measure measure
 // Span by span, without a copy of the curve.
 template <std::size_t kDim>
 double LengthOf(const SplineView<kDim>& spline, Stretch stretch, GlobalVar& g) {
-  if (spline.order - 1 > kMaxHalvedDegree) return Refuse(g, KURVO_ERR_CURVE);
+  if (spline.order - 1 > kMaxHalvedDegree) return Refuse<double>(g, KURVO_ERR_CURVE);
   const KnotVector knots = KnotsOf(spline);
   const Stretch whole = stretch.OrWhole(knots.Start(), knots.End());
   const int32_t last = LastSpan(knots);
@@ -96,7 +91,7 @@ double LengthOf(const SplineView<kDim>& spline, Stretch stretch, GlobalVar& g) {
 
 // Pieces of every type count. One without a width is measured whole where its place is.
 double LengthOf(const CompositeView& composite, Stretch stretch, int level, GlobalVar& g) {
-  if (level >= kMaxNesting) return Refuse(g, KURVO_ERR_CURVE);
+  if (level >= kMaxNesting) return Refuse<double>(g, KURVO_ERR_CURVE);
   const Stretch whole = stretch.OrWhole(0.0, DomainOf(composite).end);
   double sum = 0.0;
   for (const Piece piece : PiecesOf(composite)) {
@@ -135,7 +130,7 @@ double LengthOf(const Curve& curve, Stretch stretch, Measure measure, int level,
                         [&](const CompositeView& composite) {
                           return LengthOf(composite, stretch, level, g);
                         },
-                        [&](Refused) { return Refuse(g, KURVO_ERR_CURVE); }});
+                        [&](Refused) { return Refuse<double>(g, KURVO_ERR_CURVE); }});
 }
 
 // The code for a record or a knot that cannot be.
@@ -187,7 +182,7 @@ double SignedLength(const Curve& curve, double t0, double t1, GlobalVar& g) {
   int32_t refusal = RefusalOf(curve);
   if (refusal == KURVO_ERR_NONE && !(std::isfinite(t0) && std::isfinite(t1)))
     refusal = KURVO_ERR_CURVE;
-  if (refusal != KURVO_ERR_NONE) return Refuse(g, refusal);
+  if (refusal != KURVO_ERR_NONE) return Refuse<double>(g, refusal);
   if (t0 <= t1 + g.epsilon && t1 - g.epsilon <= t0) return 0.0;
   const Stretch stretch{std::min(t0, t1), std::max(t0, t1)};
   if (!CanBeCut(curve, stretch, g)) return 0.0;

@@ -25,10 +25,7 @@ std::optional<Vec3> Collapsed(const Curve& cv, int level, GlobalVar& g);
 // Each piece must be a point by itself, not all the same one; the last one stands for the
 // composite.
 std::optional<Vec3> CollapsedComposite(const CompositeView& composite, int level, GlobalVar& g) {
-  if (level >= kMaxNesting) {
-    Fail(g, KURVO_ERR_CURVE);
-    return std::nullopt;
-  }
+  if (level >= kMaxNesting) return Refuse(g, KURVO_ERR_CURVE, std::nullopt);
   std::optional<Vec3> point;
   for (int32_t i = 0; i < composite.count; ++i) {
     point = Collapsed(composite.curves[i], level + 1, g);
@@ -54,10 +51,7 @@ std::optional<Vec3> Collapsed(const Curve& cv, int level, GlobalVar& g) {
             return CommonPoint(spline.points, spline.count, g.epsilon);
           },
           [&](const CompositeView& composite) { return CollapsedComposite(composite, level, g); },
-          [&](Refused) -> Result {
-            Fail(g, KURVO_ERR_CURVE);
-            return std::nullopt;
-          }});
+          [&](Refused) -> Result { return Refuse(g, KURVO_ERR_CURVE, std::nullopt); }});
 }
 
 }  // namespace

@@ -30,9 +30,6 @@ int Degree(const Curve& cv, GlobalVar& g) {
 }  // namespace kurvo
 
 extern "C" int KurvocvDegree(const Curve* cv, GlobalVar* g) noexcept {
-  if (!cv) {
-    kurvo::Fail(*g, KURVO_ERR_CURVE);
-    return 0;
-  }
+  if (!cv) return kurvo::Refuse(*g, KURVO_ERR_CURVE, 0);
   return kurvo::Degree(*cv, *g);
 }

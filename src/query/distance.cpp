@@ -47,10 +47,7 @@ Nearest NearestOnComposite(const CompositeView& composite, Vec3 p, int level, Gl
 }
 
 Nearest NearestOnCurveRecord(const Curve& curve, Vec3 p, int level, GlobalVar& g) {
-  const auto refuse = [&] {
-    Fail(g, KURVO_ERR_CURVE);
-    return Nearest{};
-  };
+  const auto refuse = [&] { return Refuse(g, KURVO_ERR_CURVE, Nearest{}); };
   return VisitCurve(curve, Overloaded{[&](const auto& view) {
                                         return WithEvaluator(view, g, [&](const auto& evaluator) {
                                           return Nearest{true, evaluator.NearestPoint(p)};
@@ -70,10 +67,7 @@ extern "C" double KurvocvDistPoint(const Curve* curve, const Coord p, double* t,
                                    GlobalVar* g) noexcept {
   using kurvo::ErrorPending;
   if (ErrorPending(*g)) return 0.0;
-  if (!curve) {
-    kurvo::Fail(*g, KURVO_ERR_CURVE);
-    return 0.0;
-  }
+  if (!curve) return kurvo::Refuse(*g, KURVO_ERR_CURVE, 0.0);
   const auto nearest = kurvo::NearestOnCurveRecord(*curve, kurvo::Spatial(p), 0, *g);
   if (!nearest.found || ErrorPending(*g)) return 0.0;
   *t = nearest.at.t;

@@ -27,8 +27,7 @@ std::optional<Vec3> EndOfSplineRecord(const SplineView<kDim>& spline, End end, G
   const bool at_start = end == End::kStart;
   if (spline.order > kMaxSplineOrder &&
       (at_start ? EvaluatedStart(spline) : EvaluatedEnd(spline))) {
-    Fail(g, KURVO_ERR_CURVE);
-    return std::nullopt;
+    return Refuse(g, KURVO_ERR_CURVE, std::nullopt);
   }
   return at_start ? StartOfSpline(spline) : EndOfSpline(spline);
 }
@@ -38,10 +37,7 @@ std::optional<Vec3> EndOfSplineRecord(const SplineView<kDim>& spline, End end, G
 std::optional<Vec3> EndPoint(const Curve& cv, End end, GlobalVar& g) {
   using Result = std::optional<Vec3>;
   const Curve* leaf = EndLeaf(cv, end);
-  const auto refuse = [&](Refused) -> Result {
-    Fail(g, KURVO_ERR_CURVE);
-    return std::nullopt;
-  };
+  const auto refuse = [&](Refused) -> Result { return Refuse(g, KURVO_ERR_CURVE, std::nullopt); };
   if (!leaf) return refuse({});
   const bool start = end == End::kStart;
   return VisitCurve(

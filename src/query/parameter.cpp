@@ -32,10 +32,7 @@ Incidence ParameterOnComposite(const CompositeView& composite, Vec3 p, double& t
 }
 
 Incidence Parameter(const Curve& curve, Vec3 p, double& t, int level, GlobalVar& g) {
-  const auto refuse = [&] {
-    Fail(g, KURVO_ERR_CURVE);
-    return Incidence::kOn;
-  };
+  const auto refuse = [&] { return Refuse(g, KURVO_ERR_CURVE, Incidence::kOn); };
   return VisitCurve(curve, Overloaded{[&](const auto& view) {
                                         return WithEvaluator(view, g, [&](const auto& evaluator) {
                                           return evaluator.Parameter(p, t);

@@ -73,31 +73,54 @@ inline PieceParameter PieceAt(const CompositeView& composite, double t, Boundary
 struct LeafStretch {
   double start = 0.0;
   double width = 1.0;
+
+  LeafStretch Inner(const Piece& piece) const {
+    return {start + piece.start * width, piece.width * width};
+  }
 };
 
-// Calls visit(leaf, view, stretch) for the curve itself or, when it is a composite, for its pieces
-// in order and theirs, as long as it returns true. A record that cannot be right, and a composite
-// nested too deep, is a leaf that is Refused. False when visit has returned false.
+namespace internal {
+
+struct NoStretch {  // costs nothing
+  NoStretch Inner(const Piece&) const { return {}; }
+};
+
+template <class Visit, class Stretch>
+bool WalkLeaves(const Curve& curve, const Visit& visit, Stretch on, int level) {
+  return VisitCurve(curve,
+                    Overloaded{[&](const auto& view) { return visit(curve, view, on); },
+                               [&](const CompositeView& composite) {
+                                 if (level >= kMaxNesting) return visit(curve, Refused{}, on);
+                                 for (const Piece piece : PiecesOf(composite))
+                                   if (!WalkLeaves(piece.curve, visit, on.Inner(piece), level + 1))
+                                     return false;
+                                 return true;
+                               }});
+}
+
+}  // namespace internal
+
+// Calls visit(leaf, view) for the curve itself or, when it is a composite, for its pieces in order
+// and theirs, as long as it returns true. A record that cannot be right, and a composite nested too
+// deep, is a leaf that is Refused. False when visit has returned false.
 template <class Visit>
-bool AllLeaves(const Curve& curve, const Visit& visit, LeafStretch on = {}, int level = 0) {
-  return VisitCurve(
-      curve,
-      Overloaded{
-          [&](const auto& view) { return visit(curve, view, on); },
-          [&](const CompositeView& composite) {
-            if (level >= kMaxNesting) return visit(curve, Refused{}, on);
-            for (const Piece piece : PiecesOf(composite)) {
-              const LeafStretch inner{on.start + piece.start * on.width, piece.width * on.width};
-              if (!AllLeaves(piece.curve, visit, inner, level + 1)) return false;
-            }
-            return true;
-          }});
+bool AllLeaves(const Curve& curve, const Visit& visit) {
+  const auto without_stretch = [&](const Curve& leaf, const auto& view, internal::NoStretch) {
+    return visit(leaf, view);
+  };
+  return internal::WalkLeaves(curve, without_stretch, internal::NoStretch(), 0);
+}
+
+// The same with visit(leaf, view, stretch).
+template <class Visit>
+bool AllLeafStretches(const Curve& curve, const Visit& visit) {
+  return internal::WalkLeaves(curve, visit, LeafStretch(), 0);
 }
 
 // Calls visit(leaf, view) for every leaf. Records the bad-curve error for one that is refused.
 template <class Visit>
 void ForEachLeafView(const Curve& curve, GlobalVar& g, const Visit& visit) {
-  AllLeaves(curve, [&]<class View>(const Curve& leaf, const View& view, LeafStretch) {
+  AllLeaves(curve, [&]<class View>(const Curve& leaf, const View& view) {
     if constexpr (std::is_same_v<View, Refused>)
       Fail(g, KURVO_ERR_CURVE);
     else

@@ -5,11 +5,12 @@
 
 namespace kurvo {
 bool WellFormed(const Curve& curve) {
-  return AllLeaves(curve, Overloaded{[](const Curve&, const auto&, LeafStretch) { return true; },
-                                     [](const Curve&, Refused, LeafStretch) { return false; },
-                                     []<std::size_t kDim>(
-                                         const Curve&, const SplineView<kDim>& spline,
-                                         LeafStretch) { return spline.order <= kMaxSplineOrder; }});
+  return AllLeaves(curve,
+                   Overloaded{[](const Curve&, const auto&) { return true; },
+                              [](const Curve&, Refused) { return false; },
+                              []<std::size_t kDim>(const Curve&, const SplineView<kDim>& spline) {
+                                return spline.order <= kMaxSplineOrder;
+                              }});
 }
 
 }  // namespace kurvo

@@ -37,7 +37,7 @@ DistancePieces::DistancePieces(const Curve& curve, GlobalVar& g) : tol_(g.epsilo
   const auto add = [this](const Curve& leaf, const auto& view, LeafStretch on) {
     return Add(leaf, view, on);
   };
-  if (!AllLeaves(curve, add)) {
+  if (!AllLeafStretches(curve, add)) {
     pieces_.clear();
     Fail(g, KURVO_ERR_CURVE);
   }

@@ -172,10 +172,7 @@ class AreaOfBezier {
 // B-spline.
 template <std::size_t kDim, class Use>
 double SumOfBeziers(const BezierView<kDim>& bezier, WindingEffort&, GlobalVar& g, Use&& use) {
-  if (bezier.degree > kMaxSplitDegree) {
-    Fail(g, KURVO_ERR_CURVE);
-    return 0.0;
-  }
+  if (bezier.degree > kMaxSplitDegree) return Refuse(g, KURVO_ERR_CURVE, 0.0);
   const auto count = static_cast<std::size_t>(bezier.degree) + 1;
   WorkArea<double[kDim], kStackOrder> points(count);
   std::memcpy(points.data(), bezier.points, count * sizeof(*bezier.points));
@@ -185,10 +182,7 @@ double SumOfBeziers(const BezierView<kDim>& bezier, WindingEffort&, GlobalVar& g
 template <std::size_t kDim, class Use>
 double SumOfBeziers(const SplineView<kDim>& spline, WindingEffort& effort, GlobalVar& g,
                     Use&& use) {
-  if (spline.order > kMaxSplineOrder) {
-    Fail(g, KURVO_ERR_CURVE);
-    return 0.0;
-  }
+  if (spline.order > kMaxSplineOrder) return Refuse(g, KURVO_ERR_CURVE, 0.0);
   const int32_t n = spline.order - 1;
   WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(n) + 1);
   double sum = 0.0;
@@ -209,50 +203,47 @@ double SumOfBeziers(const SplineView<kDim>& spline, WindingEffort& effort, Globa
   return sum + use(chord, 1);
 }
 
-double Refuse(GlobalVar& g) {
-  Fail(g, KURVO_ERR_CURVE);
-  return 0.0;
-}
-
 }  // namespace
 
 double WindingAngle(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar& g) {
   const double tol = g.epsilon;
-  return VisitCurve(
-      curve,
-      Overloaded{[&](const KurvoLine& line) {
-                   return AngleOfLine(Planar(line.start), Planar(line.end), q, tol);
-                 },
-                 [&](const KurvoArc& arc) { return AngleOfArc(arc, q, tol); },
-                 [&](const auto& view) {
-                   return SumOfBeziers(view, effort, g,
-                                       [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
-                                         return AngleOfBezier<kDim>(q, tol, effort)(points, n);
-                                       });
-                 },
-                 [](const CompositeView&) { return 0.0; }, [&](Refused) { return Refuse(g); }});
+  return VisitCurve(curve,
+                    Overloaded{[&](const KurvoLine& line) {
+                                 return AngleOfLine(Planar(line.start), Planar(line.end), q, tol);
+                               },
+                               [&](const KurvoArc& arc) { return AngleOfArc(arc, q, tol); },
+                               [&](const auto& view) {
+                                 return SumOfBeziers(
+                                     view, effort, g,
+                                     [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
+                                       return AngleOfBezier<kDim>(q, tol, effort)(points, n);
+                                     });
+                               },
+                               [](const CompositeView&) { return 0.0; },
+                               [&](Refused) { return Refuse<double>(g, KURVO_ERR_CURVE); }});
 }
 
 double SweptArea(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar& g) {
   return VisitCurve(
-      curve,
-      Overloaded{[&](const KurvoLine& line) {
-                   return 0.5 * Cross(Planar(line.start) - q, Planar(line.end) - q);
-                 },
-                 [&](const KurvoArc& arc) {
-                   const ArcSpan span = SpanOf(arc, g.epsilon);
-                   const double sweep = span.reversed ? -span.sweep : span.sweep;
-                   const Vec2 chord = Planar(arc.end) - Planar(arc.start);
-                   const double r = arc.radius;
-                   return 0.5 * (Cross(Planar(arc.centre) - q, chord) + r * r * sweep);
-                 },
-                 [&](const auto& view) {
-                   return SumOfBeziers(
-                       view, effort, g, [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
-                         return 0.5 * AreaOfBezier<kDim>(points, n, q, effort).Twice();
-                       });
-                 },
-                 [](const CompositeView&) { return 0.0; }, [&](Refused) { return Refuse(g); }});
+      curve, Overloaded{[&](const KurvoLine& line) {
+                          return 0.5 * Cross(Planar(line.start) - q, Planar(line.end) - q);
+                        },
+                        [&](const KurvoArc& arc) {
+                          const ArcSpan span = SpanOf(arc, g.epsilon);
+                          const double sweep = span.reversed ? -span.sweep : span.sweep;
+                          const Vec2 chord = Planar(arc.end) - Planar(arc.start);
+                          const double r = arc.radius;
+                          return 0.5 * (Cross(Planar(arc.centre) - q, chord) + r * r * sweep);
+                        },
+                        [&](const auto& view) {
+                          return SumOfBeziers(
+                              view, effort, g,
+                              [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
+                                return 0.5 * AreaOfBezier<kDim>(points, n, q, effort).Twice();
+                              });
+                        },
+                        [](const CompositeView&) { return 0.0; },
+                        [&](Refused) { return Refuse<double>(g, KURVO_ERR_CURVE); }});
 }
 
 }  // namespace kurvo
