@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "foundation/point.h"
+#include "records/domain.h"
 
 namespace kurvo {
 namespace {
@@ -107,19 +108,17 @@ std::optional<KurvoArc> RecogniseArc(const Curve& curve, double start, double en
 std::optional<KurvoArc> RecogniseArcs(const Curve& curve, const CompositeView& composite,
                                       GlobalVar& g) {
   std::optional<Circle> reference;
-  double total = 0.0;
   for (int32_t i = 0; i < composite.count; ++i) {
     const Curve& piece = composite.curves[i];
     if (piece.type != CV_RBEZIER) return std::nullopt;
     const auto circle = RecogniseCircle(OfBezier(piece, g));
     if (!circle || (reference && !SameCircle(*circle, *reference))) return std::nullopt;
     if (!reference) reference = circle;
-    total += composite.widths[i];
   }
   if (!reference) return std::nullopt;
   return MakeArc(*reference, OfBezier(composite.curves[0], g).At(0.0),
                  OfBezier(composite.curves[composite.count - 1], g).At(1.0),
-                 Samples(curve, 0.0, total, g).At(0.1));
+                 Samples(curve, 0.0, DomainOf(composite).end, g).At(0.1));
 }
 
 }  // namespace kurvo

@@ -6,9 +6,9 @@
 #include <new>
 
 #include "build/convert_from.h"
-#include "build/copied_curve.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
+#include "records/copied_curve.h"
 #include "records/views.h"
 
 namespace kurvo {

@@ -1,7 +1,7 @@
 // Conversion of circular arcs.
 #include "build/convert_from.h"
-#include "build/new_records.h"
-#include "build/rational_arc.h"
+#include "control/rational_arc.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 

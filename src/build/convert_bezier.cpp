@@ -1,8 +1,8 @@
 // Conversion of Bezier and rational Bezier curves.
 #include "build/arc_recognition.h"
 #include "build/convert_from.h"
-#include "build/new_records.h"
-#include "build/weights.h"
+#include "control/weights.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 

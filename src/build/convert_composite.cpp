@@ -2,12 +2,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <numeric>
 #include <optional>
 
 #include "build/arc_recognition.h"
 #include "build/convert_from.h"
-#include "build/new_records.h"
+#include "records/domain.h"
+#include "records/new_records.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {
@@ -96,11 +97,8 @@ bool WritePoints(const CompositeView& composite, int32_t degree, double (*out)[k
 // Clamped knots over [0, 1], each joint at its share of the widths and `degree` times.
 void WriteKnots(const CompositeView& composite, int32_t degree, double total, double* knots) {
   knots = std::fill_n(knots, degree + 1, 0.0);
-  double before = 0.0;
-  for (int32_t i = 0; i + 1 < composite.count; ++i) {
-    before += composite.widths[i];
-    knots = std::fill_n(knots, degree, before / total);
-  }
+  for (const Piece piece : PiecesOf(composite))
+    if (piece.index > 0) knots = std::fill_n(knots, degree, piece.start / total);
   std::fill_n(knots, degree + 1, 1.0);
 }
 
@@ -109,7 +107,7 @@ template <std::size_t kTo>
 OwnedCurve Joined(const CompositeView& composite) {
   const int32_t degree = CommonDegree<kTo>(composite);
   if (degree == kNotJoinable) return {};
-  const double total = std::accumulate(composite.widths, composite.widths + composite.count, 0.0);
+  const double total = DomainOf(composite).end;
   if (!(total > 0.0 && std::isfinite(total))) return {};
   const int64_t count = int64_t{degree} * composite.count + 1;
   if (count + degree + 1 > kMaxIndex) return {};

@@ -1,7 +1,7 @@
 // Conversion of line segments.
 #include "build/convert_from.h"
-#include "build/new_records.h"
 #include "eval/pline2d.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 namespace {

@@ -2,12 +2,12 @@
 #include <algorithm>
 
 #include "build/arc_recognition.h"
-#include "build/bezier_pieces.h"
 #include "build/convert_from.h"
-#include "build/new_records.h"
-#include "build/weights.h"
-#include "build/widths.h"
-#include "eval/spline_point.h"
+#include "control/bezier_pieces.h"
+#include "control/spline_point.h"
+#include "control/weights.h"
+#include "records/new_records.h"
+#include "records/widths.h"
 
 namespace kurvo {
 namespace {

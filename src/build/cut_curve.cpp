@@ -4,15 +4,15 @@
 #include <algorithm>
 #include <vector>
 
-#include "build/casteljau_split.h"
-#include "build/copied_curve.h"
 #include "build/divide_composite.h"
 #include "build/divide_spline.h"
-#include "build/new_records.h"
 #include "build/point_curve.h"
+#include "control/casteljau_split.h"
 #include "eval/parc2d.h"
 #include "foundation/work_area.h"
+#include "records/copied_curve.h"
 #include "records/domain.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 namespace {

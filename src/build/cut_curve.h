@@ -1,7 +1,7 @@
 // Curves of any type cut into pieces.
 #pragma once
 
-#include "build/high_order_work.h"
+#include "foundation/high_order_work.h"
 #include "records/owned_curve.h"
 
 namespace kurvo {

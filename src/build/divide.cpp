@@ -1,13 +1,13 @@
 // Division of a curve in two.
 #include <cmath>
 
-#include "build/copied_curve.h"
 #include "build/cut_curve.h"
-#include "build/high_order_work.h"
 #include "build/point_curve.h"
-#include "build/well_formed.h"
 #include "foundation/guard.h"
+#include "foundation/high_order_work.h"
+#include "records/copied_curve.h"
 #include "records/domain.h"
+#include "records/well_formed.h"
 
 namespace kurvo {
 namespace {

@@ -4,9 +4,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "build/copied_curve.h"
 #include "build/cut_curve.h"
-#include "build/widths.h"
+#include "records/copied_curve.h"
+#include "records/pieces.h"
+#include "records/widths.h"
 
 namespace kurvo {
 
@@ -34,25 +35,18 @@ OwnedCurve PieceList::ToComposite() {
 
 namespace {
 
-// A piece of a composite, and the stretch of the composite's parameters that it covers.
-struct Stretch {
-  const Curve& piece;
-  double start;
-  double width;
-};
-
 // Divides the piece at n parameters of the composite and adds the parts to lists[0 .. n].
-bool DividePiece(const Stretch& stretch, const double* cuts, std::size_t n, double param_tol,
+bool DividePiece(const Piece& piece, const double* cuts, std::size_t n, double param_tol,
                  HighOrderWork& work, GlobalVar& g, PieceList* lists) {
   std::vector<double> local(n);
-  for (std::size_t i = 0; i < n; ++i) local[i] = (cuts[i] - stretch.start) / stretch.width;
+  for (std::size_t i = 0; i < n; ++i) local[i] = (cuts[i] - piece.start) / piece.width;
   std::vector<OwnedCurve> parts(n + 1);
-  if (!CutCurve(stretch.piece, local.data(), static_cast<int32_t>(n), param_tol / stretch.width,
+  if (!CutCurve(piece.curve, local.data(), static_cast<int32_t>(n), param_tol / piece.width,
                 parts.data(), work, g))
     return false;
-  double start = stretch.start;
+  double start = piece.start;
   for (std::size_t i = 0; i <= n; ++i) {
-    const double end = i < n ? cuts[i] : stretch.start + stretch.width;
+    const double end = i < n ? cuts[i] : piece.end();
     // Rounding may put a cut on the end of a nested composite, whose point is no curve.
     if (parts[i].curve().data) lists[i].Add(std::move(parts[i]), end - start);
     start = end;
@@ -66,22 +60,18 @@ bool SplitComposite(const CompositeView& composite, const std::vector<double>& c
                     double param_tol, HighOrderWork& work, GlobalVar& g,
                     std::vector<PieceList>& lists) {
   std::size_t list = 0;
-  double start = 0.0;
-  for (int32_t i = 0; i < composite.count; ++i) {
-    const Stretch stretch{composite.curves[i], start, composite.widths[i]};
-    const double end = start + stretch.width;
-    const double reach = i + 1 < composite.count ? end - param_tol : end;
+  for (const Piece piece : PiecesOf(composite)) {
+    const double end = piece.end();
+    const double reach = piece.index + 1 < composite.count ? end - param_tol : end;
     std::size_t inside = 0;  // cuts in this piece
     while (list + inside < cuts.size() && cuts[list + inside] < reach) ++inside;
     if (inside == 0) {
-      if (lists[list].wanted) lists[list].Add(CopyOf(stretch.piece, g), stretch.width);
-    } else if (!DividePiece(stretch, cuts.data() + list, inside, param_tol, work, g,
-                            &lists[list])) {
+      if (lists[list].wanted) lists[list].Add(CopyOf(piece.curve, g), piece.width);
+    } else if (!DividePiece(piece, cuts.data() + list, inside, param_tol, work, g, &lists[list])) {
       return false;
     }
     list += inside;
     if (list < cuts.size() && param_tol >= std::fabs(end - cuts[list])) ++list;
-    start = end;
   }
   return list == cuts.size();
 }

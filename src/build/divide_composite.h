@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "build/high_order_work.h"
+#include "foundation/high_order_work.h"
 #include "records/owned_curve.h"
 #include "records/views.h"
 

@@ -4,11 +4,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "build/knot_insertion.h"
-#include "build/new_records.h"
 #include "build/point_curve.h"
+#include "control/knot_insertion.h"
+#include "control/one_point.h"
 #include "foundation/point.h"
 #include "foundation/rounded_compare.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 namespace {
@@ -59,10 +60,9 @@ namespace {
 
 // A piece all of whose control points are the same is given as few of them as it needs.
 template <std::size_t kDim>
-OwnedCurve Finished(OwnedCurve piece, GlobalVar& g) {
+OwnedCurve Finished(OwnedCurve piece, double length_tol) {
   auto& block = piece.block<SplineBlock<kDim>>();
-  Coord point;
-  if (!KurvocvDegenerate(&piece.curve(), point, &g)) {
+  if (!AreOnePoint(block.points, block.count, length_tol)) {
     KurvoclNormalizeKnot(block.knots, block.count + block.order, block.order);
     return piece;
   }
@@ -102,7 +102,7 @@ bool CutSpline(const Curve& curve, const SplineView<kDim>& spline, const CutPlac
       OwnedCurve piece = SplinePart(spline, from, to);
       if (!piece.curve().data) return false;
       if (joined) ShareJoint<kDim>(pieces[i - 1], piece);
-      pieces[i] = Finished<kDim>(std::move(piece), g);
+      pieces[i] = Finished<kDim>(std::move(piece), g.epsilon);
     } else {
       pieces[i] = PointCurve(curve, i < n ? end : start, g);
     }

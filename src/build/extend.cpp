@@ -1,18 +1,19 @@
 // Extension of a curve at its ends.
 #include <cmath>
 
-#include "build/casteljau_split.h"
-#include "build/copied_curve.h"
 #include "build/extend_rules.h"
-#include "build/new_records.h"
 #include "build/point_curve.h"
-#include "build/reparametrise.h"
-#include "build/well_formed.h"
+#include "control/casteljau_split.h"
+#include "control/reparametrise.h"
+#include "control/weights.h"
 #include "eval/parc2d.h"
 #include "eval/pline2d.h"
 #include "foundation/guard.h"
 #include "foundation/rounded_compare.h"
+#include "records/copied_curve.h"
 #include "records/domain.h"
+#include "records/new_records.h"
+#include "records/well_formed.h"
 
 namespace kurvo {
 namespace {
@@ -37,7 +38,7 @@ OwnedCurve Extend(const Curve& curve, const KurvoLine& line, Extension by, Globa
 OwnedCurve Extend(const Curve& curve, const KurvoArc& arc, Extension by, GlobalVar& g) {
   const Domain range = RangeOf(curve, by);
   if (CompareRounded(range.width() * SpanOf(arc, g.epsilon).sweep, kPi) >= 0)
-    return Refusal(g, KURVO_ERR_RANGE);
+    return Refuse<OwnedCurve>(g, KURVO_ERR_RANGE);
   const PArc2D evaluator(arc, g);
   OwnedCurve result = CopyOf(curve, g);
   Store(evaluator.Position(range.start), result.block<KurvoArc>().start);
@@ -47,12 +48,13 @@ OwnedCurve Extend(const Curve& curve, const KurvoArc& arc, Extension by, GlobalV
 
 template <std::size_t kDim>
 OwnedCurve Extend(const Curve& curve, const BezierView<kDim>& bezier, Extension by, GlobalVar& g) {
-  if (bezier.degree > kMaxSplitDegree) return Refusal(g, KURVO_ERR_CURVE);
+  if (bezier.degree > kMaxSplitDegree) return Refuse<OwnedCurve>(g, KURVO_ERR_CURVE);
   const Domain range = RangeOf(curve, by);
   OwnedCurve result = CopiedBezier<kDim>(bezier.points, bezier.degree);
   const auto& points = result.block<BezierBlock<kDim>>().points;
   Reparametrise(points, bezier.degree, range.start, range.end);
-  if (!HasPositiveWeights(points, bezier.degree + 1)) return Refusal(g, KURVO_ERR_WEIGHT);
+  if (!HasPositiveWeights(points, bezier.degree + 1))
+    return Refuse<OwnedCurve>(g, KURVO_ERR_WEIGHT);
   return result;
 }
 
@@ -66,7 +68,7 @@ OwnedCurve Extend(const Curve& curve, const CompositeView& composite, Extension 
 }
 
 OwnedCurve Extend(const Curve&, Refused, Extension, GlobalVar& g) {
-  return Refusal(g, KURVO_ERR_CURVE);
+  return Refuse<OwnedCurve>(g, KURVO_ERR_CURVE);
 }
 
 // The point that an empty range [s, s] stands for.
@@ -77,17 +79,12 @@ OwnedCurve PointOfRange(const Curve& curve, double s, GlobalVar& g) {
 
 }  // namespace
 
-bool HasPositiveWeights(const double (*points)[4], int32_t count) {
-  for (int32_t i = 0; i < count; ++i)
-    if (!(Millionths(points[i][3]) > 0.0)) return false;
-  return true;
-}
-
 OwnedCurve Extended(const Curve& curve, Extension by, GlobalVar& g) {
   if (CompareRounded(by.start, 0.0) == 0 && CompareRounded(by.end, 0.0) == 0)
     return CopyOf(curve, g);
   const Domain range = RangeOf(curve, by);
-  if (!(std::isfinite(range.start) && std::isfinite(range.end))) return Refusal(g, KURVO_ERR_RANGE);
+  if (!(std::isfinite(range.start) && std::isfinite(range.end)))
+    return Refuse<OwnedCurve>(g, KURVO_ERR_RANGE);
   const int order = CompareRounded(range.start, range.end);
   if (order >= 0) {
     OwnedCurve point = order == 0 ? PointOfRange(curve, range.start, g) : OwnedCurve();

@@ -4,10 +4,11 @@
 
 #include "build/divide_composite.h"
 #include "build/extend_rules.h"
-#include "build/high_order_work.h"
-#include "build/new_records.h"
+#include "foundation/error_codes.h"
+#include "foundation/high_order_work.h"
 #include "foundation/rounded_compare.h"
 #include "records/domain.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 namespace {
@@ -72,13 +73,13 @@ bool Grow(PieceList& list, Extension by, GlobalVar& g) {
 
 OwnedCurve ExtendComposite(const Curve& curve, const CompositeView& composite, Extension by,
                            GlobalVar& g) {
-  if (composite.count == 0) return Refusal(g, KURVO_ERR_RANGE);
+  if (composite.count == 0) return Refuse<OwnedCurve>(g, KURVO_ERR_RANGE);
   by = {Amount(by.start), Amount(by.end)};
   const bool grows = by.start > 0.0 || by.end > 0.0;
   // Fixed behaviour: only a first piece that is a plain Bezier curve keeps a closed composite from
   // being extended past its own start.
   if (grows && composite.curves[0].type == CV_BEZIER && IsClosed(curve, g))
-    return Refusal(g, KURVO_ERR_CHAIN_ENDS);
+    return Refuse<OwnedCurve>(g, KURVO_ERR_CHAIN_ENDS);
 
   const Domain domain = DomainOf(composite);
   const Domain range{-by.start, domain.end + by.end};
@@ -90,11 +91,11 @@ OwnedCurve ExtendComposite(const Curve& curve, const CompositeView& composite, E
     return PieceOver(composite.curves[0], {0.0, composite.widths[0]}, range, g);
 
   PieceList list;
-  if (!Trim(composite, range, domain, g, list)) return Refusal(g, KURVO_ERR_CURVE);
+  if (!Trim(composite, range, domain, g, list)) return Refuse<OwnedCurve>(g, KURVO_ERR_CURVE);
   const Extension growth{std::max(by.start, 0.0), std::max(by.end, 0.0)};
   if (grows && !Grow(list, growth, g)) return {};
   OwnedCurve result = list.ToComposite();
-  if (!result.curve().data) return Refusal(g, KURVO_ERR_CURVE);
+  if (!result.curve().data) return Refuse<OwnedCurve>(g, KURVO_ERR_CURVE);
   return result;
 }
 

@@ -1,7 +1,6 @@
 // Extension of a curve, type by type.
 #pragma once
 
-#include "foundation/error_codes.h"
 #include "records/owned_curve.h"
 #include "records/views.h"
 
@@ -24,15 +23,5 @@ template <std::size_t kDim>
 OwnedCurve ExtendSpline(const SplineView<kDim>& spline, Extension by, GlobalVar& g);
 OwnedCurve ExtendComposite(const Curve& curve, const CompositeView& composite, Extension by,
                            GlobalVar& g);
-
-// Nothing, with the error recorded.
-inline OwnedCurve Refusal(GlobalVar& g, int32_t code) {
-  Fail(g, code);
-  return {};
-}
-
-// True when all weights are positive at six decimals.
-inline bool HasPositiveWeights(const double (*)[3], int32_t) { return true; }
-bool HasPositiveWeights(const double (*points)[4], int32_t count);
 
 }  // namespace kurvo

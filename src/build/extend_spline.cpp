@@ -3,10 +3,12 @@
 #include <cmath>
 
 #include "build/extend_rules.h"
-#include "build/knot_insertion.h"
-#include "build/new_records.h"
+#include "control/knot_insertion.h"
+#include "control/weights.h"
+#include "foundation/error_codes.h"
 #include "foundation/rounded_compare.h"
 #include "records/domain.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 namespace {
@@ -45,11 +47,12 @@ OwnedCurve ExtendSpline(const SplineView<kDim>& spline, Extension by, GlobalVar&
   const bool found = (start || by.start == 0.0) && (end || by.end == 0.0);
   OwnedCurve result = found ? SplinePart(spline, start, end) : OwnedCurve();
   // Knots not in order, or a domain without length.
-  if (!result.curve().data) return Refusal(g, KURVO_ERR_CURVE);
+  if (!result.curve().data) return Refuse<OwnedCurve>(g, KURVO_ERR_CURVE);
   auto& block = result.block<SplineBlock<kDim>>();
   KurvoclNormalizeKnot(block.knots, block.count + block.order, block.order);
   // Fixed behaviour: the first `order` weights stand for all, as they do in conversion.
-  if (!HasPositiveWeights(block.points, block.order)) return Refusal(g, KURVO_ERR_WEIGHT);
+  if (!HasPositiveWeights(block.points, block.order))
+    return Refuse<OwnedCurve>(g, KURVO_ERR_WEIGHT);
   return result;
 }
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "eval/knot_spans.h"
+#include "control/knot_spans.h"
 
 namespace kurvo {
 

@@ -3,15 +3,15 @@
 #include <cmath>
 #include <vector>
 
-#include "build/copied_curve.h"
 #include "build/cut_curve.h"
 #include "build/divide_spline.h"
-#include "build/high_order_work.h"
 #include "build/remove_knots.h"
-#include "build/well_formed.h"
 #include "foundation/guard.h"
+#include "foundation/high_order_work.h"
+#include "records/copied_curve.h"
 #include "records/domain.h"
 #include "records/owned_sequence.h"
+#include "records/well_formed.h"
 
 namespace kurvo {
 namespace {

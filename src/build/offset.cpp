@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "build/well_formed.h"
 #include "eval/with_evaluator.h"
 #include "foundation/guard.h"
+#include "records/well_formed.h"
 
 namespace kurvo {
 namespace {
@@ -80,8 +80,7 @@ bool AddOffset(const CompositeView& composite, const OffsetArguments& a, OwnedSe
 }
 
 bool AddOffset(Refused, const OffsetArguments&, OwnedSequence&, GlobalVar& g) {
-  Fail(g, KURVO_ERR_CURVE);
-  return false;
+  return Refuse(g, KURVO_ERR_CURVE, false);
 }
 
 // Finite input can give points beyond the largest numbers.

@@ -1,10 +1,10 @@
 // Curves that are a single point.
 #include "build/point_curve.h"
 
-#include "build/copied_curve.h"
-#include "build/new_records.h"
 #include "foundation/point.h"
-#include "records/views.h"
+#include "records/copied_curve.h"
+#include "records/new_records.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {
@@ -24,16 +24,6 @@ auto Repeated(Vec3 p, int32_t degree) {
   };
 }
 
-// The piece whose running sum of widths reaches s, if any.
-const Curve* PieceReaching(const CompositeView& composite, double s) {
-  double end = 0.0;
-  for (int32_t i = 0; i < composite.count; ++i) {
-    end += composite.widths[i];
-    if (end >= s) return composite.curves + i;
-  }
-  return nullptr;
-}
-
 OwnedCurve PointOfPiece(const Curve* piece, Vec3 p) {
   if (!piece) return {};
   return VisitCurve(*piece, Overloaded{[](const auto&) { return OwnedCurve(); },
@@ -48,30 +38,30 @@ OwnedCurve PointOfPiece(const Curve* piece, Vec3 p) {
 
 OwnedCurve PointCurve(const Curve& curve, double s, GlobalVar& g) {
   const Vec3 p = PointAt(curve, s, g);
-  return VisitCurve(curve, Overloaded{[&](const KurvoLine&) {
-                                        OwnedCurve point = CopyOf(curve, g);
-                                        Store(p, point.block<KurvoLine>().start);
-                                        Store(p, point.block<KurvoLine>().end);
-                                        return point;
-                                      },
-                                      [&](const KurvoArc&) {
-                                        OwnedCurve point = CopyOf(curve, g);
-                                        Store(p, point.block<KurvoArc>().start);
-                                        Store(p, point.block<KurvoArc>().end);
-                                        return point;
-                                      },
-                                      [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
-                                        return NewBezier<kDim>(bezier.degree,
-                                                               Repeated(p, bezier.degree));
-                                      },
-                                      [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
-                                        return NewSingleSpan<kDim>(spline.order - 1,
-                                                                   Repeated(p, spline.order - 1));
-                                      },
-                                      [&](const CompositeView& composite) {
-                                        return PointOfPiece(PieceReaching(composite, s), p);
-                                      },
-                                      [](Refused) { return OwnedCurve(); }});
+  return VisitCurve(
+      curve,
+      Overloaded{[&](const KurvoLine&) {
+                   OwnedCurve point = CopyOf(curve, g);
+                   Store(p, point.block<KurvoLine>().start);
+                   Store(p, point.block<KurvoLine>().end);
+                   return point;
+                 },
+                 [&](const KurvoArc&) {
+                   OwnedCurve point = CopyOf(curve, g);
+                   Store(p, point.block<KurvoArc>().start);
+                   Store(p, point.block<KurvoArc>().end);
+                   return point;
+                 },
+                 [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
+                   return NewBezier<kDim>(bezier.degree, Repeated(p, bezier.degree));
+                 },
+                 [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
+                   return NewSingleSpan<kDim>(spline.order - 1, Repeated(p, spline.order - 1));
+                 },
+                 [&](const CompositeView& composite) {
+                   return PointOfPiece(PieceAt(composite, s, Boundary::kEarlierPiece).piece, p);
+                 },
+                 [](Refused) { return OwnedCurve(); }});
 }
 
 }  // namespace kurvo

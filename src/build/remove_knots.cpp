@@ -5,12 +5,12 @@
 #include <cstring>
 #include <utility>
 
-#include "build/copied_curve.h"
-#include "build/high_order_work.h"
-#include "build/knot_window.h"
-#include "build/new_records.h"
-#include "build/well_formed.h"
+#include "control/knot_window.h"
 #include "foundation/guard.h"
+#include "foundation/high_order_work.h"
+#include "records/copied_curve.h"
+#include "records/new_records.h"
+#include "records/well_formed.h"
 
 namespace kurvo {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "calc/arc_span.h"
 #include "foundation/error_codes.h"
-#include "records/views.h"
+#include "records/pieces.h"
 #include "records/writable.h"
 
 namespace kurvo {
@@ -16,15 +16,9 @@ void ReverseArray(const T* array, int32_t count) {
 }
 
 // Looks through all pieces first, so that nothing is half reversed.
-bool CanReverse(const Curve& curve, int level) {
-  return VisitCurve(
-      curve, Overloaded{[](const auto&) { return true; }, [](Refused) { return false; },
-                        [&](const CompositeView& composite) {
-                          if (level >= kMaxNesting) return false;
-                          return std::all_of(
-                              composite.curves, composite.curves + composite.count,
-                              [&](const Curve& piece) { return CanReverse(piece, level + 1); });
-                        }});
+bool CanReverse(const Curve& curve) {
+  return AllLeaves(curve, Overloaded{[](const Curve&, const auto&) { return true; },
+                                     [](const Curve&, Refused) { return false; }});
 }
 
 void ReverseView(const KurvoLine& line) {
@@ -71,7 +65,7 @@ void ReverseChecked(const Curve& curve) {
 // Returns false, with the curve untouched, when it or one of its pieces is a record that cannot be
 // right.
 bool Reverse(Curve& curve) {
-  if (!CanReverse(curve, 0)) return false;
+  if (!CanReverse(curve)) return false;
   ReverseChecked(curve);
   return true;
 }

@@ -1,13 +1,12 @@
 // Moving one end of a curve, the rest of it staying where it is as far as it can.
-#include "eval/spline_point.h"
+#include "control/spline_point.h"
 #include "foundation/guard.h"
 #include "foundation/work_area.h"
+#include "records/pieces.h"
 #include "records/writable.h"
 
 namespace kurvo {
 namespace {
-
-enum class End { kStart, kEnd };
 
 constexpr std::size_t kStackOrder = 64;  // larger orders take their work area from the heap
 
@@ -51,36 +50,29 @@ void MoveEnd(const SplineView<kDim>& spline, End end, Vec3 delta) {
   Add(delta, spline.points[start ? 0 : spline.count - 1]);
 }
 
-// Walks down the first (last) pieces of nested composites. A piece without data, like such a curve,
-// has nothing to move; arcs are refused, since moving one end would break the circle.
-void MoveEnd(const Curve* curve, End end, Vec3 delta, GlobalVar& g) {
+// Moves the end of the first (last) leaf. One without data, like such a curve, has nothing to move;
+// arcs are refused, since moving one end would break the circle.
+void MoveEnd(const Curve& curve, End end, Vec3 delta, GlobalVar& g) {
   const bool start = end == End::kStart;
-  for (int level = 0; curve && curve->data; ++level) {
-    const Curve* next = nullptr;
-    VisitCurve(*curve,
-               Overloaded{[&](const KurvoLine& line) { Add(delta, start ? line.start : line.end); },
-                          [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
-                            Add(delta, bezier.points[start ? 0 : bezier.degree]);
-                          },
-                          [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
-                            if (spline.order > kMaxSplineOrder) return Fail(g, KURVO_ERR_CURVE);
-                            MoveEnd(spline, end, delta);
-                          },
-                          [&](const CompositeView& composite) {
-                            if (level >= kMaxNesting || composite.count == 0)
-                              return Fail(g, KURVO_ERR_CURVE);
-                            next = composite.curves + (start ? 0 : composite.count - 1);
-                          },
-                          [&](const KurvoArc&) { Fail(g, KURVO_ERR_CURVE); },
-                          [&](Refused) { Fail(g, KURVO_ERR_CURVE); }});
-    curve = next;
-  }
+  const Curve* leaf = EndLeaf(curve, end);
+  if (!leaf) return Fail(g, KURVO_ERR_CURVE);
+  if (!leaf->data) return;
+  VisitCurve(*leaf,
+             Overloaded{[&](const KurvoLine& line) { Add(delta, start ? line.start : line.end); },
+                        [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
+                          Add(delta, bezier.points[start ? 0 : bezier.degree]);
+                        },
+                        [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
+                          if (spline.order > kMaxSplineOrder) return Fail(g, KURVO_ERR_CURVE);
+                          MoveEnd(spline, end, delta);
+                        },
+                        [&](const auto&) { Fail(g, KURVO_ERR_CURVE); }});
 }
 
 void GuardedMoveEnd(const Curve* curve, End end, const double* delta, GlobalVar& g) {
   if (ErrorPending(g) || !curve || !curve->data) return;
   const auto move = [&] {
-    MoveEnd(curve, end, Spatial(delta), g);
+    MoveEnd(*curve, end, Spatial(delta), g);
     return true;
   };
   Guard(g, false, move);

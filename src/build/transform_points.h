@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/point.h"
-#include "records/views.h"
+#include "records/pieces.h"
 #include "records/writable.h"
 
 namespace kurvo {
@@ -31,39 +31,29 @@ void MapPoints(const Map& map, const double (*points)[kDim], int32_t count) {
 // pieces of a composite come in order, those without data are passed over; the first that cannot be
 // transformed ends the walk, so that the ones before it are transformed and no others.
 template <class Transform>
-TransformResult TransformPoints(const Curve& curve, const Transform& transform, int level = 0) {
-  using Result = TransformResult;
-  if (!curve.data) return Result::kDone;
-  return VisitCurve(
-      curve, Overloaded{[&](const KurvoLine& line) {
-                          MapPoint(transform, Writable(&line)->start);
-                          MapPoint(transform, Writable(&line)->end);
-                          return Result::kDone;
-                        },
-                        [&](const KurvoArc& arc) {
-                          transform.TransformArc(*Writable(&arc));
-                          return Result::kDone;
-                        },
-                        [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
-                          MapPoints(transform, bezier.points, bezier.degree + 1);
-                          return Result::kDone;
-                        },
-                        [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
-                          MapPoints(transform, spline.points, spline.count);
-                          return Result::kDone;
-                        },
-                        [&](const CompositeView& composite) {
-                          if (level >= kMaxNesting) return Result::kBadRecord;
-                          for (int32_t i = 0; i < composite.count; ++i) {
-                            const Result r =
-                                TransformPoints(composite.curves[i], transform, level + 1);
-                            if (r != Result::kDone) return r;
-                          }
-                          return Result::kDone;
-                        },
-                        [&](Refused) {
-                          return IsTypeCode(curve.type) ? Result::kBadRecord : Result::kUnknownType;
-                        }});
+TransformResult TransformPoints(const Curve& curve, const Transform& transform) {
+  TransformResult result = TransformResult::kDone;
+  AllLeaves(curve, [&](const Curve& leaf, const auto& view) {
+    const Overloaded map = {[&](const KurvoLine& line) {
+                              MapPoint(transform, Writable(&line)->start);
+                              MapPoint(transform, Writable(&line)->end);
+                            },
+                            [&](const KurvoArc& arc) { transform.TransformArc(*Writable(&arc)); },
+                            [&]<std::size_t kDim>(const BezierView<kDim>& bezier) {
+                              MapPoints(transform, bezier.points, bezier.degree + 1);
+                            },
+                            [&]<std::size_t kDim>(const SplineView<kDim>& spline) {
+                              MapPoints(transform, spline.points, spline.count);
+                            },
+                            [&](Refused) {
+                              if (!leaf.data) return;
+                              result = IsTypeCode(leaf.type) ? TransformResult::kBadRecord
+                                                             : TransformResult::kUnknownType;
+                            }};
+    map(view);
+    return result == TransformResult::kDone;
+  });
+  return result;
 }
 
 }  // namespace kurvo

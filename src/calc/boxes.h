@@ -1,6 +1,7 @@
 // Axis-aligned boxes in the plane.
 #pragma once
 
+#include <algorithm>
 #include <limits>
 
 #include "foundation/point.h"
@@ -36,6 +37,14 @@ inline bool Meet(const PlanarBox& a, const PlanarBox& b, double length_tol) {
   return a.max.x >= b.min.x - length_tol && b.max.x >= a.min.x - length_tol &&
          a.max.y >= b.min.y - length_tol && b.max.y >= a.min.y - length_tol;
 }
+
+// How far apart the boxes lie in x and in y, 0 where they overlap; NaN where a point is not a
+// number.
+inline Vec2 GapBetween(const PlanarBox& a, const PlanarBox& b) {
+  return {std::max(std::max(b.min.x - a.max.x, a.min.x - b.max.x), 0.0),
+          std::max(std::max(b.min.y - a.max.y, a.min.y - b.max.y), 0.0)};
+}
+inline Vec2 GapBetween(const PlanarBox& box, Vec2 p) { return GapBetween(box, {p, p}); }
 
 // The distance from p to a box that is not empty, 0 inside and for NaN.
 double Distance(const PlanarBox& box, Vec2 p);

@@ -40,15 +40,10 @@ int KurvoclOnArc(const Coord p, const KurvoArc* arc, double* t, GlobalVar* g) no
 
 int KurvofcRPPcirc(double r, const Coord p1, const Coord p2, Coord centre, int side,
                    GlobalVar* g) noexcept {
-  if (SamePoint(Spatial(p1), Spatial(p2), g->epsilon)) {
-    kurvo::Fail(*g, KURVO_ERR_SAME_POINTS);
-    return 0;
-  }
+  if (SamePoint(Spatial(p1), Spatial(p2), g->epsilon))
+    return kurvo::Refuse(*g, KURVO_ERR_SAME_POINTS, 0);
   const double distance = Length(Planar(p1) - Planar(p2));
-  if (!(2 * r + g->epsilon >= distance)) {
-    kurvo::Fail(*g, KURVO_ERR_RADIUS_TOO_SMALL);
-    return 0;
-  }
+  if (!(2 * r + g->epsilon >= distance)) return kurvo::Refuse(*g, KURVO_ERR_RADIUS_TOO_SMALL, 0);
   const kurvo::Vec2 found = kurvo::CentreThrough(r, Planar(p1), Planar(p2), side != 0, *g);
   kurvo::Store(kurvo::OnPlane(found), centre);
   return 1;

@@ -2,26 +2,11 @@
 #pragma once
 
 #include <cstddef>
-#include <type_traits>
 
-#include "eval/knot_spans.h"
+#include "control/knot_spans.h"
 #include "eval/polynomial.h"
 
 namespace kurvo {
-
-// Calls use(k) with the order k: for the common ones a constant, so that loops over control points
-// unroll.
-template <class Use>
-decltype(auto) WithOrder(int32_t order, Use&& use) {
-  switch (order) {
-    case 3:
-      return use(std::integral_constant<int32_t, 3>());
-    case 4:
-      return use(std::integral_constant<int32_t, 4>());
-    default:
-      return use(order);
-  }
-}
 
 // The k basis functions of span i by the Cox-de Boor recursion on polynomials, each level once.
 // They are polynomials of the span's own parameter s = (t - u[i]) / (u[i+1] - u[i]): in powers of t

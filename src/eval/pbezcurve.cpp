@@ -1,7 +1,8 @@
 // Evaluator of a Bezier curve.
 #include "eval/pbezcurve.h"
 
-#include "eval/bezier_point.h"
+#include "control/bezier_point.h"
+#include "eval/offset_free_form.h"
 
 namespace kurvo {
 
@@ -20,14 +21,17 @@ Vec3 PBezCurve::Position(double t) const { return PointOnBezier(bezier_, t); }
 
 bool PBezCurve::ProjectToCarrier(Vec3& p) const {
   if (HasFootPoints()) return ProjectToBezier(*this, p);
-  Fail(g_, KURVO_ERR_CURVE);
-  return false;
+  return Refuse(g_, KURVO_ERR_CURVE, false);
 }
 
 Incidence PBezCurve::Parameter(Vec3 p, double& t) const {
   if (HasFootPoints()) return ParameterOnBezier(*this, p, t);
-  Fail(g_, KURVO_ERR_CURVE);
-  return Incidence::kOn;
+  return Refuse(g_, KURVO_ERR_CURVE, Incidence::kOn);
+}
+
+bool PBezCurve::Offset(Vec3 normal, double distance, double tolerance,
+                       OwnedSequence& pieces) const {
+  return OffsetFreeForm(bezier_, normal, distance, tolerance, pieces, g_);
 }
 
 NearestOnCurve PBezCurve::NearestPoint(Vec3 p) const {

@@ -1,7 +1,8 @@
 // Evaluator of a B-spline.
 #include "eval/pbsplinecurve.h"
 
-#include "eval/spline_point.h"
+#include "control/spline_point.h"
+#include "eval/offset_free_form.h"
 #include "eval/spline_queries.h"
 
 namespace kurvo {
@@ -20,14 +21,17 @@ bool PBSplineCurve::ProjectToCarrier(Vec3& p) const {
     p = OnPlane(FootOnSpline(spline_, Planar(p), tol()).point);
     return true;
   }
-  Fail(g_, KURVO_ERR_CURVE);
-  return false;
+  return Refuse(g_, KURVO_ERR_CURVE, false);
 }
 
 Incidence PBSplineCurve::Parameter(Vec3 p, double& t) const {
   if (HasFootPoints(spline_, tol())) return ParameterOnSpline(spline_, p, tol(), t);
-  Fail(g_, KURVO_ERR_CURVE);
-  return Incidence::kOn;
+  return Refuse(g_, KURVO_ERR_CURVE, Incidence::kOn);
+}
+
+bool PBSplineCurve::Offset(Vec3 normal, double distance, double tolerance,
+                           OwnedSequence& pieces) const {
+  return OffsetFreeForm(spline_, normal, distance, tolerance, pieces, g_);
 }
 
 NearestOnCurve PBSplineCurve::NearestPoint(Vec3 p) const {

@@ -1,7 +1,9 @@
 // Evaluator of a rational Bezier curve.
 #include "eval/prationalbezcurve.h"
 
-#include "eval/bezier_point.h"
+#include "control/bezier_point.h"
+#include "control/weights.h"
+#include "eval/offset_free_form.h"
 
 namespace kurvo {
 
@@ -30,14 +32,17 @@ Vec3 PRationalBezCurve::Position(double t) const { return PointOnBezier(bezier_,
 
 bool PRationalBezCurve::ProjectToCarrier(Vec3& p) const {
   if (HasFootPoints()) return ProjectToBezier(*this, p);
-  Fail(g_, KURVO_ERR_CURVE);
-  return false;
+  return Refuse(g_, KURVO_ERR_CURVE, false);
 }
 
 Incidence PRationalBezCurve::Parameter(Vec3 p, double& t) const {
   if (HasFootPoints()) return ParameterOnBezier(*this, p, t);
-  Fail(g_, KURVO_ERR_CURVE);
-  return Incidence::kOn;
+  return Refuse(g_, KURVO_ERR_CURVE, Incidence::kOn);
+}
+
+bool PRationalBezCurve::Offset(Vec3 normal, double distance, double tolerance,
+                               OwnedSequence& pieces) const {
+  return OffsetFreeForm(bezier_, normal, distance, tolerance, pieces, g_);
 }
 
 NearestOnCurve PRationalBezCurve::NearestPoint(Vec3 p) const {

@@ -14,7 +14,6 @@ class PRationalBezCurve final : public PRationalCurve2D {
   Vec3 Position(double t) const override;
   bool ProjectToCarrier(Vec3& p) const override;
   Incidence Parameter(Vec3 p, double& t) const override;
-  // Defined in build/, with the control-point algebra that it is made of.
   bool Offset(Vec3 normal, double distance, double tolerance, OwnedSequence& pieces) const override;
   NearestOnCurve NearestPoint(Vec3 p) const override;
 

@@ -2,8 +2,10 @@
 // Bezier curve is one such piece, a B-spline has one for each knot span.
 #pragma once
 
+#include <array>
 #include <cmath>
 
+#include "control/bernstein.h"
 #include "eval/polynomial.h"
 #include "eval/root_finder.h"
 #include "foundation/point.h"
@@ -23,6 +25,17 @@ struct Segment {
   Polynomial w;
   bool rational = false;
 };
+
+// Makes each of `results` the power basis of one component of the Bezier function of degree n < 40
+// whose coefficient vectors are written by load(i, vector).
+template <std::size_t kSize, class Load>
+void SetPowerBasis(std::size_t n, Load&& load, const std::array<Polynomial*, kSize>& results) {
+  static_assert(kMaxTabledDegree < Polynomial::kCapacity);
+  for (Polynomial* result : results) result->Truncate(n + 1);
+  ToPowerBasis<kSize>(n, load, [&](std::size_t j, const std::array<double, kSize>& sum) {
+    for (std::size_t c = 0; c < kSize; ++c) (*results[c])[j] = sum[c];
+  });
+}
 
 // A parameter within [-slack, 1 + slack]; NaN is not.
 inline bool OnUnitInterval(double t, double slack) { return t >= -slack && 1.0 + slack >= t; }

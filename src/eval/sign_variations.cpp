@@ -3,7 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <type_traits>
+
+#include "foundation/with_constant.h"
 
 namespace kurvo {
 namespace {
@@ -54,34 +55,13 @@ SignVariations CountOn(Count count, const double* f, double a, double b) {
   return variations == 0 ? SignVariations::kNone : SignVariations::kOne;
 }
 
-template <std::size_t kCount>
-using Fixed = std::integral_constant<std::size_t, kCount>;
-
 }  // namespace
 
-// The fixed counts are those of the foot points of plain curves up to degree 5 and of rational ones
-// up to degree 3, and of their derivatives.
+// The counts that are constants are those of the foot points of plain curves up to degree 5 and of
+// rational ones up to degree 3, and of their derivatives.
 SignVariations VariationsOn(const Polynomial& f, double a, double b) {
-  switch (f.count()) {
-    case 3:
-      return CountOn(Fixed<3>(), f.data(), a, b);
-    case 4:
-      return CountOn(Fixed<4>(), f.data(), a, b);
-    case 5:
-      return CountOn(Fixed<5>(), f.data(), a, b);
-    case 6:
-      return CountOn(Fixed<6>(), f.data(), a, b);
-    case 7:
-      return CountOn(Fixed<7>(), f.data(), a, b);
-    case 8:
-      return CountOn(Fixed<8>(), f.data(), a, b);
-    case 9:
-      return CountOn(Fixed<9>(), f.data(), a, b);
-    case 10:
-      return CountOn(Fixed<10>(), f.data(), a, b);
-    default:
-      return CountOn(f.count(), f.data(), a, b);
-  }
+  return WithConstant<3, 4, 5, 6, 7, 8, 9, 10>(
+      f.count(), [&](auto count) { return CountOn(count, f.data(), a, b); });
 }
 
 }  // namespace kurvo

@@ -5,20 +5,12 @@
 #include <cmath>
 #include <limits>
 
-#include "eval/prationalcurve2d.h"
 #include "eval/spline_span.h"
 
 namespace kurvo {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-// The squared distance of p from a box; NaN when p is not a number.
-double SquaredGap(const PlanarBox& box, Vec2 p) {
-  const double x = std::max(std::max(p.x - box.max.x, box.min.x - p.x), 0.0);
-  const double y = std::max(std::max(p.y - box.max.y, box.min.y - p.y), 0.0);
-  return x * x + y * y;
-}
 
 // Keeps the nearest candidate; of equals the one of the lowest rank, and of these the first. A
 // distance that is not finite never wins.
@@ -109,7 +101,8 @@ class NearestSearch {
       Candidate batch[kBatch];
       std::size_t size = 0;
       AnySpan(knots_, [&](int32_t i) {
-        const double gap = SquaredGap(BoxOfPoints(spline_.points + (i - k + 1), k), p_);
+        const Vec2 to_box = GapBetween(BoxOfPoints(spline_.points + (i - k + 1), k), p_);
+        const double gap = Dot(to_box, to_box);  // NaN when p is not a number
         const double limit = Limit();
         const bool inside = SplineSpan<kDim>(spline_, i, plain_).InsideBox();
         if (gap > limit * limit && inside) return false;

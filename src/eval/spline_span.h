@@ -5,18 +5,16 @@
 #include <array>
 
 #include "calc/boxes.h"
+#include "control/homogeneous.h"
+#include "control/spline_point.h"
 #include "eval/basis_polynomials.h"
 #include "eval/segment.h"
-#include "eval/spline_point.h"
 
 namespace kurvo {
 
 // Distances of a span may be off by this much of the largest coordinate that went into them, and
 // their squares by this much of the largest square: far more than rounding can do.
 constexpr double kBoundNoise = 1e-12;
-
-inline double Weight(const double (&)[3]) { return 1.0; }
-inline double Weight(const double (&point)[4]) { return point[3]; }
 
 // The box of `count` control points: a number or, for an unrolled loop, an integral constant.
 template <std::size_t kDim, class Count>
@@ -48,7 +46,7 @@ class SplineSpan {
   bool InsideBox() const {
     if constexpr (kDim == 3) return true;
     for (int32_t j = 0; j < spline_.order; ++j)
-      if (!(Weight(points_[j]) > 0.0)) return false;
+      if (!(WeightOf(points_[j]) > 0.0)) return false;
     return true;
   }
 
@@ -68,8 +66,6 @@ class SplineSpan {
   Segment ToSegment(Vec2 origin) const;
 
  private:
-  // A control point relative to p and multiplied by its weight, and the weight.
-  using Homogeneous = std::array<double, 3>;
   using BezierPoints = std::array<Homogeneous, kMaxPlainFootDegree + 1>;
 
   bool IsPolynomial() const { return SpanIsPolynomial(spline_, i_, plain_); }
@@ -83,6 +79,7 @@ class SplineSpan {
                        [value](double knot) { return knot == value; });
   }
 
+  // The Bezier points of the span relative to p.
   void ToBezier(Vec2 p, BezierPoints& b) const;
 
   const SplineView<kDim>& spline_;

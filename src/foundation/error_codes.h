@@ -47,6 +47,13 @@ static_assert(KURVO_ERR_RADIUS_TOO_SMALL == MakeCode(2, 29, 2298, 2));
 // Records `code`; the last one wins, a warning included.
 inline void Fail(GlobalVar& g, int32_t code) { g.error = code; }
 
+// The same as a value: `neutral`, or what the type begins as.
+template <class Result>
+Result Refuse(GlobalVar& g, int32_t code, Result neutral = {}) {
+  Fail(g, code);
+  return neutral;
+}
+
 // True while an error or fatal error (not a warning) waits to be reset.
 inline bool ErrorPending(const GlobalVar& g) {
   return (g.error & kSeverityMask) >= KURVO_SEVERITY_ERROR;

@@ -32,10 +32,7 @@ bool Settable(double tolerance) {
 bool Push(double value, double& current, double (&stack)[KURVO_STACK_SIZE], int32_t& depth,
           GlobalVar& g) {
   if (depth < 0 || depth >= KURVO_STACK_SIZE) return false;  // a full stack refuses silently
-  if (0.0 >= value) {
-    Fail(g, KURVO_ERR_TOLERANCE);
-    return false;
-  }
+  if (0.0 >= value) return Refuse(g, KURVO_ERR_TOLERANCE, false);
   stack[depth++] = current;
   current = kLargestTolerance >= value ? value : kLargestTolerance;  // NaN becomes the ceiling
   return true;
@@ -43,10 +40,7 @@ bool Push(double value, double& current, double (&stack)[KURVO_STACK_SIZE], int3
 
 // Restores the value saved last. Returns false when there is none.
 bool Pop(double& current, const double (&stack)[KURVO_STACK_SIZE], int32_t& depth, GlobalVar& g) {
-  if (depth < 1 || depth > KURVO_STACK_SIZE) {
-    Fail(g, KURVO_ERR_STACK_EMPTY);
-    return false;
-  }
+  if (depth < 1 || depth > KURVO_STACK_SIZE) return Refuse(g, KURVO_ERR_STACK_EMPTY, false);
   current = stack[--depth];
   return true;
 }

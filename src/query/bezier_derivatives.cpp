@@ -6,19 +6,18 @@
 #include <cmath>
 #include <type_traits>
 
-#include "eval/bernstein.h"
-#include "eval/prationalcurve2d.h"
+#include "control/bernstein.h"
+#include "control/homogeneous.h"
+#include "control/weights.h"
 #include "foundation/work_area.h"
 
 namespace kurvo {
 namespace {
 
-using Homogeneous = Vec3;  // w x, w y, w
-
 std::array<double, 2> ToArray(Vec2 v) { return {v.x, v.y}; }
-std::array<double, 3> ToArray(Vec3 v) { return {v.x, v.y, v.z}; }
+std::array<double, 3> ToArray(Homogeneous v) { return {v.x, v.y, v.w}; }
 Vec2 ToVector(const std::array<double, 2>& v) { return {v[0], v[1]}; }
-Vec3 ToVector(const std::array<double, 3>& v) { return {v[0], v[1], v[2]}; }
+Homogeneous ToVector(const std::array<double, 3>& v) { return {v[0], v[1], v[2]}; }
 
 // De Casteljau's algorithm without a loop or a work area: the compiler computes each point once.
 template <int32_t kDegree, int32_t kFirst = 0, class At>
@@ -26,8 +25,8 @@ template <int32_t kDegree, int32_t kFirst = 0, class At>
   if constexpr (kDegree == 0)
     return at(kFirst);
   else
-    return (1.0 - t) * FixedValue<kDegree - 1, kFirst>(t, at) +
-           t * FixedValue<kDegree - 1, kFirst + 1>(t, at);
+    return Mix(FixedValue<kDegree - 1, kFirst>(t, at), FixedValue<kDegree - 1, kFirst + 1>(t, at),
+               t);
 }
 
 // The value at t of the Bezier function of degree d with the coefficient vectors at(0) ... at(d).
@@ -42,17 +41,10 @@ auto Value(Degree d, double t, const At& at) {
   }
 }
 
-// Calls use(d) with the degree, for the common ones as an integral constant.
+// Calls use(d) with the degree, for the common ones as a constant.
 template <class Use>
 decltype(auto) WithDegree(int32_t degree, Use&& use) {
-  switch (degree) {
-    case 2:
-      return use(std::integral_constant<int32_t, 2>());
-    case 3:
-      return use(std::integral_constant<int32_t, 3>());
-    default:
-      return use(degree);
-  }
+  return WithConstant<2, 3>(degree, use);
 }
 
 // d - kBy, a constant when d is one.
@@ -111,10 +103,10 @@ auto PointsFromNearerEnd(const BezierView<4>& bezier, double t) {
 // Of C = A / W, the derivatives of A and W to the second order given:
 //   C' = (A' - W' C) / W,  C'' = (A'' - 2 W' C' - W'' C) / W.
 Derivatives Quotient(Homogeneous a, Homogeneous a1, Homogeneous a2) {
-  const double over_w = 1.0 / a.z;
+  const double over_w = 1.0 / a.w;
   const Vec2 c = over_w * Planar(a);
-  const Vec2 c1 = over_w * (Planar(a1) - a1.z * c);
-  const Vec2 c2 = over_w * (Planar(a2) - 2.0 * a1.z * c1 - a2.z * c);
+  const Vec2 c1 = over_w * (Planar(a1) - a1.w * c);
+  const Vec2 c2 = over_w * (Planar(a2) - 2.0 * a1.w * c1 - a2.w * c);
   return {c1, c2};
 }
 
@@ -213,8 +205,8 @@ Vec2 NthOfQuotient(const BezierView<4>& bezier, int32_t n, double t) {
   WorkArea<Vec2, kStackCount> c(order + 1);
   for (std::size_t i = 0; i <= order; ++i) {
     Vec2 sum = i <= last ? Planar(a[i]) : Vec2{};
-    for (std::size_t j = 1; j <= std::min(i, last); ++j) sum = sum - a[j].z * c[i - j];
-    c[i] = {sum.x / a[0].z, sum.y / a[0].z};
+    for (std::size_t j = 1; j <= std::min(i, last); ++j) sum = sum - a[j].w * c[i - j];
+    c[i] = {sum.x / a[0].w, sum.y / a[0].w};
   }
   Vec2 result = c[order];
   for (int32_t i = 2; i <= n; ++i) result = static_cast<double>(i) * result;

@@ -58,10 +58,7 @@ MaybeBox BoxOf(const Curve& cv, int level, GlobalVar& g);
 // A single piece gives no box, but within another composite: callers box it by itself. Pieces
 // without a box are passed over.
 MaybeBox BoxOfComposite(const CompositeView& composite, int level, GlobalVar& g) {
-  if (level >= kMaxNesting) {
-    Fail(g, KURVO_ERR_CURVE);
-    return std::nullopt;
-  }
+  if (level >= kMaxNesting) return Refuse(g, KURVO_ERR_CURVE, std::nullopt);
   MaybeBox box;
   if (composite.count < 2 && level == 0) return box;
   for (int32_t i = 0; i < composite.count; ++i) {
@@ -76,10 +73,7 @@ MaybeBox BoxOfComposite(const CompositeView& composite, int level, GlobalVar& g)
 }
 
 MaybeBox BoxOf(const Curve& cv, int level, GlobalVar& g) {
-  const auto refuse = [&](Refused) -> MaybeBox {
-    Fail(g, KURVO_ERR_CURVE);
-    return std::nullopt;
-  };
+  const auto refuse = [&](Refused) -> MaybeBox { return Refuse(g, KURVO_ERR_CURVE, std::nullopt); };
   if (!cv.data && IsTypeCode(cv.type)) return std::nullopt;
   return VisitCurve(
       cv, Overloaded{

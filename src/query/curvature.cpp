@@ -31,15 +31,15 @@ std::optional<Vec2> CurvatureOf(Vec2 d1, Vec2 d2, double tol) {
 
 // The curvature that has been found, or the error that there is none.
 Vec2 OrRefuse(std::optional<Vec2> curvature, GlobalVar& g) {
-  return curvature ? *curvature : Refuse(g, KURVO_ERR_SHORT_TANGENT);
+  return curvature ? *curvature : Refuse<Vec2>(g, KURVO_ERR_SHORT_TANGENT);
 }
 
 // Nothing where the result is to stay as it is, as with KurvocvDeriv.
 MaybeVector Curvature(const Curve& curve, double t, GlobalVar& g) {
-  if (!std::isfinite(t)) return Refuse(g, KURVO_ERR_CURVE);
+  if (!std::isfinite(t)) return Refuse<Vec2>(g, KURVO_ERR_CURVE);
   const auto of_bezier = [&](const auto& local) {
     const double h = local.width;
-    if (!(h > 0.0)) return Refuse(g, KURVO_ERR_SHORT_TANGENT);
+    if (!(h > 0.0)) return Refuse<Vec2>(g, KURVO_ERR_SHORT_TANGENT);
     const auto [d1, d2] = LowDerivatives<2>(local.bezier, local.s, g.epsilon);
     return OrRefuse(CurvatureOf((1.0 / h) * d1, (1.0 / h / h) * d2, g.epsilon), g);
   };
@@ -49,7 +49,7 @@ MaybeVector Curvature(const Curve& curve, double t, GlobalVar& g) {
                           return OrRefuse(CurvatureOfArc(arc, t, g.epsilon), g);
                         },
                         [&](const auto& view) { return WithLocalBezier(view, t, g, of_bezier); },
-                        [&](Refused) -> MaybeVector { return Refuse(g, KURVO_ERR_CURVE); }});
+                        [&](Refused) -> MaybeVector { return Refuse<Vec2>(g, KURVO_ERR_CURVE); }});
 }
 
 }  // namespace

@@ -1,30 +1,25 @@
 // The length of a curve between two parameters.
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
-#include "build/bezier_pieces.h"
 #include "build/convert.h"
 #include "build/extend_rules.h"
-#include "build/reparametrise.h"
-#include "build/weights.h"
-#include "build/well_formed.h"
 #include "calc/arc_span.h"
+#include "control/bezier_pieces.h"
+#include "control/reparametrise.h"
+#include "control/weights.h"
 #include "foundation/guard.h"
 #include "foundation/rounded_compare.h"
 #include "foundation/work_area.h"
 #include "query/bezier_length.h"
 #include "records/domain.h"
+#include "records/pieces.h"
+#include "records/well_formed.h"
 
 namespace kurvo {
 namespace {
 
 constexpr std::size_t kStackOrder = 40;
-
-double Refuse(GlobalVar& g, int32_t code) {
-  Fail(g, code);
-  return 0.0;
-}
 
 // A stretch of a curve's parameters. One that reaches both ends of the domain, to six decimals of
 // its length, is the domain.
@@ -60,7 +55,7 @@ double LengthOf(const KurvoArc& arc, Stretch stretch, double tol) {
 
 template <std::size_t kDim>
 double LengthOf(const BezierView<kDim>& bezier, Stretch stretch, Measure measure, GlobalVar& g) {
-  if (bezier.degree > kMaxHalvedDegree) return Refuse(g, KURVO_ERR_CURVE);
+  if (bezier.degree > kMaxHalvedDegree) return Refuse<double>(g, KURVO_ERR_CURVE);
   const auto [from, to] = stretch.OrWhole(0.0, 1.0);
   if (!(from < to)) return 0.0;
   if (from == 0.0 && to == 1.0) return BezierLength(bezier, measure);
@@ -74,7 +69,7 @@ double LengthOf(const BezierView<kDim>& bezier, Stretch stretch, Measure measure
 // Span by span, without a copy of the curve.
 template <std::size_t kDim>
 double LengthOf(const SplineView<kDim>& spline, Stretch stretch, GlobalVar& g) {
-  if (spline.order - 1 > kMaxHalvedDegree) return Refuse(g, KURVO_ERR_CURVE);
+  if (spline.order - 1 > kMaxHalvedDegree) return Refuse<double>(g, KURVO_ERR_CURVE);
   const KnotVector knots = KnotsOf(spline);
   const Stretch whole = stretch.OrWhole(knots.Start(), knots.End());
   const int32_t last = LastSpan(knots);
@@ -96,22 +91,19 @@ double LengthOf(const SplineView<kDim>& spline, Stretch stretch, GlobalVar& g) {
 
 // Pieces of every type count. One without a width is measured whole where its place is.
 double LengthOf(const CompositeView& composite, Stretch stretch, int level, GlobalVar& g) {
-  if (level >= kMaxNesting) return Refuse(g, KURVO_ERR_CURVE);
-  const int32_t count = composite.count;
-  const double end = std::accumulate(composite.widths, composite.widths + count, 0.0);
-  const Stretch whole = stretch.OrWhole(0.0, end);
-  double before = 0.0;
+  if (level >= kMaxNesting) return Refuse<double>(g, KURVO_ERR_CURVE);
+  const Stretch whole = stretch.OrWhole(0.0, DomainOf(composite).end);
   double sum = 0.0;
-  for (int32_t i = 0; i < count && !ErrorPending(g); ++i) {
-    const double width = composite.widths[i];
+  for (const Piece piece : PiecesOf(composite)) {
+    if (ErrorPending(g)) break;
     Stretch on_piece = {0.0, 1.0};
-    if (width > 0.0)
-      on_piece = whole.OnPiece(before, width, i == 0, i == count - 1);
-    else if (!(whole.from <= before && before <= whole.to))
+    if (piece.width > 0.0)
+      on_piece = whole.OnPiece(piece.start, piece.width, piece.index == 0,
+                               piece.index == composite.count - 1);
+    else if (!(whole.from <= piece.start && piece.start <= whole.to))
       on_piece.to = 0.0;
     if (on_piece.from < on_piece.to)
-      sum += LengthOf(composite.curves[i], on_piece, Measure::kSixteenths, level + 1, g);
-    before += width;
+      sum += LengthOf(piece.curve, on_piece, Measure::kSixteenths, level + 1, g);
   }
   return sum;
 }
@@ -138,7 +130,7 @@ double LengthOf(const Curve& curve, Stretch stretch, Measure measure, int level,
                         [&](const CompositeView& composite) {
                           return LengthOf(composite, stretch, level, g);
                         },
-                        [&](Refused) { return Refuse(g, KURVO_ERR_CURVE); }});
+                        [&](Refused) { return Refuse<double>(g, KURVO_ERR_CURVE); }});
 }
 
 // The code for a record or a knot that cannot be.
@@ -190,7 +182,7 @@ double SignedLength(const Curve& curve, double t0, double t1, GlobalVar& g) {
   int32_t refusal = RefusalOf(curve);
   if (refusal == KURVO_ERR_NONE && !(std::isfinite(t0) && std::isfinite(t1)))
     refusal = KURVO_ERR_CURVE;
-  if (refusal != KURVO_ERR_NONE) return Refuse(g, refusal);
+  if (refusal != KURVO_ERR_NONE) return Refuse<double>(g, refusal);
   if (t0 <= t1 + g.epsilon && t1 - g.epsilon <= t0) return 0.0;
   const Stretch stretch{std::min(t0, t1), std::max(t0, t1)};
   if (!CanBeCut(curve, stretch, g)) return 0.0;

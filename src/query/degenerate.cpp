@@ -1,6 +1,7 @@
 // Whether a curve has collapsed to a point.
 #include <optional>
 
+#include "control/one_point.h"
 #include "foundation/error_codes.h"
 #include "foundation/point.h"
 #include "records/views.h"
@@ -13,11 +14,9 @@ std::optional<Vec3> CommonPoint(const double* first, const double* last, double 
   return Spatial(first);
 }
 
-// The first control point when all others agree with it; weights do not count.
 template <std::size_t kDim>
 std::optional<Vec3> CommonPoint(const double (*points)[kDim], int32_t count, double length_tol) {
-  for (int32_t i = 1; i < count; ++i)
-    if (!CommonPoint(points[0], points[i], length_tol)) return std::nullopt;
+  if (!AreOnePoint(points, count, length_tol)) return std::nullopt;
   return Spatial(points[0]);
 }
 
@@ -26,10 +25,7 @@ std::optional<Vec3> Collapsed(const Curve& cv, int level, GlobalVar& g);
 // Each piece must be a point by itself, not all the same one; the last one stands for the
 // composite.
 std::optional<Vec3> CollapsedComposite(const CompositeView& composite, int level, GlobalVar& g) {
-  if (level >= kMaxNesting) {
-    Fail(g, KURVO_ERR_CURVE);
-    return std::nullopt;
-  }
+  if (level >= kMaxNesting) return Refuse(g, KURVO_ERR_CURVE, std::nullopt);
   std::optional<Vec3> point;
   for (int32_t i = 0; i < composite.count; ++i) {
     point = Collapsed(composite.curves[i], level + 1, g);
@@ -55,10 +51,7 @@ std::optional<Vec3> Collapsed(const Curve& cv, int level, GlobalVar& g) {
             return CommonPoint(spline.points, spline.count, g.epsilon);
           },
           [&](const CompositeView& composite) { return CollapsedComposite(composite, level, g); },
-          [&](Refused) -> Result {
-            Fail(g, KURVO_ERR_CURVE);
-            return std::nullopt;
-          }});
+          [&](Refused) -> Result { return Refuse(g, KURVO_ERR_CURVE, std::nullopt); }});
 }
 
 }  // namespace

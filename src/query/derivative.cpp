@@ -39,7 +39,7 @@ Vec2 LineDerivative(const KurvoLine& line) { return Planar(line.end) - Planar(li
 // Nothing where the result is to stay as it is: on a composite, at a piece of another kind than
 // Bezier and beyond the end.
 MaybeVector FirstOf(const Curve& curve, double t, GlobalVar& g) {
-  if (!std::isfinite(t)) return Refuse(g, KURVO_ERR_CURVE);
+  if (!std::isfinite(t)) return Refuse<Vec2>(g, KURVO_ERR_CURVE);
   const auto first_of_bezier = [&]<std::size_t kDim>(const LocalBezier<kDim>& local) {
     Vec2 d;
     if constexpr (kDim == 3)
@@ -54,7 +54,7 @@ MaybeVector FirstOf(const Curve& curve, double t, GlobalVar& g) {
           [](const KurvoLine& line) -> MaybeVector { return LineDerivative(line); },
           [&](const KurvoArc& arc) -> MaybeVector { return ArcDerivative(arc, 1, t, g.epsilon); },
           [&](const auto& view) { return WithLocalBezier(view, t, g, first_of_bezier); },
-          [&](Refused) -> MaybeVector { return Refuse(g, KURVO_ERR_CURVE); }});
+          [&](Refused) -> MaybeVector { return Refuse<Vec2>(g, KURVO_ERR_CURVE); }});
 }
 
 // True when a weight is 0 within the tolerance, wherever on the curve.
@@ -85,10 +85,10 @@ int32_t RefusalOf(const Curve& curve, int n, double t, double tol) {
 
 Vec2 NthOf(const Curve& curve, int n, double t, GlobalVar& g) {
   const int32_t refusal = RefusalOf(curve, n, t, g.epsilon);
-  if (refusal != KURVO_ERR_NONE) return Refuse(g, refusal);
+  if (refusal != KURVO_ERR_NONE) return Refuse<Vec2>(g, refusal);
   const auto nth_of_bezier = [&](const auto& local) {
     if (n * int64_t{local.bezier.degree} > kMaxPassedPoints)
-      return Refuse(g, KURVO_ERR_DERIVATIVE_ORDER);
+      return Refuse<Vec2>(g, KURVO_ERR_DERIVATIVE_ORDER);
     const Vec2 d = NthDerivative(local.bezier, n, local.s, g.epsilon);
     // Fixed behaviour: a stretch of width 0 is divided by, unlike above. Do not unify.
     const double divisor = n == 1 ? local.width : local.width * local.width;
@@ -101,7 +101,7 @@ Vec2 NthOf(const Curve& curve, int n, double t, GlobalVar& g) {
                  [&](const auto& view) {
                    return WithLocalBezier(view, t, g, nth_of_bezier).value_or(Vec2{});
                  },
-                 [&](Refused) { return Refuse(g, KURVO_ERR_CURVE); }});
+                 [&](Refused) { return Refuse<Vec2>(g, KURVO_ERR_CURVE); }});
 }
 
 }  // namespace
@@ -112,7 +112,7 @@ extern "C" {
 [[gnu::flatten]] void KurvocvDeriv(const Curve* curve, double t, Coord out, GlobalVar* g) noexcept {
   if (kurvo::ErrorPending(*g)) return;
   const auto find = [&] {
-    return curve ? kurvo::FirstOf(*curve, t, *g) : kurvo::Refuse(*g, KURVO_ERR_CURVE);
+    return curve ? kurvo::FirstOf(*curve, t, *g) : kurvo::Refuse<kurvo::Vec2>(*g, KURVO_ERR_CURVE);
   };
   const auto derivative = kurvo::Guard(*g, kurvo::MaybeVector(kurvo::Vec2{}), find);
   if (derivative) kurvo::Store(kurvo::OnPlane(*derivative), out);

@@ -4,6 +4,7 @@
 
 #include "eval/with_evaluator.h"
 #include "query/far_pieces.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {
@@ -34,26 +35,19 @@ Nearest NearestOnComposite(const CompositeView& composite, Vec3 p, int level, Gl
   const Nearest on_promising = promising < 0 ? Nearest{} : on(promising);
   double limit = promising < 0 ? std::numeric_limits<double>::infinity() : on_promising.at.dist;
   Nearest nearest;
-  double before = 0.0;
-  for (int32_t i = 0; i < composite.count && !ErrorPending(g); ++i) {
-    const double width = composite.widths[i];
-    if (!(DistanceBound(composite.curves[i], Planar(p)) > limit)) {
-      const Nearest on_piece = i == promising ? on_promising : on(i);
-      if (on_piece.found) {
-        nearest.Offer({on_piece.at.t * width + before, on_piece.at.dist});
-        limit = std::fmin(limit, on_piece.at.dist);
-      }
-    }
-    before += width;
+  for (const Piece piece : PiecesOf(composite)) {
+    if (ErrorPending(g)) break;
+    if (DistanceBound(piece.curve, Planar(p)) > limit) continue;
+    const Nearest on_piece = piece.index == promising ? on_promising : on(piece.index);
+    if (!on_piece.found) continue;
+    nearest.Offer({on_piece.at.t * piece.width + piece.start, on_piece.at.dist});
+    limit = std::fmin(limit, on_piece.at.dist);
   }
   return nearest;
 }
 
 Nearest NearestOnCurveRecord(const Curve& curve, Vec3 p, int level, GlobalVar& g) {
-  const auto refuse = [&] {
-    Fail(g, KURVO_ERR_CURVE);
-    return Nearest{};
-  };
+  const auto refuse = [&] { return Refuse(g, KURVO_ERR_CURVE, Nearest{}); };
   return VisitCurve(curve, Overloaded{[&](const auto& view) {
                                         return WithEvaluator(view, g, [&](const auto& evaluator) {
                                           return Nearest{true, evaluator.NearestPoint(p)};
@@ -73,10 +67,7 @@ extern "C" double KurvocvDistPoint(const Curve* curve, const Coord p, double* t,
                                    GlobalVar* g) noexcept {
   using kurvo::ErrorPending;
   if (ErrorPending(*g)) return 0.0;
-  if (!curve) {
-    kurvo::Fail(*g, KURVO_ERR_CURVE);
-    return 0.0;
-  }
+  if (!curve) return kurvo::Refuse(*g, KURVO_ERR_CURVE, 0.0);
   const auto nearest = kurvo::NearestOnCurveRecord(*curve, kurvo::Spatial(p), 0, *g);
   if (!nearest.found || ErrorPending(*g)) return 0.0;
   *t = nearest.at.t;

@@ -3,15 +3,13 @@
 
 #include "calc/circles.h"
 #include "calc/directions.h"
-#include "eval/spline_point.h"
+#include "control/spline_point.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
-#include "records/views.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {
-
-enum class End { kStart, kEnd };
 
 // A stored end off the circle is moved onto it radially; one at the centre has no direction to move
 // in.
@@ -29,51 +27,36 @@ std::optional<Vec3> EndOfSplineRecord(const SplineView<kDim>& spline, End end, G
   const bool at_start = end == End::kStart;
   if (spline.order > kMaxSplineOrder &&
       (at_start ? EvaluatedStart(spline) : EvaluatedEnd(spline))) {
-    Fail(g, KURVO_ERR_CURVE);
-    return std::nullopt;
+    return Refuse(g, KURVO_ERR_CURVE, std::nullopt);
   }
   return at_start ? StartOfSpline(spline) : EndOfSpline(spline);
 }
 
 // The end point; nothing, with the error recorded, for a bad record, and nothing for a composite
-// without pieces. Walks down the first (last) pieces of nested composites.
-std::optional<Vec3> EndPoint(const Curve* cv, End end, GlobalVar& g) {
+// without pieces.
+std::optional<Vec3> EndPoint(const Curve& cv, End end, GlobalVar& g) {
   using Result = std::optional<Vec3>;
-  int level = 0;
-  while (cv) {
-    const Curve* next = nullptr;
-    const Result point = VisitCurve(
-        *cv, Overloaded{[&](const KurvoLine& line) -> Result {
-                          return Spatial(end == End::kStart ? line.start : line.end);
+  const Curve* leaf = EndLeaf(cv, end);
+  const auto refuse = [&](Refused) -> Result { return Refuse(g, KURVO_ERR_CURVE, std::nullopt); };
+  if (!leaf) return refuse({});
+  const bool start = end == End::kStart;
+  return VisitCurve(
+      *leaf, Overloaded{[&](const KurvoLine& line) -> Result {
+                          return Spatial(start ? line.start : line.end);
                         },
                         [&](const KurvoArc& arc) -> Result { return EndOfArc(arc, end, g); },
                         [&]<std::size_t kDim>(const BezierView<kDim>& bezier) -> Result {
-                          return Spatial(bezier.points[end == End::kStart ? 0 : bezier.degree]);
+                          return Spatial(bezier.points[start ? 0 : bezier.degree]);
                         },
                         [&]<std::size_t kDim>(const SplineView<kDim>& spline) -> Result {
                           return EndOfSplineRecord(spline, end, g);
                         },
-                        [&](const CompositeView& composite) -> Result {
-                          if (++level > kMaxNesting)
-                            Fail(g, KURVO_ERR_CURVE);
-                          else if (composite.count > 0)
-                            next =
-                                composite.curves + (end == End::kStart ? 0 : composite.count - 1);
-                          return std::nullopt;
-                        },
-                        [&](Refused) -> Result {
-                          Fail(g, KURVO_ERR_CURVE);
-                          return std::nullopt;
-                        }});
-    if (point) return point;
-    cv = next;
-  }
-  return std::nullopt;
+                        [](const CompositeView&) -> Result { return std::nullopt; }, refuse});
 }
 
 void StoreEndPoint(const Curve* cv, End end, double* out, GlobalVar& g) {
   if (!cv) return Fail(g, KURVO_ERR_CURVE);
-  const auto point = Guard(g, std::optional<Vec3>(), [&] { return EndPoint(cv, end, g); });
+  const auto point = Guard(g, std::optional<Vec3>(), [&] { return EndPoint(*cv, end, g); });
   if (point) Store(*point, out);
 }
 

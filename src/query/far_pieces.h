@@ -31,9 +31,7 @@ std::optional<double> BoundOf(const BezierView<kDim>& bezier, Vec2 p) {
     sum += std::fabs(q[0]) + std::fabs(q[1]);
   }
   if (!std::isfinite(sum)) return std::nullopt;
-  const double x = std::max(std::max(box.min.x - p.x, p.x - box.max.x), 0.0);
-  const double y = std::max(std::max(box.min.y - p.y, p.y - box.max.y), 0.0);
-  return std::sqrt(x * x + y * y) - kPositionNoise * sum;
+  return Length(GapBetween(box, p)) - kPositionNoise * sum;
 }
 
 }  // namespace internal

@@ -3,12 +3,12 @@
 
 #include <optional>
 
-#include "build/bezier_pieces.h"
-#include "eval/spline_point.h"
+#include "control/bezier_pieces.h"
+#include "control/spline_point.h"
 #include "foundation/error_codes.h"
 #include "foundation/point.h"
 #include "foundation/work_area.h"
-#include "query/composite_piece.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 
@@ -31,11 +31,6 @@ int32_t SpanWithWidth(const SplineView<kDim>& spline, double t) {
 // nothing to use it on.
 using MaybeVector = std::optional<Vec2>;
 
-inline Vec2 Refuse(GlobalVar& g, int32_t code) {
-  Fail(g, code);
-  return {};
-}
-
 template <std::size_t kDim, class Use>
 MaybeVector WithLocalBezier(const BezierView<kDim>& bezier, double t, GlobalVar&, Use&& use) {
   return use(LocalBezier<kDim>{bezier, t, 1.0});
@@ -47,7 +42,7 @@ template <std::size_t kDim, class Use>
 MaybeVector WithLocalBezier(const SplineView<kDim>& spline, double t, GlobalVar& g, Use&& use) {
   constexpr std::size_t kStackOrder = 40;
   const int32_t k = spline.order;
-  if (k > kMaxSplineOrder) return Refuse(g, KURVO_ERR_CURVE);
+  if (k > kMaxSplineOrder) return Refuse<Vec2>(g, KURVO_ERR_CURVE);
   const int32_t i = SpanWithWidth(spline, t);
   const double* u = spline.knots + i;
   const double width = u[1] - u[0];
@@ -69,7 +64,7 @@ MaybeVector WithLocalBezier(const CompositeView& composite, double t, GlobalVar&
                                             return WithLocalBezier(bezier, at.t, g, use);
                                           },
                                           [&](const auto&) -> MaybeVector {
-                                            return Refuse(g, KURVO_ERR_CURVE);
+                                            return Refuse<Vec2>(g, KURVO_ERR_CURVE);
                                           }});
 }
 

@@ -3,6 +3,7 @@
 
 #include "eval/with_evaluator.h"
 #include "query/position.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {
@@ -13,31 +14,25 @@ Incidence Parameter(const Curve& curve, Vec3 p, double& t, int level, GlobalVar&
 // one on a tie. A composite without pieces leaves t alone.
 Incidence ParameterOnComposite(const CompositeView& composite, Vec3 p, double& t, int level,
                                GlobalVar& g) {
-  double before = 0.0;
   double nearest = std::numeric_limits<double>::infinity();
   Incidence last = Incidence::kOn;
-  for (int32_t i = 0; i < composite.count; ++i) {
-    const Curve& piece = composite.curves[i];
+  for (const Piece piece : PiecesOf(composite)) {
     double local = 0.0;
-    last = Parameter(piece, p, local, level + 1, g);
-    const double candidate = local * composite.widths[i] + before;
+    last = Parameter(piece.curve, p, local, level + 1, g);
+    const double candidate = local * piece.width + piece.start;
     if (last == Incidence::kOn) {
       t = candidate;
       return last;
     }
-    const double dist = Length(Planar(p) - Planar(PointOfCurve(piece, local, level + 1, g)));
-    if (i == 0 || dist < nearest) t = candidate;
+    const double dist = Length(Planar(p) - Planar(PointOfCurve(piece.curve, local, level + 1, g)));
+    if (piece.index == 0 || dist < nearest) t = candidate;
     if (dist < nearest) nearest = dist;
-    before += composite.widths[i];
   }
   return last;
 }
 
 Incidence Parameter(const Curve& curve, Vec3 p, double& t, int level, GlobalVar& g) {
-  const auto refuse = [&] {
-    Fail(g, KURVO_ERR_CURVE);
-    return Incidence::kOn;
-  };
+  const auto refuse = [&] { return Refuse(g, KURVO_ERR_CURVE, Incidence::kOn); };
   return VisitCurve(curve, Overloaded{[&](const auto& view) {
                                         return WithEvaluator(view, g, [&](const auto& evaluator) {
                                           return evaluator.Parameter(p, t);

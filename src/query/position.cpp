@@ -1,13 +1,13 @@
 // The point of a curve at a parameter.
 #include "query/position.h"
 
-#include "eval/bezier_point.h"
-#include "eval/prationalcurve2d.h"
-#include "eval/spline_point.h"
+#include "control/bezier_point.h"
+#include "control/spline_point.h"
+#include "control/weights.h"
 #include "eval/with_evaluator.h"
 #include "foundation/guard.h"
 #include "foundation/rounded_compare.h"
-#include "query/composite_piece.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {

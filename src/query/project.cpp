@@ -51,10 +51,7 @@ bool Project(const CompositeView& composite, Vec3& p, GlobalVar& g) {
   return nearest < std::numeric_limits<double>::infinity();
 }
 
-bool Project(Refused, Vec3&, GlobalVar& g) {
-  Fail(g, KURVO_ERR_CURVE);
-  return false;
-}
+bool Project(Refused, Vec3&, GlobalVar& g) { return Refuse(g, KURVO_ERR_CURVE, false); }
 
 }  // namespace
 }  // namespace kurvo

@@ -11,6 +11,10 @@ namespace kurvo {
 constexpr int32_t kMaxIndex = INT32_MAX - 1;  // no array is longer: indices can count past it
 constexpr int kMaxNesting = 64;               // composites within composites; deeper are refused
 
+// A point of a B-spline costs O(order^2): orders above this are refused, so that none takes
+// seconds.
+constexpr int32_t kMaxSplineOrder = 4096;
+
 template <std::size_t kDim>  // 3: x, y, z; 4: x, y, z, weight
 struct BezierView {
   int32_t degree;

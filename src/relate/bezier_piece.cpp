@@ -5,23 +5,16 @@
 #include <cmath>
 #include <type_traits>
 
+#include "control/blossom.h"
+#include "control/homogeneous.h"
+#include "foundation/with_constant.h"
+
 namespace kurvo {
 namespace {
 
 constexpr int kNearestSteps = 12;
 constexpr double kParameterRounding = 1e-15;
 constexpr int32_t kMaxExactSamples = 9;  // degree up to which the other way is no faster
-
-struct Homogeneous {
-  double x, y, w;
-};
-
-Homogeneous operator+(Homogeneous a, Homogeneous b) { return {a.x + b.x, a.y + b.y, a.w + b.w}; }
-Homogeneous operator-(Homogeneous a, Homogeneous b) { return {a.x - b.x, a.y - b.y, a.w - b.w}; }
-Homogeneous operator*(double s, Homogeneous a) { return {s * a.x, s * a.y, s * a.w}; }
-
-Homogeneous Mix(Homogeneous a, Homogeneous b, double t) { return (1.0 - t) * a + t * b; }
-Vec2 Mix(Vec2 a, Vec2 b, double t) { return (1.0 - t) * a + t * b; }
 
 // Value and the first two derivatives of a Bezier function by de Casteljau's algorithm, whose last
 // three points give them as differences. `n` is a number, or a constant for loops that the compiler
@@ -34,42 +27,28 @@ struct ValueJet {
 template <class Value, class Degree>
 ValueJet<Value> CasteljauJet(Value* work, Degree n, double t) {
   for (int32_t level = n; level > 2; --level)
-    for (int32_t i = 0; i < level; ++i) work[i] = Mix(work[i], work[i + 1], t);
+    for (int32_t i = 0; i < level; ++i) MixInto(work[i], work[i + 1], t, work[i]);
   const double degree = n;
   ValueJet<Value> jet{};
   if (n >= 2) {
     jet.d2 = (degree * (degree - 1.0)) * ((work[2] - work[1]) - (work[1] - work[0]));
-    for (int32_t i = 0; i < 2; ++i) work[i] = Mix(work[i], work[i + 1], t);
+    for (int32_t i = 0; i < 2; ++i) MixInto(work[i], work[i + 1], t, work[i]);
   }
   jet.d1 = degree * (work[1] - work[0]);
   jet.p = Mix(work[0], work[1], t);
   return jet;
 }
 
-template <int32_t kDegree>
-using DegreeConstant = std::integral_constant<int32_t, kDegree>;
-
 // The jet of the function whose control values are load(point).
 template <class Load>
 auto JetOf(const BezierPiece& piece, double t, Load&& load) {
   using Value = decltype(load(piece.points[0]));
-  const auto of_degree = [&]<class Degree>(Degree n, Value* work) {
+  return WithConstant<1, 2, 3>(piece.degree, [&]<class Degree>(Degree n) {
+    constexpr bool kFew = !std::is_same_v<Degree, int32_t>;
+    Value work[kFew ? 4 : kMaxPieceDegree + 1];
     for (int32_t i = 0; i <= n; ++i) work[i] = load(piece.points[i]);
     return CasteljauJet(work, n, t);
-  };
-  Value few[4];
-  switch (piece.degree) {
-    case 1:
-      return of_degree(DegreeConstant<1>(), few);
-    case 2:
-      return of_degree(DegreeConstant<2>(), few);
-    case 3:
-      return of_degree(DegreeConstant<3>(), few);
-    default: {
-      Value many[kMaxPieceDegree + 1];
-      return of_degree(piece.degree, many);
-    }
-  }
+  });
 }
 
 ValueJet<Vec2> PlainJet(const BezierPiece& piece, double t) {
@@ -82,16 +61,14 @@ ValueJet<Homogeneous> HomogeneousJet(const BezierPiece& piece, double t) {
   });
 }
 
-Vec2 PlaneOf(Homogeneous a) { return {a.x, a.y}; }
-
 // C = N / W: C' = (N' - W' C) / W, C'' = (N'' - 2 W' C' - W'' C) / W.
 Jet RationalJet(const BezierPiece& piece, double t) {
   const ValueJet<Homogeneous> h = HomogeneousJet(piece, t);
   const double scale = 1.0 / h.p.w;
   Jet jet;
-  jet.p = scale * PlaneOf(h.p);
-  jet.d1 = scale * (PlaneOf(h.d1) - h.d1.w * jet.p);
-  jet.d2 = scale * (PlaneOf(h.d2) - 2.0 * h.d1.w * jet.d1 - h.d2.w * jet.p);
+  jet.p = scale * Planar(h.p);
+  jet.d1 = scale * (Planar(h.d1) - h.d1.w * jet.p);
+  jet.d2 = scale * (Planar(h.d2) - 2.0 * h.d1.w * jet.d1 - h.d2.w * jet.p);
   return jet;
 }
 
@@ -113,19 +90,17 @@ Jet JetAt(const BezierPiece& piece, double t) {
 Vec2 PointAt(const BezierPiece& piece, double t) {
   if (!piece.rational) return PlainJet(piece, t).p;
   const Homogeneous p = HomogeneousJet(piece, t).p;
-  return (1.0 / p.w) * PlaneOf(p);
+  return (1.0 / p.w) * Planar(p);
 }
 
 void Halve(const WeightedPoint* points, int32_t degree, bool rational, WeightedPoint* left,
            WeightedPoint* right) {
-  // The first points of the levels make up the left half, the last ones, each left standing as the
-  // levels shrink, the right half.
   std::copy_n(points, degree + 1, right);
-  for (int32_t level = degree; level > 0; --level) {
-    left[degree - level] = right[0];
-    for (int32_t i = 0; i < level; ++i) right[i] = Middle(right[i], right[i + 1], rational);
-  }
-  left[degree] = right[0];
+  left[0] = right[0];
+  const auto mix = [rational](WeightedPoint& a, const WeightedPoint& b) {
+    a = Middle(a, b, rational);
+  };
+  ToBothEdges(right, degree, left, mix);
 }
 
 double RefineNearest(const BezierPiece& piece, Vec2 p, double t) {
@@ -162,13 +137,13 @@ class Samples {
   Vec2 At(double t) const {
     const int32_t n = piece_.degree;
     if (kMaxExactSamples >= n) return PointAt(piece_, t);
-    Homogeneous sum{0.0, 0.0, 0.0};
+    Homogeneous sum = {};
     if (t > 0.5) {
       for (int32_t k = 0; k <= n; ++k) sum = ((1.0 - t) / t) * sum + scaled_[k];
     } else {
       for (int32_t k = n; k >= 0; --k) sum = (t / (1.0 - t)) * sum + scaled_[k];
     }
-    return (1.0 / sum.w) * PlaneOf(sum);
+    return (1.0 / sum.w) * Planar(sum);
   }
 
  private:

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "eval/bernstein.h"
 #include "eval/turning_points.h"
 #include "relate/crossing.h"
 

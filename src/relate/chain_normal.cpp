@@ -7,7 +7,7 @@
 #include "calc/directions.h"
 #include "calc/lines.h"
 #include "foundation/guard.h"
-#include "relate/leaves.h"
+#include "records/pieces.h"
 #include "relate/winding.h"
 
 namespace kurvo {
@@ -122,10 +122,7 @@ std::optional<Orientation> OrientationOf(const Cvseq& seq, GlobalVar& g) {
   const Centre centre = CentreOf(seq, g);
   const bool straight = IsStraight(seq, g);
   if (ErrorPending(g)) return std::nullopt;
-  if (straight) {
-    Fail(g, KURVO_WARN_NO_ORIENTATION);
-    return std::nullopt;
-  }
+  if (straight) return Refuse(g, KURVO_WARN_NO_ORIENTATION, std::nullopt);
   const double z = RunsCounterClockwise(seq, centre, g) ? 1.0 : -1.0;
   if (ErrorPending(g)) return std::nullopt;
   return Orientation{centre.mean, {0.0, 0.0, z}};

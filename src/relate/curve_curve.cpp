@@ -78,14 +78,11 @@ class Pairing {
     return VisitCurve(a_, Overloaded{[&](const KurvoLine& line) { return WithLine(line); },
                                      [&](const KurvoArc& arc) { return WithArc(arc); },
                                      [&](const auto&) { return WithFreeForm(); },
-                                     [&](Refused) { return Refuse(); }});
+                                     [&](Refused) { return Nothing(); }});
   }
 
  private:
-  Common Refuse() const {
-    Fail(g_, KURVO_ERR_CURVE);
-    return Common::kNothing;
-  }
+  Common Nothing() const { return Refuse(g_, KURVO_ERR_CURVE, Common::kNothing); }
 
   Common Merged(Common common) const {
     if (common == Common::kPoints) MergeCrossings(a_, b_, g_, found_);
@@ -106,7 +103,7 @@ class Pairing {
                        [&](const auto&) {
                          return Merged(CrossLineFreeForm(line, b_, bounded_.first, g_, found_));
                        },
-                       [&](Refused) { return Refuse(); }});
+                       [&](Refused) { return Nothing(); }});
   }
 
   Common WithArc(const KurvoArc& arc) const {
@@ -117,7 +114,7 @@ class Pairing {
                 [&](const auto&) {
                   return Merged(CrossArcFreeForm(arc, b_, bounded_.first, g_, found_));
                 },
-                [&](Refused) { return Refuse(); }});
+                [&](Refused) { return Nothing(); }});
   }
 
   // Ascending along the first curve, the arc.
@@ -140,7 +137,7 @@ class Pairing {
                   return Merged(Swapped(CrossArcFreeForm(arc, a_, bounded_.second, g_, found_)));
                 },
                 [&](const auto&) { return Merged(CrossFreeForms(a_, b_, g_, found_)); },
-                [&](Refused) { return Refuse(); }});
+                [&](Refused) { return Nothing(); }});
   }
 
   const Curve& a_;

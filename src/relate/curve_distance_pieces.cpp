@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "build/bezier_pieces.h"
 #include "calc/arc_span.h"
+#include "control/bezier_pieces.h"
 #include "foundation/error_codes.h"
 #include "foundation/reserve_more.h"
 #include "relate/piece_part.h"
@@ -34,7 +34,10 @@ double DistancePiece::FromBezier(double s) const {
 }
 
 DistancePieces::DistancePieces(const Curve& curve, GlobalVar& g) : tol_(g.epsilon) {
-  if (!Add(curve, 0.0, 1.0, 0)) {
+  const auto add = [this](const Curve& leaf, const auto& view, LeafStretch on) {
+    return Add(leaf, view, on);
+  };
+  if (!AllLeafStretches(curve, add)) {
     pieces_.clear();
     Fail(g, KURVO_ERR_CURVE);
   }
@@ -45,32 +48,22 @@ DistancePieces::DistancePieces(const Curve& curve, GlobalVar& g) : tol_(g.epsilo
   }
 }
 
-// Parameter t of `curve` is offset + t scale on the whole. False for a record that cannot be right,
-// or a degree that is too high.
-bool DistancePieces::Add(const Curve& curve, double offset, double scale, int level) {
-  return VisitCurve(curve, Overloaded{[](Refused) { return false; },
-                                      [&](const KurvoLine& line) {
-                                        AddLine(line, offset, scale);
-                                        return true;
-                                      },
-                                      [&](const KurvoArc& arc) {
-                                        AddArc(arc, offset, scale);
-                                        return true;
-                                      },
-                                      [&](const auto&) { return AddSpans(curve, offset, scale); },
-                                      [&](const CompositeView& composite) {
-                                        if (level >= kMaxNesting) return false;
-                                        double before = 0.0;
-                                        for (int32_t i = 0; i < composite.count; ++i) {
-                                          const double width = composite.widths[i];
-                                          if (!Add(composite.curves[i], offset + before * scale,
-                                                   width * scale, level + 1))
-                                            return false;
-                                          before += width;
-                                        }
-                                        return true;
-                                      }});
+// False for a record that cannot be right, or a degree that is too high.
+bool DistancePieces::Add(const Curve& leaf, const auto&, LeafStretch on) {
+  return AddSpans(leaf, on.start, on.width);
 }
+
+bool DistancePieces::Add(const Curve&, const KurvoLine& line, LeafStretch on) {
+  AddLine(line, on.start, on.width);
+  return true;
+}
+
+bool DistancePieces::Add(const Curve&, const KurvoArc& arc, LeafStretch on) {
+  AddArc(arc, on.start, on.width);
+  return true;
+}
+
+bool DistancePieces::Add(const Curve&, Refused, LeafStretch) { return false; }
 
 void DistancePieces::AddLine(const KurvoLine& line, double offset, double scale) {
   const std::size_t first = points_.size();

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "calc/boxes.h"
+#include "records/pieces.h"
 #include "relate/bezier_piece.h"
 
 namespace kurvo {
@@ -75,7 +76,10 @@ class DistancePieces {
   }
 
  private:
-  bool Add(const Curve& curve, double offset, double scale, int level);
+  bool Add(const Curve& leaf, const auto& view, LeafStretch on);
+  bool Add(const Curve& leaf, const KurvoLine& line, LeafStretch on);
+  bool Add(const Curve& leaf, const KurvoArc& arc, LeafStretch on);
+  bool Add(const Curve& leaf, Refused, LeafStretch on);
   void AddLine(const KurvoLine& line, double offset, double scale);
   void AddArc(const KurvoArc& arc, double offset, double scale);
   bool AddSpans(const Curve& curve, double offset, double scale);

@@ -75,8 +75,7 @@ bool Holds(const PiecePart& part, double t) { return t >= part.t0 && part.t1 >= 
 }  // namespace
 
 double BoxDistance(const PlanarBox& a, const PlanarBox& b) {
-  const double x = std::max(std::max(b.min.x - a.max.x, a.min.x - b.max.x), 0.0);
-  const double y = std::max(std::max(b.min.y - a.max.y, a.min.y - b.max.y), 0.0);
+  const auto [x, y] = GapBetween(a, b);
   return x == 0.0 ? y : (y == 0.0 ? x : std::sqrt(x * x + y * y));
 }
 

@@ -5,6 +5,7 @@
 
 #include "foundation/error_codes.h"
 #include "foundation/reserve_more.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {
@@ -55,18 +56,14 @@ bool FreeFormPieces::Add(const Curve& curve, double offset, double scale, int32_
 }
 
 bool FreeFormPieces::AddBezierRecords(const Curve& curve, int32_t max_degree) {
+  const auto add = [&](const Piece& piece) {
+    const bool bezier = piece.curve.type == CV_BEZIER || piece.curve.type == CV_RBEZIER;
+    return !bezier || Add(piece.curve, piece.start, piece.width, max_degree);
+  };
   return VisitCurve(curve, Overloaded{[](const auto&) { return false; },
                                       [&](const CompositeView& composite) {
-                                        double before = 0.0;
-                                        for (int32_t i = 0; i < composite.count; ++i) {
-                                          const Curve& piece = composite.curves[i];
-                                          const double width = composite.widths[i];
-                                          const bool bezier =
-                                              piece.type == CV_BEZIER || piece.type == CV_RBEZIER;
-                                          if (bezier && !Add(piece, before, width, max_degree))
-                                            return false;
-                                          before += width;
-                                        }
+                                        for (const Piece piece : PiecesOf(composite))
+                                          if (!add(piece)) return false;
                                         return true;
                                       }});
 }

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "build/bezier_pieces.h"
 #include "calc/boxes.h"
+#include "control/bezier_pieces.h"
 #include "relate/bezier_piece.h"
 
 namespace kurvo {

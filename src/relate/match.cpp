@@ -4,8 +4,8 @@
 #include <type_traits>
 
 #include "build/convert.h"
-#include "build/degree_elevation.h"
-#include "build/homogeneous.h"
+#include "control/degree_elevation.h"
+#include "control/homogeneous.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
 #include "foundation/new_array.h"
@@ -80,10 +80,7 @@ bool SameAsComposites(const Curve& a, const Curve& b, GlobalVar& g) {
 
 // `level` counts the composites around these.
 bool Same(const CompositeView& a, const CompositeView& b, int level, GlobalVar& g) {
-  if (level >= kMaxNesting) {
-    Fail(g, KURVO_ERR_CURVE);
-    return false;
-  }
+  if (level >= kMaxNesting) return Refuse(g, KURVO_ERR_CURVE, false);
   if (a.count != b.count) return false;
   for (int32_t i = 0; i < a.count; ++i) {
     const Curve& left = a.curves[i];
@@ -110,8 +107,7 @@ bool SameType(const Curve& a, const Curve& b, int level, GlobalVar& g) {
       if constexpr (std::is_same_v<Left, Right> && !std::is_same_v<Left, Refused>) {
         return compare(left, right);
       } else {
-        Fail(g, KURVO_ERR_CURVE);
-        return false;
+        return Refuse(g, KURVO_ERR_CURVE, false);
       }
     });
   });

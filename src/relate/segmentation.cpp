@@ -1,16 +1,15 @@
 // A chain of curves as one composite that runs in proportion to arc length.
 #include <cmath>
-#include <numeric>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "build/convert.h"
-#include "build/widths.h"
 #include "foundation/error_codes.h"
 #include "foundation/guard.h"
 #include "foundation/point.h"
 #include "records/domain.h"
+#include "records/widths.h"
 
 namespace kurvo {
 namespace {
@@ -86,7 +85,7 @@ OwnedCurve Joined(std::vector<Member>& members, GlobalVar& g) {
   int32_t n = 0;
   for (Member& member : members) {
     auto& from = member.composite.block<KurvoSegcv>();
-    const double total = std::accumulate(from.widths, from.widths + from.count, 0.0);
+    const double total = DomainOf(member.composite.curve()).end;
     double sum = 0.0;
     for (int32_t j = 0; j < from.count; ++j, ++n) {
       sum += from.widths[j];

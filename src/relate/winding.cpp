@@ -7,12 +7,13 @@
 #include <cstring>
 #include <iterator>
 
-#include "build/bezier_pieces.h"
-#include "build/casteljau_split.h"
 #include "calc/arc_span.h"
 #include "calc/boxes.h"
-#include "eval/bernstein.h"
-#include "eval/spline_point.h"
+#include "control/bernstein.h"
+#include "control/bezier_pieces.h"
+#include "control/casteljau_split.h"
+#include "control/load_points.h"
+#include "control/spline_point.h"
 #include "foundation/work_area.h"
 
 namespace kurvo {
@@ -121,20 +122,13 @@ class AreaOfBezier {
   static constexpr double kNoise = 1e-14;  // relative to the square of the largest distance from q
   static constexpr int kMaxDepth = 8;
 
-  using Homogeneous = std::array<double, 3>;
-
-  Homogeneous Load(int32_t i) const {
-    const Vec2 p = Planar(points_[i]) - q_;
-    const double w = kDim == 4 ? points_[i][kDim - 1] : 1.0;
-    return {w * p.x, w * p.y, w};
-  }
-
   double Integrand(double t) const {
-    const Homogeneous a =
-        CasteljauValue<3>(n_, t, [this](int32_t i, Homogeneous& v) { v = Load(i); });
-    const Homogeneous d = CasteljauValue<3>(n_ - 1, t, [this](int32_t i, Homogeneous& v) {
-      const Homogeneous from = Load(i);
-      v = Load(i + 1);
+    const auto load = LoadHomogeneous(points_, q_);
+    const auto a = CasteljauValue<3>(n_, t, load);
+    const auto d = CasteljauValue<3>(n_ - 1, t, [&](int32_t i, std::array<double, 3>& v) {
+      std::array<double, 3> from;
+      load(i, from);
+      load(i + 1, v);
       for (std::size_t c = 0; c < 3; ++c) v[c] -= from[c];
     });
     return n_ * (a[0] * d[1] - a[1] * d[0]) / (a[2] * a[2]);
@@ -178,10 +172,7 @@ class AreaOfBezier {
 // B-spline.
 template <std::size_t kDim, class Use>
 double SumOfBeziers(const BezierView<kDim>& bezier, WindingEffort&, GlobalVar& g, Use&& use) {
-  if (bezier.degree > kMaxSplitDegree) {
-    Fail(g, KURVO_ERR_CURVE);
-    return 0.0;
-  }
+  if (bezier.degree > kMaxSplitDegree) return Refuse(g, KURVO_ERR_CURVE, 0.0);
   const auto count = static_cast<std::size_t>(bezier.degree) + 1;
   WorkArea<double[kDim], kStackOrder> points(count);
   std::memcpy(points.data(), bezier.points, count * sizeof(*bezier.points));
@@ -191,10 +182,7 @@ double SumOfBeziers(const BezierView<kDim>& bezier, WindingEffort&, GlobalVar& g
 template <std::size_t kDim, class Use>
 double SumOfBeziers(const SplineView<kDim>& spline, WindingEffort& effort, GlobalVar& g,
                     Use&& use) {
-  if (spline.order > kMaxSplineOrder) {
-    Fail(g, KURVO_ERR_CURVE);
-    return 0.0;
-  }
+  if (spline.order > kMaxSplineOrder) return Refuse(g, KURVO_ERR_CURVE, 0.0);
   const int32_t n = spline.order - 1;
   WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(n) + 1);
   double sum = 0.0;
@@ -215,50 +203,47 @@ double SumOfBeziers(const SplineView<kDim>& spline, WindingEffort& effort, Globa
   return sum + use(chord, 1);
 }
 
-double Refuse(GlobalVar& g) {
-  Fail(g, KURVO_ERR_CURVE);
-  return 0.0;
-}
-
 }  // namespace
 
 double WindingAngle(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar& g) {
   const double tol = g.epsilon;
-  return VisitCurve(
-      curve,
-      Overloaded{[&](const KurvoLine& line) {
-                   return AngleOfLine(Planar(line.start), Planar(line.end), q, tol);
-                 },
-                 [&](const KurvoArc& arc) { return AngleOfArc(arc, q, tol); },
-                 [&](const auto& view) {
-                   return SumOfBeziers(view, effort, g,
-                                       [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
-                                         return AngleOfBezier<kDim>(q, tol, effort)(points, n);
-                                       });
-                 },
-                 [](const CompositeView&) { return 0.0; }, [&](Refused) { return Refuse(g); }});
+  return VisitCurve(curve,
+                    Overloaded{[&](const KurvoLine& line) {
+                                 return AngleOfLine(Planar(line.start), Planar(line.end), q, tol);
+                               },
+                               [&](const KurvoArc& arc) { return AngleOfArc(arc, q, tol); },
+                               [&](const auto& view) {
+                                 return SumOfBeziers(
+                                     view, effort, g,
+                                     [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
+                                       return AngleOfBezier<kDim>(q, tol, effort)(points, n);
+                                     });
+                               },
+                               [](const CompositeView&) { return 0.0; },
+                               [&](Refused) { return Refuse<double>(g, KURVO_ERR_CURVE); }});
 }
 
 double SweptArea(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar& g) {
   return VisitCurve(
-      curve,
-      Overloaded{[&](const KurvoLine& line) {
-                   return 0.5 * Cross(Planar(line.start) - q, Planar(line.end) - q);
-                 },
-                 [&](const KurvoArc& arc) {
-                   const ArcSpan span = SpanOf(arc, g.epsilon);
-                   const double sweep = span.reversed ? -span.sweep : span.sweep;
-                   const Vec2 chord = Planar(arc.end) - Planar(arc.start);
-                   const double r = arc.radius;
-                   return 0.5 * (Cross(Planar(arc.centre) - q, chord) + r * r * sweep);
-                 },
-                 [&](const auto& view) {
-                   return SumOfBeziers(
-                       view, effort, g, [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
-                         return 0.5 * AreaOfBezier<kDim>(points, n, q, effort).Twice();
-                       });
-                 },
-                 [](const CompositeView&) { return 0.0; }, [&](Refused) { return Refuse(g); }});
+      curve, Overloaded{[&](const KurvoLine& line) {
+                          return 0.5 * Cross(Planar(line.start) - q, Planar(line.end) - q);
+                        },
+                        [&](const KurvoArc& arc) {
+                          const ArcSpan span = SpanOf(arc, g.epsilon);
+                          const double sweep = span.reversed ? -span.sweep : span.sweep;
+                          const Vec2 chord = Planar(arc.end) - Planar(arc.start);
+                          const double r = arc.radius;
+                          return 0.5 * (Cross(Planar(arc.centre) - q, chord) + r * r * sweep);
+                        },
+                        [&](const auto& view) {
+                          return SumOfBeziers(
+                              view, effort, g,
+                              [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
+                                return 0.5 * AreaOfBezier<kDim>(points, n, q, effort).Twice();
+                              });
+                        },
+                        [](const CompositeView&) { return 0.0; },
+                        [&](Refused) { return Refuse<double>(g, KURVO_ERR_CURVE); }});
 }
 
 }  // namespace kurvo

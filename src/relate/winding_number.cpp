@@ -5,12 +5,12 @@
 #include <cmath>
 #include <cstring>
 
-#include "build/bezier_pieces.h"
-#include "build/casteljau_split.h"
-#include "eval/spline_point.h"
+#include "control/bezier_pieces.h"
+#include "control/casteljau_split.h"
+#include "control/spline_point.h"
 #include "eval/with_evaluator.h"
 #include "foundation/work_area.h"
-#include "relate/leaves.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 namespace {

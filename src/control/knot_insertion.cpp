@@ -1,11 +1,11 @@
 // Parts of a B-spline, cut out and continued by knot insertion.
-#include "build/knot_insertion.h"
+#include "control/knot_insertion.h"
 
 #include <algorithm>
 
-#include "build/blossom.h"
-#include "build/homogeneous.h"
-#include "build/new_records.h"
+#include "control/blossom.h"
+#include "control/homogeneous.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 namespace {

@@ -3,13 +3,10 @@
 
 #include <optional>
 
-#include "eval/knot_spans.h"
+#include "control/knot_spans.h"
 #include "foundation/point.h"
 
 namespace kurvo {
-
-// A point costs O(order^2): orders above this are refused, so that no single point takes seconds.
-constexpr int32_t kMaxSplineOrder = 4096;
 
 // Whether an evaluator leaves the weights of a spline aside: always for a plain one, for a rational
 // one when all its weights are 1 within `tol`.

@@ -1,8 +1,8 @@
 // B-splines split into their Bezier pieces.
 #include <gtest/gtest.h>
 
-#include "build/bezier_pieces.h"
 #include "build/curves.h"
+#include "control/bezier_pieces.h"
 
 namespace kurvo_test {
 namespace {

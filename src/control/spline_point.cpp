@@ -1,9 +1,9 @@
 // Points of a B-spline by its basis values.
-#include "eval/spline_point.h"
+#include "control/spline_point.h"
 
 #include <algorithm>
 
-#include "eval/prationalcurve2d.h"
+#include "control/weights.h"
 
 namespace kurvo {
 namespace {

@@ -1,8 +1,8 @@
 // Points of Bezier curves.
 #pragma once
 
-#include "eval/bernstein.h"
-#include "eval/load_points.h"
+#include "control/bernstein.h"
+#include "control/load_points.h"
 #include "foundation/point.h"
 #include "records/views.h"
 

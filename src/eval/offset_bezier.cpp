@@ -1,16 +1,16 @@
 // Bezier curves at a constant distance from Bezier curves.
-#include "build/offset_bezier.h"
+#include "eval/offset_bezier.h"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
 
-#include "build/casteljau_split.h"
-#include "build/degree_elevation.h"
-#include "build/homogeneous.h"
-#include "build/new_records.h"
-#include "build/offset_polygon.h"
+#include "control/casteljau_split.h"
+#include "control/degree_elevation.h"
+#include "control/homogeneous.h"
+#include "eval/offset_polygon.h"
+#include "records/new_records.h"
 
 namespace kurvo {
 namespace {

@@ -5,7 +5,25 @@
 #include <cmath>
 #include <cstdint>
 
+#include "foundation/point.h"
+
 namespace kurvo {
+
+// A point of the plane times its weight, and the weight.
+struct Homogeneous {  // work areas of these are not set to 0 first
+  double x;
+  double y;
+  double w;
+};
+
+inline Homogeneous operator+(Homogeneous a, Homogeneous b) {
+  return {a.x + b.x, a.y + b.y, a.w + b.w};
+}
+inline Homogeneous operator-(Homogeneous a, Homogeneous b) {
+  return {a.x - b.x, a.y - b.y, a.w - b.w};
+}
+inline Homogeneous operator*(double s, Homogeneous a) { return {s * a.x, s * a.y, s * a.w}; }
+inline Vec2 Planar(Homogeneous a) { return {a.x, a.y}; }  // still times the weight
 
 // (x, y, z, w) becomes (w x, w y, w z, w). Plain points are their own homogeneous form.
 inline void ToHomogeneous(double (*points)[4], int32_t count) {

@@ -1,5 +1,5 @@
 // Circular arcs as rational quadratic Bezier curves.
-#include "build/rational_arc.h"
+#include "control/rational_arc.h"
 
 #include "calc/directions.h"
 

@@ -1,5 +1,5 @@
 // Degree elevation of Bezier curves.
-#include "build/degree_elevation.h"
+#include "control/degree_elevation.h"
 
 namespace kurvo {
 

@@ -5,8 +5,10 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
-#include "eval/polynomial.h"
+#include "control/blossom.h"
+#include "foundation/with_constant.h"
 
 namespace kurvo {
 
@@ -14,13 +16,17 @@ namespace kurvo {
 // lose more than 3^9 units in the last place, they are repeated interpolations.
 constexpr int32_t kMaxPowerBasisDegree = 9;
 
+// Up to this degree functions are written in power basis.
+constexpr std::size_t kMaxTabledDegree = 39;
+
 namespace internal {
 
-using BinomialTable = std::array<std::array<double, Polynomial::kCapacity>, Polynomial::kCapacity>;
+constexpr std::size_t kTableSize = kMaxTabledDegree + 1;
+using BinomialTable = std::array<std::array<double, kTableSize>, kTableSize>;
 
 constexpr BinomialTable MakeBinomials() {  // Pascal's triangle; exact, all below 2^53
   BinomialTable table{};
-  for (std::size_t n = 0; n < Polynomial::kCapacity; ++n) {
+  for (std::size_t n = 0; n < kTableSize; ++n) {
     table[n][0] = 1.0;
     for (std::size_t i = 1; i <= n; ++i)
       table[n][i] = table[n - 1][i - 1] + (i < n ? table[n - 1][i] : 0.0);
@@ -32,7 +38,7 @@ inline constexpr BinomialTable kBinomials = MakeBinomials();
 
 }  // namespace internal
 
-// C(n, i) for 0 <= i <= n < 40.
+// C(n, i) for 0 <= i <= n <= kMaxTabledDegree.
 constexpr double Binomial(std::size_t n, std::size_t i) { return internal::kBinomials[n][i]; }
 
 // Entry (j, i) of the Bernstein-to-power matrix of degree n, the coefficient of t^j in the
@@ -72,7 +78,7 @@ struct FixedMatrix {
 };
 
 struct GeneralMatrix {
-  static constexpr std::size_t kPoints = Polynomial::kCapacity;
+  static constexpr std::size_t kPoints = kTableSize;
   std::size_t n;
   std::size_t degree() const { return n; }
   double operator()(std::size_t j, std::size_t i) const { return BernsteinToPower(n, j, i); }
@@ -81,28 +87,12 @@ struct GeneralMatrix {
 // Calls use(matrix) with the matrix of degree n, fixed up to kMaxPowerBasisDegree.
 template <class Use>
 decltype(auto) WithMatrix(std::size_t n, Use&& use) {
-  switch (n) {
-    case 1:
-      return use(FixedMatrix<1>());
-    case 2:
-      return use(FixedMatrix<2>());
-    case 3:
-      return use(FixedMatrix<3>());
-    case 4:
-      return use(FixedMatrix<4>());
-    case 5:
-      return use(FixedMatrix<5>());
-    case 6:
-      return use(FixedMatrix<6>());
-    case 7:
-      return use(FixedMatrix<7>());
-    case 8:
-      return use(FixedMatrix<8>());
-    case 9:
-      return use(FixedMatrix<9>());
-    default:
-      return use(GeneralMatrix{n});
-  }
+  return WithConstant<1, 2, 3, 4, 5, 6, 7, 8, 9>(n, [&]<class Degree>(Degree degree) {
+    if constexpr (std::is_same_v<Degree, std::size_t>)
+      return use(GeneralMatrix{degree});
+    else
+      return use(FixedMatrix<Degree::value>());
+  });
 }
 
 // The coefficient vectors of a function of the matrix's degree.
@@ -117,23 +107,20 @@ struct Vectors {
 
 }  // namespace internal
 
-// Makes each of `results` the power basis of one component of the Bezier function of degree n < 40
-// whose coefficient vectors are written by load(i, vector). The coefficient of t^j is the sum over
-// i of matrix entry times vector i, in ascending order of i.
-template <std::size_t kSize, class Load>
-void SetPowerBasis(std::size_t n, Load&& load, const std::array<Polynomial*, kSize>& results) {
-  for (Polynomial* result : results) result->Truncate(n + 1);
+// Calls store(j, vector) with the coefficient vector of t^j, in power basis, of the Bezier function
+// of degree n <= kMaxTabledDegree whose coefficient vectors are written by load(i, vector): the sum
+// over i of matrix entry times vector i, in ascending order of i.
+template <std::size_t kSize, class Load, class Store>
+void ToPowerBasis(std::size_t n, Load&& load, Store&& store) {
   internal::WithMatrix(n, [&]<class Matrix>(const Matrix& matrix) {
     const internal::Vectors<kSize, Matrix> vectors(matrix, load);
-    for (std::size_t j = 0; j <= matrix.degree(); ++j) {
-      const std::array<double, kSize> sum = internal::PowerCoefficient(j, vectors.of_point, matrix);
-      for (std::size_t c = 0; c < kSize; ++c) (*results[c])[j] = sum[c];
-    }
+    for (std::size_t j = 0; j <= matrix.degree(); ++j)
+      store(j, internal::PowerCoefficient(j, vectors.of_point, matrix));
   });
 }
 
-// The values at t of the polynomials that SetPowerBasis would make, by the same operations in the
-// same order as Value, without storing them. Requires n <= kMaxPowerBasisDegree.
+// The values at t of the polynomials with the coefficients of ToPowerBasis, by the same operations
+// in the same order as Value, without storing them. Requires n <= kMaxPowerBasisDegree.
 template <std::size_t kSize, class Load>
 std::array<double, kSize> PowerBasisValue(int32_t n, double t, Load&& load) {
   return internal::WithMatrix(static_cast<std::size_t>(n), [&]<class Matrix>(const Matrix& matrix) {
@@ -168,7 +155,7 @@ std::array<double, kSize> InnerValue(int32_t n, double t, Load&& load) {
     const double ahead = u * h * static_cast<double>(n - k + 1);
     h = ahead / (static_cast<double>(k) + ahead);
     load(from_end ? n - k : k, p);
-    for (std::size_t c = 0; c < kSize; ++c) q[c] = (1.0 - h) * q[c] + h * p[c];
+    MixInto(q, p, h, q);
   }
   return q;
 }
@@ -208,15 +195,12 @@ std::array<double, kSize> ContinuedValue(int32_t n, double t, Load&& load) {
 template <std::size_t kSize, class Load>
 std::array<double, kSize> CasteljauValue(int32_t n, double t, Load&& load) {
   using Vector = std::array<double, kSize>;
-  const auto mix = [](Vector& a, const Vector& b, double s) {  // a := (1 - s) a + s b
-    for (std::size_t c = 0; c < kSize; ++c) a[c] = (1.0 - s) * a[c] + s * b[c];
-  };
   constexpr int32_t kStackDegree = 39;
   if (n <= kStackDegree) {
     Vector work[kStackDegree + 1];
     for (int32_t i = 0; i <= n; ++i) load(i, work[i]);
     for (int32_t level = n; level > 0; --level)
-      for (int32_t i = 0; i < level; ++i) mix(work[i], work[i + 1], t);
+      for (int32_t i = 0; i < level; ++i) MixInto(work[i], work[i + 1], t, work[i]);
     return work[0];
   }
   return t < 0.0 || t > 1.0 ? internal::ContinuedValue<kSize>(n, t, load)

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "eval/knot_spans.h"
+#include "control/knot_spans.h"
 #include "records/views.h"
 
 namespace kurvo {

@@ -1,10 +1,10 @@
 // Bezier curves over another range of their parameter.
-#include "build/reparametrise.h"
+#include "control/reparametrise.h"
 
 #include <algorithm>
 
-#include "build/blossom.h"
-#include "build/homogeneous.h"
+#include "control/blossom.h"
+#include "control/homogeneous.h"
 
 namespace kurvo {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "eval/knot_spans.h"
+#include "control/knot_spans.h"
 #include "records/owned_curve.h"
 
 namespace kurvo {

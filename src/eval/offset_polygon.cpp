@@ -1,5 +1,5 @@
 // Control polygons moved sideways.
-#include "build/offset_polygon.h"
+#include "eval/offset_polygon.h"
 
 #include <cmath>
 

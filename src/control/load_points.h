@@ -29,10 +29,11 @@ inline auto LoadHomogeneous(const double (*points)[4]) {
     p = {w * points[i][0], w * points[i][1], w};
   };
 }
-// The same relative to `origin`.
-inline auto LoadHomogeneous(const double (*points)[4], Vec2 origin) {
+// The same relative to `origin`; a point without a weight has weight 1.
+template <std::size_t kDim>
+auto LoadHomogeneous(const double (*points)[kDim], Vec2 origin) {
   return [points, origin](int32_t i, std::array<double, 3>& p) {
-    const double w = points[i][3];
+    const double w = WeightOf(points[i]);
     p = {w * (points[i][0] - origin.x), w * (points[i][1] - origin.y), w};
   };
 }

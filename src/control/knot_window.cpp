@@ -1,9 +1,9 @@
 // The surroundings of one inner knot of a B-spline, and the removal of its occurrences.
-#include "build/knot_window.h"
+#include "control/knot_window.h"
 
 #include <algorithm>
 
-#include "eval/knot_spans.h"
+#include "control/knot_spans.h"
 
 namespace kurvo {
 namespace {

@@ -1,9 +1,8 @@
 // Knot spans of a B-spline and the basis values on one of them.
-#include "eval/knot_spans.h"
+#include "control/knot_spans.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <type_traits>
 
 #include "foundation/rounded_compare.h"
 
@@ -63,13 +62,6 @@ int32_t FindSpan(const KnotVector& knots, double t) {
   return right == last ? LastSpan(knots) : static_cast<int32_t>(right - 1 - knots.u);
 }
 
-namespace {
-
-template <int32_t kOrder>
-using OrderConstant = std::integral_constant<int32_t, kOrder>;
-
-}  // namespace
-
 BasisValues::BasisValues(const KnotVector& knots, int32_t i, double t) {
   const int32_t k = knots.order;
   if (k > kStackOrder) {
@@ -79,16 +71,7 @@ BasisValues::BasisValues(const KnotVector& knots, int32_t i, double t) {
   const double* u = knots.u + i;
   double* left = values_ + k;
   double* right = left + k;
-  switch (k) {
-    case 3:
-      FillBasis(OrderConstant<3>(), u, t, values_, left, right);
-      break;
-    case 4:
-      FillBasis(OrderConstant<4>(), u, t, values_, left, right);
-      break;
-    default:
-      FillBasis(k, u, t, values_, left, right);
-  }
+  WithOrder(k, [&](auto order) { FillBasis(order, u, t, values_, left, right); });
 }
 
 }  // namespace kurvo

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "foundation/with_constant.h"
 #include "records/views.h"
 
 namespace kurvo {
@@ -22,6 +23,12 @@ struct KnotVector {
 template <std::size_t kDim>
 KnotVector KnotsOf(const SplineView<kDim>& spline) {
   return {spline.knots, spline.order, spline.count};
+}
+
+// Calls use(k) with the order, for the common ones as a constant.
+template <class Use>
+decltype(auto) WithOrder(int32_t order, Use&& use) {
+  return WithConstant<3, 4>(order, use);
 }
 
 // A span is named by the index i of its left knot, order - 1 <= i < count; control points i - order
