@@ -1,0 +1,183 @@
+// The distance between two curves.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "foundation/guard.h"
+#include "records/domain.h"
+#include "relate/distance/elementary_distance.h"
+#include "relate/distance/piece_distance.h"
+
+namespace kurvo {
+namespace {
+
+// Coordinates whose fourth powers neither overflow nor vanish are used as they are.
+constexpr double kLargestUnscaled = 0x1p240;
+constexpr double kSmallestUnscaled = 0x1p-240;
+constexpr int kMaxExponent = 1000;  // of the scale
+
+// What the steps of the search cost, in the unit of WorkBudget.
+constexpr int64_t kNodeCost = 4;      // of one tree
+constexpr int64_t kNodePairCost = 8;  // of both
+constexpr int64_t kClosedPairCost = 64;
+
+// The power of two that the coordinates are multiplied by.
+double ScaleFor(double largest) {
+  if (largest > kLargestUnscaled) return std::ldexp(kLargestUnscaled, -std::ilogb(largest));
+  if (kSmallestUnscaled > largest && largest > 0.0)
+    return std::ldexp(1.0, std::min(-std::ilogb(largest), kMaxExponent));
+  return 1.0;
+}
+
+// Looks at pairs of pieces in the order of their distance, as far as the boxes around them tell.
+class DistanceSearch {
+ public:
+  DistanceSearch(const DistancePieces& a, const DistancePieces& b, NearestPair& nearest)
+      : a_(a), b_(b), nearest_(nearest), budget_(a.size() + b.size()), pieces_(nearest, budget_) {}
+
+  void Run() {
+    for (const End& end_a : EndsOf(a_))
+      for (const End& end_b : EndsOf(b_))
+        nearest_.Offer({end_a.t, end_b.t, Length(end_b.p - end_a.p)});
+    // The ends with their nearest points on the other curve, which no search between pieces finds
+    // where the curves run alongside each other. Between two pieces that are lines or arcs they
+    // come up anyway.
+    if (!IsOneClosed(a_) || !IsOneClosed(b_)) {
+      for (const End& end : EndsOf(a_)) OfferEnd(end, b_, false);
+      for (const End& end : EndsOf(b_)) OfferEnd(end, a_, true);
+    }
+    const Range whole_a = a_.Whole(), whole_b = b_.Whole();
+    Visit(whole_a, whole_b, BoxDistance(a_.BoxOf(whole_a), b_.BoxOf(whole_b)));
+  }
+
+ private:
+  using Range = DistancePieces::Range;
+
+  static bool Closed(const DistancePiece& piece) { return piece.kind != PieceKind::kFreeForm; }
+
+  static bool IsOneClosed(const DistancePieces& pieces) {
+    return pieces.size() == 1 && Closed(pieces[0]);
+  }
+
+  struct End {
+    Vec2 p;
+    double t;
+  };
+  static std::array<End, 2> EndsOf(const DistancePieces& pieces) {
+    const DistancePiece &first = pieces[0], &last = pieces[pieces.size() - 1];
+    return {End{Planar(first.bezier.points[0]), first.ToCurve(0.0)},
+            End{Planar(last.bezier.points[last.bezier.degree]), last.ToCurve(1.0)}};
+  }
+
+  // The end as a line without length.
+  void OfferEnd(const End& end, const DistancePieces& other, bool swapped) {
+    const WeightedPoint points[] = {{end.p.x, end.p.y, 1.0}, {end.p.x, end.p.y, 1.0}};
+    DistancePiece point{PieceKind::kLine, {points, 1, false}, {}, {}, end.t, 0.0};
+    point.box.Widen(end.p);
+    VisitFrom(point, other, other.Whole(), swapped);
+  }
+
+  void VisitFrom(const DistancePiece& point, const DistancePieces& other, const Range& range,
+                 bool swapped) {
+    budget_.Spend(kNodeCost);
+    const double bound = BoxDistance(point.box, other.BoxOf(range));
+    const double ta = swapped ? StartOf(other, range) : point.start;
+    if (budget_.exhausted() || !Promising(bound, ta)) return;
+    if (range.single()) {
+      swapped ? SearchPair(other[range.begin], point) : SearchPair(point, other[range.begin]);
+      return;
+    }
+    const Range first = range.First(), second = range.Second();
+    const bool second_nearer =
+        BoxDistance(point.box, other.BoxOf(second)) < BoxDistance(point.box, other.BoxOf(first));
+    VisitFrom(point, other, second_nearer ? second : first, swapped);
+    VisitFrom(point, other, second_nearer ? first : second, swapped);
+  }
+
+  bool Promising(double bound, double ta) const {
+    return nearest_.CanImprove(bound) || nearest_.CanTie(bound, ta);
+  }
+
+  static double StartOf(const DistancePieces& pieces, const Range& range) {
+    return pieces[range.begin].start;
+  }
+
+  void Visit(const Range& a, const Range& b, double bound) {
+    budget_.Spend(kNodePairCost);
+    if (budget_.exhausted() || !Promising(bound, StartOf(a_, a))) return;
+    if (a.single() && b.single()) return SearchPair(a_[a.begin], b_[b.begin]);
+    const PlanarBox &box_a = a_.BoxOf(a), &box_b = b_.BoxOf(b);
+    if (b.single() || (!a.single() && Extent(box_a) >= Extent(box_b))) {
+      const Range halves[] = {a.First(), a.Second()};
+      const double bounds[] = {BoxDistance(a_.BoxOf(halves[0]), box_b),
+                               BoxDistance(a_.BoxOf(halves[1]), box_b)};
+      const std::size_t nearer = bounds[1] < bounds[0] ? 1 : 0;
+      Visit(halves[nearer], b, bounds[nearer]);
+      Visit(halves[1 - nearer], b, bounds[1 - nearer]);
+    } else {
+      const Range halves[] = {b.First(), b.Second()};
+      const double bounds[] = {BoxDistance(box_a, b_.BoxOf(halves[0])),
+                               BoxDistance(box_a, b_.BoxOf(halves[1]))};
+      const std::size_t nearer = bounds[1] < bounds[0] ? 1 : 0;
+      Visit(a, halves[nearer], bounds[nearer]);
+      Visit(a, halves[1 - nearer], bounds[1 - nearer]);
+    }
+  }
+
+  static double Extent(const PlanarBox& box) {
+    return std::max(box.max.x - box.min.x, box.max.y - box.min.y);
+  }
+
+  void SearchPair(const DistancePiece& a, const DistancePiece& b) {
+    if (!Closed(a) || !Closed(b)) return pieces_.Search(a, b);
+    OfferClosedPairs(a, b, [&](const OnPiece& on_a, const OnPiece& on_b) {
+      nearest_.Offer({a.ToCurve(on_a.u), b.ToCurve(on_b.u), Length(on_b.p - on_a.p)});
+    });
+    budget_.Spend(kClosedPairCost);
+  }
+
+  const DistancePieces& a_;
+  const DistancePieces& b_;
+  NearestPair& nearest_;
+  WorkBudget budget_;
+  PieceDistance pieces_;
+};
+
+// Not found when a curve has no points or an error was recorded.
+struct CurveDistance {
+  bool found = false;
+  NearPair at{0.0, 0.0, 0.0};
+};
+
+CurveDistance DistanceBetween(const Curve& a, const Curve& b, GlobalVar& g) {
+  DistancePieces pieces_a(a, g), pieces_b(b, g);
+  if (ErrorPending(g) || pieces_a.size() == 0 || pieces_b.size() == 0) return {};
+  const double largest = std::max(pieces_a.LargestCoordinate(), pieces_b.LargestCoordinate());
+  const double scale = ScaleFor(largest);
+  if (scale != 1.0) {
+    pieces_a.Scale(scale);
+    pieces_b.Scale(scale);
+  }
+  pieces_a.BuildTree();
+  pieces_b.BuildTree();
+  NearestPair nearest(scale * g.epsilon, scale * largest, DomainOf(a).width(), DomainOf(b).width());
+  DistanceSearch(pieces_a, pieces_b, nearest).Run();
+  if (!nearest.found()) return {};
+  return {true, {nearest.best().ta, nearest.best().tb, nearest.distance() / scale}};
+}
+
+}  // namespace
+}  // namespace kurvo
+
+extern "C" double KurvocvDistCurve(const Curve* a, const Curve* b, double* ta, double* tb,
+                                   GlobalVar* g) noexcept {
+  if (kurvo::ErrorPending(*g) || !a || !b || !a->data || !b->data) return 0.0;
+  const auto nearest =
+      kurvo::Guard(*g, kurvo::CurveDistance{}, [&] { return kurvo::DistanceBetween(*a, *b, *g); });
+  if (!nearest.found) return 0.0;
+  if (ta) *ta = nearest.at.ta;
+  if (tb) *tb = nearest.at.tb;
+  return nearest.at.dist;
+}

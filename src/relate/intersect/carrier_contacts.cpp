@@ -1,0 +1,196 @@
+// Where one Bezier piece meets a carrier.
+#include "relate/intersect/carrier_contacts.h"
+
+#include <algorithm>
+
+#include "eval/turning_points.h"
+#include "relate/intersect/crossing.h"
+
+namespace kurvo {
+namespace {
+
+constexpr int kPolishSteps = 60;  // bisection alone needs 53 inside [0, 1]
+constexpr double kParameterRounding = 4e-16;
+constexpr double kSettled = 1e-10;  // of a parameter: Newton's next step would be its square
+constexpr double kCoordinateRounding = 2e-15;  // of the largest coordinate, for points on a carrier
+
+Segment ToSegment(const BezierPiece& piece) {
+  const auto degree = static_cast<std::size_t>(piece.degree);
+  const WeightedPoint* points = piece.points;
+  Segment segment;
+  segment.rational = piece.rational;
+  if (piece.rational) {
+    const auto load = [points](int32_t i, std::array<double, 3>& p) {
+      p = {points[i].w * points[i].x, points[i].w * points[i].y, points[i].w};
+    };
+    SetPowerBasis<3>(degree, load, {&segment.x, &segment.y, &segment.w});
+  } else {
+    const auto load = [points](int32_t i, std::array<double, 2>& p) {
+      p = {points[i].x, points[i].y};
+    };
+    SetPowerBasis<2>(degree, load, {&segment.x, &segment.y});
+  }
+  return segment;
+}
+
+// One place where the piece may be on the carrier: an end, a turning point, or a root in between.
+struct Place {
+  double t;
+  double dist;  // signed
+};
+
+template <class Carrier>
+class ContactSearch {
+ public:
+  ContactSearch(const Carrier& carrier, const BezierPiece& piece, double tol,
+                CarrierContacts& contacts)
+      : carrier_(carrier),
+        piece_(piece),
+        tol_(tol),
+        f_(carrier.Substitute(ToSegment(piece))),
+        contacts_(contacts) {}
+
+  void Run() {
+    const RootList turning = TurningPoints(f_);
+    contacts_.along = AlongCarrier(turning);
+    const Polynomial derivative = Derivative(f_);
+    Place left = PlaceAt(0.0);
+    Visit(left);
+    for (std::size_t i = 0; i <= turning.size(); ++i) {
+      const Place right = PlaceAt(i < turning.size() ? turning[i] : 1.0);
+      if ((left.dist < 0.0 && right.dist > 0.0) || (left.dist > 0.0 && right.dist < 0.0))
+        VisitCrossing(RootBetween(left, right, BracketedRoot(f_, derivative, left.t, right.t)));
+      Visit(right);
+      left = right;
+    }
+    CloseGroup(true, 1.0);
+  }
+
+ private:
+  Place PlaceAt(double t) const { return {t, carrier_.Distance(PointAt(piece_, t))}; }
+
+  // Every turning point of the distance, and both ends, within the tolerance, and some length
+  // between.
+  bool AlongCarrier(const RootList& turning) const {
+    if (!(tol_ >= std::fabs(PlaceAt(0.0).dist)) || !(tol_ >= std::fabs(PlaceAt(1.0).dist)))
+      return false;
+    for (const double t : turning)
+      if (!(tol_ >= std::fabs(PlaceAt(t).dist))) return false;
+    const Vec2 start = Planar(piece_.points[0]);
+    for (int32_t i = 1; i <= piece_.degree; ++i)
+      if (Length(Planar(piece_.points[i]) - start) > tol_) return true;
+    return false;
+  }
+
+  // The root of the distance itself, of which the power basis gives the first guess: Newton's
+  // method, bisection where that leads out of the bracket, which rounding of the power basis can
+  // bring about.
+  double RootBetween(Place left, Place right, double t) const {
+    for (int step = 0; step < kPolishSteps; ++step) {
+      const Jet jet = JetAt(piece_, t);
+      const double dist = carrier_.Distance(jet.p);
+      if (dist == 0.0) return t;
+      ((dist < 0.0) == (left.dist < 0.0) ? left : right) = {t, dist};
+      const double newton = t - dist / carrier_.DistanceSlope(jet);
+      if (kSettled >= std::fabs(newton - t)) return std::clamp(newton, left.t, right.t);
+      const bool inside = newton > left.t && right.t > newton;
+      const double next = inside ? newton : 0.5 * (left.t + right.t);
+      if (kParameterRounding >= std::fabs(next - t)) return next;
+      t = next;
+    }
+    return t;
+  }
+
+  // Places come in ascending order. Those within the tolerance that follow each other without
+  // leaving it form one group; between two of them the distance is monotone.
+  void Visit(const Place& place) {
+    if (!(tol_ >= std::fabs(place.dist))) {
+      CloseGroup(false, place.t);
+      before_ = place.t;
+      return;
+    }
+    if (!group_.open) group_ = {true, place.t == 0.0, before_, place};
+    if (std::fabs(place.dist) < std::fabs(group_.nearest.dist)) group_.nearest = place;
+  }
+
+  void VisitCrossing(double t) {
+    const Jet jet = JetAt(piece_, t);
+    Visit({t, carrier_.Distance(jet.p)});
+    if (!group_.open) return;
+    if (Shallow(jet)) {
+      if (group_.shallow++ == 0) group_.first_shallow = t;
+      group_.last_shallow = t;
+    } else if (group_.steep < steep_.size()) {
+      steep_[group_.steep++] = t;
+    }
+  }
+
+  bool Shallow(const Jet& jet) const {
+    return kShallowCrossing * Length(jet.d1) >= std::fabs(carrier_.DistanceSlope(jet));
+  }
+
+  // The crossings of the group; shallow ones, which may be one contact and its rounding, count as
+  // their middle, and only by themselves.
+  void CloseGroup(bool at_end, double high) {
+    if (!group_.open) return;
+    group_.open = false;
+    const auto add = [&](double t, double dist, bool crosses, bool first, bool last) {
+      contacts_.Add(
+          {t, dist, crosses, group_.from_start && first, at_end && last, group_.low, high});
+    };
+    if (group_.steep > 0) {
+      const bool start = group_.from_start && EndCrosses(0.0, steep_[0]);
+      const bool end = at_end && EndCrosses(1.0, steep_[group_.steep - 1]);
+      if (start) add(0.0, 0.0, true, true, false);
+      for (std::size_t i = 0; i < group_.steep; ++i)
+        add(steep_[i], 0.0, true, !start && i == 0, !end && i + 1 == group_.steep);
+      if (end) add(1.0, 0.0, true, false, true);
+      return;
+    }
+    if (group_.shallow > 0)
+      group_.nearest = PlaceAt(0.5 * (group_.first_shallow + group_.last_shallow));
+    add(group_.nearest.t, std::fabs(group_.nearest.dist), false, true, true);
+  }
+
+  // Whether an end of the piece is a crossing of its own beside the nearest one of its group.
+  bool EndCrosses(double end, double crossing) const {
+    const Jet jet = JetAt(piece_, end);
+    const double reach = std::max(std::fabs(jet.p.x), std::fabs(jet.p.y)) + carrier_.Reach();
+    return kCoordinateRounding * reach >= std::fabs(carrier_.Distance(jet.p)) && !Shallow(jet) &&
+           Length(PointAt(piece_, crossing) - jet.p) > tol_;
+  }
+
+  const Carrier& carrier_;
+  const BezierPiece& piece_;
+  const double tol_;
+  const Polynomial f_;
+  CarrierContacts& contacts_;
+  double before_ = 0.0;  // the last place that is not within the tolerance
+
+  struct Group {
+    bool open = false;
+    bool from_start = false;
+    double low = 0.0;
+    Place nearest{};
+    std::size_t steep = 0;
+    std::size_t shallow = 0;
+    double first_shallow = 0.0;
+    double last_shallow = 0.0;
+  };
+  Group group_;
+  std::array<double, Polynomial::kCapacity> steep_;
+};
+
+}  // namespace
+
+template <class Carrier>
+CarrierContacts FindContacts(const Carrier& carrier, const BezierPiece& piece, double tol) {
+  CarrierContacts contacts;
+  if (!carrier.Misses(piece, tol)) ContactSearch<Carrier>(carrier, piece, tol, contacts).Run();
+  return contacts;
+}
+
+template CarrierContacts FindContacts(const LineCarrier&, const BezierPiece&, double);
+template CarrierContacts FindContacts(const CircleCarrier&, const BezierPiece&, double);
+
+}  // namespace kurvo
