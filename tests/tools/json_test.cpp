@@ -53,34 +53,5 @@ TEST(JsonWriter, NumbersReadBackAsTheyWere) {
   }
 }
 
-TEST(JsonWriter, LinesAndCommasAreWhereTheyBelong) {
-  JsonWriter json;
-  json.BeginObject(JsonWriter::Layout::kLines);
-  json.Key("empty");
-  json.BeginArray(JsonWriter::Layout::kLines);
-  json.EndArray();
-  json.Key("rows");
-  json.BeginArray(JsonWriter::Layout::kLines);
-  json.Coordinates({1, 2.5});
-  json.BeginObject();
-  json.Key("yes");
-  json.Bool(true);
-  json.Key("count");
-  json.Count(3);
-  json.EndObject();
-  json.EndArray();
-  json.EndObject();
-  const std::string text = json.Take();
-  EXPECT_EQ(text,
-            "{\n"
-            "  \"empty\": [],\n"
-            "  \"rows\": [\n"
-            "    [1, 2.5],\n"
-            "    {\"yes\": true, \"count\": 3}\n"
-            "  ]\n"
-            "}\n");
-  EXPECT_EQ(ReadJson(text)["rows"][1]["count"].Number(), 3);
-}
-
 }  // namespace
 }  // namespace kurvo::tools

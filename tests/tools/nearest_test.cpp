@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "describe.h"
 #include "read_text.h"
 
 namespace kurvo::tools {
@@ -99,11 +98,12 @@ Real LeastDistance(const OwnedCurve& curve, Point p) {
 }
 
 // `bound` is a length, for the distance.
-void ExpectNearest(Library& library, const OwnedCurve& curve, Point p, double scale, double bound) {
+void ExpectNearest(Library& library, const std::string& data, const OwnedCurve& curve, Point p,
+                   double scale, double bound) {
   const NearestPoint nearest = NearestOn(library, curve, p);
   const Real least = LeastDistance(curve, p);
-  const std::string what = Describe(curve) + " from " + std::to_string(p.x) + ", " +
-                           std::to_string(p.y) + " at t = " + std::to_string(nearest.parameter);
+  const std::string what = data + " from " + std::to_string(p.x) + ", " + std::to_string(p.y) +
+                           " at t = " + std::to_string(nearest.parameter);
   EXPECT_NEAR(nearest.distance, static_cast<double>(least), bound) << what;
   EXPECT_NEAR(std::hypot(nearest.point.x - p.x, nearest.point.y - p.y), nearest.distance,
               1e-12 * scale)
@@ -138,7 +138,7 @@ TEST(NearestOn, IsTheNearestOfAllPoints) {
             start + "A" + radius + std::to_string(scale) + " 30 0 1" + text(point())}) {
         const Drawing drawing = ReadPath(library, data);
         for (const OwnedCurve& curve : drawing.shapes[0].outlines[0].curves) {
-          ExpectNearest(library, curve, point(), scale, 1e-12 * scale);
+          ExpectNearest(library, data, curve, point(), scale, 1e-12 * scale);
         }
       }
     }
@@ -165,7 +165,7 @@ TEST(NearestOn, OfCurvesWithCorners) {
     for (const double x : {-3.0, 0.0, 5.0, 10.0, 1e4}) {
       for (const double y : {-2.0, 0.0, 5.0, 7.5, 100.0}) {
         for (const OwnedCurve& curve : drawing.shapes[0].outlines[0].curves) {
-          ExpectNearest(library, curve, {x, y}, std::max(10.0, x), kBound);
+          ExpectNearest(library, data, curve, {x, y}, std::max(10.0, x), kBound);
         }
       }
     }

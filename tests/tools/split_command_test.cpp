@@ -1,11 +1,7 @@
-// kurvo split as its users run it.
+// The pieces that kurvo split writes and prints are the outlines.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <numbers>
 #include <string>
 #include <vector>
@@ -37,26 +33,6 @@ class SplitTest : public testing::Test {
   const std::string input_ = directory_.Write("in.svg", kDrawing);
   const std::string output_ = directory_.File("out.svg");
 };
-
-TEST_F(SplitTest, PrintsATable) {
-  const std::string input = directory_.Write("line.svg", "<svg><path id='p' d='M0 0H8V8'/></svg>");
-  const ProcessResult parts = Client({"split", input, "--parts", "3"});
-  EXPECT_EQ(parts.exit_code, 0) << parts.errors;
-  EXPECT_EQ(parts.output,
-            "outline  piece  curves  start         end            length\n"
-            "path#p\n"
-            "             1       1  (0, 0)        (5.33333, 0)  5.33333\n"
-            "             2       2  (5.33333, 0)  (8, 2.66667)  5.33333\n"
-            "             3       1  (8, 2.66667)  (8, 8)        5.33333\n");
-  const ProcessResult at = Client({"split", input, "--at", "0, .25"});
-  EXPECT_EQ(at.output,
-            "outline  piece  curves  start   end     length\n"
-            "path#p\n"
-            "             1       1  (0, 0)  (2, 0)       2\n"
-            "             2       1  (2, 0)  (8, 0)       6\n"
-            "             3       1  (8, 0)  (8, 2)       2\n"
-            "             4       1  (8, 2)  (8, 8)       6\n");
-}
 
 // What is written is read as pieces that follow each other along the same outlines.
 TEST_F(SplitTest, PiecesAreTheOutlinesInPartsOfEqualLength) {
@@ -170,62 +146,6 @@ TEST_F(SplitTest, CutsLinesAndArcsExactly) {
   EXPECT_DOUBLE_EQ(length.ParameterAt(2), .4);
   EXPECT_DOUBLE_EQ(length.ParameterAt(length.Total() - std::numbers::pi), 2.8);
   EXPECT_NEAR(length.ParameterAt((length.Total() + 5 - 5 * std::numbers::pi) / 2), 1.5, 1e-4);
-}
-
-TEST_F(SplitTest, PrintsJson) {
-  const Json json = ReadJson(Split({"--parts", "4", "--json"}).output);
-  ASSERT_EQ(json["outlines"].Items().size(), 4u);
-  const Json& triangle = json["outlines"][0];
-  EXPECT_EQ(triangle["outline"].String(), "path#p");
-  ASSERT_EQ(triangle["pieces"].Items().size(), 4u);
-  EXPECT_DOUBLE_EQ(triangle["pieces"][1]["length"].Number(), 6);
-  EXPECT_EQ(triangle["pieces"][1]["curves"].Number(), 2);
-  EXPECT_NEAR(triangle["pieces"][1]["start"][0].Number(), 6, 1e-9);
-}
-
-TEST_F(SplitTest, FaultsAreOneLineAndLeaveNoFile) {
-  const std::string at = "--at: expected t1,t2,... ascending from 0 to 1, found ";
-  const std::string cut = directory_.Write("cut.svg", "<svg><path d='M0 0L1 1'/><path");
-  const struct {
-    std::vector<std::string> arguments;
-    int exit_code;
-    std::string message;
-  } rows[] = {
-      {{input_}, 1, "Exactly 1 option from [--at,--parts] is required (try --help)\n"},
-      {{input_, "--at", "1,0"}, 1, at + "'1,0' (try --help)\n"},
-      {{input_, "--at", ".5,.5"}, 1, at + "'.5,.5' (try --help)\n"},
-      {{input_, "--at", "-.1"}, 1, at + "'-.1' (try --help)\n"},
-      {{input_, "--at", "1.5"}, 1, at + "'1.5' (try --help)\n"},
-      {{input_, "--at", "nan"}, 1, at + "'nan' (try --help)\n"},
-      {{input_, "--at", ""}, 1, at + "'' (try --help)\n"},
-      {{input_, "--parts", "0"}, 1, "--parts: not a number from 1 to 10000 (try --help)\n"},
-      {{directory_.File("none.svg"), "--parts", "2"},
-       2,
-       directory_.File("none.svg") + ": cannot be opened\n"},
-      {{cut, "--parts", "2"}, 2, ""},
-  };
-  for (const auto& row : rows) {
-    std::vector<std::string> arguments = {"split", "-o", output_};
-    arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
-    const ProcessResult result = Client(arguments);
-    EXPECT_EQ(result.exit_code, row.exit_code) << result.errors;
-    EXPECT_TRUE(row.message.empty() || result.errors == "kurvo: " + row.message)
-        << result.errors << "instead of\n"
-        << row.message;
-    EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << result.errors;
-    EXPECT_EQ(result.output, "");
-    EXPECT_FALSE(std::filesystem::exists(output_));
-  }
-  EXPECT_EQ(Split({"--parts", "2", "-o", input_}).exit_code, 1);  // the input itself
-  std::ifstream file(input_);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), kDrawing);
-}
-
-TEST_F(SplitTest, NothingToSplit) {
-  const std::string empty = directory_.Write("empty.svg", "<svg/>");
-  const ProcessResult result = Client({"split", empty, "--parts", "3", "-o", output_});
-  EXPECT_EQ(result.exit_code, 0) << result.errors;
-  EXPECT_EQ(Measured(output_)["outlines"].Items().size(), 0u);
 }
 
 }  // namespace

@@ -1,0 +1,92 @@
+// What lies inside, beside the angles under which it sees the outlines.
+#include "locate.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "read_text.h"
+
+namespace kurvo::tools {
+namespace {
+
+// Closed and open paths through points of a lattice, by segments of every kind.
+std::string RandomPath(std::mt19937& random) {
+  const auto number = [&] { return " " + std::to_string(random() % 13); };
+  const auto point = [&] { return number() + number(); };
+  std::string data;
+  for (int outline = 0; outline < 3; ++outline) {
+    data += "M" + point();
+    for (int i = 0; i < 4; ++i) {
+      const std::string segments[] = {"L" + point(),
+                                      "H" + number(),
+                                      "V" + number(),
+                                      "Q" + point() + point(),
+                                      "C" + point() + point() + point(),
+                                      "A" + std::string(random() % 2 == 0 ? "5 5 0" : "7 3 30") +
+                                          (random() % 2 == 0 ? " 0" : " 1") +
+                                          (random() % 2 == 0 ? " 0" : " 1") + point()};
+      data += segments[random() % std::size(segments)];
+    }
+    if (random() % 2 == 0) data += "Z";
+  }
+  return data;
+}
+
+// What fills a point, by the angles under which it sees small steps along the outlines, which is
+// told only where none comes near.
+Place PlaceByAngles(const std::vector<std::vector<Point>>& outlines, bool even_odd, Point p) {
+  constexpr double kNear = 0.02;
+  int turns = 0;
+  for (const std::vector<Point>& outline : outlines) {
+    double angle = 0;
+    for (std::size_t i = 0; i < outline.size(); ++i) {
+      const Point from = outline[i] - p;
+      const Point to = outline[(i + 1) % outline.size()] - p;
+      if (std::hypot(from.x, from.y) < kNear) return Place::kOn;
+      angle += std::atan2(Cross(from, to), Dot(from, to));
+    }
+    turns += static_cast<int>(std::lround(angle / (2 * std::numbers::pi)));
+  }
+  return (even_odd ? turns % 2 : turns) != 0 ? Place::kInside : Place::kOutside;
+}
+
+TEST(Locator, AgreesWithAngles) {
+  constexpr int kSteps = 1500;  // along a curve: each is shorter than what is near
+  std::mt19937 random(20261121);
+  for (int i = 0; i < 24; ++i) {
+    const bool even_odd = i % 2 == 1;
+    const std::string path = RandomPath(random);
+    const std::string rule = even_odd ? "evenodd" : "nonzero";
+    Library library;
+    const Drawing drawing = ReadText(library, "<path fill-rule='" + rule + "' d='" + path + "'/>");
+    std::vector<std::vector<Point>> outlines;
+    for (const Outline& outline : drawing.shapes.at(0).outlines) {
+      std::vector<Point>& points = outlines.emplace_back();
+      for (const OwnedCurve& curve : outline.curves) {
+        for (int k = 0; k < kSteps; ++k) {
+          points.push_back(PositionOf(library, curve, static_cast<double>(k) / kSteps));
+        }
+      }
+      const Point start = points.front(), end = EndOf(library, outline.curves.back());
+      for (int k = 0; k < kSteps; ++k)  // the line that closes it
+        points.push_back(end + static_cast<double>(k) / kSteps * (start - end));
+    }
+    const Locator locator(library, drawing);
+    for (int k = 0; k < 60; ++k) {
+      const Point p = {0.5 * static_cast<double>(random() % 27),
+                       0.5 * static_cast<double>(random() % 27)};
+      const Place expected = PlaceByAngles(outlines, even_odd, p);
+      if (expected == Place::kOn) continue;
+      EXPECT_EQ(PlaceName(locator.InDrawing(p)), PlaceName(expected))
+          << path << (even_odd ? " evenodd" : "") << " at " << p.x << "," << p.y;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace kurvo::tools
