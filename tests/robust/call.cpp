@@ -2,6 +2,7 @@
 
 #include <time.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "robust/libm.h"
@@ -68,7 +69,7 @@ Call::Call(Source& source, Mode mode, const Gallery* gallery, const MemoryFailur
   if (in_.OneIn(32)) g.error = in_.Pick({int{KURVO_ERR_CURVE}, int{KURVO_ERR_TOLERANCE}});
 }
 
-const double* Call::Array(int count) {
+double* Call::Array(int count) {
   double* const numbers = store_.Numbers(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) numbers[i] = Number();
   return numbers;
@@ -142,10 +143,9 @@ void Call::Add(const double* numbers, int count) {
   for (int i = 0; i < count; ++i) digest_.Add(numbers[i]);
 }
 
-void Call::Code(int64_t result, std::initializer_list<int64_t> documented) {
-  bool known = false;
-  for (const int64_t code : documented) known = known || code == result;
-  Expect(known, "undocumented result");
+void Call::Code(int64_t result, const std::vector<int64_t>& documented) {
+  Expect(std::find(documented.begin(), documented.end(), result) != documented.end(),
+         "undocumented result");
   digest_.Add(static_cast<uint64_t>(result));
 }
 
@@ -212,20 +212,21 @@ void Call::Take(Curve& curve, bool bare) {
 void Call::Take(Cvseq& seq, bool bare) {
   digest_.Add(seq.count);
   Expect((seq.count > 0) == (seq.curves != nullptr) && seq.count >= 0, "count without an array");
-  for (int32_t i = 0; i < seq.count; ++i) Read(seq.curves[i], bare);
+  for (int32_t i = 0; seq.curves && i < seq.count; ++i) Read(seq.curves[i], bare);
   Neutral(seq.count == 0);
   KurvocvFreeCvseq(&seq);
 }
 
-void Call::Take(CvParam& list) {
+void Call::Take(CvParam& list, bool) {
   digest_.Add(list.count);
   Expect((list.count > 0) == (list.values != nullptr) && list.count >= 0, "count without an array");
-  Add(list.values, list.count);
+  if (list.values) Add(list.values, list.count);
   Neutral(list.count == 0);
   KurvocrFreeCvParam(&list);
 }
 
 Outcome Call::Finish() {
+  for (const auto& judge : judges_) judge();
   digest_.Add(g.error);
   outcome_.digest = digest_.value();
   outcome_.error = g.error;
