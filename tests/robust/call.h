@@ -100,6 +100,7 @@ class Call {
   Outcome Finish();
 
  private:
+  bool GivesNull() { return hostile() && in_.OneIn(100); }
   void Start();
   void Stop();
   void ReadBezier(const Curve& curve);
