@@ -104,12 +104,26 @@ const double* SomeBox(Call& c) {
 }
 
 const double* Normal(Call& c) {
-  if (c.hostile() && c.in().OneIn(3)) return OnePoint(c);
   double* const normal = c.Array(3);
   normal[0] = normal[1] = 0;
-  normal[2] = c.in().Pick({1., 1., 1., -1., 2.});
+  normal[2] = c.in().Pick({1., -1., 2.});
   if (c.hostile() && c.in().OneIn(4)) normal[c.in().Below(3)] = c.Number();
   return normal;
+}
+
+const double* Up(Call& c) {
+  double* const up = c.Array(3);
+  up[0] = up[1] = 0;
+  if (!c.in().OneIn(16)) up[2] = 1;
+  return up;
+}
+
+const double* Axis(Call& c) { return c.hostile() ? OnePoint(c) : Up(c); }
+
+const double* FlatPoint(Call& c) {
+  double* const p = c.Point();
+  p[2] = 0;
+  return p;
 }
 
 const double* Direction(Call& c) {

@@ -22,7 +22,10 @@ const double* Line(Call& c);      // likewise
 const double* HPoint(Call& c);
 const double* Matrix(Call& c);
 const double* SomeBox(Call& c);
+const double* FlatPoint(Call& c);
 const double* Normal(Call& c);
+const double* Up(Call& c);  // (0, 0, 1), now and then another length
+const double* Axis(Call& c);
 const double* Direction(Call& c);  // or zero
 const double* Near(Call& c);       // a point, one in two of them from the curve before
 const Curve* Spline(Call& c);

@@ -94,7 +94,7 @@ std::vector<Entry> Rows() {
       ROW(GetEpsilon_1),
       ROW(GetEpsilon2),
       ROW(GetEpsilon0),
-      ROW(KurvoclSetEpsilon, Epsilon, Epsilon, State),
+      ROW(KurvoclSetEpsilon, Epsilon, Choice({1e-5}, 2), State),
       ROW(KurvoclSetEpsilon0, Epsilon, State),
       ROW(KurvoclPushEpsilon, Epsilon, State),
       ROW(KurvoclPopEpsilon, State),
@@ -202,7 +202,7 @@ std::vector<Entry> Rows() {
           Choice({0, .1, -.1, .25, -.25, 1, 1e-7, -.5}, 3), Bare<Curve>),
       ROW(KurvocvBsplRemoveKnots, Spline),
       ROW(KurvocvMove, Pieces),
-      ROW(KurvocvRotate, Pieces, _, Normal),
+      ROW(KurvocvRotate, Pieces, _, Axis),
       ROW(KurvocvMirror, Pieces),
       ROW(KurvocvScale, Pieces, _, Direction, Choice({.5, 2, 3, 1}, 1)),
       ROW(KurvocvMvStartPoint, Pieces),
@@ -217,7 +217,7 @@ std::vector<Entry> Rows() {
       With(kHeavy, ROW(KurvocvDistCurve, Gives{JudgeDistance}, _, _, OrNull(Out(1)), OrNull(Out(1)))),
       ROW(KurvocvCvseqToSegcv, _, Bare<Curve>),
       ROW(KurvocvCvseqNormal, Gives{JudgeSense}),
-      ROW(KurvosfPntBoundForPlane, Gives{JudgeRegion}, Normal, _, _, Word)};
+      ROW(KurvosfPntBoundForPlane, Gives{JudgeRegion}, Up, _, FlatPoint, Word)};
 }
 // clang-format on
 
