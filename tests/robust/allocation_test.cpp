@@ -13,13 +13,7 @@ namespace {
 
 using Body = std::function<void(const Curve&, GlobalVar*)>;
 
-// One degree more takes memory, so that no work area on the stack is larger than need be.
-struct Row {
-  const char* name;
-  int32_t type;
-  int max_degree;
-  Body body;
-};
+constexpr int kAny = 200;
 
 // So large that lengths take all halvings there are.
 Owned OfDegree(Random& random, int32_t type, int degree) {
@@ -38,29 +32,24 @@ double Within(const Curve& curve) {
   return bezier ? .3 : FreeForm(curve).order - 1 + .3;
 }
 
-int64_t Requests(const Row& row, int degree) {
+int64_t Requests(const Body& body, int32_t type, int degree) {
   Random random;
-  const Owned curve = OfDegree(random, row.type, degree);
+  const Owned curve = OfDegree(random, type, degree);
   Globals g;
   WatchMemory({}, 0);
-  row.body(*curve, &g);
+  body(*curve, &g);
   const MemoryUse use = UnwatchMemory();
-  EXPECT_TRUE(KurvoOk(&g)) << row.name << " of degree " << degree;
+  EXPECT_TRUE(KurvoOk(&g)) << "degree " << degree;
   return use.requests;
 }
 
+// One degree more takes memory, so that no work area on the stack is larger than need be.
 TEST(Allocation, NoneUpToTheDegreesPromised) {
-  const Body position = [](const Curve& c, GlobalVar* g) {
-    Point p;
-    KurvocvPosition(&c, Within(c), p, g);
-  };
-  const Body first = [](const Curve& c, GlobalVar* g) {
-    Point p;
-    KurvocvDeriv(&c, Within(c), p, g);
-  };
-  const Body curvature = [](const Curve& c, GlobalVar* g) {
-    Point p;
-    KurvocvCurvature(&c, Within(c), p, g);
+  const auto at = [](auto query) {
+    return [query](const Curve& c, GlobalVar* g) {
+      Point p;
+      query(&c, Within(c), p, g);
+    };
   };
   const Body third = [](const Curve& c, GlobalVar* g) {
     Point p;
@@ -88,40 +77,29 @@ TEST(Allocation, NoneUpToTheDegreesPromised) {
     uint32_t result;
     KurvosfPntBoundForPlane(Point{0, 0, 1}, &chain, Point{p[0] + 1e-3, p[1] + 1e-3, 0}, &result, g);
   };
-  constexpr int kAny = 200;
-  const Row rows[] = {{"position", CV_BEZIER, kAny, position},
-                      {"position", CV_RBEZIER, kAny, position},
-                      {"position", CV_BSPLINE, 63, position},
-                      {"position", CV_RBSPLINE, 63, position},
-                      {"end", CV_BSPLINE, 63, end},
-                      {"derivative", CV_BEZIER, kAny, first},
-                      {"derivative", CV_RBEZIER, kAny, first},
-                      {"derivative", CV_BSPLINE, 39, first},
-                      {"derivative", CV_RBSPLINE, 39, first},
-                      {"curvature", CV_RBEZIER, kAny, curvature},
-                      {"curvature", CV_BSPLINE, 39, curvature},
-                      {"third derivative", CV_BEZIER, 39, third},
-                      {"third derivative", CV_RBEZIER, 39, third},
-                      {"length", CV_BEZIER, 6, length},
-                      {"length", CV_RBEZIER, 4, length},
-                      {"length", CV_BSPLINE, 6, length},
-                      {"length", CV_RBSPLINE, 4, length},
-                      {"sense", CV_BEZIER, 39, sense},
-                      {"sense", CV_RBEZIER, 39, sense},
-                      {"sense", CV_BSPLINE, 39, sense},
-                      {"sense", CV_RBSPLINE, 39, sense},
-                      {"region", CV_BEZIER, 39, region},
-                      {"region", CV_RBEZIER, 39, region},
-                      {"region", CV_BSPLINE, 39, region},
-                      {"region", CV_RBSPLINE, 39, region}};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(testing::Message() << row.name << " of type " << row.type);
-    for (int degree = 1; degree <= row.max_degree; ++degree)
-      EXPECT_EQ(Requests(row, degree), 0) << "degree " << degree;
-    if (row.max_degree < kAny) {
-      EXPECT_GT(Requests(row, row.max_degree + 1), 0) << "degree " << row.max_degree + 1;
+  const struct {
+    const char* name;
+    Body body;
+    int max_degrees[4];  // by type; 0: not asked
+  } queries[] = {{"position", at(KurvocvPosition), {kAny, kAny, 63, 63}},
+                 {"end", end, {0, 0, 63, 0}},
+                 {"derivative", at(KurvocvDeriv), {kAny, kAny, 39, 39}},
+                 {"curvature", at(KurvocvCurvature), {0, kAny, 39, 0}},
+                 {"third derivative", third, {39, 39, 0, 0}},
+                 {"length", length, {6, 4, 6, 4}},
+                 {"sense", sense, {39, 39, 39, 39}},
+                 {"region", region, {39, 39, 39, 39}}};
+  constexpr int32_t kFreeForm[] = {CV_BEZIER, CV_RBEZIER, CV_BSPLINE, CV_RBSPLINE};
+  for (const auto& query : queries)
+    for (int i = 0; i < 4; ++i) {
+      const int max_degree = query.max_degrees[i];
+      SCOPED_TRACE(testing::Message() << query.name << " of type " << kFreeForm[i]);
+      for (int degree = 1; degree <= max_degree; ++degree)
+        EXPECT_EQ(Requests(query.body, kFreeForm[i], degree), 0) << "degree " << degree;
+      if (0 < max_degree && max_degree < kAny) {
+        EXPECT_GT(Requests(query.body, kFreeForm[i], max_degree + 1), 0);
+      }
     }
-  }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <time.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "robust/libm.h"
@@ -15,36 +16,29 @@ double ProcessorSeconds() {
   return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
 }
 
-constexpr int kErrors[] = {KURVO_ERR_NONE,
-                           KURVO_ERR_MEMORY,
-                           KURVO_ERR_CURVE,
-                           KURVO_ERR_TOLERANCE,
-                           KURVO_ERR_STACK_EMPTY,
-                           KURVO_ERR_CHAIN_INDEX,
-                           KURVO_ERR_CHAIN_BREAK,
-                           KURVO_ERR_CHAIN_ENDS,
-                           KURVO_ERR_RANGE,
-                           KURVO_ERR_WEIGHT,
-                           KURVO_ERR_CHAIN_DEGENERATE,
-                           KURVO_ERR_CHAIN_CONVERT,
-                           KURVO_WARN_NO_ORIENTATION,
-                           KURVO_ERR_DERIVATIVE_ORDER,
-                           KURVO_ERR_ZERO_WEIGHT,
-                           KURVO_ERR_SHORT_TANGENT,
-                           KURVO_WARN_SHORT_VECTOR,
-                           KURVO_ERR_SAME_POINTS,
-                           KURVO_ERR_RADIUS_TOO_SMALL,
-                           0x77C452,   // a scale factor
-                           0xD53,      // a type to rotate
-                           0x75AC52,   // points of a spline missing
-                           0x77B852};  // points of a spline refused
+// clang-format off
+constexpr int kErrors[] = {
+    KURVO_ERR_NONE, KURVO_ERR_MEMORY, KURVO_ERR_CURVE, KURVO_ERR_TOLERANCE, KURVO_ERR_STACK_EMPTY,
+    KURVO_ERR_CHAIN_INDEX, KURVO_ERR_CHAIN_BREAK, KURVO_ERR_CHAIN_ENDS, KURVO_ERR_RANGE,
+    KURVO_ERR_WEIGHT, KURVO_ERR_CHAIN_DEGENERATE, KURVO_ERR_CHAIN_CONVERT,
+    KURVO_WARN_NO_ORIENTATION, KURVO_ERR_DERIVATIVE_ORDER, KURVO_ERR_ZERO_WEIGHT,
+    KURVO_ERR_SHORT_TANGENT, KURVO_WARN_SHORT_VECTOR, KURVO_ERR_SAME_POINTS,
+    KURVO_ERR_RADIUS_TOO_SMALL,
+    0x77C452, 0xD53,       // a scale factor, a type to rotate
+    0x75AC52, 0x77B852};  // points of a spline missing, refused
+// clang-format on
+
+template <class Record>
+Record* Kept(Store& store, const Record& record) {
+  Record* const kept = store.Zeroed<Record>();
+  *kept = record;
+  return kept;
+}
 
 }  // namespace
 
 bool IsDocumentedError(int code) {
-  for (const int error : kErrors)
-    if (code == error) return true;
-  return false;
+  return std::find(std::begin(kErrors), std::end(kErrors), code) != std::end(kErrors);
 }
 
 Call::Call(Source& source, Mode mode, const Gallery* gallery, const MemoryFailure& failure,
@@ -68,46 +62,32 @@ Call::Call(Source& source, Mode mode, const Gallery* gallery, const MemoryFailur
   if (in_.OneIn(32)) g.error = in_.Pick({int{KURVO_ERR_CURVE}, int{KURVO_ERR_TOLERANCE}});
 }
 
-const double* Call::Array(int count) {
+double* Call::Array(int count) {
   double* const numbers = store_.Numbers(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) numbers[i] = Number();
   return numbers;
 }
 
 const Curve* Call::AnyCurve(unsigned wanted) {
-  if (hostile() && in_.OneIn(100)) return nullptr;
+  if (GivesNull()) return nullptr;
   if (gallery_) return &gallery_->curve(in_, mode_, wanted);
-  Curve* const curve = store_.Zeroed<Curve>();
-  *curve = inputs_.CurveOf(wanted);
-  return curve;
+  return Kept(store_, inputs_.CurveOf(wanted));
 }
 
 const Cvseq* Call::AnySequence() {
-  if (hostile() && in_.OneIn(100)) return nullptr;
-  if (gallery_) return &gallery_->sequence(in_, mode_);
-  Cvseq* const seq = store_.Zeroed<Cvseq>();
-  *seq = inputs_.Sequence();
-  return seq;
+  if (GivesNull()) return nullptr;
+  return gallery_ ? &gallery_->sequence(in_, mode_) : Kept(store_, inputs_.Sequence());
 }
 
 const CvParam* Call::AnyList() {
-  if (hostile() && in_.OneIn(100)) return nullptr;
-  CvParam* const list = store_.Zeroed<CvParam>();
-  *list = inputs_.Parameters();
-  return list;
+  return GivesNull() ? nullptr : Kept(store_, inputs_.Parameters());
 }
 
 const KurvoArc* Call::AnyArc() {
-  if (hostile() && in_.OneIn(100)) return nullptr;
-  return static_cast<const KurvoArc*>(inputs_.Arc().data);
+  return GivesNull() ? nullptr : static_cast<const KurvoArc*>(inputs_.Arc().data);
 }
 
-Curve* Call::OwnCurve() {
-  if (hostile() && in_.OneIn(100)) return nullptr;
-  Curve* const curve = own_store_.Zeroed<Curve>();
-  *curve = own_.Curve();
-  return curve;
-}
+Curve* Call::OwnCurve() { return GivesNull() ? nullptr : Kept(own_store_, own_.Curve()); }
 
 double* Call::Room(int count) {
   double* const room = OwnNumbers(count);
@@ -142,10 +122,9 @@ void Call::Add(const double* numbers, int count) {
   for (int i = 0; i < count; ++i) digest_.Add(numbers[i]);
 }
 
-void Call::Code(int64_t result, std::initializer_list<int64_t> documented) {
-  bool known = false;
-  for (const int64_t code : documented) known = known || code == result;
-  Expect(known, "undocumented result");
+void Call::Code(int64_t result, const std::vector<int64_t>& documented) {
+  Expect(std::find(documented.begin(), documented.end(), result) != documented.end(),
+         "undocumented result");
   digest_.Add(static_cast<uint64_t>(result));
 }
 
@@ -212,20 +191,21 @@ void Call::Take(Curve& curve, bool bare) {
 void Call::Take(Cvseq& seq, bool bare) {
   digest_.Add(seq.count);
   Expect((seq.count > 0) == (seq.curves != nullptr) && seq.count >= 0, "count without an array");
-  for (int32_t i = 0; i < seq.count; ++i) Read(seq.curves[i], bare);
+  for (int32_t i = 0; seq.curves && i < seq.count; ++i) Read(seq.curves[i], bare);
   Neutral(seq.count == 0);
   KurvocvFreeCvseq(&seq);
 }
 
-void Call::Take(CvParam& list) {
+void Call::Take(CvParam& list, bool) {
   digest_.Add(list.count);
   Expect((list.count > 0) == (list.values != nullptr) && list.count >= 0, "count without an array");
-  Add(list.values, list.count);
+  if (list.values) Add(list.values, list.count);
   Neutral(list.count == 0);
   KurvocrFreeCvParam(&list);
 }
 
 Outcome Call::Finish() {
+  for (const auto& judge : judges_) judge();
   digest_.Add(g.error);
   outcome_.digest = digest_.value();
   outcome_.error = g.error;

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
+#include <functional>
+#include <optional>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "kurvo.h"
 #include "robust/allocation.h"
@@ -33,8 +35,8 @@ class Call {
   double Number() { return inputs_.Number(); }
   double Parameter() { return inputs_.Parameter(); }
   void ShortCurves() { inputs_.ShortCurves(); }
-  const double* Point(int size = 3) { return inputs_.Point(size); }
-  const double* Array(int count);
+  double* Point(int size = 3) { return inputs_.Point(size); }
+  double* Array(int count);
   // Null now and then when hostile. Inputs are to come back as they were.
   const Curve* AnyCurve(unsigned wanted = kAnyType);
   const Cvseq* AnySequence();
@@ -44,9 +46,18 @@ class Call {
   Curve* OwnCurve();
   double* OwnNumbers(int count) { return own_store_.Numbers(static_cast<std::size_t>(count)); }
   Maker& own() { return own_; }
+  Store& own_store() { return own_store_; }
   // Room for results, filled with kUnwritten.
   double* Room(int count);
   static constexpr double kUnwritten = -0x1.23456789ABCDEp40;  // nothing comes out as this
+
+  // What was drawn last of each kind, which later arguments may meet.
+  struct {
+    double* point;
+    const Curve* curve;
+    std::optional<double> number;
+    int count;
+  } given{};
 
   // ---- the call
   GlobalVar g;
@@ -74,19 +85,22 @@ class Call {
   void Unchanged() { Expect(own_store_.Checksum() == own_before_, "changed although it failed"); }
   void Add(double x) { digest_.Add(x); }
   void Add(const double* numbers, int count);
-  void Code(int64_t result, std::initializer_list<int64_t> documented);
+  void Code(int64_t result, const std::vector<int64_t>& documented);
   void AddOwn() { own_store_.AddNumbers(digest_); }
   void AddState();
   // New records, which are freed. `bare` says that a type without a block may come out.
   void Take(Curve& curve, bool bare = false);
   void Take(Cvseq& seq, bool bare = false);
-  void Take(CvParam& list);
+  void Take(CvParam& list, bool bare = false);
+  // Judges and keeps a result when everything about the call itself has been judged.
+  void Afterwards(std::function<void()> judge) { judges_.push_back(std::move(judge)); }
   // Reads the whole of a record that the library made.
   void Read(const Curve& curve, bool bare);
 
   Outcome Finish();
 
  private:
+  bool GivesNull() { return hostile() && in_.OneIn(100); }
   void Start();
   void Stop();
   void ReadBezier(const Curve& curve);
@@ -105,6 +119,7 @@ class Call {
   double started_ = 0;
   Digest digest_;
   Outcome outcome_;
+  std::vector<std::function<void()>> judges_;
 };
 
 bool IsDocumentedError(int code);

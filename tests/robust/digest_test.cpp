@@ -32,10 +32,9 @@ std::string Hex(uint64_t x) {
 Digests DigestsOf(const Entry& entry, uint64_t calls, std::ostream& list) {
   Digests digests;
   for (uint64_t number = 0; number < calls; ++number) {
-    RunOptions options;
-    options.mode = number % 2 ? Mode::kHostile : Mode::kBenign;
-    const Outcome outcome = RunNumbered(entry, number, options);
-    EXPECT_EQ(outcome.complaint, "") << Trace(entry, number, options.mode);
+    const Mode mode = HostileIf(number % 2);
+    const Outcome outcome = RunNumbered(entry, number, {.mode = mode});
+    EXPECT_EQ(outcome.complaint, "") << Trace(entry, number, mode);
     (outcome.libm ? digests.libm : digests.exact).Add(outcome.digest);
     ++(outcome.libm ? digests.libm_calls : digests.exact_calls);
     list << entry.name << ' ' << number << ' ' << Hex(outcome.digest) << ' ' << outcome.error

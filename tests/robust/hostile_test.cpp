@@ -62,7 +62,7 @@ constexpr int64_t kShortForm = 10000;
 class Hostile : public testing::TestWithParam<Entry> {};
 
 // One call in eight is a sound one, so that these come first in line for every limit too.
-Mode ModeOf(uint64_t number) { return number % 8 ? Mode::kHostile : Mode::kBenign; }
+Mode ModeOf(uint64_t number) { return HostileIf(number % 8); }
 
 TEST_P(Hostile, RecordsDoNoHarm) {
   const Entry& entry = GetParam();
@@ -71,9 +71,7 @@ TEST_P(Hostile, RecordsDoNoHarm) {
   Tally tally;
   int complaints = 0;
   for (uint64_t number = first; number < end && complaints < 5; ++number) {
-    RunOptions options;
-    options.mode = ModeOf(number);
-    const Outcome outcome = RunNumbered(entry, number, options);
+    const Outcome outcome = RunNumbered(entry, number, {.mode = ModeOf(number)});
     tally.Count(outcome, number);
     if (outcome.complaint.empty()) continue;
     ++complaints;
@@ -81,7 +79,7 @@ TEST_P(Hostile, RecordsDoNoHarm) {
                   << outcome.error << std::dec << ", " << outcome.seconds << " s, "
                   << outcome.memory.peak << " bytes, largest request " << outcome.memory.largest
                   << "\n"
-                  << Trace(entry, number, options.mode);
+                  << Trace(entry, number, ModeOf(number));
   }
   EXPECT_LT(tally.errors, tally.calls * 19 / 20) << "the calls hardly get past the checks";
   Report::tallies[entry.name] = tally;
@@ -98,10 +96,9 @@ TEST(NamedCall, Runs) {
   const auto colon = text.find(':');
   for (const Entry& entry : Table()) {
     if (text.substr(0, colon) != entry.name) continue;
-    RunOptions options;
-    if (text.find(":hostile") != std::string::npos) options.mode = Mode::kHostile;
+    const Mode mode = HostileIf(text.find(":hostile") != std::string::npos);
     const auto number = std::strtoull(text.c_str() + colon + 1, nullptr, 10);
-    const Outcome outcome = RunNumbered(entry, number, options);
+    const Outcome outcome = RunNumbered(entry, number, {.mode = mode});
     std::printf("error 0x%X, %g s, %lld bytes, digest %016llx\n",
                 static_cast<unsigned>(outcome.error), outcome.seconds,
                 static_cast<long long>(outcome.memory.peak),

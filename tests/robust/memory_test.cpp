@@ -13,16 +13,16 @@ namespace {
 constexpr int64_t kShortForm = 150;
 constexpr int64_t kManyRequests = 200;  // above it only some of them fail
 
+Mode ModeOf(uint64_t number) { return HostileIf(number % 4 == 0); }
+
 class FailingMemory : public testing::TestWithParam<Entry> {
  protected:
   // The call with one failure, and the same call right after it.
   void Fail(uint64_t number, const Outcome& untroubled, const MemoryFailure& failure) {
     const Entry& entry = GetParam();
-    RunOptions options;
-    options.mode = number % 4 ? Mode::kBenign : Mode::kHostile;
-    options.failure = failure;
-    const Outcome outcome = RunNumbered(entry, number, options);
-    const std::string trace = Trace(entry, number, options.mode) + ", request " +
+    const Mode mode = ModeOf(number);
+    const Outcome outcome = RunNumbered(entry, number, {.mode = mode, .failure = failure});
+    const std::string trace = Trace(entry, number, mode) + ", request " +
                               std::to_string(failure.granted) + (failure.from_then ? " on" : "");
     EXPECT_EQ(outcome.complaint, "") << trace;
     EXPECT_GT(outcome.memory.refused, 0) << trace;
@@ -37,8 +37,7 @@ class FailingMemory : public testing::TestWithParam<Entry> {
       EXPECT_TRUE(outcome.error == KURVO_ERR_MEMORY || fails_anyway)
           << trace << ", error " << std::hex << outcome.error;
     ++failures_;
-    options.failure = {};
-    EXPECT_EQ(RunNumbered(entry, number, options).digest, untroubled.digest) << trace;
+    EXPECT_EQ(RunNumbered(entry, number, {.mode = mode}).digest, untroubled.digest) << trace;
   }
   int64_t failures_ = 0;
 };
@@ -48,9 +47,7 @@ TEST_P(FailingMemory, IsReportedAndHarmless) {
   const auto calls = static_cast<uint64_t>(Setting("KURVO_MEMORY_CALLS", kShortForm));
   int64_t most = 0;
   for (uint64_t number = 0; number < calls && !HasFailure(); ++number) {
-    RunOptions options;
-    options.mode = number % 4 ? Mode::kBenign : Mode::kHostile;
-    const Outcome untroubled = RunNumbered(entry, number, options);
+    const Outcome untroubled = RunNumbered(entry, number, {.mode = ModeOf(number)});
     const int64_t requests = untroubled.memory.requests;
     most = std::max(most, requests);
     if (untroubled.memory.refused > 0) continue;  // more than there is

@@ -39,58 +39,23 @@ void Store::AddNumbers(Digest& digest) const {
 }
 
 double Maker::Plain() {
-  switch (in_.Below(4)) {
-    case 0:
-    case 1:
-      return in_.Between(-8, 8);
-    case 2:
-      return in_.Between(-512, 512) / 64.;
-    default:
-      return 20 * in_.Fraction() - 10;
-  }
+  const uint32_t kind = in_.Below(4);
+  if (kind < 2) return in_.Between(-8, 8);
+  return kind == 2 ? in_.Between(-512, 512) / 64. : 20 * in_.Fraction() - 10;
 }
 
 double Maker::Malicious() {
   using Limits = std::numeric_limits<double>;
-  constexpr double kValues[] = {0.,
-                                -0.,
-                                Limits::denorm_min(),
-                                -Limits::denorm_min(),
-                                Limits::min(),
-                                1e-308,
-                                1e308,
-                                -1e308,
-                                Limits::max(),
-                                -Limits::max(),
-                                Limits::infinity(),
-                                -Limits::infinity(),
-                                Limits::quiet_NaN(),
-                                1e-300,
-                                1e-160,
-                                1e-16,
-                                1e-6,
-                                -1e-6,
-                                5e-7,
-                                1e-3,
-                                .5,
-                                1,
-                                -1,
-                                1e6,
-                                2147483648.,
-                                9007199254740992.,
-                                -1e15,
-                                1e19,
-                                1e100,
-                                1e154,
-                                -1e160};
-  switch (in_.Below(4)) {
-    case 0:
-      return Plain();
-    case 1:
-      return std::bit_cast<double>(in_.Bits());
-    default:
-      return in_.Pick(kValues);
-  }
+  // clang-format off
+  constexpr double kValues[] = {
+      0., -0., Limits::denorm_min(), -Limits::denorm_min(), Limits::min(), 1e-308, 1e308, -1e308,
+      Limits::max(), -Limits::max(), Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(),
+      1e-300, 1e-160, 1e-16, 1e-6, -1e-6, 5e-7, 1e-3, .5, 1, -1, 1e6, 2147483648.,
+      9007199254740992., -1e15, 1e19, 1e100, 1e154, -1e160};
+  // clang-format on
+  const uint32_t kind = in_.Below(4);
+  if (kind == 0) return Plain();
+  return kind == 1 ? std::bit_cast<double>(in_.Bits()) : in_.Pick(kValues);
 }
 
 double Maker::Number() {

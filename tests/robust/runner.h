@@ -15,10 +15,12 @@ constexpr int64_t kMaxBytes = int64_t{256} << 20;
 struct RunOptions {
   Mode mode = Mode::kBenign;
   const Gallery* gallery = nullptr;
-  MemoryFailure failure;
+  MemoryFailure failure = {};
   uint8_t fill = 0xA5;
   double max_seconds = kMaxSeconds;
 };
+
+constexpr Mode HostileIf(bool hostile) { return hostile ? Mode::kHostile : Mode::kBenign; }
 
 // Calls the function of `entry` with arguments from `source` and checks what every call owes:
 // inputs unchanged, results consistent, nothing leaked, within the limits.

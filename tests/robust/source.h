@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <vector>
 
 namespace kurvo_test {
 
@@ -43,6 +44,10 @@ class Source {
   template <class T>
   T Pick(std::initializer_list<T> values) {
     return values.begin()[Below(static_cast<uint32_t>(values.size()))];
+  }
+  template <class T>
+  T Pick(const std::vector<T>& values) {
+    return values[Below(static_cast<uint32_t>(values.size()))];
   }
   // In [0, 1), a multiple of 2^-16: sums and products of such numbers are often exact.
   double Fraction() { return Below(65536) * 0x1p-16; }

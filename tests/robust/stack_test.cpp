@@ -28,18 +28,15 @@ constexpr int64_t kShortForm = 300;
 
 struct Task {
   const Entry* entry;
-  int64_t calls;
+  uint64_t calls;
   int complaints;
 };
 
 void* RunEntry(void* argument) {
   Task& task = *static_cast<Task*>(argument);
-  for (int64_t number = 0; number < task.calls; ++number) {
-    RunOptions options;
-    options.mode = number % 2 ? Mode::kHostile : Mode::kBenign;
-    const Outcome outcome = RunNumbered(*task.entry, static_cast<uint64_t>(number), options);
-    task.complaints += !outcome.complaint.empty();
-  }
+  for (uint64_t number = 0; number < task.calls; ++number)
+    task.complaints +=
+        !RunNumbered(*task.entry, number, {.mode = HostileIf(number % 2)}).complaint.empty();
   return nullptr;
 }
 
@@ -84,7 +81,7 @@ TEST(SmallStack, IsEnough) {
   std::size_t most = 0;
   const char* hungriest = "";
   for (const Entry& entry : Table()) {
-    Task task = {&entry, Setting("KURVO_STACK_CALLS", kShortForm), 0};
+    Task task = {&entry, uint64_t(Setting("KURVO_STACK_CALLS", kShortForm)), 0};
     const std::size_t used = PaintedStack().Run(RunEntry, &task);
     EXPECT_EQ(task.complaints, 0) << entry.name;
     if (used > most) hungriest = entry.name;

@@ -1,8 +1,8 @@
 // The table of all functions of the interface, each with a way to call it at random.
 #pragma once
 
+#include <functional>
 #include <iosfwd>
-#include <span>
 #include <vector>
 
 #include "robust/call.h"
@@ -18,24 +18,14 @@ enum Trait : unsigned {
 
 struct Entry {
   const char* name;
-  void (*call)(Call&);
+  std::function<void(Call&)> call;
   unsigned traits = 0;
 };
 
 // How a test names its parameter.
 void PrintTo(const Entry& entry, std::ostream* out);
 
-// In the order of the interface. The parts of the table, by the sections of kurvo.h.
-std::span<const Entry> StateEntries();
-std::span<const Entry> RecordEntries();
-std::span<const Entry> VectorEntries();
-std::span<const Entry> IncidenceEntries();
-std::span<const Entry> QueryEntries();
-std::span<const Entry> BuildEntries();
-std::span<const Entry> ChangeEntries();
-std::span<const Entry> RelationEntries();
-
-// All of it.
+// In the order of the interface.
 const std::vector<Entry>& Table();
 
 }  // namespace kurvo_test

@@ -24,12 +24,10 @@ TEST(RobustTable, HasEveryFunctionOfTheInterface) {
 TEST(RobustTable, CallsRepeatToTheBit) {
   for (const Entry& entry : Table()) {
     for (uint64_t number = 0; number < 40; ++number) {
-      RunOptions options;
-      options.mode = number % 2 ? Mode::kHostile : Mode::kBenign;
-      const Outcome first = RunNumbered(entry, number, options);
-      options.fill = 0x3C;
-      const Outcome second = RunNumbered(entry, number, options);
-      EXPECT_EQ(first.digest, second.digest) << Trace(entry, number, options.mode);
+      const Mode mode = HostileIf(number % 2);
+      const Outcome first = RunNumbered(entry, number, {.mode = mode});
+      const Outcome second = RunNumbered(entry, number, {.mode = mode, .fill = 0x3C});
+      EXPECT_EQ(first.digest, second.digest) << Trace(entry, number, mode);
     }
   }
 }

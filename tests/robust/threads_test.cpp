@@ -24,11 +24,9 @@ class SharedCurves : public testing::Test {
     for (std::size_t i = 0; i < Table().size(); ++i) {
       const std::size_t index = (first + i) % Table().size();
       Digest digest;
-      for (int64_t number = 0; number < calls_; ++number) {
-        RunOptions options;
-        options.gallery = &gallery_;
-        options.mode = number % 2 ? Mode::kHostile : Mode::kBenign;
-        const Outcome outcome = RunNumbered(Table()[index], static_cast<uint64_t>(number), options);
+      for (uint64_t number = 0; number < calls_; ++number) {
+        const RunOptions options{.mode = HostileIf(number % 2), .gallery = &gallery_};
+        const Outcome outcome = RunNumbered(Table()[index], number, options);
         complaints_ += !outcome.complaint.empty();
         digest.Add(outcome.digest);
       }
@@ -37,7 +35,7 @@ class SharedCurves : public testing::Test {
     return digests;
   }
 
-  const int64_t calls_ = Setting("KURVO_THREAD_CALLS", kShortForm);
+  const uint64_t calls_ = uint64_t(Setting("KURVO_THREAD_CALLS", kShortForm));
   const Gallery gallery_{Seed(), kCurves};
   std::atomic<int64_t> complaints_ = 0;
 };

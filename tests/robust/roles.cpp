@@ -1,0 +1,270 @@
+// The roles of arguments.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include "robust/row.h"
+
+namespace kurvo_test {
+namespace {
+
+bool IsZero(const double* p) { return p[0] == 0 && p[1] == 0 && p[2] == 0; }
+
+// Gives the point before the coordinates of `p`.
+void MovePoint(Call& c, const double* p) {
+  if (c.given.point) std::memcpy(c.given.point, p, 3 * sizeof *p);
+}
+
+double* PutNear(Call& c, double* p) {
+  p[0] = c.Number();
+  p[1] = c.Number();
+  p[2] = 0;
+  GlobalVar g;
+  KurvoInitGlobalVar(&g);
+  if (c.in().Below(2)) KurvocvStartPoint(c.given.curve, p, &g);
+  return p;
+}
+
+Curve* Changed(Call& c, bool whole) {
+  Curve* const curve = c.OwnCurve();
+  const Curve before = curve ? *curve : Curve{};
+  c.Afterwards([=, &c] {
+    c.Expect(!curve || (curve->data == before.data && curve->type == before.type), "another block");
+    if (c.OutOfMemory() || (whole && !KurvoOk(&c.g))) c.Unchanged();
+    c.AddOwn();
+  });
+  return curve;
+}
+
+// A curve all of whose blocks the library may free, spoiled where that must not matter.
+Curve Freeable(Call& c) {
+  Store store;
+  Maker maker(c.in(), c.hostile() ? Mode::kHostile : Mode::kBenign, store);
+  const Curve source = maker.Curve();
+  Curve curve;
+  GlobalVar g;
+  KurvoInitGlobalVar(&g);
+  KurvocvCopyCurve(&source, &curve, &g);
+  if (!c.hostile() || !curve.data || !c.in().OneIn(4)) return curve;
+  if (curve.type == CV_BEZIER)
+    *static_cast<KurvoBezier*>(curve.data) = {c.in().Pick({-1, INT32_MAX}), 0, nullptr, {}};
+  if (curve.type == CV_RBSPLINE)
+    *static_cast<KurvoRBSpline*>(curve.data) = {0, INT32_MIN, nullptr, nullptr, {}};
+  if (curve.type != CV_SEGCV) return curve;
+  auto& block = *static_cast<KurvoSegcv*>(curve.data);
+  for (int32_t i = 0; i < block.count; ++i) KurvocvFreeCurve(block.curves + i);
+  if (c.in().Below(2))
+    block.count = c.in().Pick({0, -1, INT32_MIN});
+  else
+    block.curves = nullptr;
+  return curve;
+}
+
+}  // namespace
+
+double OneNumber(Call& c) {
+  if (c.given.number && c.in().OneIn(4)) return *c.given.number + c.in().Pick({0., 1e-6});
+  return *(c.given.number = c.Number());
+}
+
+const double* OnePoint(Call& c) {
+  if (!c.given.point || !c.in().OneIn(4)) c.given.point = c.Point();
+  return c.given.point;
+}
+
+const Curve* OneCurve(Call& c) {
+  if (!c.given.curve || !c.in().OneIn(8)) c.given.curve = c.AnyCurve();
+  return c.given.curve;
+}
+
+const KurvoArc* OneArc(Call& c) {
+  const KurvoArc* const arc = c.AnyArc();
+  if (arc && c.in().Below(2)) MovePoint(c, c.in().Below(2) ? arc->start : arc->end);
+  return arc;
+}
+
+const double* Line(Call& c) {
+  const double* const line = c.Array(6);
+  if (c.in().OneIn(4)) MovePoint(c, line + 3 * c.in().Below(2));
+  return line;
+}
+
+const double* HPoint(Call& c) {
+  if (!c.given.point || !c.in().OneIn(4)) c.given.point = c.Point(4);
+  return c.given.point;
+}
+
+const double* Matrix(Call& c) { return c.Array(16); }
+
+const double* SomeBox(Call& c) {
+  double* const box = c.Array(6);
+  for (int i = 0; i < 3; ++i)
+    if (!c.hostile() && box[i] > box[i + 3]) std::swap(box[i], box[i + 3]);
+  return box;
+}
+
+const double* Normal(Call& c) {
+  double* const normal = c.Array(3);
+  normal[0] = normal[1] = 0;
+  normal[2] = c.in().Pick({1., -1., 2.});
+  if (c.hostile() && c.in().OneIn(4)) normal[c.in().Below(3)] = c.Number();
+  return normal;
+}
+
+const double* Up(Call& c) {
+  double* const up = c.Array(3);
+  up[0] = up[1] = 0;
+  if (!c.in().OneIn(16)) up[2] = 1;
+  return up;
+}
+
+const double* Axis(Call& c) { return c.hostile() ? OnePoint(c) : Up(c); }
+
+const double* FlatPoint(Call& c) {
+  double* const p = c.Point();
+  p[2] = 0;
+  return p;
+}
+
+const double* Direction(Call& c) {
+  static constexpr Coord kZero = {0, 0, 0};
+  return c.in().Below(2) ? OnePoint(c) : kZero;
+}
+
+const double* Near(Call& c) { return PutNear(c, c.Point()); }
+const Curve* Spline(Call& c) { return c.AnyCurve(kSplines); }
+const Curve* Composite(Call& c) { return c.AnyCurve(kComposites); }
+double Parameter(Call& c) { return c.Parameter(); }
+
+double Epsilon(Call& c) {
+  return c.in().Below(2) ? c.in().Pick({1e-6, 1e-5, 1e-4, .01, 1e-3, .02, 0., -1e-6}) : c.Number();
+}
+
+double Radius(Call& c) { return c.in().Below(2) ? 16 : c.Number(); }
+
+int ErrorCode(Call& c) {
+  return c.in().Below(2) ? static_cast<int>(c.in().Bits() & 0xFFFFFFFF)
+                         : c.in().Pick({0, 0xE00C47, 0x754C52, -1, INT32_MIN});
+}
+
+uint32_t Bytes(Call& c) {
+  return c.in().OneIn(16) ? c.in().Pick({0xFFFFFFFFu, 0x80000000u, 0x40000001u})
+                          : c.in().Below(c.in().Below(2) ? 64 : 65536);
+}
+
+int32_t Items(Call& c) {
+  if (c.hostile() && c.in().OneIn(8)) return c.in().Pick({-1, INT32_MIN, INT32_MAX, 1 << 30});
+  return c.in().Between(0, 20);
+}
+
+void* Block(Call& c) { return c.in().Below(4) ? std::malloc(c.in().Below(256)) : nullptr; }
+
+const double* Points(Call& c) {
+  c.given.count = c.hostile() && c.in().OneIn(50) ? 4000 : c.in().Between(2, 12);
+  return c.hostile() && c.in().OneIn(50) ? nullptr : c.Array(3 * c.given.count);
+}
+
+double* Knots(Call& c) {
+  c.given.count = c.in().Between(0, 16);
+  if (c.hostile() && c.in().OneIn(50)) return nullptr;
+  double* const knots = c.OwnNumbers(c.given.count);
+  for (int i = 0; i < c.given.count; ++i)
+    knots[i] = c.hostile() ? c.Number() : i * c.in().Fraction();
+  c.Afterwards([&c] { c.AddOwn(); });
+  return knots;
+}
+
+int32_t Count(Call& c) {
+  return c.hostile() && c.in().OneIn(8) ? c.in().Pick({0, -1, INT32_MIN}) : c.given.count;
+}
+
+int32_t Order(Call& c) {
+  return c.hostile() && c.in().OneIn(4)
+             ? c.in().Pick({0, 1, 2, 15, 16, 24, 40, 41, 64, c.given.count, -1, INT32_MAX})
+             : c.in().Between(2, std::clamp(c.given.count, 2, 5));
+}
+
+GlobalVar* State(Call& c) {
+  for (uint32_t saved = c.in().Below(4); saved > 0; --saved) {
+    KurvoclPushEpsilon(1e-3, &c.g);
+    KurvoclPushEpsilon0(1e-4, &c.g);
+  }
+  c.StateMayChange();
+  c.Afterwards([&c] { c.AddState(); });
+  return &c.g;
+}
+
+double* Vector(Call& c) {
+  double* const v = Written(c, 3);
+  for (int i = 0; i < 3; ++i) v[i] = c.Number();
+  return v;
+}
+
+double* NearInPlace(Call& c) { return PutNear(c, Written(c, 3)); }
+
+Curve* Pieces(Call& c) { return Changed(c, false); }
+Curve* Whole(Call& c) { return Changed(c, true); }
+
+Curve* OwnedCurve(Call& c) {
+  Curve* const curve = c.own_store().Zeroed<Curve>();
+  *curve = Freeable(c);
+  curve->attr = 5;
+  return curve;
+}
+
+Cvseq* OwnedSequence(Call& c) {
+  const int count = c.hostile() && c.in().OneIn(8) ? c.in().Pick({0, -1}) : c.in().Between(1, 4);
+  Cvseq* const seq = c.own_store().Zeroed<Cvseq>();
+  seq->count = count;
+  if (count > 0) seq->curves = static_cast<Curve*>(std::calloc(size_t(count), sizeof(Curve)));
+  for (int i = 0; i < count; ++i) seq->curves[i] = Freeable(c);
+  return seq;
+}
+
+// With a count of none, the values are not the list's own.
+CvParam* OwnedList(Call& c) {
+  const int count = c.in().Between(c.hostile() ? -2 : 0, 9);
+  CvParam* const list = Fresh<CvParam>(c);
+  const auto bytes = static_cast<size_t>(count) * sizeof(double);
+  *list = {count, count > 0 ? static_cast<double*>(std::malloc(bytes)) : c.OwnNumbers(1)};
+  return list;
+}
+
+CvParam* WantedList(Call& c) {
+  CvParam* const list = c.own_store().Zeroed<CvParam>();
+  const int32_t count = list->count = Items(c);
+  c.Afterwards([=, &c] {
+    if (count <= 0) return c.Expect(list->count == count && !list->values, "changed");
+    c.Expect(list->count == (list->values ? count : 0), "count without an array");
+    c.Add(double(list->count));
+    KurvocrFreeCvParam(list);
+  });
+  return list;
+}
+
+// Nothing is half written.
+double* Written(Call& c, int size) {
+  double* const out = c.Room(size);
+  c.Afterwards([=, &c] {
+    c.Add(out, size);
+    const auto untouched = std::count(out, out + size, Call::kUnwritten);
+    c.Expect(untouched == 0 || untouched == size, "partly written");
+  });
+  return out;
+}
+
+double* ZeroedOut(Call& c) {
+  double* const out = Written(c, 3);
+  c.Afterwards([=, &c] { c.Neutral(IsZero(out)); });
+  return out;
+}
+
+Cvseq* Emptied(Call& c) {
+  Cvseq* const seq = Bare<Cvseq>(c);
+  *seq = {};
+  return seq;
+}
+
+uint32_t* Word(Call& c) { return c.own_store().Zeroed<uint32_t>(2); }
+
+}  // namespace kurvo_test
