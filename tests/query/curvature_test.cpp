@@ -65,30 +65,6 @@ TEST(Curvature, Table) {
   }
 }
 
-TEST(Curvature, Refusals) {
-  int data = 0;
-  const Curve unknown = {112, &data, 0, 0, 0}, empty = {CV_LINE, nullptr, 0, 0, 0};
-  KurvoBSpline few = {3, 2, nullptr, nullptr, {}};
-  const Curve broken = {CV_BSPLINE, &few, 0, 0, 0};
-  const Owned line = Make("l 0 0 1 2");
-  const struct {
-    const Curve* cv;
-    int pending, error;
-    double want;
-  } rows[] = {{nullptr, 0, 0, kUntouched},
-              {&empty, 0, 0, kUntouched},
-              {line.get(), KURVO_ERR_MEMORY, KURVO_ERR_MEMORY, kUntouched},
-              {line.get(), KURVO_WARN_SHORT_VECTOR, KURVO_WARN_SHORT_VECTOR, 0},
-              {&unknown, 0, KURVO_ERR_CURVE, 0},
-              {&broken, 0, KURVO_ERR_CURVE, 0}};
-  for (const auto& row : rows) {
-    Globals g;
-    g.error = row.pending;
-    EXPECT_EQ(Curvature(row.cv, 0, g), (Point{row.want, row.want, row.want}));
-    EXPECT_EQ(KurvoErrGet(&g), row.error);
-  }
-}
-
 // kappa n = (C' x C'') (-C'_y, C'_x) / |C'|^4, the same for the curve run backwards.
 TEST(Curvature, AgreesWithTheDerivatives) {
   Random random;

@@ -13,9 +13,8 @@ struct Orientation {
   int error;
 };
 
-Orientation OrientationOf(const Cvseq* seq, int pending = 0) {
+Orientation OrientationOf(const Cvseq* seq) {
   Globals g;
-  g.error = pending;
   Orientation o{{-77, -77, -77}, {-77, -77, -77}, 0};
   KurvocvCvseqNormal(seq, o.centre, o.normal, &g);
   o.error = KurvoErrGet(&g);
@@ -71,34 +70,6 @@ TEST(CvseqNormal, Table) {
 }
 
 TEST(CvseqNormal, NoOrientation) {
-  int data = 0;
-  Chain line("(l 0 0 1 0)"), turn("(l 0 0 1 0)(l 1 0 1 1)"), empty("(l 0 0 1 0)(e)"),
-      hole("(l 0 0 1 0)(l 1 0 1 1)(c 1 (e))"), unknown("(l 0 0 1 0)(e)");
-  unknown[1] = {112, &data, 0, 0, 0};
-  Cvseq no_curves{}, no_array{2, nullptr};
-  const struct {
-    const char* name;
-    const Cvseq* seq;
-    int pending, error;
-  } rows[] = {
-      {"null", nullptr, 0, KURVO_ERR_CURVE},
-      {"no array", &no_array, 0, KURVO_ERR_CURVE},
-      {"empty", &no_curves, 0, KURVO_WARN_NO_ORIENTATION},
-      {"one line", line.get(), 0, KURVO_WARN_NO_ORIENTATION},
-      {"curve without data", empty.get(), 0, KURVO_ERR_CURVE},
-      {"unknown curve", unknown.get(), 0, KURVO_ERR_CURVE},
-      {"empty piece", hole.get(), 0, KURVO_ERR_CURVE},
-      {"error pending", turn.get(), KURVO_ERR_TOLERANCE, KURVO_ERR_TOLERANCE},
-  };
-  for (const auto& row : rows) {
-    const Orientation o = OrientationOf(row.seq, row.pending);
-    EXPECT_EQ(o.error, row.error) << row.name;
-    EXPECT_EQ(o.centre, (Point{0, 0, 0})) << row.name;
-    EXPECT_EQ(o.normal, (Point{0, 0, 0})) << row.name;
-  }
-  unknown[1] = {};
-  EXPECT_EQ(OrientationOf(turn.get(), KURVO_WARN_SHORT_VECTOR).normal[2], 1);
-
   for (const char* straight :
        {"(l 1 1 2 2)(l 2 2 3 3)(b 3 3 5 5 9 9)", "(l 0 0 1 0)(l 1 0 3 0)(l 3 0 0 0)",
         "(l 0 0 2 0)(l 2 0 0 0)", "(c 1 1 (l 0 0 1 0)(b 1 0 2 0 3 0))(B 3 0 4 0 5 0 | 0 0 1 2 2)",
