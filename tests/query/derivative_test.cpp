@@ -1,8 +1,6 @@
 // First and higher derivatives.
 #include <gtest/gtest.h>
 
-#include <climits>
-#include <limits>
 #include <string>
 
 #include "query/derivative_reference.h"

@@ -1,7 +1,6 @@
 // Length between two parameters.
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <string>
 
 #include "query/derivative_reference.h"

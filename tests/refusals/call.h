@@ -77,8 +77,6 @@ class Call {
   std::string Outcome(const std::string& result) {
     std::string all = result, outputs;
     for (const auto& state : states_) outputs += state();
-    for (const Input* input : inputs_only_)
-      if (input->Changed()) outputs += " and an input has changed";
     GlobalVar after = g;
     after.error = before_.error;
     if (std::memcmp(&after, &before_, sizeof after) != 0) outputs += "g";
@@ -87,17 +85,12 @@ class Call {
     return all;
   }
 
-  struct Texts {
-    std::vector<std::string> all;
-    std::size_t next = 0;
-  };
+  using Texts = std::deque<std::string>;
   static Texts Parts(const std::string& text, char between) {
     Texts parts;
     std::istringstream in(text);
-    for (std::string part; std::getline(in >> std::ws, part, between);) {
+    for (std::string part; std::getline(in >> std::ws, part, between); parts.push_back(part))
       part.erase(part.find_last_not_of(' ') + 1);
-      parts.all.push_back(part);
-    }
     return parts;
   }
 
@@ -108,7 +101,10 @@ class Call {
  private:
   static constexpr int32_t kMark = 77;
   static std::string Next(Texts& texts) {
-    return texts.next < texts.all.size() ? texts.all[texts.next++] : "out";
+    if (texts.empty()) return "out";
+    const std::string first = texts.front();
+    texts.pop_front();
+    return first;
   }
   static Numbers ReadAll(const std::string& text) {
     Numbers numbers;
@@ -127,10 +123,9 @@ class Call {
       if (text.rfind("out", 0) == 0)
         return Room(static_cast<T>(nullptr), std::atoi(text.c_str() + 3));
     Input& input = inputs_.emplace_back(text);
-    if (kConst)
-      inputs_only_.push_back(&input);
-    else
-      states_.emplace_back([&input] { return input.Changed() ? "*" : "="; });
+    states_.emplace_back([&input] {
+      return kConst ? (input.Changed() ? "an input has changed" : "") : input.Changed() ? "*" : "=";
+    });
     if constexpr (std::is_same_v<Record, Cvseq>)
       return input.chain();
     else if constexpr (std::is_same_v<Record, Curve>)
@@ -186,7 +181,6 @@ class Call {
   Texts curves_, numbers_;
   GlobalVar before_;
   std::deque<Input> inputs_;
-  std::vector<const Input*> inputs_only_;
   std::deque<Numbers> arrays_;
   std::deque<CvParam> lists_, new_lists_;
   std::deque<uint32_t> codes_;

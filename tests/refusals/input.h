@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -95,6 +96,9 @@ class Input {
     return MakeFreeForm(spline ? bezier + CV_BSPLINE - CV_BEZIER : bezier, points, knots);
   }
 
+  static double* Numbered(const Curve& cv) {
+    return cv.type == CV_LINE ? static_cast<double*>(cv.data) : FreeForm(cv).points;
+  }
   static void Break(Curve& whole, const std::string& faults) {
     std::istringstream text(faults);
     std::string what;
@@ -103,25 +107,18 @@ class Input {
       auto* const sizes = static_cast<int32_t*>(cv->data);
       auto* const pieces =
           cv->type == CV_SEGCV ? static_cast<KurvoSegcv*>(cv->data)->curves : nullptr;
-      if (what == "type")
-        cv->type = n;
-      else if (what == "data")
-        cv->data = nullptr;
-      else if (what == "size")
-        sizes[0] = n;
-      else if (what == "count")
-        sizes[1] = n;
-      else if (what == "array")
-        std::memset(static_cast<char*>(cv->data) + 8 * n, 0, sizeof(void*));
-      else if (what == "in")
-        cv = pieces + sizes[0] - 1;
-      else if (what == "loop")
-        std::fill_n(pieces, sizes[0], *cv);
-      else if (what == "knot")
-        FreeForm(*cv).knots[n] = kNaN;
-      else
-        (cv->type == CV_LINE ? static_cast<double*>(cv->data) : FreeForm(*cv).points)[n] =
-            what == "nan" ? kNaN : kInfinity;
+      // clang-format off
+      if (what == "type") cv->type = n;
+      else if (what == "data") cv->data = nullptr;
+      else if (what == "size") sizes[0] = n;
+      else if (what == "count") sizes[1] = n;
+      else if (what == "array") std::memset(static_cast<char*>(cv->data) + 8 * n, 0, sizeof(void*));
+      else if (what == "in") cv = pieces + sizes[0] - 1;
+      else if (what == "loop") std::fill_n(pieces, sizes[0], *cv);
+      else if (what == "knot") FreeForm(*cv).knots[n] = kNaN;
+      else if (what == "nan" || what == "inf") Numbered(*cv)[n] = what == "nan" ? kNaN : kInfinity;
+      else throw std::invalid_argument(what);
+      // clang-format on
     }
   }
   void BreakChain(const std::string& faults) {

@@ -17,8 +17,8 @@ std::string OutcomeOf(const Function& f, const std::string& curves, const std::s
   return f.call(call);
 }
 
-std::string Joined(const std::vector<std::string>& items, const std::string& before,
-                   const std::string& behind) {
+template <class Texts>
+std::string Joined(const Texts& items, const std::string& before, const std::string& behind) {
   std::string all;
   for (const std::string& item : items) all += before + item + behind;
   return all;
@@ -26,7 +26,8 @@ std::string Joined(const std::vector<std::string>& items, const std::string& bef
 
 // The records of a call with another curve in the place of each one in turn.
 std::vector<std::string> With(const std::string& curves, const std::string& other) {
-  std::vector<std::string> changed, parts = Call::Parts(curves, ';').all;
+  std::vector<std::string> changed;
+  Call::Texts parts = Call::Parts(curves, ';');
   for (std::string& part : parts) {
     if (part.rfind("out", 0) == 0) continue;
     std::vector<std::string> places = {other};
@@ -108,8 +109,8 @@ const Function& Named(const std::string& name) {
 }
 
 // What stands apart by `between`, at least one.
-std::vector<std::string> Each(const std::string& text, char between) {
-  std::vector<std::string> all = Call::Parts(text, between).all;
+Call::Texts Each(const std::string& text, char between) {
+  Call::Texts all = Call::Parts(text, between);
   if (all.empty()) all.emplace_back();
   return all;
 }

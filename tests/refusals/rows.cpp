@@ -183,9 +183,13 @@ const std::vector<Row> kRows = {
     {"KurvocvCvseqToSegcv", "(R 0 0 1 0 0 1 | 3 3 3 3)(l 0 0 1 0) / ()", "", "0"},
     {"KurvocvCvseqToSegcv", "(l 0 0 1 0)(c 1 (e)) / (e)(e) !array 0", "", "0 CURVE"},
     {"KurvocvCvseqNormal", "(e)(e) !array 0 / (l 0 0 1 0)(l 1 0 1 1)(c 1 (e))", "", "000000 CURVE"},
-    {"KurvocvCvseqNormal", "() / (l 0 0 1 0)", "", "000000 NO_ORIENTATION"},
-    {"KurvosfPntBoundForPlane", kSquare, "0 0 1, 1 1 0", "3"},
-    {"KurvosfPntBoundForPlane", kSquare, "0 0 1, 1 0 0", "4", KURVO_ERR_TOLERANCE},
+    {"KurvocvCvseqNormal", "() / (l 0 0 1 0) / (l 1 1 2 2)(l 2 2 3 3)(b 3 3 5 5 9 9) / (l 0 0 1 0)(l 1 0 3 0)(l 3 0 0 0)", "", "000000 NO_ORIENTATION"},
+    {"KurvocvCvseqNormal", "(l 0 0 2 0)(l 2 0 0 0) / (c 1 1 (l 0 0 1 0)(b 1 0 2 0 3 0))(B 3 0 4 0 5 0 | 0 0 1 2 2)", "", "000000 NO_ORIENTATION"},
+    {"KurvocvCvseqNormal", "(l 0 0 1 1)(a 2 1 1 3.14159265358979323846 0)(l 1 1 4 4) / (l 3 3 3 3)", "", "000000 NO_ORIENTATION"},
+    {"KurvocvCvseqNormal", "(l 0 0 1 0)(l 1 0 2 .000003)", "", "**"},
+    {"KurvosfPntBoundForPlane", kSquare, "0 0 1, 1 1 0 / 0 0 1, 1 1 9", "3"},
+    {"KurvosfPntBoundForPlane", kSquare, "0 0 1, 4 4 9", "2"},  // by its distance, which is planar
+    {"KurvosfPntBoundForPlane", kSquare, "0 0 1, 1 0 0 / 0 0 1, 4 4 9", "4", KURVO_ERR_TOLERANCE},  // z counts at vertices
     {"KurvosfPntBoundForPlane", kSquare, "0 0 1, 4 4 0", "2", KURVO_ERR_TOLERANCE},
     {"KurvosfPntBoundForPlane", kSquare, "0 0 1, nan 1 0 / 0 0 1, 1 inf 0 / 0 0 -1, 1 1 0 / 0 0 2, 1 1 0 / 1e-9 0 1, 1 1 0", "4"},
     {"KurvosfPntBoundForPlane", kSquare, "0 0 nan, 1 1 0", "4"},

@@ -69,21 +69,6 @@ TEST(CvseqNormal, Table) {
   }
 }
 
-TEST(CvseqNormal, NoOrientation) {
-  for (const char* straight :
-       {"(l 1 1 2 2)(l 2 2 3 3)(b 3 3 5 5 9 9)", "(l 0 0 1 0)(l 1 0 3 0)(l 3 0 0 0)",
-        "(l 0 0 2 0)(l 2 0 0 0)", "(c 1 1 (l 0 0 1 0)(b 1 0 2 0 3 0))(B 3 0 4 0 5 0 | 0 0 1 2 2)",
-        "(l 0 0 1 1)(a 2 1 1 " PI " 0)(l 1 1 4 4)", "(l 3 3 3 3)"}) {
-    Chain chain(straight);
-    const Orientation o = OrientationOf(chain.get());
-    EXPECT_EQ(o.error, KURVO_WARN_NO_ORIENTATION) << straight;
-    EXPECT_EQ(o.centre, (Point{0, 0, 0})) << straight;
-    EXPECT_EQ(o.normal, (Point{0, 0, 0})) << straight;
-  }
-  Chain bent("(l 0 0 1 0)(l 1 0 2 .000003)");
-  EXPECT_EQ(OrientationOf(bent.get()).normal[2], 1);
-}
-
 // A chain that runs ten times around its centre and once, the other way, around a larger area.
 TEST(CvseqNormal, DecisiveWindingBeatsTheArea) {
   std::string chain;

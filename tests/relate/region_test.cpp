@@ -221,23 +221,6 @@ TEST(PntBoundForPlane, TheBoundaryIsAsWideAsTheTolerance) {
   }
 }
 
-// z counts where vertices are compared.
-TEST(PntBoundForPlane, TheHeightCountsAtVerticesOnly) {
-  Chain square("(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)");
-  const Coord normal = {0, 0, 1};
-  const auto locate = [&](double x, double y, double z, int pending) {
-    Globals g;
-    g.error = pending;
-    uint32_t result = 77;
-    KurvosfPntBoundForPlane(normal, square.get(), Point{x, y, z}, &result, &g);
-    return result;
-  };
-  EXPECT_EQ(locate(1, 1, 9, 0), kIn);
-  EXPECT_EQ(locate(4, 4, 0, KURVO_ERR_TOLERANCE), kOn);
-  EXPECT_EQ(locate(4, 4, 9, KURVO_ERR_TOLERANCE), kOut);
-  EXPECT_EQ(locate(4, 4, 9, 0), kOn) << "by its distance, which is planar";
-}
-
 TEST(PntBoundForPlane, LeavesAFullStackAsItWas) {
   Chain chain("(l 0 0 0 4)(b 0 4 5 5 4 0)(l 4 0 0 0)");
   Globals g;
