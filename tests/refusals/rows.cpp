@@ -41,7 +41,13 @@ const std::vector<Row> kRows = {
     {"KurvocvCvseqInsert", "l 0 0 1 0; null / l 0 0 1 0; (e)(e) !array 0 / l 0 0 1 0; () !count 2147483647", "", "= CURVE"},
     {"KurvocvCvseqInsert", "l 0 0 1 0; (e)(e) !count -1", "", "= CHAIN_INDEX"},
     {"KurvocvCvseqInsert", "c 1 1 (l 0 0 1 0)(l 0 0 1 0) !in 0 type 17; ()", "", "= CURVE"},
-    {"KurvocvCvseqInsert", "l 1 0 2 0; (l 0 0 1 0)", "", "= CHAIN_BREAK"},
+    {"KurvocvCvseqInsert", "l 1 0 2 0; (l 0 0 1 0) / l 0 0 .5 0; (l 1 0 2 0)(l 2 0 3 0)", "0", "= CHAIN_BREAK"},
+    {"KurvocvCvseqInsert", "l 1.5 0 2 0; (l 0 0 1 0) / l 1 .0000011 2 0; (l 0 0 1 0) / l 2 0 1 0; (l 0 0 1 0) / c; (l 0 0 1 0) / l 0 0 1 0; (e !type 0)", "1", "= CHAIN_BREAK"},
+    {"KurvocvCvseqInsert", "l 1 0 2 1; (l 0 0 1 0)(l 2 0 3 0) / l 1 1 2 0; (l 0 0 1 0)(l 2 0 3 0) / l 1 0 2 0; (l 0 0 1 0)(l 9 9 9 8)(l 2 0 3 0)", "1", "= CHAIN_BREAK"},
+    {"KurvocvCvseqInsert", "l 1 0 2 0; (l 2 0 3 0)(l 0 0 1 0)(l 9 9 9 8)", "2", "= CHAIN_BREAK"},
+    {"KurvocvCvseqInsert", "l 1 0 2 0; (l 0 0 1 0) / l 0 0 1 0 !type 17; (l 0 0 1 0)", "2 / -1", "= CHAIN_INDEX"},
+    {"KurvocvCvseqInsert", "l 0 0 1 0; ()", "1", "= CHAIN_INDEX"},
+    {"KurvocvCvseqInsert", "e !type 0; (l 0 0 1 0)", "1", "= CURVE"},
     {"KurvocvCvseqBoundBox", "(c 1 1 (l 0 0 1 0)(l 1 0 2 0) !in 0 type 17) / (e)(l 0 0 1 0 !type 17) / (deep 66)", "", "000000 CURVE"},
     {"KurvocvCvseqBoundBox", "(deep 64)", "", "*"},
 
@@ -52,8 +58,8 @@ const std::vector<Row> kRows = {
     {"KurvoclOnLineSeg", "", "1 0 0, 5 6 0 5 6 0", "0 0 SHORT_VECTOR"},
     {"KurvoclOnArc", "a 0 0 1 0 1", "2 0 0", "0 0"},
     {"KurvoclIsLine", "", "0 0 0, 1 0 0, 0 0 1", "1", KURVO_ERR_MEMORY},  // no planar direction
-    {"KurvofcRPPcirc", "", "2.9, 0 0 0, 6 0 0, out, 0", "0 = RADIUS_TOO_SMALL"},
-    {"KurvofcRPPcirc", "", "5, 1 2 3, 1 2 3, out, 0", "0 = SAME_POINTS"},
+    {"KurvofcRPPcirc", "", "2.9, 0 0 0, 6 0 0, out, 0 / -3, 0 0 0, 6 0 0, out, 0 / nan, 0 0 0, 6 0 0, out, 0 / 5, 0 nan 0, 6 0 0, out, 0", "0 = RADIUS_TOO_SMALL"},
+    {"KurvofcRPPcirc", "", "5, 1 2 3, 1 2 3, out, 0 / nan, 0 0 0, 0 0 0, out, 0", "0 = SAME_POINTS"},
 
     // queries
     {"KurvocvStartPoint", "c", "", "="},
@@ -79,7 +85,9 @@ const std::vector<Row> kRows = {
     {"KurvocvNDeriv", "r 0 0 1 1 2 1e-6 3 0 1 / R 0 0 1 1 2 1 3 0 1 4 4 -9e-7 | 0 0 1 2 3 3", "0, out, 1", "000 ZERO_WEIGHT"},
     {"KurvocvNDeriv", "r 0 0 1 1 2 1.1e-6 3 0 1", "0, out, 1", "*"},
     {"KurvocvNDeriv", "c 1 (r 0 0 1 1 2 0 3 0 1)", "0, out, 1", "000"},
-    {"KurvocvCurvature", "b 1 2 1 2 3 4", "0", "000 SHORT_TANGENT"},
+    {"KurvocvCurvature", "a 5 5 2 0 0 / a 5 5 2 0 4e-7 / b 1 2 1 2 3 4 5 0 / b 1 2 1.0000003 2 3 4 5 0 / c 1 (b 1 2 1 2 3 4)", "0", "000 SHORT_TANGENT"},
+    {"KurvocvCurvature", "B -1 1 0 -1 1 1 | 0 0 0 3e6 3e6 3e6", "1.5e6", "000 SHORT_TANGENT"},
+    {"KurvocvCurvature", "B -1 1 0 -1 1 1 | 2 2 2 2 2 2 / b 1 2", "2", "000 SHORT_TANGENT"},
     {"KurvocvCurvature", "b 1 2 3 4", "nan", "000 CURVE"},
     {"KurvocvCurveLen", "c 1 1 (l 0 0 1 2)(e)", "0, 2", "0 CURVE"},
     {"KurvocvCurveLen", "c 1 (r 0 0 1 1 1 1) !in 0 size 1024", "", "0 CURVE"},
