@@ -139,7 +139,10 @@ class Input {
     if (!cv.data) return;
     if (cv.type == CV_LINE || cv.type == CV_ARC)
       return Cover(cv.data, cv.type == CV_LINE ? 48 : 104);
-    Cover(cv.data, 24);
+    const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
+    const bool two_arrays = spline || cv.type == CV_SEGCV;
+    Cover(cv.data, spline ? 8 : 4);  // what is reserved has no value
+    Cover(static_cast<char*>(cv.data) + 8, two_arrays ? 16 : 8);
     if (cv.type == CV_SEGCV) {
       const auto& block = *static_cast<KurvoSegcv*>(cv.data);
       const auto count = static_cast<std::size_t>(block.count);
@@ -149,7 +152,6 @@ class Input {
       return;
     }
     const FreeForm form(cv);
-    const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
     const int count = spline ? SplineCount(cv) : form.order;
     Cover(form.points, static_cast<std::size_t>(count * form.stride) * sizeof(double));
     if (spline) Cover(form.knots, static_cast<std::size_t>(count + form.order) * sizeof(double));
