@@ -120,67 +120,6 @@ TEST(Convert, Table) {
   }
 }
 
-TEST(Convert, RefusesWithoutTouchingTheTarget) {
-  const Owned line = Make("l 0 0 1 2");
-  const Curve empty = {CV_LINE, nullptr, 0, 0, 0};
-  int mark = 0;
-  const struct {
-    const char* name;
-    const Curve* source;
-    int32_t type;
-    int32_t error;
-  } rows[] = {{"error pending", line.get(), CV_BEZIER, KURVO_ERR_CURVE},
-              {"null source", nullptr, CV_BEZIER, 0},
-              {"empty source", &empty, CV_BEZIER, 0},
-              {"type 0", line.get(), 0, 0},
-              {"type 112", line.get(), 112, 0}};
-  for (const auto& row : rows) {
-    Globals g;
-    g.error = row.error;
-    Curve target = {row.type, &mark, 1, 2, 3};
-    EXPECT_EQ(KurvocvConvert(row.source, &target, &g), KURVO_REFUSED) << row.name;
-    EXPECT_EQ(target.type, row.type) << row.name;
-    EXPECT_EQ(target.data, &mark) << row.name;
-    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
-  }
-  Globals g;
-  EXPECT_EQ(KurvocvConvert(line.get(), nullptr, &g), KURVO_REFUSED);
-}
-
-TEST(Convert, RecordsThatCannotBeRightGiveNothing) {
-  KurvoBezier no_points = {3, 0, nullptr, {}};
-  HCoord point = {1, 2, 0, 1};
-  KurvoRBezier bad_degree = {-1, 0, &point, {}};
-  KurvoRBSpline few_points = {4, 2, &point, &point[0], {}};
-  KurvoBSpline no_knots = {1, 1, no_points.points, nullptr, {}};
-  KurvoSegcv no_pieces = {2, 0, nullptr, nullptr, {}};
-  Curve hollow = {CV_RBEZIER, nullptr, 0, 0, 0};
-  double width = 1;
-  KurvoSegcv hollow_piece = {1, 0, &hollow, &width, {}};
-  const Owned deep = Nested(65);
-  const Curve records[] = {{CV_BEZIER, &no_points, 0, 0, 0},
-                           {CV_RBEZIER, &bad_degree, 0, 0, 0},
-                           {CV_RBSPLINE, &few_points, 0, 0, 0},
-                           {CV_BSPLINE, &no_knots, 0, 0, 0},
-                           {CV_SEGCV, &no_pieces, 0, 0, 0},
-                           {CV_SEGCV, &hollow_piece, 0, 0, 0},
-                           {112, &point, 0, 0, 0},
-                           *deep};
-  for (const Curve& record : records) {
-    for (const int32_t type : kTypes) {
-      const bool copied = record.data == &few_points || record.data == &hollow_piece;
-      if (copied && type == record.type) continue;  // whatever it holds
-      Globals g;
-      Curve target = {type, &point, 0, 0, 0};
-      EXPECT_EQ(KurvocvConvert(&record, &target, &g), KURVO_NOT_CONVERTED)
-          << record.type << " to " << type;
-      EXPECT_EQ(target.type, 0);
-      EXPECT_EQ(target.data, nullptr);
-      EXPECT_EQ(KurvoErrGet(&g), 0);
-    }
-  }
-}
-
 constexpr double kPi = 3.14159265358979324;
 
 TEST(Convert, ArcToRationalQuadratic) {

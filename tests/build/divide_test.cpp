@@ -278,43 +278,6 @@ TEST(Divide, ThenJoinedIsTheSameCubic) {
   }
 }
 
-TEST(Divide, RefusesWithBothHalvesEmptyAndNoError) {
-  std::vector<Owned> bad = BadCurves();
-  for (const char* text :
-       {"b 1 2 3 4 5 6 7 8 9 9 8 7", "r 1 2 1 3 4 1 5 6 1 7 8 1 9 9 1 8 7 1", "e",
-        "c -1 .5 (l 0 0 1 1)(l 1 1 2 2)", "c 1 1 (l 0 0 1 1)(B 1 1 2 2 | 2 2 3 3)"})
-    bad.push_back(Make(text));
-  bad.push_back(MakeFreeForm(CV_BSPLINE, {0, 0, 1, 1, 2, 2}, {0, 0, kNaN, 1, 1, 1}));
-  int data = 0;
-  Curve unknown = {112, &data, 0, 0, 0};
-  for (const Owned& cv : bad) {
-    Globals g;
-    const auto [first, second] = Divide(*cv, cv->type == CV_SEGCV ? 1.5 : .5, g);
-    ExpectEmpty(*first);
-    ExpectEmpty(*second);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
-  const Owned line = Make("l 0 0 1 1");
-  for (const double t : {-2e-6, 1 + 2e-6, kNaN, kInfinity}) {
-    Globals g;
-    const auto [first, second] = Divide(*line, t, g);
-    ExpectEmpty(*first);
-    ExpectEmpty(*second);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
-  Globals g;
-  g.error = KURVO_ERR_CURVE;
-  const auto [first, second] = Divide(*line, .5, g);
-  ExpectEmpty(*first);
-  Owned lone(CV_ARC);
-  KurvoErrReset(&g);
-  KurvocvDivide(line.get(), .5, lone.get(), nullptr, &g);
-  ExpectEmpty(*lone);
-  KurvocvDivide(&unknown, .5, lone.get(), lone.get(), &g);
-  KurvocvDivide(nullptr, .5, lone.get(), lone.get(), &g);
-  EXPECT_EQ(KurvoErrGet(&g), 0);
-}
-
 TEST(Divide, DeepNestingAndKnotsWithoutOrderEnd) {
   const Owned deepest = Nested(64);
   Globals g;

@@ -147,18 +147,4 @@ inline Owned RandomCurve(Random& random, int32_t type, int max_degree, int level
 constexpr int32_t kAllTypes[] = {CV_LINE,    CV_ARC,      CV_BEZIER, CV_RBEZIER,
                                  CV_BSPLINE, CV_RBSPLINE, CV_SEGCV};
 
-// Records that cannot be right, of every kind of wrongness that shows at once.
-inline std::vector<Owned> BadCurves() {
-  std::vector<Owned> bad;
-  bad.push_back(Nested(65));
-  bad.push_back(Make("c 1 1 (l 0 0 1 1)(e)"));
-  bad.push_back(Make("b 1 2 3 4"));
-  bad.back().block<KurvoBezier>().degree = -1;
-  bad.push_back(Make("B 1 2 3 4 | 0 0 1 1"));
-  bad.back().block<KurvoBSpline>().order = 3;
-  bad.push_back(Make("R 1 2 1 3 4 1 | 0 0 1 1"));
-  bad.back().block<KurvoRBSpline>().knots = nullptr;
-  return bad;
-}
-
 }  // namespace kurvo_test

@@ -296,55 +296,6 @@ TEST(GenBspl, OfAnyOrderPassesOrRefuses) {
   EXPECT_EQ(fit.curve->data, nullptr);
 }
 
-TEST(GenBspl, RefusesWithItsTwoCodes) {
-  const Points good = {{0, 0, 0}, {1, 0, 0}, {2, 1, 0}, {3, 1, 0}};
-  const Points near = {{0, 0, 0}, {1, 0, 0}, {1 + 1e-6, 1e-6, 5}, {3, 1, 0}};
-  const Points apart = {{0, 0, 0}, {1, 0, 0}, {1, 2e-6, 0}, {3, 1, 0}};
-  Points nan_x = good, inf_y = good, nan_z = good;
-  nan_x[3][0] = kNaN;
-  inf_y[0][1] = -kInfinity;
-  nan_z[2][2] = kNaN;
-  Points many;
-  for (int i = 0; i < 41; ++i) many.push_back({1.0 * i, 0, 0});
-  const struct {
-    const char* name;
-    const Points* points;
-    int count, order, error;
-  } rows[] = {{"good", &good, 4, 4, 0},
-              {"apart", &apart, 4, 4, 0},
-              {"a line", &good, 2, 2, 0},
-              {"one point", &good, 1, 2, KURVO_ERR_FIT_MISSING},
-              {"negative count", &good, INT32_MIN, 2, KURVO_ERR_FIT_MISSING},
-              {"no points", nullptr, 4, 4, KURVO_ERR_FIT_MISSING},
-              {"one point of a bad order", &good, 1, 1, KURVO_ERR_FIT_MISSING},
-              {"order 1", &good, 4, 1, KURVO_ERR_FIT_POINTS},
-              {"order 0", &good, 4, 0, KURVO_ERR_FIT_POINTS},
-              {"order above count", &good, 4, 5, KURVO_ERR_FIT_POINTS},
-              {"highest order", &many, 40, 40, 0},
-              {"order above all", &many, 41, 41, KURVO_ERR_FIT_POINTS},
-              {"NaN", &nan_x, 4, 3, KURVO_ERR_FIT_POINTS},
-              {"infinite", &inf_y, 4, 3, KURVO_ERR_FIT_POINTS},
-              {"NaN in z", &nan_z, 4, 3, KURVO_ERR_FIT_POINTS},
-              {"same points", &near, 4, 3, KURVO_ERR_FIT_POINTS}};
-  for (const auto& row : rows) {
-    Globals g;
-    Owned keeps = Make("l 0 0 1 1"), result;
-    *result.get() = *keeps.get();  // what it held is not freed
-    result.get()->attr = 7;
-    const double* points = row.points ? row.points->front().data() : nullptr;
-    KurvocvGenBspl(points, row.count, row.order, result.get(), &g);
-    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
-    EXPECT_EQ(result->type, row.error ? 0 : CV_BSPLINE) << row.name;
-    EXPECT_EQ(result->data != nullptr, !row.error) << row.name;
-    EXPECT_EQ(result->attr, 0) << row.name;
-  }
-  Globals g;
-  KurvocvGenBspl(good.front(), 4, 4, nullptr, &g);
-  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_FIT_MISSING);
-  KurvocvGenBspl(good.front(), 4, 4, nullptr, &g);  // also with an error pending
-  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_FIT_MISSING);
-}
-
 TEST(GenBspl, TakesManyPoints) {
   Random random;
   SCOPED_TRACE(random.Trace());

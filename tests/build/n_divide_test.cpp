@@ -177,54 +177,6 @@ TEST(NDivide, AnEmptyListGivesOneCopy) {
   EXPECT_EQ(Knots(pieces[0]), Knots(*source));
 }
 
-TEST(NDivide, Refuses) {
-  const char* const line = "l 0 0 1 1";
-  const char* const spline = "B 0 0 1 1 | 2 2 3 3";
-  const struct {
-    const char* curve;
-    Numbers cuts;
-    int32_t error;
-  } rows[] = {
-      {line, {.2, .2}, KURVO_ERR_RANGE},
-      {line, {.2, 1.5}, KURVO_ERR_RANGE},
-      {line, {.5, .2}, KURVO_ERR_RANGE},
-      {line, {-1e-9, .2}, KURVO_ERR_RANGE},
-      {line, {.2, kNaN}, KURVO_ERR_RANGE},
-      {line, {kNaN}, KURVO_ERR_RANGE},
-      {spline, {.5}, KURVO_ERR_RANGE},
-      {"c .2 .3 (l 0 0 1 1)(l 1 1 2 2)", {.2, .6}, KURVO_ERR_RANGE},
-      {"c .5 .5 (l 0 0 1 1)(B 0 0 1 1 | 2 2 3 3)", {.7}, KURVO_ERR_CURVE},
-      {"e", {.5}, 0},
-  };
-  for (const auto& row : rows) {
-    Globals g;
-    const Pieces pieces(*Make(row.curve), row.cuts, g);
-    EXPECT_EQ(pieces.count(), 0) << row.curve;
-    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.curve;
-  }
-  for (const Owned& cv : BadCurves()) {
-    Globals g;
-    EXPECT_EQ(Pieces(*cv, {2.}, g).count(), 0);  // the curve is looked at first
-    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE);
-  }
-  const Owned source = Make(line);
-  double value = .5;
-  const CvParam negative = {-1, &value}, missing = {1, nullptr};
-  for (const CvParam* list : {&negative, &missing, static_cast<const CvParam*>(nullptr)}) {
-    Globals g;
-    Cvseq seq;
-    KurvocvNDivide(source.get(), list, &seq, &g);
-    EXPECT_EQ(seq.count, 0);
-    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_RANGE);
-  }
-  Globals g;
-  g.error = KURVO_ERR_CURVE;
-  EXPECT_EQ(Pieces(*source, {.5}, g).count(), 0);
-  Globals h;
-  KurvocvNDivide(nullptr, nullptr, nullptr, &h);
-  EXPECT_EQ(KurvoErrGet(&h), 0);
-}
-
 TEST(NDivide, OfKnotsWithoutOrderIsSomeResult) {
   for (const Numbers& knots :
        {Numbers{0, 1, 0, 1, 0, 1, 0, 1}, Numbers{1, 1, .7, .2, .5, 0, 0},

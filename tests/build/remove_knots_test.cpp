@@ -204,25 +204,5 @@ TEST(BsplRemoveKnots, CopiesWhereAKnotIsNotANumber) {
   EXPECT_EQ(SplineCount(*Removed(*source, g)), 4);
 }
 
-TEST(BsplRemoveKnots, Refuses) {
-  std::vector<Owned> bad = BadCurves();
-  bad.push_back(Make("b 0 0 1 1"));
-  bad.push_back(Make("l 0 0 1 1"));
-  for (const Owned& cv : bad) {
-    Globals g;
-    EXPECT_EQ(Removed(*cv, g)->type, 0);
-    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE);
-  }
-  Globals g;
-  EXPECT_EQ(Removed(*Make("e"), g)->type, 0);
-  Owned result(CV_ARC);
-  KurvocvBsplRemoveKnots(nullptr, result.get(), &g);
-  EXPECT_EQ(result->type, 0);
-  EXPECT_EQ(KurvoErrGet(&g), 0);
-  g.error = KURVO_ERR_MEMORY;
-  EXPECT_EQ(Removed(*Make("B 0 0 1 1 2 2 | 0 0 .5 1 1"), g)->type, 0);
-  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_MEMORY);
-}
-
 }  // namespace
 }  // namespace kurvo_test

@@ -49,34 +49,6 @@ TEST(ChgOrder, Knots) {
   EXPECT_FALSE(std::signbit(FreeForm(*at_zero).knots[0]));
 }
 
-TEST(ChgOrder, RefusesWithNothingHalfReversed) {
-  Globals pending;
-  pending.error = KURVO_ERR_MEMORY;
-  Owned line = Make("l 1 2 3 4");
-  EXPECT_EQ(KurvocvChgOrder(line.get(), &pending), KURVO_SEVERITY_FATAL);
-  EXPECT_EQ(line.block<KurvoLine>().start[0], 1);
-
-  int data = 0;
-  Curve unknown = {112, &data, 0, 0, 0};
-  Owned empty(CV_LINE), with_hole = Make("c 1 2 (l 1 2 3 4)(e)"), deep = Nested(65);
-  for (Curve* cv :
-       {static_cast<Curve*>(nullptr), &unknown, empty.get(), with_hole.get(), deep.get()}) {
-    Globals g;
-    EXPECT_EQ(KurvocvChgOrder(cv, &g), KURVO_SEVERITY_ERROR);
-    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE);
-  }
-  const auto& c = with_hole.block<KurvoSegcv>();
-  EXPECT_EQ(c.widths[0], 1);
-  EXPECT_EQ(static_cast<KurvoLine*>(c.curves[0].data)->start[0], 1);
-
-  Owned deepest = Nested(64);
-  Globals g;
-  EXPECT_EQ(KurvocvChgOrder(deepest.get(), &g), 0);
-  Point start;
-  KurvocvStartPoint(deepest.get(), start, &g);
-  EXPECT_EQ(start[1], 2);
-}
-
 TEST(NormalizeKnot, Table) {
   const struct {
     Numbers knots;

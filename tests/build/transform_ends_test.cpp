@@ -134,32 +134,6 @@ TEST(MoveEndPoint, ChangesAsLittleAsItCan) {
   }
 }
 
-TEST(MoveEndPoint, Refusals) {
-  int data = 0;
-  Curve unknown = {17, &data, 0, 0, 0};
-  KurvoBSpline few = {3, 2, nullptr, nullptr, {}};
-  Curve broken = {CV_BSPLINE, &few, 0, 0, 0};
-  Owned arc = Make("a 0 0 1 0 1"), no_pieces = MakeComposite({}, {}), deep = Nested(65);
-  Owned arcs = Make("c 1 1 1 (a 0 0 1 0 1)(l 0 0 1 1)(a 0 0 1 0 1)"), empty(CV_LINE);
-  Owned of_empty = Make("c 1 (e)"), deepest = Nested(64);
-  const Owned arc_before = Make("a 0 0 1 0 1");
-  for (const bool start : {true, false}) {
-    for (Curve* cv : {&unknown, &broken, arc.get(), no_pieces.get(), deep.get(), arcs.get()}) {
-      Globals g;
-      Move(cv, start, g);
-      EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE);
-    }
-    for (Curve* cv : {static_cast<Curve*>(nullptr), empty.get(), of_empty.get(), deepest.get()}) {
-      Globals g;
-      Move(cv, start, g);
-      EXPECT_EQ(KurvoErrGet(&g), 0);
-    }
-  }
-  EXPECT_EQ(std::memcmp(arc->data, arc_before->data, sizeof(KurvoArc)), 0);
-  EXPECT_EQ(End(deepest.get(), true)[0], .25);
-  EXPECT_EQ(End(deepest.get(), false)[1], -2);
-}
-
 // The displacement may be a point of the curve itself.
 TEST(MoveEndPoint, DeltaInsideTheCurve) {
   Owned line = Make("l 1 2 4 -3");

@@ -266,41 +266,6 @@ const struct {
      KURVO_ERR_CURVE},
 };
 
-TEST(Transform, RefusesRecordsThatCannotBeRight) {
-  KurvoBSpline few = {3, 2, nullptr, nullptr, {}};
-  KurvoBezier no_points = {2, 0, nullptr, {}};
-  KurvoSegcv no_pieces = {1, 0, nullptr, nullptr, {}}, itself = {2, 0, nullptr, nullptr, {}};
-  Curve loop[2] = {{CV_SEGCV, &itself, 0, 0, 0}, {CV_SEGCV, &itself, 0, 0, 0}};
-  double widths[2] = {1, 1};
-  itself.curves = loop;
-  itself.widths = widths;
-  Curve broken[] = {{CV_BSPLINE, &few, 0, 0, 0},
-                    {CV_BEZIER, &no_points, 0, 0, 0},
-                    {CV_SEGCV, &no_pieces, 0, 0, 0},
-                    {CV_SEGCV, &itself, 0, 0, 0}};  // endless, and twice as much at each level
-  int data = 0;
-  Curve unknown = {17, &data, 0, 0, 0};
-  Owned empty(CV_LINE), no_curves = MakeComposite({}, {}), deepest = Nested(64), deep = Nested(65);
-  Owned empty_unknown(17);
-  for (const auto& row : kTransforms) {
-    const auto code = [&](Curve* cv) {
-      Globals g;
-      row.apply(cv, &g);
-      return KurvoErrGet(&g);
-    };
-    for (Curve& cv : broken) EXPECT_EQ(code(&cv), KURVO_ERR_CURVE) << row.name;
-    EXPECT_EQ(code(deep.get()), KURVO_ERR_CURVE) << row.name;
-    EXPECT_EQ(code(&unknown), row.unknown_type) << row.name;
-    for (Curve* cv : {static_cast<Curve*>(nullptr), empty.get(), empty_unknown.get(),
-                      no_curves.get(), deepest.get()})
-      EXPECT_EQ(code(cv), 0) << row.name;
-  }
-  Globals g;
-  KurvocvRotate(&unknown, kCentre, kAxis, 1, &g);
-  EXPECT_EQ(KurvoErrGet(&g), 0xD53);
-  EXPECT_FALSE(KurvoOk(&g));
-}
-
 TEST(Transform, StopsAtTheFirstPieceThatFails) {
   for (const auto& row : kTransforms) {
     Owned cv = Make("c 1 1 1 1 (l 1 2 3 4)(e)(l 5 6 7 8)(l 9 8 7 6)");
@@ -335,26 +300,6 @@ TEST(Transform, TakesVectorsFromTheCurveItself) {
       transform(apart.get(), v, &g);
       EXPECT_EQ(NumbersOf(*cv), NumbersOf(*apart)) << (&transform - transforms) << " " << i;
     }
-  }
-}
-
-TEST(Transform, RefusedArgumentsChangeNothing) {
-  for (const char* text : {"a 1 2 3 .4 1.3", "l 1 2 4 -3", "c 1 2 (l 4 2 1 2)(a 1 2 3 .4 1.3)"}) {
-    Owned cv = Make(text);
-    if (cv->type != CV_SEGCV) static_cast<double*>(cv->data)[2] = 5;
-    const Numbers before = NumbersOf(*cv);
-    for (const double s : {0.0, -0.0, -1.0, -kInfinity, kNaN}) {
-      for (const Point& along : {kNowhere, kAlong}) {
-        Globals g;
-        KurvocvScale(cv.get(), kCentre, along, s, &g);
-        EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_SCALE) << s;
-        EXPECT_EQ(NumbersOf(*cv), before) << s;
-      }
-    }
-    Globals g;
-    KurvocvMirror(cv.get(), kCentre, Point{1e-6, -1e-6, 1e-7}, &g);
-    EXPECT_EQ(KurvoErrGet(&g), KURVO_WARN_SHORT_VECTOR);
-    EXPECT_EQ(NumbersOf(*cv), before);
   }
 }
 

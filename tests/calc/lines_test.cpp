@@ -132,12 +132,5 @@ TEST(IsLine, Table) {
   }
 }
 
-TEST(IsLine, LeavesTheErrorWhenTheRayHasNoPlanarDirection) {
-  Globals g;
-  g.error = KURVO_ERR_MEMORY;
-  EXPECT_EQ(KurvoclIsLine(Point{0, 0, 0}, Point{1, 0, 0}, Point{0, 0, 1}, &g), 1);
-  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_MEMORY);
-}
-
 }  // namespace
 }  // namespace kurvo_test

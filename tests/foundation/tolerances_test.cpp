@@ -158,18 +158,4 @@ TEST(ToleranceStacks, NeverIndexByADepthThatCannotBe) {
   }
 }
 
-TEST(ToleranceStacks, WorkWithAnErrorPending) {
-  for (const Stack& stack : kStacks) {
-    Globals g;
-    g.error = KURVO_ERR_MEMORY;
-    stack.push(1e-4, &g);
-    EXPECT_EQ(stack.pop(&g), 1e-4) << stack.name;
-    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_MEMORY) << "success clears nothing";
-    stack.pop(&g);
-    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_STACK_EMPTY) << "the last failure wins";
-    KurvoErrReset(&g);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
-}
-
 }  // namespace

@@ -1,8 +1,6 @@
 // First and higher derivatives.
 #include <gtest/gtest.h>
 
-#include <climits>
-#include <limits>
 #include <string>
 
 #include "query/derivative_reference.h"
@@ -218,79 +216,6 @@ TEST(Deriv, DoesNotDependOnTheOrigin) {
       EXPECT_EQ(NDeriv(near.get(), t, 2, g), NDeriv(far.get(), t, 2, g)) << text;
     }
   }
-}
-
-TEST(NDeriv, Refusals) {
-  constexpr double kInf = std::numeric_limits<double>::infinity();
-  int data = 0;
-  const Curve unknown = {112, &data, 0, 0, 0}, empty = {CV_LINE, nullptr, 0, 0, 0};
-  KurvoBezier no_points = {3, 0, nullptr, {}};
-  const Curve broken = {CV_BEZIER, &no_points, 0, 0, 0};
-  const Owned line = Make("l 0 0 1 2"), spline = Make("B 0 0 1 2 3 0 | 0 0 0 1 1 1"),
-              zero = Make("r 0 0 1 1 2 1e-6 3 0 1"), small = Make("r 0 0 1 1 2 1.1e-6 3 0 1"),
-              far_zero = Make("R 0 0 1 1 2 1 3 0 1 4 4 -9e-7 | 0 0 1 2 3 3"),
-              piece = Make("c 1 (r 0 0 1 1 2 0 3 0 1)"), hole = Make("c 1 (e)");
-  hole.block<KurvoSegcv>().curves[0].type = CV_BEZIER;
-  Numbers points(2 * 4097), knots(2 * 4097, 0.0);
-  std::fill(knots.begin() + 4097, knots.end(), 1);
-  const Owned high = MakeFreeForm(CV_BSPLINE, points, knots);
-  constexpr int kNotCalled = -1;
-  const struct {
-    const char* name;
-    const Curve* cv;
-    double t;
-    int n;
-    int error;        // of KurvocvNDeriv
-    int first_error;  // of KurvocvDeriv
-  } rows[] = {
-      {"null", nullptr, 0, 1, 0, KURVO_ERR_CURVE},
-      {"empty", &empty, 0, 1, 0, KURVO_ERR_CURVE},
-      {"unknown", &unknown, 0, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
-      {"no points", &broken, 0, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
-      {"piece without points", hole.get(), 0, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
-      {"order 4097", high.get(), 0, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
-      {"NaN", line.get(), kNaN, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
-      {"infinite", spline.get(), kInf, 1, KURVO_ERR_CURVE, KURVO_ERR_CURVE},
-      {"n = 0", line.get(), 0, 0, KURVO_ERR_DERIVATIVE_ORDER, kNotCalled},
-      {"n < 0", spline.get(), 0, INT_MIN, KURVO_ERR_DERIVATIVE_ORDER, kNotCalled},
-      {"n = 1000", line.get(), 0, 1000, 0, kNotCalled},
-      {"n = 1001", line.get(), 0, 1001, KURVO_ERR_DERIVATIVE_ORDER, kNotCalled},
-      {"n absurd", line.get(), 0, INT_MAX, KURVO_ERR_DERIVATIVE_ORDER, kNotCalled},
-      {"unknown type before the order", &unknown, 0, 0, KURVO_ERR_CURVE, kNotCalled},
-      {"B-spline, n = 2", spline.get(), 0, 2, 0, kNotCalled},
-      {"B-spline, n = 3", spline.get(), 0, 3, KURVO_ERR_CURVE, kNotCalled},
-      {"B-spline, n absurd", spline.get(), 0, INT_MAX, KURVO_ERR_CURVE, kNotCalled},
-      {"weight 0", zero.get(), 0, 1, KURVO_ERR_ZERO_WEIGHT, 0},
-      {"weight just not 0", small.get(), 0, 1, 0, 0},
-      {"weight 0 of another span", far_zero.get(), 0, 1, KURVO_ERR_ZERO_WEIGHT, 0},
-      {"weight 0 of a piece", piece.get(), 0, 1, 0, 0},
-  };
-  for (const auto& row : rows) {
-    Globals g;
-    const Point v = NDeriv(row.cv, row.t, row.n, g);
-    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
-    if (row.error != 0 || !row.cv || !row.cv->data) {
-      EXPECT_EQ(v, (Point{0, 0, 0})) << row.name;
-    }
-    if (row.first_error == kNotCalled) continue;
-    Globals first;
-    const Point w = Deriv(row.cv, row.t, first);
-    EXPECT_EQ(KurvoErrGet(&first), row.first_error) << row.name;
-    if (row.first_error != 0) {
-      EXPECT_EQ(w, (Point{0, 0, 0})) << row.name;
-    }
-  }
-}
-
-TEST(NDeriv, WhilePendingClearsWhereDerivDoesNot) {
-  const Owned line = Make("l 0 0 1 2");
-  Globals g;
-  g.error = KURVO_ERR_TOLERANCE;
-  EXPECT_EQ(NDeriv(line.get(), 0, 1, g), (Point{0, 0, 0}));
-  EXPECT_EQ(Deriv(line.get(), 0, g)[0], kUntouched);
-  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_TOLERANCE);
-  g.error = KURVO_WARN_SHORT_VECTOR;
-  EXPECT_EQ(Deriv(line.get(), 0, g)[1], 2);
 }
 
 }  // namespace

@@ -16,9 +16,8 @@ struct Found {
   int error;
 };
 
-Found DistanceOf(const Curve* cv, const Point& p, int pending = 0) {
+Found DistanceOf(const Curve* cv, const Point& p) {
   Globals g;
-  g.error = pending;
   Found found{};
   found.dist = KurvocvDistPoint(cv, p, &found.t, &g);
   found.error = KurvoErrGet(&g);
@@ -104,44 +103,6 @@ TEST(DistPoint, Table) {
     EXPECT_NEAR(found.t, row.t, 1e-9) << row.name;
     EXPECT_EQ(found.error, row.error) << row.name;
   }
-}
-
-TEST(DistPoint, FailuresLeaveTheParameterAlone) {
-  const Owned line = Make("l 0 0 1 0");
-  Owned unknown = Make("l 0 0 1 0");
-  unknown.get()->type = 17;
-  const auto with_unknown = [&] {
-    std::vector<Owned> pieces;
-    pieces.push_back(Make("l 0 0 1 0"));
-    pieces.push_back(Make("l 0 0 1 0"));
-    pieces[1].get()->type = 17;
-    return MakeComposite({1, 1}, std::move(pieces));
-  };
-  const Owned composite = with_unknown();
-  const Numbers twenty_two_points(44, 1.0), fifteen_points(45, .5);
-  const Owned plain = MakeFreeForm(CV_BEZIER, twenty_two_points);
-  const Owned rational = MakeFreeForm(CV_RBEZIER, fifteen_points);
-  const Owned too_deep = Nested(65), deep_enough = Nested(64);
-  const struct {
-    const char* name;
-    const Curve* curve;
-    int pending, error;
-  } rows[] = {{"null", nullptr, 0, KURVO_ERR_CURVE},
-              {"unknown type", unknown.get(), 0, KURVO_ERR_CURVE},
-              {"unknown piece", composite.get(), 0, KURVO_ERR_CURVE},
-              {"degree 21", plain.get(), 0, KURVO_ERR_CURVE},
-              {"rational, degree 14", rational.get(), 0, KURVO_ERR_CURVE},
-              {"65 levels", too_deep.get(), 0, KURVO_ERR_CURVE},
-              {"error pending", line.get(), KURVO_ERR_TOLERANCE, KURVO_ERR_TOLERANCE},
-              {"fatal error pending", line.get(), KURVO_ERR_MEMORY, KURVO_ERR_MEMORY}};
-  for (const auto& row : rows) {
-    const Found found = DistanceOf(row.curve, {0, 3}, row.pending);
-    EXPECT_EQ(found.dist, 0) << row.name;
-    EXPECT_EQ(found.t, kUnwritten) << row.name;
-    EXPECT_EQ(found.error, row.error) << row.name;
-  }
-  EXPECT_EQ(DistanceOf(line.get(), {0, 3}, KURVO_WARN_SHORT_VECTOR).dist, 3);
-  EXPECT_NEAR(DistanceOf(deep_enough.get(), {0, -3}).dist, 3, 1e-15);
 }
 
 Point PointNear(Random& random, double size) {

@@ -1,7 +1,6 @@
 // Length between two parameters.
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <string>
 
 #include "query/derivative_reference.h"
@@ -76,59 +75,6 @@ TEST(CurveLen, Table) {
       EXPECT_NEAR(length, row.length, 2e-9 * std::fabs(row.length) + 1e-14) << row.name;
     }
     EXPECT_EQ(KurvoErrGet(&g), 0) << row.name;
-  }
-}
-
-TEST(CurveLen, Refusals) {
-  constexpr double kInf = std::numeric_limits<double>::infinity();
-  int data = 0;
-  const Curve unknown = {112, &data, 0, 0, 0}, empty = {CV_LINE, nullptr, 0, 0, 0};
-  const Owned line = Make("l 0 0 1 2"), hole = Make("c 1 1 (l 0 0 1 2)(e)"), deep = Nested(65);
-  Owned nan_knot = Make("B 0 0 3 4 | 0 0 1 1"), rational_nan = Make("R 0 0 1 3 4 1 | 0 0 1 1");
-  FreeForm(*nan_knot).knots[3] = FreeForm(*rational_nan).knots[0] = kNaN;
-  const Owned pole = Make("r 0 0 1 1 2 1.6 2 0 1"),
-              spline_pole = Make("R 0 0 1 1 2 1.6 2 0 1 | 0 0 0 1 1 1"),
-              negative = Make("r 0 0 1 1 2 -2 2 0 1"),
-              closed = Make("c .5 .5 (b 0 0 3 4 6 0)(l 6 0 0 0)"),
-              half_turn = Make("c 1 1 (l 0 0 2 0)(a 0 0 2 0 2)");
-  const Owned low = MakeFreeForm(CV_BEZIER, Numbers(2 * 1024)),
-              high = MakeFreeForm(CV_BEZIER, Numbers(2 * 1025)),
-              member = MakeComposite({1}, [] {
-                std::vector<Owned> pieces;
-                pieces.push_back(MakeFreeForm(CV_RBEZIER, Numbers(3 * 1025)));
-                return pieces;
-              }());
-  const struct {
-    const char* name;
-    const Curve* cv;
-    double t0, t1;
-    int pending, error;
-  } rows[] = {
-      {"error pending", line.get(), 0, 1, KURVO_ERR_TOLERANCE, KURVO_ERR_TOLERANCE},
-      {"null", nullptr, 0, 1, 0, KURVO_ERR_CURVE},
-      {"empty", &empty, 0, 1, 0, KURVO_ERR_CURVE},
-      {"unknown", &unknown, 0, 1, 0, KURVO_ERR_CURVE},
-      {"empty piece", hole.get(), 0, 2, 0, KURVO_ERR_CURVE},
-      {"nested too deep", deep.get(), 0, 1, 0, KURVO_ERR_CURVE},
-      {"NaN", line.get(), 0, kNaN, 0, KURVO_ERR_CURVE},
-      {"infinite", line.get(), -kInf, 0, 0, KURVO_ERR_CURVE},
-      {"NaN knot", nan_knot.get(), 0, 1, 0, KURVO_ERR_MEMORY},
-      {"NaN knot, nothing to measure", nan_knot.get(), 0, 0, 0, KURVO_ERR_MEMORY},
-      {"past a pole", pole.get(), 0, 3, 0, KURVO_ERR_WEIGHT},
-      {"past the pole of a B-spline", spline_pole.get(), -1.5, 1, 0, KURVO_ERR_WEIGHT},
-      {"a part of weights that are not positive", negative.get(), 0, .5, 0, KURVO_ERR_WEIGHT},
-      {"beyond a closed start", closed.get(), -.25, 1, 0, KURVO_ERR_CHAIN_ENDS},
-      {"half a turn beyond the end", half_turn.get(), 0, 3, 0, KURVO_ERR_RANGE},
-      {"NaN knot, rational", rational_nan.get(), 0, 1, 0, KURVO_ERR_MEMORY},
-      {"degree 1023", low.get(), 0, 1, 0, 0},
-      {"degree 1024", high.get(), 0, 1, 0, KURVO_ERR_CURVE},
-      {"piece of degree 1024", member.get(), 0, 1, 0, KURVO_ERR_CURVE},
-  };
-  for (const auto& row : rows) {
-    Globals g;
-    g.error = row.pending;
-    EXPECT_EQ(LengthOf(row.cv, row.t0, row.t1, g), 0) << row.name;
-    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
   }
 }
 

@@ -89,25 +89,6 @@ TEST(Parameter, OffTheCurveIsTheFirstFootOrAnEnd) {
   }
 }
 
-TEST(Parameter, DegreesWithoutFootPointsAreRefused) {
-  struct Row {
-    int32_t type;
-    int degree;
-    bool refused;
-  };
-  Random random;
-  for (const Row& row :
-       {Row{CV_BEZIER, 20, false}, Row{CV_BEZIER, 21, true}, Row{CV_RBEZIER, 13, false},
-        Row{CV_RBEZIER, 14, true}, Row{CV_BSPLINE, 20, false}, Row{CV_BSPLINE, 21, true},
-        Row{CV_RBSPLINE, 13, false}, Row{CV_RBSPLINE, 14, true}}) {
-    const Owned cv = RandomCurve(random, row.type, row.degree, 1);
-    const Found found = Parameter(*cv, {9, 9, 0});
-    EXPECT_EQ(found.error, row.refused ? KURVO_ERR_CURVE : 0) << row.type << ' ' << row.degree;
-    EXPECT_EQ(found.result, row.refused ? KURVO_ON_CURVE : KURVO_OFF_CURVE);
-    EXPECT_EQ(found.t == -77, row.refused);
-  }
-}
-
 TEST(Parameter, Table) {
   const std::string line = "(l 0 0 1 0)", next = "(l 1 0 1 2)";
   struct Row {

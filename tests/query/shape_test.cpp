@@ -176,52 +176,5 @@ TEST(BoundBox, OfArcsThatStartJustPastAnAxis) {
   EXPECT_LT(BoxOf(*Arc(0, 0, 1, 1, 1.1e-4 - 1)).box[3], 1 - 5e-9);
 }
 
-// Records that cannot be right are refused, each by its own neutral result, and nothing is written.
-TEST(BadRecords, AreRefused) {
-  const Owned spline = Make("B 0 0 1 1 2 0 | 0 0 0 1 1 1"), bezier = Make("b 0 0 1 1");
-  Curve records[9];
-  for (Curve& cv : records) cv = *spline;
-  KurvoBSpline order = spline.block<KurvoBSpline>(), count = order, points = order, knots = order;
-  order.order = 0;
-  count.count = 2;
-  points.points = nullptr;
-  knots.knots = nullptr;
-  KurvoBezier negative = bezier.block<KurvoBezier>(), huge = negative;
-  negative.degree = -1;
-  huge.degree = INT32_MAX;
-  KurvoSegcv pieces = {};
-  pieces.count = 3;
-  records[0].data = &order;
-  records[1].data = &count;
-  records[2].data = &points;
-  records[3].data = &knots;
-  records[4] = {CV_BEZIER, &negative, 0, 0, 0};
-  records[5] = {CV_RBEZIER, &huge, 0, 0, 0};
-  records[6] = {CV_SEGCV, &pieces, 0, 0, 0};
-  records[7] = {17, &order, 0, 0, 0};
-  records[8] = {0, nullptr, 0, 0, 0};
-  for (const Curve& cv : records) {
-    const long index = &cv - records;
-    const Ends ends = EndsOf(cv);
-    EXPECT_EQ(ends.error, KURVO_ERR_CURVE) << index;
-    EXPECT_EQ(ends.start[0], kUntouched) << index;
-    EXPECT_EQ(BoxOf(cv).box[0], kUntouched) << index;
-    EXPECT_EQ(BoxOf(cv).error, KURVO_ERR_CURVE) << index;
-    Globals g;
-    EXPECT_EQ(KurvocvDegree(&cv, &g), 0) << index;
-    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE) << index;
-    KurvoErrReset(&g);
-    Point p{kUntouched, 0, 0};
-    KurvocvPosition(&cv, .5, p, &g);
-    EXPECT_EQ(p, (Point{0, 0, 0})) << index;
-    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE) << index;
-    KurvoErrReset(&g);
-    double t = kUntouched;
-    EXPECT_EQ(KurvocvParameter(&cv, p, &t, &g), KURVO_ON_CURVE) << index;
-    EXPECT_EQ(t, kUntouched) << index;
-    EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE) << index;
-  }
-}
-
 }  // namespace
 }  // namespace kurvo_test

@@ -36,24 +36,6 @@ TEST(MallocCurve, LaysOutTheBlock) {
   KurvocvFreeCurve(&cv);
   EXPECT_EQ(cv.type, 0);
   EXPECT_EQ(cv.data, nullptr);
-}
-
-TEST(MallocCurve, RefusesWhatCannotBe) {
-  const Curve before = {99, nullptr, 1, 2, 3};
-  Curve cv = before;
-  const auto untouched = [&] {
-    return cv.type == 99 && cv.data == nullptr && cv.attr == 1 && cv.attr_p1 == 2 &&
-           cv.attr_p2 == 3;
-  };
-  EXPECT_EQ(KurvocvMallocCurve(&cv, 17), nullptr);
-  EXPECT_EQ(KurvocvMallocCurve(&cv, 0), nullptr);
-  EXPECT_EQ(KurvocvMallocCurve(&cv, CV_BEZIER, -1), nullptr);
-  EXPECT_EQ(KurvocvMallocCurve(&cv, CV_RBEZIER, INT32_MIN), nullptr);
-  EXPECT_EQ(KurvocvMallocCurve(&cv, CV_BSPLINE, 0, 4), nullptr);
-  EXPECT_EQ(KurvocvMallocCurve(&cv, CV_RBSPLINE, 4, -1), nullptr);
-  EXPECT_EQ(KurvocvMallocCurve(&cv, CV_SEGCV, -1), nullptr);
-  EXPECT_TRUE(untouched());
-  EXPECT_EQ(KurvocvMallocCurve(nullptr, CV_LINE), nullptr);
   KurvocvFreeCurve(nullptr);
   KurvocvInitCurve(nullptr);
 }
@@ -127,33 +109,6 @@ TEST(CopyCurve, StopsAtAPieceOfUnknownType) {
   EXPECT_EQ(copied.curves[1].data, nullptr);
   EXPECT_EQ(copied.curves[2].type, 0);
   EXPECT_EQ(copied.widths[2], 3);
-}
-
-TEST(CopyCurve, EmptiesTheDestinationFirst) {
-  const Owned line = Make("l 0 0 1 1"), empty = Make("e");
-  Globals g;
-  Curve cv = {CV_ARC, &g, 1, 2, 3};
-  g.error = KURVO_ERR_TOLERANCE;
-  EXPECT_EQ(KurvocvCopyCurve(line.get(), &cv, &g), nullptr);
-  EXPECT_EQ(cv.type, 0);
-  EXPECT_EQ(cv.data, nullptr);
-  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_TOLERANCE);
-  KurvoErrReset(&g);
-  EXPECT_EQ(KurvocvCopyCurve(line.get(), nullptr, &g), nullptr);
-  EXPECT_EQ(KurvocvCopyCurve(nullptr, &cv, &g), nullptr);
-  EXPECT_EQ(KurvocvCopyCurve(empty.get(), &cv, &g), nullptr);
-  EXPECT_EQ(cv.type, CV_LINE);
-  KurvocvFreeCurve(&cv);
-  EXPECT_EQ(KurvoErrGet(&g), 0);
-}
-
-TEST(CopyCurve, RefusesMoreThan64Levels) {
-  for (const int levels : {64, 65}) {
-    Owned copy;
-    Globals g;
-    KurvocvCopyCurve(Nested(levels).get(), copy.get(), &g);
-    EXPECT_EQ(KurvoErrGet(&g), levels > 64 ? KURVO_ERR_CURVE : 0);
-  }
 }
 
 // Composites nest as deep as memory allows; freeing them takes no stack.

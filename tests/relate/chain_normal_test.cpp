@@ -13,9 +13,8 @@ struct Orientation {
   int error;
 };
 
-Orientation OrientationOf(const Cvseq* seq, int pending = 0) {
+Orientation OrientationOf(const Cvseq* seq) {
   Globals g;
-  g.error = pending;
   Orientation o{{-77, -77, -77}, {-77, -77, -77}, 0};
   KurvocvCvseqNormal(seq, o.centre, o.normal, &g);
   o.error = KurvoErrGet(&g);
@@ -68,49 +67,6 @@ TEST(CvseqNormal, Table) {
     EXPECT_NEAR(o.centre[0], row.x, 1e-14) << row.name;
     EXPECT_NEAR(o.centre[1], row.y, 1e-14) << row.name;
   }
-}
-
-TEST(CvseqNormal, NoOrientation) {
-  int data = 0;
-  Chain line("(l 0 0 1 0)"), turn("(l 0 0 1 0)(l 1 0 1 1)"), empty("(l 0 0 1 0)(e)"),
-      hole("(l 0 0 1 0)(l 1 0 1 1)(c 1 (e))"), unknown("(l 0 0 1 0)(e)");
-  unknown[1] = {112, &data, 0, 0, 0};
-  Cvseq no_curves{}, no_array{2, nullptr};
-  const struct {
-    const char* name;
-    const Cvseq* seq;
-    int pending, error;
-  } rows[] = {
-      {"null", nullptr, 0, KURVO_ERR_CURVE},
-      {"no array", &no_array, 0, KURVO_ERR_CURVE},
-      {"empty", &no_curves, 0, KURVO_WARN_NO_ORIENTATION},
-      {"one line", line.get(), 0, KURVO_WARN_NO_ORIENTATION},
-      {"curve without data", empty.get(), 0, KURVO_ERR_CURVE},
-      {"unknown curve", unknown.get(), 0, KURVO_ERR_CURVE},
-      {"empty piece", hole.get(), 0, KURVO_ERR_CURVE},
-      {"error pending", turn.get(), KURVO_ERR_TOLERANCE, KURVO_ERR_TOLERANCE},
-  };
-  for (const auto& row : rows) {
-    const Orientation o = OrientationOf(row.seq, row.pending);
-    EXPECT_EQ(o.error, row.error) << row.name;
-    EXPECT_EQ(o.centre, (Point{0, 0, 0})) << row.name;
-    EXPECT_EQ(o.normal, (Point{0, 0, 0})) << row.name;
-  }
-  unknown[1] = {};
-  EXPECT_EQ(OrientationOf(turn.get(), KURVO_WARN_SHORT_VECTOR).normal[2], 1);
-
-  for (const char* straight :
-       {"(l 1 1 2 2)(l 2 2 3 3)(b 3 3 5 5 9 9)", "(l 0 0 1 0)(l 1 0 3 0)(l 3 0 0 0)",
-        "(l 0 0 2 0)(l 2 0 0 0)", "(c 1 1 (l 0 0 1 0)(b 1 0 2 0 3 0))(B 3 0 4 0 5 0 | 0 0 1 2 2)",
-        "(l 0 0 1 1)(a 2 1 1 " PI " 0)(l 1 1 4 4)", "(l 3 3 3 3)"}) {
-    Chain chain(straight);
-    const Orientation o = OrientationOf(chain.get());
-    EXPECT_EQ(o.error, KURVO_WARN_NO_ORIENTATION) << straight;
-    EXPECT_EQ(o.centre, (Point{0, 0, 0})) << straight;
-    EXPECT_EQ(o.normal, (Point{0, 0, 0})) << straight;
-  }
-  Chain bent("(l 0 0 1 0)(l 1 0 2 .000003)");
-  EXPECT_EQ(OrientationOf(bent.get()).normal[2], 1);
 }
 
 // A chain that runs ten times around its centre and once, the other way, around a larger area.

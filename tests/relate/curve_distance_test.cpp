@@ -266,52 +266,5 @@ TEST(DistCurve, ScalesWithItsCurves) {
   }
 }
 
-TEST(DistCurve, RefusesAndLeavesParametersAlone) {
-  const Owned line = Make("l 0 0 1 0"), unknown(17), empty(CV_LINE), none = Make("c"),
-              nan = Make("l 0 0 1 0"), part = Make("c 1 1 (l 0 5 1 5)(l 0 0 1 0)");
-  nan.block<KurvoLine>().end[1] = kNaN;
-  static_cast<KurvoLine*>(part.block<KurvoSegcv>().curves[1].data)->start[0] = kInfinity;
-  std::string text = "b";
-  for (int i = 0; i <= 64; ++i) text += Text({1.0 * i, 3});
-  const Owned high = Make(text), deep = Nested(64), deeper = Nested(65);
-  Curve typed = *line;
-  typed.type = 17;
-  const struct {
-    const char* name;
-    const Curve* a;
-    int error;
-    double dist;
-    bool written;
-  } rows[] = {{"null", nullptr, 0, 0, false},
-              {"no data", empty.get(), 0, 0, false},
-              {"unknown without data", unknown.get(), 0, 0, false},
-              {"unknown", &typed, KURVO_ERR_CURVE, 0, false},
-              {"no pieces", none.get(), 0, 0, false},
-              {"NaN", nan.get(), 0, 0, false},
-              {"a piece that is not finite", part.get(), 0, 2, true},
-              {"degree 64", high.get(), KURVO_ERR_CURVE, 0, false},
-              {"nested", deep.get(), 0, -1, true},
-              {"nested too deep", deeper.get(), KURVO_ERR_CURVE, 0, false}};
-  const Owned b = Make("b 0 3 1 3 2 3");
-  for (const auto& row : rows)
-    for (const bool swap : {false, true}) {
-      Globals g;
-      double ta = -77, tb = -77;
-      const double dist =
-          KurvocvDistCurve(swap ? b.get() : row.a, swap ? row.a : b.get(), &ta, &tb, &g);
-      EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
-      if (row.dist >= 0) {
-        EXPECT_EQ(dist, row.dist) << row.name;
-      }
-      EXPECT_EQ(ta != -77, row.written) << row.name;
-      EXPECT_EQ(tb != -77, row.written) << row.name;
-    }
-  Globals g;
-  EXPECT_EQ(KurvocvDistCurve(line.get(), b.get(), nullptr, nullptr, &g), 3);
-  double tb = -77;
-  EXPECT_EQ(KurvocvDistCurve(line.get(), b.get(), nullptr, &tb, &g), 3);
-  EXPECT_EQ(tb, 0);
-}
-
 }  // namespace
 }  // namespace kurvo_test

@@ -109,68 +109,6 @@ TEST(IntersectCollapsed, MeetsACurveThatPassesThroughIt) {
   }
 }
 
-TEST(IntersectRefuses, WhatIsMissingOrUnknown) {
-  const Owned line = Make("l 0 0 1 1"), other = Make("l 0 1 1 0"), deep = Nested(65);
-  int data = 0;
-  const Curve empty = {CV_BEZIER, nullptr, 0, 0, 0}, unknown = {112, &data, 0, 0, 0};
-  KurvoBezier no_points = {3, 0, nullptr, {}};
-  KurvoBSpline order_zero = {0, 3, nullptr, nullptr, {}};
-  KurvoSegcv no_curves = {2, 0, nullptr, nullptr, {}};
-  const Curve bezier = {CV_BEZIER, &no_points, 0, 0, 0},
-              spline = {CV_BSPLINE, &order_zero, 0, 0, 0};
-  const Curve composite = {CV_SEGCV, &no_curves, 0, 0, 0};
-  const struct {
-    const char* name;
-    const Curve* a;
-    int pending;
-    uint32_t result;
-    int error;
-  } rows[] = {
-      {"sound", line.get(), 0, KURVO_FOUND, 0},
-      {"warning pending", line.get(), KURVO_WARN_SHORT_VECTOR, KURVO_FOUND,
-       KURVO_WARN_SHORT_VECTOR},
-      {"error pending", line.get(), KURVO_ERR_TOLERANCE, KURVO_REFUSED, KURVO_ERR_TOLERANCE},
-      {"memory error pending", &unknown, KURVO_ERR_MEMORY, KURVO_REFUSED, KURVO_ERR_MEMORY},
-      {"null", nullptr, 0, KURVO_REFUSED, 0},
-      {"no data", &empty, 0, KURVO_REFUSED, 0},
-      {"unknown type", &unknown, 0, KURVO_NOTHING, KURVO_ERR_CURVE},
-      {"no points", &bezier, 0, KURVO_NOTHING, KURVO_ERR_CURVE},
-      {"order 0", &spline, 0, KURVO_NOTHING, KURVO_ERR_CURVE},
-      {"no curves", &composite, 0, KURVO_NOTHING, KURVO_ERR_CURVE},
-      {"nested too deep", deep.get(), 0, KURVO_NOTHING, KURVO_ERR_CURVE},
-  };
-  for (const auto& row : rows) {
-    for (int i = 0; i < 8; ++i) {
-      const Curve* b = other.get();
-      double stale = 0;
-      CvParam on_a = {3, &stale}, on_b = {3, &stale};
-      Globals g;
-      g.error = row.pending;
-      const uint32_t result =
-          KurvocrCurveCurve(i < 4 ? row.a : b, i < 4 ? b : row.a, &on_a, &on_b, i % 4, &g);
-      EXPECT_EQ(result, row.result) << row.name << ' ' << i;
-      EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name << ' ' << i;
-      EXPECT_EQ(on_a.count, result == KURVO_FOUND ? 1 : 0) << row.name << ' ' << i;
-      EXPECT_EQ(on_b.count, on_a.count) << row.name << ' ' << i;
-      KurvocrFreeCvParam(&on_a);
-      KurvocrFreeCvParam(&on_b);
-    }
-  }
-}
-
-TEST(IntersectRefuses, NoListsAreWanted) {
-  const Owned a = Make("l 0 0 1 1"), b = Make("b 0 1 1 0");
-  Globals g;
-  CvParam list;
-  EXPECT_EQ(KurvocrCurveCurve(a.get(), b.get(), nullptr, nullptr, 3, &g), KURVO_FOUND);
-  EXPECT_EQ(KurvocrCurveCurve(a.get(), b.get(), &list, nullptr, 3, &g), KURVO_FOUND);
-  EXPECT_EQ(list.count, 1);
-  KurvocrFreeCvParam(&list);
-  EXPECT_EQ(KurvocrCurveCurve(a.get(), b.get(), nullptr, &list, 3, &g), KURVO_FOUND);
-  EXPECT_EQ(list.count, 1);
-  KurvocrFreeCvParam(&list);
-}
-
 // The highest degrees that work, and the next ones.
 TEST(IntersectRefuses, DegreesThatAreTooHigh) {
   const struct {

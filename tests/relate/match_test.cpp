@@ -77,46 +77,6 @@ TEST(Match, Table) {
   EXPECT_EQ(KurvocvMatch(line.get(), raised.get(), &g), KURVO_MATCH_NONE) << "height";
 }
 
-TEST(Match, Refusals) {
-  const Owned line = Make(kLine), deep = Nested(65), deepest = Nested(64), piece = Make("c 1 (e)");
-  int data = 0;
-  piece.block<KurvoSegcv>().curves[0] = {112, &data, 0, 0, 0};
-  KurvoBezier no_points = {3, 0, nullptr, {}};
-  const Curve unknown = {112, &data, 0, 0, 0};
-  const Curve empty = {CV_LINE, nullptr, 0, 0, 0};
-  const Curve broken = {CV_BEZIER, &no_points, 0, 0, 0};
-  const struct {
-    const char* name;
-    const Curve* cv;
-    const Curve* other;
-    int pending;
-    int error;
-    uint32_t want = KURVO_MATCH_NONE;
-  } rows[] = {
-      {"null", nullptr, line.get(), 0, 0},
-      {"empty", &empty, line.get(), 0, 0},
-      {"unknown type", &unknown, line.get(), 0, KURVO_ERR_CURVE},
-      {"no points", &broken, line.get(), 0, KURVO_ERR_CURVE},
-      {"nested too deep", deep.get(), deep.get(), 0, KURVO_ERR_CURVE},
-      {"nested just so", deepest.get(), deepest.get(), 0, 0, KURVO_MATCH_SAME},
-      {"unknown piece", piece.get(), piece.get(), 0, KURVO_ERR_CURVE},
-      {"error pending", line.get(), line.get(), KURVO_ERR_TOLERANCE, KURVO_ERR_TOLERANCE},
-      {"warning", line.get(), line.get(), KURVO_WARN_SHORT_VECTOR, KURVO_WARN_SHORT_VECTOR,
-       KURVO_MATCH_SAME},
-  };
-  for (const auto& row : rows) {
-    for (const bool exchanged : {false, true}) {
-      Globals g;
-      g.error = row.pending;
-      EXPECT_EQ(KurvocvMatch(exchanged ? row.other : row.cv, exchanged ? row.cv : row.other, &g),
-                row.want)
-          << row.name;
-      EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
-    }
-  }
-  piece.block<KurvoSegcv>().curves[0] = {};
-}
-
 TEST(Match, RaisesUpToDegree4096) {
   const Owned low = Make("b 0 0 3 6");
   for (const auto& [degree, want] : {std::pair(4096, 2u), std::pair(4097, 0u)}) {

@@ -72,44 +72,6 @@ TEST(CvseqToSegcv, Table) {
   }
 }
 
-TEST(CvseqToSegcv, Refusals) {
-  const struct {
-    const char* name;
-    const char* chain;
-    int error;
-  } rows[] = {
-      {"one curve", "(l 0 0 1 0)", KURVO_ERR_CHAIN_DEGENERATE},
-      {"points after the first", "(l 0 0 1 0)(l 1 0 1 0)(b 1 0 1 0)", KURVO_ERR_CHAIN_DEGENERATE},
-      {"no length to speak of", "(l 0 0 0 0)(c)", KURVO_ERR_CHAIN_DEGENERATE},
-      {"gap", "(l 0 0 1 0)(l 1.0000011 0 2 0)", KURVO_ERR_CHAIN_ENDS},
-      {"gap behind a B-spline's end", "(B 0 0 1 0 | 3 3 5 5)(l 1.1 0 2 0)", KURVO_ERR_CHAIN_ENDS},
-      {"half circle", "(l 0 0 1 0)(a 2 0 1 3.14159265358979323846 3.14159265358979323846)",
-       KURVO_ERR_CHAIN_CONVERT},
-      {"B-spline without a span", "(B 0 0 0 0 | 3 3 3 3)(l 0 0 1 0)", KURVO_ERR_CHAIN_CONVERT},
-      {"rational B-spline without a span", "(R 0 0 1 0 0 1 | 3 3 3 3)(l 0 0 1 0)", 0},
-      {"curve without data", "(l 0 0 1 0)(e)", KURVO_ERR_CURVE},
-      {"empty piece", "(l 0 0 1 0)(c 1 (e))", KURVO_ERR_CURVE},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    Chain chain(row.chain);
-    EXPECT_FALSE(Segmented(chain, row.error)->data);
-  }
-  Cvseq no_curves{}, no_array{2, nullptr};
-  Globals g;
-  Owned out(CV_LINE);
-  for (const Cvseq* seq : {static_cast<Cvseq*>(nullptr), &no_curves}) {
-    KurvocvCvseqToSegcv(seq, out.get(), &g);
-    EXPECT_EQ(out->type, 0);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
-  KurvocvCvseqToSegcv(&no_array, out.get(), &g);
-  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE);
-  Chain lines("(l 0 0 1 0)(l 1 0 1 3)");
-  KurvocvCvseqToSegcv(lines.get(), out.get(), &g);
-  EXPECT_FALSE(out->data) << "error pending";
-}
-
 // Every curve keeps its points, and the whole can be evaluated up to its end.
 TEST(CvseqToSegcv, RunsThroughTheSamePointsInProportionToLength) {
   Chain chain(

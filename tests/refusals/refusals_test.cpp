@@ -1,0 +1,170 @@
+// What the functions refuse, and how: with which result, which code, and what is left as it was.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <regex>
+#include <set>
+#include <stdexcept>
+
+#include "refusals/functions.h"
+
+namespace kurvo_test {
+namespace {
+
+std::string OutcomeOf(const Function& f, const std::string& curves, const std::string& numbers,
+                      int pending = 0) {
+  Call call(curves, numbers, pending);
+  return f.call(call);
+}
+
+template <class Texts>
+std::string Joined(const Texts& items, const std::string& before, const std::string& behind) {
+  std::string all;
+  for (const std::string& item : items) all += before + item + behind;
+  return all;
+}
+
+// The records of a call with another curve in the place of each one in turn.
+std::vector<std::string> With(const std::string& curves, const std::string& other) {
+  std::vector<std::string> changed;
+  Call::Texts parts = Call::Parts(curves, ';');
+  for (std::string& part : parts) {
+    if (part.rfind("out", 0) == 0) continue;
+    std::vector<std::string> places = {other};
+    if (part[0] == '(' && other != "null") {
+      places.clear();
+      std::vector<std::string> items = Input::Split(part);
+      items.pop_back();
+      for (std::string& item : items) {
+        const std::string was = std::exchange(item, other);
+        places.push_back(Joined(items, "(", ")"));
+        item = was;
+      }
+    }
+    for (const std::string& place : places) {
+      const std::string was = std::exchange(part, place);
+      changed.push_back(Joined(parts, "", "; "));
+      part = was;
+    }
+  }
+  return changed;
+}
+
+TEST(Refusals, WhileAnErrorIsPending) {
+  for (const Function& f : kFunctions) {
+    const std::string name = f.name;
+    if (name == "KurvoErrGet" || name == "KurvoErrReset" || name == "KurvoInitGlobalVar") continue;
+    for (const int code : {0, int{KURVO_WARN_NO_ORIENTATION}})
+      EXPECT_EQ(OutcomeOf(f, f.curves, f.numbers, code), f.works) << name << ' ' << code;
+    for (const int code : {KURVO_ERR_TOLERANCE, KURVO_ERR_MEMORY}) {
+      std::string want = f.pending ? f.pending : f.works;
+      if (name == "KurvocvChgOrder" && code == KURVO_ERR_MEMORY) want[0] = '3';  // the severity
+      EXPECT_EQ(OutcomeOf(f, f.curves, f.numbers, code), want) << name << ' ' << code;
+    }
+  }
+}
+
+// clang-format off
+const char* const kBroken[] = {
+    "l 0 0 1 0 !type 17", "l 0 0 1 0 !type 112", "b 0 0 1 1 !array 1", "b 0 0 1 1 !size -1",
+    "r 0 0 1 1 1 1 !array 1", "r 0 0 1 1 1 1 !size -1", "B 0 0 1 1 2 0 | 0 0 0 1 1 1 !size 0",
+    "B 0 0 1 1 2 0 | 0 0 0 1 1 1 !array 1", "B 0 0 1 1 2 0 | 0 0 0 1 1 1 !array 2",
+    "R 0 0 1 1 1 1 2 0 1 | 0 0 0 1 1 1 !array 1", "R 0 0 1 1 1 1 2 0 1 | 0 0 0 1 1 1 !array 2",
+    "c 1 1 (l 0 0 1 0)(l 1 0 1 1) !array 1", "c 1 1 (l 0 0 1 0)(l 1 0 1 1) !array 2",
+    "c 1 (l 0 0 1 0) !size -1",
+    // copied as they are, or as large as they say
+    "B 0 0 1 1 2 0 | 0 0 0 1 1 1 !count 2", "R 0 0 1 1 1 1 2 0 1 | 0 0 0 1 1 1 !size 4",
+    "r 0 0 1 1 1 1 !size 2147483647",
+};
+// clang-format on
+
+// They look at one level, or have no use for what is inside.
+const std::regex kNotDeep(
+    "CopyCurve|SegcvToCvseq|IsLine|cvBoundBox|Parameter|POnto|Deriv|Curvature|Offset|Match");
+
+TEST(Refusals, OfWhatIsMissingOrBroken) {
+  const auto expect = [](const Function& f, const char* other, const char* want) {
+    if (!want) return;
+    for (const std::string& curves : With(f.curves, other))
+      EXPECT_EQ(OutcomeOf(f, curves, f.numbers), want) << f.name << " of " << curves;
+  };
+  for (const Function& f : kFunctions) {
+    const std::string name = f.name;
+    expect(f, "null", f.null);
+    expect(f, "e", f.no_data);
+    if (!std::regex_search(name, kNotDeep)) expect(f, "deep 65", f.broken);
+    for (const char* const& broken : kBroken) {
+      const bool copied = &broken >= std::end(kBroken) - 3;
+      if (copied && std::regex_search(name, std::regex("Copy|Insert|Convert"))) continue;
+      const bool type = name == "KurvocvRotate" && std::strstr(broken, "type");
+      expect(f, broken, type ? "= ROTATED_TYPE" : f.broken);
+    }
+  }
+}
+
+const Function& Named(const std::string& name) {
+  for (const Function& f : kFunctions)
+    if (f.name == name) return f;
+  throw std::invalid_argument(name);
+}
+
+// What stands apart by `between`, at least one.
+Call::Texts Each(const std::string& text, char between) {
+  Call::Texts all = Call::Parts(text, between);
+  if (all.empty()) all.emplace_back();
+  return all;
+}
+
+TEST(Refusals, OneByOne) {
+  for (const Row& row : kRows)
+    for (const std::string& name : Each(row.functions, ' '))
+      for (const std::string& curves : Each(row.curves, '/'))
+        for (const std::string& numbers : Each(row.numbers, '/')) {
+          const Function& f = Named(name);
+          EXPECT_EQ(OutcomeOf(f, curves, numbers.empty() ? f.numbers : numbers, row.pending),
+                    row.want)
+              << name << " of " << curves << ", " << numbers;
+        }
+}
+
+TEST(Refusals, OfHighDegrees) {
+  for (const Limit& limit : kLimits) {
+    const Function& f = Named(limit.function);
+    for (const char* kind = limit.kinds; *kind; ++kind) {
+      const auto curve = [&](int degree) { return *kind + ("^" + std::to_string(degree)); };
+      for (const std::string& curves : With(f.curves, curve(limit.degree)))
+        EXPECT_EQ(OutcomeOf(f, curves, f.numbers).find("CURVE"), std::string::npos)
+            << f.name << " of " << curves;
+      for (const std::string& curves : With(f.curves, curve(limit.degree + 1)))
+        EXPECT_EQ(OutcomeOf(f, curves, f.numbers), f.broken) << f.name << " of " << curves;
+    }
+  }
+}
+
+std::string FileText(const char* path) {
+  std::ifstream in(path);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+TEST(Refusals, CoverEveryFunctionAndWriteEveryCode) {
+  std::set<std::string> functions(kWithoutRecord.begin(), kWithoutRecord.end()), exported, written;
+  for (const Function& f : kFunctions) functions.insert(f.name);
+  std::istringstream exports(FileText(KURVO_EXPORTS));
+  for (std::string name; exports >> name;) exported.insert(name);
+  EXPECT_EQ(functions, exported);
+
+  const std::string header = FileText(KURVO_HEADER);
+  const std::regex code("KURVO_(?:ERR|WARN)_(\\w+) = 0x");
+  std::set<std::string> codes;
+  for (std::sregex_iterator at(header.begin(), header.end(), code), end; at != end; ++at)
+    codes.insert((*at)[1]);
+  for (const Row& row : kRows) {  // the outcomes hold, as they are tested above
+    const std::string last = row.want.substr(row.want.rfind(' ') + 1);
+    for (const Code& each : kCodes)
+      if (last == each.name) written.insert(last);
+  }
+  EXPECT_EQ(written, codes);
+}
+
+}  // namespace
+}  // namespace kurvo_test
