@@ -73,6 +73,7 @@ inline auto Out(int size) {
 }
 double* ZeroedOut(Call& c);  // three numbers, (0, 0, 0) without memory
 uint32_t* Word(Call& c);
+Cvseq* Emptied(Call& c);  // for a function that leaves it alone when an error is pending
 // A header that may hold anything before it becomes a result. `bare`: pieces without a block are
 // copied as they are.
 template <class Record>
@@ -93,8 +94,6 @@ template <class Record>
 Record* Bare(Call& c) {
   return Result<Record>(c, true);
 }
-
-Cvseq* Emptied(Call& c);  // what is left alone stays empty
 
 template <class T>
 T Make(Call& c, ByType) {
@@ -132,6 +131,8 @@ template <class Judge>
 struct Gives {
   Judge judge;
 };
+template <class Judge>
+Gives(Judge) -> Gives<Judge>;
 inline auto Codes(std::initializer_list<int64_t> codes) {
   return Gives{
       [codes = std::vector(codes)](Call& c, int64_t result, auto...) { c.Code(result, codes); }};

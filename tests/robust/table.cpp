@@ -12,7 +12,7 @@ namespace {
 #define ROW(function, ...) Row(#function, function __VA_OPT__(, ) __VA_ARGS__)
 
 // The new array or block, which is that of the record that follows the source.
-constexpr auto kNewBlock = [](Call& c, const void* block, auto, auto* copy, auto...) {
+constexpr auto kNewBlock = [](Call& c, const void* block, const auto*, auto* copy, GlobalVar*) {
   const void* held = nullptr;
   if constexpr (requires { copy->data; })
     held = copy ? copy->data : nullptr;
