@@ -748,14 +748,14 @@ KURVO_API int KurvocvParameter(const Curve *curve, const Coord point, double *t,
  * The projection goes to the carrier, the unbounded line or the full circle; the distance is that
  * from the bounded curve. On a Bezier curve of either kind both take the first foot point, the one
  * of the smallest parameter, and look at no other, also where another one or an end is nearer; a
- * point without a foot point, or with one beyond an end by more than epsilon (of the parameter),
- * goes to the nearer end, on a tie to the last. On a B-spline both take the nearest of all foot
- * points, corners and ends. A foot that is not a number never wins. Errors of both: KURVO_ERR_CURVE
- * for an unknown type, a record that cannot be right and a degree above 20 (13 when rational);
- * KURVO_WARN_SHORT_VECTOR for a line without length and, projecting onto an arc, for its centre. No
- * allocation. Cost: that of finding the roots of one polynomial of at most 40 coefficients, for a
- * B-spline for each span whose box comes nearer than the nearest point, and a few operations for
- * every other span.
+ * point without a foot point, or whose first one lies beyond an end by more than epsilon (of the
+ * parameter; up to 0.001 beyond are looked at), goes to the nearer end, on a tie to the last. On a
+ * B-spline both take the nearest of all foot points, corners and ends. A foot that is not a number
+ * never wins. Errors of both: KURVO_ERR_CURVE for an unknown type, a record that cannot be right
+ * and a degree above 20 (13 when rational); KURVO_WARN_SHORT_VECTOR for a line without length and,
+ * projecting onto an arc, for its centre. No allocation. Cost: that of finding the roots of one
+ * polynomial of at most 40 coefficients, for a B-spline for each span whose box comes nearer than
+ * the nearest point, and a few operations for every other span.
  * ------------------------------------------------------------------------------------------- */
 
 /* Replaces p (in/out) by its projection onto the carrier of the curve, with z = 0; untouched on
@@ -822,11 +822,13 @@ KURVO_API void KurvocvCurvature(const Curve *curve, double t, Coord out,
  * degrees above 180; the pieces of a B-spline and of a composite are divided into 16 parts first,
  * and each part is measured so, with fewer than 1024 pieces for degrees above 24.
  * Errors: KURVO_ERR_CURVE for an unknown type, a record that cannot be right, also as a piece, a
- * degree above 1023 and a parameter that is not finite; beyond an end of a free-form curve what
- * KurvocvExtendCurve reports, such as KURVO_ERR_WEIGHT; KURVO_ERR_MEMORY, also for a knot that is
- * not a number (of a B-spline within a composite the spans beside it are left out). Error pending:
- * 0 at once. Nothing is allocated up to degree 4, except for a rational B-spline whose weights are
- * all 1. Cost: constant for lines and arcs, otherwise O(degree^2) for each piece. */
+ * degree above 1023 and a parameter that is not finite; for a stretch of a free-form curve, not the
+ * whole, what KurvocvExtendCurve reports of it, such as KURVO_ERR_WEIGHT; KURVO_ERR_MEMORY, also
+ * for a knot that is not a number (of a B-spline within a composite the spans beside it are left
+ * out). Error pending: 0 at once. Nothing is allocated up to degree 4, except for a rational
+ * B-spline whose weights are all 1, and for a stretch beyond the ends of a curve other than a plain
+ * Bezier curve or of one whose weights are not all positive.
+ * Cost: constant for lines and arcs, otherwise O(degree^2) for each piece. */
 KURVO_API void KurvocvCurveLen(const Curve *curve, double t0, double t1, double *length,
                                GlobalVar *g) KURVO_NOEXCEPT;
 
