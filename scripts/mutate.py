@@ -241,6 +241,18 @@ def judge(build, place, programs):
     return place, verdict
 
 
+def judge_all(build, places, programs, jobs):
+    """The verdicts, as far as they go when the run is interrupted."""
+    judged = []
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        try:
+            for place_and_verdict in pool.map(lambda p: judge(build, p, programs), places):
+                judged.append(place_and_verdict)
+        except KeyboardInterrupt:
+            pool.shutdown(wait=False, cancel_futures=True)
+    return judged
+
+
 def summary(judged, suites):
     outcomes = collections.Counter(verdict.outcome for _, verdict in judged)
     killed_or_left = [(p, v) for p, v in judged if v.outcome in ("killed", "SURVIVES")]
@@ -289,8 +301,7 @@ def main():
     build.prepare()
     programs = build.programs(options.suites)
     build.measure(programs)
-    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
-        judged = list(pool.map(lambda place: judge(build, place, programs), places))
+    judged = judge_all(build, places, programs, options.jobs)
     left = sorted((p for p, verdict in judged if verdict.outcome == "SURVIVES"),
                   key=lambda p: (p.path, p.line, p.column))
     if options.survivors:

@@ -5,6 +5,7 @@ import pathlib
 import re
 import resource
 import shutil
+import signal
 import subprocess
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -17,7 +18,8 @@ DEFINITION = re.compile(
 LARGEST_PROGRAM = 8 << 30  # bytes: what a changed loop may take before it fails
 
 
-def limit_memory():
+def prepare_program():
+    signal.signal(signal.SIGINT, signal.SIG_DFL)  # off where the script runs in the background
     resource.setrlimit(resource.RLIMIT_AS, (LARGEST_PROGRAM, LARGEST_PROGRAM))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
@@ -25,7 +27,7 @@ def limit_memory():
 def run(command, seconds, where, output=subprocess.DEVNULL, environment=None):
     """'' on success, 'failure', 'crash' or 'timeout' otherwise. What it started ends with it."""
     process = subprocess.Popen(command, cwd=where, stdout=output, stderr=output, env=environment,
-                               preexec_fn=limit_memory, start_new_session=True)
+                               preexec_fn=prepare_program, start_new_session=True)
     try:
         code = process.wait(seconds)
         return "" if code == 0 else "failure" if code > 0 else "crash"
