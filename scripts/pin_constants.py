@@ -11,26 +11,19 @@ first: the repository is never touched.
     scripts/pin_constants.py --list               only lists what would be changed
 """
 import argparse
-import os
 import pathlib
 import re
-import shutil
 import subprocess
 import sys
 import time
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
-REALS = ("double",)
-INTEGERS = ("int", "int32_t", "int64_t", "uint32_t", "uint64_t", "size_t")
-DEFINITION = re.compile(
-    r"constexpr\s+(?:std::)?(" + "|".join(REALS + INTEGERS) + r")\s+(k[A-Z]\w*)\s*=\s*([^;\[\]{}]+);"
-)
+from tried_changes import DEFINITION, FLOORS, REALS, ROOT, configure, copy_sources, run
+
 NO_NUMBER = re.compile(r"infinity\(\)|quiet_NaN\(\)|CV_|std::numeric_limits<\w+>::max\(\)\s*$")
 WAYS = {
     "real": ["({}) * 10.0", "({}) / 10.0"],
     "integer": ["({}) + 1", "({}) - 1", "({}) / 4"],
 }
-FLOORS = ("foundation", "records", "calc", "eval", "query", "build", "relate")
 
 
 def constants(words):
@@ -47,21 +40,6 @@ def constants(words):
             yield below, found[2], "real" if found[1] in REALS else "integer", found.span(3)
 
 
-def run(command, seconds, where):
-    """'' on success, 'failure' or 'timeout' otherwise. What it started ends with it."""
-    process = subprocess.Popen(
-        command, cwd=where, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-        start_new_session=True)
-    try:
-        return "" if process.wait(seconds) == 0 else "failure"
-    except subprocess.TimeoutExpired:
-        return "timeout"
-    finally:
-        if process.poll() is None:
-            os.killpg(process.pid, 9)
-            process.wait()
-
-
 class Mutants:
     def __init__(self, directory, seconds, jobs, programs):
         self.source, self.build = directory / "source", directory / "build"
@@ -69,21 +47,8 @@ class Mutants:
 
     def prepare(self):
         """Copies the sources, builds them and makes sure that all tests pass as things are."""
-        for path in ROOT.rglob("*"):
-            below = path.relative_to(ROOT)
-            # src/build is a folder of the library, build at the top is not.
-            if below.parts[0] in ("build", ".git") or not path.is_file():
-                continue
-            copy = self.source / below
-            if copy.exists() and copy.read_bytes() == path.read_bytes():
-                continue  # with its time: it may be newer than what was built from a change to it
-            copy.parent.mkdir(parents=True, exist_ok=True)
-            shutil.copyfile(path, copy)
-            shutil.copymode(path, copy)
-        subprocess.run(
-            ["cmake", "-G", "Ninja", "-S", self.source, "-B", self.build,
-             "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1", "-DCMAKE_C_FLAGS_DEBUG=-O1",
-             "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON"], check=True, stdout=subprocess.DEVNULL)
+        copy_sources(self.source)
+        configure(self.source, self.build)
         if not self.builds():
             sys.exit("the unchanged sources do not build")
         noticed = self.noticed("foundation")
