@@ -40,7 +40,7 @@ class Suite:
 
 TENTH = {"KURVO_CALLS": "1000", "KURVO_MEMORY_CALLS": "15", "KURVO_STACK_CALLS": "30"}
 SUITES = {  # in the order of judgement
-    "unit": Suite(FLOORS),
+    "unit": Suite(FLOORS + ("refusals",)),
     "laws": Suite(("laws",)),
     "robust": Suite(("robust",), "-Digest.*", TENTH),  # a tenth of the calls, for speed
     "digests": Suite(("robust",), "Digest.*"),

@@ -112,7 +112,7 @@ def main():
         for below, name, kind, _ in chosen:
             print(f"{name} ({kind}, {below})")
         return 0
-    programs = FLOORS + ("laws",) + (() if options.library_only else ("tools",))
+    programs = FLOORS + ("refusals", "laws") + (() if options.library_only else ("tools",))
     mutants = Mutants(options.directory.resolve(), options.timeout, options.jobs, programs)
     mutants.prepare()
     survivors, tried = [], 0

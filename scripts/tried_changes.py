@@ -9,7 +9,7 @@ import signal
 import subprocess
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FLOORS = ("foundation", "records", "calc", "eval", "query", "build", "relate")
+FLOORS = ("foundation", "records", "calc", "control", "eval", "build", "query", "relate")
 REALS = ("double",)
 INTEGERS = ("int", "int32_t", "int64_t", "uint32_t", "uint64_t", "size_t")
 DEFINITION = re.compile(
