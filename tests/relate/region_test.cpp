@@ -126,9 +126,13 @@ TEST(PntBoundForPlane, LatticePolygons) {
         ends.push_back(MakeFreeForm(CV_BEZIER, {v.x, v.y, b.x, b.y}));
         return MakeComposite({.5, .5}, std::move(ends));
       }
-      case 5:
-        return MakeFreeForm(CV_BSPLINE, {a.x, a.y, u.x, u.y, v.x, v.y, b.x, b.y},
-                            {0, 0, .3, .3, 1, 1});
+      case 5: {  // jumps along the side, before a span or behind it
+        Numbers points;
+        for (const double f : {0., .1, .3, .6, 1.})
+          points.insert(points.end(), {(1 - f) * a.x + f * b.x, (1 - f) * a.y + f * b.y});
+        const double jump = random.Uniform(0, 1) < .5 ? .3 : .6;
+        return MakeFreeForm(CV_BSPLINE, points, {0, 0, .3, jump, .6, 1, 1});
+      }
       case 0:
         return LineBetween(a, b);
       case 1:
