@@ -4,24 +4,25 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <iterator>
 #include <type_traits>
 
 namespace kurvo {
 
-// (1 - s) a + s b, of vectors.
+// (1 - s) a + s b, of vectors. Inlined in every build: a call would cost more than the mix.
 template <class Vector>
-Vector Mix(const Vector& a, const Vector& b, double s) {
+[[gnu::always_inline]] inline Vector Mix(const Vector& a, const Vector& b, double s) {
   return (1.0 - s) * a + s * b;
 }
 
 // The same, of vectors and of arrays of components, written to `out`.
 template <class Point>
-void MixInto(const Point& a, const Point& b, double s, Point& out) {
-  if constexpr (requires { a[0]; })
-    for (std::size_t c = 0; c < std::size(a); ++c) out[c] = (1.0 - s) * a[c] + s * b[c];
-  else
+[[gnu::always_inline]] inline void MixInto(const Point& a, const Point& b, double s, Point& out) {
+  if constexpr (requires { a[0]; }) {
+    constexpr std::size_t kSize = sizeof(Point) / sizeof(a[0]);
+    for (std::size_t c = 0; c < kSize; ++c) out[c] = (1.0 - s) * a[c] + s * b[c];
+  } else {
     out = Mix(a, b, s);
+  }
 }
 
 // Level 0 of the triangle holds the `levels` + 1 control points of a polynomial, plain or
@@ -52,8 +53,9 @@ void ToLeftEdge(double (*points)[kDim], int32_t levels, Share&& share) {
 // compiler to unroll the loops, an integral constant.
 template <class Point, class Degree, class MixPoints>
 void ToBothEdges(Point* points, Degree n, Point* left, MixPoints&& mix) {
-  for (int32_t l = 1; l <= n; ++l) {
-    for (int32_t q = 0; q <= n - l; ++q) mix(points[q], points[q + 1]);
+  const int32_t levels = n;
+  for (int32_t l = 1; l <= levels; ++l) {
+    for (int32_t q = 0; q <= levels - l; ++q) mix(points[q], points[q + 1]);
     std::memcpy(left + l, points, sizeof(Point));
   }
 }

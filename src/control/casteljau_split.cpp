@@ -13,7 +13,9 @@ namespace {
 // A function of its own, so that t lies in a register: no point that is written can change it.
 template <std::size_t kDim, class Degree>
 void Split(double (*points)[kDim], Degree n, double t, double (*before)[kDim]) {
-  ToBothEdges(points, n, before, [t](auto& a, const auto& b) { MixInto(a, b, t, a); });
+  ToBothEdges(
+      points, n,
+      before, [t](auto& a, const auto& b) __attribute__((always_inline)) { MixInto(a, b, t, a); });
 }
 
 }  // namespace

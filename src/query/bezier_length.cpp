@@ -109,15 +109,16 @@ class HalvedBezier {
   // De Casteljau's algorithm at 1/2 on the first lanes of `left`, which become the left halves; the
   // right halves go to `right`.
   template <class LaneCount>
-  void Split(LaneCount lanes, double* left, double* right) const {
+  void Split(LaneCount, double* left, double* right) const {
     using Numbers = Pack<LaneCount>;
     constexpr std::size_t kStep = sizeof(Numbers) / sizeof(double);
-    const auto at = [](double* numbers) -> Numbers& {
+    constexpr std::size_t kCount = LaneCount::value;
+    const auto at = [](double* numbers) __attribute__((always_inline))->Numbers& {
       return *reinterpret_cast<Numbers*>(numbers);
     };
-    const auto copy = [&](double* from, double* to) {
+    const auto copy = [&](double* from, double* to) __attribute__((always_inline)) {
       for (std::size_t c = 0; c < kRow; c += kLanes)
-        for (std::size_t lane = 0; lane < lanes; lane += kStep)
+        for (std::size_t lane = 0; lane < kCount; lane += kStep)
           at(to + c + lane) = at(from + c + lane);
     };
     for (std::size_t i = 0; i <= degree_; ++i) copy(left + i * kRow, right + i * kRow);
@@ -125,7 +126,7 @@ class HalvedBezier {
       for (std::size_t i = 0; i <= degree_ - level; ++i) {
         double* row = right + i * kRow;
         for (std::size_t c = 0; c < kRow; c += kLanes)
-          for (std::size_t lane = 0; lane < lanes; lane += kStep)
+          for (std::size_t lane = 0; lane < kCount; lane += kStep)
             at(row + c + lane) = 0.5 * (at(row + c + lane) + at(row + c + lane + kRow));
       }
       copy(right, left + level * kRow);
@@ -133,9 +134,11 @@ class HalvedBezier {
   }
 
   template <class LaneCount>
-  double LengthOfBlock(LaneCount lanes, const double* block) const {
+  double LengthOfBlock(LaneCount, const double* block) const {
+    constexpr std::size_t kCount = LaneCount::value;
     double x[kLanes], y[kLanes], length[kLanes];
-    const auto load = [&](const double* row, std::size_t lane, double& px, double& py) {
+    const auto load = [&](const double* row, std::size_t lane, double& px, double& py)
+        __attribute__((always_inline)) {
       if constexpr (kSize == 3) {
         px = row[lane] / row[2 * kLanes + lane];
         py = row[kLanes + lane] / row[2 * kLanes + lane];
@@ -144,12 +147,12 @@ class HalvedBezier {
         py = row[kLanes + lane];
       }
     };
-    for (std::size_t lane = 0; lane < lanes; ++lane) {
+    for (std::size_t lane = 0; lane < kCount; ++lane) {
       load(block, lane, x[lane], y[lane]);
       length[lane] = 0.0;
     }
     for (std::size_t i = 1; i <= degree_; ++i) {
-      for (std::size_t lane = 0; lane < lanes; ++lane) {
+      for (std::size_t lane = 0; lane < kCount; ++lane) {
         double px, py;
         load(block + i * kRow, lane, px, py);
         const double dx = px - x[lane];
@@ -160,7 +163,7 @@ class HalvedBezier {
       }
     }
     double sum = 0.0;
-    for (std::size_t lane = 0; lane < lanes; ++lane) sum += length[lane];
+    for (std::size_t lane = 0; lane < kCount; ++lane) sum += length[lane];
     return sum;
   }
 
