@@ -4,11 +4,11 @@
 #include <limits>
 #include <memory>
 
-#include "build/interpolate_parameters.h"
 #include "build/interpolate_solve.h"
 #include "eval/polynomial.h"
 #include "foundation/guard.h"
 #include "foundation/new_array.h"
+#include "foundation/point.h"
 #include "records/owned_curve.h"
 
 namespace kurvo {
@@ -25,6 +25,10 @@ constexpr int kMaxExponent = 1000;  // of the scale
 
 // What the polynomials of an evaluator hold: every query answers on the result.
 constexpr int32_t kMaxFitOrder = Polynomial::kCapacity;
+
+// Below this difference neighbouring parameters are too much alike to tell two points apart: a few
+// hundred units in the last place of the end of the domain.
+constexpr double kParametersApart = 0x1p-44;
 
 constexpr double kMax = std::numeric_limits<double>::max();
 
@@ -54,6 +58,45 @@ double LargestCoordinate(const double* points, int32_t count) {
 double ScaleFor(double largest) {
   if ((kLargestUnscaled >= largest && largest >= kSmallestUnscaled) || !(largest > 0.0)) return 1.0;
   return std::ldexp(1.0, std::min(-std::ilogb(largest), kMaxExponent));
+}
+
+// Writes t[0 .. count - 1], the length of the polygon up to each point as a share of the whole;
+// exactly 0 and 1 at the ends. False when they do not ascend by more than kParametersApart. Lengths
+// are taken after multiplication of the coordinates by `scale`, so that no square overflows.
+bool ChordLengthParameters(const double* points, int32_t count, double scale, double* t) {
+  t[0] = 0.0;
+  Vec2 before = scale * Planar(PointAt(points, 0));
+  for (int32_t i = 1; i < count; ++i) {
+    const Vec2 point = scale * Planar(PointAt(points, i));
+    t[i] = t[i - 1] + Length(point - before);
+    before = point;
+  }
+  const double inverse = 1.0 / t[count - 1];
+  bool apart = true;
+  for (int32_t i = 1; i < count - 1; ++i) {
+    t[i] *= inverse;
+    apart = apart && t[i] - t[i - 1] > kParametersApart;
+  }
+  t[count - 1] = 1.0;
+  return apart && 1.0 - t[count - 2] > kParametersApart;
+}
+
+void EvenParameters(int32_t count, double* t) {
+  for (int32_t i = 0; i < count; ++i) t[i] = static_cast<double>(i) / (count - 1);
+}
+
+// Writes the order + count knots: clamped, each inner one the mean of order - 1 parameters in turn
+// (Piegl and Tiller, The NURBS Book, equation 9.8), so that each control point has its own
+// parameter inside its support. They ascend if the parameters do.
+void AveragedKnots(const double* t, int32_t count, int32_t order, double* knots) {
+  const int32_t degree = order - 1;
+  std::fill_n(knots, order, 0.0);
+  for (int32_t j = 1; j + degree < count; ++j) {
+    double sum = t[j];  // in one order for all knots, so that rounding keeps them ascending
+    for (int32_t i = j + 1; i < j + degree; ++i) sum += t[i];
+    knots[j + degree] = sum / degree;
+  }
+  std::fill_n(knots + count, order, 1.0);
 }
 
 class Interpolation {

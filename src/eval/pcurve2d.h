@@ -1,6 +1,9 @@
 // The evaluator of one curve record: wraps it for the duration of one call.
 #pragma once
 
+#include <cstddef>
+#include <type_traits>
+
 #include "foundation/error_codes.h"
 #include "foundation/point.h"
 #include "records/owned_sequence.h"
@@ -54,5 +57,17 @@ class PCurve2D {
 
   GlobalVar& g_;
 };
+
+// Rational curves store Cartesian control points and weights, and are evaluated in homogeneous
+// form.
+class PRationalCurve2D : public PCurve2D {
+ protected:
+  explicit PRationalCurve2D(GlobalVar& g) : PCurve2D(g) {}
+  ~PRationalCurve2D() = default;
+};
+
+// The base of a free-form evaluator by the number of coordinates of its control points.
+template <std::size_t kDim>
+using EvaluatorBase = std::conditional_t<kDim == 4, PRationalCurve2D, PCurve2D>;
 
 }  // namespace kurvo

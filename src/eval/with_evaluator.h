@@ -1,12 +1,10 @@
 // The one dispatch from a curve record to its evaluator.
 #pragma once
 
+#include "eval/bezier_evaluators.h"
 #include "eval/parc2d.h"
-#include "eval/pbezcurve.h"
-#include "eval/pbsplinecurve.h"
 #include "eval/pline2d.h"
-#include "eval/prationalbezcurve.h"
-#include "eval/prationalbsplinecurve.h"
+#include "eval/spline_evaluators.h"
 #include "records/views.h"
 
 namespace kurvo {
@@ -21,21 +19,13 @@ template <class Use>
 decltype(auto) WithEvaluator(const KurvoArc& arc, GlobalVar& g, Use&& use) {
   return use(PArc2D(arc, g));
 }
-template <class Use>
-decltype(auto) WithEvaluator(const BezierView<3>& bezier, GlobalVar& g, Use&& use) {
-  return use(PBezCurve(bezier, g));
+template <std::size_t kDim, class Use>
+decltype(auto) WithEvaluator(const BezierView<kDim>& bezier, GlobalVar& g, Use&& use) {
+  return use(BezierEvaluator<kDim>(bezier, g));
 }
-template <class Use>
-decltype(auto) WithEvaluator(const BezierView<4>& bezier, GlobalVar& g, Use&& use) {
-  return use(PRationalBezCurve(bezier, g));
-}
-template <class Use>
-decltype(auto) WithEvaluator(const SplineView<3>& spline, GlobalVar& g, Use&& use) {
-  return use(PBSplineCurve(spline, g));
-}
-template <class Use>
-decltype(auto) WithEvaluator(const SplineView<4>& spline, GlobalVar& g, Use&& use) {
-  return use(PRationalBSplineCurve(spline, g));
+template <std::size_t kDim, class Use>
+decltype(auto) WithEvaluator(const SplineView<kDim>& spline, GlobalVar& g, Use&& use) {
+  return use(SplineEvaluator<kDim>(spline, g));
 }
 
 }  // namespace kurvo

@@ -1,4 +1,4 @@
-// One Bezier piece of a free-form curve, as the intersection of two such curves sees it.
+// Bezier pieces of curves, and parts of them, as intersection and distance work on them.
 #include "relate/bezier_piece.h"
 
 #include <algorithm>
@@ -93,14 +93,34 @@ Vec2 PointAt(const BezierPiece& piece, double t) {
   return (1.0 / p.w) * Planar(p);
 }
 
-void Halve(const WeightedPoint* points, int32_t degree, bool rational, WeightedPoint* left,
-           WeightedPoint* right) {
-  std::copy_n(points, degree + 1, right);
+PlanarBox BoxAround(const WeightedPoint* points, int32_t degree) {
+  PlanarBox box;
+  for (int32_t i = 0; i <= degree; ++i) box.Widen(Planar(points[i]));
+  return box;
+}
+
+int32_t AppendPoints(const BezierSpan& span, bool rational, std::vector<WeightedPoint>& points) {
+  for (int32_t i = 0; i <= span.degree; ++i) {
+    const double* p = span.points + static_cast<std::ptrdiff_t>(i) * span.stride();
+    points.push_back({p[0], p[1], rational ? p[3] : 1.0});
+  }
+  if (span.degree == 0) points.push_back(points.back());
+  return std::max(span.degree, 1);
+}
+
+Halves Halve(const BezierPiece& piece, WeightedPoint* room, std::size_t slot) {
+  WeightedPoint *left = room, *right = room + slot;
+  std::copy_n(piece.points, piece.degree + 1, right);
   left[0] = right[0];
-  const auto mix = [rational](WeightedPoint& a, const WeightedPoint& b) {
+  const auto mix = [rational = piece.rational](WeightedPoint& a, const WeightedPoint& b) {
     a = Middle(a, b, rational);
   };
-  ToBothEdges(right, degree, left, mix);
+  ToBothEdges(right, piece.degree, left, mix);
+  const auto half = [&](const WeightedPoint* points, double start) {
+    return BezierPiece{points, piece.degree,      piece.rational,
+                       start,  0.5 * piece.width, BoxAround(points, piece.degree)};
+  };
+  return {half(left, piece.start), half(right, piece.middle())};
 }
 
 double RefineNearest(const BezierPiece& piece, Vec2 p, double t) {

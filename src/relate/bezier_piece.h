@@ -1,8 +1,12 @@
-// One Bezier piece of a free-form curve, as the intersection of two such curves sees it.
+// Bezier pieces of curves, and parts of them, as intersection and distance work on them.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <vector>
 
+#include "calc/boxes.h"
+#include "control/bezier_pieces.h"
 #include "foundation/point.h"
 
 namespace kurvo {
@@ -18,11 +22,39 @@ struct WeightedPoint {
 
 inline Vec2 Planar(const WeightedPoint& p) { return {p.x, p.y}; }
 
+// Evaluated at t in [0, 1]. A part of a piece, which halving yields, is a piece with control points
+// of its own, and the whole that it covers a stretch of is the piece.
 struct BezierPiece {
   const WeightedPoint* points;  // degree + 1
   int32_t degree;               // 1 to kMaxPieceDegree
   bool rational;
+  double start = 0.0;  // the stretch of the whole's parameters that it covers
+  double width = 1.0;
+  PlanarBox box{};  // of the control points
+
+  double end() const { return start + width; }
+  double middle() const { return start + 0.5 * width; }
+  double ToCurve(double t) const { return start + t * width; }
+  // The larger side of the box.
+  double extent() const { return std::max(box.max.x - box.min.x, box.max.y - box.min.y); }
 };
+
+PlanarBox BoxAround(const WeightedPoint* points, int32_t degree);
+
+// Appends the control points of a span, with weights of 1 unless `rational`; a single point, of
+// degree 0, twice, as a line without length. Returns the degree of the piece.
+int32_t AppendPoints(const BezierSpan& span, bool rational, std::vector<WeightedPoint>& points);
+
+// Takes its control points from `points` on; returns where the next piece's begin.
+inline const WeightedPoint* SetPoints(const WeightedPoint* points, BezierPiece& piece) {
+  piece.points = points;
+  return points + piece.degree + 1;
+}
+
+// The piece as a part of itself.
+inline BezierPiece WholeOf(const BezierPiece& piece) {
+  return {piece.points, piece.degree, piece.rational, 0.0, 1.0, piece.box};
+}
 
 // A point of a piece with its first and second derivative by t.
 struct Jet {
@@ -34,9 +66,13 @@ struct Jet {
 Vec2 PointAt(const BezierPiece& piece, double t);
 Jet JetAt(const BezierPiece& piece, double t);
 
-// Writes the control points of both halves; de Casteljau's algorithm at 1/2.
-void Halve(const WeightedPoint* points, int32_t degree, bool rational, WeightedPoint* left,
-           WeightedPoint* right);
+// Both halves, by de Casteljau's algorithm at 1/2. `room` takes their control points, those of the
+// second from `room` + slot on; slot > degree.
+struct Halves {
+  BezierPiece first;
+  BezierPiece second;
+};
+Halves Halve(const BezierPiece& piece, WeightedPoint* room, std::size_t slot);
 
 // The parameter in [0, 1] of the point of the piece nearest to p, as far as Newton's method finds
 // it from the nearest of evenly spread samples. Good for points on or very near the piece.

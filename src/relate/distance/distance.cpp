@@ -74,8 +74,8 @@ class DistanceSearch {
   // The end as a line without length.
   void OfferEnd(const End& end, const DistancePieces& other, bool swapped) {
     const WeightedPoint points[] = {{end.p.x, end.p.y, 1.0}, {end.p.x, end.p.y, 1.0}};
-    DistancePiece point{PieceKind::kLine, {points, 1, false}, {}, {}, end.t, 0.0};
-    point.box.Widen(end.p);
+    const BezierPiece line{points, 1, false, end.t, 0.0, BoxAround(points, 1)};
+    const DistancePiece point{PieceKind::kLine, line, {}, line.box};
     VisitFrom(point, other, other.Whole(), swapped);
   }
 
@@ -83,7 +83,7 @@ class DistanceSearch {
                  bool swapped) {
     budget_.Spend(kNodeCost);
     const double bound = BoxDistance(point.box, other.BoxOf(range));
-    const double ta = swapped ? StartOf(other, range) : point.start;
+    const double ta = swapped ? StartOf(other, range) : point.bezier.start;
     if (budget_.exhausted() || !Promising(bound, ta)) return;
     if (range.single()) {
       swapped ? SearchPair(other[range.begin], point) : SearchPair(point, other[range.begin]);
@@ -101,7 +101,7 @@ class DistanceSearch {
   }
 
   static double StartOf(const DistancePieces& pieces, const Range& range) {
-    return pieces[range.begin].start;
+    return pieces[range.begin].bezier.start;
   }
 
   void Visit(const Range& a, const Range& b, double bound) {

@@ -8,7 +8,7 @@
 #include "control/bezier_pieces.h"
 #include "foundation/error_codes.h"
 #include "foundation/reserve_more.h"
-#include "relate/piece_part.h"
+#include "relate/piece_bounds.h"
 
 namespace kurvo {
 namespace {
@@ -42,10 +42,7 @@ DistancePieces::DistancePieces(const Curve& curve, GlobalVar& g) : tol_(g.epsilo
     Fail(g, KURVO_ERR_CURVE);
   }
   const WeightedPoint* next = points_.data();  // all points are in place now
-  for (DistancePiece& piece : pieces_) {
-    piece.bezier.points = next;
-    next += piece.bezier.degree + 1;
-  }
+  for (DistancePiece& piece : pieces_) next = SetPoints(next, piece.bezier);
 }
 
 // False for a record that cannot be right, or a degree that is too high.
@@ -103,13 +100,10 @@ bool DistancePieces::AddSpans(const Curve& curve, double offset, double scale) {
   ReserveMore(pieces_, spans->size());
   for (const BezierSpan& span : *spans) {
     const std::size_t first = points_.size();
+    AppendPoints(span, span.rational, points_);
     double weight = 0.0;
-    for (int32_t i = 0; i <= span.degree; ++i) {
-      const double* p = span.points + static_cast<std::ptrdiff_t>(i) * span.stride();
-      points_.push_back({p[0], p[1], span.rational ? p[3] : 1.0});
-      weight = std::max(weight, std::fabs(points_.back().w));
-    }
-    if (span.degree == 0) points_.push_back(points_.back());  // a line without length
+    for (std::size_t i = first; i < points_.size(); ++i)
+      weight = std::max(weight, std::fabs(points_[i].w));
     if (std::isfinite(weight) && weight > 0.0) {  // near 1, so that products stay in range
       const int exponent = std::ilogb(weight);
       for (std::size_t i = first; i < points_.size(); ++i)
@@ -130,7 +124,7 @@ void DistancePieces::AddPiece(PieceKind kind, bool rational, const CirclePart& c
     return;
   }
   const auto degree = static_cast<int32_t>(points_.size() - first_point) - 1;
-  pieces_.push_back({kind, {nullptr, degree, rational}, circle, {}, start, width});
+  pieces_.push_back({kind, {nullptr, degree, rational, start, width}, circle, {}});
 }
 
 double DistancePieces::LargestCoordinate() const {
@@ -149,7 +143,10 @@ void DistancePieces::Scale(double scale) {
 }
 
 void DistancePieces::BuildTree() {
-  for (DistancePiece& piece : pieces_) piece.box = EnclosureOf(piece.bezier);
+  for (DistancePiece& piece : pieces_) {
+    piece.bezier.box = BoxAround(piece.bezier.points, piece.bezier.degree);
+    piece.box = EnclosureOf(piece.bezier);
+  }
   if (pieces_.size() < 2) return;
   std::size_t leaves = 1;
   while (leaves < pieces_.size()) leaves *= 2;

@@ -33,12 +33,13 @@ struct DistancePiece {
   PieceKind kind;
   BezierPiece bezier;
   CirclePart circle;  // of an arc
-  PlanarBox box;      // of the control points; all of the plane when they do not enclose the curve
-  double start;       // the stretch of the whole curve's parameters that it covers
-  double width;
+  PlanarBox box;      // encloses the piece
 
-  double ToCurve(double u) const { return start + u * width; }
-  // From a parameter of the Bezier form to that of the piece.
+  // From a parameter of the piece, and from one of its Bezier form, to that of the whole curve.
+  double ToCurve(double u) const { return bezier.ToCurve(u); }
+  double BezierToCurve(double s) const { return ToCurve(FromBezier(s)); }
+
+ private:
   double FromBezier(double s) const;
 };
 

@@ -7,6 +7,7 @@
 
 #include "relate/distance/squared_distance.h"
 #include "relate/distance/unique_minimum.h"
+#include "relate/piece_bounds.h"
 
 namespace kurvo {
 namespace {
@@ -20,14 +21,8 @@ constexpr double kGain = 1e-14;      // of the squared distance: a step that gai
 constexpr int64_t kBoundsCost = 24;  // of the bounds on derivatives, at degree 0
 constexpr std::size_t kStackPoints = 2 * (kMaxHalvings + 1) * 4;
 
-bool Encloses(const PiecePart& part) {
-  for (int32_t i = 1; i <= part.degree; ++i)
-    if (!(part.points[i].w * part.points[0].w > 0.0)) return false;
-  return part.points[0].w != 0.0;
-}
-
 // How far the parts are apart in the direction `axis` at least; negative when they overlap.
-double Gap(const PiecePart& a, const PiecePart& b, Vec2 axis) {
+double Gap(const BezierPiece& a, const BezierPiece& b, Vec2 axis) {
   double low_a = Dot(axis, Planar(a.points[0])), high_a = low_a;
   for (int32_t i = 1; i <= a.degree; ++i) {
     const double at = Dot(axis, Planar(a.points[i]));
@@ -43,18 +38,18 @@ double Gap(const PiecePart& a, const PiecePart& b, Vec2 axis) {
   return std::max(low_b - high_a, low_a - high_b) / Length(axis);
 }
 
-Vec2 ChordOf(const PiecePart& part) {
+Vec2 ChordOf(const BezierPiece& part) {
   return Planar(part.points[part.degree]) - Planar(part.points[0]);
 }
 
-Vec2 MiddleOf(const PiecePart& part) {
+Vec2 MiddleOf(const BezierPiece& part) {
   return 0.5 * (Planar(part.points[part.degree]) + Planar(part.points[0]));
 }
 
 // No two points of the parts are closer than this: control points lie apart in the directions of
 // the axes, across a chord, or from one part to the other. For short parts that run alongside, the
 // error is of the order of their sagitta.
-double LowerBound(const PiecePart& a, const PiecePart& b) {
+double LowerBound(const BezierPiece& a, const BezierPiece& b) {
   if (!Encloses(a) || !Encloses(b)) return 0.0;
   double bound = BoxDistance(a.box, b.box);
   const Vec2 chord_a = ChordOf(a), chord_b = ChordOf(b);
@@ -66,11 +61,11 @@ double LowerBound(const PiecePart& a, const PiecePart& b) {
   return bound;
 }
 
-bool IsLeaf(const PiecePart& part) {  // short, or a single point
-  return part.width() <= kLeafWidth || part.extent() == 0.0;
+bool IsLeaf(const BezierPiece& part) {  // short, or a single point
+  return part.width <= kLeafWidth || part.extent() == 0.0;
 }
 
-bool Holds(const PiecePart& part, double t) { return t >= part.t0 && part.t1 >= t; }
+bool Holds(const BezierPiece& part, double t) { return t >= part.start && part.end() >= t; }
 
 }  // namespace
 
@@ -89,20 +84,18 @@ void PieceDistance::Search(const DistancePiece& a, const DistancePiece& b) {
   const std::size_t needed = 2 * (kMaxHalvings + 1) * slot_;
   if (needed > stack.size() && heap_.size() < needed) heap_.resize(needed);
   arena_ = needed > stack.size() ? heap_.data() : stack.data();
-  const PiecePart part_a = MakePart(a.bezier.points, a.bezier.degree, 0.0, 1.0);
-  const PiecePart part_b = MakePart(b.bezier.points, b.bezier.degree, 0.0, 1.0);
+  const BezierPiece part_a = WholeOf(a.bezier), part_b = WholeOf(b.bezier);
   SearchParts(part_a, part_b, LowerBound(part_a, part_b), {-1.0, -1.0}, 0);
 }
 
-bool PieceDistance::Promising(const PiecePart& a, const PiecePart& b, double bound) const {
+bool PieceDistance::Promising(const BezierPiece& a, const BezierPiece& b, double bound) const {
   if (nearest_.CanImprove(bound)) return true;
-  const double first = a_->width < 0.0 ? a.t1 : a.t0;
-  return std::max(a.width(), b.width()) > kTieWidth &&
-         nearest_.CanTie(bound, a_->ToCurve(a_->FromBezier(first)));
+  const double first = a_->bezier.width < 0.0 ? a.end() : a.start;
+  return std::max(a.width, b.width) > kTieWidth && nearest_.CanTie(bound, a_->BezierToCurve(first));
 }
 
 // Whether a descent from the middles of the parts is likely to lead to another nearest pair.
-bool PieceDistance::WorthDescending(const PiecePart& a, const PiecePart& b, double bound) {
+bool PieceDistance::WorthDescending(const BezierPiece& a, const BezierPiece& b, double bound) {
   if (!nearest_.CanImprove(bound)) return true;  // a tie is sought
   budget_.Spend(step_cost_ / 2);
   const Jet jet = JetAt(a_->bezier, a.middle());
@@ -112,20 +105,19 @@ bool PieceDistance::WorthDescending(const PiecePart& a, const PiecePart& b, doub
 }
 
 // `known` is where a descent from around here has ended.
-void PieceDistance::SearchParts(const PiecePart& a, const PiecePart& b, double bound, Pair known,
-                                int halvings) {
+void PieceDistance::SearchParts(const BezierPiece& a, const BezierPiece& b, double bound,
+                                Pair known, int halvings) {
   if (budget_.exhausted() || !Promising(a, b, bound)) return;
   const bool known_here = Holds(a, known.s) && Holds(b, known.t);
   const bool enclosed_a = Encloses(a), enclosed_b = Encloses(b);
-  const bool one_minimum = enclosed_a && enclosed_b &&
-                           HaveOneMinimum({a, a_->bezier.rational}, {b, b_->bezier.rational});
+  const bool one_minimum = enclosed_a && enclosed_b && HaveOneMinimum(a, b);
   budget_.Spend(kBoundsCost + 4 * static_cast<int64_t>(a.degree + b.degree));
   if (one_minimum && known_here) return;
   const bool leaf_a = IsLeaf(a), leaf_b = IsLeaf(b);
   const bool last =
       (leaf_a && (leaf_b || !enclosed_a)) || (leaf_b && !enclosed_b) || halvings >= kMaxHalvings;
   if (!known_here && (one_minimum || last || halvings == 0 || WorthDescending(a, b, bound))) {
-    const Cell here = {{a.t0, b.t0}, {a.t1, b.t1}};
+    const Cell here = {{a.start, b.start}, {a.end(), b.end()}};
     known = Descend({a.middle(), b.middle()}, one_minimum ? here : kWhole);
     if ((one_minimum && known.s >= 0.0) || !Promising(a, b, bound)) return;
   }
@@ -136,18 +128,14 @@ void PieceDistance::SearchParts(const PiecePart& a, const PiecePart& b, double b
     SearchHalves(b, false, a, known, halvings);
 }
 
-void PieceDistance::SearchHalves(const PiecePart& whole, bool of_a, const PiecePart& other,
+void PieceDistance::SearchHalves(const BezierPiece& whole, bool of_a, const BezierPiece& other,
                                  Pair known, int halvings) {
-  const bool rational = (of_a ? a_ : b_)->bezier.rational;
-  WeightedPoint* left = arena_ + 2 * static_cast<std::size_t>(halvings) * slot_;
-  WeightedPoint* right = left + slot_;
-  Halve(whole.points, whole.degree, rational, left, right);
+  const auto [left, right] =
+      Halve(whole, arena_ + 2 * static_cast<std::size_t>(halvings) * slot_, slot_);
   budget_.Spend(static_cast<int64_t>(whole.degree + 1) * whole.degree +
                 12 * static_cast<int64_t>(slot_));
-  const double middle = whole.middle();
-  const PiecePart halves[] = {MakePart(left, whole.degree, whole.t0, middle),
-                              MakePart(right, whole.degree, middle, whole.t1)};
-  const double bounds[] = {LowerBound(halves[0], other), LowerBound(halves[1], other)};
+  const BezierPiece halves[] = {left, right};
+  const double bounds[] = {LowerBound(left, other), LowerBound(right, other)};
   const std::size_t first = bounds[1] < bounds[0] ? 1 : 0;
   for (const std::size_t i : {first, 1 - first}) {
     if (of_a)
@@ -197,8 +185,7 @@ PieceDistance::Pair PieceDistance::Descend(Pair at, const Cell& cell) {
     arrived = last || !lower;
   }
   const Vec2 gap = PointAt(b_->bezier, at.t) - PointAt(a_->bezier, at.s);
-  nearest_.Offer(
-      {a_->ToCurve(a_->FromBezier(at.s)), b_->ToCurve(b_->FromBezier(at.t)), Length(gap)});
+  nearest_.Offer({a_->BezierToCurve(at.s), b_->BezierToCurve(at.t), Length(gap)});
   return arrived ? at : Pair{-1.0, -1.0};
 }
 

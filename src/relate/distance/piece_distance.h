@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "relate/bezier_piece.h"
 #include "relate/distance/distance_pieces.h"
 #include "relate/distance/nearest_pair.h"
 #include "relate/distance/squared_distance.h"
-#include "relate/piece_part.h"
 
 namespace kurvo {
 
@@ -47,10 +47,11 @@ class PieceDistance {
   using Cell = ParameterCell;
   static constexpr Cell kWhole = {{0.0, 0.0}, {1.0, 1.0}};
 
-  void SearchParts(const PiecePart& a, const PiecePart& b, double bound, Pair known, int halvings);
-  bool Promising(const PiecePart& a, const PiecePart& b, double bound) const;
-  bool WorthDescending(const PiecePart& a, const PiecePart& b, double bound);
-  void SearchHalves(const PiecePart& whole, bool of_a, const PiecePart& other, Pair known,
+  void SearchParts(const BezierPiece& a, const BezierPiece& b, double bound, Pair known,
+                   int halvings);
+  bool Promising(const BezierPiece& a, const BezierPiece& b, double bound) const;
+  bool WorthDescending(const BezierPiece& a, const BezierPiece& b, double bound);
+  void SearchHalves(const BezierPiece& whole, bool of_a, const BezierPiece& other, Pair known,
                     int halvings);
   Pair Descend(Pair at, const Cell& cell);
   bool StepDown(Pair& at, Pair step, double square, const Cell& cell);

@@ -64,8 +64,9 @@ FunctionBounds BoundsOf(int32_t degree, ControlValue&& control_value) {
 // The derivatives of a part by its own parameter, which runs from 0 to 1.
 class PartBounds {
  public:
-  explicit PartBounds(const PartOfPiece& of) : part_(of.part), rational_(of.rational) {
-    if (rational_) weight_ = BoundsOf(part_.degree, [&](int32_t i) { return part_.points[i].w; });
+  explicit PartBounds(const BezierPiece& part) : part_(part) {
+    if (part_.rational)
+      weight_ = BoundsOf(part_.degree, [&](int32_t i) { return part_.points[i].w; });
     x_ = Along({1.0, 0.0});
     y_ = Along({0.0, 1.0});
   }
@@ -77,7 +78,7 @@ class PartBounds {
     const auto component = [&](int32_t i) {
       return Dot(direction, Planar(part_.points[i]) - origin);
     };
-    if (!rational_) return BoundsOf(part_.degree, component);
+    if (!part_.rational) return BoundsOf(part_.degree, component);
     FunctionBounds bounds =
         BoundsOf(part_.degree, [&](int32_t i) { return part_.points[i].w * component(i); });
     Interval place{0.0, 0.0};
@@ -93,8 +94,7 @@ class PartBounds {
   Interval SquaredSpeed() const { return Square(x_.d1) + Square(y_.d1); }
 
  private:
-  const PiecePart& part_;
-  const bool rational_;
+  const BezierPiece& part_;
   FunctionBounds weight_{};
   FunctionBounds x_{}, y_{};
 };
@@ -116,15 +116,15 @@ bool ClearOfZero(Interval slope) { return slope.low > 0.0 || 0.0 > slope.high; }
 
 }  // namespace
 
-bool HaveOneMinimum(const PartOfPiece& a, const PartOfPiece& b) {
+bool HaveOneMinimum(const BezierPiece& a, const BezierPiece& b) {
   const PartBounds of_a(a), of_b(b);
-  const PlanarBox &box_a = a.part.box, &box_b = b.part.box;
+  const PlanarBox &box_a = a.box, &box_b = b.box;
   const Vec2 gap = 0.5 * ((box_b.min - box_a.max) + (box_b.max - box_a.min));
   const Vec2 radius = 0.5 * ((box_b.max - box_b.min) + (box_a.max - box_a.min));
   const GapProducts on_a = ProductsOf(of_a, gap, radius), on_b = ProductsOf(of_b, gap, radius);
   // f_s = -gap A', f_ss = |A'|^2 - gap A'', f_t = gap B', f_tt = |B'|^2 + gap B''.
-  const bool monotone_s = a.part.extent() == 0.0 || ClearOfZero(on_a.d1);
-  const bool monotone_t = b.part.extent() == 0.0 || ClearOfZero(on_b.d1);
+  const bool monotone_s = a.extent() == 0.0 || ClearOfZero(on_a.d1);
+  const bool monotone_t = b.extent() == 0.0 || ClearOfZero(on_b.d1);
   const Interval speed_a = of_a.SquaredSpeed(), speed_b = of_b.SquaredSpeed();
   const auto clear = [](double low, double terms) { return low > kNoise * terms; };
   if (!monotone_s && !clear((speed_a - on_a.d2).low, speed_a.high + on_a.d2.magnitude()))

@@ -1,6 +1,4 @@
 // Common points of a line or an arc with a free-form curve.
-#include "relate/intersect/carrier_crossings.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -10,6 +8,7 @@
 #include "eval/pline2d.h"
 #include "relate/intersect/carrier_contacts.h"
 #include "relate/intersect/free_form_pieces.h"
+#include "relate/intersect/pair_crossings.h"
 #include "relate/intersect/within_ends.h"
 
 namespace kurvo {
@@ -25,14 +24,14 @@ constexpr int kRunSamples = 8;
 class ContactList {
  public:
   struct Hit {
-    const FreeFormPiece* piece;
+    const BezierPiece* piece;
     CarrierContact contact;
     bool goes_on;  // the approach of the hit before, across a joint or on one piece
   };
 
   explicit ContactList(double tol) : tol_(tol) {}
 
-  void Add(const FreeFormPiece& piece, const CarrierContacts& contacts) {
+  void Add(const BezierPiece& piece, const CarrierContacts& contacts) {
     if (!last_ || !Joined(*last_, piece)) open_ = false;
     last_ = &piece;
     if (contacts.begin() == contacts.end()) open_ = false;
@@ -45,32 +44,31 @@ class ContactList {
   }
 
   const std::vector<Hit>& hits() const { return hits_; }
-  const std::vector<const FreeFormPiece*>& along() const { return along_; }
+  const std::vector<const BezierPiece*>& along() const { return along_; }
 
  private:
-  bool Joined(const FreeFormPiece& before, const FreeFormPiece& after) const {
-    const Vec2 gap =
-        Planar(before.bezier.points[before.bezier.degree]) - Planar(after.bezier.points[0]);
+  bool Joined(const BezierPiece& before, const BezierPiece& after) const {
+    const Vec2 gap = Planar(before.points[before.degree]) - Planar(after.points[0]);
     return tol_ >= std::fabs(gap.x) && tol_ >= std::fabs(gap.y);
   }
 
   const double tol_;
   std::vector<Hit> hits_;
-  std::vector<const FreeFormPiece*> along_;
-  const FreeFormPiece* last_ = nullptr;
+  std::vector<const BezierPiece*> along_;
+  const BezierPiece* last_ = nullptr;
   bool open_ = false;  // the last approach reaches the end of the last piece
 };
 
 double Size(const PlanarBox& box) { return Length(box.max - box.min); }
 
 // Whether the pieces that run along the carrier are more than the neighbourhood of a contact.
-bool LongEnough(const FreeFormPieces& pieces, const std::vector<const FreeFormPiece*>& along) {
+bool LongEnough(const FreeFormPieces& pieces, const std::vector<const BezierPiece*>& along) {
   if (along.size() == pieces.size()) return true;
   PlanarBox whole;
-  for (const FreeFormPiece& piece : pieces) whole.Widen(piece.box);
+  for (const BezierPiece& piece : pieces) whole.Widen(piece.box);
   double run = 0.0;
-  const FreeFormPiece* last = nullptr;
-  for (const FreeFormPiece* piece : along) {
+  const BezierPiece* last = nullptr;
+  for (const BezierPiece* piece : along) {
     run = (last && piece == last + 1 ? run : 0.0) + Size(piece->box);
     if (run >= kRunShare * Size(whole)) return true;
     last = piece;
@@ -92,11 +90,10 @@ class CarrierSearch {
 
   Common Run(const FreeFormPieces& pieces, Crossings& found) const {
     ContactList list(tol_);
-    for (const FreeFormPiece& piece : pieces)
-      list.Add(piece, FindContacts(carrier_, piece.bezier, tol_));
+    for (const BezierPiece& piece : pieces) list.Add(piece, FindContacts(carrier_, piece, tol_));
     if (!list.along().empty() && LongEnough(pieces, list.along())) {
       if (!bounded_ || Covers(list.along())) return Common::kStretch;
-      for (const FreeFormPiece* piece : list.along()) {  // the bounded carrier may end at one end
+      for (const BezierPiece* piece : list.along()) {  // the bounded carrier may end at one end
         Append(*piece, 0.0, found);
         Append(*piece, 1.0, found);
       }
@@ -149,7 +146,7 @@ class CarrierSearch {
   }
 
   struct Place {
-    const FreeFormPiece* piece = nullptr;
+    const BezierPiece* piece = nullptr;
     double t = 0.0;
     double gap = 0.0;  // from an end of the carrier
   };
@@ -164,7 +161,7 @@ class CarrierSearch {
   Place SharedEnd(Approach hits) const {
     Place shared;
     for (const Hit& hit : hits) {
-      const BezierPiece& piece = hit.piece->bezier;
+      const BezierPiece& piece = *hit.piece;
       ForEachPieceEnd(hit, [&](double t) {
         const Vec2 p = Planar(piece.points[t == 0.0 ? 0 : piece.degree]);
         for (const Vec2 end : ends_)
@@ -203,8 +200,8 @@ class CarrierSearch {
       const auto try_from = [&](double start) {
         for (const Vec2 end : ends_) {
           if (!Contains(hit.piece->box, end, tol_)) continue;
-          const double t = RefineNearest(hit.piece->bezier, end, start);
-          const double gap = Length(PointAt(hit.piece->bezier, t) - end);
+          const double t = RefineNearest(*hit.piece, end, start);
+          const double gap = Length(PointAt(*hit.piece, t) - end);
           if (t >= hit.contact.low && hit.contact.high >= t && tol_ >= gap &&
               !(best.piece && gap >= best.gap))
             best = {hit.piece, t, gap};
@@ -216,12 +213,12 @@ class CarrierSearch {
     return best;
   }
 
-  Crossing CrossingAt(const FreeFormPiece& piece, double t) const {
-    const Vec2 p = PointAt(piece.bezier, t);
+  Crossing CrossingAt(const BezierPiece& piece, double t) const {
+    const Vec2 p = PointAt(piece, t);
     return {ParameterOf(p), piece.ToCurve(t), false, p};
   }
 
-  void Append(const FreeFormPiece& piece, double t, Crossings& found) const {
+  void Append(const BezierPiece& piece, double t, Crossings& found) const {
     found.push_back(CrossingAt(piece, t));
   }
 
@@ -233,13 +230,13 @@ class CarrierSearch {
   }
 
   // True when pieces that run along the carrier share more than an end with its bounded part.
-  bool Covers(const std::vector<const FreeFormPiece*>& along) const {
+  bool Covers(const std::vector<const BezierPiece*>& along) const {
     const Vec2 middle = Planar(evaluator_.Position(0.5));
-    for (const FreeFormPiece* piece : along) {
+    for (const BezierPiece* piece : along) {
       for (int i = 0; i <= kRunSamples; ++i)
-        if (OnCarrier(PointAt(piece->bezier, static_cast<double>(i) / kRunSamples))) return true;
-      const double t = NearestParameter(piece->bezier, middle);
-      if (tol_ >= Length(PointAt(piece->bezier, t) - middle)) return true;
+        if (OnCarrier(PointAt(*piece, static_cast<double>(i) / kRunSamples))) return true;
+      const double t = NearestParameter(*piece, middle);
+      if (tol_ >= Length(PointAt(*piece, t) - middle)) return true;
     }
     return false;
   }

@@ -1,12 +1,11 @@
 // Common points of lines and arcs among themselves, by closed formulas.
-#include "relate/intersect/elementary_crossings.h"
-
 #include <algorithm>
 #include <cmath>
 
 #include "calc/directions.h"
 #include "eval/parc2d.h"
 #include "eval/pline2d.h"
+#include "relate/intersect/pair_crossings.h"
 
 namespace kurvo {
 namespace {

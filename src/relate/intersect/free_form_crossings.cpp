@@ -1,12 +1,11 @@
 // Common points of two free-form curves: a sweep over the boxes of their Bezier pieces, then the
 // pieces.
-#include "relate/intersect/free_form_crossings.h"
-
 #include <algorithm>
 #include <vector>
 
 #include "relate/intersect/free_form_pieces.h"
 #include "relate/intersect/merge_contacts.h"
+#include "relate/intersect/pair_crossings.h"
 #include "relate/intersect/piece_crossings.h"
 
 namespace kurvo {
@@ -19,19 +18,19 @@ constexpr int64_t kBaseEffort = 200000;
 constexpr int64_t kEffortEach = 64;
 
 // The pieces of one curve in the order of the left sides of their boxes.
-std::vector<const FreeFormPiece*> ByLeftSide(const FreeFormPieces& pieces) {
-  std::vector<const FreeFormPiece*> order;
+std::vector<const BezierPiece*> ByLeftSide(const FreeFormPieces& pieces) {
+  std::vector<const BezierPiece*> order;
   order.reserve(pieces.size());
-  for (const FreeFormPiece& piece : pieces) order.push_back(&piece);
-  std::stable_sort(order.begin(), order.end(), [](const FreeFormPiece* a, const FreeFormPiece* b) {
+  for (const BezierPiece& piece : pieces) order.push_back(&piece);
+  std::stable_sort(order.begin(), order.end(), [](const BezierPiece* a, const BezierPiece* b) {
     return a->box.min.x < b->box.min.x;
   });
   return order;
 }
 
 struct PiecePair {
-  const FreeFormPiece* a;
-  const FreeFormPiece* b;
+  const BezierPiece* a;
+  const BezierPiece* b;
 };
 
 // Pairs of pieces whose boxes come within `tol`: a line sweeps over both curves from left to right,
@@ -59,11 +58,11 @@ class BoxSweep {
   }
 
  private:
-  using Active = std::vector<const FreeFormPiece*>;
+  using Active = std::vector<const BezierPiece*>;
 
-  void Enter(const FreeFormPiece& piece, Active& own, Active& others, bool is_a) {
+  void Enter(const BezierPiece& piece, Active& own, Active& others, bool is_a) {
     std::size_t kept = 0;
-    for (const FreeFormPiece* other : others) {
+    for (const BezierPiece* other : others) {
       if (!(other->box.max.x >= piece.box.min.x - tol_)) continue;  // the line has left it behind
       others[kept++] = other;
       if (!Meet(piece.box, other->box, tol_)) continue;
@@ -73,8 +72,8 @@ class BoxSweep {
     own.push_back(&piece);
   }
 
-  const std::vector<const FreeFormPiece*> a_;
-  const std::vector<const FreeFormPiece*> b_;
+  const std::vector<const BezierPiece*> a_;
+  const std::vector<const BezierPiece*> b_;
   const double tol_;
   Active active_a_;
   Active active_b_;
@@ -91,8 +90,7 @@ Common CrossFreeForms(const Curve& a, const Curve& b, GlobalVar& g, Crossings& f
   int64_t effort = kBaseEffort + kEffortEach * std::ssize(pairs);
   for (const PiecePair& pair : pairs) {
     local.clear();
-    const Common common =
-        FindPieceCrossings(pair.a->bezier, pair.b->bezier, g.epsilon, effort, local);
+    const Common common = FindPieceCrossings(*pair.a, *pair.b, g.epsilon, effort, local);
     if (common == Common::kStretch) return common;
     for (const Crossing& at : local)
       found.push_back({pair.a->ToCurve(at.first), pair.b->ToCurve(at.second), at.touch, at.place});

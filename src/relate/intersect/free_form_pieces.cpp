@@ -36,10 +36,7 @@ FreeFormPieces::FreeFormPieces(const Curve& curve, CompositePieces which, int32_
     Fail(g, KURVO_ERR_CURVE);
   }
   const WeightedPoint* next = points_.data();  // all points are in place now
-  for (FreeFormPiece& piece : pieces_) {
-    piece.bezier.points = next;
-    next += piece.bezier.degree + 1;
-  }
+  for (BezierPiece& piece : pieces_) next = SetPoints(next, piece);
 }
 
 // False for a record that cannot be right, or a degree that is too high.
@@ -69,20 +66,11 @@ bool FreeFormPieces::AddBezierRecords(const Curve& curve, int32_t max_degree) {
 }
 
 void FreeFormPieces::AddSpan(const BezierSpan& span, double offset, double scale) {
-  FreeFormPiece piece{{nullptr, span.degree, HasWeights(span)},
-                      {},
-                      offset + span.start * scale,
-                      span.width * scale};
-  for (int32_t i = 0; i <= span.degree; ++i) {
-    const double* p = span.points + static_cast<std::ptrdiff_t>(i) * span.stride();
-    points_.push_back({p[0], p[1], piece.bezier.rational ? p[3] : 1.0});
-    piece.box.Widen(Planar(points_.back()));
-  }
-  if (span.degree == 0) {  // a single point, as a line without length
-    points_.push_back(points_.back());
-    piece.bezier.degree = 1;
-  }
-  pieces_.push_back(piece);
+  const bool rational = HasWeights(span);
+  const std::size_t first = points_.size();
+  const int32_t degree = AppendPoints(span, rational, points_);
+  pieces_.push_back({nullptr, degree, rational, offset + span.start * scale, span.width * scale,
+                     BoxAround(points_.data() + first, degree)});
 }
 
 }  // namespace kurvo

@@ -3,20 +3,9 @@
 
 #include <vector>
 
-#include "calc/boxes.h"
-#include "control/bezier_pieces.h"
 #include "relate/bezier_piece.h"
 
 namespace kurvo {
-
-struct FreeFormPiece {
-  BezierPiece bezier;
-  PlanarBox box;  // of its control points
-  double start;   // the stretch of the whole curve's parameters that it covers
-  double width;
-
-  double ToCurve(double t) const { return start + t * width; }
-};
 
 // Which pieces of a composite take part: those that are Bezier or rational Bezier records
 // themselves, or the Bezier pieces of whatever it holds.
@@ -32,17 +21,17 @@ class FreeFormPieces {
   FreeFormPieces(const FreeFormPieces&) = delete;
   FreeFormPieces& operator=(const FreeFormPieces&) = delete;
 
-  const FreeFormPiece* begin() const { return pieces_.data(); }
-  const FreeFormPiece* end() const { return pieces_.data() + pieces_.size(); }
+  const BezierPiece* begin() const { return pieces_.data(); }
+  const BezierPiece* end() const { return pieces_.data() + pieces_.size(); }
   std::size_t size() const { return pieces_.size(); }
-  const FreeFormPiece& operator[](std::size_t i) const { return pieces_[i]; }
+  const BezierPiece& operator[](std::size_t i) const { return pieces_[i]; }
 
  private:
   bool Add(const Curve& curve, double offset, double scale, int32_t max_degree);
   bool AddBezierRecords(const Curve& curve, int32_t max_degree);
   void AddSpan(const BezierSpan& span, double offset, double scale);
 
-  std::vector<FreeFormPiece> pieces_;
+  std::vector<BezierPiece> pieces_;
   std::vector<WeightedPoint> points_;
 };
 

@@ -6,10 +6,8 @@
 #include "foundation/guard.h"
 #include "records/domain.h"
 #include "records/views.h"
-#include "relate/intersect/carrier_crossings.h"
-#include "relate/intersect/elementary_crossings.h"
-#include "relate/intersect/free_form_crossings.h"
 #include "relate/intersect/merge_crossings.h"
+#include "relate/intersect/pair_crossings.h"
 #include "relate/intersect/shared_ends.h"
 #include "relate/intersect/within_ends.h"
 

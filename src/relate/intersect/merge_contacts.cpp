@@ -14,20 +14,20 @@ constexpr int kLooks = 16;      // at neighbours along the first curve, each way
 constexpr double kAside = 0.4;  // of the way: parameters need not run alike
 
 // The last piece that begins at or before t, else the first.
-const FreeFormPiece& PieceAt(const FreeFormPieces& pieces, double t) {
-  const auto* after = std::upper_bound(
-      pieces.begin(), pieces.end(), t,
-      [](double value, const FreeFormPiece& piece) { return value < piece.start; });
+const BezierPiece& PieceAt(const FreeFormPieces& pieces, double t) {
+  const auto* after =
+      std::upper_bound(pieces.begin(), pieces.end(), t,
+                       [](double value, const BezierPiece& piece) { return value < piece.start; });
   return after == pieces.begin() ? *after : *(after - 1);
 }
 
-double ToPiece(const FreeFormPiece& piece, double t) {
+double ToPiece(const BezierPiece& piece, double t) {
   return std::clamp((t - piece.start) / piece.width, 0.0, 1.0);
 }
 
 Vec2 PointAt(const FreeFormPieces& pieces, double t) {
-  const FreeFormPiece& piece = PieceAt(pieces, t);
-  return PointAt(piece.bezier, ToPiece(piece, t));
+  const BezierPiece& piece = PieceAt(pieces, t);
+  return PointAt(piece, ToPiece(piece, t));
 }
 
 class Runs {
@@ -53,11 +53,11 @@ class Runs {
   bool TogetherAt(const Crossing& from, const Crossing& to, double share) const {
     const Vec2 p = PointAt(a_, from.first + share * (to.first - from.first));
     const double way = to.second - from.second, t = from.second + share * way;
-    const FreeFormPiece& piece = PieceAt(b_, t);
-    const auto near = [&](const FreeFormPiece& on, double start) {
-      const double found = RefineNearest(on.bezier, p, start);
+    const BezierPiece& piece = PieceAt(b_, t);
+    const auto near = [&](const BezierPiece& on, double start) {
+      const double found = RefineNearest(on, p, start);
       return kAside * std::fabs(way) >= std::fabs(on.ToCurve(found) - t) &&
-             tol_ >= Length(PointAt(on.bezier, found) - p);
+             tol_ >= Length(PointAt(on, found) - p);
     };
     if (tol_ >= Length(PointAt(b_, t) - p) || near(piece, ToPiece(piece, t))) return true;
     return (&piece != b_.begin() && near(*(&piece - 1), 1.0)) ||  // across a joint

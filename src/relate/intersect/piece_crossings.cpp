@@ -7,7 +7,7 @@
 
 #include "relate/intersect/one_point.h"
 #include "relate/intersect/piece_overlap.h"
-#include "relate/piece_part.h"
+#include "relate/piece_bounds.h"
 
 namespace kurvo {
 namespace {
@@ -43,8 +43,8 @@ int64_t CostOfPair(int32_t n, int32_t m) {
 bool OnPiece(double t) { return t >= -kInsideMargin && 1.0 + kInsideMargin >= t; }
 
 // Within a part, joints included.
-bool Holds(const PiecePart& part, double t) {
-  return t >= part.t0 - kInsideMargin && part.t1 + kInsideMargin >= t;
+bool Holds(const BezierPiece& part, double t) {
+  return t >= part.start - kInsideMargin && part.end() + kInsideMargin >= t;
 }
 
 class PieceSearch {
@@ -66,8 +66,7 @@ class PieceSearch {
 
   Common Run() {
     RecordSharedEnds();
-    const PiecePart part_a = MakePart(a_.points, a_.degree, 0.0, 1.0);
-    const PiecePart part_b = MakePart(b_.points, b_.degree, 0.0, 1.0);
+    const BezierPiece part_a = WholeOf(a_), part_b = WholeOf(b_);
     rounding_ = std::min(tol_, kCoordinateRounding * Reach(part_a.box, part_b.box));
     Search(part_a, part_b, Quest::kAnything, 0);
     if (overlap_) return Common::kStretch;
@@ -114,7 +113,7 @@ class PieceSearch {
     kCrossings,  // only these: the contact of this neighbourhood is known
   };
 
-  void Search(const PiecePart& a, const PiecePart& b, Quest quest, int halvings) {
+  void Search(const BezierPiece& a, const BezierPiece& b, Quest quest, int halvings) {
     const double slack = quest == Quest::kAnything ? tol_ : rounding_;
     if (overlap_ || !Meet(a.box, b.box, slack)) return;
     if (++pairs_ > kMaxPairs || effort_ < 0) return;
@@ -130,41 +129,30 @@ class PieceSearch {
     } else if (quest == Quest::kAnything && halvings >= kContactHalvings && FindContacts(a, b)) {
       quest = Quest::kCrossings;
     }
-    const bool leaf_a = a.width() <= kLeafWidth;
-    const bool leaf_b = b.width() <= kLeafWidth;
+    const bool leaf_a = a.width <= kLeafWidth;
+    const bool leaf_b = b.width <= kLeafWidth;
     if ((leaf_a && leaf_b) || halvings >= kMaxHalvings) {
       if (quest == Quest::kMeeting) FindNearMiddle(a, b, true);
       return;
     }
     const bool divide_a = leaf_b || (!leaf_a && a.extent() >= b.extent());
-    Divide(divide_a ? a : b, divide_a ? a_ : b_, halvings, [&](const PiecePart& half) {
-      divide_a ? Search(half, b, quest, halvings + 1) : Search(a, half, quest, halvings + 1);
-    });
-  }
-
-  // Halves `part` into the arena's slots for this depth and calls use(half) for the left, then the
-  // right.
-  template <class Use>
-  void Divide(const PiecePart& part, const BezierPiece& piece, int halvings, Use&& use) {
-    const std::size_t count = static_cast<std::size_t>(std::max(a_.degree, b_.degree)) + 1;
-    WeightedPoint* left = arena_ + 2 * static_cast<std::size_t>(halvings) * count;
-    WeightedPoint* right = left + count;
-    Halve(part.points, part.degree, piece.rational, left, right);
-    const double middle = part.middle();
-    use(MakePart(left, part.degree, part.t0, middle));
-    use(MakePart(right, part.degree, middle, part.t1));
+    const std::size_t slot = static_cast<std::size_t>(std::max(a_.degree, b_.degree)) + 1;
+    WeightedPoint* room = arena_ + 2 * static_cast<std::size_t>(halvings) * slot;
+    const auto [left, right] = Halve(divide_a ? a : b, room, slot);
+    for (const BezierPiece* half : {&left, &right})
+      divide_a ? Search(*half, b, quest, halvings + 1) : Search(a, *half, quest, halvings + 1);
   }
 
   // Newton's method for A(s) = B(t) from where the chords cross. True when it ends in the one
   // crossing that parts without parallel tangents can have.
-  bool FindCrossing(const PiecePart& a, const PiecePart& b) {
+  bool FindCrossing(const BezierPiece& a, const BezierPiece& b) {
     const Vec2 start_a = Planar(a.points[0]), chord_a = Planar(a.points[a.degree]) - start_a;
     const Vec2 start_b = Planar(b.points[0]), chord_b = Planar(b.points[b.degree]) - start_b;
     const double det = Cross(chord_a, chord_b);
     const Vec2 between = start_b - start_a;
     const double share_a = std::clamp(Cross(between, chord_b) / det, 0.0, 1.0);
     const double share_b = std::clamp(Cross(between, chord_a) / det, 0.0, 1.0);
-    Pair at{a.t0 + share_a * a.width(), b.t0 + share_b * b.width()};
+    Pair at{a.ToCurve(share_a), b.ToCurve(share_b)};
     bool shallow = false;
     Vec2 place;
     if (!SolveCrossing(at, shallow, place, a, b) || !OnPiece(at.a) || !OnPiece(at.b)) return false;
@@ -174,8 +162,8 @@ class PieceSearch {
 
   // Solves A(s) = B(t); false when the iteration leaves the neighbourhood of the parts or does not
   // settle. Rounding may keep it moving a little.
-  bool SolveCrossing(Pair& at, bool& shallow, Vec2& place, const PiecePart& a,
-                     const PiecePart& b) const {
+  bool SolveCrossing(Pair& at, bool& shallow, Vec2& place, const BezierPiece& a,
+                     const BezierPiece& b) const {
     for (int step = 0; step < kNewtonSteps; ++step) {
       const Jet jet_a = JetAt(a_, at.a), jet_b = JetAt(b_, at.b);
       const Vec2 gap = jet_b.p - jet_a.p;
@@ -194,16 +182,16 @@ class PieceSearch {
   }
 
   // Not further from the middle of the parts than twice their width; false for NaN.
-  static bool Near(const Pair& at, const PiecePart& a, const PiecePart& b) {
-    return 2.0 * a.width() >= std::fabs(at.a - a.middle()) &&
-           2.0 * b.width() >= std::fabs(at.b - b.middle());
+  static bool Near(const Pair& at, const BezierPiece& a, const BezierPiece& b) {
+    return 2.0 * a.width >= std::fabs(at.a - a.middle()) &&
+           2.0 * b.width >= std::fabs(at.b - b.middle());
   }
 
   bool Close(const Pair& at) const { return tol_ >= Length(PointAt(b_, at.b) - PointAt(a_, at.a)); }
 
   // True when the parts come within the tolerance, with a touch recorded: where their tangents are
   // parallel, at the ends of the pieces, else where it was seen.
-  bool FindContacts(const PiecePart& a, const PiecePart& b) {
+  bool FindContacts(const BezierPiece& a, const BezierPiece& b) {
     bool found = FindEndContacts(a, b);
     Pair at{a.middle(), b.middle()};
     if (SolveContact(at, a, b) && Holds(a, at.a) && Holds(b, at.b))
@@ -213,7 +201,7 @@ class PieceSearch {
 
   // Where the pieces come closest next to the middles of two parts; unless these are leaves, only
   // if they are close there already.
-  bool FindNearMiddle(const PiecePart& a, const PiecePart& b, bool leaves) {
+  bool FindNearMiddle(const BezierPiece& a, const BezierPiece& b, bool leaves) {
     effort_ -= kApproachCost * pair_cost_;
     Pair at{a.middle(), RefineNearest(b_, PointAt(a_, a.middle()), b.middle())};
     if (!leaves && !Close(at)) return false;
@@ -225,7 +213,7 @@ class PieceSearch {
   }
 
   // The ends of the pieces that lie in the parts.
-  bool FindEndContacts(const PiecePart& a, const PiecePart& b) {
+  bool FindEndContacts(const BezierPiece& a, const BezierPiece& b) {
     bool found = false;
     for (const double end : {0.0, 1.0}) {
       if (Holds(a, end) && Contains(b.box, End(a_, end), tol_))
@@ -246,7 +234,7 @@ class PieceSearch {
   // Newton's method for the point where the tangents are parallel and the gap is normal to them:
   // where curves touch, or come closest, or are furthest apart between two crossings.
   // A' x B' = 0 and (B - A) . A' = 0.
-  bool SolveContact(Pair& at, const PiecePart& a, const PiecePart& b) const {
+  bool SolveContact(Pair& at, const BezierPiece& a, const BezierPiece& b) const {
     for (int step = 0; step < kContactSteps; ++step) {
       const Jet jet_a = JetAt(a_, at.a), jet_b = JetAt(b_, at.b);
       const Vec2 gap = jet_b.p - jet_a.p;

@@ -1,5 +1,5 @@
-// A part of a Bezier piece during subdivision, and the cheap tests that rule pairs of parts out.
-#include "relate/piece_part.h"
+// What the control points of a part tell of it, and the cheap tests that rule pairs of parts out.
+#include "relate/piece_bounds.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,26 +7,18 @@
 
 namespace kurvo {
 
-double PiecePart::extent() const { return std::max(box.max.x - box.min.x, box.max.y - box.min.y); }
+bool Encloses(const BezierPiece& part) {
+  for (int32_t i = 1; i <= part.degree; ++i)
+    if (!(part.points[i].w * part.points[0].w > 0.0)) return false;
+  return part.points[0].w != 0.0;
+}
 
 PlanarBox EnclosureOf(const BezierPiece& piece) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  PlanarBox box;
-  for (int32_t i = 0; i <= piece.degree; ++i) {
-    if (!(piece.points[i].w * piece.points[0].w > 0.0))
-      return {{-kInfinity, -kInfinity}, {kInfinity, kInfinity}};
-    box.Widen(Planar(piece.points[i]));
-  }
-  return box;
+  return Encloses(piece) ? piece.box : PlanarBox{{-kInfinity, -kInfinity}, {kInfinity, kInfinity}};
 }
 
-PiecePart MakePart(const WeightedPoint* points, int32_t degree, double t0, double t1) {
-  PiecePart part{points, degree, t0, t1, {}};
-  for (int32_t i = 0; i <= degree; ++i) part.box.Widen(Planar(points[i]));
-  return part;
-}
-
-bool StripApart(const PiecePart& a, const PiecePart& b, double slack) {
+bool StripApart(const BezierPiece& a, const BezierPiece& b, double slack) {
   const Vec2 origin = Planar(a.points[0]);
   const Vec2 chord = Planar(a.points[a.degree]) - origin;
   double low = 0.0, high = 0.0;  // of cross products with the chord; both ends of `a` are at 0
@@ -47,7 +39,7 @@ bool StripApart(const PiecePart& a, const PiecePart& b, double slack) {
   return below || above;
 }
 
-TangentCone ConeOf(const PiecePart& part) {
+TangentCone ConeOf(const BezierPiece& part) {
   const Vec2 axis = Planar(part.points[part.degree]) - Planar(part.points[0]);
   TangentCone cone;
   for (int32_t i = 0; i < part.degree; ++i) {

@@ -1,15 +1,16 @@
-// Evaluator of a rational Bezier curve.
+// Evaluators of Bezier curves, plain and rational.
 #pragma once
 
 #include "eval/bezier_queries.h"
-#include "eval/prationalcurve2d.h"
+#include "eval/pcurve2d.h"
 #include "records/views.h"
 
 namespace kurvo {
 
-class PRationalBezCurve final : public PRationalCurve2D {
+template <std::size_t kDim>
+class BezierEvaluator final : public EvaluatorBase<kDim> {
  public:
-  PRationalBezCurve(const BezierView<4>& bezier, GlobalVar& g);
+  BezierEvaluator(const BezierView<kDim>& bezier, GlobalVar& g);
 
   Vec3 Position(double t) const override;
   bool ProjectToCarrier(Vec3& p) const override;
@@ -25,8 +26,14 @@ class PRationalBezCurve final : public PRationalCurve2D {
   using PCurve2D::tol;
 
  private:
-  const BezierView<4> bezier_;
-  const bool polynomial_;  // every weight is 1 within the tolerance
+  const BezierView<kDim> bezier_;
+  const bool polynomial_;  // plain, or every weight is 1 within the tolerance
 };
+
+extern template class BezierEvaluator<3>;
+extern template class BezierEvaluator<4>;
+
+using PBezCurve = BezierEvaluator<3>;
+using PRationalBezCurve = BezierEvaluator<4>;
 
 }  // namespace kurvo

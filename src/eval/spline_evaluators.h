@@ -1,4 +1,4 @@
-// Evaluator of a B-spline.
+// Evaluators of B-splines, plain and rational.
 #pragma once
 
 #include "eval/pcurve2d.h"
@@ -8,9 +8,11 @@ namespace kurvo {
 
 // Works on the record's own knots and control points and keeps no table of spans: a span is found
 // by binary search, and a walk over all of them needs nothing but the knots.
-class PBSplineCurve final : public PCurve2D {
+template <std::size_t kDim>
+class SplineEvaluator final : public EvaluatorBase<kDim> {
  public:
-  PBSplineCurve(const SplineView<3>& spline, GlobalVar& g) : PCurve2D(g), spline_(spline) {}
+  SplineEvaluator(const SplineView<kDim>& spline, GlobalVar& g)
+      : EvaluatorBase<kDim>(g), spline_(spline) {}
 
   Vec3 Position(double t) const override;
   bool ProjectToCarrier(Vec3& p) const override;
@@ -19,7 +21,15 @@ class PBSplineCurve final : public PCurve2D {
   NearestOnCurve NearestPoint(Vec3 p) const override;
 
  private:
-  const SplineView<3> spline_;
+  using PCurve2D::tol;
+
+  const SplineView<kDim> spline_;
 };
+
+extern template class SplineEvaluator<3>;
+extern template class SplineEvaluator<4>;
+
+using PBSplineCurve = SplineEvaluator<3>;
+using PRationalBSplineCurve = SplineEvaluator<4>;
 
 }  // namespace kurvo
