@@ -18,10 +18,19 @@ constexpr double kLargestUnscaled = 0x1p240;
 constexpr double kSmallestUnscaled = 0x1p-240;
 constexpr int kMaxExponent = 1000;  // of the scale
 
-// What the steps of the search cost, in the unit of WorkBudget.
+// Of one call, in multiplications and additions of points.
+constexpr int64_t kBaseWork = int64_t{1} << 24;  // some hundredths of a second
+constexpr int64_t kWorkEach = int64_t{1} << 14;  // of the pieces
+constexpr int64_t kMostWork = int64_t{1} << 27;  // some tenths of a second
+
+// What the steps of the search cost.
 constexpr int64_t kNodeCost = 4;      // of one tree
 constexpr int64_t kNodePairCost = 8;  // of both
 constexpr int64_t kClosedPairCost = 64;
+
+int64_t WorkFor(std::size_t pieces) {
+  return std::min(kMostWork, kBaseWork + kWorkEach * static_cast<int64_t>(pieces));
+}
 
 // The power of two that the coordinates are multiplied by.
 double ScaleFor(double largest) {
@@ -35,7 +44,7 @@ double ScaleFor(double largest) {
 class DistanceSearch {
  public:
   DistanceSearch(const DistancePieces& a, const DistancePieces& b, NearestPair& nearest)
-      : a_(a), b_(b), nearest_(nearest), budget_(a.size() + b.size()), pieces_(nearest, budget_) {}
+      : a_(a), b_(b), nearest_(nearest), work_(WorkFor(a.size() + b.size())), pieces_(nearest, work_) {}
 
   void Run() {
     for (const End& end_a : EndsOf(a_))
@@ -81,10 +90,10 @@ class DistanceSearch {
 
   void VisitFrom(const DistancePiece& point, const DistancePieces& other, const Range& range,
                  bool swapped) {
-    budget_.Spend(kNodeCost);
+    work_.Spend(kNodeCost);
     const double bound = BoxDistance(point.box, other.BoxOf(range));
     const double ta = swapped ? StartOf(other, range) : point.bezier.start;
-    if (budget_.exhausted() || !Promising(bound, ta)) return;
+    if (work_.exhausted() || !Promising(bound, ta)) return;
     if (range.single()) {
       swapped ? SearchPair(other[range.begin], point) : SearchPair(point, other[range.begin]);
       return;
@@ -105,8 +114,8 @@ class DistanceSearch {
   }
 
   void Visit(const Range& a, const Range& b, double bound) {
-    budget_.Spend(kNodePairCost);
-    if (budget_.exhausted() || !Promising(bound, StartOf(a_, a))) return;
+    work_.Spend(kNodePairCost);
+    if (work_.exhausted() || !Promising(bound, StartOf(a_, a))) return;
     if (a.single() && b.single()) return SearchPair(a_[a.begin], b_[b.begin]);
     const PlanarBox &box_a = a_.BoxOf(a), &box_b = b_.BoxOf(b);
     if (b.single() || (!a.single() && Extent(box_a) >= Extent(box_b))) {
@@ -135,13 +144,13 @@ class DistanceSearch {
     OfferClosedPairs(a, b, [&](const OnPiece& on_a, const OnPiece& on_b) {
       nearest_.Offer({a.ToCurve(on_a.u), b.ToCurve(on_b.u), Length(on_b.p - on_a.p)});
     });
-    budget_.Spend(kClosedPairCost);
+    work_.Spend(kClosedPairCost);
   }
 
   const DistancePieces& a_;
   const DistancePieces& b_;
   NearestPair& nearest_;
-  WorkBudget budget_;
+  WorkBudget work_;
   PieceDistance pieces_;
 };
 

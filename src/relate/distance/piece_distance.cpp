@@ -97,7 +97,7 @@ bool PieceDistance::Promising(const BezierPiece& a, const BezierPiece& b, double
 // Whether a descent from the middles of the parts is likely to lead to another nearest pair.
 bool PieceDistance::WorthDescending(const BezierPiece& a, const BezierPiece& b, double bound) {
   if (!nearest_.CanImprove(bound)) return true;  // a tie is sought
-  budget_.Spend(step_cost_ / 2);
+  work_.Spend(step_cost_ / 2);
   const Jet jet = JetAt(a_->bezier, a.middle());
   const Vec2 gap = PointAt(b_->bezier, b.middle()) - jet.p;
   // For curves alongside each other the distance across counts, not that along them.
@@ -107,11 +107,11 @@ bool PieceDistance::WorthDescending(const BezierPiece& a, const BezierPiece& b, 
 // `known` is where a descent from around here has ended.
 void PieceDistance::SearchParts(const BezierPiece& a, const BezierPiece& b, double bound,
                                 Pair known, int halvings) {
-  if (budget_.exhausted() || !Promising(a, b, bound)) return;
+  if (work_.exhausted() || !Promising(a, b, bound)) return;
   const bool known_here = Holds(a, known.s) && Holds(b, known.t);
   const bool enclosed_a = Encloses(a), enclosed_b = Encloses(b);
   const bool one_minimum = enclosed_a && enclosed_b && HaveOneMinimum(a, b);
-  budget_.Spend(kBoundsCost + 4 * static_cast<int64_t>(a.degree + b.degree));
+  work_.Spend(kBoundsCost + 4 * static_cast<int64_t>(a.degree + b.degree));
   if (one_minimum && known_here) return;
   const bool leaf_a = IsLeaf(a), leaf_b = IsLeaf(b);
   const bool last =
@@ -132,7 +132,7 @@ void PieceDistance::SearchHalves(const BezierPiece& whole, bool of_a, const Bezi
                                  Pair known, int halvings) {
   const auto [left, right] =
       Halve(whole, arena_ + 2 * static_cast<std::size_t>(halvings) * slot_, slot_);
-  budget_.Spend(static_cast<int64_t>(whole.degree + 1) * whole.degree +
+  work_.Spend(static_cast<int64_t>(whole.degree + 1) * whole.degree +
                 12 * static_cast<int64_t>(slot_));
   const BezierPiece halves[] = {left, right};
   const double bounds[] = {LowerBound(left, other), LowerBound(right, other)};
@@ -150,7 +150,7 @@ bool PieceDistance::StepDown(Pair& at, Pair step, double square, const Cell& cel
   for (int shorter = 0; shorter < kShorter; ++shorter) {
     const Pair next = {ClampedS(cell, at.s + step.s), ClampedT(cell, at.t + step.t)};
     const Vec2 gap = PointAt(b_->bezier, next.t) - PointAt(a_->bezier, next.s);
-    budget_.Spend(step_cost_ / 2);
+    work_.Spend(step_cost_ / 2);
     if (Dot(gap, gap) < square) {
       at = next;
       return true;
@@ -166,7 +166,7 @@ bool PieceDistance::StepDown(Pair& at, Pair step, double square, const Cell& cel
 PieceDistance::Pair PieceDistance::Descend(Pair at, const Cell& cell) {
   bool arrived = false;
   for (int step = 0; step < kSteps && !arrived; ++step) {
-    budget_.Spend(step_cost_);
+    work_.Spend(step_cost_);
     const SquaredDistance here(JetAt(a_->bezier, at.s), JetAt(b_->bezier, at.t));
     const bool fixed_s =
         (at.s <= cell.low.s && here.slope_s >= 0.0) || (at.s >= cell.high.s && 0.0 >= here.slope_s);

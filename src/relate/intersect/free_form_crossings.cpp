@@ -14,8 +14,8 @@ namespace {
 // Pairs of parts, of low degree, that are examined for all pairs of pieces together. Two cubics
 // that cross once take about ten, that touch about a hundred; what needs many times more is
 // rounding noise throughout.
-constexpr int64_t kBaseEffort = 200000;
-constexpr int64_t kEffortEach = 64;
+constexpr int64_t kBaseWork = 200000;
+constexpr int64_t kWorkEach = 64;
 
 // The pieces of one curve in the order of the left sides of their boxes.
 std::vector<const BezierPiece*> ByLeftSide(const FreeFormPieces& pieces) {
@@ -87,10 +87,10 @@ Common CrossFreeForms(const Curve& a, const Curve& b, GlobalVar& g, Crossings& f
   const FreeFormPieces pieces_b(b, CompositePieces::kAll, kMaxPieceDegree, g);
   Crossings local;
   const auto pairs = BoxSweep(pieces_a, pieces_b, g.epsilon).Pairs();
-  int64_t effort = kBaseEffort + kEffortEach * std::ssize(pairs);
+  WorkBudget work(kBaseWork + kWorkEach * std::ssize(pairs));
   for (const PiecePair& pair : pairs) {
     local.clear();
-    const Common common = FindPieceCrossings(*pair.a, *pair.b, g.epsilon, effort, local);
+    const Common common = FindPieceCrossings(*pair.a, *pair.b, g.epsilon, work, local);
     if (common == Common::kStretch) return common;
     for (const Crossing& at : local)
       found.push_back({pair.a->ToCurve(at.first), pair.b->ToCurve(at.second), at.touch, at.place});

@@ -49,12 +49,12 @@ bool Holds(const BezierPiece& part, double t) {
 
 class PieceSearch {
  public:
-  PieceSearch(const BezierPiece& a, const BezierPiece& b, double tol, int64_t& effort,
+  PieceSearch(const BezierPiece& a, const BezierPiece& b, double tol, WorkBudget& work,
               Crossings& found)
       : a_(a),
         b_(b),
         tol_(tol),
-        effort_(effort),
+        work_(work),
         pair_cost_(CostOfPair(a.degree, b.degree)),
         found_(found),
         first_found_(found.size()) {
@@ -116,8 +116,8 @@ class PieceSearch {
   void Search(const BezierPiece& a, const BezierPiece& b, Quest quest, int halvings) {
     const double slack = quest == Quest::kAnything ? tol_ : rounding_;
     if (overlap_ || !Meet(a.box, b.box, slack)) return;
-    if (++pairs_ > kMaxPairs || effort_ < 0) return;
-    effort_ -= pair_cost_;
+    if (++pairs_ > kMaxPairs || work_.exhausted()) return;
+    work_.Spend(pair_cost_);
     if (pairs_ > kOverlapPairs) CheckOverlap();
     if (overlap_ || StripApart(a, b, slack) || StripApart(b, a, slack)) return;
 
@@ -202,7 +202,7 @@ class PieceSearch {
   // Where the pieces come closest next to the middles of two parts; unless these are leaves, only
   // if they are close there already.
   bool FindNearMiddle(const BezierPiece& a, const BezierPiece& b, bool leaves) {
-    effort_ -= kApproachCost * pair_cost_;
+    work_.Spend(kApproachCost * pair_cost_);
     Pair at{a.middle(), RefineNearest(b_, PointAt(a_, a.middle()), b.middle())};
     if (!leaves && !Close(at)) return false;
     for (int round = 0; round < kApproachRounds; ++round) {
@@ -312,7 +312,7 @@ class PieceSearch {
   const BezierPiece& a_;
   const BezierPiece& b_;
   const double tol_;
-  int64_t& effort_;
+  WorkBudget& work_;
   const int64_t pair_cost_;
   Crossings& found_;
   const std::size_t first_found_;
@@ -328,9 +328,9 @@ class PieceSearch {
 
 }  // namespace
 
-Common FindPieceCrossings(const BezierPiece& a, const BezierPiece& b, double tol, int64_t& effort,
+Common FindPieceCrossings(const BezierPiece& a, const BezierPiece& b, double tol, WorkBudget& work,
                           Crossings& found) {
-  return PieceSearch(a, b, tol, effort, found).Run();
+  return PieceSearch(a, b, tol, work, found).Run();
 }
 
 }  // namespace kurvo

@@ -8,7 +8,7 @@
 #include "calc/lines.h"
 #include "foundation/guard.h"
 #include "records/pieces.h"
-#include "relate/region/winding.h"
+#include "relate/region/winding_angle.h"
 
 namespace kurvo {
 namespace {
@@ -101,14 +101,14 @@ namespace {
 
 bool RunsCounterClockwise(const Cvseq& seq, const Centre& centre, GlobalVar& g) {
   const Vec2 q = Planar(centre.mean);
-  WindingEffort effort;
+  WorkBudget work(kWindingWork);
   double angle = 0.0;
-  ForEachLeafOf(seq, g, [&](const Curve& leaf) { angle += WindingAngle(leaf, q, effort, g); });
+  ForEachLeafOf(seq, g, [&](const Curve& leaf) { angle += WindingAngle(leaf, q, work, g); });
   if (std::fabs(angle) >= kPi) return angle > 0.0;
   // The centre lies on the chain or outside.
-  effort = {};
+  work = WorkBudget(kWindingWork);
   double area = 0.5 * Cross(Planar(centre.end) - q, Planar(centre.start) - q);
-  ForEachLeafOf(seq, g, [&](const Curve& leaf) { area += SweptArea(leaf, q, effort, g); });
+  ForEachLeafOf(seq, g, [&](const Curve& leaf) { area += SweptArea(leaf, q, work, g); });
   return area > 0.0;
 }
 

@@ -6,7 +6,6 @@
 #include <cstring>
 
 #include "control/bezier_pieces.h"
-#include "control/casteljau_split.h"
 #include "control/spline_point.h"
 #include "eval/with_evaluator.h"
 #include "foundation/work_area.h"
@@ -15,11 +14,8 @@
 namespace kurvo {
 namespace {
 
-constexpr std::size_t kStackOrder = 40;
 constexpr int kMaxDepth = 40;           // halvings of one curve; then its chord is as good
 constexpr double kStraightness = 1e-6;  // of the tolerance
-constexpr int64_t kHalvingCost = 128;   // in mixes, besides those it makes
-constexpr int32_t kFreeDegree = 40;     // up to it a span is cut out of its spline at no charge
 
 Vec2 NearestOnLine(Vec2 a, Vec2 b, Vec2 p) {
   const Vec2 along = b - a;
@@ -201,22 +197,18 @@ bool WindingNumber::IsStraight(const double (*points)[kDim], int32_t n) const {
 
 // `points` are used up.
 template <std::size_t kDim>
-int WindingNumber::HalveBezier(double (*points)[kDim], int32_t n, int depth) {
-  if (on_curve_ || work_left_ < 0) return 0;
-  const Side side = SideOf(points, n + 1);
-  if (side == Side::kAway) return 0;
-  const Vec2 start = Planar(points[0]);
-  const Vec2 end = Planar(points[n]);
-  if (side == Side::kRight) return StepUp(start, end);
-  // Halving spreads a coordinate or a weight that is not a number to an end of both halves, which
-  // no number of further halvings takes away.
-  const bool no_curve = std::isnan(start.x + start.y) || std::isnan(end.x + end.y);
-  if (depth == 0 || no_curve || IsStraight(points, n)) return MeetLine(start, end);
-  work_left_ -= kHalvingCost + int64_t{n} * n / 2;
-  WorkArea<double[kDim], kStackOrder> before(static_cast<std::size_t>(n) + 1);
-  SplitBezier(points, n, 0.5, before.data());
-  const int turns = HalveBezier(before.data(), n, depth - 1);
-  return turns + HalveBezier(points, n, depth - 1);
+int WindingNumber::CrossBezier(double (*points)[kDim], int32_t n) {
+  const auto crossing_of = [this](const auto& part, int32_t m, int depth) -> std::optional<int> {
+    if (on_curve_ || work_.exhausted()) return 0;
+    const Side side = SideOf(part, m + 1);
+    if (side == Side::kAway) return 0;
+    const Vec2 start = Planar(part[0]);
+    const Vec2 end = Planar(part[m]);
+    if (side == Side::kRight) return StepUp(start, end);
+    if (depth == 0 || IsNoCurve(part, m) || IsStraight(part, m)) return MeetLine(start, end);
+    return std::nullopt;
+  };
+  return SumOverHalves<int>(points, n, kMaxDepth, work_, crossing_of);
 }
 
 template <std::size_t kDim>
@@ -232,7 +224,7 @@ void WindingNumber::AddBezier(const BezierView<kDim>& bezier) {
   const auto count = static_cast<std::size_t>(n) + 1;
   WorkArea<double[kDim], kStackOrder> points(count);
   std::memcpy(points.data(), bezier.points, count * sizeof(*bezier.points));
-  Append(start, end, HalveBezier(points.data(), n, kMaxDepth));
+  Append(start, end, CrossBezier(points.data(), n));
 }
 
 template <std::size_t kDim>
@@ -265,12 +257,12 @@ void WindingNumber::AddSpline(const SplineView<kDim>& spline) {
       Skip();
       return false;
     }
-    if (n > kFreeDegree) work_left_ -= 2 * int64_t{n} * n;
+    ChargeSpan(n, work_);
     ExtractBezier(spline, i, points.data());
     const Vec2 start = Planar(points[0]);
     const Vec2 end = Planar(points[static_cast<std::size_t>(n)]);
-    Append(start, end, away ? 0 : HalveBezier(points.data(), n, kMaxDepth));
-    return on_curve_ || work_left_ < 0;
+    Append(start, end, away ? 0 : CrossBezier(points.data(), n));
+    return on_curve_ || work_.exhausted();
   });
 }
 
@@ -304,7 +296,7 @@ bool WindingNumber::Add(const Curve& curve) {
       [&]<std::size_t kDim>(const BezierView<kDim>& bezier) { AddBezier(bezier); },
       [&]<std::size_t kDim>(const SplineView<kDim>& spline) { AddSpline(spline); }};
   ForEachLeafView(curve, g_, [&](const Curve&, const auto& view) {
-    if (!on_curve_ && work_left_ >= 0) add(view);
+    if (!on_curve_ && !work_.exhausted()) add(view);
   });
   return near_;
 }

@@ -6,6 +6,7 @@
 
 #include "calc/arc_span.h"
 #include "records/views.h"
+#include "relate/region/bezier_halves.h"
 
 namespace kurvo {
 
@@ -39,7 +40,7 @@ class WindingNumber {
   // do not lie on its circle.
   bool LeavesBoxes() const { return leaves_boxes_; }
   // False when the halvings were not enough, for records that no number of them makes straight.
-  bool Decided() const { return work_left_ >= 0; }
+  bool Decided() const { return !work_.exhausted(); }
   // The number of turns, counter-clockwise positive, of a chain that is closed.
   int64_t Turns() const { return turns_; }
 
@@ -65,7 +66,7 @@ class WindingNumber {
   template <std::size_t kDim>
   bool IsStraight(const double (*points)[kDim], int32_t n) const;
   template <std::size_t kDim>
-  int HalveBezier(double (*points)[kDim], int32_t n, int depth);
+  int CrossBezier(double (*points)[kDim], int32_t n);
 
   // The next piece, which turns by `turns` from start to end; 0 for one that the half-line does not
   // meet. Such a piece can be skipped when both its neighbours join it but for rounding.
@@ -78,7 +79,7 @@ class WindingNumber {
   const double tol_;
   GlobalVar& g_;
   int64_t turns_ = 0;
-  int64_t work_left_ = int64_t{1} << 25;  // mixes of two control points: hundredths of a second
+  WorkBudget work_{int64_t{1} << 25};  // in mixes of two control points: hundredths of a second
   bool started_ = false;
   bool joined_ = false;  // the next piece begins where those so far end
   bool near_ = false;

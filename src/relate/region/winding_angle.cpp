@@ -1,5 +1,5 @@
 // How a curve turns around a point.
-#include "relate/region/winding.h"
+#include "relate/region/winding_angle.h"
 
 #include <algorithm>
 #include <array>
@@ -11,18 +11,15 @@
 #include "calc/boxes.h"
 #include "control/bernstein.h"
 #include "control/bezier_pieces.h"
-#include "control/casteljau_split.h"
 #include "control/load_points.h"
 #include "control/spline_point.h"
 #include "foundation/work_area.h"
+#include "relate/region/bezier_halves.h"
 
 namespace kurvo {
 namespace {
 
-constexpr std::size_t kStackOrder = 40;
-constexpr int64_t kHalvingCost = 128;   // in mixes, besides those it makes
-constexpr int64_t kIntegrandCost = 32;  // the same
-constexpr int32_t kFreeDegree = 40;     // up to it a span is cut out of its spline at no charge
+constexpr int64_t kIntegrandCost = 32;  // of one value, besides the mixes it makes
 
 bool Coincide(Vec2 a, Vec2 b, double tol) { return Within(OnPlane(a - b), tol); }
 
@@ -63,26 +60,22 @@ double AngleOfArc(const KurvoArc& arc, Vec2 q, double tol) {
 template <std::size_t kDim>
 class AngleOfBezier {
  public:
-  AngleOfBezier(Vec2 q, double tol, WindingEffort& effort) : q_(q), tol_(tol), effort_(effort) {}
+  AngleOfBezier(Vec2 q, double tol, WorkBudget& work) : q_(q), tol_(tol), work_(work) {}
 
   // `points` are used up.
-  double operator()(double (*points)[kDim], int32_t n) { return Of(points, n, kMaxDepth); }
+  double operator()(double (*points)[kDim], int32_t n) {
+    return SumOverHalves<double>(points, n, kMaxDepth, work_, [this](const auto& part, int32_t m,
+                                                                     int depth) {
+      const bool done = depth == 0 || m < 2 || IsNoCurve(part, m) || work_.exhausted();
+      return done || TurnsAsChord(part, m) ? AngleOfChord(part, m) : std::optional<double>();
+    });
+  }
 
  private:
   static constexpr int kMaxDepth = 30;  // then the chord is as good as the curve
 
-  double Of(double (*points)[kDim], int32_t n, int depth) {
-    const Vec2 start = Planar(points[0]);
-    const Vec2 end = Planar(points[n]);
-    // Halving spreads what is not a number to an end of both halves, and never takes it away.
-    const bool no_curve = std::isnan(start.x + start.y) || std::isnan(end.x + end.y);
-    if (depth == 0 || no_curve || effort_.mixes < 0 || n < 2 || TurnsAsChord(points, n))
-      return AngleOfLine(start, end, q_, tol_);
-    effort_.mixes -= kHalvingCost + int64_t{n} * n / 2;
-    WorkArea<double[kDim], kStackOrder> before(static_cast<std::size_t>(n) + 1);
-    SplitBezier(points, n, 0.5, before.data());
-    const double angle = Of(before.data(), n, depth - 1);
-    return angle + Of(points, n, depth - 1);
+  double AngleOfChord(const double (*points)[kDim], int32_t n) const {
+    return AngleOfLine(Planar(points[0]), Planar(points[n]), q_, tol_);
   }
 
   // A curve stays in the box of its control points unless weights are of both signs. One that is q
@@ -100,7 +93,7 @@ class AngleOfBezier {
 
   const Vec2 q_;
   const double tol_;
-  WindingEffort& effort_;
+  WorkBudget& work_;
 };
 
 // Twice the area of a Bezier curve: the integral over [0, 1] of (C - q) x C' = A x A' / W^2, with A
@@ -109,8 +102,8 @@ class AngleOfBezier {
 template <std::size_t kDim>
 class AreaOfBezier {
  public:
-  AreaOfBezier(const double (*points)[kDim], int32_t n, Vec2 q, WindingEffort& effort)
-      : points_(points), n_(n), q_(q), effort_(effort) {
+  AreaOfBezier(const double (*points)[kDim], int32_t n, Vec2 q, WorkBudget& work)
+      : points_(points), n_(n), q_(q), work_(work) {
     double size = 0.0;
     for (int32_t i = 0; i <= n; ++i) size = std::max(size, Length(Planar(points[i]) - q));
     noise_ = kNoise * size * size;
@@ -144,7 +137,7 @@ class AreaOfBezier {
                  {0.9602898564975363, 0.1012285362903763}};
     const double middle = 0.5 * (from + to);
     const double half = 0.5 * (to - from);
-    effort_.mixes -= 2 * std::ssize(kRule) * (kIntegrandCost + int64_t{n_} * n_);
+    work_.Spend(2 * std::ssize(kRule) * (kIntegrandCost + int64_t{n_} * n_));
     double sum = 0.0;
     for (const auto& [node, weight] : kRule)
       sum += weight * (Integrand(middle - half * node) + Integrand(middle + half * node));
@@ -152,7 +145,7 @@ class AreaOfBezier {
   }
 
   double Over(double from, double to, double whole, int depth) const {
-    if (effort_.mixes < 0) return whole;
+    if (work_.exhausted()) return whole;
     const double middle = 0.5 * (from + to);
     const double left = Quadrature(from, middle);
     const double right = Quadrature(middle, to);
@@ -164,14 +157,14 @@ class AreaOfBezier {
   const double (*points_)[kDim];
   const int32_t n_;
   const Vec2 q_;
-  WindingEffort& effort_;
+  WorkBudget& work_;
   double noise_;
 };
 
 // Adds up use(points, n), whose points are a copy, for the Bezier curve or for each span of the
 // B-spline.
 template <std::size_t kDim, class Use>
-double SumOfBeziers(const BezierView<kDim>& bezier, WindingEffort&, GlobalVar& g, Use&& use) {
+double SumOfBeziers(const BezierView<kDim>& bezier, WorkBudget&, GlobalVar& g, Use&& use) {
   if (bezier.degree > kMaxSplitDegree) return Refuse(g, KURVO_ERR_CURVE, 0.0);
   const auto count = static_cast<std::size_t>(bezier.degree) + 1;
   WorkArea<double[kDim], kStackOrder> points(count);
@@ -180,7 +173,7 @@ double SumOfBeziers(const BezierView<kDim>& bezier, WindingEffort&, GlobalVar& g
 }
 
 template <std::size_t kDim, class Use>
-double SumOfBeziers(const SplineView<kDim>& spline, WindingEffort& effort, GlobalVar& g,
+double SumOfBeziers(const SplineView<kDim>& spline, WorkBudget& work, GlobalVar& g,
                     Use&& use) {
   if (spline.order > kMaxSplineOrder) return Refuse(g, KURVO_ERR_CURVE, 0.0);
   const int32_t n = spline.order - 1;
@@ -188,8 +181,8 @@ double SumOfBeziers(const SplineView<kDim>& spline, WindingEffort& effort, Globa
   double sum = 0.0;
   const double* end = nullptr;  // of the spans so far
   const bool given_up = AnySpan(KnotsOf(spline), [&](int32_t i) {
-    if (effort.mixes < 0) return true;
-    if (n > kFreeDegree) effort.mixes -= 2 * int64_t{n} * n;
+    if (work.exhausted()) return true;
+    ChargeSpan(n, work);
     ExtractBezier(spline, i, points.data());
     sum += use(points.data(), n);
     end = points[static_cast<std::size_t>(n)];
@@ -205,7 +198,7 @@ double SumOfBeziers(const SplineView<kDim>& spline, WindingEffort& effort, Globa
 
 }  // namespace
 
-double WindingAngle(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar& g) {
+double WindingAngle(const Curve& curve, Vec2 q, WorkBudget& work, GlobalVar& g) {
   const double tol = g.epsilon;
   return VisitCurve(curve,
                     Overloaded{[&](const KurvoLine& line) {
@@ -214,16 +207,16 @@ double WindingAngle(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar
                                [&](const KurvoArc& arc) { return AngleOfArc(arc, q, tol); },
                                [&](const auto& view) {
                                  return SumOfBeziers(
-                                     view, effort, g,
+                                     view, work, g,
                                      [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
-                                       return AngleOfBezier<kDim>(q, tol, effort)(points, n);
+                                       return AngleOfBezier<kDim>(q, tol, work)(points, n);
                                      });
                                },
                                [](const CompositeView&) { return 0.0; },
                                [&](Refused) { return Refuse<double>(g, KURVO_ERR_CURVE); }});
 }
 
-double SweptArea(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar& g) {
+double SweptArea(const Curve& curve, Vec2 q, WorkBudget& work, GlobalVar& g) {
   return VisitCurve(
       curve, Overloaded{[&](const KurvoLine& line) {
                           return 0.5 * Cross(Planar(line.start) - q, Planar(line.end) - q);
@@ -237,9 +230,9 @@ double SweptArea(const Curve& curve, Vec2 q, WindingEffort& effort, GlobalVar& g
                         },
                         [&](const auto& view) {
                           return SumOfBeziers(
-                              view, effort, g,
+                              view, work, g,
                               [&]<std::size_t kDim>(double(*points)[kDim], int32_t n) {
-                                return 0.5 * AreaOfBezier<kDim>(points, n, q, effort).Twice();
+                                return 0.5 * AreaOfBezier<kDim>(points, n, q, work).Twice();
                               });
                         },
                         [](const CompositeView&) { return 0.0; },
