@@ -1,15 +1,10 @@
 // The turning points of a polynomial in [0, 1], and its roots between them.
 #include "eval/turning_points.h"
 
-#include <algorithm>
-#include <cmath>
+#include "eval/bracketed_newton.h"
 
 namespace kurvo {
 namespace {
-
-constexpr int kMaxSteps = 80;  // bisection alone needs 53 inside [0, 1]
-constexpr double kParameterRounding = 2e-16;
-constexpr double kSettled = 1e-10;  // of a parameter: Newton's next step would be its square
 
 // Appends the roots of f between neighbours of `turning`, its turning points.
 void AppendRootsBetween(const Polynomial& f, const Polynomial& derivative, const RootList& turning,
@@ -37,22 +32,8 @@ void AppendRoots(const Polynomial& f, RootList& roots) {
 }  // namespace
 
 double BracketedRoot(const Polynomial& f, const Polynomial& derivative, double a, double b) {
-  const bool rising = Value(f, a) < 0.0;
-  double t = 0.5 * (a + b);
-  for (int step = 0; step < kMaxSteps; ++step) {
-    const double value = Value(f, t);
-    if (value == 0.0) return t;
-    if ((value < 0.0) == rising)
-      a = t;
-    else
-      b = t;
-    const double newton = t - value / Value(derivative, t);
-    if (kSettled >= std::fabs(newton - t)) return std::clamp(newton, a, b);
-    const double next = newton > a && newton < b ? newton : 0.5 * (a + b);
-    if (kParameterRounding >= std::fabs(next - t)) return next;
-    t = next;
-  }
-  return t;
+  const auto at = [&](double t) { return ValueAndSlope{Value(f, t), Value(derivative, t)}; };
+  return BracketedNewton(a, b, 0.5 * (a + b), Value(f, a) < 0.0, at);
 }
 
 RootList TurningPoints(const Polynomial& f) {

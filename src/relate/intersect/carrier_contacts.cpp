@@ -3,15 +3,13 @@
 
 #include <algorithm>
 
+#include "eval/bracketed_newton.h"
 #include "eval/turning_points.h"
 #include "relate/intersect/crossing.h"
 
 namespace kurvo {
 namespace {
 
-constexpr int kPolishSteps = 60;  // bisection alone needs 53 inside [0, 1]
-constexpr double kParameterRounding = 4e-16;
-constexpr double kSettled = 1e-10;  // of a parameter: Newton's next step would be its square
 constexpr double kCoordinateRounding = 2e-15;  // of the largest coordinate, for points on a carrier
 
 Segment ToSegment(const BezierPiece& piece) {
@@ -82,23 +80,13 @@ class ContactSearch {
     return false;
   }
 
-  // The root of the distance itself, of which the power basis gives the first guess: Newton's
-  // method, bisection where that leads out of the bracket, which rounding of the power basis can
-  // bring about.
-  double RootBetween(Place left, Place right, double t) const {
-    for (int step = 0; step < kPolishSteps; ++step) {
-      const Jet jet = JetAt(piece_, t);
-      const double dist = carrier_.Distance(jet.p);
-      if (dist == 0.0) return t;
-      ((dist < 0.0) == (left.dist < 0.0) ? left : right) = {t, dist};
-      const double newton = t - dist / carrier_.DistanceSlope(jet);
-      if (kSettled >= std::fabs(newton - t)) return std::clamp(newton, left.t, right.t);
-      const bool inside = newton > left.t && right.t > newton;
-      const double next = inside ? newton : 0.5 * (left.t + right.t);
-      if (kParameterRounding >= std::fabs(next - t)) return next;
-      t = next;
-    }
-    return t;
+  // The root of the distance itself. The guess t is that of the polynomial, which rounding of the
+  // power basis has moved a little.
+  double RootBetween(const Place& left, const Place& right, double t) const {
+    return BracketedNewton(left.t, right.t, t, left.dist < 0.0, [&](double at) {
+      const Jet jet = JetAt(piece_, at);
+      return ValueAndSlope{carrier_.Distance(jet.p), carrier_.DistanceSlope(jet)};
+    });
   }
 
   // Places come in ascending order. Those within the tolerance that follow each other without
