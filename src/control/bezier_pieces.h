@@ -20,14 +20,14 @@ int32_t CountSpans(const KnotVector& knots);
 template <std::size_t kDim>
 void ExtractBezier(const SplineView<kDim>& spline, int32_t i, double (*out)[kDim]);
 
-// Extracts every span in ascending order, span i into place(i). Neighbours share their joint point
+// Extracts every span in ascending order, span i into room(i). Neighbours share their joint point
 // to the bit, unless a knot between them has full multiplicity, where the curve may jump.
-template <std::size_t kDim, class Place>
-void ExtractAllBeziers(const SplineView<kDim>& spline, Place&& place) {
+template <std::size_t kDim, class Room>
+void ExtractAllBeziers(const SplineView<kDim>& spline, Room&& room) {
   const double* joint = nullptr;  // the last point of the piece before
   int32_t before = 0;
   AnySpan(KnotsOf(spline), [&](int32_t i) {
-    double(*points)[kDim] = place(i);
+    double(*points)[kDim] = room(i);
     ExtractBezier(spline, i, points);
     if (joint && i - before < spline.order) std::copy_n(joint, kDim, points[0]);
     joint = points[spline.order - 1];

@@ -19,7 +19,7 @@ struct Best {
   int32_t rank = -1;
 
   double dist() const { return foot.nearest.dist; }
-  void Offer(double t, Vec2 point, double dist, int32_t at_rank) {
+  void Consider(double t, Vec2 point, double dist, int32_t at_rank) {
     if (dist < foot.nearest.dist || (dist == foot.nearest.dist && at_rank < rank)) {
       foot = {{t, dist}, point};
       rank = at_rank;
@@ -41,8 +41,8 @@ class NearestSearch {
   SplineFoot Run() {
     const Vec2 start = Planar(StartOfSpline(spline_));
     const Vec2 end = Planar(EndOfSpline(spline_));
-    best_.Offer(knots_.Start(), start, Length(p_ - start), spline_.count);
-    best_.Offer(knots_.End(), end, Length(p_ - end), spline_.count + 1);
+    best_.Consider(knots_.Start(), start, Length(p_ - start), spline_.count);
+    best_.Consider(knots_.End(), end, Length(p_ - end), spline_.count + 1);
     Survey();
     SearchSpans();
     if (best_.dist() > reach_) {
@@ -145,7 +145,7 @@ class NearestSearch {
   void Examine(const SplineSpan<kDim>& span, int32_t i) {
     const auto offer = [&](double s) {
       const Vec2 point = span.Position(s);
-      best_.Offer(span.ToDomain(s), point, Length(p_ - point), i);
+      best_.Consider(span.ToDomain(s), point, Length(p_ - point), i);
     };
     for (const double s : FootPoints(FootRoots(span.ToSegment(p_)), tol_)) offer(s);
     if (span.CornerAtLeft()) offer(0.0);

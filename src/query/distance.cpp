@@ -16,7 +16,7 @@ struct Nearest {
   NearestOnCurve at;
 
   // Keeps the nearer one, the earlier one of equals; any number beats a NaN.
-  void Offer(const NearestOnCurve& candidate) {
+  void Consider(const NearestOnCurve& candidate) {
     const bool better =
         candidate.dist < at.dist || (std::isnan(at.dist) && !std::isnan(candidate.dist));
     if (!found || better) at = candidate;
@@ -40,7 +40,7 @@ Nearest NearestOnComposite(const CompositeView& composite, Vec3 p, int level, Gl
     if (DistanceBound(piece.curve, Planar(p)) > limit) continue;
     const Nearest on_piece = piece.index == promising ? on_promising : on(piece.index);
     if (!on_piece.found) continue;
-    nearest.Offer({on_piece.at.t * piece.width + piece.start, on_piece.at.dist});
+    nearest.Consider({on_piece.at.t * piece.width + piece.start, on_piece.at.dist});
     limit = std::fmin(limit, on_piece.at.dist);
   }
   return nearest;

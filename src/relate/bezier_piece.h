@@ -56,6 +56,12 @@ inline BezierPiece WholeOf(const BezierPiece& piece) {
   return {piece.points, piece.degree, piece.rational, 0.0, 1.0, piece.box};
 }
 
+// Bezier parameters of a point on each of two pieces.
+struct ParameterPair {
+  double s;
+  double t;
+};
+
 // A point of a piece with its first and second derivative by t.
 struct Jet {
   Vec2 p;

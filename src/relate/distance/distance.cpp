@@ -26,7 +26,7 @@ constexpr int64_t kMostWork = int64_t{1} << 27;  // some tenths of a second
 // What the steps of the search cost.
 constexpr int64_t kNodeCost = 4;      // of one tree
 constexpr int64_t kNodePairCost = 8;  // of both
-constexpr int64_t kClosedPairCost = 64;
+constexpr int64_t kElementaryPairCost = 64;
 
 int64_t WorkFor(std::size_t pieces) {
   return std::min(kMostWork, kBaseWork + kWorkEach * static_cast<int64_t>(pieces));
@@ -44,18 +44,22 @@ double ScaleFor(double largest) {
 class DistanceSearch {
  public:
   DistanceSearch(const DistancePieces& a, const DistancePieces& b, NearestPair& nearest)
-      : a_(a), b_(b), nearest_(nearest), work_(WorkFor(a.size() + b.size())), pieces_(nearest, work_) {}
+      : a_(a),
+        b_(b),
+        nearest_(nearest),
+        work_(WorkFor(a.size() + b.size())),
+        pieces_(nearest, work_) {}
 
   void Run() {
     for (const End& end_a : EndsOf(a_))
       for (const End& end_b : EndsOf(b_))
-        nearest_.Offer({end_a.t, end_b.t, Length(end_b.p - end_a.p)});
+        nearest_.Consider({end_a.t, end_b.t, Length(end_b.p - end_a.p)});
     // The ends with their nearest points on the other curve, which no search between pieces finds
     // where the curves run alongside each other. Between two pieces that are lines or arcs they
     // come up anyway.
-    if (!IsOneClosed(a_) || !IsOneClosed(b_)) {
-      for (const End& end : EndsOf(a_)) OfferEnd(end, b_, false);
-      for (const End& end : EndsOf(b_)) OfferEnd(end, a_, true);
+    if (!IsOneElementary(a_) || !IsOneElementary(b_)) {
+      for (const End& end : EndsOf(a_)) SearchEnd(end, b_, false);
+      for (const End& end : EndsOf(b_)) SearchEnd(end, a_, true);
     }
     const Range whole_a = a_.Whole(), whole_b = b_.Whole();
     Visit(whole_a, whole_b, BoxDistance(a_.BoxOf(whole_a), b_.BoxOf(whole_b)));
@@ -64,10 +68,12 @@ class DistanceSearch {
  private:
   using Range = DistancePieces::Range;
 
-  static bool Closed(const DistancePiece& piece) { return piece.kind != PieceKind::kFreeForm; }
+  static bool IsElementary(const DistancePiece& piece) {
+    return piece.kind != PieceKind::kFreeForm;
+  }
 
-  static bool IsOneClosed(const DistancePieces& pieces) {
-    return pieces.size() == 1 && Closed(pieces[0]);
+  static bool IsOneElementary(const DistancePieces& pieces) {
+    return pieces.size() == 1 && IsElementary(pieces[0]);
   }
 
   struct End {
@@ -81,7 +87,7 @@ class DistanceSearch {
   }
 
   // The end as a line without length.
-  void OfferEnd(const End& end, const DistancePieces& other, bool swapped) {
+  void SearchEnd(const End& end, const DistancePieces& other, bool swapped) {
     const WeightedPoint points[] = {{end.p.x, end.p.y, 1.0}, {end.p.x, end.p.y, 1.0}};
     const BezierPiece line{points, 1, false, end.t, 0.0, BoxAround(points, 1)};
     const DistancePiece point{PieceKind::kLine, line, {}, line.box};
@@ -140,11 +146,11 @@ class DistanceSearch {
   }
 
   void SearchPair(const DistancePiece& a, const DistancePiece& b) {
-    if (!Closed(a) || !Closed(b)) return pieces_.Search(a, b);
-    OfferClosedPairs(a, b, [&](const OnPiece& on_a, const OnPiece& on_b) {
-      nearest_.Offer({a.ToCurve(on_a.u), b.ToCurve(on_b.u), Length(on_b.p - on_a.p)});
+    if (!IsElementary(a) || !IsElementary(b)) return pieces_.Search(a, b);
+    ForEachElementaryPair(a, b, [&](const OnPiece& on_a, const OnPiece& on_b) {
+      nearest_.Consider({a.ToCurve(on_a.u), b.ToCurve(on_b.u), Length(on_b.p - on_a.p)});
     });
-    work_.Spend(kClosedPairCost);
+    work_.Spend(kElementaryPairCost);
   }
 
   const DistancePieces& a_;

@@ -57,17 +57,17 @@ struct ArcPart {
 
 // Pairs at which the distance can have a minimum inside both parts; others do no harm.
 
-template <class Offer>
-void OfferInner(const LinePart& a, const LinePart& b, Offer&& offer) {
+template <class Use>
+void ForEachInnerPair(const LinePart& a, const LinePart& b, Use&& use) {
   const Vec2 between = b.start - a.start;
   const double det = Cross(a.Along(), b.Along());
   if (det == 0.0) return;
-  offer(a.At(Cross(between, b.Along()) / det), b.At(Cross(between, a.Along()) / det));
+  use(a.At(Cross(between, b.Along()) / det), b.At(Cross(between, a.Along()) / det));
 }
 
 // Where the line crosses the circle, and where it is parallel to its tangent.
-template <class Offer>
-void OfferInner(const LinePart& a, const ArcPart& b, Offer&& offer) {
+template <class Use>
+void ForEachInnerPair(const LinePart& a, const ArcPart& b, Use&& use) {
   const Vec2 along = a.Along();
   const double length = Length(along);
   if (!(length > 0.0)) return;
@@ -76,30 +76,29 @@ void OfferInner(const LinePart& a, const ArcPart& b, Offer&& offer) {
   const double ahead = Dot(centre - a.start, unit), aside = Cross(unit, centre - a.start);
   const OnPiece foot = a.At(ahead / length);
   const Vec2 normal = aside > 0.0 ? Vec2{unit.y, -unit.x} : Vec2{-unit.y, unit.x};
-  offer(foot, b.Toward(normal));
+  use(foot, b.Toward(normal));
   const double r = b.circle.radius, h = std::fabs(aside);
   if (!(r > h)) return;
   const double half = std::sqrt((r - h) * (r + h));
   for (const double at : {ahead - half, ahead + half}) {
     const OnPiece crossing = a.At(at / length);
-    offer(crossing, b.Nearest(crossing.p));
+    use(crossing, b.Nearest(crossing.p));
   }
 }
 
-template <class Offer>
-void OfferInner(const ArcPart& a, const LinePart& b, Offer&& offer) {
-  OfferInner(b, a, [&](const OnPiece& on_b, const OnPiece& on_a) { offer(on_a, on_b); });
+template <class Use>
+void ForEachInnerPair(const ArcPart& a, const LinePart& b, Use&& use) {
+  ForEachInnerPair(b, a, [&](const OnPiece& on_b, const OnPiece& on_a) { use(on_a, on_b); });
 }
 
 // Where the circles cross, and on the line of the centres.
-template <class Offer>
-void OfferInner(const ArcPart& a, const ArcPart& b, Offer&& offer) {
+template <class Use>
+void ForEachInnerPair(const ArcPart& a, const ArcPart& b, Use&& use) {
   const Vec2 apart = b.circle.centre - a.circle.centre;
   const double dist = Length(apart);
   if (!(dist > 0.0)) return;
   for (const double side_a : {-1.0, 1.0})
-    for (const double side_b : {-1.0, 1.0})
-      offer(a.Toward(side_a * apart), b.Toward(side_b * apart));
+    for (const double side_b : {-1.0, 1.0}) use(a.Toward(side_a * apart), b.Toward(side_b * apart));
   const double r = a.circle.radius, s = b.circle.radius;
   const double reach = 0.5 * (dist + (r - s) * ((r + s) / dist));
   if (!(r > std::fabs(reach))) return;
@@ -107,33 +106,33 @@ void OfferInner(const ArcPart& a, const ArcPart& b, Offer&& offer) {
   const Vec2 unit = (1.0 / dist) * apart;
   for (const double aside : {-half, half}) {
     const OnPiece crossing = a.Toward(reach * unit + aside * Vec2{-unit.y, unit.x});
-    offer(crossing, b.Nearest(crossing.p));
+    use(crossing, b.Nearest(crossing.p));
   }
 }
 
-template <class A, class B, class Offer>
-void OfferAll(const A& a, const B& b, Offer&& offer) {
+template <class A, class B, class Use>
+void ForEachPair(const A& a, const B& b, Use&& use) {
   for (const OnPiece& end : {a.Start(), a.End()}) {
-    offer(end, b.Start());
-    offer(end, b.End());
-    offer(end, b.Nearest(end.p));
+    use(end, b.Start());
+    use(end, b.End());
+    use(end, b.Nearest(end.p));
   }
-  for (const OnPiece& end : {b.Start(), b.End()}) offer(a.Nearest(end.p), end);
-  OfferInner(a, b, offer);
+  for (const OnPiece& end : {b.Start(), b.End()}) use(a.Nearest(end.p), end);
+  ForEachInnerPair(a, b, use);
 }
 
 }  // namespace internal
 
-// Calls offer(on_a, on_b) for pairs of points, the nearest ones among them, of two pieces that are
+// Calls use(on_a, on_b) for pairs of points, the nearest ones among them, of two pieces that are
 // lines or arcs: ends, feet of ends, crossings, and where tangents are parallel.
-template <class Offer>
-void OfferClosedPairs(const DistancePiece& a, const DistancePiece& b, Offer&& offer) {
+template <class Use>
+void ForEachElementaryPair(const DistancePiece& a, const DistancePiece& b, Use&& use) {
   using internal::ArcPart, internal::LinePart;
   const bool line_a = a.kind == PieceKind::kLine, line_b = b.kind == PieceKind::kLine;
-  if (line_a && line_b) return internal::OfferAll(LinePart(a), LinePart(b), offer);
-  if (line_a) return internal::OfferAll(LinePart(a), ArcPart(b), offer);
-  if (line_b) return internal::OfferAll(ArcPart(a), LinePart(b), offer);
-  internal::OfferAll(ArcPart(a), ArcPart(b), offer);
+  if (line_a && line_b) return internal::ForEachPair(LinePart(a), LinePart(b), use);
+  if (line_a) return internal::ForEachPair(LinePart(a), ArcPart(b), use);
+  if (line_b) return internal::ForEachPair(ArcPart(a), LinePart(b), use);
+  internal::ForEachPair(ArcPart(a), ArcPart(b), use);
 }
 
 }  // namespace kurvo

@@ -27,7 +27,7 @@ class NearestPair {
         domain_b_(std::fabs(domain_b)) {}
 
   // Keeps the nearest pair; of ties the one with the smallest ta, then tb. A NaN never wins.
-  void Offer(const NearPair& pair) {
+  void Consider(const NearPair& pair) {
     if (!(Reach() >= pair.dist) || !(kInfinity > pair.dist)) return;
     const bool better = !found() || !(Rank(best_) <= Rank(pair) + tie_) || Precedes(pair);
     least_ = std::min(least_, Rank(pair));

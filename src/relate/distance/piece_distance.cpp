@@ -133,7 +133,7 @@ void PieceDistance::SearchHalves(const BezierPiece& whole, bool of_a, const Bezi
   const auto [left, right] =
       Halve(whole, arena_ + 2 * static_cast<std::size_t>(halvings) * slot_, slot_);
   work_.Spend(static_cast<int64_t>(whole.degree + 1) * whole.degree +
-                12 * static_cast<int64_t>(slot_));
+              12 * static_cast<int64_t>(slot_));
   const BezierPiece halves[] = {left, right};
   const double bounds[] = {LowerBound(left, other), LowerBound(right, other)};
   const std::size_t first = bounds[1] < bounds[0] ? 1 : 0;
@@ -162,7 +162,7 @@ bool PieceDistance::StepDown(Pair& at, Pair step, double square, const Cell& cel
 
 // Newton's method for the minimum of the squared distance in a cell, from `at`; steps are halved
 // until they go down. A parameter on a side of the cell stays there while the function falls
-// outwards. Offers where it ends; returns that, or no pair when the steps ran out before.
+// outwards. Considers where it ends; returns that, or no pair when the steps ran out before.
 PieceDistance::Pair PieceDistance::Descend(Pair at, const Cell& cell) {
   bool arrived = false;
   for (int step = 0; step < kSteps && !arrived; ++step) {
@@ -185,7 +185,7 @@ PieceDistance::Pair PieceDistance::Descend(Pair at, const Cell& cell) {
     arrived = last || !lower;
   }
   const Vec2 gap = PointAt(b_->bezier, at.t) - PointAt(a_->bezier, at.s);
-  nearest_.Offer({a_->BezierToCurve(at.s), b_->BezierToCurve(at.t), Length(gap)});
+  nearest_.Consider({a_->BezierToCurve(at.s), b_->BezierToCurve(at.t), Length(gap)});
   return arrived ? at : Pair{-1.0, -1.0};
 }
 

@@ -7,12 +7,6 @@
 
 namespace kurvo {
 
-// Bezier parameters of a point on each of two pieces.
-struct ParameterPair {
-  double s;
-  double t;
-};
-
 struct ParameterCell {
   ParameterPair low;
   ParameterPair high;

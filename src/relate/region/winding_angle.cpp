@@ -64,11 +64,11 @@ class AngleOfBezier {
 
   // `points` are used up.
   double operator()(double (*points)[kDim], int32_t n) {
-    return SumOverHalves<double>(points, n, kMaxDepth, work_, [this](const auto& part, int32_t m,
-                                                                     int depth) {
-      const bool done = depth == 0 || m < 2 || IsNoCurve(part, m) || work_.exhausted();
-      return done || TurnsAsChord(part, m) ? AngleOfChord(part, m) : std::optional<double>();
-    });
+    return SumOverHalves<double>(
+        points, n, kMaxDepth, work_, [this](const auto& part, int32_t m, int depth) {
+          const bool done = depth == 0 || m < 2 || IsNoCurve(part, m) || work_.exhausted();
+          return done || TurnsAsChord(part, m) ? AngleOfChord(part, m) : std::optional<double>();
+        });
   }
 
  private:
@@ -173,8 +173,7 @@ double SumOfBeziers(const BezierView<kDim>& bezier, WorkBudget&, GlobalVar& g, U
 }
 
 template <std::size_t kDim, class Use>
-double SumOfBeziers(const SplineView<kDim>& spline, WorkBudget& work, GlobalVar& g,
-                    Use&& use) {
+double SumOfBeziers(const SplineView<kDim>& spline, WorkBudget& work, GlobalVar& g, Use&& use) {
   if (spline.order > kMaxSplineOrder) return Refuse(g, KURVO_ERR_CURVE, 0.0);
   const int32_t n = spline.order - 1;
   WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(n) + 1);
