@@ -41,9 +41,9 @@ struct BezierPiece {
 
 PlanarBox BoxAround(const WeightedPoint* points, int32_t degree);
 
-// Appends the control points of a span, with weights of 1 unless `rational`; a single point, of
-// degree 0, twice, as a line without length. Returns the degree of the piece.
-int32_t AppendPoints(const BezierSpan& span, bool rational, std::vector<WeightedPoint>& points);
+// The piece of a span, whose control points are appended to `points`, with weights of 1 unless
+// `rational`; a single point, of degree 0, twice, as a line without length.
+BezierPiece AppendPiece(const BezierSpan& span, bool rational, std::vector<WeightedPoint>& points);
 
 // Takes its control points from `points` on; returns where the next piece's begin.
 inline const WeightedPoint* SetPoints(const WeightedPoint* points, BezierPiece& piece) {
@@ -53,7 +53,8 @@ inline const WeightedPoint* SetPoints(const WeightedPoint* points, BezierPiece& 
 
 // The piece as a part of itself.
 inline BezierPiece WholeOf(const BezierPiece& piece) {
-  return {piece.points, piece.degree, piece.rational, 0.0, 1.0, piece.box};
+  return {piece.points, piece.degree, piece.rational,
+          0.0,          1.0,          BoxAround(piece.points, piece.degree)};
 }
 
 // Bezier parameters of a point on each of two pieces.

@@ -8,6 +8,7 @@
 namespace kurvo {
 
 bool Encloses(const BezierPiece& part) {
+  if (!part.rational) return true;
   for (int32_t i = 1; i <= part.degree; ++i)
     if (!(part.points[i].w * part.points[0].w > 0.0)) return false;
   return part.points[0].w != 0.0;
@@ -15,7 +16,8 @@ bool Encloses(const BezierPiece& part) {
 
 PlanarBox EnclosureOf(const BezierPiece& piece) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  return Encloses(piece) ? piece.box : PlanarBox{{-kInfinity, -kInfinity}, {kInfinity, kInfinity}};
+  if (!Encloses(piece)) return {{-kInfinity, -kInfinity}, {kInfinity, kInfinity}};
+  return BoxAround(piece.points, piece.degree);
 }
 
 bool StripApart(const BezierPiece& a, const BezierPiece& b, double slack) {

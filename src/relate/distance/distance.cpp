@@ -90,14 +90,14 @@ class DistanceSearch {
   void SearchEnd(const End& end, const DistancePieces& other, bool swapped) {
     const WeightedPoint points[] = {{end.p.x, end.p.y, 1.0}, {end.p.x, end.p.y, 1.0}};
     const BezierPiece line{points, 1, false, end.t, 0.0, BoxAround(points, 1)};
-    const DistancePiece point{PieceKind::kLine, line, {}, line.box};
+    const DistancePiece point{PieceKind::kLine, line, {}};
     VisitFrom(point, other, other.Whole(), swapped);
   }
 
   void VisitFrom(const DistancePiece& point, const DistancePieces& other, const Range& range,
                  bool swapped) {
     work_.Spend(kNodeCost);
-    const double bound = BoxDistance(point.box, other.BoxOf(range));
+    const double bound = BoxDistance(point.bezier.box, other.BoxOf(range));
     const double ta = swapped ? StartOf(other, range) : point.bezier.start;
     if (work_.exhausted() || !Promising(bound, ta)) return;
     if (range.single()) {
@@ -105,8 +105,8 @@ class DistanceSearch {
       return;
     }
     const Range first = range.First(), second = range.Second();
-    const bool second_nearer =
-        BoxDistance(point.box, other.BoxOf(second)) < BoxDistance(point.box, other.BoxOf(first));
+    const bool second_nearer = BoxDistance(point.bezier.box, other.BoxOf(second)) <
+                               BoxDistance(point.bezier.box, other.BoxOf(first));
     VisitFrom(point, other, second_nearer ? second : first, swapped);
     VisitFrom(point, other, second_nearer ? first : second, swapped);
   }

@@ -100,7 +100,7 @@ bool DistancePieces::AddSpans(const Curve& curve, double offset, double scale) {
   ReserveMore(pieces_, spans->size());
   for (const BezierSpan& span : *spans) {
     const std::size_t first = points_.size();
-    AppendPoints(span, span.rational, points_);
+    AppendPiece(span, span.rational, points_);
     double weight = 0.0;
     for (std::size_t i = first; i < points_.size(); ++i)
       weight = std::max(weight, std::fabs(points_[i].w));
@@ -124,7 +124,7 @@ void DistancePieces::AddPiece(PieceKind kind, bool rational, const CirclePart& c
     return;
   }
   const auto degree = static_cast<int32_t>(points_.size() - first_point) - 1;
-  pieces_.push_back({kind, {nullptr, degree, rational, start, width}, circle, {}});
+  pieces_.push_back({kind, {nullptr, degree, rational, start, width}, circle});
 }
 
 double DistancePieces::LargestCoordinate() const {
@@ -143,10 +143,7 @@ void DistancePieces::Scale(double scale) {
 }
 
 void DistancePieces::BuildTree() {
-  for (DistancePiece& piece : pieces_) {
-    piece.bezier.box = BoxAround(piece.bezier.points, piece.bezier.degree);
-    piece.box = EnclosureOf(piece.bezier);
-  }
+  for (DistancePiece& piece : pieces_) piece.bezier.box = EnclosureOf(piece.bezier);
   if (pieces_.size() < 2) return;
   std::size_t leaves = 1;
   while (leaves < pieces_.size()) leaves *= 2;
@@ -155,7 +152,7 @@ void DistancePieces::BuildTree() {
 }
 
 PlanarBox DistancePieces::Build(const Range& range) {
-  if (range.single()) return pieces_[range.begin].box;
+  if (range.single()) return pieces_[range.begin].bezier.box;
   PlanarBox box = Build(range.First());
   box.Widen(Build(range.Second()));
   boxes_[range.node] = box;

@@ -31,9 +31,8 @@ enum class PieceKind { kLine, kArc, kFreeForm };
 // Every piece has a Bezier form; that of an arc is rational, with another parameter than its own.
 struct DistancePiece {
   PieceKind kind;
-  BezierPiece bezier;
-  CirclePart circle;  // of an arc
-  PlanarBox box;      // encloses the piece
+  BezierPiece bezier;  // its box encloses it: all of the plane when the control points do not
+  CirclePart circle;   // of an arc
 
   // From a parameter of the piece, and from one of its Bezier form, to that of the whole curve.
   double ToCurve(double u) const { return bezier.ToCurve(u); }
@@ -73,7 +72,7 @@ class DistancePieces {
   };
   Range Whole() const { return {1, 0, pieces_.size()}; }
   const PlanarBox& BoxOf(const Range& range) const {
-    return range.single() ? pieces_[range.begin].box : boxes_[range.node];
+    return range.single() ? pieces_[range.begin].bezier.box : boxes_[range.node];
   }
 
  private:

@@ -66,11 +66,9 @@ bool FreeFormPieces::AddBezierRecords(const Curve& curve, int32_t max_degree) {
 }
 
 void FreeFormPieces::AddSpan(const BezierSpan& span, double offset, double scale) {
-  const bool rational = HasWeights(span);
-  const std::size_t first = points_.size();
-  const int32_t degree = AppendPoints(span, rational, points_);
-  pieces_.push_back({nullptr, degree, rational, offset + span.start * scale, span.width * scale,
-                     BoxAround(points_.data() + first, degree)});
+  BezierPiece& piece = pieces_.emplace_back(AppendPiece(span, HasWeights(span), points_));
+  piece.start = offset + span.start * scale;
+  piece.width = span.width * scale;
 }
 
 }  // namespace kurvo
