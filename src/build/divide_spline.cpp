@@ -1,4 +1,7 @@
-// B-splines cut into pieces.
+// B-splines cut into pieces. A cut at t inserts t as a knot up to order - 1 times (Boehm's
+// algorithm, control/knot_insertion.h), after which the curve passes through a control point there
+// and falls apart. A cut next to a knot is made at the knot itself, which a comparison of rounded
+// values decides; on a span that stands still it is made at the ends of the span.
 #include "build/divide_spline.h"
 
 #include <algorithm>

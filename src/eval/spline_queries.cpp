@@ -1,4 +1,9 @@
 // Nearest point and parameter on a B-spline, span by span.
+//
+// A foot point on a span is a root of (C - p) . C', which costs far more than any bound. So the
+// walk over the spans keeps `reach`, the distance of some point of the curve, and passes over a
+// span whose box is farther away, or, of the few that are left, one whose squared distance minus
+// reach^2 has positive Bernstein coefficients throughout. Bounds allow for rounding by `noise`.
 #include "eval/spline_queries.h"
 
 #include <algorithm>

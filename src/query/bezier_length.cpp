@@ -1,4 +1,6 @@
-// The length of a Bezier curve by halving.
+// The length of a Bezier curve by halving: the control polygons of the parts are longer than the
+// curve, and converge to it from above with the square of their size (Gravesen, Computer-Aided
+// Geometric Design 14, 1997).
 #include "query/bezier_length.h"
 
 #include <algorithm>
@@ -45,8 +47,8 @@ class HalvedBezier {
   }
 
   std::size_t count() const { return count_; }
-  // Mixes of two control points that the next halving takes.
-  std::size_t MixesToHalve() const { return count_ * degree_ * (degree_ + 1) / 2; }
+  // Interpolations between two control points that the next halving takes.
+  std::size_t InterpolationsToHalve() const { return count_ * degree_ * (degree_ + 1) / 2; }
 
   // Control point i of piece p.
   Point PointOf(std::size_t p, std::size_t i) const {
@@ -192,12 +194,12 @@ constexpr double kSettled = 0.001;
 constexpr int kMaxPasses = 10;  // to 1024 pieces; without having settled by then the last is taken
 constexpr std::size_t kMostPieces = std::size_t{1} << kMaxPasses;
 constexpr std::size_t kParts = 16;  // that Measure::kSixteenths settles one by one
-// Mixes of two control points in one pass: what 1024 pieces of degree 180 take. Polygons of a
-// higher degree are as close to the curve with fewer pieces.
-constexpr std::size_t kMaxMixes = std::size_t{1} << 24;
+// Interpolations between control points in one pass: what 1024 pieces of degree 180 take. Polygons
+// of a higher degree are as close to the curve with fewer pieces.
+constexpr std::size_t kMostWork = std::size_t{1} << 24;
 // The same for one of the sixteenths, of which a curve may have thousands; up to the highest degree
 // in use all passes are made.
-constexpr std::size_t kMaxMixesOfPart = std::size_t{1} << 17;
+constexpr std::size_t kMostWorkOfPart = std::size_t{1} << 17;
 constexpr int32_t kMostUsedDegree = 24;
 
 // What lies on the stack, beyond it the heap serves.
@@ -206,11 +208,11 @@ constexpr std::size_t kSixteenthsDoubles = kParts * 10 * 3;  // pieces of ration
 
 // Halves the curve with the control points at(i) until the length of its polygons settles.
 template <class Pieces, class At>
-double SettledLength(Pieces& pieces, std::size_t max_mixes, const At& at) {
+double SettledLength(Pieces& pieces, std::size_t most_work, const At& at) {
   pieces.Start(at);
   double length = pieces.PolygonLength();
   for (int pass = 0; pass < kMaxPasses; ++pass) {
-    if (pieces.MixesToHalve() > max_mixes) break;
+    if (pieces.InterpolationsToHalve() > most_work) break;
     const double before = length;
     pieces.Halve();
     length = pieces.PolygonLength();
@@ -235,16 +237,16 @@ double BezierLength(const BezierView<kDim>& bezier, Measure measure) {
   constexpr std::size_t kSize = kDim == 4 ? 3 : 2;
   const auto at = [&](std::size_t i) { return ControlPoint<kSize>(bezier.points[i]); };
   HalvedBezier<kSize, kWholeDoubles> pieces(bezier.degree);
-  if (measure == Measure::kWhole) return SettledLength(pieces, kMaxMixes, at);
+  if (measure == Measure::kWhole) return SettledLength(pieces, kMostWork, at);
 
   HalvedBezier<kSize, kSixteenthsDoubles> sixteenths(bezier.degree);
   sixteenths.Start(at);
   while (sixteenths.count() < kParts) sixteenths.Halve();
-  const std::size_t max_mixes = kMostUsedDegree >= bezier.degree ? kMaxMixes : kMaxMixesOfPart;
+  const std::size_t most_work = kMostUsedDegree >= bezier.degree ? kMostWork : kMostWorkOfPart;
   double sum = 0.0;
   for (std::size_t p = 0; p < sixteenths.count(); ++p)
     sum +=
-        SettledLength(pieces, max_mixes, [&](std::size_t i) { return sixteenths.PointOf(p, i); });
+        SettledLength(pieces, most_work, [&](std::size_t i) { return sixteenths.PointOf(p, i); });
   return sum;
 }
 

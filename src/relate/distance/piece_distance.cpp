@@ -1,4 +1,15 @@
 // The nearest points of two free-form pieces by branch and bound.
+//
+// The distance of A(s) and B(t) over the unit square of parameters has many local minima; the
+// square is halved, the side of the larger part first, into cells, each a part of A by a part of B.
+//   bound:    control points hold their part, so that no two points of a cell are closer than the
+//             hulls are; the nearer half comes first, so that bounds fail early.
+//   descent:  Newton's method from the middle of a cell goes down to a local minimum, which lowers
+//             what bounds are compared with (nearest_pair.h).
+//   one minimum: where bounds on the derivatives show that a cell has a single minimum
+//             (unique_minimum.cpp), the descent has found it and the cell is done.
+// A cell is left when its bound is not below the best distance, or only ties with it and lies after
+// it. What remains ends at parts of 2^-26 or when the work is spent.
 #include "relate/distance/piece_distance.h"
 
 #include <algorithm>

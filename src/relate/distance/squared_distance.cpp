@@ -1,4 +1,7 @@
 // The squared distance of a point on one piece from a point on another, near a pair of parameters.
+// With gap = B - A and f = gap . gap / 2:
+//   f_s = -gap . A'              f_t  = gap . B'
+//   f_ss = A' . A' - gap . A''   f_st = -A' . B'   f_tt = B' . B' + gap . B''
 #include "relate/distance/squared_distance.h"
 
 #include <algorithm>

@@ -1,4 +1,10 @@
 // Where one Bezier piece meets a carrier.
+//
+// The carrier's equation with the piece put in is a polynomial f of the parameter, of the same sign
+// as the signed distance d. Between two neighbouring turning points of f both are monotone, so that
+// a change of sign is one crossing, found from f and polished on d itself, and where d keeps its
+// sign the nearest place is a turning point or an end. Visited in ascending order, ends, crossings
+// and turning points within the tolerance that follow each other are one approach.
 #include "relate/intersect/carrier_contacts.h"
 
 #include <algorithm>

@@ -1,4 +1,10 @@
 // Which touches are contacts of their own.
+//
+// Curves that touch stay within the tolerance along a run, of a length like the root of tolerance
+// by difference of curvature, and every pair of parts along it that is looked at may report a
+// touch. Touches of one run are found by walking from each to its neighbours along the first curve:
+// if the second curve is close all the way, both are on it. Runs are the trees of a union-find
+// forest (Tarjan, Journal of the ACM 22, 1975); of each the closest touch is kept.
 #include "relate/intersect/merge_contacts.h"
 
 #include <algorithm>

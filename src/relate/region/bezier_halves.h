@@ -13,9 +13,9 @@
 
 namespace kurvo {
 
-// Work is counted in mixes of two control points.
+// Work is counted in interpolations between two control points.
 constexpr std::size_t kStackOrder = 40;
-constexpr int64_t kHalvingCost = 128;  // of one halving, besides the mixes it makes
+constexpr int64_t kHalvingCost = 128;  // of one halving, besides its interpolations
 constexpr int32_t kFreeDegree = 40;    // up to it a span is cut out of its spline at no charge
 
 inline void ChargeSpan(int32_t degree, WorkBudget& work) {

@@ -19,7 +19,7 @@
 namespace kurvo {
 namespace {
 
-constexpr int64_t kIntegrandCost = 32;  // of one value, besides the mixes it makes
+constexpr int64_t kIntegrandCost = 32;  // of one value, besides its interpolations
 
 bool Coincide(Vec2 a, Vec2 b, double tol) { return Within(OnPlane(a - b), tol); }
 

@@ -6,7 +6,7 @@
 
 namespace kurvo {
 
-// For the curves of one chain, in mixes of two control points: some hundredths of a second. Beyond
+// For the curves of one chain: some hundredths of a second. Beyond
 // it the chord stands for the curve, and the first quadrature for the area.
 constexpr int64_t kWindingWork = int64_t{1} << 25;
 

@@ -1,4 +1,10 @@
 // How often a chain of curves winds around a point.
+//
+// Each piece adds its step across the half-line from p to the right: StepUp is 1 for one that ends
+// above p and starts at its height or below, -1 for the other way round, and the crossing counts if
+// it lies beyond p. Where the box of a piece meets the half-line but does not hold p, all of it is
+// on the right and its ends tell. Only around p itself is a piece halved, until its parts are
+// beside p or straight within a millionth of the tolerance.
 #include "relate/region/winding_number.h"
 
 #include <algorithm>

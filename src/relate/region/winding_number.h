@@ -79,7 +79,7 @@ class WindingNumber {
   const double tol_;
   GlobalVar& g_;
   int64_t turns_ = 0;
-  WorkBudget work_{int64_t{1} << 25};  // in mixes of two control points: hundredths of a second
+  WorkBudget work_{int64_t{1} << 25};  // hundredths of a second
   bool started_ = false;
   bool joined_ = false;  // the next piece begins where those so far end
   bool near_ = false;
