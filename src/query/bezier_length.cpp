@@ -1,6 +1,6 @@
 // The length of a Bezier curve by halving: the control polygons of the parts are longer than the
-// curve, and converge to it from above with the square of their size (Gravesen, Computer-Aided
-// Geometric Design 14, 1997).
+// curve, and converge to it from above with the square of their size (Gravesen,
+// Computational Geometry 8, 1997).
 #include "query/bezier_length.h"
 
 #include <algorithm>

@@ -156,4 +156,20 @@ inline const Curve* EndLeaf(const Curve& curve, End end) {
   }
 }
 
+// The curve itself or, of a composite of a single piece, that piece, however they nest.
+inline const Curve& OnlyPieceOf(const Curve& curve) {
+  const Curve* only = &curve;
+  for (int level = 0; only->type == CV_SEGCV && level <= kMaxNesting; ++level) {
+    const auto inner = [&](const auto& view) -> const Curve* {
+      if constexpr (std::is_same_v<decltype(view), const CompositeView&>)
+        if (view.count == 1 && view.curves->data) return view.curves;
+      return nullptr;
+    };
+    const Curve* piece = VisitCurve(*only, inner);
+    if (!piece) break;
+    only = piece;
+  }
+  return *only;
+}
+
 }  // namespace kurvo

@@ -5,7 +5,7 @@
 
 #include "foundation/guard.h"
 #include "records/domain.h"
-#include "records/views.h"
+#include "records/pieces.h"
 #include "relate/intersect/merge_crossings.h"
 #include "relate/intersect/pair_crossings.h"
 #include "relate/intersect/shared_ends.h"
@@ -21,20 +21,15 @@ Bounded BoundedBy(int32_t mode) {
 }
 
 // A composite of one piece has no box of its own: its piece has one.
-bool BoxOf(const Curve* curve, Box box, GlobalVar& g) {
-  for (int level = 0; curve->type == CV_SEGCV && level <= kMaxNesting; ++level) {
-    const auto& block = *static_cast<const KurvoSegcv*>(curve->data);
-    if (block.count != 1 || !block.curves || !block.curves->data) break;
-    curve = block.curves;
-  }
+bool BoxOf(const Curve& curve, Box box, GlobalVar& g) {
   box[0] = std::numeric_limits<double>::quiet_NaN();
-  KurvocvBoundBox(curve, box, &g);
+  KurvocvBoundBox(&OnlyPieceOf(curve), box, &g);
   return !std::isnan(box[0]);
 }
 
 bool BoxesMeet(const Curve& a, const Curve& b, GlobalVar& g) {
   Box box_a, box_b;
-  if (!BoxOf(&a, box_a, g) || !BoxOf(&b, box_b, g)) return true;
+  if (!BoxOf(a, box_a, g) || !BoxOf(b, box_b, g)) return true;
   return KurvoclBoxBox(box_a, box_b, &g) != 0;
 }
 
