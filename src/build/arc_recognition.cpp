@@ -18,7 +18,7 @@ constexpr double kOnSameCircle = 0.0001;
 // coordinates times the length of the chords: a few roundings of each.
 constexpr double kChordRounding = 8.0 * std::numeric_limits<double>::epsilon();
 
-constexpr int kSamples = 10;  // points that must lie on the circle, at every tenth of the domain
+constexpr int kArcSamples = 10;  // points that must lie on the circle, at every tenth of the domain
 
 struct Circle {
   Vec2 centre;
@@ -68,8 +68,8 @@ std::optional<Circle> RecogniseCircle(const Samples& samples) {
   const auto circle =
       CircleThrough(Planar(samples.At(0.0)), Planar(samples.At(0.5)), Planar(samples.At(1.0)));
   if (!circle) return std::nullopt;
-  for (int i = 1; i <= kSamples; ++i) {
-    const Vec2 p = Planar(samples.At(static_cast<double>(i) / kSamples));
+  for (int i = 1; i <= kArcSamples; ++i) {
+    const Vec2 p = Planar(samples.At(static_cast<double>(i) / kArcSamples));
     if (!(kOnSameCircle >= std::fabs(Length(p - circle->centre) - circle->radius)))
       return std::nullopt;
   }

@@ -8,7 +8,7 @@
 namespace kurvo {
 namespace {
 
-constexpr std::size_t kStackOrder = 64;  // larger orders take their work area from the heap
+constexpr std::size_t kStackBases = 64;  // larger orders take their work area from the heap
 
 void Add(Vec3 delta, const double* p) { Store(Spatial(p) + delta, Writable(p)); }
 
@@ -33,7 +33,7 @@ void FillShares(const SplineView<kDim>& spline, SpanPoint at, double* a) {
 template <std::size_t kDim>
 void MovePoint(const SplineView<kDim>& spline, SpanPoint at, Vec3 delta) {
   const auto order = static_cast<std::size_t>(spline.order);
-  WorkArea<double, kStackOrder> a(order);
+  WorkArea<double, kStackBases> a(order);
   FillShares(spline, at, a.data());
   double norm = 0.0;
   for (std::size_t j = 0; j < order; ++j) norm += a[j] * a[j];

@@ -12,6 +12,9 @@
 
 namespace kurvo {
 
+// The order up to which the points of one piece lie on the stack.
+constexpr std::size_t kStackOrder = 40;
+
 // The number of spans of the domain that have a width: the pieces a B-spline splits into.
 int32_t CountSpans(const KnotVector& knots);
 

@@ -7,7 +7,8 @@
 namespace kurvo {
 namespace {
 
-constexpr double kNoise = 1e-13;  // relative to the largest coefficient, resp. term of a division
+constexpr double kRemainderNoise =
+    1e-13;  // relative to the largest coefficient, resp. term of a division
 
 // `count` reduced by the leading coefficients that are within `floor` of 0.
 std::size_t CountAbove(const double* coefficients, std::size_t count, double floor) {
@@ -19,7 +20,7 @@ std::size_t CountAbove(const double* coefficients, std::size_t count, double flo
 
 Polynomial WithoutNoise(const Polynomial& f) {
   Polynomial result = f;
-  result.Truncate(CountAbove(f.data(), f.count(), kNoise * LargestCoefficient(f)));
+  result.Truncate(CountAbove(f.data(), f.count(), kRemainderNoise * LargestCoefficient(f)));
   return result;
 }
 
@@ -58,7 +59,7 @@ bool SturmChain::AppendRemainder() {
     double* target = work + (top - divisor.count);
     for (std::size_t i = 0; i + 1 < divisor.count; ++i) target[i] -= quotient * d[i];
   }
-  const std::size_t count = CountAbove(work, divisor.count - 1, kNoise * largest_term);
+  const std::size_t count = CountAbove(work, divisor.count - 1, kRemainderNoise * largest_term);
   if (count == 0) return false;
   for (std::size_t i = 0; i < count; ++i) work[i] = -work[i];
   Append(work, count);

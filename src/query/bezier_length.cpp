@@ -190,7 +190,7 @@ class HalvedBezier {
 };
 
 // Length; absolute, whatever the size of the curve.
-constexpr double kSettled = 0.001;
+constexpr double kSettledLength = 0.001;
 constexpr int kMaxPasses = 10;  // to 1024 pieces; without having settled by then the last is taken
 constexpr std::size_t kMostPieces = std::size_t{1} << kMaxPasses;
 constexpr std::size_t kParts = 16;  // that Measure::kSixteenths settles one by one
@@ -217,7 +217,8 @@ double SettledLength(Pieces& pieces, std::size_t most_work, const At& at) {
     pieces.Halve();
     length = pieces.PolygonLength();
     // A point of weight 0 is no number in the first polygon; what is none then stays so.
-    if (kSettled >= std::fabs(length - before) || (std::isnan(length) && std::isnan(before))) break;
+    if (kSettledLength >= std::fabs(length - before) || (std::isnan(length) && std::isnan(before)))
+      break;
   }
   return length;
 }

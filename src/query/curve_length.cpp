@@ -19,8 +19,6 @@
 namespace kurvo {
 namespace {
 
-constexpr std::size_t kStackOrder = 40;
-
 // A stretch of a curve's parameters. One that reaches both ends of the domain, to six decimals of
 // its length, is the domain.
 struct Stretch {

@@ -40,7 +40,6 @@ MaybeVector WithLocalBezier(const BezierView<kDim>& bezier, double t, GlobalVar&
 // whose knots leave no span stands as the Bezier curve of one span's control points, at its start.
 template <std::size_t kDim, class Use>
 MaybeVector WithLocalBezier(const SplineView<kDim>& spline, double t, GlobalVar& g, Use&& use) {
-  constexpr std::size_t kStackOrder = 40;
   const int32_t k = spline.order;
   if (k > kMaxSplineOrder) return Refuse<Vec2>(g, KURVO_ERR_CURVE);
   const int32_t i = SpanWithWidth(spline, t);

@@ -11,7 +11,8 @@
 
 namespace kurvo {
 
-constexpr int32_t kMaxPieceDegree = 63;  // work areas lie on the stack
+constexpr int32_t kMaxPieceDegree = 63;        // work areas lie on the stack
+constexpr double kCoordinateRounding = 2e-15;  // of the largest coordinate, for points of a piece
 
 // A control point in Cartesian coordinates with its weight, 1 for plain curves.
 struct WeightedPoint {

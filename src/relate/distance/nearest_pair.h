@@ -20,7 +20,7 @@ class NearestPair {
   // `domain_a`, `domain_b`: the lengths of the parameter ranges.
   NearestPair(double length_tol, double size, double domain_a, double domain_b)
       : length_tol_(length_tol),
-        rounding_(kRounding * size),
+        rounding_(kDistanceRounding * size),
         tie_(kTieRounding * size),
         slack_(std::max(0.5 * length_tol, kBoundRounding * size)),
         domain_a_(std::fabs(domain_a)),
@@ -49,11 +49,11 @@ class NearestPair {
 
  private:
   static constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  static constexpr double kRounding = 1e-16;       // of the size
-  static constexpr double kTieRounding = 1e-13;    // of the size: distances that are the same
-  static constexpr double kBoundRounding = 1e-14;  // of the size: what bounds are good for
-  static constexpr double kSameParameter = 1e-9;   // of the domain
-  static constexpr double kOneContact = 1e-3;      // of the domain: how far one contact extends
+  static constexpr double kDistanceRounding = 1e-16;  // of the size
+  static constexpr double kTieRounding = 1e-13;       // of the size: distances that are the same
+  static constexpr double kBoundRounding = 1e-14;     // of the size: what bounds are good for
+  static constexpr double kSameParameter = 1e-9;      // of the domain
+  static constexpr double kOneContact = 1e-3;         // of the domain: how far one contact extends
 
   // Distances by which pairs are compared: those of touching curves are all the same.
   double Rank(const NearPair& pair) const { return length_tol_ >= pair.dist ? 0.0 : pair.dist; }

@@ -23,11 +23,11 @@
 namespace kurvo {
 namespace {
 
-constexpr double kLeafWidth = 0x1p-26;  // of a parameter: shorter parts are not divided
-constexpr double kTieWidth = 0x1p-7;    // the same where only a tie is sought
-constexpr int kMaxHalvings = 56;        // of both parts together
-constexpr int kSteps = 48;              // of the descent
-constexpr int kShorter = 12;            // halvings of one of its steps
+constexpr double kShortestPart = 0x1p-26;  // of a parameter: shorter parts are not divided
+constexpr double kTieWidth = 0x1p-7;       // the same where only a tie is sought
+constexpr int kMaxHalvings = 56;           // of both parts together
+constexpr int kDescentSteps = 48;          // of the descent
+constexpr int kShorter = 12;               // halvings of one of its steps
 constexpr double kGain = 1e-14;      // of the squared distance: a step that gains less is the last
 constexpr int64_t kBoundsCost = 24;  // of the bounds on derivatives, at degree 0
 constexpr std::size_t kStackPoints = 2 * (kMaxHalvings + 1) * 4;
@@ -73,7 +73,7 @@ double LowerBound(const BezierPiece& a, const BezierPiece& b) {
 }
 
 bool IsLeaf(const BezierPiece& part) {  // short, or a single point
-  return part.width <= kLeafWidth || part.extent() == 0.0;
+  return part.width <= kShortestPart || part.extent() == 0.0;
 }
 
 bool Holds(const BezierPiece& part, double t) { return t >= part.start && part.end() >= t; }
@@ -176,7 +176,7 @@ bool PieceDistance::StepDown(Pair& at, Pair step, double square, const Cell& cel
 // outwards. Considers where it ends; returns that, or no pair when the steps ran out before.
 PieceDistance::Pair PieceDistance::Descend(Pair at, const Cell& cell) {
   bool arrived = false;
-  for (int step = 0; step < kSteps && !arrived; ++step) {
+  for (int step = 0; step < kDescentSteps && !arrived; ++step) {
     work_.Spend(step_cost_);
     const SquaredDistance here(JetAt(a_->bezier, at.s), JetAt(b_->bezier, at.t));
     const bool fixed_s =

@@ -8,7 +8,7 @@
 namespace kurvo {
 namespace {
 
-constexpr double kNoise = 1e-12;  // of the terms of a sum: what may be rounding
+constexpr double kBoundsNoise = 1e-12;  // of the terms of a sum: what may be rounding
 
 struct Interval {
   double low;
@@ -126,7 +126,7 @@ bool HaveOneMinimum(const BezierPiece& a, const BezierPiece& b) {
   const bool monotone_s = a.extent() == 0.0 || ClearOfZero(on_a.d1);
   const bool monotone_t = b.extent() == 0.0 || ClearOfZero(on_b.d1);
   const Interval speed_a = of_a.SquaredSpeed(), speed_b = of_b.SquaredSpeed();
-  const auto clear = [](double low, double terms) { return low > kNoise * terms; };
+  const auto clear = [](double low, double terms) { return low > kBoundsNoise * terms; };
   if (!monotone_s && !clear((speed_a - on_a.d2).low, speed_a.high + on_a.d2.magnitude()))
     return false;
   if (!monotone_t && !clear((speed_b + on_b.d2).low, speed_b.high + on_b.d2.magnitude()))

@@ -16,8 +16,6 @@
 namespace kurvo {
 namespace {
 
-constexpr double kCoordinateRounding = 2e-15;  // of the largest coordinate, for points on a carrier
-
 Segment ToSegment(const BezierPiece& piece) {
   const auto degree = static_cast<std::size_t>(piece.degree);
   const WeightedPoint* points = piece.points;

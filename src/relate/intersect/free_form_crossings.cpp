@@ -14,8 +14,8 @@ namespace {
 // Pairs of parts, of low degree, that are examined for all pairs of pieces together. Two cubics
 // that cross once take about ten, that touch about a hundred; what needs many times more is
 // rounding noise throughout.
-constexpr int64_t kBaseWork = 200000;
-constexpr int64_t kWorkEach = 64;
+constexpr int64_t kBasePairs = 200000;
+constexpr int64_t kPairsEach = 64;
 
 // The pieces of one curve in the order of the left sides of their boxes.
 std::vector<const BezierPiece*> ByLeftSide(const FreeFormPieces& pieces) {
@@ -87,7 +87,7 @@ Common CrossFreeForms(const Curve& a, const Curve& b, GlobalVar& g, Crossings& f
   const FreeFormPieces pieces_b(b, CompositePieces::kAll, kMaxPieceDegree, g);
   Crossings local;
   const auto pairs = BoxSweep(pieces_a, pieces_b, g.epsilon).Pairs();
-  WorkBudget work(kBaseWork + kWorkEach * std::ssize(pairs));
+  WorkBudget work(kBasePairs + kPairsEach * std::ssize(pairs));
   for (const PiecePair& pair : pairs) {
     local.clear();
     const Common common = FindPieceCrossings(*pair.a, *pair.b, g.epsilon, work, local);

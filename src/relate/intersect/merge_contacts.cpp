@@ -15,9 +15,9 @@
 namespace kurvo {
 namespace {
 
-constexpr int kSteps = 8;       // of the way between two points; the middle is looked at first
-constexpr int kLooks = 16;      // at neighbours along the first curve, each way
-constexpr double kAside = 0.4;  // of the way: parameters need not run alike
+constexpr int kLooksBetween = 8;  // of the way between two points; the middle is looked at first
+constexpr int kLooksAround = 16;  // at neighbours along the first curve, each way
+constexpr double kAside = 0.4;    // of the way: parameters need not run alike
 
 // The last piece that begins at or before t, else the first.
 const BezierPiece& PieceAt(const FreeFormPieces& pieces, double t) {
@@ -47,9 +47,9 @@ class Runs {
 
   // True when the curves stay together on the way from one common point to another.
   bool Join(const Crossing& from, const Crossing& to) const {
-    for (int stride = kSteps / 2; stride >= 1; stride /= 2)
-      for (int i = stride; i < kSteps; i += 2 * stride)
-        if (!TogetherAt(from, to, static_cast<double>(i) / kSteps)) return false;
+    for (int stride = kLooksBetween / 2; stride >= 1; stride /= 2)
+      for (int i = stride; i < kLooksBetween; i += 2 * stride)
+        if (!TogetherAt(from, to, static_cast<double>(i) / kLooksBetween)) return false;
     return true;
   }
 
@@ -104,7 +104,7 @@ RunForest FindRuns(const Runs& runs, const Crossings& found) {
     if (!touch.touch) continue;
     for (const std::ptrdiff_t way : {-1, 1}) {
       std::ptrdiff_t j = i + way;
-      for (int look = 0; look < kLooks && j >= 0 && j < count; ++look, j += way) {
+      for (int look = 0; look < kLooksAround && j >= 0 && j < count; ++look, j += way) {
         if (!runs.Join(touch, found[static_cast<std::size_t>(j)])) continue;
         forest.Unite(static_cast<std::size_t>(i), static_cast<std::size_t>(j));
         break;

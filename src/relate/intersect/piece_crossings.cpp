@@ -26,7 +26,6 @@ constexpr double kLeafWidth = 1.0 / 65536;  // of a parameter: shorter parts are
 constexpr int kMaxHalvings = 40;            // of both parts together; above twice the leaf depth
 constexpr int kContactHalvings = 5;         // of both parts together before contacts are looked for
 constexpr int64_t kApproachCost = 24;       // in pairs of parts
-constexpr double kCoordinateRounding = 2e-15;  // of the largest coordinate, for subdivided points
 
 // Newton's method and the halvings take time with the square of the degree.
 int64_t CostOfPair(int32_t n, int32_t m) {

@@ -9,8 +9,9 @@ namespace {
 constexpr int kCrossingSteps = 16;
 constexpr int kContactSteps = 30;
 constexpr int kApproachRounds = 4;
-constexpr double kSettled = 1e-9;   // of a parameter: the next step would be rounding
-constexpr double kRestless = 1e-7;  // of a parameter: Newton's method has settled but for rounding
+constexpr double kSettledStep = 1e-9;  // of a parameter: the next step would be rounding
+constexpr double kRestlessStep =
+    1e-7;  // of a parameter: Newton's method has settled but for rounding
 constexpr double kOnePointReach = 0.1;  // of parameters of one point, at most
 
 double SizeOf(const ParameterPair& step) { return std::max(std::fabs(step.s), std::fabs(step.t)); }
@@ -44,8 +45,8 @@ bool PiecePair::SolveCrossing(const BezierPiece& part_a, const BezierPiece& part
     const ParameterPair move{Cross(gap, on_b.d1) / det, Cross(gap, on_a.d1) / det};
     at = {at.s + move.s, at.t + move.t};
     if (!Near(at, part_a, part_b)) return false;
-    const bool last = step + 1 == kCrossingSteps && kRestless >= SizeOf(move);
-    if (!last && !(kSettled >= SizeOf(move))) continue;
+    const bool last = step + 1 == kCrossingSteps && kRestlessStep >= SizeOf(move);
+    if (!last && !(kSettledStep >= SizeOf(move))) continue;
     shallow = kShallowCrossing * (Length(on_a.d1) * Length(on_b.d1)) >= std::fabs(det);
     place = on_a.p + move.s * on_a.d1;
     return tol >= Length(gap);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "control/bezier_pieces.h"
 #include "control/casteljau_split.h"
 #include "foundation/point.h"
 #include "foundation/work_area.h"
@@ -14,7 +15,6 @@
 namespace kurvo {
 
 // Work is counted in interpolations between two control points.
-constexpr std::size_t kStackOrder = 40;
 constexpr int64_t kHalvingCost = 128;  // of one halving, besides its interpolations
 constexpr int32_t kFreeDegree = 40;    // up to it a span is cut out of its spline at no charge
 

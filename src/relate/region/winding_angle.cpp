@@ -106,13 +106,14 @@ class AreaOfBezier {
       : points_(points), n_(n), q_(q), work_(work) {
     double size = 0.0;
     for (int32_t i = 0; i <= n; ++i) size = std::max(size, Length(Planar(points[i]) - q));
-    noise_ = kNoise * size * size;
+    noise_ = kAreaNoise * size * size;
   }
 
   double Twice() const { return n_ < 1 ? 0.0 : Over(0.0, 1.0, Quadrature(0.0, 1.0), kMaxDepth); }
 
  private:
-  static constexpr double kNoise = 1e-14;  // relative to the square of the largest distance from q
+  static constexpr double kAreaNoise =
+      1e-14;  // relative to the square of the largest distance from q
   static constexpr int kMaxDepth = 8;
 
   double Integrand(double t) const {
