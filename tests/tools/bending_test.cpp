@@ -1,13 +1,13 @@
 // Direction, curvature, turning and arc length against closed forms.
-#include "bending.h"
+#include "geometry/bending.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <vector>
 
-#include "arc_length.h"
-#include "comb.h"
+#include "geometry/arc_length.h"
+#include "geometry/comb.h"
 
 namespace kurvo::tools {
 namespace {

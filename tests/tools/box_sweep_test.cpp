@@ -1,5 +1,5 @@
 // The sweep beside a comparison of every box with every other.
-#include "box_sweep.h"
+#include "geometry/box_sweep.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Crossings and overlaps of small drawings whose common points are known in closed form.
-#include "crossings.h"
+#include "geometry/crossings.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

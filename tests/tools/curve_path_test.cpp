@@ -1,5 +1,5 @@
 // What the client writes of curves is what it reads again.
-#include "curve_path.h"
+#include "svg/curve_path.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +10,10 @@
 #include <random>
 #include <tuple>
 
-#include "elliptical_arc.h"
+#include "geometry/elliptical_arc.h"
 #include "icon_theme.h"
-#include "picture.h"
-#include "svg_reader.h"
+#include "picture/picture.h"
+#include "svg/svg_reader.h"
 #include "temporary_directory.h"
 
 namespace kurvo::tools {

@@ -1,5 +1,5 @@
 // Arcs from end points to centres, and their exact rational form.
-#include "elliptical_arc.h"
+#include "geometry/elliptical_arc.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // JSON as written, read back.
-#include "json.h"
+#include "report/json.h"
 
 #include <gtest/gtest.h>
 

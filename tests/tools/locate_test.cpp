@@ -1,5 +1,5 @@
 // What lies inside, beside the angles under which it sees the outlines.
-#include "locate.h"
+#include "geometry/locate.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The nearest point of a curve beside the nearest of many points of it.
-#include "nearest.h"
+#include "geometry/nearest.h"
 
 #include <gtest/gtest.h>
 

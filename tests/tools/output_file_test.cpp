@@ -1,5 +1,5 @@
 // Whole files or none, also when a signal ends the program.
-#include "output_file.h"
+#include "cli/output_file.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>

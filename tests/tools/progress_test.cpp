@@ -1,5 +1,5 @@
 // The progress line, on a terminal and elsewhere.
-#include "progress.h"
+#include "cli/progress.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "geometry/library.h"
 #include "icon_theme.h"
-#include "library.h"
-#include "picture.h"
+#include "picture/picture.h"
 #include "process.h"
-#include "svg_reader.h"
+#include "svg/svg_reader.h"
 #include "temporary_directory.h"
 
 namespace kurvo::tools {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "svg_reader.h"
+#include "svg/svg_reader.h"
 #include "temporary_directory.h"
 
 namespace kurvo::tools {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "arc_length.h"
+#include "geometry/arc_length.h"
 #include "json_reader.h"
 #include "process.h"
 #include "temporary_directory.h"

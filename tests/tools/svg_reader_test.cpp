@@ -1,5 +1,5 @@
 // Drawings read from files: whole records, and what damaged files do.
-#include "svg_reader.h"
+#include "svg/svg_reader.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <random>
 #include <string>
 
-#include "input_error.h"
+#include "svg/input_error.h"
 #include "temporary_directory.h"
 
 namespace kurvo::tools {

@@ -1,5 +1,5 @@
 // The transform attribute: where lists take points.
-#include "transform_list.h"
+#include "svg/transform_list.h"
 
 #include <gtest/gtest.h>
 

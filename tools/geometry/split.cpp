@@ -1,0 +1,109 @@
+#include "geometry/split.h"
+
+#include <algorithm>
+#include <cmath>
+#include <deque>
+#include <utility>
+
+#include "geometry/arc_length.h"
+
+namespace kurvo::tools {
+namespace {
+
+// Calls split(outline, out) for each outline of the drawing.
+template <class Split>
+std::vector<SplitOutline> SplitEach(const Drawing& drawing, const Split& split) {
+  std::vector<SplitOutline> outlines;
+  for (const Shape& shape : drawing.shapes) {
+    for (std::size_t i = 0; i < shape.outlines.size(); ++i) {
+      outlines.push_back({OutlineLabel(shape, i), {}});
+      split(shape.outlines[i], outlines.back().pieces);
+    }
+  }
+  return outlines;
+}
+
+// Parameters that are to ascend may be the same where the measured length jumps.
+void AppendAfter(double t, std::vector<double>& parameters) {
+  if (!parameters.empty()) t = std::max(t, std::nextafter(parameters.back(), 1.0));
+  parameters.push_back(t);
+}
+
+// The outline is walked curve by curve. A cut that is at the end of one of them, to within the
+// length tolerance, falls between it and the next.
+class PartSplitter {
+ public:
+  PartSplitter(Library& library, const Outline& outline, std::size_t count)
+      : library_(library), count_(count) {
+    for (const OwnedCurve& curve : outline.curves) {
+      lengths_.emplace_back(library, curve);
+      total_ += lengths_.back().Total();
+    }
+  }
+
+  void Run(const Outline& outline, std::vector<Piece>& pieces, Progress& progress) {
+    if (!(total_ > static_cast<double>(count_) * library_.Tolerance())) return;
+    pieces.resize(count_);
+    for (std::size_t i = 0; i < outline.curves.size(); ++i) {
+      Add(outline.curves[i], lengths_[i], pieces);
+      progress.Step();
+    }
+    std::erase_if(pieces, [](const Piece& piece) { return piece.curves.empty(); });
+  }
+
+ private:
+  // From the start of the outline to the start of piece k.
+  double CutAt(std::size_t k) const {
+    return total_ * static_cast<double>(k) / static_cast<double>(count_);
+  }
+
+  void Add(const OwnedCurve& curve, const ArcLength& length, std::vector<Piece>& pieces) {
+    const double end = walked_ + length.Total();
+    std::vector<double> parameters;
+    const std::size_t first = piece_;
+    for (; piece_ + 1 < count_ && end - CutAt(piece_ + 1) > library_.Tolerance(); ++piece_)
+      AppendAfter(length.ParameterAt(CutAt(piece_ + 1) - walked_), parameters);
+    auto parts = OwnedCurve::Divided(library_, curve, std::move(parameters));
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      const std::size_t k = first + i;
+      pieces[k].length +=
+          std::min(end, i + 1 < parts.size() ? CutAt(k + 1) : end) - std::max(walked_, CutAt(k));
+      if (!IsPoint(library_, parts[i])) pieces[k].curves.push_back(std::move(parts[i]));
+    }
+    walked_ = end;
+    if (piece_ + 1 < count_ && !(CutAt(piece_ + 1) - end > library_.Tolerance())) ++piece_;
+  }
+
+  Library& library_;
+  const std::size_t count_;
+  std::deque<ArcLength> lengths_;
+  double total_ = 0;
+  double walked_ = 0;      // up to the start of the next curve
+  std::size_t piece_ = 0;  // that it belongs to
+};
+
+}  // namespace
+
+std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
+                                  const std::vector<double>& parameters, Progress& progress) {
+  return SplitEach(drawing, [&](const Outline& outline, std::vector<Piece>& pieces) {
+    for (const OwnedCurve& curve : outline.curves) {
+      for (OwnedCurve& part : OwnedCurve::Divided(library, curve, parameters)) {
+        if (IsPoint(library, part)) continue;
+        pieces.emplace_back();
+        pieces.back().length = ArcLength(library, part).Total();
+        pieces.back().curves.push_back(std::move(part));
+      }
+      progress.Step();
+    }
+  });
+}
+
+std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawing,
+                                         std::size_t count, Progress& progress) {
+  return SplitEach(drawing, [&](const Outline& outline, std::vector<Piece>& pieces) {
+    PartSplitter(library, outline, count).Run(outline, pieces, progress);
+  });
+}
+
+}  // namespace kurvo::tools
