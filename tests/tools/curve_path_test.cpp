@@ -11,10 +11,8 @@
 #include <tuple>
 
 #include "geometry/elliptical_arc.h"
-#include "icon_theme.h"
-#include "picture/picture.h"
-#include "svg/svg_reader.h"
-#include "temporary_directory.h"
+#include "picture/pictures.h"
+#include "support.h"
 
 namespace kurvo::tools {
 namespace {
@@ -25,7 +23,7 @@ constexpr double kNever = std::numeric_limits<double>::infinity();
 constexpr double kShortest = 2e-6;  // what is shorter may not be read
 constexpr unsigned kSeed = 20261122;
 
-double Distance(Point p, Point q) { return std::hypot(p.x - q.x, p.y - q.y); }
+double Distance(Point p, Point q) { return Size(p - q); }
 
 // A parameter from `from` on at which the curve is nearest to a point: the first within the bound
 // that is found.
@@ -106,24 +104,19 @@ class RandomOutline {
 
   void Append() {
     const Point from = pen_;
-    switch (random_() % 8) {
-      case 0:
-        return Add(OwnedCurve::Line(from, Next()));
-      case 1:
-        return Add(OwnedCurve::Quadratic(from, Next(), Next()));
-      case 2:
-        return Add(OwnedCurve::Cubic(from, Next(), Next(), Next()));
-      case 3:
-        return Add(
-            Conic(Draw(0, size_ < 100 ? 6 : 9), std::pow(10, Draw(size_ < 100 ? -1 : -5, 0.46))));
-      case 4:  // weights other than 1 at the ends
-        return Add(std::move(
-            OwnedCurve::Divided(library_, Conic(Draw(0, 2), Draw(0.2, 1.5)), {Draw(0.2, 0.8)})[1]));
-      case 5:
-        return size_ < 1 ? Add(Arc(from)) : AddFreeForm(from);
-      default:
-        return Add(Arc(from));
+    const std::size_t kind = random_() % 8;
+    const bool small = size_ < 100;
+    if (kind == 0) return Add(OwnedCurve::Line(from, Next()));
+    if (kind == 1) return Add(OwnedCurve::Quadratic(from, Next(), Next()));
+    if (kind == 2) return Add(OwnedCurve::Cubic(from, Next(), Next(), Next()));
+    if (kind == 3)
+      return Add(Conic(Draw(0, small ? 6 : 9), std::pow(10, Draw(small ? -1 : -5, 0.46))));
+    if (kind == 4) {  // weights other than 1 at the ends
+      const OwnedCurve conic = Conic(Draw(0, 2), Draw(0.2, 1.5));
+      return Add(std::move(OwnedCurve::Divided(library_, conic, {Draw(0.2, 0.8)})[1]));
     }
+    if (kind == 5 && size_ >= 1) return AddFreeForm(from);
+    Add(Arc(from));
   }
 
   OwnedCurve Arc(Point from) {
@@ -189,14 +182,6 @@ class RandomOutline {
   std::vector<OwnedCurve> curves_;
 };
 
-std::vector<const OwnedCurve*> CurvesOf(const Shape& shape) {
-  std::vector<const OwnedCurve*> curves;
-  for (const Outline& outline : shape.outlines) {
-    for (const OwnedCurve& curve : outline.curves) curves.push_back(&curve);
-  }
-  return curves;
-}
-
 TEST(PathData, RandomOutlinesReadBack) {
   constexpr int kOutlines = 10000;
   std::mt19937 random(kSeed);
@@ -212,7 +197,11 @@ TEST(PathData, RandomOutlinesReadBack) {
   ASSERT_EQ(read.shapes.size(), outlines.size());
   int failures = 0;
   for (std::size_t i = 0; i < outlines.size(); ++i) {
-    const double deviation = Deviation(library, outlines[i], CurvesOf(read.shapes[i]));
+    std::vector<const OwnedCurve*> curves;
+    for (const Outline& outline : read.shapes[i].outlines) {
+      for (const OwnedCurve& curve : outline.curves) curves.push_back(&curve);
+    }
+    const double deviation = Deviation(library, outlines[i], curves);
     if (kBound >= deviation) continue;
     if (++failures <= 5) ADD_FAILURE() << deviation << " of the size, outline " << i;
   }
@@ -221,17 +210,16 @@ TEST(PathData, RandomOutlinesReadBack) {
 
 // Drawings drawn are the drawings, and so are the outlines of every icon.
 TEST(PathData, DrawingsReadBack) {
-  std::vector<std::string> files = Icons();
-  for (const char* sample : {"/bracket.svg", "/bodice.svg", "/letters.svg"})
-    files.push_back(KURVO_SAMPLES + std::string(sample));
+  std::vector<std::string> files = DrawingsIn(kIconTheme);
+  for (const std::string& sample : DrawingsIn(KURVO_SAMPLES)) files.push_back(sample);
   const TemporaryDirectory directory;
   Library library;
   PictureOptions options;
   options.curves_only = true;
   for (const std::string& file : files) {
     const Drawing drawing = ReadSvg(library, file);
-    const Drawing read =
-        ReadSvg(library, directory.Write("out.svg", PictureOf(library, drawing, options)));
+    const std::string picture = DrawingPicture(library, drawing, options, 1000);
+    const Drawing read = ReadSvg(library, directory.Write("out.svg", picture));
     ASSERT_EQ(read.shapes.size(), drawing.shapes.size()) << file;
     for (std::size_t i = 0; i < drawing.shapes.size(); ++i) {
       const Shape& shape = drawing.shapes[i];
@@ -272,7 +260,7 @@ TEST(PathData, IsWrittenAs) {
       {{&half}, "M0 -5A5 5 0 0 1 5 0A5 5 0 0 1 0 5"},
       {{&full}, "M5 0A5 5 0 0 1 0 5A5 5 0 0 1 -5 0A5 5 0 0 1 0 -5A5 5 0 0 1 5 0"},
       {{&tiny}, "M3e-07 0A3e-07 3e-07 0 0 0 -3e-07 0"},
-      {{&to_flat, &flat}, "M-1 -1L0 0A1e+09 1e+09 0 0 1 -8 6"},
+      {{&to_flat, &flat}, "M-1 -1L0 0A1000000000 1000000000 0 0 1 -8 6"},
       {{&hairpin}, "M0 0L2 0L0 0"},
       {{&parabola}, "M0 0Q1 2 2 0"},
   };

@@ -1,11 +1,10 @@
-#include "cli/draw_command.h"
-
+// kurvo draw: what the outlines of a drawing are made of.
 #include <memory>
 
-#include "cli/output_file.h"
-#include "geometry/library.h"
-#include "picture/picture.h"
-#include "report/report.h"
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "picture/pictures.h"
+#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {
@@ -16,12 +15,11 @@ constexpr double kThickestStroke = 1e6;
 
 struct DrawOptions {
   std::string input;
-  std::string output;
-  bool quiet = false;
+  OutputOptions output;
   PictureOptions picture;
 };
 
-void AddPictureOptions(CLI::App& draw, PictureOptions& picture) {
+void AddPictureOptions(CLI::App& draw, PictureOptions& picture, OutputOptions& output) {
   constexpr const char* kGroup = "Picture";
   const auto leave_out = [&](const char* name, bool& part, const char* text) {
     draw.add_flag_function(
@@ -48,19 +46,16 @@ void AddPictureOptions(CLI::App& draw, PictureOptions& picture) {
       ->check(Between(kThinnestStroke, kThickestStroke))
       ->type_name("WIDTH")
       ->group(kGroup);
-  AddSizeOption(draw, picture.size)->group(kGroup);
+  AddSize(draw, output)->group(kGroup);
 }
 
 void Draw(const DrawOptions& options) {
   Library library;
   const Drawing drawing = ReadSvg(library, options.input);
-  const std::string table = OutlineTable(library, drawing);
-  if (!options.output.empty()) {
-    RefuseInputAsOutput({options.input}, options.output);
-    WriteWholeFile(options.output, PictureOf(library, drawing, options.picture));
-  }
-  PrintSkipped(options.input, drawing);
-  if (!options.quiet) Print(table);
+  Deliver(
+      options.output, {{options.input, &drawing}},
+      [&] { return DrawingPicture(library, drawing, options.picture, options.output.size); },
+      [&] { return OutlineTable(library, drawing); });
 }
 
 }  // namespace
@@ -69,14 +64,12 @@ Command AddDrawCommand(CLI::App& app) {
   const auto options = std::make_shared<DrawOptions>();
   CLI::App* draw = app.add_subcommand(
       "draw", "Read the outlines of an SVG drawing, print a table of them and draw their curves");
-  draw->add_option("input", options->input, "The SVG drawing to read")
-      ->required()
-      ->type_name("FILE");
-  AddOutputOption(*draw, options->output,
-                  "Write the picture of the curves to this SVG file; without it only the table "
-                  "is printed");
-  draw->add_flag("-q,--quiet", options->quiet, "Do not print the table");
-  AddPictureOptions(*draw, options->picture);
+  AddDrawing(*draw, options->input);
+  AddOutput(*draw, options->output,
+            "Write the picture of the curves to this SVG file; without it only the table is "
+            "printed");
+  AddQuiet(*draw, options->output);
+  AddPictureOptions(*draw, options->picture, options->output);
   draw->footer(
       "Lines become line records, circular arcs arc records, other arcs of ellipses rational "
       "Beziers,\nquadratic and cubic curves Beziers. Paint, clipping and style sheets are not "

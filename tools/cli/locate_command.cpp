@@ -1,17 +1,13 @@
-#include "cli/locate_command.h"
-
-#include <algorithm>
+// kurvo locate: which points lie inside the outlines of a drawing.
 #include <cmath>
 #include <memory>
 #include <stdexcept>
 
-#include "cli/output_file.h"
-#include "cli/point_argument.h"
-#include "geometry/library.h"
-#include "geometry/locate.h"
-#include "picture/locate_picture.h"
-#include "report/locate_report.h"
-#include "svg/input_error.h"
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "picture/pictures.h"
+#include "svg/input.h"
+#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {
@@ -20,18 +16,16 @@ constexpr int kMostGridPoints = 2000;  // along the longer side
 
 struct LocateOptions {
   std::string input;
-  std::string output;
+  OutputOptions output;
   std::vector<Point> points;
   int grid = 0;  // points along the longer side of the drawing
-  double size = 1000;
-  bool json = false;
 };
 
 std::vector<Point> GridPoints(const Bounds& box, int count) {
   std::vector<Point> points;
   if (box.IsEmpty() || count < 1) return points;
   if (count == 1) return {0.5 * (box.Min() + box.Max())};
-  const double step = std::max(box.Width(), box.Height()) / (count - 1);
+  const double step = box.LongerSide() / (count - 1);
   const auto along = [step](double length) {
     return step > 0 ? static_cast<int>(std::floor(length / step + 1e-9)) + 1 : 1;
   };
@@ -45,15 +39,12 @@ std::vector<Point> GridPoints(const Bounds& box, int count) {
 
 LocateReport ReportOn(Library& library, const Drawing& drawing, const LocateOptions& options) {
   LocateReport report = {OneLine(options.input), {}, {}, {}};
-  for (const Shape& shape : drawing.shapes) {
-    for (std::size_t i = 0; i < shape.outlines.size(); ++i) {
-      report.outlines.push_back(OutlineLabel(shape, i));
-    }
-  }
+  ForEachOutline(
+      drawing, [&](const Outline&, const std::string& label) { report.outlines.push_back(label); });
   const Locator locator(library, drawing);
   for (const Point p : options.points) {
     LocatedPoint at = {p, locator.InDrawing(p), {}};
-    for (std::size_t i = 0; i < locator.OutlineCount(); ++i) {
+    for (std::size_t i = 0; i < report.outlines.size(); ++i) {
       at.outlines.push_back(locator.InOutline(i, p));
     }
     report.points.push_back(std::move(at));
@@ -70,12 +61,10 @@ void Locate(const LocateOptions& options) {
   Library library;
   const Drawing drawing = ReadSvg(library, options.input);
   const LocateReport report = ReportOn(library, drawing, options);
-  if (!options.output.empty()) {
-    RefuseInputAsOutput({options.input}, options.output);
-    WriteWholeFile(options.output, LocatePicture(library, drawing, report, options.size));
-  }
-  PrintSkipped(options.input, drawing);
-  Print(options.json ? LocateJson(report) : LocateTable(report));
+  Deliver(
+      options.output, {{options.input, &drawing}},
+      [&] { return LocatePicture(library, drawing, report, options.output.size); },
+      [&] { return options.output.json ? LocateJson(report) : LocateTable(report); });
 }
 
 }  // namespace
@@ -84,9 +73,7 @@ Command AddLocateCommand(CLI::App& app) {
   const auto options = std::make_shared<LocateOptions>();
   CLI::App* locate = app.add_subcommand(
       "locate", "Tell which points lie on, inside or outside the outlines of a drawing");
-  locate->add_option("input", options->input, "The SVG drawing to read")
-      ->required()
-      ->type_name("FILE");
+  AddDrawing(*locate, options->input);
   locate
       ->add_option_function<std::vector<std::string>>(
           "points",
@@ -103,9 +90,9 @@ Command AddLocateCommand(CLI::App& app) {
                    "side; one is the middle")
       ->check(CLI::Range(1, kMostGridPoints))
       ->type_name("COUNT");
-  AddOutputOption(*locate, options->output, "Draw the curves and the points to this SVG file");
-  AddSizeOption(*locate, options->size);
-  locate->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
+  AddOutput(*locate, options->output, "Draw the curves and the points to this SVG file");
+  AddSize(*locate, options->output);
+  AddJson(*locate, options->output);
   locate->footer(
       "Inside is what the fill rule of a shape fills, also where outlines cross themselves; a line "
       "closes\noutlines whose ends do not meet. Named are the outlines that a point is on or that "

@@ -9,16 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "cli/command_support.h"
-#include "cli/distance_command.h"
-#include "cli/draw_command.h"
-#include "cli/fit_command.h"
-#include "cli/intersect_command.h"
-#include "cli/locate_command.h"
-#include "cli/measure_command.h"
-#include "cli/offset_command.h"
-#include "cli/split_command.h"
-#include "svg/input_error.h"
+#include "cli/commands.h"
+#include "cli/output.h"
+#include "svg/input.h"
 
 namespace kurvo::tools {
 namespace {

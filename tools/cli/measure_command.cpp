@@ -1,37 +1,38 @@
-#include "cli/measure_command.h"
-
+// kurvo measure: the curves of a drawing, one by one.
 #include <unistd.h>
 
 #include <memory>
 #include <optional>
 
-#include "cli/point_argument.h"
+#include "cli/commands.h"
+#include "cli/options.h"
 #include "cli/progress.h"
-#include "geometry/library.h"
-#include "geometry/measure.h"
-#include "report/measure_report.h"
-#include "svg/input_error.h"
+#include "report/reports.h"
+#include "svg/input.h"
+#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {
 
 struct MeasureOptions {
   std::string input;
+  OutputOptions output;  // no file
   std::optional<Point> near;
-  bool json = false;
 };
+
+std::vector<OutlineMeasures> MeasureAll(Library& library, const Drawing& drawing,
+                                        const std::optional<Point>& near) {
+  Progress progress(STDERR_FILENO, "measured", CurveCount(drawing));
+  return Measure(library, drawing, near, [&] { progress.Step(); });
+}
 
 void RunMeasure(const MeasureOptions& options) {
   Library library;
   const Drawing drawing = ReadSvg(library, options.input);
-  std::vector<OutlineMeasures> outlines;
-  {
-    Progress progress(STDERR_FILENO, "measured", CurveCount(drawing));
-    outlines = Measure(library, drawing, options.near, progress);
-  }
+  const std::vector<OutlineMeasures> outlines = MeasureAll(library, drawing, options.near);
   const MeasureReport report = {OneLine(options.input), options.near, outlines};
-  PrintSkipped(options.input, drawing);
-  Print(options.json ? MeasureJson(report) : MeasureTable(report));
+  Deliver(options.output, {{options.input, &drawing}}, nullptr,
+          [&] { return options.output.json ? MeasureJson(report) : MeasureTable(report); });
 }
 
 }  // namespace
@@ -42,16 +43,14 @@ Command AddMeasureCommand(CLI::App& app) {
       "measure",
       "List the curves of a drawing: type, ends, box, length, bends, and what is nearest to a "
       "point");
-  measure->add_option("input", options->input, "The SVG drawing to read")
-      ->required()
-      ->type_name("FILE");
+  AddDrawing(*measure, options->input);
   measure
       ->add_option_function<std::string>(
           "--near",
           [options](const std::string& text) { options->near = ParsePoint("--near", text); },
           "Find the nearest point of each curve, of each outline and of all to this one")
       ->type_name("X,Y");
-  measure->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
+  AddJson(*measure, options->output);
   measure->footer(
       "The box of a Bezier curve is that of its control points. Curvature is 1 / radius, its least "
       "and its\ngreatest value; turning is what the tangent turns by, in degrees, in an outline "

@@ -1,15 +1,14 @@
-#include "cli/offset_command.h"
-
+// kurvo offset: outlines moved sideways.
 #include <unistd.h>
 
 #include <memory>
 #include <optional>
 
-#include "cli/output_file.h"
+#include "cli/commands.h"
+#include "cli/options.h"
 #include "cli/progress.h"
-#include "geometry/library.h"
-#include "geometry/offset.h"
-#include "picture/offset_picture.h"
+#include "picture/pictures.h"
+#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {
@@ -20,29 +19,27 @@ constexpr double kSmallestTolerance = 1e-6;
 
 struct OffsetOptions {
   std::string input;
-  std::string output;
+  OutputOptions output;
   std::vector<double> distances;
   std::optional<double> tolerance;
-  bool quiet = false;
-  double size = 1000;
 };
+
+std::vector<OutlineOffset> Offset(Library& library, const Drawing& drawing,
+                                  const OffsetOptions& options) {
+  Progress progress(STDERR_FILENO, "offset", CurveCount(drawing) * options.distances.size());
+  return OffsetOutlines(library, drawing, options.distances, options.tolerance,
+                        [&] { progress.Step(); });
+}
 
 void RunOffset(const OffsetOptions& options) {
   Library library;
   const Drawing drawing = ReadSvg(library, options.input);
-  std::vector<OutlineOffset> offsets;
-  {
-    Progress progress(STDERR_FILENO, "offset", CurveCount(drawing) * options.distances.size());
-    offsets = OffsetOutlines(library, drawing, options.distances, options.tolerance, progress);
-  }
-  const std::string table = OffsetTable(library, offsets);
-  if (!options.output.empty()) {
-    RefuseInputAsOutput({options.input}, options.output);
-    WriteWholeFile(options.output,
-                   OffsetPicture(library, drawing, offsets, BaseName(options.input), options.size));
-  }
-  PrintSkipped(options.input, drawing);
-  if (!options.quiet) Print(table);
+  const std::vector<OutlineOffset> offsets = Offset(library, drawing, options);
+  const std::string name = BaseName(options.input);
+  Deliver(
+      options.output, {{options.input, &drawing}},
+      [&] { return OffsetPicture(library, drawing, offsets, name, options.output.size); },
+      [&] { return OffsetTable(library, offsets); });
 }
 
 }  // namespace
@@ -51,9 +48,7 @@ Command AddOffsetCommand(CLI::App& app) {
   const auto options = std::make_shared<OffsetOptions>();
   CLI::App* offset = app.add_subcommand(
       "offset", "Move the curves of a drawing sideways by a distance, list and draw them");
-  offset->add_option("input", options->input, "The SVG drawing to read")
-      ->required()
-      ->type_name("FILE");
+  AddDrawing(*offset, options->input);
   offset
       ->add_option("-d,--distance", options->distances,
                    "How far, in units of the drawing: to the left of travel, a negative distance "
@@ -62,17 +57,17 @@ Command AddOffsetCommand(CLI::App& app) {
       ->check(Between(-kLargestDistance, kLargestDistance))
       ->allow_extra_args(false)
       ->type_name("LENGTH");
-  AddOutputOption(*offset, options->output,
-                  "Write a picture of the drawing and its offsets to this SVG file; without it "
-                  "only the table is printed");
+  AddOutput(*offset, options->output,
+            "Write a picture of the drawing and its offsets to this SVG file; without it "
+            "only the table is printed");
   offset
       ->add_option("--tolerance", options->tolerance,
                    "How far offsets of Bezier curves may be off, in units of the drawing; a "
                    "thousandth of the distance unless given")
       ->check(Between(kSmallestTolerance, kLargestDistance))
       ->type_name("LENGTH");
-  AddSizeOption(*offset, options->size);
-  offset->add_flag("-q,--quiet", options->quiet, "Do not print the table");
+  AddSize(*offset, options->output);
+  AddQuiet(*offset, options->output);
   offset->footer(
       "The left of travel is the outside of rect, circle and ellipse elements. Curves are moved "
       "one by\none: at corners their ends part or cross. Arcs whose radius would be 0 or less "

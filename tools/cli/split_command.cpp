@@ -1,17 +1,14 @@
-#include "cli/split_command.h"
-
+// kurvo split: outlines in pieces.
 #include <unistd.h>
 
 #include <memory>
 
-#include "cli/output_file.h"
+#include "cli/commands.h"
+#include "cli/options.h"
 #include "cli/progress.h"
-#include "geometry/library.h"
-#include "geometry/split.h"
-#include "picture/curve_trace.h"
-#include "report/split_report.h"
-#include "svg/input_error.h"
-#include "svg/text_scanner.h"
+#include "picture/pictures.h"
+#include "svg/input.h"
+#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {
@@ -20,12 +17,9 @@ constexpr double kMostParts = 10000;
 
 struct SplitOptions {
   std::string input;
-  std::string output;
+  OutputOptions output;
   std::vector<double> at;
   std::size_t parts = 0;  // 0: cut at the parameters
-  bool quiet = false;
-  bool json = false;
-  double size = 1000;
 };
 
 // Each greater than the one before it, all in [0, 1].
@@ -60,23 +54,23 @@ std::vector<double> ParseParameters(const std::string& text) {
 std::vector<SplitOutline> Split(Library& library, const Drawing& drawing,
                                 const SplitOptions& options) {
   Progress progress(STDERR_FILENO, "split", CurveCount(drawing));
-  if (options.parts > 0) return SplitIntoParts(library, drawing, options.parts, progress);
-  return SplitAt(library, drawing, options.at, progress);
+  const auto step = [&] { progress.Step(); };
+  if (options.parts > 0) return SplitIntoParts(library, drawing, options.parts, step);
+  return SplitAt(library, drawing, options.at, step);
 }
 
 void RunSplit(const SplitOptions& options) {
   Library library;
   const Drawing drawing = ReadSvg(library, options.input);
   const std::vector<SplitOutline> outlines = Split(library, drawing, options);
-  const SplitReport report = {OneLine(options.input), outlines};
-  const std::string text = options.json ? SplitJson(library, report) : SplitTable(library, report);
-  if (!options.output.empty()) {
-    RefuseInputAsOutput({options.input}, options.output);
-    WriteWholeFile(options.output,
-                   SplitPicture(library, outlines, Extent(library, {&drawing}), options.size));
-  }
-  PrintSkipped(options.input, drawing);
-  if (!options.quiet) Print(text);
+  const double extent = Extent(library, {&drawing});
+  Deliver(
+      options.output, {{options.input, &drawing}},
+      [&] { return SplitPicture(library, outlines, extent, options.output.size); },
+      [&] {
+        return options.output.json ? SplitJson(library, OneLine(options.input), outlines)
+                                   : SplitTable(library, outlines);
+      });
 }
 
 }  // namespace
@@ -84,9 +78,7 @@ void RunSplit(const SplitOptions& options) {
 Command AddSplitCommand(CLI::App& app) {
   const auto options = std::make_shared<SplitOptions>();
   CLI::App* split = app.add_subcommand("split", "Cut the outlines of a drawing into pieces");
-  split->add_option("input", options->input, "The SVG drawing to read")
-      ->required()
-      ->type_name("FILE");
+  AddDrawing(*split, options->input);
   CLI::Option_group* how = split->add_option_group("How");
   how->add_option_function<std::string>(
          "--at", [options](const std::string& text) { options->at = ParseParameters(text); },
@@ -96,11 +88,11 @@ Command AddSplitCommand(CLI::App& app) {
       ->check(Between(1, kMostParts))
       ->type_name("N");
   how->require_option(1);
-  AddOutputOption(*split, options->output,
-                  "Write the pieces to this SVG file, each as a path of its own");
-  AddSizeOption(*split, options->size);
-  split->add_flag("--json", options->json, "Print JSON with all digits in place of the table");
-  split->add_flag("-q,--quiet", options->quiet, "Do not print the table");
+  AddOutput(*split, options->output,
+            "Write the pieces to this SVG file, each as a path of its own");
+  AddSize(*split, options->output);
+  AddJson(*split, options->output);
+  AddQuiet(*split, options->output);
   split->footer(
       "The pieces are lines, arcs and curves as before, in the order of the drawing. t runs from 0 "
       "to 1\nalong a curve. A piece of an outline goes through as many curves as its length "

@@ -28,8 +28,6 @@ struct Tooth {
   double length;    // of the curve that it stands for
 };
 
-double Size(Point v) { return std::hypot(v.x, v.y); }
-
 class CombMaker {
  public:
   // `total` is the length of all curves.

@@ -3,8 +3,8 @@
 
 #include <vector>
 
+#include "geometry/drawing.h"
 #include "geometry/library.h"
-#include "svg/svg_reader.h"
 
 namespace kurvo::tools {
 

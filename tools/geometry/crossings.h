@@ -4,11 +4,21 @@
 #include <cstddef>
 #include <vector>
 
-#include "cli/progress.h"
-#include "geometry/curve_list.h"
-#include "geometry/curve_pair.h"
+#include "geometry/drawing.h"
 
 namespace kurvo::tools {
+
+// A point that two curves share, by a parameter of each.
+struct CommonPoint {
+  double first;
+  double second;
+};
+
+// A stretch along which both curves run, from the smaller parameter of the first one.
+struct CommonStretch {
+  CommonPoint from;
+  CommonPoint to;
+};
 
 // A point that two curves share: a crossing or a contact.
 struct Crossing {
@@ -37,12 +47,13 @@ struct Crossings {
 
 // What curves of two drawings have in common. A point where an outline goes from one curve to the
 // next counts once for the outline, with the first of its curves that has it, and not at all beside
-// an overlap that begins or ends there. `progress` takes a step for each curve of both.
+// an overlap that begins or ends there. `done` is called for each curve of both.
 Crossings FindCrossings(Library& library, const CurveList& first, const CurveList& second,
-                        Progress& progress);
+                        const CurveDone& done);
 
 // What different curves of one drawing have in common, in the same way. The joints of its outlines
 // are left out unless `joints` is set.
-Crossings FindCrossings(Library& library, const CurveList& curves, bool joints, Progress& progress);
+Crossings FindCrossings(Library& library, const CurveList& curves, bool joints,
+                        const CurveDone& done);
 
 }  // namespace kurvo::tools

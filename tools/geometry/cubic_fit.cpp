@@ -27,7 +27,7 @@ constexpr double kLeastCosine = 0.9;
 
 constexpr double kUnknown = std::numeric_limits<double>::infinity();  // distance
 
-double Size(Point v) { return std::sqrt(Dot(v, v)); }
+double Length(Point v) { return std::sqrt(Dot(v, v)); }
 
 struct Foot {
   Point point;  // of the curve
@@ -42,9 +42,9 @@ void MoveAlong(const Cubic& cubic, Foot& foot) {
 
 // What a handle that is `v` has for a direction; that of `otherwise` where it has none.
 Point Direction(Point v, Point otherwise) {
-  const double size = Size(v);
+  const double size = Length(v);
   if (size > 0) return (1 / size) * v;
-  return Size(otherwise) > 0 ? (1 / Size(otherwise)) * otherwise : Point{1, 0};
+  return Length(otherwise) > 0 ? (1 / Length(otherwise)) * otherwise : Point{1, 0};
 }
 
 struct Handles {
@@ -100,7 +100,8 @@ FittedCubic FitCubic(Library& library, const OwnedCurve& curve, double from, dou
   const Point start = position(0), end = position(1);
   const Point d0 = ((to - from) / 3) * DerivativeOf(library, curve, from, 1);
   const Point d1 = ((to - from) / 3) * DerivativeOf(library, curve, to, 1);
-  Handles handles = {Direction(d0, end - start), Direction(d1, end - start), Size(d0), Size(d1)};
+  Handles handles = {Direction(d0, end - start), Direction(d1, end - start), Length(d0),
+                     Length(d1)};
   std::array<Foot, kFitted.size()> feet;
   for (std::size_t i = 0; i < feet.size(); ++i) feet[i] = {position(kFitted[i]), kFitted[i]};
   for (int round = 0; round < kRounds; ++round) {
@@ -112,7 +113,7 @@ FittedCubic FitCubic(Library& library, const OwnedCurve& curve, double from, dou
   FittedCubic fitted = {handles.Between(start, end), is_seen ? 0 : kUnknown};
   const auto look_at = [&](Foot foot) {
     for (int i = 0; i < kFootSteps; ++i) MoveAlong(fitted.cubic, foot);
-    const double distance = Size(fitted.cubic.At(foot.s) - foot.point);
+    const double distance = Length(fitted.cubic.At(foot.s) - foot.point);
     if (!(fitted.deviation >= distance)) fitted.deviation = distance >= 0 ? distance : kUnknown;
   };
   for (const Foot& foot : feet) look_at(foot);

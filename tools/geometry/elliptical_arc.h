@@ -1,7 +1,7 @@
 // Arcs of ellipses and circles, in the form in which an affine map keeps them what they are.
 #pragma once
 
-#include "geometry/affine.h"
+#include "geometry/plane.h"
 
 namespace kurvo::tools {
 

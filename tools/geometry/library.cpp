@@ -1,7 +1,7 @@
 #include "geometry/library.h"
 
-#include <algorithm>
-#include <cstdio>
+#include <fmt/format.h>
+
 #include <new>
 #include <string>
 
@@ -9,15 +9,21 @@ namespace kurvo::tools {
 namespace {
 
 std::string ErrorText(int code) {
-  char text[80];
-  std::snprintf(text, sizeof text, "the library reports error 0x%06X%s",
-                static_cast<unsigned>(code), code == KURVO_ERR_MEMORY ? " (out of memory)" : "");
-  return text;
+  return fmt::format("the library reports error 0x{:06X}{}", static_cast<unsigned>(code),
+                     code == KURVO_ERR_MEMORY ? " (out of memory)" : "");
 }
 
 void Put(Coord out, Point p) { KurvoclSetCoord(out, p.x, p.y, 0); }
 
 Point Take(const Coord p) { return {p[0], p[1]}; }
+
+NearestPoint NearestByLibrary(Library& library, const OwnedCurve& curve, Point p) {
+  const Coord point = {p.x, p.y, 0};
+  double t = 0;
+  const double distance = KurvocvDistPoint(curve.Get(), point, &t, library.State());
+  library.Check();
+  return {t, PositionOf(library, curve, t), distance};
+}
 
 }  // namespace
 
@@ -238,6 +244,17 @@ Closest ClosestOn(Library& library, const OwnedCurve& first, const OwnedCurve& s
   return closest;
 }
 
+// The distance of a point from a Bezier curve is, in the library, that of the first foot point,
+// which need not be the nearest one. On a B-spline it is the least of all foot points and ends. So
+// a Bezier curve is asked as the B-spline of one span that it also is: the same points at the same
+// parameters.
+NearestPoint NearestOn(Library& library, const OwnedCurve& curve, Point p) {
+  if (curve.Type() == CV_LINE || curve.Type() == CV_ARC) return NearestByLibrary(library, curve, p);
+  const int spline_type = curve.Type() == CV_BEZIER ? CV_BSPLINE : CV_RBSPLINE;
+  const OwnedCurve spline = OwnedCurve::Converted(library, curve, spline_type);
+  return NearestByLibrary(library, spline, p);
+}
+
 std::string_view TypeName(int type) {
   switch (type) {
     case CV_LINE:
@@ -256,27 +273,6 @@ Bounds BoundsOf(Library& library, const OwnedCurve& curve) {
   KurvocvBoundBox(curve.Get(), box, library.State());
   library.Check();
   return {box[0], box[1], box[3], box[4]};
-}
-
-void Bounds::Add(Point p) { Add(Bounds{p.x, p.y, p.x, p.y}); }
-
-void Bounds::Add(const Bounds& other) {
-  if (other.IsEmpty()) return;
-  if (IsEmpty()) {
-    *this = other;
-    return;
-  }
-  min_x = std::min(min_x, other.min_x);
-  min_y = std::min(min_y, other.min_y);
-  max_x = std::max(max_x, other.max_x);
-  max_y = std::max(max_y, other.max_y);
-}
-
-void Bounds::Grow(double margin) {
-  min_x -= margin;
-  min_y -= margin;
-  max_x += margin;
-  max_y += margin;
 }
 
 }  // namespace kurvo::tools

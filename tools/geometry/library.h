@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "geometry/affine.h"
+#include "geometry/plane.h"
 
 namespace kurvo::tools {
 
@@ -105,6 +105,7 @@ double LengthOf(Library& library, const OwnedCurve& curve, double from, double t
 Point DerivativeOf(Library& library, const OwnedCurve& curve, double t, int n);
 // 1 / radius towards the centre of curvature; nothing where the tangent is too short to have one.
 std::optional<Point> CurvatureOf(Library& library, const OwnedCurve& curve, double t);
+
 // Where two curves are closest, by a parameter of each.
 struct Closest {
   double distance;
@@ -114,28 +115,18 @@ struct Closest {
 
 Closest ClosestOn(Library& library, const OwnedCurve& first, const OwnedCurve& second);
 
+// Where a curve is nearest to a point.
+struct NearestPoint {
+  double parameter;
+  Point point;
+  double distance;
+};
+
+// Of all points of the bounded curve; on a tie any one of the nearest.
+NearestPoint NearestOn(Library& library, const OwnedCurve& curve, Point p);
+
 // "line", "arc", "Bezier" or "rational Bezier".
 std::string_view TypeName(int type);
-
-// An axis-parallel rectangle, empty at first.
-struct Bounds {
-  double min_x = 1;
-  double min_y = 1;
-  double max_x = -1;
-  double max_y = -1;
-
-  bool IsEmpty() const { return min_x > max_x; }
-  double Width() const { return max_x - min_x; }
-  double Height() const { return max_y - min_y; }
-  Point Min() const { return {min_x, min_y}; }
-  Point Max() const { return {max_x, max_y}; }
-  bool Contains(Point p) const {
-    return min_x <= p.x && p.x <= max_x && min_y <= p.y && p.y <= max_y;
-  }
-  void Add(Point p);
-  void Add(const Bounds& other);
-  void Grow(double margin);
-};
 
 Bounds BoundsOf(Library& library, const OwnedCurve& curve);
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "geometry/curve_list.h"
+#include "geometry/drawing.h"
 #include "geometry/library.h"
 
 namespace kurvo::tools {

@@ -1,4 +1,6 @@
-// What there is to say about each outline of a drawing and each of its curves.
+// What there is to say about each outline of a drawing and each of its curves. Curvature and
+// turning are positive from the x axis towards the y axis, which is clockwise where y points down
+// as in SVG.
 #pragma once
 
 #include <cstddef>
@@ -6,13 +8,34 @@
 #include <string>
 #include <vector>
 
-#include "cli/progress.h"
-#include "geometry/bending.h"
+#include "geometry/drawing.h"
 #include "geometry/library.h"
-#include "geometry/nearest.h"
-#include "svg/svg_reader.h"
 
 namespace kurvo::tools {
+
+// 1 / radius of curvature with its sign; nothing where the curve has no tangent, as in a cusp.
+std::optional<double> SignedCurvature(Library& library, const OwnedCurve& curve, double t);
+
+struct CurvatureAt {
+  double curvature;
+  double parameter;
+};
+
+struct Bending {
+  // Nothing when the curve has a curvature nowhere.
+  std::optional<CurvatureAt> least;
+  std::optional<CurvatureAt> greatest;
+  // All that the tangent turns by, in radians; a cusp counts as half a turn.
+  double turning = 0;
+  // Of the tangents at the ends, of any length; nothing when the curve is a point.
+  std::optional<Point> start_direction;
+  std::optional<Point> end_direction;
+};
+
+Bending BendingOf(Library& library, const OwnedCurve& curve);
+
+// The angle from one direction to the other, in (-pi, pi] radians.
+double TurnBetween(Point from, Point to);
 
 struct CurveMeasures {
   int type;
@@ -35,9 +58,9 @@ struct OutlineMeasures {
   double turning = 0;  // of the curves and in the corners between them, radians
 };
 
-// `near` is the point to be near to, when there is one. `progress` takes a step for each curve.
+// `near` is the point to be near to, when there is one. `done` is called for each curve.
 std::vector<OutlineMeasures> Measure(Library& library, const Drawing& drawing,
-                                     const std::optional<Point>& near, Progress& progress);
+                                     const std::optional<Point>& near, const CurveDone& done);
 
 // The outline with the nearest point, the first of several; nothing without outlines.
 const OutlineMeasures* NearestOutline(const std::vector<OutlineMeasures>& outlines);

@@ -5,10 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/progress.h"
+#include "geometry/drawing.h"
 #include "geometry/library.h"
-#include "geometry/outline.h"
-#include "svg/svg_reader.h"
 
 namespace kurvo::tools {
 
@@ -24,14 +22,11 @@ struct OutlineOffset {
 inline constexpr double kOffsetTolerance = 1e-3;
 
 // Every outline at every distance, in drawing order; positive distances go to the left of travel as
-// seen in the drawing, whose y points down. `progress` takes a step for each curve at each
+// seen in the drawing, whose y points down. `done` is called for each curve at each
 // distance. Curves are offset one by one: nothing is put in or cut off at corners.
 std::vector<OutlineOffset> OffsetOutlines(Library& library, const Drawing& drawing,
                                           const std::vector<double>& distances,
                                           const std::optional<double>& tolerance,
-                                          Progress& progress);
-
-// One line for each outline and distance: how many curves became how many pieces, and their box.
-std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offsets);
+                                          const CurveDone& done);
 
 }  // namespace kurvo::tools

@@ -14,12 +14,10 @@ namespace {
 template <class Split>
 std::vector<SplitOutline> SplitEach(const Drawing& drawing, const Split& split) {
   std::vector<SplitOutline> outlines;
-  for (const Shape& shape : drawing.shapes) {
-    for (std::size_t i = 0; i < shape.outlines.size(); ++i) {
-      outlines.push_back({OutlineLabel(shape, i), {}});
-      split(shape.outlines[i], outlines.back().pieces);
-    }
-  }
+  ForEachOutline(drawing, [&](const Outline& outline, std::string label) {
+    outlines.push_back({std::move(label), {}});
+    split(outline, outlines.back().pieces);
+  });
   return outlines;
 }
 
@@ -41,12 +39,12 @@ class PartSplitter {
     }
   }
 
-  void Run(const Outline& outline, std::vector<Piece>& pieces, Progress& progress) {
+  void Run(const Outline& outline, std::vector<Piece>& pieces, const CurveDone& done) {
     if (!(total_ > static_cast<double>(count_) * library_.Tolerance())) return;
     pieces.resize(count_);
     for (std::size_t i = 0; i < outline.curves.size(); ++i) {
       Add(outline.curves[i], lengths_[i], pieces);
-      progress.Step();
+      done();
     }
     std::erase_if(pieces, [](const Piece& piece) { return piece.curves.empty(); });
   }
@@ -85,7 +83,7 @@ class PartSplitter {
 }  // namespace
 
 std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
-                                  const std::vector<double>& parameters, Progress& progress) {
+                                  const std::vector<double>& parameters, const CurveDone& done) {
   return SplitEach(drawing, [&](const Outline& outline, std::vector<Piece>& pieces) {
     for (const OwnedCurve& curve : outline.curves) {
       for (OwnedCurve& part : OwnedCurve::Divided(library, curve, parameters)) {
@@ -94,15 +92,15 @@ std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
         pieces.back().length = ArcLength(library, part).Total();
         pieces.back().curves.push_back(std::move(part));
       }
-      progress.Step();
+      done();
     }
   });
 }
 
 std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawing,
-                                         std::size_t count, Progress& progress) {
+                                         std::size_t count, const CurveDone& done) {
   return SplitEach(drawing, [&](const Outline& outline, std::vector<Piece>& pieces) {
-    PartSplitter(library, outline, count).Run(outline, pieces, progress);
+    PartSplitter(library, outline, count).Run(outline, pieces, done);
   });
 }
 

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/progress.h"
+#include "geometry/drawing.h"
 #include "geometry/library.h"
-#include "svg/svg_reader.h"
 
 namespace kurvo::tools {
 
@@ -23,12 +22,12 @@ struct SplitOutline {
 };
 
 // Every curve of the drawing cut at the parameters, which ascend and lie in [0, 1]: a piece for
-// each part that is not a point. `progress` takes a step for each curve, here and below.
+// each part that is not a point. `done` is called for each curve, here and below.
 std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
-                                  const std::vector<double>& parameters, Progress& progress);
+                                  const std::vector<double>& parameters, const CurveDone& done);
 
 // Every outline in `count` pieces of the same arc length; one without length gives none.
 std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawing,
-                                         std::size_t count, Progress& progress);
+                                         std::size_t count, const CurveDone& done);
 
 }  // namespace kurvo::tools

@@ -1,99 +1,56 @@
 #include "report/json.h"
 
-#include <cmath>
-#include <cstdio>
-#include <utility>
+#include <fmt/format.h>
 
-#include "svg/number_text.h"
-#include "svg/utf8.h"
+#include <cmath>
+#include <utility>
 
 namespace kurvo::tools {
 namespace {
 
-std::string Quoted(std::string_view text) {
-  std::string quoted = "\"";
-  for (const char c : ValidUtf8(text)) {
-    if (c == '"' || c == '\\') {
-      quoted += {'\\', c};
-    } else if (static_cast<unsigned char>(c) < ' ') {
-      char escape[8];
-      std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(c));
-      quoted += escape;
-    } else {
-      quoted += c;
+void Write(const Json& value, std::string& text) {
+  const auto end = value.end();
+  if (value.is_object()) {
+    for (auto member = value.begin(); member != end; ++member) {
+      text += member == value.begin() ? "{" : ", ";
+      Write(member.key(), text);
+      text += ": ";
+      Write(*member, text);
     }
+    text += value.empty() ? "{}" : "}";
+  } else if (value.is_array()) {
+    for (auto item = value.begin(); item != end; ++item) {
+      text += item == value.begin() ? "[" : ", ";
+      Write(*item, text);
+    }
+    text += value.empty() ? "[]" : "]";
+  } else if (value.is_number_float() && std::isfinite(value.get<double>())) {
+    fmt::format_to(std::back_inserter(text), "{}", value == 0.0 ? 0.0 : value.get<double>());
+  } else {
+    text += value.dump(-1, ' ', false, Json::error_handler_t::replace);
   }
-  return quoted + "\"";
 }
 
 }  // namespace
 
-void JsonWriter::NewLine() { text_ += "\n" + std::string(2 * levels_.size(), ' '); }
-
-void JsonWriter::Separate() {
-  if (std::exchange(after_key_, false) || levels_.empty()) return;
-  Level& level = levels_.back();
-  const bool first = !std::exchange(level.has_values, true);
-  if (!first) text_ += ',';
-  if (level.on_lines) {
-    NewLine();
-  } else if (!first) {
-    text_ += ' ';
-  }
+std::string JsonText(const Json& value) {
+  std::string text;
+  Write(value, text);
+  return text;
 }
 
-void JsonWriter::Begin(char bracket, Layout layout) {
-  Separate();
-  text_ += bracket;
-  levels_.push_back({layout == Layout::kLines, false});
+std::string& JsonLines::Begin(std::string_view key) {
+  text_ += text_.empty() ? "{" : ",";
+  return NewLine(depth_ + 1) += JsonText(key) + ": ";
 }
 
-void JsonWriter::End(char bracket) {
-  const Level level = levels_.back();
-  levels_.pop_back();
-  if (level.on_lines && level.has_values) NewLine();
-  text_ += bracket;
+std::string& JsonLines::NewLine(std::size_t depth) {
+  return text_ += "\n" + std::string(2 * depth, ' ');
 }
 
-void JsonWriter::Key(std::string_view name) {
-  Separate();
-  text_ += Quoted(name) + ": ";
-  after_key_ = true;
+std::string JsonLines::Take() {
+  NewLine(depth_) += depth_ > 0 ? "}" : "}\n";
+  return std::move(text_);
 }
-
-void JsonWriter::Number(double value) {
-  if (!std::isfinite(value)) return Null();
-  Separate();
-  text_ += ExactNumber(value);
-}
-
-void JsonWriter::Count(std::size_t value) {
-  Separate();
-  text_ += std::to_string(value);
-}
-
-void JsonWriter::String(std::string_view text) {
-  Separate();
-  text_ += Quoted(text);
-}
-
-void JsonWriter::Bool(bool value) {
-  Separate();
-  text_ += value ? "true" : "false";
-}
-
-void JsonWriter::Null() {
-  Separate();
-  text_ += "null";
-}
-
-void JsonWriter::Coordinates(Point p) {
-  BeginArray();
-  Number(p.x);
-  Number(p.y);
-  EndArray();
-}
-
-std::string JsonWriter::Take() { return std::move(text_) + "\n"; }
 
 }  // namespace kurvo::tools

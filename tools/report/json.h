@@ -1,55 +1,58 @@
-// Writes JSON (RFC 8259).
+// JSON (RFC 8259) as reports print it.
 #pragma once
 
 #include <cstddef>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "geometry/affine.h"
+#include "geometry/plane.h"
 
 namespace kurvo::tools {
 
-class JsonWriter {
+using Json = nlohmann::ordered_json;
+
+// [x, y], and [least x, least y, greatest x, greatest y].
+inline void to_json(Json& json, const Point& p) { json = Json::array({p.x, p.y}); }
+inline void to_json(Json& json, const Bounds& box) {
+  json = Json::array({box.min_x, box.min_y, box.max_x, box.max_y});
+}
+
+// The value on one line. Read back, numbers are the same doubles, written with the fewest digits;
+// what is not finite becomes null, and bytes that are not UTF-8 become U+FFFD.
+std::string JsonText(const Json& value);
+
+// An object with a line for each member, and in its lists one for each value. Written as it comes,
+// since lists may be long.
+class JsonLines {
  public:
-  // How the values of an object or an array stand: each on a line of its own, or all on one.
-  enum class Layout { kLines, kOneLine };
+  // `depth` is how many objects and lists it stands in.
+  explicit JsonLines(std::size_t depth = 0) : depth_(depth) {}
 
-  void BeginObject(Layout layout = Layout::kOneLine) { Begin('{', layout); }
-  void EndObject() { End('}'); }
-  void BeginArray(Layout layout = Layout::kOneLine) { Begin('[', layout); }
-  void EndArray() { End(']'); }
-  // Names the next value of an object.
-  void Key(std::string_view name);
+  void Add(std::string_view key, const Json& value) { Begin(key) += JsonText(value); }
+  // make(item, i) is the value for item number i: a Json, or the text of a JsonLines at depth + 2.
+  template <class Items, class Make>
+  void AddList(std::string_view key, const Items& items, const Make& make) {
+    Begin(key) += '[';
+    std::size_t i = 0;
+    for (const auto& item : items) {
+      if (i > 0) text_ += ',';
+      NewLine(depth_ + 2) += Text(make(item, i++));
+    }
+    if (i > 0) NewLine(depth_ + 1);
+    text_ += ']';
+  }
 
-  // Read back, the number is the same double; what is not finite becomes null.
-  void Number(double value);
-  void Count(std::size_t value);
-  // Bytes that are not UTF-8 become U+FFFD.
-  void String(std::string_view text);
-  void Bool(bool value);
-  void Null();
-  // [x, y]
-  void Coordinates(Point p);
-
-  // The whole text, with a line feed at its end.
   std::string Take();
 
  private:
-  struct Level {
-    bool on_lines;
-    bool has_values;
-  };
+  static std::string Text(const Json& value) { return JsonText(value); }
+  static std::string Text(std::string text) { return text; }
+  std::string& Begin(std::string_view key);
+  std::string& NewLine(std::size_t depth);
 
-  void Begin(char bracket, Layout layout);
-  void End(char bracket);
-  // What goes between the previous value and the next one.
-  void Separate();
-  void NewLine();
-
+  std::size_t depth_;
   std::string text_;
-  std::vector<Level> levels_;  // the objects and arrays that are open, outermost first
-  bool after_key_ = false;
 };
 
 }  // namespace kurvo::tools

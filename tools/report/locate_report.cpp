@@ -1,20 +1,13 @@
-#include "report/locate_report.h"
+#include <fmt/format.h>
 
 #include <algorithm>
 
 #include "report/json.h"
-#include "report/text_table.h"
-#include "svg/number_text.h"
+#include "report/reports.h"
+#include "report/text.h"
 
 namespace kurvo::tools {
 namespace {
-
-constexpr auto kLines = JsonWriter::Layout::kLines;
-
-std::size_t CountOf(const std::vector<LocatedPoint>& points, Place place) {
-  return static_cast<std::size_t>(std::count_if(
-      points.begin(), points.end(), [place](const LocatedPoint& at) { return at.place == place; }));
-}
 
 std::string OutlinesText(const LocateReport& report, const LocatedPoint& at) {
   std::string text;
@@ -27,35 +20,23 @@ std::string OutlinesText(const LocateReport& report, const LocatedPoint& at) {
 }
 
 std::string GridText(const std::vector<LocatedPoint>& grid) {
-  std::string text = "grid of " + std::to_string(grid.size()) + " points:";
-  for (const Place place : {Place::kInside, Place::kOn, Place::kOutside}) {
-    text += (place == Place::kInside ? " " : ", ") + std::to_string(CountOf(grid, place)) + " " +
-            std::string(PlaceName(place));
-  }
-  return text + "\n";
+  const auto count = [&](Place place) {
+    return std::count_if(grid.begin(), grid.end(),
+                         [&](const LocatedPoint& at) { return at.place == place; });
+  };
+  return fmt::format("grid of {} points: {} inside, {} on, {} outside\n", grid.size(),
+                     count(Place::kInside), count(Place::kOn), count(Place::kOutside));
 }
 
-void WritePoint(const LocateReport& report, const LocatedPoint& at, JsonWriter& json) {
-  json.BeginObject();
-  json.Key("point");
-  json.Coordinates(at.point);
-  json.Key("place");
-  json.String(PlaceName(at.place));
-  if (!at.outlines.empty()) {
-    json.Key("outlines");
-    json.BeginArray();
-    for (std::size_t i = 0; i < at.outlines.size(); ++i) {
-      if (at.outlines[i] == Place::kOutside) continue;
-      json.BeginObject();
-      json.Key("outline");
-      json.String(report.outlines[i]);
-      json.Key("place");
-      json.String(PlaceName(at.outlines[i]));
-      json.EndObject();
-    }
-    json.EndArray();
+Json PointRecord(const LocateReport& report, const LocatedPoint& at) {
+  Json record = {{"point", at.point}, {"place", PlaceName(at.place)}};
+  if (at.outlines.empty()) return record;
+  Json& outlines = record["outlines"] = Json::array();
+  for (std::size_t i = 0; i < at.outlines.size(); ++i) {
+    if (at.outlines[i] == Place::kOutside) continue;
+    outlines.push_back({{"outline", report.outlines[i]}, {"place", PlaceName(at.outlines[i])}});
   }
-  json.EndObject();
+  return record;
 }
 
 }  // namespace
@@ -70,19 +51,11 @@ std::string LocateTable(const LocateReport& report) {
 }
 
 std::string LocateJson(const LocateReport& report) {
-  JsonWriter json;
-  json.BeginObject(kLines);
-  json.Key("file");
-  json.String(report.name);
-  json.Key("points");
-  json.BeginArray(kLines);
-  for (const LocatedPoint& at : report.points) WritePoint(report, at, json);
-  json.EndArray();
-  json.Key("grid");
-  json.BeginArray(kLines);
-  for (const LocatedPoint& at : report.grid) WritePoint(report, at, json);
-  json.EndArray();
-  json.EndObject();
+  const auto record = [&](const LocatedPoint& at, std::size_t) { return PointRecord(report, at); };
+  JsonLines json;
+  json.Add("file", report.name);
+  json.AddList("points", report.points, record);
+  json.AddList("grid", report.grid, record);
   return json.Take();
 }
 

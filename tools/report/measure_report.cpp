@@ -1,17 +1,15 @@
-#include "report/measure_report.h"
+#include <fmt/format.h>
 
 #include <optional>
-#include <string_view>
 
 #include "report/json.h"
-#include "report/text_table.h"
-#include "svg/number_text.h"
+#include "report/reports.h"
+#include "report/text.h"
 
 namespace kurvo::tools {
 namespace {
 
 constexpr auto kRight = TextTable::Align::kRight;
-constexpr auto kLines = JsonWriter::Layout::kLines;
 
 std::vector<TextTable::Column> Columns(bool near) {
   std::vector<TextTable::Column> columns = {
@@ -19,11 +17,6 @@ std::vector<TextTable::Column> Columns(bool near) {
       {"end"},     {"box"},           {"length", kRight}, {"curvature"},      {"turning", kRight}};
   if (near) columns.insert(columns.end(), {{"distance", kRight}, {"t"}, {"nearest point"}});
   return columns;
-}
-
-void AddNearest(const NearestPoint& nearest, std::vector<std::string>& row) {
-  row.insert(row.end(), {ShortNumber(nearest.distance), ShortNumber(nearest.parameter),
-                         PointText(nearest.point)});
 }
 
 std::string CurvatureText(const std::optional<CurvatureAt>& least,
@@ -39,6 +32,11 @@ void AddBending(double length, const std::optional<CurvatureAt>& least,
                 std::vector<std::string>& row) {
   row.insert(row.end(),
              {ShortNumber(length), CurvatureText(least, greatest), ShortNumber(Degrees(turning))});
+}
+
+void AddNearest(const NearestPoint& nearest, const std::string& parameter,
+                std::vector<std::string>& row) {
+  row.insert(row.end(), {ShortNumber(nearest.distance), parameter, PointText(nearest.point)});
 }
 
 // An extreme among the curves of an outline.
@@ -58,10 +56,7 @@ void AddOutline(const OutlineMeasures& outline, bool near, TextTable& table) {
                                   BoundsText(outline.box)};
   AddBending(outline.length, Extreme(outline, LeastCurved(outline), &Bending::least),
              Extreme(outline, MostCurved(outline), &Bending::greatest), outline.turning, row);
-  if (near) {
-    const NearestPoint& nearest = NearestIn(outline);
-    row.insert(row.end(), {ShortNumber(nearest.distance), "", PointText(nearest.point)});
-  }
+  if (near) AddNearest(NearestIn(outline), "", row);
   table.Add(std::move(row));
   for (std::size_t i = 0; i < outline.curves.size(); ++i) {
     const CurveMeasures& curve = outline.curves[i];
@@ -74,7 +69,7 @@ void AddOutline(const OutlineMeasures& outline, bool near, TextTable& table) {
            BoundsText(curve.box)};
     AddBending(curve.length, curve.bending.least, curve.bending.greatest, curve.bending.turning,
                row);
-    if (near) AddNearest(*curve.nearest, row);
+    if (near) AddNearest(*curve.nearest, ShortNumber(curve.nearest->parameter), row);
     table.Add(std::move(row));
   }
 }
@@ -84,124 +79,71 @@ std::string NearestText(const MeasureReport& report) {
   const std::string start = "nearest to " + PointText(*report.near) + ": ";
   if (outline == nullptr) return start + "nothing\n";
   const NearestPoint& nearest = NearestIn(*outline);
-  return start + outline->label + ", curve " + std::to_string(outline->nearest_curve + 1) + " (" +
-         std::string(TypeName(outline->curves[outline->nearest_curve].type)) +
-         ") at t = " + ShortNumber(nearest.parameter) + ", " + PointText(nearest.point) +
-         ", distance " + ShortNumber(nearest.distance) + "\n";
+  return fmt::format(
+      "{}{}, curve {} ({}) at t = {}, {}, distance {}\n", start, outline->label,
+      outline->nearest_curve + 1, TypeName(outline->curves[outline->nearest_curve].type),
+      ShortNumber(nearest.parameter), PointText(nearest.point), ShortNumber(nearest.distance));
 }
 
-void WritePoint(std::string_view key, Point p, JsonWriter& json) {
-  json.Key(key);
-  json.Coordinates(p);
-}
-
-// [least x, least y, greatest x, greatest y]
-void WriteBox(const Bounds& box, JsonWriter& json) {
-  json.Key("box");
-  json.BeginArray();
-  for (const double side : {box.min_x, box.min_y, box.max_x, box.max_y}) json.Number(side);
-  json.EndArray();
-}
-
-// The members of an object that say where the nearest point is.
-void WriteNearest(const NearestPoint& nearest, JsonWriter& json) {
-  json.Key("parameter");
-  json.Number(nearest.parameter);
-  WritePoint("point", nearest.point, json);
-  json.Key("distance");
-  json.Number(nearest.distance);
+// The record with what says where the nearest point is.
+Json WithNearest(Json record, const NearestPoint& nearest) {
+  record["parameter"] = nearest.parameter;
+  record["point"] = nearest.point;
+  record["distance"] = nearest.distance;
+  return record;
 }
 
 // The curvature and where it is, on which curve of an outline; null when it is nowhere.
-void WriteExtreme(std::string_view key, const std::optional<CurvatureAt>& extreme,
-                  std::optional<std::size_t> curve, JsonWriter& json) {
-  json.Key(key);
-  if (!extreme) return json.Null();
-  json.BeginObject();
-  json.Key("curvature");
-  json.Number(extreme->curvature);
-  if (curve) {
-    json.Key("curve");
-    json.Count(*curve + 1);
-  }
-  json.Key("parameter");
-  json.Number(extreme->parameter);
-  json.EndObject();
+Json ExtremeJson(const std::optional<CurvatureAt>& extreme,
+                 std::optional<std::size_t> curve = std::nullopt) {
+  if (!extreme) return {};
+  Json record = {{"curvature", extreme->curvature}};
+  if (curve) record["curve"] = *curve + 1;
+  record["parameter"] = extreme->parameter;
+  return record;
 }
 
-void WriteLengthAndTurning(double length, double turning, JsonWriter& json) {
-  json.Key("length");
-  json.Number(length);
-  json.Key("turning");
-  json.Number(Degrees(turning));
+Json CurveRecord(const CurveMeasures& curve, std::size_t i) {
+  Json record = {{"curve", i + 1},
+                 {"type", TypeName(curve.type)},
+                 {"degree", curve.degree},
+                 {"start", curve.start},
+                 {"end", curve.end},
+                 {"box", curve.box},
+                 {"length", curve.length},
+                 {"turning", Degrees(curve.bending.turning)},
+                 {"least", ExtremeJson(curve.bending.least)},
+                 {"greatest", ExtremeJson(curve.bending.greatest)}};
+  if (curve.nearest) record["nearest"] = WithNearest({}, *curve.nearest);
+  return record;
 }
 
-void WriteCurve(std::size_t number, const CurveMeasures& curve, JsonWriter& json) {
-  json.BeginObject();
-  json.Key("curve");
-  json.Count(number);
-  json.Key("type");
-  json.String(TypeName(curve.type));
-  json.Key("degree");
-  json.Count(static_cast<std::size_t>(curve.degree));
-  WritePoint("start", curve.start, json);
-  WritePoint("end", curve.end, json);
-  WriteBox(curve.box, json);
-  WriteLengthAndTurning(curve.length, curve.bending.turning, json);
-  WriteExtreme("least", curve.bending.least, std::nullopt, json);
-  WriteExtreme("greatest", curve.bending.greatest, std::nullopt, json);
-  if (curve.nearest) {
-    json.Key("nearest");
-    json.BeginObject();
-    WriteNearest(*curve.nearest, json);
-    json.EndObject();
-  }
-  json.EndObject();
-}
-
-void WriteOutline(const OutlineMeasures& outline, bool near, JsonWriter& json) {
-  json.BeginObject(kLines);
-  json.Key("outline");
-  json.String(outline.label);
-  json.Key("closed");
-  json.Bool(outline.closed);
-  WritePoint("start", outline.curves.front().start, json);
-  WritePoint("end", outline.curves.back().end, json);
-  WriteBox(outline.box, json);
-  WriteLengthAndTurning(outline.length, outline.turning, json);
+std::string OutlineRecord(const OutlineMeasures& outline, bool near) {
   const auto least = LeastCurved(outline);
   const auto most = MostCurved(outline);
-  WriteExtreme("least", Extreme(outline, least, &Bending::least), least, json);
-  WriteExtreme("greatest", Extreme(outline, most, &Bending::greatest), most, json);
+  JsonLines json(2);
+  json.Add("outline", outline.label);
+  json.Add("closed", outline.closed);
+  json.Add("start", outline.curves.front().start);
+  json.Add("end", outline.curves.back().end);
+  json.Add("box", outline.box);
+  json.Add("length", outline.length);
+  json.Add("turning", Degrees(outline.turning));
+  json.Add("least", ExtremeJson(Extreme(outline, least, &Bending::least), least));
+  json.Add("greatest", ExtremeJson(Extreme(outline, most, &Bending::greatest), most));
   if (near) {
-    json.Key("nearest");
-    json.BeginObject();
-    json.Key("curve");
-    json.Count(outline.nearest_curve + 1);
-    WriteNearest(NearestIn(outline), json);
-    json.EndObject();
+    json.Add("nearest", WithNearest({{"curve", outline.nearest_curve + 1}}, NearestIn(outline)));
   }
-  json.Key("curves");
-  json.BeginArray(kLines);
-  for (std::size_t i = 0; i < outline.curves.size(); ++i)
-    WriteCurve(i + 1, outline.curves[i], json);
-  json.EndArray();
-  json.EndObject();
+  json.AddList("curves", outline.curves, CurveRecord);
+  return json.Take();
 }
 
 // The nearest point of all; null without curves.
-void WriteOverallNearest(const MeasureReport& report, JsonWriter& json) {
-  WritePoint("near", *report.near, json);
-  json.Key("nearest");
+Json OverallNearest(const MeasureReport& report) {
   const OutlineMeasures* outline = NearestOutline(report.outlines);
-  if (outline == nullptr) return json.Null();
-  json.BeginObject();
-  json.Key("outline");
-  json.String(outline->label);
-  json.Key("curve");
-  json.Count(outline->nearest_curve + 1);
-  WriteNearest(NearestIn(*outline), json);
-  json.EndObject();
+  if (outline == nullptr) return {};
+  return WithNearest({{"outline", outline->label}, {"curve", outline->nearest_curve + 1}},
+                     NearestIn(*outline));
 }
 
 }  // namespace
@@ -215,18 +157,15 @@ std::string MeasureTable(const MeasureReport& report) {
 }
 
 std::string MeasureJson(const MeasureReport& report) {
-  JsonWriter json;
-  json.BeginObject(kLines);
-  json.Key("file");
-  json.String(report.name);
-  if (report.near) WriteOverallNearest(report, json);
-  json.Key("outlines");
-  json.BeginArray(kLines);
-  for (const OutlineMeasures& outline : report.outlines) {
-    WriteOutline(outline, report.near.has_value(), json);
+  JsonLines json;
+  json.Add("file", report.name);
+  if (report.near) {
+    json.Add("near", *report.near);
+    json.Add("nearest", OverallNearest(report));
   }
-  json.EndArray();
-  json.EndObject();
+  json.AddList("outlines", report.outlines, [&](const OutlineMeasures& outline, std::size_t) {
+    return OutlineRecord(outline, report.near.has_value());
+  });
   return json.Take();
 }
 

@@ -1,4 +1,5 @@
-// The attributes of one element: lengths with units, style properties, lists of numbers.
+// The attributes of one element: lengths with units, style properties, lists of numbers and of
+// transforms.
 #pragma once
 
 #include <optional>
@@ -7,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "geometry/affine.h"
+#include "geometry/plane.h"
 
 namespace kurvo::tools {
 
@@ -53,5 +54,9 @@ std::optional<ViewBox> ReadViewBox(const pugi::xml_node& element);
 // The map that fits a viewBox into a viewport at the origin, after the preserveAspectRatio of its
 // element. The identity when the viewport has no size.
 Affine ViewBoxMap(const pugi::xml_node& element, const ViewBox& box, const Viewport& viewport);
+
+// The map of a transform attribute such as "translate(10 5) rotate(30)": the last one is applied
+// first. An empty list is the identity. Throws ElementError.
+Affine ParseTransformList(std::string_view attribute, std::string_view text);
 
 }  // namespace kurvo::tools

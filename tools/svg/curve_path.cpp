@@ -7,8 +7,8 @@
 
 #include "geometry/cubic_fit.h"
 #include "geometry/elliptical_arc.h"
-#include "svg/number_text.h"
-#include "svg/text_scanner.h"
+#include "svg/input.h"
+#include "svg/writer.h"
 
 namespace kurvo::tools {
 namespace {
@@ -46,10 +46,6 @@ constexpr double kPartsMargin = 1.5;
 constexpr double kMostParts = 8;
 
 Point At(const double* p) { return {p[0], p[1]}; }
-
-double Size(Point v) { return std::hypot(v.x, v.y); }
-
-double LongerSide(const Bounds& box) { return std::max(box.Width(), box.Height()); }
 
 double Rounding(Point p) { return kRounding * Size(p); }
 
@@ -165,7 +161,7 @@ class PathWriter {
         ends.Add(StartOf(library_, span));
         ends.Add(EndOf(library_, span));
       }
-      least_size_ = LongerSide(ends);
+      least_size_ = ends.LongerSide();
     }
     for (const OwnedCurve& piece : pieces) {
       const Point start = Start(piece);
@@ -235,7 +231,7 @@ class PathWriter {
     Bounds box;
     for (int i = 0; i <= kSizeSamples; ++i)
       box.Add(PositionOf(library_, curve, static_cast<double>(i) / kSizeSamples));
-    const double size = std::max(LongerSide(box), least_size_);
+    const double size = std::max(box.LongerSide(), least_size_);
     const double rounding = std::max(Rounding(box.Min()), Rounding(box.Max()));
     WriteStretch(curve, 0, 1, kMeasuredShare * kPathDeviation * size + rounding);
   }

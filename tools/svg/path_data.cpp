@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "svg/text_scanner.h"
+#include "svg/input.h"
 
 namespace kurvo::tools {
 namespace {

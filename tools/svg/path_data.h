@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "geometry/affine.h"
 #include "geometry/elliptical_arc.h"
+#include "geometry/plane.h"
 
 namespace kurvo::tools {
 

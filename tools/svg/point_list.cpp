@@ -1,16 +1,15 @@
 #include "svg/point_list.h"
 
+#include <utf8.h>
+
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
-#include "svg/input_error.h"
-#include "svg/input_file.h"
-#include "svg/text_scanner.h"
+#include "svg/input.h"
 
 namespace kurvo::tools {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 
 // The point on a line that is not empty. Throws ElementError.
 Point ParseLine(TextScanner& scanner) {
@@ -27,9 +26,7 @@ Point ParseLine(TextScanner& scanner) {
 std::vector<Point> ReadPoints(Library& library, const std::string& path) {
   const std::string bytes = ReadWholeFile(path);
   std::string_view rest = bytes;
-  if (rest.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-    rest.remove_prefix(kByteOrderMark.size());
-  }
+  if (utf8::starts_with_bom(bytes)) rest.remove_prefix(std::size(utf8::bom));
   std::vector<Point> points;
   for (std::size_t number = 1; !rest.empty(); ++number) {
     const std::string_view line = rest.substr(0, rest.find('\n'));
