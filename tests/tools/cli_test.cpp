@@ -1,9 +1,8 @@
 // Whole files or none, also when a signal ends the program; the progress line.
-#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <signal.h>
 #include <sys/resource.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include "cli/output.h"
@@ -35,15 +34,11 @@ TEST(OutputFileDeathTest, AnInterruptLeavesNoTemporaryFile) {
 // A terminal whose screen can be read.
 class Terminal {
  public:
-  Terminal() : screen_(posix_openpt(O_RDWR | O_NOCTTY)) {
-    if (screen_ < 0 || grantpt(screen_) != 0 || unlockpt(screen_) != 0) {
+  Terminal() {
+    const termios raw = {};
+    if (openpty(&screen_, &line_, nullptr, &raw, nullptr) != 0) {
       throw std::runtime_error("no terminal");
     }
-    line_ = open(ptsname(screen_), O_RDWR | O_NOCTTY);
-    termios mode = {};
-    tcgetattr(line_, &mode);
-    mode.c_oflag &= ~static_cast<tcflag_t>(OPOST);
-    tcsetattr(line_, TCSANOW, &mode);
   }
   Terminal(const Terminal&) = delete;
   Terminal& operator=(const Terminal&) = delete;

@@ -141,8 +141,6 @@ class Checker {
   const Motion& motion_;
 };
 
-std::string Path(const std::string& data) { return PathElement(data); }
-
 TEST(FindCrossings, OfTwoDrawings) {
   const double turn = std::atan2(4, 3) / kPi;  // of (3, 4), in halves of the circle
   // The point (10 cos a, 5 sin a) of a quarter from 0, with cos a = 0.6: the rational quarter with

@@ -25,25 +25,16 @@ TEST(JsonText, StringsAreEscapedAndValidUtf8) {
 
 TEST(JsonText, NumbersReadBackFromTheFewestDigits) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  const struct {
-    double value;
-    const char* written;
-  } rows[] = {{0, "0"},
-              {-0.0, "0"},
-              {-1.5, "-1.5"},
-              {100000, "100000"},
-              {5e-324, "5e-324"},
-              {2. / 3, "0.6666666666666666"},
-              {0.1 + 0.2, "0.30000000000000004"},
-              {1e23, "1e+23"},
-              {1.7976931348623157e308, "1.7976931348623157e+308"},
-              {kInfinity, "null"},
-              {-kInfinity, "null"},
-              {kInfinity - kInfinity, "null"}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(JsonText(row.value), row.written);
-    if (std::isfinite(row.value)) {
-      EXPECT_EQ(Json::parse(JsonText(row.value)).get<double>(), row.value);
+  // clang-format off
+  const std::pair<double, const char*> rows[] = {
+      {0, "0"}, {-0.0, "0"}, {-1.5, "-1.5"}, {100000, "100000"}, {5e-324, "5e-324"}, {1e23, "1e+23"},
+      {2. / 3, "0.6666666666666666"}, {.1 + .2, "0.30000000000000004"}, {kInfinity, "null"},
+      {1.7976931348623157e308, "1.7976931348623157e+308"}, {kInfinity - kInfinity, "null"}};
+  // clang-format on
+  for (const auto& [value, written] : rows) {
+    EXPECT_EQ(JsonText(value), written);
+    if (std::isfinite(value)) {
+      EXPECT_EQ(Json::parse(written).get<double>(), value);
     }
   }
 }

@@ -64,7 +64,7 @@ TEST(Locator, AgreesWithAngles) {
     Library library;
     const Drawing drawing =
         ReadText(library, std::string("<g fill-rule='") + (even_odd ? "evenodd" : "nonzero") +
-                              "'>" + PathElement(path) + "</g>");
+                              "'>" + Path(path) + "</g>");
     std::vector<std::vector<Point>> outlines;
     for (const Outline& outline : drawing.shapes.at(0).outlines) {
       std::vector<Point>& points = outlines.emplace_back();

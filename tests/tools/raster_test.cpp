@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <pugixml.hpp>
 
-#include "picture/pictures.h"
 #include "support.h"
 
 namespace kurvo::tools {
@@ -151,23 +150,6 @@ double ExpectSamePicture(const std::string& path, Paint paint) {
   EXPECT_LE(difference.largest, kLargestDifference)
       << path << (paint == Paint::kFill ? " filled" : " stroked");
   return difference.ink_left;
-}
-
-TEST(IconTheme, EveryIconIsReadAndDrawn) {
-  const std::vector<std::string> icons = DrawingsIn(kIconTheme);
-  if (icons.empty()) GTEST_SKIP() << kIconTheme << " is not installed";
-  EXPECT_GT(icons.size(), 200u);
-  Library library;
-  for (const std::string& icon : icons) {
-    try {
-      const std::string picture = DrawingPicture(library, ReadSvg(library, icon), {}, kPixels);
-      EXPECT_TRUE(pugi::xml_document().load_string(picture.c_str())) << icon;
-      EXPECT_EQ(picture.find("nan"), std::string::npos) << icon;
-      EXPECT_EQ(picture.find("inf"), std::string::npos) << icon;
-    } catch (const std::exception& error) {
-      ADD_FAILURE() << icon << ": " << error.what();
-    }
-  }
 }
 
 TEST(IconTheme, DrawingsMatchTheIcons) {

@@ -2,9 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <numbers>
 
-#include "geometry/arc_length.h"
 #include "report/json.h"
 #include "support.h"
 
@@ -124,22 +122,12 @@ TEST_F(SplitTest, CutsLinesAndArcsExactly) {
       {"M3 0H5A5 5 0 0 1 0 5V3", "2", 5 * std::sqrt(.5), 5 * std::sqrt(.5)},
   };
   for (const auto& row : rows) {
-    const std::string file =
-        directory_.Write("row.svg", "<svg>" + PathElement(row.data) + "</svg>");
+    const std::string file = directory_.Write("row.svg", "<svg>" + Path(row.data) + "</svg>");
     const Json json = Json::parse(Client("split --json " + file + " --parts " + row.parts));
     const Json& end = json["outlines"][0]["pieces"][0]["end"];
     EXPECT_DOUBLE_EQ(end[0].get<double>() + 1, row.x + 1) << row.data;
     EXPECT_DOUBLE_EQ(end[1].get<double>() + 1, row.y + 1) << row.data;
   }
-  Library library;
-  const OwnedCurve line = OwnedCurve::Line({0, 0}, {3, 4});
-  const OwnedCurve arc = OwnedCurve::Arc({}, 10, true, {10, 0}, {0, 10});
-  const OwnedCurve curve = OwnedCurve::Quadratic({0, 0}, {5, 5}, {10, 0});
-  const OwnedCurve composite = OwnedCurve::Composite(library, {&line, &curve, &arc});
-  const ArcLength length(library, composite);
-  EXPECT_DOUBLE_EQ(length.ParameterAt(2), .4);
-  EXPECT_DOUBLE_EQ(length.ParameterAt(length.Total() - std::numbers::pi), 2.8);
-  EXPECT_NEAR(length.ParameterAt((length.Total() + 5 - 5 * std::numbers::pi) / 2), 1.5, 1e-4);
 }
 
 }  // namespace

@@ -56,11 +56,11 @@ inline Drawing ReadText(Library& library, const std::string& body) {
   return ReadSvg(library, directory.Write("in.svg", "<svg>" + body + "</svg>"));
 }
 
-inline std::string PathElement(const std::string& data) { return "<path d='" + data + "'/>"; }
+inline std::string Path(const std::string& data) { return "<path d='" + data + "'/>"; }
 
 // The curves of a drawing of one path with one outline.
 inline std::vector<OwnedCurve> ReadPath(Library& library, const std::string& data) {
-  return std::move(ReadText(library, PathElement(data)).shapes.at(0).outlines.at(0).curves);
+  return std::move(ReadText(library, Path(data)).shapes.at(0).outlines.at(0).curves);
 }
 
 // What a command of the shell prints. Throws std::runtime_error when it fails.

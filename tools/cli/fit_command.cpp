@@ -6,7 +6,7 @@
 #include "cli/options.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
-#include "svg/point_list.h"
+#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {

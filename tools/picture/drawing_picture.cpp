@@ -117,7 +117,7 @@ class DrawingPictureWriter {
   }
 
   void WriteAll(Picture& out) const {
-    if (options_.fill) WriteShapes("fill=\"" + std::string(kFillColour) + "\"", out);
+    if (options_.fill) WriteShapes(out.Fill(kFillColour), out);
     if (options_.boxes) WriteBoxes(out);
     WriteCombs(out);
     if (options_.control) WriteControls(out);
@@ -170,7 +170,7 @@ class DrawingPictureWriter {
       }
     });
     out.Path(lines, out.PixelStroke(kControlColour, kThinWidth));
-    out.Path(marks, "fill=\"" + std::string(kControlColour) + "\"");
+    out.Path(marks, out.Fill(kControlColour));
   }
 
   void WriteCurves(const CurveStyle& style, Picture& out) const {

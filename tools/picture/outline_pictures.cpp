@@ -32,7 +32,7 @@ constexpr PlaceStyle kPlaceStyles[] = {
 
 void WritePoints(const std::vector<LocatedPoint>& points, double radius, Picture& out) {
   for (const PlaceStyle& style : kPlaceStyles) {
-    out.OpenGroup("fill=\"" + std::string(style.colour) + "\"");
+    out.OpenGroup(out.Fill(style.colour));
     for (const LocatedPoint& at : points) {
       if (at.place == style.place) out.Circle(at.point, radius * out.Pixel());
     }
@@ -68,7 +68,7 @@ void WriteControl(const std::vector<Point>& control, Picture& out) {
   out.Path(out.Polyline(control), out.PixelStroke(kControlColour, kThinWidth));
   std::string marks;
   for (const Point p : control) marks += out.Square(p, kControlHalfSide * out.Pixel());
-  out.Path(marks, "fill=\"" + std::string(kControlColour) + "\"");
+  out.Path(marks, out.Fill(kControlColour));
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ class PairPicture {
     }
   }
 
-  double PictureExtent() const { return extent_; }
+  double DrawingExtent() const { return extent_; }
   Picture Begin(double size, std::vector<LegendEntry> legend) const {
     return Picture({.extent = extent_,
                     .shown = shown_,
@@ -107,7 +107,7 @@ std::string CrossingPicture(Library& library, const Drawing& first, const Drawin
   if (second != nullptr) drawings.push_back(second);
   const PairPicture pair(library, drawings);
   Picture out = pair.Begin(size, Entries(report));
-  WriteOverlaps(library, report, pair.PictureExtent(), out);
+  WriteOverlaps(library, report, pair.DrawingExtent(), out);
   pair.WriteCurves(out);
   out.OpenGroup(out.PixelStroke(kCrossingColour, kRingWidth));
   for (const Crossing& crossing : report.found.crossings)

@@ -11,8 +11,7 @@
 #include "geometry/links.h"
 #include "geometry/locate.h"
 #include "geometry/measure.h"
-#include "geometry/offset.h"
-#include "geometry/split.h"
+#include "geometry/pieces.h"
 
 namespace kurvo::tools {
 

@@ -39,6 +39,10 @@ class SvgWriter {
   std::string Number(double value) const;
   // name="value"
   std::string Attribute(std::string_view name, double value) const;
+  // The attribute of a fill.
+  static std::string Fill(std::string_view colour) {
+    return "fill=\"" + std::string(colour) + "\"";
+  }
   // The attributes of a round stroke without a fill.
   std::string Stroke(std::string_view colour, double width) const;
 

@@ -1,8 +1,9 @@
-#include "geometry/split.h"
+#include "geometry/pieces.h"
 
 #include <algorithm>
 #include <cmath>
 #include <deque>
+#include <iterator>
 #include <utility>
 
 #include "geometry/arc_length.h"
@@ -80,6 +81,18 @@ class PartSplitter {
   std::size_t piece_ = 0;  // that it belongs to
 };
 
+OutlineOffset OffsetOutline(Library& library, std::string label, const Outline& outline,
+                            double distance, double tolerance, const CurveDone& done) {
+  OutlineOffset offset = {std::move(label), &outline, distance, {}};
+  for (const OwnedCurve& curve : outline.curves) {
+    std::vector<OwnedCurve> pieces = OwnedCurve::Offset(library, curve, distance, tolerance);
+    offset.pieces.insert(offset.pieces.end(), std::make_move_iterator(pieces.begin()),
+                         std::make_move_iterator(pieces.end()));
+    done();
+  }
+  return offset;
+}
+
 }  // namespace
 
 std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
@@ -102,6 +115,21 @@ std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawin
   return SplitEach(drawing, [&](const Outline& outline, std::vector<Piece>& pieces) {
     PartSplitter(library, outline, count).Run(outline, pieces, done);
   });
+}
+
+std::vector<OutlineOffset> OffsetOutlines(Library& library, const Drawing& drawing,
+                                          const std::vector<double>& distances,
+                                          const std::optional<double>& tolerance,
+                                          const CurveDone& done) {
+  std::vector<OutlineOffset> offsets;
+  ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
+    for (const double distance : distances) {
+      offsets.push_back(OffsetOutline(library, label, outline, distance,
+                                      tolerance.value_or(kOffsetTolerance * std::fabs(distance)),
+                                      done));
+    }
+  });
+  return offsets;
 }
 
 }  // namespace kurvo::tools

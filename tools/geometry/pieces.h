@@ -1,7 +1,8 @@
-// Outlines in pieces.
+// Outlines in pieces, and their pieces at a distance.
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,5 +30,24 @@ std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
 // Every outline in `count` pieces of the same arc length; one without length gives none.
 std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawing,
                                          std::size_t count, const CurveDone& done);
+
+// One outline of the drawing, which must outlive it, at one distance.
+struct OutlineOffset {
+  std::string label;
+  const Outline* source;
+  double distance;
+  std::vector<OwnedCurve> pieces;
+};
+
+// What a tolerance is when none is given, in parts of the distance.
+inline constexpr double kOffsetTolerance = 1e-3;
+
+// Every outline at every distance, in drawing order; positive distances go to the left of travel as
+// seen in the drawing, whose y points down. `done` is called for each curve at each
+// distance. Curves are offset one by one: nothing is put in or cut off at corners.
+std::vector<OutlineOffset> OffsetOutlines(Library& library, const Drawing& drawing,
+                                          const std::vector<double>& distances,
+                                          const std::optional<double>& tolerance,
+                                          const CurveDone& done);
 
 }  // namespace kurvo::tools
