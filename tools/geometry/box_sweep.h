@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "geometry/library.h"
+#include "geometry/plane.h"
 
 namespace kurvo::tools {
 

@@ -1,7 +1,6 @@
 #include "geometry/comb.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "geometry/arc_length.h"

@@ -1,6 +1,5 @@
 #include "geometry/locate.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
 

@@ -44,7 +44,6 @@ class Locator {
  public:
   Locator(Library& library, const Drawing& drawing);
 
-  std::size_t OutlineCount() const { return outlines_.size(); }
   // Of one outline, in the order of the drawing: inside is where it goes around the point. One
   // whose ends do not meet is closed by a line, as it is when it is filled.
   Place InOutline(std::size_t outline, Point p) const;

@@ -1,8 +1,6 @@
 // The curves of a drawing by type, with what they are made of.
 #include <fmt/format.h>
 
-#include <utility>
-
 #include "geometry/comb.h"
 #include "picture/frame.h"
 #include "picture/pictures.h"

@@ -2,18 +2,30 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace kurvo::tools {
 namespace {
+
+// Most strings stand as they are; the others cost a serializer each.
+void WriteString(const std::string& string, std::string& text) {
+  const auto is_plain = [](char c) { return ' ' <= c && c <= '~' && c != '"' && c != '\\'; };
+  if (std::all_of(string.begin(), string.end(), is_plain)) {
+    text.append("\"").append(string).append("\"");
+  } else {
+    text += Json(string).dump(-1, ' ', false, Json::error_handler_t::replace);
+  }
+}
 
 void Write(const Json& value, std::string& text) {
   const auto end = value.end();
   if (value.is_object()) {
     for (auto member = value.begin(); member != end; ++member) {
       text += member == value.begin() ? "{" : ", ";
-      Write(member.key(), text);
+      WriteString(member.key(), text);
       text += ": ";
       Write(*member, text);
     }
@@ -24,10 +36,12 @@ void Write(const Json& value, std::string& text) {
       Write(*item, text);
     }
     text += value.empty() ? "[]" : "]";
+  } else if (value.is_string()) {
+    WriteString(value.get_ref<const std::string&>(), text);
   } else if (value.is_number_float() && std::isfinite(value.get<double>())) {
     fmt::format_to(std::back_inserter(text), "{}", value == 0.0 ? 0.0 : value.get<double>());
   } else {
-    text += value.dump(-1, ' ', false, Json::error_handler_t::replace);
+    text += value.dump();
   }
 }
 
@@ -41,7 +55,8 @@ std::string JsonText(const Json& value) {
 
 std::string& JsonLines::Begin(std::string_view key) {
   text_ += text_.empty() ? "{" : ",";
-  return NewLine(depth_ + 1) += JsonText(key) + ": ";
+  WriteString(std::string(key), NewLine(depth_ + 1));
+  return text_ += ": ";
 }
 
 std::string& JsonLines::NewLine(std::size_t depth) {

@@ -12,8 +12,10 @@ namespace {
 
 constexpr std::string_view kGap = "  ";  // between columns
 
-// What a text takes on a terminal, up to some limit: as much as padding to the limit leaves.
+// What a text takes on a terminal; beyond ASCII up to some limit: as much as padding to it leaves.
 std::size_t Width(const std::string& text) {
+  const auto is_ascii = [](char c) { return (c & 0x80) == 0; };
+  if (std::all_of(text.begin(), text.end(), is_ascii)) return text.size();
   constexpr std::size_t kWidest = 4096;
   return kWidest + text.size() - fmt::formatted_size("{:{}}", text, kWidest);
 }
@@ -60,8 +62,8 @@ std::string TextTable::Text() const {
     std::string line;
     for (std::size_t i = 0; i < row.size(); ++i) {
       if (i > 0) line += kGap;
-      line += alignment_[i] == Align::kRight ? fmt::format("{:>{}}", row[i], widths[i])
-                                             : fmt::format("{:<{}}", row[i], widths[i]);
+      const std::string padding(widths[i] - Width(row[i]), ' ');
+      line += alignment_[i] == Align::kRight ? padding + row[i] : row[i] + padding;
     }
     line.erase(line.find_last_not_of(' ') + 1);
     text += line + "\n";

@@ -1,7 +1,5 @@
 #include "svg/path_data.h"
 
-#include <string>
-
 #include "svg/input.h"
 
 namespace kurvo::tools {

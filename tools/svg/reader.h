@@ -1,8 +1,6 @@
 // Reads drawings and points from files.
 #pragma once
 
-#include <cstddef>
-#include <map>
 #include <string>
 #include <vector>
 

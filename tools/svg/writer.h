@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "geometry/library.h"
 #include "geometry/plane.h"
 
 namespace kurvo::tools {
