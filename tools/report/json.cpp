@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <iterator>
 #include <utility>
 
@@ -21,25 +22,24 @@ void WriteString(const std::string& string, std::string& text) {
 }
 
 void Write(const Json& value, std::string& text) {
-  const auto end = value.end();
   if (value.is_object()) {
-    for (auto member = value.begin(); member != end; ++member) {
-      text += member == value.begin() ? "{" : ", ";
-      WriteString(member.key(), text);
-      text += ": ";
-      Write(*member, text);
+    const char* before = "{";
+    for (const auto& [key, member] : value.get_ref<const Json::object_t&>()) {
+      WriteString(key, text.append(std::exchange(before, ", ")));
+      Write(member, text.append(": "));
     }
     text += value.empty() ? "{}" : "}";
   } else if (value.is_array()) {
-    for (auto item = value.begin(); item != end; ++item) {
-      text += item == value.begin() ? "[" : ", ";
-      Write(*item, text);
-    }
+    const char* before = "[";
+    for (const Json& item : value.get_ref<const Json::array_t&>())
+      Write(item, text.append(std::exchange(before, ", ")));
     text += value.empty() ? "[]" : "]";
   } else if (value.is_string()) {
     WriteString(value.get_ref<const std::string&>(), text);
   } else if (value.is_number_float() && std::isfinite(value.get<double>())) {
     fmt::format_to(std::back_inserter(text), "{}", value == 0.0 ? 0.0 : value.get<double>());
+  } else if (value.is_number_integer()) {
+    text += fmt::to_string(value.get<std::int64_t>());
   } else {
     text += value.dump();
   }

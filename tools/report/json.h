@@ -13,9 +13,9 @@ namespace kurvo::tools {
 using Json = nlohmann::ordered_json;
 
 // [x, y], and [least x, least y, greatest x, greatest y].
-inline void to_json(Json& json, const Point& p) { json = Json::array({p.x, p.y}); }
+inline void to_json(Json& json, const Point& p) { json = Json::array_t{p.x, p.y}; }
 inline void to_json(Json& json, const Bounds& box) {
-  json = Json::array({box.min_x, box.min_y, box.max_x, box.max_y});
+  json = Json::array_t{box.min_x, box.min_y, box.max_x, box.max_y};
 }
 
 // The value on one line. Read back, numbers are the same doubles, written with the fewest digits;

@@ -29,7 +29,9 @@ std::string GridText(const std::vector<LocatedPoint>& grid) {
 }
 
 Json PointRecord(const LocateReport& report, const LocatedPoint& at) {
-  Json record = {{"point", at.point}, {"place", PlaceName(at.place)}};
+  Json record;  // member by member, which is faster than a list of pairs
+  record["point"] = at.point;
+  record["place"] = PlaceName(at.place);
   if (at.outlines.empty()) return record;
   Json& outlines = record["outlines"] = Json::array();
   for (std::size_t i = 0; i < at.outlines.size(); ++i) {

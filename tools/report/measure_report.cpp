@@ -97,23 +97,25 @@ Json WithNearest(Json record, const NearestPoint& nearest) {
 Json ExtremeJson(const std::optional<CurvatureAt>& extreme,
                  std::optional<std::size_t> curve = std::nullopt) {
   if (!extreme) return {};
-  Json record = {{"curvature", extreme->curvature}};
+  Json record;
+  record["curvature"] = extreme->curvature;
   if (curve) record["curve"] = *curve + 1;
   record["parameter"] = extreme->parameter;
   return record;
 }
 
 Json CurveRecord(const CurveMeasures& curve, std::size_t i) {
-  Json record = {{"curve", i + 1},
-                 {"type", TypeName(curve.type)},
-                 {"degree", curve.degree},
-                 {"start", curve.start},
-                 {"end", curve.end},
-                 {"box", curve.box},
-                 {"length", curve.length},
-                 {"turning", Degrees(curve.bending.turning)},
-                 {"least", ExtremeJson(curve.bending.least)},
-                 {"greatest", ExtremeJson(curve.bending.greatest)}};
+  Json record;  // member by member, which is faster than a list of pairs
+  record["curve"] = i + 1;
+  record["type"] = TypeName(curve.type);
+  record["degree"] = curve.degree;
+  record["start"] = curve.start;
+  record["end"] = curve.end;
+  record["box"] = curve.box;
+  record["length"] = curve.length;
+  record["turning"] = Degrees(curve.bending.turning);
+  record["least"] = ExtremeJson(curve.bending.least);
+  record["greatest"] = ExtremeJson(curve.bending.greatest);
   if (curve.nearest) record["nearest"] = WithNearest({}, *curve.nearest);
   return record;
 }
