@@ -43,7 +43,8 @@ function(kurvo_part variable what)
   endif()
 endfunction()
 
-kurvo_part(KURVO_BUILD_TOOL "the client" CLI11:libcli11-dev pugixml:libpugixml-dev)
+kurvo_part(KURVO_BUILD_TOOL "the client" CLI11:libcli11-dev pugixml:libpugixml-dev
+           nlohmann_json:nlohmann-json3-dev fmt:libfmt-dev utf8cpp:libutfcpp-dev)
 
 set(test_needs GTest:libgtest-dev Freetype:libfreetype-dev DejaVu:fonts-dejavu-core)
 if(KURVO_BUILD_TOOL)

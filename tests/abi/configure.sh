@@ -9,7 +9,7 @@ compilers=(-G "$3" "-DCMAKE_C_COMPILER=$4" "-DCMAKE_CXX_COMPILER=$5")
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-packages=(CLI11 pugixml GTest Freetype DejaVu PNG benchmark)
+packages=(CLI11 pugixml nlohmann_json fmt utf8cpp GTest Freetype DejaVu PNG benchmark)
 parts=(TOOL=AUTO TESTS=AUTO BENCH=OFF)  # unless a case asks otherwise
 
 # configure HIDDEN PART=VALUE...: prints what CMake says; every package and part is set anew.
@@ -49,11 +49,11 @@ stops() {
 }
 
 builds 'nothing but a compiler' "${packages[*]}" 'kurvo' \
-  'Left out: the client, for want of CLI11 .*libcli11-dev.*libpugixml-dev' \
+  'Left out: the client, for want of CLI11 .*libcli11-dev.*libpugixml-dev.*nlohmann-json3-dev.*libfmt-dev.*libutfcpp-dev' \
   'Left out: the tests.*libgtest-dev.*libfreetype-dev.*fonts-dejavu-core' \
   'Left out: the benchmarks.*libbenchmark-dev'
 builds 'no picture library' PNG 'kurvo kurvo_tool' 'Left out: the tests.*libpng-dev' '!the client'
-builds 'no client' 'pugixml PNG' 'kurvo records_test' 'the client.*libpugixml-dev' \
+builds 'no client' 'fmt PNG' 'kurvo records_test' 'the client.*libfmt-dev' \
   '!the tests' '!libcli11-dev'
 stops 'client asked for' CLI11 TOOL libcli11-dev
 stops 'tests asked for' GTest TESTS libgtest-dev

@@ -2,11 +2,12 @@
 # Floors of the library, lowest first: a file includes from its own floor or from one below it, by
 # the path "floor/name.h", and headers never include each other in a circle. An exported function of
 # a floor above is called through kurvo.h, and only where its gate and its error reports are wanted:
-# each such call stands in the list below.
-# usage: include_direction.sh SRC EXPORTS
+# each such call stands in the list below. The rooms of the client keep the same order of includes.
+# usage: include_direction.sh SRC EXPORTS, or include_direction.sh FOLDER '' ROOM..., lowest first
 set -euo pipefail
 
 floors=(foundation records calc control eval build query relate)
+(($# < 3)) || floors=("${@:3}")
 declare -A height
 for i in "${!floors[@]}"; do height[${floors[i]}]=$i; done
 
@@ -21,7 +22,7 @@ build/extend_composite.cpp KurvocvEndPoint    the same
 build/point_curve.cpp      KurvocvPosition    the origin for a curve that a query refuses
 '
 
-src=$1 exports=$(realpath "$2")
+src=$1 exports=${2:+$(realpath "$2")}
 cd "$src"
 failed=0
 complain() {
@@ -54,6 +55,8 @@ done < <(grep -rnE '^[[:space:]]*#[[:space:]]*include' --include='*.h' --include
 
 ((seen > 0)) || complain "no #include found under $src"
 circle=$(tsort <<< "$edges" 2>&1 > /dev/null) || complain "headers include each other: $circle"
+
+[[ -n $exports ]] || exit "$failed"
 
 # A name followed by "(" is defined where its line begins in the first column, and called where the
 # line is indented.

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "input_error.h"
-#include "svg_reader.h"
+#include "svg/input.h"
+#include "svg/reader.h"
 
 namespace {
 

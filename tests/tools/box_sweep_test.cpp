@@ -1,12 +1,10 @@
 // The sweep beside a comparison of every box with every other.
-#include "box_sweep.h"
+#include "geometry/box_sweep.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <set>
-#include <utility>
-#include <vector>
 
 namespace kurvo::tools {
 namespace {
@@ -17,28 +15,25 @@ bool Meet(const Bounds& a, const Bounds& b) {
   return a.min_x <= b.max_x && b.min_x <= a.max_x && a.min_y <= b.max_y && b.min_y <= a.max_y;
 }
 
-// On a grid, so that many sides agree; `tall` and `wide` are the largest sizes.
-std::vector<Bounds> RandomBoxes(std::mt19937& random, int count, int wide, int tall) {
-  const auto upto = [&](int most) {
-    return static_cast<double>(std::uniform_int_distribution<>(0, most)(random));
-  };
-  std::vector<Bounds> boxes;
-  for (int i = 0; i < count; ++i) {
-    const Point low = {upto(60), upto(60)};
-    boxes.push_back({low.x, low.y, low.x + upto(wide), low.y + upto(tall)});
-  }
-  return boxes;
-}
-
 TEST(SweepBoxes, FindsEachPairOnce) {
   constexpr unsigned kSeed = 7;
   std::mt19937 random(kSeed);
+  // On a grid, so that many sides agree; `wide` and `tall` are the largest sizes.
+  const auto boxes = [&](int count, int wide, int tall) {
+    const auto upto = [&](int most) { return std::uniform_int_distribution<>(0, most)(random); };
+    std::vector<Bounds> all;
+    for (int i = 0; i < count; ++i) {
+      const int x = upto(60), y = upto(60);
+      all.push_back({1. * x, 1. * y, 1. * x + upto(wide), 1. * y + upto(tall)});
+    }
+    return all;
+  };
   const struct {
     int count, wide, tall;
   } rows[] = {{0, 1, 1}, {1, 1, 1}, {100, 5, 5}, {100, 60, 2}, {100, 2, 60}, {60, 0, 0}};
   for (const auto& row : rows) {
-    const std::vector<Bounds> first = RandomBoxes(random, row.count, row.wide, row.tall);
-    const std::vector<Bounds> second = RandomBoxes(random, row.count / 2, row.tall, row.wide);
+    const std::vector<Bounds> first = boxes(row.count, row.wide, row.tall);
+    const std::vector<Bounds> second = boxes(row.count / 2, row.tall, row.wide);
     Pairs expected_one, expected_two, one, two;
     for (std::size_t i = 0; i < first.size(); ++i) {
       for (std::size_t k = i + 1; k < first.size(); ++k) {

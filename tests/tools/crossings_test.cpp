@@ -1,17 +1,14 @@
 // Crossings and overlaps of small drawings whose common points are known in closed form.
-#include "crossings.h"
+#include "geometry/crossings.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <string>
 #include <tuple>
-#include <vector>
 
-#include "read_text.h"
+#include "support.h"
 
 namespace kurvo::tools {
 namespace {
@@ -43,56 +40,47 @@ struct Known {
 
 // A map of the plane that keeps circles, as an attribute and as numbers.
 struct Motion {
-  const char* attribute;
+  std::string attribute;
   Affine map;
+
+  std::string Apply(const std::string& body) const {
+    return "<g transform='" + attribute + "'>" + body + "</g>";
+  }
 };
 
-std::vector<Motion> Motions() {
-  return {{"translate(0 0)", {}},
-          {"translate(1300 -70.5)", Translation(1300, -70.5)},
-          {"rotate(31)", Rotation(31)},
-          {"scale(-3 3) translate(2 1)", Scaling(-3, 3) * Translation(2, 1)}};
-}
-
-std::string Moved(const std::string& body, const Motion& motion) {
-  return std::string("<g transform='") + motion.attribute + "'>" + body + "</g>";
-}
-
-double Distance(Point p, Point q) { return std::hypot(p.x - q.x, p.y - q.y); }
+const Motion kMotions[] = {{"translate(0 0)", {}},
+                           {"translate(1300 -70.5)", Translation(1300, -70.5)},
+                           {"rotate(31)", Rotation(31)},
+                           {"scale(-3 3) translate(2 1)", Scaling(-3, 3) * Translation(2, 1)}};
 
 class Checker {
  public:
   Checker(const std::string& name, const Motion& motion)
-      : name_(name + ", " + motion.attribute), map_(motion.map) {}
+      : name_(name + ", " + motion.attribute), motion_(motion) {}
 
   // One drawing.
   void Check(const std::string& body, bool joints, const Known& known) {
-    const Drawing drawing = ReadText(library_, body);
+    const Drawing drawing = ReadText(library_, motion_.Apply(body));
     const CurveList list = ListCurves(library_, drawing);
-    Progress progress(STDERR_FILENO, "", 0);
-    Expect(FindCrossings(library_, list, joints, progress), list, list, known);
+    Expect(FindCrossings(library_, list, joints, [] {}), list, list, known);
   }
 
   // Two drawings, in both orders.
   void Check(const std::string& first_body, const std::string& second_body, const Known& known) {
-    const Drawing first = ReadText(library_, first_body);
-    const Drawing second = ReadText(library_, second_body);
+    const Drawing first = ReadText(library_, motion_.Apply(first_body));
+    const Drawing second = ReadText(library_, motion_.Apply(second_body));
     const CurveList first_list = ListCurves(library_, first);
     const CurveList second_list = ListCurves(library_, second);
-    Progress progress(STDERR_FILENO, "", 0);
-    Expect(FindCrossings(library_, first_list, second_list, progress), first_list, second_list,
-           known);
+    Expect(FindCrossings(library_, first_list, second_list, [] {}), first_list, second_list, known);
     name_ += ", swapped";
-    const Crossings swapped = FindCrossings(library_, second_list, first_list, progress);
+    const Crossings swapped = FindCrossings(library_, second_list, first_list, [] {});
     EXPECT_EQ(swapped.crossings.size(), known.crossings.size()) << name_;
     EXPECT_EQ(swapped.overlaps.size(), known.overlaps.size()) << name_;
-    for (const Crossing& crossing : swapped.crossings) {
-      EXPECT_TRUE(std::any_of(known.crossings.begin(), known.crossings.end(),
-                              [&](const KnownCrossing& each) {
-                                return Distance(map_.Apply(each.point), crossing.point) <=
-                                       kLengthTol;
-                              }))
-          << name_ << ": " << crossing.point.x << ", " << crossing.point.y;
+    for (const Crossing& found : swapped.crossings) {
+      const auto is_it = [&](const KnownCrossing& each) {
+        return Size(motion_.map.Apply(each.point) - found.point) <= kLengthTol;
+      };
+      EXPECT_TRUE(std::any_of(known.crossings.begin(), known.crossings.end(), is_it)) << name_;
     }
   }
 
@@ -102,39 +90,38 @@ class Checker {
     ASSERT_EQ(found.crossings.size(), known.crossings.size()) << name_ << Describe(found);
     ASSERT_EQ(found.overlaps.size(), known.overlaps.size()) << name_ << Describe(found);
     for (std::size_t i = 0; i < known.crossings.size(); ++i) {
-      const Crossing& crossing = found.crossings[i];
+      const auto& [a, b, at, point] = found.crossings[i];
       const KnownCrossing& each = known.crossings[i];
       const std::string what = name_ + ", crossing " + std::to_string(i + 1);
-      EXPECT_EQ(crossing.first + 1, each.first) << what;
-      EXPECT_EQ(crossing.second + 1, each.second) << what;
-      EXPECT_NEAR(crossing.at.first, each.t_first, kParameterTol) << what;
-      EXPECT_NEAR(crossing.at.second, each.t_second, kParameterTol) << what;
-      EXPECT_LE(Distance(crossing.point, map_.Apply(each.point)), kLengthTol) << what;
-      const Point on_second =
-          PositionOf(library_, *second.curves[crossing.second].curve, crossing.at.second);
-      EXPECT_LE(Distance(crossing.point, on_second), kLengthTol) << what;
+      EXPECT_EQ(std::pair(a + 1, b + 1), std::pair(each.first, each.second)) << what;
+      EXPECT_NEAR(at.first, each.t_first, kParameterTol) << what;
+      EXPECT_NEAR(at.second, each.t_second, kParameterTol) << what;
+      EXPECT_LE(Size(point - motion_.map.Apply(each.point)), kLengthTol) << what;
+      ExpectOn(second, b, at.second, point, what);
     }
     for (std::size_t i = 0; i < known.overlaps.size(); ++i) {
-      ExpectOverlap(found.overlaps[i], first, second, known.overlaps[i],
-                    name_ + ", overlap " + std::to_string(i + 1));
+      const Overlap& overlap = found.overlaps[i];
+      const KnownOverlap& each = known.overlaps[i];
+      const std::string what = name_ + ", overlap " + std::to_string(i + 1);
+      const auto& [from, to] = overlap.stretch;
+      EXPECT_TRUE(overlap.has_ends) << what;
+      EXPECT_EQ(std::pair(overlap.first + 1, overlap.second + 1),
+                std::pair(each.first, each.second))
+          << what;
+      EXPECT_NEAR(from.first, each.from_first, kParameterTol) << what;
+      EXPECT_NEAR(to.first, each.to_first, kParameterTol) << what;
+      EXPECT_NEAR(from.second, each.from_second, kParameterTol) << what;
+      EXPECT_NEAR(to.second, each.to_second, kParameterTol) << what;
+      ExpectOn(first, overlap.first, from.first, overlap.from, what);
+      ExpectOn(second, overlap.second, from.second, overlap.from, what);
+      ExpectOn(second, overlap.second, to.second, overlap.to, what);
     }
   }
 
-  void ExpectOverlap(const Overlap& overlap, const CurveList& first, const CurveList& second,
-                     const KnownOverlap& known, const std::string& what) {
-    EXPECT_TRUE(overlap.has_ends) << what;
-    EXPECT_EQ(overlap.first + 1, known.first) << what;
-    EXPECT_EQ(overlap.second + 1, known.second) << what;
-    const auto& [from, to] = overlap.stretch;
-    EXPECT_NEAR(from.first, known.from_first, kParameterTol) << what;
-    EXPECT_NEAR(to.first, known.to_first, kParameterTol) << what;
-    EXPECT_NEAR(from.second, known.from_second, kParameterTol) << what;
-    EXPECT_NEAR(to.second, known.to_second, kParameterTol) << what;
-    const OwnedCurve& a = *first.curves[overlap.first].curve;
-    const OwnedCurve& b = *second.curves[overlap.second].curve;
-    EXPECT_LE(Distance(overlap.from, PositionOf(library_, a, from.first)), kLengthTol) << what;
-    EXPECT_LE(Distance(overlap.from, PositionOf(library_, b, from.second)), kLengthTol) << what;
-    EXPECT_LE(Distance(overlap.to, PositionOf(library_, b, to.second)), kLengthTol) << what;
+  void ExpectOn(const CurveList& list, std::size_t curve, double t, Point p,
+                const std::string& what) {
+    const Point on = PositionOf(library_, *list.curves[curve].curve, t);
+    EXPECT_LE(Size(p - on), kLengthTol) << what;
   }
 
   static std::string Describe(const Crossings& found) {
@@ -151,99 +138,51 @@ class Checker {
 
   Library library_;
   std::string name_;
-  const Affine map_;
+  const Motion& motion_;
 };
-
-std::string Path(const std::string& data) { return "<path d='" + data + "'/>"; }
 
 TEST(FindCrossings, OfTwoDrawings) {
   const double turn = std::atan2(4, 3) / kPi;  // of (3, 4), in halves of the circle
-  const std::string quarter = "M10 0A10 10 0 0 1 0 10";
-  const std::string next_quarter =
-      "M7.0710678118654755 7.0710678118654755A10 10 0 0 1 -7.0710678118654755 7.0710678118654755";
+  // The point (10 cos a, 5 sin a) of a quarter from 0, with cos a = 0.6: the rational quarter with
+  // weights 1, w, 1, w = cos 45 degrees, is at the angle 2 atan(t sin 45 / (1 - t + t w)).
+  const double half = std::tan(std::acos(0.6) / 2), w = std::sqrt(0.5);
+  const std::string circle = "<circle r='5'/>", rect = "<rect width='4' height='3'/>";
+  const std::string quarter = Path("M10 0A10 10 0 0 1 0 10"), root = "7.0710678118654755";
+  const std::string cubic = "M0 0C10 20 20 -20 30 0", loop = Path("M0 0C30 20 -30 20 0 0");
+  // clang-format off
   const struct {
     const char* name;
     std::string first, second;
     Known known;
   } rows[] = {
-      {"circles",
-       "<circle r='5'/>",
-       "<circle cx='6' r='5'/>",
-       {{{1, turn, 1, 1 - turn, {3, 4}}, {2, 1 - turn, 2, turn, {3, -4}}}, {}}},
+      {"circles", circle, "<circle cx='6' r='5'/>", {{{1, turn, 1, 1 - turn, {3, 4}}, {2, 1 - turn, 2, turn, {3, -4}}}, {}}},
       // Each at a joint of both; the middle of the contact is at 5 + 0.
-      {"circles that touch",
-       "<circle r='5'/>",
-       "<circle cx='10' r='5'/>",
-       {{{1, 0, 1, 1, {5, 0}}}, {}}},
-      {"circles apart whose boxes meet", "<circle r='5'/>", "<circle cx='8' cy='8' r='5'/>", {}},
+      {"circles that touch", circle, "<circle cx='10' r='5'/>", {{{1, 0, 1, 1, {5, 0}}}, {}}},
+      {"circles apart whose boxes meet", circle, "<circle cx='8' cy='8' r='5'/>", {}},
       // x = 27 t^2 - 18 t^3, y = 27 t (1 - t) (1 - 2 t)
-      {"cubic and line",
-       Path("M0 0C0 9 9 -9 9 0"),
-       Path("M-1 0H11"),
-       {{{1, 0, 1, 1. / 12, {0, 0}}, {1, 0.5, 1, 5.5 / 12, {4.5, 0}}, {1, 1, 1, 10. / 12, {9, 0}}},
-        {}}},
+      {"cubic and line", Path("M0 0C0 9 9 -9 9 0"), Path("M-1 0H11"),
+       {{{1, 0, 1, 1. / 12, {0, 0}}, {1, 0.5, 1, 5.5 / 12, {4.5, 0}}, {1, 1, 1, 10. / 12, {9, 0}}}, {}}},
       // y = x^2 and x = y^2, both from -1 to 1 in their parameters.
-      {"parabolas",
-       Path("M-1 1Q0 -1 1 1"),
-       Path("M1 -1Q-1 0 1 1"),
-       {{{1, 0.5, 1, 0.5, {0, 0}}, {1, 1, 1, 1, {1, 1}}}, {}}},
-      // A quarter from 0: (10 cos a, 5 sin a) with cos a = 0.6; t from the half angle, as the
-      // quarter is the stereographic image of its parameter.
-      {"ellipse and line",
-       Path("M10 0A10 5 0 0 1 0 5"),
-       Path("M6 0V10"),
-       {{{1, 0, 1, 0, {6, 4}}}, {}}},
-      {"lines along each other",
-       Path("M0 0H10"),
-       Path("M15 0H4"),
-       {{}, {{1, 0.4, 1, 1, 1, 5. / 11}}}},
+      {"parabolas", Path("M-1 1Q0 -1 1 1"), Path("M1 -1Q-1 0 1 1"), {{{1, 0.5, 1, 0.5, {0, 0}}, {1, 1, 1, 1, {1, 1}}}, {}}},
+      {"ellipse and line", Path("M10 0A10 5 0 0 1 0 5"), Path("M6 0V10"), {{{1, half / (w + half * (1 - w)), 1, 0.4, {6, 4}}}, {}}},
+      {"lines along each other", Path("M0 0H10"), Path("M15 0H4"), {{}, {{1, 0.4, 1, 1, 1, 5. / 11}}}},
       {"lines end to end", Path("M0 0H10"), Path("M15 0H10"), {{{1, 1, 1, 1, {10, 0}}}, {}}},
-      {"arcs along each other",
-       Path(quarter),
-       Path("M0 10A10 10 0 0 0 10 0"),
-       {{}, {{1, 0, 1, 1, 1, 0}}}},
-      {"quarters half along each other",
-       Path(quarter),
-       Path(next_quarter),
-       {{}, {{1, 0.5, 1, 1, 0, 0.5}}}},
-      {"a cubic and its reverse",
-       Path("M0 0C10 20 20 -20 30 0"),
-       Path("M30 0C20 -20 10 20 0 0"),
-       {{}, {{1, 0, 1, 1, 1, 0}}}},
-      {"a loop and itself",
-       Path("M0 0C30 20 -30 20 0 0"),
-       Path("M0 0C30 20 -30 20 0 0"),
-       {{}, {{1, 0, 1, 1, 0, 1}}}},
-      {"a loop and its reverse",
-       Path("M0 0C30 20 -30 20 0 0"),
-       Path("M0 0C-30 20 30 20 0 0"),
-       {{}, {{1, 0, 1, 1, 1, 0}}}},
-      {"a rectangle and itself",
-       "<rect width='4' height='3'/>",
-       "<rect width='4' height='3'/>",
-       {{}, {{1, 0, 1, 1, 0, 1}, {2, 0, 1, 2, 0, 1}, {3, 0, 1, 3, 0, 1}, {4, 0, 1, 4, 0, 1}}}},
+      {"arcs along each other", quarter, Path("M0 10A10 10 0 0 0 10 0"), {{}, {{1, 0, 1, 1, 1, 0}}}},
+      {"quarters half along each other", quarter, Path("M" + root + " " + root + "A10 10 0 0 1 -" + root + " " + root), {{}, {{1, 0.5, 1, 1, 0, 0.5}}}},
+      {"a cubic and its reverse", Path(cubic), Path("M30 0C20 -20 10 20 0 0"), {{}, {{1, 0, 1, 1, 1, 0}}}},
+      {"a loop and itself", loop, loop, {{}, {{1, 0, 1, 1, 0, 1}}}},
+      {"a loop and its reverse", loop, Path("M0 0C-30 20 30 20 0 0"), {{}, {{1, 0, 1, 1, 1, 0}}}},
+      {"a rectangle and itself", rect, rect, {{}, {{1, 0, 1, 1, 0, 1}, {2, 0, 1, 2, 0, 1}, {3, 0, 1, 3, 0, 1}, {4, 0, 1, 4, 0, 1}}}},
       // The sides left and right only touch the line where the overlap ends.
-      {"a line along a side",
-       Path("M-4 0H16"),
-       "<rect width='4' height='3'/>",
-       {{}, {{1, 0.2, 0.4, 1, 0, 1}}}},
+      {"a line along a side", Path("M-4 0H16"), rect, {{}, {{1, 0.2, 0.4, 1, 0, 1}}}},
       {"corner to corner", Path("M0 0H5V5"), Path("M10 -5L5 0L10 5"), {{{1, 1, 1, 1, {5, 0}}}, {}}},
       {"through a corner", Path("M0 0L5 5L10 0"), Path("M5 0V10"), {{{1, 1, 1, 0.5, {5, 5}}}, {}}},
       {"nothing to cross", "", Path("M5 0V10"), {}},
   };
+  // clang-format on
   for (const auto& row : rows) {
-    for (const Motion& motion : Motions()) {
-      Known known = row.known;
-      if (row.name == std::string("ellipse and line")) {
-        // The rational quarter with weights 1, w, 1, w = cos 45 degrees, is at the angle
-        // 2 atan(t sin 45 / (1 - t + t w)).
-        const double half = std::tan(std::acos(0.6) / 2);
-        const double w = std::sqrt(0.5);
-        known.crossings[0].t_first = half / (w + half * (1 - w));
-        known.crossings[0].t_second = 0.4;
-      }
-      Checker(row.name, motion).Check(Moved(row.first, motion), Moved(row.second, motion), known);
-    }
+    for (const Motion& motion : kMotions)
+      Checker(row.name, motion).Check(row.first, row.second, row.known);
   }
 }
 
@@ -252,40 +191,34 @@ TEST(FindCrossings, OfTwoDrawings) {
 TEST(FindCrossings, OfACircleAndAGrid) {
   std::string lines;
   std::vector<KnownCrossing> known;
-  const auto add = [&](std::size_t line, Point p) {
-    double turn = std::atan2(p.y, p.x) / kPi;
-    if (turn < 0) turn += 2;
-    const std::size_t half = turn <= 1 ? 1 : 2;
-    const double along = line <= 4 ? p.y : p.x;
-    known.push_back({half, turn - (half == 2 ? 1 : 0), line, (along + 10) / 20, p});
-  };
   std::size_t line = 0;
-  for (const double at : {-4.0, 0.0, 3.0, 5.0}) {
-    const double side = std::sqrt(25 - at * at);
-    lines += "M" + std::to_string(at) + " -10V10";
-    ++line;
-    add(line, {at, side});
-    if (side > 0) add(line, {at, -side});
-  }
-  for (const double at : {-4.0, 0.0, 3.0, 5.0}) {
-    const double side = std::sqrt(25 - at * at);
-    lines += "M-10 " + std::to_string(at) + "H10";
-    ++line;
-    add(line, {side, at});
-    if (side > 0) add(line, {-side, at});
+  for (const bool upright : {true, false}) {
+    for (const int at : {-4, 0, 3, 5}) {
+      ++line;
+      const std::string place = std::to_string(at);
+      lines += upright ? "M" + place + " -10V10" : "M-10 " + place + "H10";
+      const double side = std::sqrt(25 - at * at);
+      for (const double along : {side, -side}) {
+        const Point p = upright ? Point{1. * at, along} : Point{along, 1. * at};
+        double turn = std::atan2(p.y, p.x) / kPi;
+        if (turn < 0) turn += 2;
+        const std::size_t half = turn <= 1 ? 1 : 2;
+        known.push_back({half, turn - (half == 2 ? 1 : 0), line, (along + 10) / 20, p});
+        if (side == 0) break;
+      }
+    }
   }
   std::sort(known.begin(), known.end(), [](const KnownCrossing& a, const KnownCrossing& b) {
     return std::tie(a.first, a.second, a.t_first) < std::tie(b.first, b.second, b.t_first);
   });
-  for (const Motion& motion : Motions()) {
-    Checker("grid", motion)
-        .Check(Moved("<circle r='5'/>", motion), Moved(Path(lines), motion), {known, {}});
-  }
+  for (const Motion& motion : kMotions)
+    Checker("grid", motion).Check("<circle r='5'/>", Path(lines), {known, {}});
 }
 
 TEST(FindCrossings, OfOneDrawing) {
   // Mirror images; both are at the origin half way.
   const std::string eight = Path("M0 -10C20 -5 -20 5 0 10C20 5 -20 -5 0 -10Z");
+  // clang-format off
   const struct {
     const char* name;
     std::string body;
@@ -293,58 +226,37 @@ TEST(FindCrossings, OfOneDrawing) {
     Known known;
   } rows[] = {
       {"figure eight of two curves", eight, false, {{{1, 0.5, 2, 0.5, {0, 0}}}, {}}},
-      {"figure eight with its joints",
-       eight,
-       true,
-       {{{1, 0, 2, 1, {0, -10}}, {1, 0.5, 2, 0.5, {0, 0}}, {1, 1, 2, 0, {0, 10}}}, {}}},
-      {"twice through one corner",
-       Path("M-5 -5L0 0L5 5V-5L0 0L-5 5Z"),
-       false,
-       {{{1, 1, 4, 1, {0, 0}}}, {}}},
+      {"figure eight with its joints", eight, true, {{{1, 0, 2, 1, {0, -10}}, {1, 0.5, 2, 0.5, {0, 0}}, {1, 1, 2, 0, {0, 10}}}, {}}},
+      {"twice through one corner", Path("M-5 -5L0 0L5 5V-5L0 0L-5 5Z"), false, {{{1, 1, 4, 1, {0, 0}}}, {}}},
       {"circle", "<circle r='5'/>", false, {}},
       {"rounded rectangle", "<rect width='40' height='30' rx='7.3'/>", false, {}},
       {"ellipse", "<ellipse rx='40' ry='30'/>", false, {}},
       {"back at the start without being closed", Path("M0 0H5V5L0 0"), false, {}},
-      {"joint of a triangle",
-       Path("M0 0H6V8Z"),
-       true,
-       {{{1, 1, 2, 0, {6, 0}}, {1, 0, 3, 1, {0, 0}}, {2, 1, 3, 0, {6, 8}}}, {}}},
+      {"joint of a triangle", Path("M0 0H6V8Z"), true, {{{1, 1, 2, 0, {6, 0}}, {1, 0, 3, 1, {0, 0}}, {2, 1, 3, 0, {6, 8}}}, {}}},
       {"back on itself", Path("M0 0H10H5"), false, {{}, {{1, 0.5, 1, 2, 1, 0}}}},
       // The arc turns off the line so slowly that their contact is a thousandth away from the
       // joint, within the tolerance of both.
       {"joint at a cusp", Path("M9.999 10L10 0A10 10 0 0 1 0 10"), false, {}},
-      {"two outlines that share a corner",
-       Path("M0 0H5V5M5 0H9"),
-       false,
-       {{{1, 1, 3, 0, {5, 0}}}, {}}},
+      {"two outlines that share a corner", Path("M0 0H5V5M5 0H9"), false, {{{1, 1, 3, 0, {5, 0}}}, {}}},
   };
+  // clang-format on
   for (const auto& row : rows) {
-    for (const Motion& motion : Motions()) {
-      Checker(row.name, motion).Check(Moved(row.body, motion), row.joints, row.known);
-    }
+    for (const Motion& motion : kMotions)
+      Checker(row.name, motion).Check(row.body, row.joints, row.known);
   }
 }
 
 // The tolerance is a millionth.
 TEST(FindCrossings, GapsWithinTheTolerance) {
-  const struct {
-    const char* name;
-    std::string first, second;
-    Known known;
-  } rows[] = {
-      {"a gap below the tolerance",
-       Path("M0 0H9.9999991"),
-       Path("M10 -5V5"),
-       {{{1, 1, 1, 0.5, {10, 0}}}, {}}},
-      {"a gap above the tolerance", Path("M0 0H9.9999989"), Path("M10 -5V5"), {}},
-      // The reader drops the short line, which leaves a gap of 1.3 millionths across the diagonal.
-      {"a joint with a gap",
-       Path("M0 0H5L5.0000009 -0.0000009V5"),
-       Path("M4 -1L6 1"),
-       {{{1, 1, 1, 0.5, {5, 0}}}, {}}},
+  const auto check = [](const char* name, const char* first, const char* second,
+                        const Known& known) {
+    Checker(name, kMotions[0]).Check(Path(first), Path(second), known);
   };
-  for (const auto& row : rows)
-    Checker(row.name, Motions()[0]).Check(row.first, row.second, row.known);
+  check("a gap below", "M0 0H9.9999991", "M10 -5V5", {{{1, 1, 1, 0.5, {10, 0}}}, {}});
+  check("a gap above", "M0 0H9.9999989", "M10 -5V5", {});
+  // The reader drops the short line, which leaves a gap of 1.3 millionths across the diagonal.
+  check("a joint with a gap", "M0 0H5L5.0000009 -0.0000009V5", "M4 -1L6 1",
+        {{{1, 1, 1, 0.5, {5, 0}}}, {}});
 }
 
 // A straight curve that turns back within a line: they share a stretch that no end bounds.
@@ -352,8 +264,7 @@ TEST(FindCrossings, OverlapWithoutKnownEnds) {
   Library library;
   const Drawing drawing = ReadText(library, Path("M0 0H10") + Path("M5 -9V0C8 0 2 0 5 0V9"));
   const CurveList list = ListCurves(library, drawing);
-  Progress progress(STDERR_FILENO, "", 0);
-  const Crossings found = FindCrossings(library, list, false, progress);
+  const Crossings found = FindCrossings(library, list, false, [] {});
   ASSERT_EQ(found.overlaps.size(), 1u);
   EXPECT_EQ(found.overlaps[0].first, 0u);
   EXPECT_EQ(found.overlaps[0].second, 2u);

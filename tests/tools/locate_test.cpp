@@ -1,5 +1,5 @@
 // What lies inside, beside the angles under which it sees the outlines.
-#include "locate.h"
+#include "geometry/locate.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "read_text.h"
+#include "support.h"
 
 namespace kurvo::tools {
 namespace {
@@ -47,7 +47,7 @@ Place PlaceByAngles(const std::vector<std::vector<Point>>& outlines, bool even_o
     for (std::size_t i = 0; i < outline.size(); ++i) {
       const Point from = outline[i] - p;
       const Point to = outline[(i + 1) % outline.size()] - p;
-      if (std::hypot(from.x, from.y) < kNear) return Place::kOn;
+      if (Size(from) < kNear) return Place::kOn;
       angle += std::atan2(Cross(from, to), Dot(from, to));
     }
     turns += static_cast<int>(std::lround(angle / (2 * std::numbers::pi)));
@@ -61,20 +61,19 @@ TEST(Locator, AgreesWithAngles) {
   for (int i = 0; i < 24; ++i) {
     const bool even_odd = i % 2 == 1;
     const std::string path = RandomPath(random);
-    const std::string rule = even_odd ? "evenodd" : "nonzero";
     Library library;
-    const Drawing drawing = ReadText(library, "<path fill-rule='" + rule + "' d='" + path + "'/>");
+    const Drawing drawing =
+        ReadText(library, std::string("<g fill-rule='") + (even_odd ? "evenodd" : "nonzero") +
+                              "'>" + Path(path) + "</g>");
     std::vector<std::vector<Point>> outlines;
     for (const Outline& outline : drawing.shapes.at(0).outlines) {
       std::vector<Point>& points = outlines.emplace_back();
-      for (const OwnedCurve& curve : outline.curves) {
-        for (int k = 0; k < kSteps; ++k) {
+      const auto add = [&](const OwnedCurve& curve) {
+        for (int k = 0; k < kSteps; ++k)
           points.push_back(PositionOf(library, curve, static_cast<double>(k) / kSteps));
-        }
-      }
-      const Point start = points.front(), end = EndOf(library, outline.curves.back());
-      for (int k = 0; k < kSteps; ++k)  // the line that closes it
-        points.push_back(end + static_cast<double>(k) / kSteps * (start - end));
+      };
+      for (const OwnedCurve& curve : outline.curves) add(curve);
+      add(OwnedCurve::Line(EndOf(library, outline.curves.back()), points.front()));  // closes it
     }
     const Locator locator(library, drawing);
     for (int k = 0; k < 60; ++k) {

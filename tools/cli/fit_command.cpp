@@ -1,0 +1,65 @@
+// kurvo fit: a spline through points.
+#include <memory>
+#include <optional>
+
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "picture/pictures.h"
+#include "svg/input.h"
+#include "svg/reader.h"
+
+namespace kurvo::tools {
+namespace {
+
+constexpr int kHighestOrder = 40;  // that the library fits
+
+struct FitOptions {
+  std::string input;
+  OutputOptions output;
+  int order = 4;
+  bool control = false;
+};
+
+void Fit(const FitOptions& options) {
+  Library library;
+  const std::vector<Point> points = ReadPoints(library, options.input);
+  const auto refuse = [&](const std::string& problem) {
+    throw InputError(OneLine(options.input) + ": " + problem);
+  };
+  const std::string order = std::to_string(options.order);
+  if (points.size() < static_cast<std::size_t>(options.order)) {
+    refuse(std::to_string(points.size()) + " points are too few for order " + order);
+  }
+  const std::optional<OwnedCurve> spline = OwnedCurve::Through(library, points, options.order);
+  if (!spline) refuse("no B-spline of order " + order + " passes through these points");
+  Deliver(
+      options.output, {{options.input, nullptr}},
+      [&] { return FitPicture(library, points, *spline, options.control, options.output.size); },
+      [&] { return options.output.json ? FitJson(*spline) : FitText(library, *spline); });
+}
+
+}  // namespace
+
+Command AddFitCommand(CLI::App& app) {
+  const auto options = std::make_shared<FitOptions>();
+  CLI::App* fit = app.add_subcommand("fit", "Make a B-spline that passes through points");
+  fit->add_option("points", options->input, "A text file with a point x,y on each line")
+      ->required()
+      ->type_name("FILE");
+  fit->add_option("--order", options->order,
+                  "Order of the spline, its degree + 1; 4 unless given, 2 is the polygon")
+      ->check(Between(2, kHighestOrder))
+      ->type_name("K");
+  AddOutput(*fit, options->output,
+            "Write a picture of the spline with the points marked to this SVG file");
+  AddSize(*fit, options->output);
+  fit->add_flag("--control", options->control, "Draw the control polygon too");
+  AddJson(*fit, options->output, "Print knots and control points as JSON");
+  AddQuiet(*fit, options->output, "Print nothing");
+  fit->footer(
+      "Numbers may stand apart by spaces in place of the comma; empty lines and lines that begin "
+      "with #\nare passed over. In the picture y runs downwards, as it does in SVG.");
+  return {fit, [options] { Fit(*options); }};
+}
+
+}  // namespace kurvo::tools

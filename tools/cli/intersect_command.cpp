@@ -1,0 +1,93 @@
+// kurvo intersect: where the curves of drawings cross, touch and run together.
+#include <unistd.h>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "cli/progress.h"
+#include "picture/pictures.h"
+#include "svg/reader.h"
+
+namespace kurvo::tools {
+namespace {
+
+struct IntersectOptions {
+  std::string first;
+  std::string second;
+  OutputOptions output;
+  bool joints = false;
+};
+
+bool IsOneFile(const IntersectOptions& options) {
+  std::error_code ignored;
+  return options.second.empty() ||
+         std::filesystem::equivalent(options.first, options.second, ignored);
+}
+
+// The drawings and their curves; with one file the second drawing is missing.
+struct Inputs {
+  Inputs(Library& library, const IntersectOptions& options)
+      : first(ReadSvg(library, options.first)), first_curves(ListCurves(library, first)) {
+    if (IsOneFile(options)) return;
+    second = ReadSvg(library, options.second);
+    second_curves = ListCurves(library, *second);
+  }
+
+  Drawing first;
+  CurveList first_curves;
+  std::optional<Drawing> second;
+  CurveList second_curves;
+};
+
+Crossings Find(Library& library, const Inputs& inputs, bool joints) {
+  const std::size_t count = inputs.first_curves.curves.size() + inputs.second_curves.curves.size();
+  Progress progress(STDERR_FILENO, "intersected", count);
+  const auto step = [&] { progress.Step(); };
+  if (!inputs.second) return FindCrossings(library, inputs.first_curves, joints, step);
+  return FindCrossings(library, inputs.first_curves, inputs.second_curves, step);
+}
+
+void Intersect(const IntersectOptions& options) {
+  Library library;
+  const Inputs inputs(library, options);
+  const Crossings found = Find(library, inputs, options.joints);
+  const Drawing* second = inputs.second ? &*inputs.second : nullptr;
+  const CrossingReport report = {BaseName(options.first), second ? BaseName(options.second) : "",
+                                 inputs.first_curves,
+                                 second ? inputs.second_curves : inputs.first_curves, found};
+  Deliver(
+      options.output, {{options.first, &inputs.first}, {options.second, second}},
+      [&] { return CrossingPicture(library, inputs.first, second, report, options.output.size); },
+      [&] { return options.output.json ? CrossingJson(report) : CrossingTable(report); });
+}
+
+}  // namespace
+
+Command AddIntersectCommand(CLI::App& app) {
+  const auto options = std::make_shared<IntersectOptions>();
+  CLI::App* intersect = app.add_subcommand(
+      "intersect", "List the points and the stretches that the curves of two drawings share");
+  AddDrawings(*intersect, options->first, options->second,
+              "Another one; without it, or when it is the same file, the curves of the first are "
+              "intersected with each other",
+              false);
+  AddOutput(*intersect, options->output,
+            "Write a picture of the drawings with the crossings marked to this SVG file");
+  AddSize(*intersect, options->output);
+  AddJson(*intersect, options->output);
+  intersect->add_flag("--joints", options->joints,
+                      "With one drawing, also list the points where an outline goes from one curve "
+                      "to the next");
+  AddQuiet(*intersect, options->output);
+  intersect->footer(
+      "Both drawings are taken in the coordinates of their outermost viewBox. Curves are counted "
+      "from 1\nin each outline; t runs from 0 to 1 along a curve. Contacts count as crossings. A "
+      "crossing where\nan outline goes from one curve to the next is listed once, with one of "
+      "them.");
+  return {intersect, [options] { Intersect(*options); }};
+}
+
+}  // namespace kurvo::tools

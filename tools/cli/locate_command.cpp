@@ -1,0 +1,104 @@
+// kurvo locate: which points lie inside the outlines of a drawing.
+#include <cmath>
+#include <memory>
+#include <stdexcept>
+
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "picture/pictures.h"
+#include "svg/input.h"
+#include "svg/reader.h"
+
+namespace kurvo::tools {
+namespace {
+
+constexpr int kMostGridPoints = 2000;  // along the longer side
+
+struct LocateOptions {
+  std::string input;
+  OutputOptions output;
+  std::vector<Point> points;
+  int grid = 0;  // points along the longer side of the drawing
+};
+
+std::vector<Point> GridPoints(const Bounds& box, int count) {
+  std::vector<Point> points;
+  if (box.IsEmpty() || count < 1) return points;
+  if (count == 1) return {0.5 * (box.Min() + box.Max())};
+  const double step = box.LongerSide() / (count - 1);
+  const auto along = [step](double length) {
+    return step > 0 ? static_cast<int>(std::floor(length / step + 1e-9)) + 1 : 1;
+  };
+  for (int j = 0; j < along(box.Height()); ++j) {
+    for (int i = 0; i < along(box.Width()); ++i) {
+      points.push_back({box.min_x + i * step, box.min_y + j * step});
+    }
+  }
+  return points;
+}
+
+LocateReport ReportOn(Library& library, const Drawing& drawing, const LocateOptions& options) {
+  LocateReport report = {OneLine(options.input), {}, {}, {}};
+  ForEachOutline(
+      drawing, [&](const Outline&, const std::string& label) { report.outlines.push_back(label); });
+  const Locator locator(library, drawing);
+  for (const Point p : options.points) {
+    LocatedPoint at = {p, locator.InDrawing(p), {}};
+    for (std::size_t i = 0; i < report.outlines.size(); ++i) {
+      at.outlines.push_back(locator.InOutline(i, p));
+    }
+    report.points.push_back(std::move(at));
+  }
+  const std::vector<Point> grid = GridPoints(BoundsOf(library, drawing), options.grid);
+  for (const Point p : grid) report.grid.push_back({p, locator.InDrawing(p), {}});
+  return report;
+}
+
+void Locate(const LocateOptions& options) {
+  if (options.points.empty() && options.grid == 0) {
+    throw std::runtime_error("locate needs points or --grid (try --help)");
+  }
+  Library library;
+  const Drawing drawing = ReadSvg(library, options.input);
+  const LocateReport report = ReportOn(library, drawing, options);
+  Deliver(
+      options.output, {{options.input, &drawing}},
+      [&] { return LocatePicture(library, drawing, report, options.output.size); },
+      [&] { return options.output.json ? LocateJson(report) : LocateTable(report); });
+}
+
+}  // namespace
+
+Command AddLocateCommand(CLI::App& app) {
+  const auto options = std::make_shared<LocateOptions>();
+  CLI::App* locate = app.add_subcommand(
+      "locate", "Tell which points lie on, inside or outside the outlines of a drawing");
+  AddDrawing(*locate, options->input);
+  locate
+      ->add_option_function<std::vector<std::string>>(
+          "points",
+          [options](const std::vector<std::string>& texts) {
+            for (const std::string& text : texts) {
+              options->points.push_back(ParsePoint("points", text));
+            }
+          },
+          "The points to look at")
+      ->type_name("X,Y");
+  locate
+      ->add_option("--grid", options->grid,
+                   "Look at a square grid of points over the drawing, this many along its longer "
+                   "side; one is the middle")
+      ->check(CLI::Range(1, kMostGridPoints))
+      ->type_name("COUNT");
+  AddOutput(*locate, options->output, "Draw the curves and the points to this SVG file");
+  AddSize(*locate, options->output);
+  AddJson(*locate, options->output);
+  locate->footer(
+      "Inside is what the fill rule of a shape fills, also where outlines cross themselves; a line "
+      "closes\noutlines whose ends do not meet. Named are the outlines that a point is on or that "
+      "go "
+      "around it. A\npoint within the length tolerance of a curve or of such a line is on it.");
+  return {locate, [options] { Locate(*options); }};
+}
+
+}  // namespace kurvo::tools

@@ -1,0 +1,62 @@
+// kurvo measure: the curves of a drawing, one by one.
+#include <unistd.h>
+
+#include <memory>
+#include <optional>
+
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "cli/progress.h"
+#include "report/reports.h"
+#include "svg/input.h"
+#include "svg/reader.h"
+
+namespace kurvo::tools {
+namespace {
+
+struct MeasureOptions {
+  std::string input;
+  OutputOptions output;  // no file
+  std::optional<Point> near;
+};
+
+std::vector<OutlineMeasures> MeasureAll(Library& library, const Drawing& drawing,
+                                        const std::optional<Point>& near) {
+  Progress progress(STDERR_FILENO, "measured", CurveCount(drawing));
+  return Measure(library, drawing, near, [&] { progress.Step(); });
+}
+
+void RunMeasure(const MeasureOptions& options) {
+  Library library;
+  const Drawing drawing = ReadSvg(library, options.input);
+  const std::vector<OutlineMeasures> outlines = MeasureAll(library, drawing, options.near);
+  const MeasureReport report = {OneLine(options.input), options.near, outlines};
+  Deliver(options.output, {{options.input, &drawing}}, nullptr,
+          [&] { return options.output.json ? MeasureJson(report) : MeasureTable(report); });
+}
+
+}  // namespace
+
+Command AddMeasureCommand(CLI::App& app) {
+  const auto options = std::make_shared<MeasureOptions>();
+  CLI::App* measure = app.add_subcommand(
+      "measure",
+      "List the curves of a drawing: type, ends, box, length, bends, and what is nearest to a "
+      "point");
+  AddDrawing(*measure, options->input);
+  measure
+      ->add_option_function<std::string>(
+          "--near",
+          [options](const std::string& text) { options->near = ParsePoint("--near", text); },
+          "Find the nearest point of each curve, of each outline and of all to this one")
+      ->type_name("X,Y");
+  AddJson(*measure, options->output);
+  measure->footer(
+      "The box of a Bezier curve is that of its control points. Curvature is 1 / radius, its least "
+      "and its\ngreatest value; turning is what the tangent turns by, in degrees, in an outline "
+      "with its corners.\nBoth are positive from x towards y, clockwise as SVG is seen. Curves are "
+      "counted from 1 in each\noutline; t runs from 0 to 1 along a curve.");
+  return {measure, [options] { RunMeasure(*options); }};
+}
+
+}  // namespace kurvo::tools

@@ -1,0 +1,103 @@
+// kurvo split: outlines in pieces.
+#include <unistd.h>
+
+#include <memory>
+
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "cli/progress.h"
+#include "picture/pictures.h"
+#include "svg/input.h"
+#include "svg/reader.h"
+
+namespace kurvo::tools {
+namespace {
+
+constexpr double kMostParts = 10000;
+
+struct SplitOptions {
+  std::string input;
+  OutputOptions output;
+  std::vector<double> at;
+  std::size_t parts = 0;  // 0: cut at the parameters
+};
+
+// Each greater than the one before it, all in [0, 1].
+bool Ascend(const std::vector<double>& parameters) {
+  double before = -1;
+  for (const double t : parameters) {
+    if (!(t > before && t >= 0 && t <= 1)) return false;
+    before = t;
+  }
+  return true;
+}
+
+// "t1,t2,..."
+std::vector<double> ParseParameters(const std::string& text) {
+  constexpr const char* kOption = "--at";
+  try {
+    TextScanner scanner(kOption, text);
+    std::vector<double> parameters;
+    scanner.SkipSpace();
+    do {
+      parameters.push_back(scanner.Number());
+      scanner.SkipCommaSpace();
+    } while (!scanner.AtEnd());
+    if (Ascend(parameters)) return parameters;
+  } catch (const ElementError&) {
+    // The message below says what is wanted.
+  }
+  throw CLI::ValidationError(
+      kOption, "expected t1,t2,... ascending from 0 to 1, found '" + Excerpt(text) + "'");
+}
+
+std::vector<SplitOutline> Split(Library& library, const Drawing& drawing,
+                                const SplitOptions& options) {
+  Progress progress(STDERR_FILENO, "split", CurveCount(drawing));
+  const auto step = [&] { progress.Step(); };
+  if (options.parts > 0) return SplitIntoParts(library, drawing, options.parts, step);
+  return SplitAt(library, drawing, options.at, step);
+}
+
+void RunSplit(const SplitOptions& options) {
+  Library library;
+  const Drawing drawing = ReadSvg(library, options.input);
+  const std::vector<SplitOutline> outlines = Split(library, drawing, options);
+  const double extent = Extent(library, {&drawing});
+  Deliver(
+      options.output, {{options.input, &drawing}},
+      [&] { return SplitPicture(library, outlines, extent, options.output.size); },
+      [&] {
+        return options.output.json ? SplitJson(library, OneLine(options.input), outlines)
+                                   : SplitTable(library, outlines);
+      });
+}
+
+}  // namespace
+
+Command AddSplitCommand(CLI::App& app) {
+  const auto options = std::make_shared<SplitOptions>();
+  CLI::App* split = app.add_subcommand("split", "Cut the outlines of a drawing into pieces");
+  AddDrawing(*split, options->input);
+  CLI::Option_group* how = split->add_option_group("How");
+  how->add_option_function<std::string>(
+         "--at", [options](const std::string& text) { options->at = ParseParameters(text); },
+         "Cut every curve at these parameters, which ascend from 0 to 1")
+      ->type_name("T1,T2,...");
+  how->add_option("--parts", options->parts, "Cut every outline into N pieces of equal arc length")
+      ->check(Between(1, kMostParts))
+      ->type_name("N");
+  how->require_option(1);
+  AddOutput(*split, options->output,
+            "Write the pieces to this SVG file, each as a path of its own");
+  AddSize(*split, options->output);
+  AddJson(*split, options->output);
+  AddQuiet(*split, options->output);
+  split->footer(
+      "The pieces are lines, arcs and curves as before, in the order of the drawing. t runs from 0 "
+      "to 1\nalong a curve. A piece of an outline goes through as many curves as its length "
+      "takes.");
+  return {split, [options] { RunSplit(*options); }};
+}
+
+}  // namespace kurvo::tools

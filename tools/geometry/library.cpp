@@ -1,0 +1,278 @@
+#include "geometry/library.h"
+
+#include <fmt/format.h>
+
+#include <new>
+#include <string>
+
+namespace kurvo::tools {
+namespace {
+
+std::string ErrorText(int code) {
+  return fmt::format("the library reports error 0x{:06X}{}", static_cast<unsigned>(code),
+                     code == KURVO_ERR_MEMORY ? " (out of memory)" : "");
+}
+
+void Put(Coord out, Point p) { KurvoclSetCoord(out, p.x, p.y, 0); }
+
+Point Take(const Coord p) { return {p[0], p[1]}; }
+
+NearestPoint NearestByLibrary(Library& library, const OwnedCurve& curve, Point p) {
+  const Coord point = {p.x, p.y, 0};
+  double t = 0;
+  const double distance = KurvocvDistPoint(curve.Get(), point, &t, library.State());
+  library.Check();
+  return {t, PositionOf(library, curve, t), distance};
+}
+
+}  // namespace
+
+LibraryError::LibraryError(int code) : std::runtime_error(ErrorText(code)) {}
+
+void Library::Check() const {
+  if (!KurvoOk(&state_)) throw LibraryError(KurvoErrGet(&state_));
+}
+
+void* OwnedCurve::Allocate(int type, int degree) {
+  void* block = KurvocvMallocCurve(&curve_, type, degree);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
+OwnedCurve OwnedCurve::Line(Point start, Point end) {
+  OwnedCurve curve;
+  auto* line = static_cast<KurvoLine*>(curve.Allocate(CV_LINE, 0));
+  Put(line->start, start);
+  Put(line->end, end);
+  return curve;
+}
+
+OwnedCurve OwnedCurve::Arc(Point centre, double radius, bool counter_clockwise, Point start,
+                           Point end) {
+  OwnedCurve curve;
+  auto* arc = static_cast<KurvoArc*>(curve.Allocate(CV_ARC, 0));
+  arc->radius = radius;
+  Put(arc->centre, centre);
+  KurvoclSetCoord(arc->normal, 0, 0, counter_clockwise ? 1 : -1);
+  Put(arc->start, start);
+  Put(arc->end, end);
+  return curve;
+}
+
+OwnedCurve OwnedCurve::Quadratic(Point p0, Point p1, Point p2) {
+  OwnedCurve curve;
+  auto* bezier = static_cast<KurvoBezier*>(curve.Allocate(CV_BEZIER, 2));
+  Put(bezier->points[0], p0);
+  Put(bezier->points[1], p1);
+  Put(bezier->points[2], p2);
+  return curve;
+}
+
+OwnedCurve OwnedCurve::Cubic(Point p0, Point p1, Point p2, Point p3) {
+  OwnedCurve curve;
+  auto* bezier = static_cast<KurvoBezier*>(curve.Allocate(CV_BEZIER, 3));
+  Put(bezier->points[0], p0);
+  Put(bezier->points[1], p1);
+  Put(bezier->points[2], p2);
+  Put(bezier->points[3], p3);
+  return curve;
+}
+
+OwnedCurve OwnedCurve::RationalQuadratic(Point p0, Point p1, double weight1, Point p2) {
+  OwnedCurve curve;
+  auto* bezier = static_cast<KurvoRBezier*>(curve.Allocate(CV_RBEZIER, 2));
+  KurvoclSetHCoord(bezier->points[0], p0.x, p0.y, 0, 1);
+  KurvoclSetHCoord(bezier->points[1], p1.x, p1.y, 0, weight1);
+  KurvoclSetHCoord(bezier->points[2], p2.x, p2.y, 0, 1);
+  return curve;
+}
+
+std::optional<OwnedCurve> OwnedCurve::Through(Library& library, const std::vector<Point>& points,
+                                              int order) {
+  std::vector<double> coordinates;
+  coordinates.reserve(3 * points.size());
+  for (const Point p : points) coordinates.insert(coordinates.end(), {p.x, p.y, 0});
+  OwnedCurve curve;
+  KurvocvGenBspl(coordinates.data(), static_cast<int32_t>(points.size()), order, &curve.curve_,
+                 library.State());
+  if (KurvoErrGet(library.State()) == KURVO_ERR_FIT_POINTS) {
+    KurvoErrReset(library.State());
+    return std::nullopt;
+  }
+  library.Check();
+  return curve;
+}
+
+OwnedCurve OwnedCurve::Composite(Library& library, const std::vector<const OwnedCurve*>& pieces) {
+  OwnedCurve curve;
+  auto* block = static_cast<KurvoSegcv*>(
+      curve.Allocate(CV_SEGCV, static_cast<int>(pieces.size())));  // its pieces are empty so far
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    block->widths[i] = 1;
+    KurvocvCopyCurve(pieces[i]->Get(), block->curves + i, library.State());
+    library.Check();
+  }
+  return curve;
+}
+
+OwnedCurve OwnedCurve::Converted(Library& library, const OwnedCurve& source, int type) {
+  OwnedCurve curve;
+  curve.curve_.type = type;
+  const std::uint32_t result = KurvocvConvert(source.Get(), &curve.curve_, library.State());
+  library.Check();
+  if (result != KURVO_CONVERTED) throw LibraryError(KURVO_ERR_CURVE);
+  return curve;
+}
+
+std::vector<OwnedCurve> OwnedCurve::Pieces(Library& library, const OwnedCurve& source) {
+  const OwnedCurve composite = Converted(library, source, CV_SEGCV);
+  const auto& block = composite.Block<KurvoSegcv>();
+  std::vector<OwnedCurve> pieces(static_cast<std::size_t>(block.count));
+  for (std::size_t i = 0; i < pieces.size(); ++i) std::swap(pieces[i].curve_, block.curves[i]);
+  return pieces;
+}
+
+std::vector<OwnedCurve> OwnedCurve::Divided(Library& library, const OwnedCurve& source,
+                                            std::vector<double> parameters) {
+  const CvParam list = {static_cast<std::int32_t>(parameters.size()), parameters.data()};
+  std::vector<OwnedCurve> curves(parameters.size() + 1);
+  Cvseq pieces;
+  KurvocvNDivide(source.Get(), &list, &pieces, library.State());
+  for (std::size_t i = 0; i < curves.size() && pieces.count > 0; ++i)
+    std::swap(curves[i].curve_, pieces.curves[i]);
+  KurvocvFreeCvseq(&pieces);
+  library.Check();
+  return curves;
+}
+
+std::vector<OwnedCurve> OwnedCurve::Offset(Library& library, const OwnedCurve& source,
+                                           double distance, double tolerance) {
+  const Coord into_the_picture = {0, 0, -1};
+  Cvseq sequence;
+  KurvocvOffsetCurve(source.Get(), into_the_picture, distance, tolerance, &sequence,
+                     library.State());
+  library.Check();
+  std::vector<OwnedCurve> pieces(static_cast<std::size_t>(sequence.count));
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    std::swap(pieces[i].curve_, sequence.curves[i]);
+  }
+  KurvocvFreeCvseq(&sequence);
+  return pieces;
+}
+
+Point PositionOf(Library& library, const OwnedCurve& curve, double t) {
+  Coord p;
+  KurvocvPosition(curve.Get(), t, p, library.State());
+  library.Check();
+  return Take(p);
+}
+
+Point StartOf(Library& library, const OwnedCurve& curve) {
+  Coord p = {0, 0, 0};
+  KurvocvStartPoint(curve.Get(), p, library.State());
+  library.Check();
+  return Take(p);
+}
+
+Point EndOf(Library& library, const OwnedCurve& curve) {
+  Coord p = {0, 0, 0};
+  KurvocvEndPoint(curve.Get(), p, library.State());
+  library.Check();
+  return Take(p);
+}
+
+int DegreeOf(Library& library, const OwnedCurve& curve) {
+  const int degree = KurvocvDegree(curve.Get(), library.State());
+  library.Check();
+  return degree;
+}
+
+bool IsPoint(Library& library, const OwnedCurve& curve) {
+  Coord p;
+  const bool is_point = KurvocvDegenerate(curve.Get(), p, library.State()) == 1;
+  library.Check();
+  return is_point;
+}
+
+bool AreSame(Library& library, Point p, Point q) {
+  Coord a, b;
+  Put(a, p);
+  Put(b, q);
+  return KurvoclSameCoord(a, b, library.State()) == 1;
+}
+
+std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p) {
+  Coord point;
+  Put(point, p);
+  double t = 0;
+  const int result = KurvocvParameter(curve.Get(), point, &t, library.State());
+  library.Check();
+  if (result != KURVO_ON_CURVE) return std::nullopt;
+  return t;
+}
+
+double LengthOf(Library& library, const OwnedCurve& curve, double from, double to) {
+  double length = 0;
+  KurvocvCurveLen(curve.Get(), from, to, &length, library.State());
+  library.Check();
+  return length;
+}
+
+Point DerivativeOf(Library& library, const OwnedCurve& curve, double t, int n) {
+  Coord v = {0, 0, 0};
+  KurvocvNDeriv(curve.Get(), t, v, n, library.State());
+  library.Check();
+  return Take(v);
+}
+
+std::optional<Point> CurvatureOf(Library& library, const OwnedCurve& curve, double t) {
+  Coord v = {0, 0, 0};
+  KurvocvCurvature(curve.Get(), t, v, library.State());
+  if (KurvoErrGet(library.State()) == KURVO_ERR_SHORT_TANGENT) {
+    KurvoErrReset(library.State());
+    return std::nullopt;
+  }
+  library.Check();
+  return Take(v);
+}
+
+Closest ClosestOn(Library& library, const OwnedCurve& first, const OwnedCurve& second) {
+  Closest closest = {0, 0, 0};
+  closest.distance =
+      KurvocvDistCurve(first.Get(), second.Get(), &closest.first, &closest.second, library.State());
+  library.Check();
+  return closest;
+}
+
+// The distance of a point from a Bezier curve is, in the library, that of the first foot point,
+// which need not be the nearest one. On a B-spline it is the least of all foot points and ends. So
+// a Bezier curve is asked as the B-spline of one span that it also is: the same points at the same
+// parameters.
+NearestPoint NearestOn(Library& library, const OwnedCurve& curve, Point p) {
+  if (curve.Type() == CV_LINE || curve.Type() == CV_ARC) return NearestByLibrary(library, curve, p);
+  const int spline_type = curve.Type() == CV_BEZIER ? CV_BSPLINE : CV_RBSPLINE;
+  const OwnedCurve spline = OwnedCurve::Converted(library, curve, spline_type);
+  return NearestByLibrary(library, spline, p);
+}
+
+std::string_view TypeName(int type) {
+  switch (type) {
+    case CV_LINE:
+      return "line";
+    case CV_ARC:
+      return "arc";
+    case CV_BEZIER:
+      return "Bezier";
+    default:
+      return "rational Bezier";
+  }
+}
+
+Bounds BoundsOf(Library& library, const OwnedCurve& curve) {
+  Box box = {0, 0, 0, 0, 0, 0};
+  KurvocvBoundBox(curve.Get(), box, library.State());
+  library.Check();
+  return {box[0], box[1], box[3], box[4]};
+}
+
+}  // namespace kurvo::tools

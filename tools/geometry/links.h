@@ -1,0 +1,28 @@
+// The shortest links between the outlines of two drawings.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "geometry/drawing.h"
+#include "geometry/library.h"
+
+namespace kurvo::tools {
+
+// Between a curve of the first drawing and one of the second.
+struct Link {
+  std::size_t first;  // into the lists of curves
+  std::size_t second;
+  Closest at;  // on the two curves
+  Point from;
+  Point to;
+};
+
+// For each outline of the first drawing the shortest link to any outline of the second, in drawing
+// order; none when one of the drawings is empty.
+std::vector<Link> FindLinks(Library& library, const CurveList& first, const CurveList& second);
+
+// The first of the shortest; null without links.
+const Link* Shortest(const std::vector<Link>& links);
+
+}  // namespace kurvo::tools

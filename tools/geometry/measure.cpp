@@ -1,0 +1,243 @@
+#include "geometry/measure.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "geometry/arc_length.h"
+
+namespace kurvo::tools {
+namespace {
+
+// Curvature is looked at in so many stretches; of a cubic it has far fewer extremes.
+constexpr int kStretches = 64;
+constexpr int kGoldenSteps = 40;                // each takes 0.618 of what is left: to 1e-9
+constexpr double kGolden = 0.6180339887498949;  // (sqrt(5) - 1) / 2
+
+// Stretches on which the tangent turns less than half a turn, unless it does so within a 2^-20th.
+constexpr int kTurnStretches = 8;
+constexpr int kMaxTurnDepth = 20;
+constexpr double kSmallTurn = 0.5;       // radians
+constexpr double kTurnTolerance = 1e-9;  // radians
+
+// Orders of derivatives that are looked at for a direction at an end.
+constexpr int kHighestOrder = 3;
+
+bool IsShort(Library& library, Point v) { return !(Size(v) > library.Tolerance()); }
+
+std::optional<Point> InnerDirection(Library& library, const OwnedCurve& curve, double t) {
+  const Point tangent = DerivativeOf(library, curve, t, 1);
+  if (IsShort(library, tangent)) return std::nullopt;
+  return tangent;
+}
+
+// Where the first control points are the same, the tangent at the start has the direction of the
+// first derivative that is not zero; at the end, of odd ones that and of even ones the opposite.
+std::optional<Point> EndDirection(Library& library, const OwnedCurve& curve, double t) {
+  double sign = 1;
+  for (int n = 1; n <= kHighestOrder; ++n) {
+    const Point v = DerivativeOf(library, curve, t, n);
+    if (!IsShort(library, v)) return sign * v;
+    if (t > 0) sign = -sign;
+  }
+  return std::nullopt;
+}
+
+struct Direction {
+  double t;
+  Point direction;
+};
+
+// The turn between two places of the curve.
+double Turn(Library& library, const OwnedCurve& curve, const Direction& from, const Direction& to,
+            int depth) {
+  const double whole = TurnBetween(from.direction, to.direction);
+  const double t = 0.5 * (from.t + to.t);
+  const auto inner = depth < kMaxTurnDepth ? InnerDirection(library, curve, t) : std::nullopt;
+  if (!inner) return whole;
+  const Direction middle = {t, *inner};
+  const double sum = TurnBetween(from.direction, *inner) + TurnBetween(*inner, to.direction);
+  if (std::fabs(whole) < kSmallTurn && std::fabs(sum - whole) < kTurnTolerance) return sum;
+  return Turn(library, curve, from, middle, depth + 1) +
+         Turn(library, curve, middle, to, depth + 1);
+}
+
+double CurveTurning(Library& library, const OwnedCurve& curve, Point start, Point end) {
+  double turning = 0;
+  Direction from = {0, start};
+  for (int i = 1; i <= kTurnStretches; ++i) {
+    const double t = static_cast<double>(i) / kTurnStretches;
+    const auto direction = i < kTurnStretches ? InnerDirection(library, curve, t) : end;
+    if (!direction) continue;
+    turning += Turn(library, curve, from, {t, *direction}, 0);
+    from = {t, *direction};
+  }
+  return turning;
+}
+
+// The greatest of sign * curvature: of the samples, then by golden sections between its neighbours.
+class ExtremeSearch {
+ public:
+  ExtremeSearch(Library& library, const OwnedCurve& curve, double sign)
+      : library_(library), curve_(curve), sign_(sign) {}
+
+  std::optional<CurvatureAt> Run() {
+    for (int i = 0; i <= kStretches; ++i) ValueAt(static_cast<double>(i) / kStretches);
+    if (best_) Refine(best_->parameter);
+    return best_;
+  }
+
+ private:
+  // Minus infinity where there is no curvature.
+  double ValueAt(double t) {
+    const auto curvature = SignedCurvature(library_, curve_, t);
+    if (!curvature) return -HUGE_VAL;
+    if (!best_ || sign_ * *curvature > sign_ * best_->curvature) best_ = {*curvature, t};
+    return sign_ * *curvature;
+  }
+
+  void Refine(double t) {
+    double low = std::max(0.0, t - 1.0 / kStretches);
+    double high = std::min(1.0, t + 1.0 / kStretches);
+    for (int i = 0; i < kGoldenSteps; ++i) {
+      const double width = kGolden * (high - low);
+      if (ValueAt(high - width) > ValueAt(low + width))
+        high = low + width;
+      else
+        low = high - width;
+    }
+  }
+
+  Library& library_;
+  const OwnedCurve& curve_;
+  const double sign_;
+  std::optional<CurvatureAt> best_;
+};
+
+CurveMeasures MeasureCurve(Library& library, const OwnedCurve& curve,
+                           const std::optional<Point>& near) {
+  CurveMeasures measures = {curve.Type(),
+                            DegreeOf(library, curve),
+                            StartOf(library, curve),
+                            EndOf(library, curve),
+                            BoundsOf(library, curve),
+                            ArcLength(library, curve).Total(),
+                            BendingOf(library, curve),
+                            std::nullopt};
+  if (near) measures.nearest = NearestOn(library, curve, *near);
+  return measures;
+}
+
+// The turning of the curves and in the corners between them, also in the last one of a closed
+// outline. Points turn nowhere.
+double TurningOf(const OutlineMeasures& outline) {
+  double turning = 0;
+  std::optional<Point> first;
+  std::optional<Point> last;
+  for (const CurveMeasures& curve : outline.curves) {
+    const Bending& bending = curve.bending;
+    if (!bending.start_direction || !bending.end_direction) continue;
+    if (last) turning += TurnBetween(*last, *bending.start_direction);
+    turning += bending.turning;
+    if (!first) first = bending.start_direction;
+    last = bending.end_direction;
+  }
+  if (outline.closed && last) turning += TurnBetween(*last, *first);
+  return turning;
+}
+
+OutlineMeasures MeasureOutline(Library& library, const std::string& label, const Outline& outline,
+                               const std::optional<Point>& near, const CurveDone& done) {
+  OutlineMeasures measures = {label, outline.closed, {}, {}};
+  for (const OwnedCurve& curve : outline.curves) {
+    const std::size_t number = measures.curves.size();
+    measures.curves.push_back(MeasureCurve(library, curve, near));
+    measures.box.Add(measures.curves.back().box);
+    measures.length += measures.curves.back().length;
+    if (near && measures.curves[number].nearest->distance < NearestIn(measures).distance) {
+      measures.nearest_curve = number;
+    }
+    done();
+  }
+  measures.turning = TurningOf(measures);
+  return measures;
+}
+
+// The first curve whose `extreme` is before that of all others.
+template <class Before>
+std::optional<std::size_t> Foremost(const OutlineMeasures& outline,
+                                    std::optional<CurvatureAt> Bending::*extreme,
+                                    const Before& before) {
+  std::optional<std::size_t> found;
+  for (std::size_t i = 0; i < outline.curves.size(); ++i) {
+    const auto& value = outline.curves[i].bending.*extreme;
+    if (!value) continue;
+    if (!found || before(value->curvature, (outline.curves[*found].bending.*extreme)->curvature)) {
+      found = i;
+    }
+  }
+  return found;
+}
+
+}  // namespace
+
+double TurnBetween(Point from, Point to) { return std::atan2(Cross(from, to), Dot(from, to)); }
+
+std::optional<double> SignedCurvature(Library& library, const OwnedCurve& curve, double t) {
+  const auto vector = CurvatureOf(library, curve, t);
+  if (!vector) return std::nullopt;
+  const double side = Cross(DerivativeOf(library, curve, t, 1), *vector);
+  const double size = Size(*vector);
+  return side < 0 ? -size : size;
+}
+
+Bending BendingOf(Library& library, const OwnedCurve& curve) {
+  Bending bending;
+  bending.start_direction = EndDirection(library, curve, 0);
+  bending.end_direction = EndDirection(library, curve, 1);
+  if (!bending.start_direction || !bending.end_direction) return bending;
+  if (curve.Type() == CV_LINE) {
+    bending.least = bending.greatest = CurvatureAt{0, 0};
+    return bending;
+  }
+  bending.turning = CurveTurning(library, curve, *bending.start_direction, *bending.end_direction);
+  if (curve.Type() == CV_ARC) {
+    const auto curvature = SignedCurvature(library, curve, 0);
+    if (curvature) bending.least = bending.greatest = CurvatureAt{*curvature, 0};
+    return bending;
+  }
+  bending.least = ExtremeSearch(library, curve, -1).Run();
+  bending.greatest = ExtremeSearch(library, curve, 1).Run();
+  return bending;
+}
+
+std::optional<std::size_t> LeastCurved(const OutlineMeasures& outline) {
+  return Foremost(outline, &Bending::least, std::less<double>());
+}
+
+std::optional<std::size_t> MostCurved(const OutlineMeasures& outline) {
+  return Foremost(outline, &Bending::greatest, std::greater<double>());
+}
+
+std::vector<OutlineMeasures> Measure(Library& library, const Drawing& drawing,
+                                     const std::optional<Point>& near, const CurveDone& done) {
+  std::vector<OutlineMeasures> outlines;
+  ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
+    outlines.push_back(MeasureOutline(library, label, outline, near, done));
+  });
+  return outlines;
+}
+
+const NearestPoint& NearestIn(const OutlineMeasures& outline) {
+  return *outline.curves[outline.nearest_curve].nearest;
+}
+
+const OutlineMeasures* NearestOutline(const std::vector<OutlineMeasures>& outlines) {
+  const auto nearest = std::min_element(outlines.begin(), outlines.end(),
+                                        [](const OutlineMeasures& a, const OutlineMeasures& b) {
+                                          return NearestIn(a).distance < NearestIn(b).distance;
+                                        });
+  return nearest == outlines.end() ? nullptr : &*nearest;
+}
+
+}  // namespace kurvo::tools

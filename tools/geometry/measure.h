@@ -1,0 +1,76 @@
+// What there is to say about each outline of a drawing and each of its curves. Curvature and
+// turning are positive from the x axis towards the y axis, which is clockwise where y points down
+// as in SVG.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "geometry/drawing.h"
+#include "geometry/library.h"
+
+namespace kurvo::tools {
+
+// 1 / radius of curvature with its sign; nothing where the curve has no tangent, as in a cusp.
+std::optional<double> SignedCurvature(Library& library, const OwnedCurve& curve, double t);
+
+struct CurvatureAt {
+  double curvature;
+  double parameter;
+};
+
+struct Bending {
+  // Nothing when the curve has a curvature nowhere.
+  std::optional<CurvatureAt> least;
+  std::optional<CurvatureAt> greatest;
+  // All that the tangent turns by, in radians; a cusp counts as half a turn.
+  double turning = 0;
+  // Of the tangents at the ends, of any length; nothing when the curve is a point.
+  std::optional<Point> start_direction;
+  std::optional<Point> end_direction;
+};
+
+Bending BendingOf(Library& library, const OwnedCurve& curve);
+
+// The angle from one direction to the other, in (-pi, pi] radians.
+double TurnBetween(Point from, Point to);
+
+struct CurveMeasures {
+  int type;
+  int degree;
+  Point start;
+  Point end;
+  Bounds box;  // of the control points, for a Bezier curve
+  double length;
+  Bending bending;
+  std::optional<NearestPoint> nearest;
+};
+
+struct OutlineMeasures {
+  std::string label;
+  bool closed;
+  Bounds box;
+  std::vector<CurveMeasures> curves;  // at least one
+  std::size_t nearest_curve = 0;      // the first of those that are nearest
+  double length = 0;
+  double turning = 0;  // of the curves and in the corners between them, radians
+};
+
+// `near` is the point to be near to, when there is one. `done` is called for each curve.
+std::vector<OutlineMeasures> Measure(Library& library, const Drawing& drawing,
+                                     const std::optional<Point>& near, const CurveDone& done);
+
+// The outline with the nearest point, the first of several; nothing without outlines.
+const OutlineMeasures* NearestOutline(const std::vector<OutlineMeasures>& outlines);
+
+// What is nearest in the outline.
+const NearestPoint& NearestIn(const OutlineMeasures& outline);
+
+// The curve with the least curvature of the outline, and that with the greatest; the first of
+// several, nothing when no curve has a curvature.
+std::optional<std::size_t> LeastCurved(const OutlineMeasures& outline);
+std::optional<std::size_t> MostCurved(const OutlineMeasures& outline);
+
+}  // namespace kurvo::tools

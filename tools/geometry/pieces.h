@@ -1,0 +1,53 @@
+// Outlines in pieces, and their pieces at a distance.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "geometry/drawing.h"
+#include "geometry/library.h"
+
+namespace kurvo::tools {
+
+// A stretch of an outline: curves that run end to start.
+struct Piece {
+  std::vector<OwnedCurve> curves;  // at least one, none of them a point
+  double length = 0;
+};
+
+struct SplitOutline {
+  std::string label;
+  std::vector<Piece> pieces;
+};
+
+// Every curve of the drawing cut at the parameters, which ascend and lie in [0, 1]: a piece for
+// each part that is not a point. `done` is called for each curve, here and below.
+std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
+                                  const std::vector<double>& parameters, const CurveDone& done);
+
+// Every outline in `count` pieces of the same arc length; one without length gives none.
+std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawing,
+                                         std::size_t count, const CurveDone& done);
+
+// One outline of the drawing, which must outlive it, at one distance.
+struct OutlineOffset {
+  std::string label;
+  const Outline* source;
+  double distance;
+  std::vector<OwnedCurve> pieces;
+};
+
+// What a tolerance is when none is given, in parts of the distance.
+inline constexpr double kOffsetTolerance = 1e-3;
+
+// Every outline at every distance, in drawing order; positive distances go to the left of travel as
+// seen in the drawing, whose y points down. `done` is called for each curve at each
+// distance. Curves are offset one by one: nothing is put in or cut off at corners.
+std::vector<OutlineOffset> OffsetOutlines(Library& library, const Drawing& drawing,
+                                          const std::vector<double>& distances,
+                                          const std::optional<double>& tolerance,
+                                          const CurveDone& done);
+
+}  // namespace kurvo::tools

@@ -1,0 +1,226 @@
+// The curves of a drawing by type, with what they are made of.
+#include <fmt/format.h>
+
+#include "geometry/comb.h"
+#include "picture/frame.h"
+#include "picture/pictures.h"
+#include "svg/curve_path.h"
+
+namespace kurvo::tools {
+namespace {
+
+// Pixels.
+constexpr double kCurveWidth = 2.25;
+constexpr double kThinWidth = 1;
+constexpr double kToothWidth = 0.5;
+constexpr double kCrossHalfLength = 5;
+
+// What is drawn of a curve and of an outline.
+struct CurveTrace {
+  int type;
+  DrawnCurves drawn;
+  Point start;
+  Point end;
+  std::vector<Point> controls;  // of a Bezier curve; the centre of an arc
+};
+
+struct OutlineTrace {
+  std::vector<CurveTrace> curves;
+  Bounds box;  // of the control points
+  bool closed;
+};
+
+template <class Block>
+std::vector<Point> PointsOf(const Block& bezier) {
+  std::vector<Point> points;
+  for (int i = 0; i <= bezier.degree; ++i)
+    points.push_back({bezier.points[i][0], bezier.points[i][1]});
+  return points;
+}
+
+std::vector<Point> ControlPoints(const OwnedCurve& curve) {
+  if (curve.Type() == CV_BEZIER) return PointsOf(curve.Block<KurvoBezier>());
+  if (curve.Type() == CV_RBEZIER) return PointsOf(curve.Block<KurvoRBezier>());
+  if (curve.Type() != CV_ARC) return {};
+  const auto& arc = curve.Block<KurvoArc>();
+  return {{arc.centre[0], arc.centre[1]}};
+}
+
+OutlineTrace TraceOutline(Library& library, const Outline& outline, double extent) {
+  OutlineTrace trace = {{}, {}, outline.closed};
+  for (const OwnedCurve& curve : outline.curves) {
+    trace.curves.push_back(
+        {curve.Type(), {}, StartOf(library, curve), EndOf(library, curve), ControlPoints(curve)});
+    trace.curves.back().drawn.Add(library, curve, extent);
+    trace.box.Add(BoundsOf(library, curve));
+  }
+  return trace;
+}
+
+class DrawingPictureWriter {
+ public:
+  DrawingPictureWriter(Library& library, const Drawing& drawing, const PictureOptions& options)
+      : library_(library),
+        drawing_(drawing),
+        options_(options),
+        extent_(Extent(library, {&drawing})) {
+    ForEachOutline(drawing, [&](const Outline& outline, const std::string&) {
+      traces_.push_back(TraceOutline(library, outline, extent_));
+    });
+    if (options.comb && !options.curves_only) combs_ = CombsOf(library, drawing, extent_);
+  }
+
+  std::string Write(double size) {
+    const Bounds shown = Shown();
+    const double usual_width = options_.curves_only ? kThinWidth : kCurveWidth;
+    width_ = options_.stroke_width.value_or(usual_width * PixelSize(shown, size));
+    const bool has_legend = options_.legend && !options_.curves_only;
+    Picture out({.extent = extent_,
+                 .shown = shown,
+                 .size = size,
+                 .stroke_width = width_,
+                 .legend = has_legend ? Entries() : std::vector<LegendEntry>(),
+                 .paper = !options_.curves_only});
+    if (options_.curves_only) {
+      WriteShapes(options_.fill ? "fill=\"#000\"" : out.Stroke("#000", width_), out);
+    } else {
+      WriteAll(out);
+    }
+    return out.Finish();
+  }
+
+ private:
+  template <typename Step>
+  void ForEachTrace(const Step& step) const {
+    for (const OutlineTrace& outline : traces_) {
+      for (const CurveTrace& curve : outline.curves) step(curve);
+    }
+  }
+
+  // What the picture shows, without its margin.
+  Bounds Shown() const {
+    Bounds bounds;
+    ForEachTrace([&](const CurveTrace& curve) {
+      bounds.Add(curve.drawn.box);
+      if (options_.curves_only || !options_.control) return;
+      for (const Point p : curve.controls) bounds.Add(p);
+    });
+    for (const Comb& comb : combs_) {
+      for (const Point p : comb.tips) bounds.Add(p);
+    }
+    if (!options_.curves_only && options_.boxes) {
+      for (const OutlineTrace& outline : traces_) bounds.Add(outline.box);
+    }
+    return bounds;
+  }
+
+  void WriteAll(Picture& out) const {
+    if (options_.fill) WriteShapes(out.Fill(kFillColour), out);
+    if (options_.boxes) WriteBoxes(out);
+    WriteCombs(out);
+    if (options_.control) WriteControls(out);
+    for (const CurveStyle& style : kCurveStyles) WriteCurves(style, out);
+    if (options_.points) WritePoints(out);
+  }
+
+  // Each shape as one path, its outlines as they run.
+  void WriteShapes(const std::string& attributes, Picture& out) const {
+    out.OpenGroup(attributes);
+    for (const Shape& shape : drawing_.shapes) {
+      std::string data;
+      for (const Outline& outline : shape.outlines)
+        data += PathData(library_, outline.curves) + (outline.closed ? "Z" : "");
+      out.Path(data, shape.even_odd ? "fill-rule=\"evenodd\"" : "");
+    }
+    out.CloseGroup();
+  }
+
+  void WriteBoxes(Picture& out) const {
+    std::string data;
+    for (const OutlineTrace& outline : traces_) data += out.Rectangle(outline.box);
+    const std::string dash = out.Number(4 * out.Pixel());
+    out.Path(data, out.PixelStroke(kBoxColour, kThinWidth) + " stroke-dasharray=\"" + dash + "\"");
+  }
+
+  void WriteCombs(Picture& out) const {
+    std::string teeth;
+    std::string tips;
+    for (const Comb& comb : combs_) {
+      for (std::size_t i = 0; i < comb.feet.size(); ++i)
+        teeth += out.Polyline({comb.feet[i], comb.tips[i]});
+      tips += out.Polyline(comb.tips);
+    }
+    out.Path(teeth, out.PixelStroke(kCombColour, kToothWidth));
+    out.Path(tips, out.PixelStroke(kCombColour, kThinWidth));
+  }
+
+  void WriteControls(Picture& out) const {
+    std::string lines;
+    std::string marks;
+    ForEachTrace([&](const CurveTrace& curve) {
+      if (curve.type == CV_ARC) {
+        lines += out.Cross(curve.controls.front(), kCrossHalfLength * out.Pixel());
+        return;
+      }
+      lines += out.Polyline(curve.controls);
+      for (std::size_t i = 1; i + 1 < curve.controls.size(); ++i) {
+        marks += out.Square(curve.controls[i], kControlHalfSide * out.Pixel());
+      }
+    });
+    out.Path(lines, out.PixelStroke(kControlColour, kThinWidth));
+    out.Path(marks, out.Fill(kControlColour));
+  }
+
+  void WriteCurves(const CurveStyle& style, Picture& out) const {
+    std::string data;
+    ForEachTrace([&](const CurveTrace& curve) {
+      if (curve.type == style.type) data += curve.drawn.data;
+    });
+    out.Path(data, out.Stroke(style.colour, width_));
+  }
+
+  void WritePoints(Picture& out) const {
+    const double radius = kPointRadius * out.Pixel();
+    out.OpenGroup("fill=\"#fff\" stroke=\"" + std::string(kPointColour) + "\" " +
+                  out.Attribute("stroke-width", kThinWidth * out.Pixel()));
+    for (const OutlineTrace& outline : traces_) {
+      for (const CurveTrace& curve : outline.curves) out.Circle(curve.start, radius);
+      if (!outline.closed) out.Circle(outline.curves.back().end, radius);
+    }
+    out.CloseGroup();
+  }
+
+  std::vector<LegendEntry> Entries() const {
+    using Mark = LegendEntry::Mark;
+    std::vector<LegendEntry> entries;
+    for (const CurveStyle& style : kCurveStyles) {
+      std::size_t count = 0;
+      ForEachTrace([&](const CurveTrace& curve) { count += curve.type == style.type ? 1 : 0; });
+      if (count == 0) continue;
+      entries.push_back(
+          {Mark::kCurve, style.colour, fmt::format("{} ({})", TypeName(style.type), count)});
+    }
+    if (options_.control) entries.push_back({Mark::kControl, kControlColour, "control polygon"});
+    if (options_.points) entries.push_back({Mark::kPoint, kPointColour, "end point"});
+    if (options_.boxes) entries.push_back({Mark::kBox, kBoxColour, "box"});
+    if (options_.comb) entries.push_back({Mark::kComb, kCombColour, "curvature"});
+    return entries;
+  }
+
+  Library& library_;
+  const Drawing& drawing_;
+  const PictureOptions& options_;
+  const double extent_;
+  std::vector<OutlineTrace> traces_;
+  std::vector<Comb> combs_;
+  double width_ = 1;  // of the curves, in units of the drawing
+};
+
+}  // namespace
+
+std::string DrawingPicture(Library& library, const Drawing& drawing, const PictureOptions& options,
+                           double size) {
+  return DrawingPictureWriter(library, drawing, options).Write(size);
+}
+
+}  // namespace kurvo::tools

@@ -1,0 +1,177 @@
+// One drawing and what is made of it: points in it, its offsets, its pieces; a spline and its
+// points.
+#include <fmt/format.h>
+
+#include <iterator>
+#include <string_view>
+
+#include "geometry/sampling.h"
+#include "picture/frame.h"
+#include "picture/pictures.h"
+#include "svg/curve_path.h"
+
+namespace kurvo::tools {
+namespace {
+
+using Mark = LegendEntry::Mark;
+
+// Pixels.
+constexpr double kCurveWidth = 2.25;
+constexpr double kThinWidth = 1;
+constexpr double kOffsetWidth = 1.25;
+constexpr double kPieceWidth = 3;
+constexpr double kLocatedWidth = 2;
+constexpr double kGridRadius = 2;
+
+struct PlaceStyle {
+  Place place;
+  std::string_view colour;
+};
+constexpr PlaceStyle kPlaceStyles[] = {
+    {Place::kOutside, "#94a3b8"}, {Place::kInside, "#1d5fd1"}, {Place::kOn, kCrossingColour}};
+
+void WritePoints(const std::vector<LocatedPoint>& points, double radius, Picture& out) {
+  for (const PlaceStyle& style : kPlaceStyles) {
+    out.OpenGroup(out.Fill(style.colour));
+    for (const LocatedPoint& at : points) {
+      if (at.place == style.place) out.Circle(at.point, radius * out.Pixel());
+    }
+    out.CloseGroup();
+  }
+}
+
+constexpr std::string_view kPieceColours[] = {"#1d5fd1", "#d95f02", "#0b8a5b"};
+
+// The last piece may meet the first.
+std::string_view PieceColour(std::size_t piece, std::size_t count) {
+  constexpr std::size_t kColours = std::size(kPieceColours);
+  const bool like_the_first = piece > 0 && piece + 1 == count && piece % kColours == 0;
+  return kPieceColours[like_the_first ? 1 : piece % kColours];
+}
+
+std::vector<Point> ControlPoints(const OwnedCurve& spline) {
+  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
+  std::vector<Point> points;
+  for (int i = 0; i < block.count; ++i) points.push_back({block.points[i][0], block.points[i][1]});
+  return points;
+}
+
+// What the picture of a spline shows: span by span, so that no bend hides between two samples.
+Bounds FitBox(Library& library, const OwnedCurve& spline, double extent, Bounds box) {
+  for (const OwnedCurve& span : OwnedCurve::Pieces(library, spline)) {
+    for (const Point p : SampleCurve(library, span, kChordTolerance * extent)) box.Add(p);
+  }
+  return box;
+}
+
+void WriteControl(const std::vector<Point>& control, Picture& out) {
+  out.Path(out.Polyline(control), out.PixelStroke(kControlColour, kThinWidth));
+  std::string marks;
+  for (const Point p : control) marks += out.Square(p, kControlHalfSide * out.Pixel());
+  out.Path(marks, out.Fill(kControlColour));
+}
+
+}  // namespace
+
+std::string LocatePicture(Library& library, const Drawing& drawing, const LocateReport& report,
+                          double size) {
+  const double extent = Extent(library, {&drawing});
+  DrawnCurves curves;
+  curves.Add(library, drawing, extent);
+  Bounds shown = curves.box;
+  for (const auto* points : {&report.points, &report.grid}) {
+    for (const LocatedPoint& at : *points) shown.Add(at.point);
+  }
+  std::vector<LegendEntry> legend;
+  for (const PlaceStyle& style : kPlaceStyles) {
+    legend.push_back({Mark::kPoint, style.colour, std::string(PlaceName(style.place))});
+  }
+  Picture out({.extent = extent,
+               .shown = shown,
+               .size = size,
+               .stroke_width = kLocatedWidth * PixelSize(shown, size),
+               .legend = legend});
+  out.Path(curves.data, out.PixelStroke(kPointColour, kLocatedWidth));
+  WritePoints(report.grid, kGridRadius, out);
+  WritePoints(report.points, kCrossingRadius, out);
+  return out.Finish();
+}
+
+std::string OffsetPicture(Library& library, const Drawing& drawing,
+                          const std::vector<OutlineOffset>& offsets, const std::string& name,
+                          double size) {
+  const double extent = Extent(library, {&drawing});
+  DrawnCurves sources, moved;
+  sources.Add(library, drawing, extent);
+  for (const OutlineOffset& offset : offsets) {
+    for (const OwnedCurve& piece : offset.pieces) moved.Add(library, piece, extent);
+  }
+  Bounds shown = sources.box;
+  shown.Add(moved.box);
+  const auto [source_colour, offset_colour] = kDrawingColours;
+  const std::string pieces =
+      fmt::format("offset ({} {})", moved.count, moved.count == 1 ? "piece" : "pieces");
+  Picture out(
+      {.extent = extent,
+       .shown = shown,
+       .size = size,
+       .stroke_width = kCurveWidth * PixelSize(shown, size),
+       .legend = {{Mark::kCurve, source_colour, name}, {Mark::kCurve, offset_colour, pieces}}});
+  out.Path(sources.data, out.PixelStroke(source_colour, kCurveWidth));
+  out.Path(moved.data, out.PixelStroke(offset_colour, kOffsetWidth));
+  return out.Finish();
+}
+
+std::string SplitPicture(Library& library, const std::vector<SplitOutline>& outlines, double extent,
+                         double size) {
+  Bounds shown;
+  for (const SplitOutline& outline : outlines) {
+    for (const Piece& piece : outline.pieces) {
+      for (const OwnedCurve& curve : piece.curves) shown.Add(BoundsOf(library, curve));
+    }
+  }
+  const double width = kPieceWidth * PixelSize(shown, size);
+  Picture out(
+      {.extent = extent, .shown = shown, .size = size, .stroke_width = width, .paper = false});
+  out.OpenGroup("fill=\"none\" " + out.Attribute("stroke-width", width));
+  for (const SplitOutline& outline : outlines) {
+    for (std::size_t i = 0; i < outline.pieces.size(); ++i) {
+      const std::string_view colour = PieceColour(i, outline.pieces.size());
+      out.Path(PathData(library, outline.pieces[i].curves),
+               "stroke=\"" + std::string(colour) + "\"");
+    }
+  }
+  out.CloseGroup();
+  return out.Finish();
+}
+
+std::string FitPicture(Library& library, const std::vector<Point>& points, const OwnedCurve& spline,
+                       bool control, double size) {
+  Bounds shown;
+  for (const Point p : points) shown.Add(p);
+  const double extent = shown.LongerSide();
+  shown = FitBox(library, spline, extent, shown);
+  std::vector<LegendEntry> legend = {
+      {Mark::kCurve, kDrawingColours[0], "B-spline"},
+      {Mark::kPoint, kPointColour, fmt::format("point ({})", points.size())}};
+  std::vector<Point> controls;
+  if (control) {
+    controls = ControlPoints(spline);
+    for (const Point p : controls) shown.Add(p);
+    legend.push_back({Mark::kControl, kControlColour, "control polygon"});
+  }
+  Picture out({.extent = extent,
+               .shown = shown,
+               .size = size,
+               .stroke_width = kCurveWidth * PixelSize(shown, size),
+               .legend = legend});
+  if (control) WriteControl(controls, out);
+  out.Path(PathData(library, spline), out.PixelStroke(kDrawingColours[0], kCurveWidth));
+  out.OpenGroup("fill=\"#fff\" stroke=\"" + std::string(kPointColour) + "\" " +
+                out.Attribute("stroke-width", kThinWidth * out.Pixel()));
+  for (const Point p : points) out.Circle(p, kPointRadius * out.Pixel());
+  out.CloseGroup();
+  return out.Finish();
+}
+
+}  // namespace kurvo::tools

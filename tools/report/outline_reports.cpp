@@ -1,0 +1,133 @@
+// Lists of outlines: as they are, at a distance, in pieces; and the spline through points.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <span>
+
+#include "report/json.h"
+#include "report/reports.h"
+#include "report/text.h"
+
+namespace kurvo::tools {
+namespace {
+
+constexpr auto kRight = TextTable::Align::kRight;
+
+constexpr int kTypes[] = {CV_LINE, CV_ARC, CV_BEZIER, CV_RBEZIER};  // in the order of the columns
+
+// What is said of one outline and of all.
+struct Totals {
+  std::size_t counts[std::size(kTypes)] = {};
+  int degree = 0;
+  Bounds box;
+
+  void Add(Library& library, const OwnedCurve& curve) {
+    for (std::size_t i = 0; i < std::size(kTypes); ++i) counts[i] += curve.Type() == kTypes[i];
+    degree = std::max(degree, DegreeOf(library, curve));
+    box.Add(BoundsOf(library, curve));
+  }
+  std::vector<std::string> Row(const std::string& label, const std::string& kind,
+                               const std::string& start, const std::string& end) const {
+    std::vector<std::string> row = {label};
+    for (const std::size_t count : counts) row.push_back(std::to_string(count));
+    row.insert(row.end(), {std::to_string(degree), kind, start, end, BoundsText(box)});
+    return row;
+  }
+};
+
+}  // namespace
+
+std::string OutlineTable(Library& library, const Drawing& drawing) {
+  TextTable table({{"outline"},
+                   {"line", kRight},
+                   {"arc", kRight},
+                   {"Bezier", kRight},
+                   {"rational", kRight},
+                   {"degree", kRight},
+                   {""},
+                   {"start"},
+                   {"end"},
+                   {"box"}});
+  std::size_t outlines = 0;
+  Totals all;
+  ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
+    Totals own;
+    for (const OwnedCurve& curve : outline.curves) {
+      own.Add(library, curve);
+      all.Add(library, curve);
+    }
+    ++outlines;
+    table.Add(own.Row(label, outline.closed ? "closed" : "open",
+                      PointText(StartOf(library, outline.curves.front())),
+                      PointText(EndOf(library, outline.curves.back()))));
+  });
+  table.Add(all.Row(CountText(outlines, "outline"), "", "", ""));
+  return table.Text();
+}
+
+std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offsets) {
+  TextTable table(
+      {{"outline"}, {""}, {"curves", kRight}, {"distance", kRight}, {"pieces", kRight}, {"box"}});
+  for (const OutlineOffset& offset : offsets) {
+    Bounds box;
+    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(library, piece));
+    table.Add({offset.label, offset.source->closed ? "closed" : "open",
+               std::to_string(offset.source->curves.size()), ShortNumber(offset.distance),
+               std::to_string(offset.pieces.size()), BoundsText(box)});
+  }
+  return table.Text();
+}
+
+std::string SplitTable(Library& library, const std::vector<SplitOutline>& outlines) {
+  TextTable table(
+      {{"outline"}, {"piece", kRight}, {"curves", kRight}, {"start"}, {"end"}, {"length", kRight}});
+  for (const SplitOutline& outline : outlines) {
+    table.Add({outline.label});
+    for (std::size_t i = 0; i < outline.pieces.size(); ++i) {
+      const Piece& piece = outline.pieces[i];
+      table.Add({"", std::to_string(i + 1), std::to_string(piece.curves.size()),
+                 PointText(StartOf(library, piece.curves.front())),
+                 PointText(EndOf(library, piece.curves.back())), ShortNumber(piece.length)});
+    }
+  }
+  return table.Text();
+}
+
+std::string SplitJson(Library& library, const std::string& name,
+                      const std::vector<SplitOutline>& outlines) {
+  JsonLines json;
+  json.Add("file", name);
+  json.AddList("outlines", outlines, [&](const SplitOutline& outline, std::size_t) {
+    JsonLines lines(2);
+    lines.Add("outline", outline.label);
+    lines.AddList("pieces", outline.pieces, [&](const Piece& piece, std::size_t i) -> Json {
+      return {{"piece", i + 1},
+              {"curves", piece.curves.size()},
+              {"start", StartOf(library, piece.curves.front())},
+              {"end", EndOf(library, piece.curves.back())},
+              {"length", piece.length}};
+    });
+    return lines.Take();
+  });
+  return json.Take();
+}
+
+std::string FitText(Library& library, const OwnedCurve& spline) {
+  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
+  return fmt::format("B-spline of order {} through {} points, length {}\n", block.order,
+                     block.count, ShortNumber(LengthOf(library, spline, 0, 1)));
+}
+
+std::string FitJson(const OwnedCurve& spline) {
+  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
+  JsonLines json;
+  json.Add("order", block.order);
+  json.Add("knots", std::vector<double>(block.knots, block.knots + block.order + block.count));
+  json.AddList("control_points", std::span(block.points, static_cast<std::size_t>(block.count)),
+               [](const Coord& p, std::size_t) -> Json {
+                 return Point{p[0], p[1]};
+               });
+  return json.Take();
+}
+
+}  // namespace kurvo::tools

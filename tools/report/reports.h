@@ -1,0 +1,90 @@
+// What the client prints: tables for people, and the same with all digits as JSON. Curves, pieces
+// and the like are counted from 1.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "geometry/crossings.h"
+#include "geometry/drawing.h"
+#include "geometry/links.h"
+#include "geometry/locate.h"
+#include "geometry/measure.h"
+#include "geometry/pieces.h"
+
+namespace kurvo::tools {
+
+// One line for each outline: name, curves by type, largest degree, start, end, box; then the
+// totals.
+std::string OutlineTable(Library& library, const Drawing& drawing);
+
+// Two lists of curves, which may be the same one, and what they have in common.
+struct CrossingReport {
+  // The files; the second is empty when there is one only.
+  std::string first_name;
+  std::string second_name;
+  const CurveList& first;
+  const CurveList& second;
+  const Crossings& found;
+};
+
+// One line for each crossing and each overlap, then how many there are.
+std::string CrossingTable(const CrossingReport& report);
+std::string CrossingJson(const CrossingReport& report);
+
+// Two lists of curves and the links between their outlines.
+struct LinkReport {
+  std::string first_name;  // of the file
+  std::string second_name;
+  const CurveList& first;
+  const CurveList& second;
+  const std::vector<Link>& links;
+};
+
+// One line for each link, then the shortest.
+std::string LinkTable(const LinkReport& report);
+std::string LinkJson(const LinkReport& report);
+
+struct LocatedPoint {
+  Point point;
+  Place place;                  // in the drawing
+  std::vector<Place> outlines;  // by outline; empty for the points of a grid
+};
+
+struct LocateReport {
+  std::string name;  // of the file
+  std::vector<std::string> outlines;
+  std::vector<LocatedPoint> points;
+  std::vector<LocatedPoint> grid;
+};
+
+// One line for each point with the outlines that it is on or inside of, and one for the grid; as
+// JSON every point of the grid.
+std::string LocateTable(const LocateReport& report);
+std::string LocateJson(const LocateReport& report);
+
+struct MeasureReport {
+  std::string name;  // of the file
+  std::optional<Point> near;
+  const std::vector<OutlineMeasures>& outlines;
+};
+
+// One line for each outline, followed by one for each of its curves, and in the end the nearest
+// point of all.
+std::string MeasureTable(const MeasureReport& report);
+std::string MeasureJson(const MeasureReport& report);
+
+// One line for each outline and distance: how many curves became how many pieces, and their box.
+std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offsets);
+
+// One line for each outline, followed by one for each of its pieces. `name` is that of the file.
+std::string SplitTable(Library& library, const std::vector<SplitOutline>& outlines);
+std::string SplitJson(Library& library, const std::string& name,
+                      const std::vector<SplitOutline>& outlines);
+
+// A spline through points: a line about it, or its knots and control points.
+std::string FitText(Library& library, const OwnedCurve& spline);
+std::string FitJson(const OwnedCurve& spline);
+
+}  // namespace kurvo::tools

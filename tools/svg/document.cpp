@@ -1,0 +1,85 @@
+#include "svg/document.h"
+
+#include "svg/input.h"
+
+namespace kurvo::tools {
+namespace {
+
+constexpr std::string_view kSvgNamespace = "http://www.w3.org/2000/svg";
+
+// Elements in document order, one after the other; an empty node at the end.
+pugi::xml_node NextInDocument(pugi::xml_node node) {
+  if (node.first_child()) return node.first_child();
+  while (node && !node.next_sibling()) node = node.parent();
+  return node.next_sibling();
+}
+
+// The prefix, with its colon, that the root binds to SVG.
+std::string PrefixOfSvg(const pugi::xml_node& root) {
+  constexpr std::string_view kBinding = "xmlns:";
+  for (const pugi::xml_attribute& attribute : root.attributes()) {
+    const std::string_view name = attribute.name();
+    if (name.substr(0, kBinding.size()) == kBinding && attribute.value() == kSvgNamespace) {
+      return std::string(name.substr(kBinding.size())) + ":";
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+SvgDocument::SvgDocument(const std::string& path) : path_(path) {
+  Parse(ReadWholeFile(path));
+  prefix_ = PrefixOfSvg(Root());
+  if (LocalName(Root()) != "svg") {
+    throw InputError(OneLine(path_) + ": not an SVG drawing: the root element is <" +
+                     Excerpt(Root().name()) + ">");
+  }
+  IndexElements();
+}
+
+void SvgDocument::Parse(const std::string& bytes) {
+  if (bytes.substr(0, 2) == "\x1f\x8b") {
+    throw InputError(OneLine(path_) + ": compressed SVG; unpack it with gunzip first");
+  }
+  // Attribute values stay as they are written, so that offsets in them are those of the file.
+  constexpr unsigned kOptions = pugi::parse_escapes;
+  const pugi::xml_parse_result result = tree_.load_buffer(bytes.data(), bytes.size(), kOptions);
+  if (!result) {
+    throw InputError(OneLine(path_) + ": offset " + std::to_string(result.offset) +
+                     ": not well-formed XML: " + result.description());
+  }
+}
+
+void SvgDocument::IndexElements() {
+  std::map<std::string_view, int> counts;
+  for (pugi::xml_node node = Root(); node; node = NextInDocument(node)) {
+    const std::string_view name = LocalName(node);
+    if (name.empty()) continue;
+    ordinals_[Offset(node)] = ++counts[name];
+    const std::string_view id = node.attribute("id").value();
+    if (!id.empty()) by_id_.emplace(id, node);  // of two the first counts
+  }
+}
+
+std::string_view SvgDocument::LocalName(const pugi::xml_node& element) const {
+  const std::string_view name = element.name();
+  if (name.find(':') == std::string_view::npos) return name;
+  if (prefix_.empty() || name.substr(0, prefix_.size()) != prefix_) return {};
+  return name.substr(prefix_.size());
+}
+
+pugi::xml_node SvgDocument::ById(std::string_view id) const {
+  const auto found = by_id_.find(id);
+  return found == by_id_.end() ? pugi::xml_node() : found->second;
+}
+
+std::string SvgDocument::Label(const pugi::xml_node& element) const {
+  const std::string name(LocalName(element));
+  const std::string_view id = element.attribute("id").value();
+  if (!id.empty()) return name + "#" + Excerpt(id);
+  const auto ordinal = ordinals_.find(Offset(element));
+  return name + "[" + std::to_string(ordinal == ordinals_.end() ? 0 : ordinal->second) + "]";
+}
+
+}  // namespace kurvo::tools

@@ -1,0 +1,21 @@
+// Reads drawings and points from files.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "geometry/drawing.h"
+#include "geometry/library.h"
+
+namespace kurvo::tools {
+
+// The shapes of the file that are displayed, whatever they are painted with, in the coordinates of
+// the outermost viewBox; y points as in the file. Throws InputError.
+Drawing ReadSvg(Library& library, const std::string& path);
+
+// The points of a file with one on each line, "x,y" or "x y"; empty lines and lines that begin with
+// # say nothing. There are at least two, and no neighbours are the same. Throws InputError, which
+// names file and line.
+std::vector<Point> ReadPoints(Library& library, const std::string& path);
+
+}  // namespace kurvo::tools
