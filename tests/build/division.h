@@ -52,25 +52,6 @@ inline void ExpectStretch(const Curve& piece, const Curve& whole, long double fr
   }
 }
 
-inline Numbers Knots(const Curve& cv) {
-  const FreeForm form(cv);
-  return {form.knots, form.knots + form.order + SplineCount(cv)};
-}
-
-// The control points as they are stored, x, y, z and weight.
-inline Numbers ControlPoints(const Curve& cv) {
-  const FreeForm form(cv);
-  const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
-  return {form.points, form.points + form.stride * (spline ? SplineCount(cv) : form.order)};
-}
-
-inline double LargestGap(const Numbers& a, const Numbers& b) {
-  if (a.size() != b.size()) return kInfinity;
-  double gap = 0;
-  for (std::size_t i = 0; i < a.size(); ++i) gap = std::max(gap, std::fabs(a[i] - b[i]));
-  return gap;
-}
-
 // Knots lie on a grid of 64ths of the domain, widths on one of eighths, and cuts between the points
 // of both: so near a knot that they would be moved onto it they never are.
 inline double RandomCut(Random& random, double low, double high) {
@@ -143,8 +124,5 @@ inline Owned RandomCurve(Random& random, int32_t type, int max_degree, int level
     }
   }
 }
-
-constexpr int32_t kAllTypes[] = {CV_LINE,    CV_ARC,      CV_BEZIER, CV_RBEZIER,
-                                 CV_BSPLINE, CV_RBSPLINE, CV_SEGCV};
 
 }  // namespace kurvo_test
