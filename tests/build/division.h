@@ -53,23 +53,4 @@ inline void ExpectStretch(const Curve& piece, const Curve& whole, long double fr
   }
 }
 
-inline Numbers Knots(const Curve& cv) {
-  const FreeForm form(cv);
-  return {form.knots, form.knots + form.order + SplineCount(cv)};
-}
-
-// The control points as they are stored, x, y, z and weight.
-inline Numbers ControlPoints(const Curve& cv) {
-  const FreeForm form(cv);
-  const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
-  return {form.points, form.points + form.stride * (spline ? SplineCount(cv) : form.order)};
-}
-
-inline double LargestGap(const Numbers& a, const Numbers& b) {
-  if (a.size() != b.size()) return kInfinity;
-  double gap = 0;
-  for (std::size_t i = 0; i < a.size(); ++i) gap = std::max(gap, std::fabs(a[i] - b[i]));
-  return gap;
-}
-
 }  // namespace kurvo_test

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <optional>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {

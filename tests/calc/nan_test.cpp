@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {

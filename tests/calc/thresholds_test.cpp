@@ -1,7 +1,7 @@
 // What every test says just inside its tolerance, exactly on it and just outside.
 #include <gtest/gtest.h>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {

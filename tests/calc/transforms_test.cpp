@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {

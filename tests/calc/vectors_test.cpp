@@ -4,7 +4,7 @@
 #include <bit>
 #include <cmath>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <vector>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {

@@ -8,28 +8,6 @@
 
 namespace kurvo_test {
 
-// Calls use(x, y, z) for all points that a curve is defined by, and use_radius for those of arcs.
-template <class Use, class UseRadius>
-void ForEachPoint(const Curve& cv, Use&& use, UseRadius&& use_radius) {
-  if (cv.type == CV_LINE) {
-    auto& line = *static_cast<KurvoLine*>(cv.data);
-    use(line.start);
-    use(line.end);
-  } else if (cv.type == CV_ARC) {
-    auto& arc = *static_cast<KurvoArc*>(cv.data);
-    for (double* p : {arc.centre, arc.start, arc.end}) use(p);
-    use_radius(arc.radius);
-  } else if (cv.type == CV_SEGCV) {
-    auto& block = *static_cast<KurvoSegcv*>(cv.data);
-    for (int i = 0; i < block.count; ++i) ForEachPoint(block.curves[i], use, use_radius);
-  } else {
-    const FreeForm form(cv);
-    const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
-    const int count = spline ? SplineCount(cv) : form.order;
-    for (int i = 0; i < count; ++i) use(form.points + i * form.stride);
-  }
-}
-
 inline void Rescale(const Curve& cv, double factor) {
   ForEachPoint(
       cv,

@@ -28,14 +28,6 @@ void ForRandomCurves(Law&& law) {
   }
 }
 
-Owned Copy(const Curve& cv) {
-  Globals g;
-  Owned copy;
-  KurvocvCopyCurve(&cv, copy.get(), &g);
-  EXPECT_EQ(KurvoErrGet(&g), 0);
-  return copy;
-}
-
 double Gap(const Point& a, const Point& b) { return std::hypot(a[0] - b[0], a[1] - b[1]); }
 
 // Two curves of the same structure: the largest difference of their points, widths and weights, and

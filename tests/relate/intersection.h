@@ -61,14 +61,6 @@ inline std::vector<WidePoint> Widened(const FreeForm& form, int first) {
   return points;
 }
 
-inline std::string Text(const std::string& head, const Numbers& numbers) {
-  std::ostringstream text;
-  text.precision(17);
-  text << head;
-  for (const double x : numbers) text << ' ' << x;
-  return text.str();
-}
-
 // The Bezier curve of polynomials in s over [-1, 1], lowest power first; its parameter is
 // (s + 1) / 2. Point j holds the blossom at j times 1 and n - j times -1: of s^i that is the
 // coefficient of z^i in (1 + z)^j (1 - z)^(n - j), divided by C(n, i).

@@ -5,12 +5,20 @@
 #include <cmath>
 #include <vector>
 
-#include "build/curves.h"
+#include "support/curve_text.h"
 
 namespace kurvo_test {
 
-constexpr int32_t kAllTypes[] = {CV_LINE,    CV_ARC,      CV_BEZIER, CV_RBEZIER,
-                                 CV_BSPLINE, CV_RBSPLINE, CV_SEGCV};
+constexpr double kSize = 10;  // of random coordinates
+
+inline Numbers RandomPoints(Random& random, int count, bool weights) {
+  Numbers points;
+  for (int i = 0; i < count; ++i) {
+    points.insert(points.end(), {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)});
+    if (weights) points.push_back(random.Uniform(.2, 3));
+  }
+  return points;
+}
 
 struct XY {
   double x, y;
@@ -26,12 +34,7 @@ inline XY RandomPlace(Random& random, double size = kSize) {
   return {x, random.Uniform(-size, size)};
 }
 
-inline Owned LineBetween(XY a, XY b) {
-  Owned cv = Make("l 0 0 0 0");
-  KurvoclSetCoord(cv.block<KurvoLine>().start, a.x, a.y, 0);
-  KurvoclSetCoord(cv.block<KurvoLine>().end, b.x, b.y, 0);
-  return cv;
-}
+inline Owned LineBetween(XY a, XY b) { return Line(a.x, a.y, b.x, b.y); }
 
 // Knots lie on a grid of 64ths of the domain, widths on one of eighths, and cuts between the points
 // of both: so near a knot that they would be moved onto it they never are.
@@ -69,7 +72,7 @@ inline Owned RandomBezier(Random& random, bool rational, int degree) {
 // two curves of any types, which do not join, down to `levels` of them.
 inline Owned RandomCurve(Random& random, int32_t type, int max_degree, int levels = 2,
                          int min_degree = 0) {
-  const bool rational = type == CV_RBEZIER || type == CV_RBSPLINE;
+  const bool rational = IsRational(type);
   const int degree = RandomInt(random, min_degree, max_degree);
   switch (type) {
     case CV_LINE: {
@@ -107,8 +110,8 @@ inline Owned RandomCurve(Random& random, int32_t type, int max_degree, int level
 constexpr double kGentle = .4;
 inline Owned GentleCurve(Random& random, int32_t type) {
   if (type == CV_LINE || type == CV_ARC) return RandomCurve(random, type, 1);
-  const bool rational = type == CV_RBEZIER || type == CV_RBSPLINE;
-  const bool spline = type == CV_BSPLINE || type == CV_RBSPLINE;
+  const bool rational = IsRational(type);
+  const bool spline = IsSpline(type);
   const int order = RandomInt(random, 3, 5), count = spline ? order + 2 : order;
   Numbers points, knots;
   for (int i = 0; i < count; ++i) {
@@ -138,7 +141,7 @@ inline Owned ArcBetween(XY a, XY b, double sweep) {
 inline Owned RandomBetween(Random& random, XY a, XY b, bool composites = true) {
   const int kind = RandomInt(random, 0, composites ? 6 : 5);
   const int32_t type = kAllTypes[kind];
-  const bool rational = type == CV_RBEZIER || type == CV_RBSPLINE;
+  const bool rational = IsRational(type);
   const auto within = [&](int count) {
     Numbers points = RandomPoints(random, count, rational);
     points[0] = a.x;
