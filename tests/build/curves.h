@@ -6,7 +6,7 @@
 #include <cstring>
 #include <sstream>
 
-#include "support/curve_text.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 
@@ -23,17 +23,6 @@ inline WideTurn Turn(const KurvoArc& arc) {
   if (arc.normal[2] < 0 && sweep > 0) sweep -= 2 * kPiL;
   if (!(arc.normal[2] < 0) && sweep < 0) sweep += 2 * kPiL;
   return {start, sweep};
-}
-
-constexpr double kSize = 10;  // of random coordinates
-
-inline Numbers RandomPoints(Random& random, int count, bool weights) {
-  Numbers points;
-  for (int i = 0; i < count; ++i) {
-    points.insert(points.end(), {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)});
-    if (weights) points.push_back(random.Uniform(.2, 3));
-  }
-  return points;
 }
 
 }  // namespace kurvo_test

@@ -63,23 +63,4 @@ inline bool StandsStill(const Curve& cv) {
   return Degree(cv) == 0;
 }
 
-// A curve of any type but the composite whose radius of curvature is well above `kGentle`: control
-// points along a shallow wave.
-constexpr double kGentle = .4;
-inline Owned GentleCurve(Random& random, int32_t type) {
-  if (type == CV_LINE || type == CV_ARC) return RandomCurve(random, type, 1);
-  const bool rational = type == CV_RBEZIER || type == CV_RBSPLINE;
-  const int order = static_cast<int>(random.Uniform(3, 6)),
-            count = type == CV_BEZIER || type == CV_RBEZIER ? order : order + 2;
-  Numbers points, knots;
-  for (int i = 0; i < count; ++i) {
-    points.insert(points.end(), {i * 4. + random.Uniform(-.3, .3), random.Uniform(-.8, .8)});
-    if (rational) points.push_back(random.Uniform(.8, 1.25));
-  }
-  if (type == CV_BSPLINE || type == CV_RBSPLINE)
-    for (int i = 0; i < order + count; ++i)
-      knots.push_back(std::clamp((i - order + 1) / 3.0, 0., 1.));
-  return MakeFreeForm(type, points, knots);
-}
-
 }  // namespace kurvo_test
