@@ -6,7 +6,7 @@
 #include <cstring>
 #include <sstream>
 
-#include "support/generator.h"
+#include "support/curve_text.h"
 
 namespace kurvo_test {
 
