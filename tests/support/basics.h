@@ -10,6 +10,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "kurvo.h"
 
@@ -68,5 +69,17 @@ class Random {
   uint64_t seed_ = 20240607;
   std::mt19937_64 engine_;
 };
+
+constexpr double kSize = 10;  // of random coordinates
+
+// x, y, or x, y, weight, one after the other.
+inline std::vector<double> RandomPoints(Random& random, int count, bool weights) {
+  std::vector<double> points;
+  for (int i = 0; i < count; ++i) {
+    points.insert(points.end(), {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)});
+    if (weights) points.push_back(random.Uniform(.2, 3));
+  }
+  return points;
+}
 
 }  // namespace kurvo_test

@@ -9,17 +9,6 @@
 
 namespace kurvo_test {
 
-constexpr double kSize = 10;  // of random coordinates
-
-inline Numbers RandomPoints(Random& random, int count, bool weights) {
-  Numbers points;
-  for (int i = 0; i < count; ++i) {
-    points.insert(points.end(), {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)});
-    if (weights) points.push_back(random.Uniform(.2, 3));
-  }
-  return points;
-}
-
 struct XY {
   double x, y;
 };
