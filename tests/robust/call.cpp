@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "robust/libm.h"
-
 namespace kurvo_test {
 namespace {
 
