@@ -82,6 +82,7 @@ inline double* PutNear(Call& c, double* p) {
   return p;
 }
 
+// When memory runs out the curve is as it was; a `whole` one after any failure.
 inline Curve* Changed(Call& c, bool whole) {
   Curve* const curve = c.OwnCurve();
   const Curve before = curve ? *curve : Curve{};
@@ -124,10 +125,11 @@ inline double OneNumber(Call& c) {
 }
 
 // Now and then the one before.
-inline const double* OnePoint(Call& c) {
-  if (!c.given.point || !c.in().OneIn(4)) c.given.point = c.Point();
+inline const double* OnePoint(Call& c, int size) {
+  if (!c.given.point || !c.in().OneIn(4)) c.given.point = c.Point(size);
   return c.given.point;
 }
+inline const double* OnePoint(Call& c) { return OnePoint(c, 3); }
 
 // Likewise.
 inline const Curve* OneCurve(Call& c) {
@@ -149,13 +151,8 @@ inline const double* Line(Call& c) {
   return line;
 }
 
-inline const double* HPoint(Call& c) {
-  if (!c.given.point || !c.in().OneIn(4)) c.given.point = c.Point(4);
-  return c.given.point;
-}
-
+inline const double* HPoint(Call& c) { return OnePoint(c, 4); }
 inline const double* Matrix(Call& c) { return c.Array(16); }
-
 inline const double* SomeBox(Call& c) {
   double* const box = c.Array(6);
   for (int i = 0; i < 3; ++i)
@@ -269,7 +266,6 @@ inline double* Vector(Call& c) {
 // Likewise.
 inline double* NearInPlace(Call& c) { return PutNear(c, Written(c, 3)); }
 
-// When memory runs out, the curve is as it was; after any failure.
 inline Curve* Pieces(Call& c) { return Changed(c, false); }
 inline Curve* Whole(Call& c) { return Changed(c, true); }
 
