@@ -120,10 +120,10 @@ TEST(BoundBox, Table) {
       {"l 3 1 0 2", {0, 1, 3, 2}},
       {"a 0 0 1 0 1.5707963267948966", {0, 0, 1, 1}},
       {"a 0 0 1 0 -4.71238898038469", {-1, -1, 1, 1}},
-      // up to 0.0001 radians before its start an arc is taken to reach an axis, and tight from there on
-      {"a 0 0 1 9e-5 1", {std::cos(1 + 9e-5), std::sin(9e-5), 1, std::sin(1 + 9e-5)}},
+      // up to 0.0001 radians before its start an arc is taken to reach an axis
+      {"a 0 0 1 9e-5 1", {std::cos(1 + 9e-5), 0, 1, std::sin(1 + 9e-5)}},
       {"a 0 0 1 1.1e-4 1", {std::cos(1 + 1.1e-4), std::sin(1.1e-4), std::cos(1.1e-4), std::sin(1 + 1.1e-4)}},
-      {"a 0 0 1 1 -.99991", {std::cos(1), std::sin(9e-5), 1, std::sin(1)}},  // clockwise: before its end
+      {"a 0 0 1 1 -.99991", {std::cos(1), 0, 1, std::sin(1)}},  // clockwise: before its end
       {"a 0 0 1 1 -.99989", {std::cos(1), std::sin(1.1e-4), std::cos(1.1e-4), std::sin(1)}},
       {"b 0 0 1 5 2 -3", {0, -3, 2, 5}},  // of the control polygon
       {"R 0 0 1 1 5 9 2 -3 1 | 0 0 0 1 1 1", {0, -3, 2, 5}},
