@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "support/curve_text.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 

@@ -1,20 +1,20 @@
-// What the long tests share: how many cases they take, and curves looked at as numbers.
+// What the laws share: sizes and degrees of curves.
 #pragma once
 
 #include <algorithm>
 #include <cmath>
 
-#include "build/division.h"
+#include "support/generator.h"
+#include "support/oracle.h"
 
 namespace kurvo_test {
 
-inline void Rescale(const Curve& cv, double factor) {
+inline Owned Scaled(const Curve& cv, double factor) {
+  Owned copy = Copy(cv);
   ForEachPoint(
-      cv,
-      [&](double* p) {
-        for (int i = 0; i < 3; ++i) p[i] *= factor;
-      },
+      *copy, [&](double* p) { KurvoclSetCoord(p, p[0] * factor, p[1] * factor, p[2] * factor); },
       [&](double& radius) { radius *= factor; });
+  return copy;
 }
 
 // The largest coordinate or radius.
@@ -41,7 +41,7 @@ inline int Degree(const Curve& cv) {
 
 // The largest weight over the least; 1 but for the rational Bezier and B-spline.
 inline double WeightRatio(const Curve& cv) {
-  if (cv.type != CV_RBEZIER && cv.type != CV_RBSPLINE) return 1;
+  if (!IsRational(cv.type)) return 1;
   double least = kInfinity, largest = 0;
   ForEachPoint(
       cv,
@@ -53,14 +53,19 @@ inline double WeightRatio(const Curve& cv) {
   return largest / least;
 }
 
+// The shares of the domain that the first and the last span have.
+inline std::pair<double, double> EndSpans(const Curve& cv) {
+  const auto [start, length] = Domain(cv);
+  const Oracle oracle(cv);
+  return {static_cast<double>(oracle.JetAt<1>(start).span) / length,
+          static_cast<double>(oracle.JetAt<1>(L(start) + length).span) / length};
+}
+
 // Whether a piece is of degree 0: parts of a division need not run like the whole then.
 inline bool StandsStill(const Curve& cv) {
-  if (cv.type == CV_SEGCV) {
-    const auto& block = *static_cast<KurvoSegcv*>(cv.data);
-    return std::any_of(block.curves, block.curves + block.count,
-                       [](const Curve& piece) { return StandsStill(piece); });
-  }
-  return Degree(cv) == 0;
+  if (cv.type != CV_SEGCV) return Degree(cv) == 0;
+  const auto& block = *static_cast<KurvoSegcv*>(cv.data);
+  return std::any_of(block.curves, block.curves + block.count, StandsStill);
 }
 
 }  // namespace kurvo_test

@@ -2,20 +2,18 @@
 #pragma once
 
 #include <cmath>
-#include <string>
 #include <vector>
 
-#include "relate/chain.h"
 #include "support/generator.h"
 
 namespace kurvo_test {
 
 // Many points along a chain, its vertices among them.
-inline std::vector<XY> Polyline(const Cvseq& seq, int samples) {
+inline std::vector<XY> Polyline(const Chain& chain, int samples) {
   std::vector<XY> points;
-  for (int i = 0; i < seq.count; ++i)
+  for (const Curve& cv : chain)
     for (int j = 0; j <= samples; ++j) {
-      const Point p = PointAt(seq.curves[i], static_cast<double>(j) / samples);
+      const Point p = PointAt(cv, static_cast<double>(j) / samples);
       points.push_back({p[0], p[1]});
     }
   return points;
@@ -43,10 +41,10 @@ inline View ViewFrom(XY p, const std::vector<XY>& polygon) {
   return view;
 }
 
-inline uint32_t Locate(const Cvseq* seq, XY p, GlobalVar& g) {
+inline uint32_t Locate(const Chain& chain, XY p, GlobalVar& g) {
   const Coord normal = {0, 0, 1}, point = {p.x, p.y, 0};
   uint32_t result = 77;
-  KurvosfPntBoundForPlane(normal, seq, point, &result, &g);
+  KurvosfPntBoundForPlane(normal, chain.get(), point, &result, &g);
   return result;
 }
 

@@ -39,6 +39,31 @@ constexpr double kOsculate = .04;
 
 std::vector<Hit> Grid(int m, int n);
 
+// Crosses the axis at x = -.01 and .01 at this angle, and dips below it by less than epsilon.
+std::string Dip(double angle) { return Poly({0, 1}, {-angle * .01 / 2, 0, angle / .02}); }
+// Runs along the axis for a share of its size.
+std::string Bent(double share) {
+  const double x = share * std::hypot(2, 1) / 2;
+  return Text("B", {-1, 1, -x, 0, x, 0, 1, 1}) + " | 0 0 1 2 3 3";
+}
+
+// The spokes of a star, to and fro through its centre: passing a place again is no repetition.
+constexpr int kSpokes = 60;
+std::string Star() {
+  std::string spokes;
+  for (int i = 0; i < kSpokes; ++i) {
+    const double angle = 3.1 * i / kSpokes + (i % 2 ? kPi : 0) + .01;
+    const double x = std::cos(angle), y = std::sin(angle);
+    spokes += Text("(b", {-x, -y, x, y}) + ")";
+  }
+  return Text("c", Numbers(kSpokes, 1)) + spokes;
+}
+std::vector<Hit> OnAllSpokes() {
+  std::vector<Hit> hits;
+  for (int i = 0; i < kSpokes; ++i) hits.push_back({.5, i + .5});
+  return hits;
+}
+
 // clang-format off
 const Case kLines[] = {
     {"touches", "l -1 0 1 0", kParabola, {{.5, .5}}, "", kTouch},
@@ -95,6 +120,15 @@ const Case kLines[] = {
     {"handles of length 0", "l .5 -1 .5 2", "b 0 0 0 0 1 1 1 1", {{.5, .5}}},
     {"handles of length 1e-11", "l .5 -1 .5 2", "b 0 0 1e-11 0 1 1 1 1", {{.5, .5}}},
     {"degree 1", "l 0 1 1 0", "b 0 0 1 1", {{.5, .5}}},
+    {"degree 39", "l 13 -1 13 1", Even('b', 39), {{.5, 1. / 3}}},
+    {"degree 39 over a domain of its own, rational", "l 13 -1 13 1", Even('R', 39), {{.5, 1. / 3}}},
+    // at less than 1e-4 radians the two crossings are one contact
+    {"two crossings at .8e-4 radians", "l -2 0 2 0", Dip(.8e-4), {{.5, .5}}, "", .006},
+    {"at 1.2e-4 radians", "l -2 0 2 0", Dip(1.2e-4), {{.4975, .495}, {.5025, .505}}, "", 1e-6},
+    // a shorter stretch may be the neighbourhood of a contact
+    {"along for 12 thousandths of the size", "l -5 0 5 0", Bent(.012), {}, "2222"},
+    {"for 8 thousandths", "l -5 0 5 0", Bent(.008), {{.5, 1.5}}, "", .51},
+    {"through the centre of a star", "l -1 0 1 0", Star(), OnAllSpokes()},
 };
 
 const Case kArcs[] = {
@@ -111,6 +145,7 @@ const Case kArcs[] = {
     {"along one quarter of a circle", "a 0 0 1 3.5 .5", kCircle, {}, "2222"},
     {"through the closing joint", "a 1 1 1 -2 1", kCircle, {{2 - kPi / 2, 0}, {kPi + 2, 1}}},
     {"beyond the sweep", "a 0 0 1 0 1", "b 0 0 0 4", {{kPi / 2, .25}}},
+    {"degree 19", "a 5 0 1 1 1", Even('b', 19), {{kPi - 1, 4. / 19}, {-1, 6. / 19}}},
 };
 
 const Case kPairs[] = {
@@ -181,6 +216,10 @@ const Case kPairs[] = {
     {"corner on a corner", kRoof, "B 0 2 1 1 2 2 | 0 0 1 2 2", {{1, 1}}},
     {"composites", "c .5 2 (b 0 0 2 2)(b 2 2 4 0)",
      "c 3 (c .5 .5 (l 0 0 1 0)(B 0 1 4 1 | 0 0 1 1))", {{.25, 1.875}, {1.5, 2.625}}},
+    {"degree 63", "b 21 -1 21 1", Even('b', 63), {{.5, 1. / 3}}},
+    {"two crossings at .8e-4 radians", "b -2 0 2 0", Dip(.8e-4), {{.5, .5}}, "", .006},
+    {"at 1.2e-4 radians", "b -2 0 2 0", Dip(1.2e-4), {{.4975, .495}, {.5025, .505}}, "", 1e-6},
+    {"through the centre of a star", "b -1 0 1 0", Star(), OnAllSpokes()},
     {"handles of length 0", "b 0 0 0 0 1 1 1 1", "b 0 1 0 1 1 0 1 0", {{.5, .5}}},
     {"handles of length 1e-11", "b 0 0 0 1e-11 1 1 1 1", "b 0 1 0 1 1 1e-11 1 0", {{.5, .5}}},
 };
@@ -212,7 +251,6 @@ TEST(IntersectFreeForm, Pairs) {
   for (const Case& row : kPairs) CaseCheck(row).Run();
 }
 
-}  // namespace
 // Of the parameters 0 and 1 of a closing joint the first is listed, on either side of a call.
 TEST(IntersectFreeForm, ClosingJointsCountAtTheStart) {
   const std::string closed[] = {kDrop,
@@ -228,61 +266,11 @@ TEST(IntersectFreeForm, ClosingJointsCountAtTheStart) {
       for (const bool swap : {false, true}) {
         const Owned a = Make(text), b = Make(other);
         Globals g;
-        const std::vector<Hit> hits =
-            (swap ? Intersect(*b, *a, 3, g) : Intersect(*a, *b, 3, g)).hits;
+        const auto hits = (swap ? Intersect(*b, *a, 3, g) : Intersect(*a, *b, 3, g)).hits;
         ASSERT_EQ(hits.size(), 1U) << text << '\n' << other << ' ' << swap;
         EXPECT_NEAR(swap ? hits[0].b : hits[0].a, 0, 1e-6) << text << '\n' << other << ' ' << swap;
       }
 }
 
-// The spokes of a star, to and fro through its centre: passing a place again is no repetition.
-TEST(IntersectFreeForm, EveryPassThroughOnePlaceCounts) {
-  constexpr int kSpokes = 300;
-  std::string spokes;
-  for (int i = 0; i < kSpokes; ++i) {
-    const double angle = 3.1 * i / kSpokes + (i % 2 ? kPi : 0) + .01;
-    const double x = std::cos(angle), y = std::sin(angle);
-    spokes += Text("(b", {-x, -y, x, y}) + ")";
-  }
-  const Owned star = Make(Text("c", Numbers(kSpokes, 1)) + spokes);
-  for (const char* other : {"l -1 0 1 0", "b -1 0 1 0"})
-    for (const bool swap : {false, true}) {
-      Globals g;
-      const Owned cv = Make(other);
-      EXPECT_EQ((swap ? Intersect(*cv, *star, 3, g) : Intersect(*star, *cv, 3, g)).hits.size(),
-                std::size_t{kSpokes});
-    }
-}
-
-// A parabola that dips below the axis by less than epsilon, between x = -.01 and .01: at angles of
-// less than 1e-4 radians the two crossings are one contact.
-TEST(IntersectFreeForm, CrossingsAtLessThan1e4RadiansTouch) {
-  constexpr double kHalfWidth = .01;
-  for (const std::string axis : {"l -2 0 2 0", "b -2 0 2 0"}) {
-    for (const double angle : {.8e-4, 1.2e-4}) {
-      const double bend = angle / (2 * kHalfWidth);
-      const Owned parabola = Make(Poly({0, 1}, {-bend * kHalfWidth * kHalfWidth, 0, bend}));
-      Globals g;
-      const std::size_t wanted = angle > 1e-4 ? 2 : 1;
-      EXPECT_EQ(Intersect(*Make(axis), *parabola, 3, g).hits.size(), wanted) << axis << angle;
-      EXPECT_EQ(Intersect(*parabola, *Make(axis), 3, g).hits.size(), wanted) << axis << angle;
-    }
-  }
-}
-
-// A stretch along a line counts as common from a hundredth of the size of the curve on; a shorter
-// one may be the neighbourhood of a contact.
-TEST(IntersectFreeForm, StretchesOfALineCountFromOneHundredthOn) {
-  const Owned axis = Make("l -5 0 5 0");
-  const double size = std::hypot(2, 1);
-  for (const double share : {.008, .012}) {
-    const double x = share * size / 2;
-    const Owned bent = Make(Text("B", {-1, 1, -x, 0, x, 0, 1, 1}) + " | 0 0 1 2 3 3");
-    Globals g;
-    const uint32_t wanted = share > .01 ? KURVO_OVERLAP : KURVO_FOUND;
-    EXPECT_EQ(Intersect(*axis, *bent, 3, g).result, wanted) << share;
-    EXPECT_EQ(Intersect(*bent, *axis, 3, g).result, wanted) << share;
-  }
-}
-
+}  // namespace
 }  // namespace kurvo_test

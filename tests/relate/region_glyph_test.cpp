@@ -82,7 +82,7 @@ TEST(PntBoundForPlane, GlyphsOfAFont) {
   for (FT_ULong letter = '!'; letter <= '~'; ++letter) {
     for (std::vector<Owned>& contour : face.Glyph(letter).curves) {
       Chain chain(std::move(contour));
-      const std::vector<XY> polygon = Polyline(*chain.get(), 24);
+      const std::vector<XY> polygon = Polyline(chain, 24);
       XY low = polygon[0], high = low;
       for (XY p : polygon) {
         low = {std::min(low.x, p.x), std::min(low.y, p.y)};
@@ -96,7 +96,7 @@ TEST(PntBoundForPlane, GlyphsOfAFont) {
           if (view.dist < .5) continue;  // between the polygon and the curves
           Globals g;
           const uint32_t want = view.turns != 0 ? KURVO_REGION_INSIDE : KURVO_REGION_OUTSIDE;
-          EXPECT_EQ(Locate(chain.get(), p, g), want)
+          EXPECT_EQ(Locate(chain, p, g), want)
               << static_cast<char>(letter) << ' ' << p.x << ' ' << p.y;
           ++(view.turns != 0 ? inside : outside);
         }

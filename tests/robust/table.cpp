@@ -62,8 +62,11 @@ void JudgeCrossings(Call& c, uint32_t result, const Curve*, const Curve*, CvPara
                     int32_t, GlobalVar*) {
   c.Code(result, {KURVO_FOUND, KURVO_OVERLAP, KURVO_NOTHING, KURVO_REFUSED});
   c.Expect(!a || !b || a->count == b->count, "lists of different lengths");
-  for (const CvParam* const list : {a, b})
+  for (const CvParam* const list : {a, b}) {
     c.Expect(!list || (result == KURVO_FOUND) == (list->count > 0), "result and lists disagree");
+    for (int32_t i = 0; list && i < list->count; ++i)
+      c.Expect(std::isfinite(list->values[i]), "a parameter that is not finite");
+  }
 }
 
 void JudgeDistance(Call& c, double distance, const Curve*, const Curve*, double*, double*,
