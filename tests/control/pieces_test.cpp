@@ -1,8 +1,8 @@
 // B-splines split into their Bezier pieces.
 #include <gtest/gtest.h>
 
-#include "build/curves.h"
 #include "control/bezier_pieces.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 namespace {

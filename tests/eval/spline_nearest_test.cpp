@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "build/curves.h"
 #include "eval/spline_queries.h"
 #include "eval/spline_span.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <vector>
 
-#include "build/curves.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "build/curves.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 namespace {

@@ -3,11 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "build/curves.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-#include "build/curves.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 namespace {

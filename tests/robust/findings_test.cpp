@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "build/curves.h"
 #include "robust/runner.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 namespace {
