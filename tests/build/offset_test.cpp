@@ -196,7 +196,7 @@ TEST(OffsetCurve, EndsAtCuspsAndFolds) {
     EXPECT_NEAR(LargestJump(pieces), row.jump, 1e-6);
     Polyline source;
     AddSamples(*cv, kChords, source);
-    for (const PlanePoint& p : Samples(pieces))
+    for (const XY& p : Samples(pieces))
       ASSERT_LE(Nearest(source, p), std::fabs(row.distance) + 2 * kTolerance);
   }
 }
@@ -216,7 +216,7 @@ TEST(OffsetCurve, OfWildCurvesStaysNear) {
     EXPECT_LE(pieces.size(), 800);
     Polyline source;
     AddSamples(*cv, kChords, source);
-    for (const PlanePoint& p : Samples(pieces)) ASSERT_LE(Nearest(source, p), 1.16 * std::fabs(d));
+    for (const XY& p : Samples(pieces)) ASSERT_LE(Nearest(source, p), 1.16 * std::fabs(d));
   }
 }
 
