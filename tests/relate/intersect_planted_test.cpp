@@ -266,8 +266,8 @@ void AskRandom(Random& random, int kind_a, int kind_b, double size, Tally& tally
   const double shrunk = std::max(1e-3, size * std::pow(10, random.Uniform(-3, 0)));
   const double size_b = Chance(random, .25) ? shrunk : size;
   const XY at = Chance(random, .25) ? XY{-1e4, 7e3} : XY{0, 0};
-  Apply({2, at.x, at.y, size / 20, Chance(random, .5)}, *a);
-  Apply({1, at.x, at.y, size_b / 20}, *b);
+  Apply({2, at.x, at.y, size / 10, Chance(random, .5)}, *a);
+  Apply({1, at.x, at.y, size_b / 10}, *b);
   Question(a, b, Chance(random, .5) ? 3 : RandomInt(random, 0, 3), size, tally).WantsCrossings();
 }
 
