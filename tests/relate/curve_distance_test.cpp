@@ -51,6 +51,15 @@ TEST(DistCurve, IsThatOfDenseSampling) {
         SCOPED_TRACE(testing::Message() << type_a << " to " << type_b << " at " << apart);
         ExpectRight(a, b);
       }
+  for (int i = 0; i < 8; ++i) {  // more pieces than stay in one list
+    std::vector<Owned> pieces;
+    for (int j = 0; j < 9; ++j) pieces.push_back(RandomCurve(random, kAllTypes[j % 6], 4, 1, 1));
+    const Owned a = MakeComposite(Numbers(9, .5), std::move(pieces));
+    const Owned b = RandomCurve(random, kAllTypes[i % 7], 6, 2, 1);
+    Apply({0, 0, 0, .2}, *a);
+    Apply({0, random.Uniform(1, 6), random.Uniform(-4, 4), .1}, *b);
+    ExpectRight(a, b);
+  }
   constexpr const char* kPairs[][2] = {
       // clang-format off
       {"b 0 0 0 4 2 -4 2 4 4 -4 4 0", "l -9 9 9 9"},
@@ -82,6 +91,8 @@ TEST(DistCurve, OfLinesAndArcsIsExact) {
       {"line inside an arc", Make("l -1 0 1 0"), Arc(0, 0, 2, -right, right), 1, 1, 1},
       {"line through an arc", Make("l -3 0 3 0"), Arc(0, 0, 2, 0 - right, 2 * right), 0, 5. / 6, .5},
       {"line below an arc", Make("l -4 -3 4 -3"), Arc(0, 0, 2, 0, 2 * right), 3, .25, 1},
+      {"line below a lower half", Make("l -4 -3 4 -3"), Arc(0, 0, 2, 2 * right, 2 * right), 1, .5, .5},
+      {"line below a lower half, backwards", Make("l 4 -3 -4 -3"), Arc(0, 0, 2, 2 * right, 2 * right), 1, .5, .5},
       {"line touching", Make("l -4 2 4 2"), Arc(0, 0, 2, 0, 2 * right), 0, .5, .5},
       {"arcs apart", Arc(0, 0, 1, -right, 2 * right), Arc(5, 0, 2, right, 2 * right), 2, .5, .5},
       {"arcs turned away", Arc(0, 0, 1, right, 2 * right), Arc(5, 0, 2, -right, 2 * right), std::sqrt(26.0), 0, 1},

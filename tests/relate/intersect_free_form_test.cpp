@@ -11,6 +11,7 @@ const std::string kParabola = Poly({0, 1}, {0, 0, 1});       // y = x^2
 const std::string kCubic = Poly({0, 1}, {0, 0, 0, 1});       // y = x^3
 const std::string kQuartic = Poly({0, 1}, {0, 0, 0, 0, 1});  // y = x^4
 const std::string kQuintic = Poly({0, 1}, {0, 0, 0, 0, 0, 1});
+const std::string kTwelfth = Poly({0, 1}, {0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1});
 const std::string kStraight = Poly({0, 1}, {0, 0, 0, 0});    // the x axis, as a cubic
 const std::string kGoesBack = Poly({0, -3, 0, 4}, {0});      // three times along the x axis
 const std::string kCusp = Poly({0, 0, 1}, {0, 0, 0, 1});     // (s^2, s^3)
@@ -23,6 +24,7 @@ const std::string kDrop = "b 0 0 2 2 -2 2 0 0";                     // closes at
 // Where the loop meets y = (x - 1/4)^2 besides its double point: s = (1 - sqrt 2) / 2.
 constexpr double kLoopAgain = .75 - std::numbers::sqrt2 / 4;
 
+const std::string kNested = "c 2 (c .25 .75 (b -1 0 0 0)(b 0 0 1 0))";
 const std::string kWave = "b 0 0 2 4 4 -4 6 0";
 const std::string kRoof = "B 0 0 1 1 2 0 | 0 0 1 2 2";
 
@@ -86,6 +88,7 @@ const Case kLines[] = {
     {"along", "l -.5 0 3 0", kStraight, {}, "2222"},
     {"along and to and fro", "l -.5 0 3 0", kGoesBack, {}, "2222"},
     {"along within epsilon", "l -.5 5e-7 3 5e-7", kStraight, {}, "2222", 0, false},
+    {"along, all of it at epsilon", "l 0 0 1 0", "b 0 1e-6 .5 1e-6 1 1e-6", {}, "2222", 0, false},
     {"along, behind the end", "l 2 0 3 0", kStraight, {}, "2727"},
     {"along, touching the end", "l 1 0 3 0", kStraight, {{0, 1}}, "2121"},
     {"along, touching the start", "l -1 0 -3 0", kStraight, {{0, 0}}, "2121"},
@@ -195,6 +198,9 @@ const Case kPairs[] = {
     {"same", kWave, kWave, {}, "2222"},
     {"same loop", kLoop, kLoop, {}, "2222"},
     {"same, raised", kParabola, Poly({0, 1}, {0, 0, 1, 0, 0}), {}, "2222"},
+    {"same, of degree 12", kTwelfth, Part(kTwelfth, .1, .9), {}, "2222"},
+    {"raised to degree 12", kParabola, Poly({0, 1}, {0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}), {}, "2222"},
+    {"parts of degree 12", Part(kTwelfth, 0, .6), Part(kTwelfth, .3, 1), {}, "2222"},
     {"5e-7 apart all along", kWave, "b 0 5e-7 2 4.0000005 4 -3.9999995 6 5e-7", {},
      "2222", 0, false},
     {"parts", Part(kWave, 0, .6), Part(kWave, .3, 1), {}, "2222"},
@@ -220,6 +226,9 @@ const Case kPairs[] = {
     {"two crossings at .8e-4 radians", "b -2 0 2 0", Dip(.8e-4), {{.5, .5}}, "", .006},
     {"at 1.2e-4 radians", "b -2 0 2 0", Dip(1.2e-4), {{.4975, .495}, {.5025, .505}}, "", 1e-6},
     {"through the centre of a star", "b -1 0 1 0", Star(), OnAllSpokes()},
+    {"5e-7 beyond the end of a nested composite", kNested, "b 1.0000005 -1 1.0000005 1", {{2, .5}}, "", kTouch, false},
+    {"5e-6 beyond it", kNested, "b 1.000005 -1 1.000005 1", {}},
+    {"5e-7 before its start", kNested, "b -1.0000005 -1 -1.0000005 1", {{0, .5}}, "", kTouch, false},
     {"handles of length 0", "b 0 0 0 0 1 1 1 1", "b 0 1 0 1 1 0 1 0", {{.5, .5}}},
     {"handles of length 1e-11", "b 0 0 0 1e-11 1 1 1 1", "b 0 1 0 1 1 1e-11 1 0", {{.5, .5}}},
 };
