@@ -189,16 +189,14 @@ TEST(Convert, RecognisesArcsWithinAnAbsoluteTolerance) {
 
 // Straight and closed curves lie on no circle, however rounding moves their points.
 TEST(Convert, LinesAndClosedCurvesAreNoArcs) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 500; ++i) {
+  Rounds(500, [&](Random& random, int) {
     const Point a = random.Planar(100), b = random.Planar(100);
     Numbers points;
     for (const double s : {0.0, .3, .7, 1.0})
       points.insert(points.end(),
                     {a[0] + s * (b[0] - a[0]), a[1] + s * (b[1] - a[1]), random.Uniform(.5, 2)});
     EXPECT_FALSE(Converted(*MakeFreeForm(CV_RBEZIER, points), CV_ARC)->data);
-  }
+  });
   EXPECT_FALSE(Converted(*Make("R " + kHalf +
                                " -1 -1 .70710678118654752 0 -1 1 1 -1 .70710678118654752 "
                                "1 0 1 | 0 0 0 1 1 2 2 3 3 4 4 4"),

@@ -14,9 +14,7 @@ Chain Divide(const Curve& cv, Numbers cuts, GlobalVar& g) {
 
 // Identities D1 and D2 of the header, for every piece.
 TEST(NDivide, PiecesFollowTheCurve) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 420; ++round) {
+  Rounds(420, [&](Random& random, int round) {
     const Owned source = RandomCurve(random, kAllTypes[round % 7], 7);
     Numbers cuts;
     const int count = RandomInt(random, 1, 6);
@@ -36,7 +34,7 @@ TEST(NDivide, PiecesFollowTheCurve) {
       KurvocvEndPoint(&pieces[i], end, &g);
     }
     EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
+  });
 }
 
 TEST(NDivide, KnotsOfSplinePieces) {

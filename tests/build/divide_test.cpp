@@ -16,9 +16,7 @@ Halves Divide(const Curve& cv, double t, GlobalVar& g) {
 }
 
 TEST(Divide, TakesTheSplinesOwnParameter) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 100; ++round) {
+  Rounds(100, [&](Random& random, int round) {
     const int order = 2 + round % 7;
     const Owned source = RandomSplineOver(random, round % 2 == 1, order, 2, 5, order);
     const double t = 2 + 3 * RandomCut(random, 0, 1);
@@ -26,7 +24,7 @@ TEST(Divide, TakesTheSplinesOwnParameter) {
     const auto [first, second] = Divide(*source, t, g);
     ExpectStretch(*first, *source, 2, t);
     ExpectStretch(*second, *source, t, 5);
-  }
+  });
 }
 
 TEST(Divide, KnotsAndControlPoints) {

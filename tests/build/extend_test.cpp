@@ -16,11 +16,9 @@ TEST(ExtendCurve, IsTheSameCurveOverTheRange) {
   constexpr double kRanges[][2] = {{.3, .4},   {.3, 0},    {0, .4},   {-.3, -.4}, {-.3, 0},
                                    {0, -.4},   {.3, -.4},  {-.3, .4}, {-.97, .5}, {.5, -.97},
                                    {.3, -1.1}, {-1.2, .5}, {-1, .5},  {.5, -1},   {-.5, -.49}};
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 360; ++round) {
+  Rounds(360, [&](Random& random, int round) {
     const int32_t type = kAllTypes[round % 6];
-    if (type == CV_ARC) continue;
+    if (type == CV_ARC) return;
     const bool far = IsSpline(type) && round % 4 < 2;  // amounts are shares of the domain
     const Owned source = far ? RandomSplineOver(random, IsRational(type), 2 + round % 5, 2, 10, 2)
                              : RandomCurve(random, type, 5);
@@ -31,7 +29,7 @@ TEST(ExtendCurve, IsTheSameCurveOverTheRange) {
     Globals g;
     const Owned result = Extend(*source, a, b, g);
     SCOPED_TRACE(round);
-    if (KurvoErrGet(&g) == KURVO_ERR_WEIGHT) continue;
+    if (KurvoErrGet(&g) == KURVO_ERR_WEIGHT) return;
     // Outside, coordinates grow by powers of the continuation, most on the shortest end span.
     double size = 10;
     const Oracle exact(*source);
@@ -42,7 +40,7 @@ TEST(ExtendCurve, IsTheSameCurveOverTheRange) {
     ExpectStretch(*result, *source, start - length * a, start + length * (1 + b),
                   a <= 0 && b <= 0 ? kExact : 1e-9 * size);
     EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
+  });
 }
 
 TEST(ExtendCurve, Table) {
@@ -92,17 +90,15 @@ TEST(ExtendCurve, Table) {
 
 // Each piece of a random composite by the rule of its type, over the whole.
 TEST(ExtendCurve, CompositesFollowTheirEndPieces) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 100; ++round) {
+  Rounds(100, [&](Random& random, int round) {
     const Owned source = RandomCurve(random, CV_SEGCV, 3, 1);
     const double a = RandomCut(random, -.2, .05), b = RandomCut(random, -.2, .05);
     Globals g;
     const Owned result = Extend(*source, a, b, g);
-    if (KurvoErrGet(&g) == KURVO_ERR_WEIGHT) continue;
+    if (KurvoErrGet(&g) == KURVO_ERR_WEIGHT) return;
     SCOPED_TRACE(testing::Message() << "round " << round << ", by " << a << ", " << b);
     ExpectStretch(*result, *source, -a, 1 + b, 1e-9);
-  }
+  });
 }
 
 // Bezier curves of degree 4095 and B-splines of order 4096 are the highest that are worked on.

@@ -82,9 +82,7 @@ TEST(MoveEndPoint, MovesJustTheControlPointsThatActThere) {
 }
 
 TEST(MoveEndPoint, UnclampedSplines) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 300; ++round) {
+  Rounds(300, [&](Random& random, int round) {
     const bool rational = round % 2 == 1, start = round % 4 >= 2;
     const int order = round % 50 == 0 ? 70 : static_cast<int>(random.Uniform(2, 8));
     const int count = order + static_cast<int>(random.Uniform(0, 6));
@@ -103,7 +101,7 @@ TEST(MoveEndPoint, UnclampedSplines) {
     const std::string moved(static_cast<std::size_t>(order - 1), '1'),
         still(static_cast<std::size_t>(count - order + 1), '0');
     EXPECT_EQ(Moved(*cv, *source), start ? moved + still : still + moved) << round;
-  }
+  });
 }
 
 // With shares 1/6, 2/3 and 1/6 in the end the least change is 1/3, 4/3 and 1/3 of the displacement;

@@ -60,10 +60,8 @@ TEST(OffsetCurve, IsAtTheDistance) {
 
 // Wavy, but without points where the curve bends more sharply than the distance.
 TEST(OffsetCurve, OfRandomCurvesIsAtTheDistance) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   int tested = 0;
-  for (int round = 0; round < 60; ++round) {
+  Rounds(60, [&](Random& random, int round) {
     const bool rational = round % 8 > 3;
     Numbers points;
     for (int i = 0; i <= 2 + round % 4; ++i) {
@@ -75,11 +73,11 @@ TEST(OffsetCurve, OfRandomCurvesIsAtTheDistance) {
     SCOPED_TRACE(round);
     Polyline source;
     AddSamples(*cv, kChords, source);
-    if (SharpestBend(source) < 1.05 * distance) continue;
+    if (SharpestBend(source) < 1.05 * distance) return;
     ++tested;
     for (const double d : {distance, -distance})
       ExpectAtDistance(*cv, Offset(*cv, d, tolerance), d, tolerance);
-  }
+  });
   EXPECT_GT(tested, 40);
 }
 
@@ -132,9 +130,7 @@ TEST(OffsetCurve, OfLinesAndArcsIsExact) {
 // With a tolerance that takes anything, the one piece shows the moved polygon: its inner points are
 // where the moved legs intersect as unbounded lines, at most 4 times the distance away.
 TEST(OffsetCurve, MovesLegsOfThePolygonToWhereTheyCross) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 300; ++round) {
+  Rounds(300, [&](Random& random, int round) {
     Numbers q = RandomPoints(random, 4, false);
     for (std::size_t i = 0; i < 4; ++i) q[2 * i] += 15. * static_cast<double>(i);  // no sharp turns
     const double d = random.Uniform(-5, 5);
@@ -160,7 +156,7 @@ TEST(OffsetCurve, MovesLegsOfThePolygonToWhereTheyCross) {
         EXPECT_NEAR(static_cast<double>(cross) / Distance(a, b), d, 1e-11) << round << ' ' << i;
       }
     }
-  }
+  });
 }
 
 // Cusps and folds end at some depth, and what lies beyond the centre of curvature is no further
@@ -203,10 +199,7 @@ TEST(OffsetCurve, EndsAtCuspsAndFolds) {
 
 // Whatever the polygon: the number of pieces is bounded, and none lies far off.
 TEST(OffsetCurve, OfWildCurvesStaysNear) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 200; ++round) {
-    SCOPED_TRACE(round);
+  Rounds(200, [&](Random& random, int round) {
     Numbers points = RandomPoints(random, 2 + round % 9, false);
     for (std::size_t i = 2; i < points.size(); ++i)  // repeated points, legs that turn back
       if (random.Uniform(0, 1) < .4) points[i] = points[i - 2] + random.Uniform(0, 1e-6);
@@ -217,7 +210,7 @@ TEST(OffsetCurve, OfWildCurvesStaysNear) {
     Polyline source;
     AddSamples(*cv, kChords, source);
     for (const XY& p : Samples(pieces)) ASSERT_LE(Nearest(source, p), 1.16 * std::fabs(d));
-  }
+  });
 }
 
 TEST(OffsetCurve, OfNoToleranceEnds) {

@@ -58,9 +58,7 @@ Owned Removed(const Curve& cv, double eps = 1e-6) {
 // What has been inserted goes, what was there before stays. The tolerance is tight: next to another
 // knot a knot that matters may hardly show at a fifth of the short interval.
 TEST(BsplRemoveKnots, UndoesInsertions) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 300; ++round) {
+  Rounds(300, [&](Random& random, int round) {
     const int order = 2 + round % 6;
     const bool unit = round % 3 == 0;
     const Owned source = RandomSplineOver(random, round % 2 == 1, order, unit ? 0 : -2,
@@ -82,7 +80,7 @@ TEST(BsplRemoveKnots, UndoesInsertions) {
     }
     EXPECT_TRUE(IsCurve(*Removed(*refined.Get(source->type), 1e-9), *source, 1e-9))
         << "round " << round << ", order " << order;
-  }
+  });
 }
 
 TEST(BsplRemoveKnots, Table) {

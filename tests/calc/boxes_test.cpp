@@ -24,10 +24,8 @@ double Gap(double min1, double max1, double min2, double max2) {
 }
 
 TEST(DistBoxBox, IsTheLengthOfTheGapsInXAndY) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   Globals g;
-  for (int i = 0; i < 5000; ++i) {
+  Rounds(5000, [&](Random& random, int) {
     const BoxValue a = RandomBox(random);
     const BoxValue b = RandomBox(random);
     const double x = Gap(a[0], a[3], b[0], b[3]);
@@ -40,7 +38,7 @@ TEST(DistBoxBox, IsTheLengthOfTheGapsInXAndY) {
     const double py = Gap(a[1], a[4], p[1], p[1]);
     EXPECT_NEAR(KurvoclDistBoxPoint(a, p), std::hypot(std::max(px, 0.0), std::max(py, 0.0)), 1e-14);
     EXPECT_EQ(KurvoclBoxPoint(a, p, &g), int{px <= 0 && py <= 0});
-  }
+  });
 }
 
 TEST(DistBoxPoint, HasNoToleranceAndIsZeroForNaN) {

@@ -10,9 +10,7 @@ namespace kurvo_test {
 namespace {
 
 TEST(RPPcirc, PassesThroughBothPointsOnTheAskedSide) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 2000; ++i) {
+  Rounds(2000, [&](Random& random, int) {
     Globals g;
     const Point p1 = random.Spatial(10);
     const Point p2 = random.Spatial(10);
@@ -27,7 +25,7 @@ TEST(RPPcirc, PassesThroughBothPointsOnTheAskedSide) {
       EXPECT_EQ(left > 0, side == 0);
     }
     EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
+  });
 }
 
 TEST(RPPcirc, Table) {
@@ -94,9 +92,7 @@ PlannedArc RandomArc(Random& random, double least_sweep) {
 
 // Of its own points, ends moved by an ulp or two too; outside its sweep from the nearer end.
 TEST(OnArc, FindsTheParameter) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 5000; ++i) {
+  Rounds(5000, [&](Random& random, int) {
     Globals g;
     const PlannedArc planned = RandomArc(random, .01);
     const KurvoArc arc = planned.Record();
@@ -121,7 +117,7 @@ TEST(OnArc, FindsTheParameter) {
     const long double angle = ccw == wraps ? -before : planned.sweep + past;
     expect(planned.At(planned.sweep + past), 0, static_cast<double>(angle / planned.sweep));
     EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
+  });
 }
 
 TEST(OnArc, HasAMarginOfAMillionthRadianBeyondEachEnd) {

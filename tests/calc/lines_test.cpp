@@ -10,10 +10,8 @@ namespace kurvo_test {
 namespace {
 
 TEST(ProjLine, FindsTheFootInSpace) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   Globals g;
-  for (int i = 0; i < 1000; ++i) {
+  Rounds(1000, [&](Random& random, int) {
     const Point start = random.Spatial(10), end = random.Spatial(10), p = random.Spatial(100);
     const double line[6] = {start[0], start[1], start[2], end[0], end[1], end[2]};
     Point foot, along, aside, from_start, cross;
@@ -25,7 +23,7 @@ TEST(ProjLine, FindsTheFootInSpace) {
     const double size = KurvoclVectorSize(along);
     EXPECT_NEAR(KurvoclInnerProduct(aside, along) / size, 0, 1e-12);
     EXPECT_NEAR(KurvoclVectorSize(cross) / size, 0, 1e-12);
-  }
+  });
   const double short_line[6] = {1, 2, 3, 1 + 1e-7, 2, 3};
   Point foot;
   KurvoclProjLine(Point{7, 8, 9}, short_line, foot, &g);

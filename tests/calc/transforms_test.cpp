@@ -41,9 +41,7 @@ Point UnitAxis(Random& random) {
 }
 
 TEST(Rotation, TurnsAboutAnyUnitAxis) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 1000; ++i) {
+  Rounds(1000, [&](Random& random, int) {
     const Point axis = UnitAxis(random), v = random.Spatial(100), centre = random.Spatial(100);
     const double angle = random.Uniform(-10, 10);
     Point out;
@@ -55,17 +53,15 @@ TEST(Rotation, TurnsAboutAnyUnitAxis) {
     EXPECT_NEAR(KurvoclVectorSize(out), KurvoclVectorSize(v), 2000 * kUlp);
     KurvofcRotateVector(v, angle, out);
     ExpectNear(out, Rotated({0, 0, 1}, L(angle), Exact(v)), 1000 * kUlp);
-  }
+  });
   Point out;
   KurvoclRotateVector(Point{0, 0, 2}, M_PI / 2, Point{1, 1, 1}, out);  // the axis as it is
   ExpectNear(out, {-2, 2, 4}, 8 * kUlp);
 }
 
 TEST(ScalePoint, ScalesUniformlyOrAlongADirection) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   Globals g;
-  for (int i = 0; i < 1000; ++i) {
+  Rounds(1000, [&](Random& random, int) {
     const Point centre = random.Spatial(100);
     const Point p = random.Spatial(100);
     const Point dir = UnitAxis(random);
@@ -80,15 +76,13 @@ TEST(ScalePoint, ScalesUniformlyOrAlongADirection) {
     want = Exact(p) + L(s - 1) * Dot(offset, Exact(dir)) * Exact(dir);
     want.z = 0;
     ExpectNear(out, want, 8000 * kUlp);
-  }
+  });
   EXPECT_EQ(KurvoErrGet(&g), 0);
 }
 
 TEST(MirrorPoint, KeepsTheLineAndSwapsItsSides) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   Globals g;
-  for (int i = 0; i < 1000; ++i) {
+  Rounds(1000, [&](Random& random, int) {
     const Point base = random.Planar(100);
     const Point normal = random.Planar(5);
     const Point p = random.Planar(100);
@@ -103,7 +97,7 @@ TEST(MirrorPoint, KeepsTheLineAndSwapsItsSides) {
     EXPECT_NEAR(static_cast<double>(Dot(middle - Exact(base), n)) / size, 0, 4000 * kUlp);
     const long double along = Cross(Exact(mirrored) - Exact(p), n).z;
     EXPECT_NEAR(static_cast<double>(along) / size, 0, 4000 * kUlp);
-  }
+  });
   EXPECT_EQ(KurvoErrGet(&g), 0);
 }
 

@@ -53,9 +53,7 @@ TEST(Fabs, ClearsTheSignBitAndNothingElse) {
 }
 
 TEST(UnitVector, HasLengthOneAndTheSameDirection) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 1000; ++i) {
+  Rounds(1000, [&](Random& random, int) {
     Globals g;
     const Point v = random.Spatial(std::pow(10.0, random.Uniform(-5, 9)));
     Point u = v;
@@ -63,7 +61,7 @@ TEST(UnitVector, HasLengthOneAndTheSameDirection) {
     EXPECT_NEAR(KurvoclVectorSize(u), 1, 4 * kUlp);
     EXPECT_NEAR(KurvoclInnerProduct(u, v) / KurvoclVectorSize(v), 1, 8 * kUlp);
     EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
+  });
 }
 
 TEST(UnitVector, DividesAndDoesNotMultiplyByAReciprocal) {
@@ -78,12 +76,10 @@ TEST(UnitVector, DividesAndDoesNotMultiplyByAReciprocal) {
 }
 
 TEST(VectorAngle, IsTheUnsignedPlanarAngle) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   Globals g;
   EXPECT_EQ(KurvoclVectorAngle(Point{1, 0, 0}, Point{-1, 0, 0}, &g), M_PI);
   EXPECT_EQ(KurvoclVectorAngle(Point{-1, -0.0, 0}, Point{-1, 0, 0}, &g), 0);
-  for (int i = 0; i < 2000; ++i) {
+  Rounds(2000, [&](Random& random, int) {
     const Point a = random.Spatial(3), b = random.Spatial(1e3), back = {-2 * a[0], -2 * a[1], 9},
                 across = {-a[1], a[0], 0};
     const auto want = static_cast<double>(
@@ -95,7 +91,7 @@ TEST(VectorAngle, IsTheUnsignedPlanarAngle) {
       EXPECT_EQ(KurvoclParaVector(v, a, &g), 1);
       EXPECT_EQ(KurvoclParaVector(v, across, &g), 0);
     }
-  }
+  });
   for (const Point& axis : {Point{1, 0, 0}, {-1, 0, 0}, {0, 1, 0}, {0, -1, 0}, {-1, -0.0, 0}})
     EXPECT_EQ(KurvoclParaVector(axis, Point{-axis[0], -axis[1], 0}, &g), 1) << axis[0];
 }

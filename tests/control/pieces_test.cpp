@@ -20,10 +20,7 @@ Owned Composite(const Curve& spline) {
 }
 
 TEST(Pieces, AreThoseOfTheOracle) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 400; ++round) {
-    SCOPED_TRACE(round);
+  Rounds(400, [&](Random& random, int round) {
     const Owned spline = RandomSpline(random, round), target = Composite(*spline);
     const std::vector<Oracle::Part> parts = Oracle(*spline).Parts();
     const auto& c = target.block<KurvoSegcv>();
@@ -47,13 +44,11 @@ TEST(Pieces, AreThoseOfTheOracle) {
       const double* end = piece.point(piece.order - 1);  // the next one starts there, to the bit
       EXPECT_TRUE(std::equal(end, end + piece.stride, FreeForm(c.curves[i + 1]).points));
     }
-  }
+  });
 }
 
 TEST(Pieces, KeepControlPointsThatAreTheirOwnToTheBit) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 20; ++round) {
+  Rounds(20, [&](Random& random, int) {
     const Owned source = MakeFreeForm(CV_RBSPLINE, RandomPoints(random, 10, true),
                                       {2, 2, 2, 3, 3, 3, 5, 5, 5, 6, 7, 7, 7});
     const Owned target = Composite(*source);
@@ -63,14 +58,12 @@ TEST(Pieces, KeepControlPointsThatAreTheirOwnToTheBit) {
     EXPECT_TRUE(std::equal(want + 12, want + 24, piece(1)));
     EXPECT_TRUE(std::equal(want + 24, want + 28, piece(2)));
     EXPECT_TRUE(std::equal(want + 36, want + 40, piece(3) + 8));
-  }
+  });
 }
 
 // Flat storage holds what the composite's records hold, over the source's own parameters.
 TEST(Pieces, InFlatStorageEqualThoseOfTheComposite) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 50; ++round) {
+  Rounds(50, [&](Random& random, int round) {
     Owned spline = RandomSpline(random, round);
     const Owned pieces = Composite(*spline);
     const auto& c = pieces.block<KurvoSegcv>();
@@ -92,7 +85,7 @@ TEST(Pieces, InFlatStorageEqualThoseOfTheComposite) {
       const Numbers want = ControlPoints(c.curves[i]);
       EXPECT_TRUE(std::equal(want.begin(), want.end(), span.points));
     }
-  }
+  });
   const auto held = [](const char* text, int degree) {
     return kurvo::BezierSpans::Of(*Make(text), degree).has_value();
   };

@@ -109,24 +109,20 @@ Numbers Apart(Random& random, std::size_t count, double low, double high, Number
 }
 
 TEST(FindRoots, FindsRandomSimpleRoots) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 3000; ++round) {
+  Rounds(3000, [&](Random& random, int) {
     const auto count = static_cast<std::size_t>(random.Uniform(1, 6));
     const Numbers planted = Apart(random, count, 0, 1);
     const std::size_t degree = count + static_cast<std::size_t>(random.Uniform(0, 8));
     const RootList roots = FindRoots(Planted(planted, degree), 0, 1);
     for (const double root : planted)
       ASSERT_TRUE(Near(roots, root, 1e-7)) << root << " not in " << Print(roots);
-  }
+  });
 }
 
 // Of polynomials with real roots alone the rule of signs gives their number, on any interval.
 TEST(VariationsOn, CountsRealRoots) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   int counted[3] = {};
-  for (int round = 0; round < 3000; ++round) {
+  Rounds(3000, [&](Random& random, int round) {
     const double a = random.Uniform(-.5, .9), b = a + random.Uniform(.1, .6);
     const Numbers roots = Apart(random, 1 + static_cast<std::size_t>(round) % 8, -1, 2, {a, b});
     const auto inside =
@@ -137,14 +133,12 @@ TEST(VariationsOn, CountsRealRoots) {
     ++counted[std::min<std::ptrdiff_t>(inside, 2)];
     EXPECT_EQ(kurvo::VariationsOn(Scaled(WithRoots(roots)), a, b), want)
         << Text("roots", roots) << Text(" on", {a, b});
-  }
+  });
   for (const int count : counted) EXPECT_GT(count, 200);
 }
 
 TEST(TurningPoints, AreTheRootsOfTheDerivative) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 2000; ++round) {
+  Rounds(2000, [&](Random& random, int round) {
     Numbers roots = Apart(random, static_cast<std::size_t>(round) % 6, -.5, 1.5, {0, 1});
     Coefficients f = {random.Uniform(-1, 1)}, derivative = WithRoots(roots);
     if (round % 3 == 0) derivative = Times(derivative, {2.0L, 0.0L, 1.0L});  // no more roots
@@ -157,7 +151,7 @@ TEST(TurningPoints, AreTheRootsOfTheDerivative) {
     const RootList got = kurvo::TurningPoints(Scaled(f));
     EXPECT_LE(LargestGap({got.begin(), got.end()}, want), 1e-10)
         << Print(got) << Text(", must be", want);
-  }
+  });
 }
 
 TEST(FindRoots, EndsForAnyInput) {

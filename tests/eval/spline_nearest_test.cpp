@@ -90,10 +90,7 @@ void Compare(const Owned& cv, Vec2 p) {
 }
 
 TEST(FootOnSpline, IsThatOfAnExaminationOfEverySpan) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int n = 0; n < 4000 && !testing::Test::HasFailure(); ++n) {
-    SCOPED_TRACE(n);
+  Rounds(4000, [&](Random& random, int) {
     const double size = std::pow(10.0, RandomInt(random, -8, 9));
     const Owned cv = RandomSpline(random, size);
     const auto near = [&](double by) {
@@ -101,7 +98,7 @@ TEST(FootOnSpline, IsThatOfAnExaminationOfEverySpan) {
     };
     const Vec2 on = Planar(PointAt(*cv, random.Uniform(0, 1)).data());
     for (const Vec2 p : {near(size), near(9 * size), on, on + near(.05 * size)}) Compare(cv, p);
-  }
+  });
 }
 
 // Many spans at the same distance, up to the last bit: the first one wins.

@@ -125,9 +125,7 @@ TEST(Curvature, Table) {
 
 // All free-form kinds, by their own parameter, at their ends and up to the sixth.
 TEST(NDeriv, AgreesWithTheOracle) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 120; ++round) {
+  Rounds(120, [&](Random& random, int round) {
     const bool rational = round % 2 == 1, spline = round % 4 >= 2;
     const int order = round < 8 ? 12 : RandomInt(random, 2, 6);
     const Owned cv = spline ? RandomSplineOver(random, rational, order, 2, 5, order - 1)
@@ -151,7 +149,7 @@ TEST(NDeriv, AgreesWithTheOracle) {
         EXPECT_EQ(KurvoErrGet(&g), 0);
       }
     }
-  }
+  });
 }
 
 // Derivative n of r (cos, sin)(a + s t) is r s^n (cos, sin)(a + s t + n pi / 2).

@@ -93,10 +93,7 @@ TEST(DistPoint, Table) {
 // Splines and arcs: the reported point lies at the reported distance, and no sample is nearer.
 TEST(DistPoint, IsTheLeastOfAllSamples) {
   constexpr int kSamples = 600;
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int n = 0; n < 900 && !HasFailure(); ++n) {
-    SCOPED_TRACE(n);
+  Rounds(900, [&](Random& random, int n) {
     const int order = RandomInt(random, 2, 5);
     const double turn = random.Uniform(.001, 6.28) * (n % 2 ? 1 : -1);
     const Owned cv = n % 3 == 0 ? Arc(1, -2, random.Uniform(.1, 9), random.Uniform(-3, 3), turn)
@@ -110,7 +107,7 @@ TEST(DistPoint, IsTheLeastOfAllSamples) {
       const Wide t = std::lerp(exact.start(), exact.end(), L(i) / kSamples);
       ASSERT_LE(found.dist, exact.DistanceAt(t, p) + 1e-9) << static_cast<double>(t);
     }
-  }
+  });
 }
 
 // Where the derivative of the squared distance first changes sign, found in `steps` equal parts of
@@ -137,11 +134,8 @@ std::optional<double> FirstFoot(const Oracle& curve, const Point& p, int steps) 
 // Both Bezier kinds answer with their first foot point, whether it is the nearest or not, and with
 // the nearer end where there is none, or the first lies up to a thousandth before the start.
 TEST(DistPoint, OfABezierIsThatOfItsFirstFoot) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   int several = 0, without = 0;
-  for (int n = 0; n < 400; ++n) {
-    SCOPED_TRACE(n);
+  Rounds(400, [&](Random& random, int n) {
     const bool rational = n % 2 == 1;
     const int points = 2 + static_cast<int>(random.Uniform(0, 4));
     const Owned cv =
@@ -164,7 +158,7 @@ TEST(DistPoint, OfABezierIsThatOfItsFirstFoot) {
       ++several;  // another point is nearer, and does not win
       break;
     }
-  }
+  });
   EXPECT_GT(several, 20);
   EXPECT_GT(without, 20);
 }

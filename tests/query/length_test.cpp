@@ -113,9 +113,7 @@ void Scale(const Curve& cv, double factor) {
 
 // Small and large curves: some settle at once, some not in ten passes.
 TEST(CurveLen, FollowsItsRule) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 60; ++round) {
+  Rounds(60, [&](Random& random, int round) {
     const bool rational = round % 2 == 1;
     const int count = round < 4 ? 31 : RandomInt(random, 2, 8);
     const double scale = round < 4 ? 10 : std::pow(10, random.Uniform(-4, 5));
@@ -124,7 +122,7 @@ TEST(CurveLen, FollowsItsRule) {
     const Polygon polygon = Oracle(*alone).Parts()[0].points;
     const Wide want = ByRule(polygon);
     EXPECT_NEAR(static_cast<double>(LengthOf(*alone, 0, 1) / want), 1, 1e-12) << round;
-    if (scale > 1e3) continue;  // ten passes on 16 parts take the recursion too long
+    if (scale > 1e3) return;  // ten passes on 16 parts take the recursion too long
 
     std::vector<Owned> pieces;
     pieces.push_back(Copy(*alone));
@@ -138,13 +136,11 @@ TEST(CurveLen, FollowsItsRule) {
     ASSERT_EQ(KurvocvConvert(alone.get(), span.get(), &g), KURVO_CONVERTED);
     for (int i = 0; i < 2 * count; ++i) FreeForm(*span).knots[i] = i < count ? 3 : 5;
     EXPECT_EQ(LengthOf(*span, 3, 5), member) << round;
-  }
+  });
 }
 
 TEST(CurveLen, OfStretchesIsTheTrueLength) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 40; ++round) {
+  Rounds(40, [&](Random& random, int round) {
     const bool rational = round % 2 == 1, spline = round % 4 >= 2;
     const int order = RandomInt(random, 2, 5);
     const Owned cv = spline ? RandomSplineOver(random, rational, order, -1, 5, order - 1)
@@ -157,7 +153,7 @@ TEST(CurveLen, OfStretchesIsTheTrueLength) {
     EXPECT_NEAR(got, static_cast<double>(Oracle(*cv).Length(t0, t1)), .002 * parts + 1e-6 * got)
         << round;
     EXPECT_EQ(LengthOf(*cv, t1, t0), -got);
-  }
+  });
 }
 
 TEST(CurveLen, IsThatOfTheTrimmedCurve) {

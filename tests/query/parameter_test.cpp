@@ -20,9 +20,7 @@ Found Parameter(const Curve& cv, const Point& p) {
 }
 
 TEST(Parameter, OwnPointsAreOnTheCurve) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 2000; ++round) {
+  Rounds(2000, [&](Random& random, int round) {
     const bool rational = round % 2 == 1;
     const int degree = 1 + round / 4 % 13;
     const double size = std::pow(10., random.Uniform(-2, 2)), far = round % 16 < 4 ? 1e4 * size : 0;
@@ -41,13 +39,11 @@ TEST(Parameter, OwnPointsAreOnTheCurve) {
       ASSERT_LE(KurvoclDistPoint(p, At(*cv, found.t)), 1e-6 * std::max(1., 40 * size * degree))
           << round << ' ' << f << " -> " << found.t;
     }
-  }
+  });
 }
 
 TEST(Parameter, OffTheCurveIsTheFirstFootOrAnEnd) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 300; ++round) {
+  Rounds(300, [&](Random& random, int round) {
     const Owned cv = RandomBezier(random, false, 2 + round % 5);
     const Oracle exact(*cv);
     const Point p = random.Planar(kSize);
@@ -66,7 +62,7 @@ TEST(Parameter, OffTheCurveIsTheFirstFootOrAnEnd) {
       }
     }
     ASSERT_NEAR(found.t, foot, 1.5 / kSteps) << round;
-  }
+  });
 }
 
 TEST(Parameter, Table) {
@@ -115,9 +111,7 @@ TEST(Parameter, Table) {
 
 // Rounding never puts an arc's own ends off it, nor gives them a parameter one turn away.
 TEST(Parameter, EndsOfArcsAreZeroAndOne) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 3000; ++round) {
+  Rounds(3000, [&](Random& random, int round) {
     const double sweep = random.Uniform(1e-3, 6.28) * (round % 2 ? 1 : -1);
     const Owned arc = Arc(random.Uniform(-9, 9), random.Uniform(-9, 9), random.Uniform(.5, 9),
                           random.Uniform(-3.2, 3.2), sweep);
@@ -127,7 +121,7 @@ TEST(Parameter, EndsOfArcsAreZeroAndOne) {
       ASSERT_EQ(found.result, KURVO_ON_CURVE) << sweep;
       ASSERT_NEAR(found.t, p == block.end, 1e-9) << sweep;
     }
-  }
+  });
 }
 
 }  // namespace

@@ -132,9 +132,7 @@ TEST(Position, WeightsNearOneCountOnSplines) {
 }
 
 TEST(Position, ArcsRunFromStartToEndEitherWay) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 500; ++round) {
+  Rounds(500, [&](Random& random, int round) {
     const double angle = random.Uniform(-3.2, 3.2), r = random.Uniform(.1, 5);
     const double sweep = random.Uniform(.01, 6.2) * (round % 2 ? 1 : -1);
     for (const double t : {0., .25, .5, 1.}) {
@@ -142,7 +140,7 @@ TEST(Position, ArcsRunFromStartToEndEitherWay) {
       const Point p = PointAt(*Arc(1, -2, r, angle, sweep), t);
       EXPECT_LE(Gap({p[0], p[1]}, {1 + r * std::cos(at), -2 + r * std::sin(at)}), 1.4e-14) << sweep;
     }
-  }
+  });
 }
 
 TEST(Position, FindsSpansInLargeKnotVectors) {

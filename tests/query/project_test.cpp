@@ -82,10 +82,7 @@ TEST(POntoCurve, TakesWhatIsSound) {
 
 // Where both are defined by the same foot, the projected point is that of the distance.
 TEST(POntoCurve, IsThePointAtTheDistanceOnFreeFormCurves) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int n = 0; n < 400 && !HasFailure(); ++n) {
-    SCOPED_TRACE(n);
+  Rounds(400, [&](Random& random, int n) {
     const Owned cv = n % 4 < 2 ? RandomSplineOver(random, n % 2 == 1, 4, 0, 4, 2)
                                : RandomBezier(random, n % 2 == 1, 3);
     Globals g;
@@ -97,7 +94,7 @@ TEST(POntoCurve, IsThePointAtTheDistanceOnFreeFormCurves) {
     EXPECT_NEAR(KurvoclDistPoint(p, foot), dist, 1e-12);
     EXPECT_NEAR(static_cast<double>(Oracle(*cv).DistanceAt(t, foot)), 0, 1e-9);
     EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
+  });
 }
 
 }  // namespace

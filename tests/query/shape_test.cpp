@@ -144,9 +144,7 @@ TEST(BoundBox, Table) {
 }
 
 TEST(BoundBox, OfArcsIsTight) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 300; ++round) {
+  Rounds(300, [&](Random& random, int round) {
     const double sweep = random.Uniform(.01, 6.2) * (round % 2 ? 1 : -1);
     const Owned arc = Arc(3, -1, 2, random.Uniform(-3.2, 3.2), sweep);
     PlaneBox seen = {9, 9, -9, -9};
@@ -156,7 +154,7 @@ TEST(BoundBox, OfArcsIsTight) {
               std::max(seen[3], p[1])};
     }
     for (std::size_t i = 0; i < 4; ++i) ASSERT_NEAR(BoxOf(*arc)[i], seen[i], 1e-5) << sweep;
-  }
+  });
 }
 
 }  // namespace

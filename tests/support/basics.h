@@ -1,6 +1,8 @@
 // What the tests of the planar calculus share: points by value, a fresh record, seeded numbers.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -69,6 +71,17 @@ class Random {
   uint64_t seed_ = 20240607;
   std::mt19937_64 engine_;
 };
+
+// Calls body(random, round) until one fails.
+template <class Body>
+void Rounds(int count, const Body& body) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int round = 0; round < count && !testing::Test::HasFailure(); ++round) {
+    SCOPED_TRACE(round);
+    body(random, round);
+  }
+}
 
 constexpr double kSize = 10;  // of random coordinates
 
