@@ -1,19 +1,12 @@
-// B-splines through points: whether they pass, where, and what is refused.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <string>
-#include <vector>
-
-#include "query/reference.h"
+// B-splines through points: whether they pass, and where.
+#include "support/curve_text.h"
+#include "support/oracle.h"
 
 namespace kurvo_test {
 namespace {
 
 using Points = std::vector<Point>;
-
-std::size_t At(int i) { return static_cast<std::size_t>(i); }
+using Places = std::vector<Wide>;  // parameters
 
 struct Fit {
   Globals g;
@@ -26,20 +19,20 @@ struct Fit {
 };
 
 // The length of the polygon up to each point, as a share of the whole.
-std::vector<long double> Shares(const Points& points) {
-  std::vector<long double> t{0};
+Places Shares(const Points& points) {
+  Places t{0};
   for (std::size_t i = 1; i < points.size(); ++i)
     t.push_back(t.back() + std::hypot(L(points[i][0]) - L(points[i - 1][0]),
                                       L(points[i][1]) - L(points[i - 1][1])));
-  const long double whole = t.back();
-  for (long double& share : t) share /= whole;
+  const Wide whole = t.back();
+  for (Wide& share : t) share /= whole;
   return t;
 }
 
-std::vector<long double> Even(const Points& points) {
-  std::vector<long double> t;
+Places Even(const Points& points) {
+  Places t;
   for (std::size_t i = 0; i < points.size(); ++i)
-    t.push_back(static_cast<long double>(i) / static_cast<long double>(points.size() - 1));
+    t.push_back(static_cast<Wide>(i) / static_cast<Wide>(points.size() - 1));
   return t;
 }
 
@@ -49,14 +42,36 @@ double Size(const Points& points) {
   return size;
 }
 
+double LargestControlCoordinate(const Fit& fit) {
+  double largest = 0;
+  for (int i = 0; i < fit.spline().count; ++i)
+    for (int c = 0; c < 2; ++c) largest = std::max(largest, std::fabs(fit.spline().points[i][c]));
+  return largest;
+}
+
+// The mean of order - 1 parameters: inner knot number i.
+Wide Mean(const Places& t, int order, int i) {
+  Wide sum = 0;
+  for (int j = i - order + 1; j < i; ++j) sum += t[static_cast<std::size_t>(j)];
+  return sum / (order - 1);
+}
+
+double Miss(const Fit& fit, const Points& points, const Places& t) {
+  const Oracle exact(*fit.curve);
+  Wide miss = 0;
+  for (std::size_t i = 0; i < points.size(); ++i)
+    miss = std::max(miss, exact.DistanceAt(t[i], points[i]));
+  return static_cast<double>(miss);
+}
+
 // Everything that is promised of the record, and that it is at each point at its parameter t.
-void ExpectPasses(const Fit& fit, const Points& points, int order,
-                  const std::vector<long double>& t, double tolerance, const std::string& name) {
+void ExpectPasses(const Fit& fit, const Points& points, int order, const Places& t,
+                  double tolerance, const std::string& name) {
   SCOPED_TRACE(name + " order " + std::to_string(order));
   ASSERT_EQ(KurvoErrGet(&fit.g), 0);
   ASSERT_EQ(fit.curve->type, CV_BSPLINE);
   const KurvoBSpline& spline = fit.spline();
-  const int count = static_cast<int>(points.size()), degree = order - 1;
+  const int count = static_cast<int>(points.size());
   ASSERT_EQ(spline.order, order);
   ASSERT_EQ(spline.count, count);
   for (int i = 0; i < order; ++i) {
@@ -64,35 +79,15 @@ void ExpectPasses(const Fit& fit, const Points& points, int order,
     EXPECT_EQ(spline.knots[count + i], 1);
   }
   for (int i = order; i < count; ++i) {
-    long double mean = 0;
-    for (int j = i - degree; j < i; ++j) mean += t[At(j)] / degree;
-    EXPECT_NEAR(spline.knots[i], static_cast<double>(mean), 1e-13) << "knot " << i;
+    EXPECT_NEAR(spline.knots[i], static_cast<double>(Mean(t, order, i)), 1e-13) << "knot " << i;
     EXPECT_LE(spline.knots[i - 1], spline.knots[i]);
   }
-  for (int i = 0; i < count; ++i) EXPECT_EQ(spline.points[i][2], 0);
-  const auto first = At(0), last = At(count - 1);
-  for (const std::size_t c : {first, first + 1}) {
-    EXPECT_EQ(spline.points[0][c], points[first][c]);
-    EXPECT_EQ(spline.points[count - 1][c], points[last][c]);
+  for (int i = 0; i < count; ++i) {
+    EXPECT_EQ(spline.points[i][2], 0);
+    for (std::size_t c = 0; c < 2 && (order == 2 || i % (count - 1) == 0); ++c)
+      EXPECT_EQ(spline.points[i][c], points[static_cast<std::size_t>(i)][c]) << "point " << i;
   }
-  const Reference reference(*fit.curve);
-  for (std::size_t i = 0; i < points.size(); ++i)
-    ASSERT_GE(tolerance, reference.DistanceAt(t[i], points[i])) << "point " << i;
-}
-
-// The first inner knot.
-long double Mean(const std::vector<long double>& t, int order) {
-  long double sum = 0;
-  for (int i = 1; i < order; ++i) sum += t[At(i)];
-  return sum / (order - 1);
-}
-
-double LargestControlCoordinate(const Fit& fit) {
-  double largest = 0;
-  for (int i = 0; i < fit.spline().count; ++i)
-    for (const std::size_t c : {0U, 1U})
-      largest = std::max(largest, std::fabs(fit.spline().points[i][c]));
-  return largest;
+  EXPECT_GE(tolerance, Miss(fit, points, t));
 }
 
 Points Walk(Random& random, int count, double shortest, double longest) {
@@ -112,28 +107,11 @@ TEST(GenBspl, PassesThroughAllPoints) {
   Random random;
   SCOPED_TRACE(random.Trace());
   for (const int order : {2, 3, 4, 5, 6, 8, 12})
-    for (const int count : {order, order + 1, order + 2, 2 * order, 3 * order + 5, 200}) {
+    for (const int count : {order, order + 1, order + 2, 2 * order, 200, order == 4 ? 20000 : 17}) {
       const Points points = Walk(random, count, 0.5, 2);
-      const Fit fit(points, order);
-      ExpectPasses(fit, points, order, Shares(points), 1e-12 * Size(points) * order * order,
-                   "walk of " + std::to_string(count));
+      ExpectPasses(Fit(points, order), points, order, Shares(points),
+                   1e-12 * Size(points) * order * order, "walk of " + std::to_string(count));
     }
-}
-
-TEST(GenBspl, IsWhereThePositionIsAsked) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  const Points points = Walk(random, 60, 0.5, 2);
-  for (const int order : {2, 3, 4, 7}) {
-    Fit fit(points, order);
-    const auto t = Shares(points);
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      Point p;
-      KurvocvPosition(fit.curve.get(), static_cast<double>(t[i]), p, &fit.g);
-      EXPECT_NEAR(p[0], points[i][0], 1e-10);
-      EXPECT_NEAR(p[1], points[i][1], 1e-10);
-    }
-  }
 }
 
 TEST(GenBspl, HoldsForBadlySpacedPoints) {
@@ -144,9 +122,8 @@ TEST(GenBspl, HoldsForBadlySpacedPoints) {
       const Points points = Walk(random, 120, 1 / ratio, 1);
       const Fit fit(points, order, 1e-12);
       // Sharp turns within a tiny leg may make polynomials of degree 5 swing too far.
-      const bool even =
-          order > 4 && std::fabs(fit.spline().knots[order] -
-                                 static_cast<double>(Mean(Even(points), order))) < 1e-13;
+      const auto mean = static_cast<double>(Mean(Even(points), order, order));
+      const bool even = order > 4 && std::fabs(fit.spline().knots[order] - mean) < 1e-13;
       ExpectPasses(fit, points, order, even ? Even(points) : Shares(points),
                    1e-14 * order * LargestControlCoordinate(fit), "ratio " + std::to_string(ratio));
     }
@@ -160,13 +137,10 @@ TEST(GenBspl, TakesEvenParametersWhereLegsAreTooUneven) {
   const Points points = {{0, 0, 0}, {1e-5, 1e-5, 0}, {1e12, 0, 0}, {2e12, 1e12, 0}, {0, 3e12, 0}};
   for (const int order : {3, 4, 5})
     ExpectPasses(Fit(points, order), points, order, Even(points), 1e-12 * Size(points), "uneven");
-}
-
-TEST(GenBspl, TakesChordLengthsDownTo2ToTheMinus44OfThePolygon) {
-  for (const double share : {4e-14, 8e-14}) {
-    const Points points = {{0, 0, 0}, {1e-5, 0, 0}, {1e-5 / share, 0, 0}};
+  for (const double share : {4e-14, 8e-14}) {  // the limit is 2^-44 of the polygon
+    const Points three = {{0, 0, 0}, {1e-5, 0, 0}, {1e-5 / share, 0, 0}};
     const double wanted = share > 0x1p-44 ? share : .5;
-    EXPECT_NEAR(Fit(points, 2).spline().knots[2], wanted, 1e-10 * wanted) << share;
+    EXPECT_NEAR(Fit(three, 2).spline().knots[2], wanted, 1e-10 * wanted) << share;
   }
 }
 
@@ -200,65 +174,22 @@ TEST(GenBspl, LetsControlPointsGrowTo1e8TimesThePoints) {
   }
 }
 
-TEST(GenBspl, OfOrderTwoIsThePolygon) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  const Points points = Walk(random, 50, 1e-3, 10);
-  const Fit fit(points, 2);
-  for (int i = 0; i < 50; ++i)
-    for (const std::size_t c : {0U, 1U}) EXPECT_EQ(fit.spline().points[i][c], points[At(i)][c]);
-}
-
-TEST(GenBspl, ThroughPointsOfALineIsStraight) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  Points points;
-  double way = 0;
-  for (int i = 0; i < 80; ++i, way += random.Uniform(0.01, 3)) points.push_back({way, 2 * way, 0});
-  for (const int order : {2, 3, 4, 9}) {
-    Fit fit(points, order);
-    EXPECT_EQ(KurvocvIsLine(fit.curve.get(), &fit.g), KURVO_SHAPE_STRAIGHT) << order;
-    for (int i = 0; i < 80; ++i) {
-      const double* p = fit.spline().points[i];
-      EXPECT_NEAR(p[1], 2 * p[0], 1e-12 * way) << order;
-    }
-  }
-}
-
 TEST(GenBspl, ScalesWithItsPoints) {
   Random random;
   SCOPED_TRACE(random.Trace());
   const Points points = Walk(random, 40, 0.1, 2);
   const Fit unit(points, 4);
-  struct {
-    int exponent;
-    double epsilon;
-  } const rows[] = {{20, 1e-6}, {990, 1e-6}, {1015, 1e-6}, {-700, 1e-250}};
-  for (const auto& row : rows) {
+  for (const auto& [exponent, epsilon] :
+       {std::pair(20, 1e-6), {990, 1e-6}, {1015, 1e-6}, {-700, 1e-250}}) {
     Points scaled = points;
     for (Point& p : scaled)
-      for (const std::size_t c : {0U, 1U}) p[c] = std::ldexp(p[c], row.exponent);
-    const Fit fit(scaled, 4, row.epsilon);
-    ASSERT_EQ(KurvoErrGet(&fit.g), 0) << row.exponent;
-    for (int i = 0; i < 40; ++i) {
-      const auto j = At(i);
-      EXPECT_EQ(fit.spline().knots[j], unit.spline().knots[j]);
-      for (const std::size_t c : {0U, 1U})
-        EXPECT_EQ(fit.spline().points[j][c], std::ldexp(unit.spline().points[j][c], row.exponent));
-    }
-  }
-}
-
-TEST(GenBspl, RunsBackwardThroughReversedPoints) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  const Points points = Walk(random, 40, 0.1, 2);
-  const Points back(points.rbegin(), points.rend());
-  for (const int order : {3, 4, 5}) {
-    const Fit there(points, order), again(back, order);
-    for (int i = 0; i < 40; ++i)
-      for (const std::size_t c : {0U, 1U})
-        EXPECT_NEAR(there.spline().points[i][c], again.spline().points[39 - i][c], 1e-11) << order;
+      for (const std::size_t c : {0U, 1U}) p[c] = std::ldexp(p[c], exponent);
+    const Fit fit(scaled, 4, epsilon);
+    ASSERT_EQ(KurvoErrGet(&fit.g), 0) << exponent;
+    EXPECT_EQ(Knots(*fit.curve), Knots(*unit.curve));
+    Numbers want = ControlPoints(*unit.curve);
+    for (double& x : want) x = std::ldexp(x, exponent);
+    EXPECT_EQ(ControlPoints(*fit.curve), want) << exponent;
   }
 }
 
@@ -276,17 +207,10 @@ TEST(GenBspl, OfAnyOrderPassesOrRefuses) {
         EXPECT_GT(order, 20);
         continue;
       }
-      const Reference reference(*fit.curve);
-      for (int i = 0; i < count; ++i)
-        for (const std::size_t c : {0U, 1U})
-          EXPECT_GE(1e8 * Size(points), std::fabs(fit.spline().points[i][c])) << order;
-      const auto shares = Shares(points), even = Even(points);
-      long double off_shares = 0, off_even = 0;
-      for (std::size_t i = 0; i < points.size(); ++i) {
-        off_shares = std::max(off_shares, reference.DistanceAt(shares[i], points[i]));
-        off_even = std::max(off_even, reference.DistanceAt(even[i], points[i]));
-      }
-      EXPECT_GE(1e-6 * Size(points), std::min(off_shares, off_even)) << order << ' ' << count;
+      EXPECT_GE(1e8 * Size(points), LargestControlCoordinate(fit)) << order;
+      EXPECT_GE(1e-6 * Size(points),
+                std::min(Miss(fit, points, Shares(points)), Miss(fit, points, Even(points))))
+          << order << ' ' << count;
     }
   }
   const double huge = 1.7e308;
@@ -294,18 +218,6 @@ TEST(GenBspl, OfAnyOrderPassesOrRefuses) {
   const Fit fit(zigzag, 4);  // the control points would be larger than any double
   EXPECT_EQ(KurvoErrGet(&fit.g), KURVO_ERR_FIT_POINTS);
   EXPECT_EQ(fit.curve->data, nullptr);
-}
-
-TEST(GenBspl, TakesManyPoints) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  const Points points = Walk(random, 20000, 0.5, 2);
-  const Fit fit(points, 4);
-  const auto t = Shares(points);
-  ASSERT_EQ(KurvoErrGet(&fit.g), 0);
-  const Reference reference(*fit.curve);
-  for (std::size_t i = 0; i < points.size(); i += 199)
-    ASSERT_GE(1e-10 * Size(points), reference.DistanceAt(t[i], points[i])) << i;
 }
 
 }  // namespace

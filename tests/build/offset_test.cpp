@@ -1,15 +1,20 @@
-// KurvocvOffsetCurve where the distance is below the radius of curvature.
+// Offsets: at the distance where it is below the radius of curvature; ends where there is no true
+// offset.
 #include "build/offsets.h"
 
 namespace kurvo_test {
 namespace {
 
 TEST(OffsetCurve, IsAtTheDistance) {
+  Numbers arch = {};
+  for (int i = 0; i <= 38; ++i)
+    arch.insert(arch.end(), {.3 * i, 6 * std::sin(static_cast<double>(kPiL) * i / 38)});
+  // clang-format off
   const struct {
     const char* name;
-    const char* curve;
+    std::string curve;
     double distance;  // below the radius of curvature, to either side
-    int32_t type;
+    int32_t type = CV_BEZIER;
     int degree;
   } rows[] = {
       {"quadratic", "b 0 0 4 6 9 0", 1, CV_BEZIER, 3},
@@ -21,19 +26,18 @@ TEST(OffsetCurve, IsAtTheDistance) {
       {"handle shorter than epsilon", "b 0 0 1e-7 -3e-7 6 5 9 0", .5, CV_BEZIER, 4},
       {"double inner point", "b 0 0 3 4 3 4 7 4 9 0", .5, CV_BEZIER, 5},
       {"degree 8", "b 0 0 1 3 2 5 3 6 4 6 5 6 6 5 7 3 9 0", 1, CV_BEZIER, 9},
-      {"degree 38", nullptr, 1, CV_BEZIER, 39},
+      {"degree 38", Text("b", arch), 1, CV_BEZIER, 39},
       {"quarter circle", "r 5 0 1 5 5 .70710678118654752 0 5 1", 2, CV_RBEZIER, 3},
       {"rational cubic", "r 0 0 2 1 6 .5 7 6 .7 9 0 3", 1, CV_RBEZIER, 4},
       {"B-spline", "B 0 0 2 5 5 6 9 4 12 -1 15 0 | 0 0 0 0 .3 .5 1 1 1 1", 1, CV_BEZIER, 4},
       {"unclamped", "B 0 0 4 6 8 6 12 0 | -2 -1 0 1 3 4 5", 1, CV_BEZIER, 3},
       {"closed", "B 4 0 4 4 -4 4 -4 -4 4 -4 4 0 | 0 0 0 1 2 3 4 4 4", 1, CV_BEZIER, 3},
       {"rational B-spline", "R 0 0 1 3 6 .6 7 6 2 9 0 1 | 0 0 0 .4 1 1 1", .6, CV_RBEZIER, 3},
-      {"composite", "c .2 .8 (b 0 0 1 5 8 5 9 0)(r 9 0 1 10 -5 .7 15 -6 1)", .5, 0, 0}};
+      {"composite", "c .2 .8 (b 0 0 1 5 8 5 9 0)(r 9 0 1 10 -5 .7 15 -6 1)", .5, 0, 0},
+  };
+  // clang-format on
   for (const auto& row : rows) {
-    Numbers arch;  // of degree 38
-    for (int i = 0; i <= 38; ++i)
-      arch.insert(arch.end(), {.3 * i, 6 * std::sin(static_cast<double>(kPiL) * i / 38)});
-    const Owned cv = row.curve ? Make(row.curve) : MakeFreeForm(CV_BEZIER, arch);
+    const Owned cv = Make(row.curve);
     for (const double tolerance : {1e-2, 1e-4}) {
       for (const double distance : {row.distance, -row.distance}) {
         SCOPED_TRACE(std::string(row.name) + ' ' + std::to_string(distance));
@@ -45,12 +49,10 @@ TEST(OffsetCurve, IsAtTheDistance) {
           EXPECT_EQ(pieces[i].type, row.type);
           EXPECT_EQ(FreeForm(pieces[i]).order, row.degree + 1);
         }
-        if (row.type != 0) {
-          EXPECT_LE(LargestJump(pieces), 1e-9);
-        }
+        EXPECT_TRUE(row.type == 0 || LargestJump(pieces) <= 1e-9);
         const Offset mirrored(*cv, -distance, tolerance, {0, 0, -3});  // its length has no effect
         ASSERT_EQ(mirrored.size(), pieces.size());
-        EXPECT_EQ(ControlPoints(mirrored[0]), ControlPoints(pieces[0]));
+        EXPECT_TRUE(IsCurve(mirrored[0], pieces[0]));
       }
     }
   }
@@ -58,14 +60,11 @@ TEST(OffsetCurve, IsAtTheDistance) {
 
 // Wavy, but without points where the curve bends more sharply than the distance.
 TEST(OffsetCurve, OfRandomCurvesIsAtTheDistance) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   int tested = 0;
-  for (int round = 0; round < 60; ++round) {
-    const int degree = 2 + round % 4;
+  Rounds(60, [&](Random& random, int round) {
     const bool rational = round % 8 > 3;
     Numbers points;
-    for (int i = 0; i <= degree; ++i) {
+    for (int i = 0; i <= 2 + round % 4; ++i) {
       points.insert(points.end(), {4. * i + random.Uniform(-1, 1), random.Uniform(-3, 3)});
       if (rational) points.push_back(random.Uniform(.5, 2));
     }
@@ -74,120 +73,182 @@ TEST(OffsetCurve, OfRandomCurvesIsAtTheDistance) {
     SCOPED_TRACE(round);
     Polyline source;
     AddSamples(*cv, kChords, source);
-    if (SharpestBend(source) < 1.05 * distance) continue;
+    if (SharpestBend(source) < 1.05 * distance) return;
     ++tested;
-    ExpectAtDistance(*cv, Offset(*cv, distance, tolerance), distance, tolerance);
-    ExpectAtDistance(*cv, Offset(*cv, -distance, tolerance), -distance, tolerance);
-  }
+    for (const double d : {distance, -distance})
+      ExpectAtDistance(*cv, Offset(*cv, d, tolerance), d, tolerance);
+  });
   EXPECT_GT(tested, 40);
 }
 
-// What the exact kinds become; empty for nothing.
+// What the exact kinds become, and others with a tolerance that takes anything; empty for nothing.
 TEST(OffsetCurve, OfLinesAndArcsIsExact) {
   const Point left = kUp, right = kDown, twice{0, 0, 2}, tilted{5e-7, -5e-7, 1};
-  const double pi = static_cast<double>(kPiL);
+  // clang-format off
   const struct {
-    Owned curve;
+    const char* curve;
     Point normal;
     double distance;
-    Owned expected;
-  } rows[] = {{Make("l 0 0 10 0"), left, 2, Make("l 0 2 10 2")},
-              {Make("l 0 0 10 0"), right, 2, Make("l 0 -2 10 -2")},
-              {Make("l 0 0 10 0"), left, -2, Make("l 0 -2 10 -2")},
-              {Make("l 1 1 4 5"), twice, 5, Make("l -7 7 -4 11")},
-              {Make("l 0 0 10 0"), tilted, 2, Make("l 0 2 10 2")},
-              {Make("l 3 3 3 3"), left, 2, Owned()},
-              {Arc(1, 2, 5, .3, 2), left, 2, Arc(1, 2, 3, .3, 2)},
-              {Arc(1, 2, 5, .3, 2), left, -2, Arc(1, 2, 7, .3, 2)},
-              {Arc(1, 2, 5, .3, 2), right, 2, Arc(1, 2, 7, .3, 2)},
-              {Arc(1, 2, 5, .3, -2), left, 2, Arc(1, 2, 7, .3, -2)},
-              {Arc(1, 2, 5, .3, -2), right, 2, Arc(1, 2, 3, .3, -2)},
-              {Arc(1, 2, 5, .3, -2), twice, 2, Arc(1, 2, 7, .3, -2)},
-              {Arc(1, 2, 5, 0, 2 * pi), left, 4.5, Arc(1, 2, .5, 0, 2 * pi)},
-              {Arc(1, 2, 5, .3, 2), left, 5, Owned()},
-              {Arc(1, 2, 5, .3, 2), left, 6, Owned()},
-              {Arc(1, 2, 5, .3, -2), left, -6, Owned()},
-              {Arc(1, 2, 0, .3, 2), left, -1, Owned()},
-              {Make("b 3 3"), left, 1, Owned()},
-              {Make("b 3 3 3 3 3.0000005 3"), left, 1, Owned()},
-              {Make("b 0 0 3 4"), left, 5, Make("b -4 3 -2.5 5 -1 7")},
-              {Make("b 0 0 1 0 2 0 3 0"), left, 5, Make("b 0 5 .75 5 1.5 5 2.25 5 3 5")},
-              {Make("B 0 0 3 4 | 0 0 1 1"), right, 5, Make("b 4 -3 5.5 -1 7 1")},
-              {Make("r 0 0 2 3 4 2"), left, 5, Make("r -4 3 2 -2.5 5 2 -1 7 2")}};
+    const char* want;
+    double tolerance = 0;
+  } rows[] = {
+      {"l 0 0 10 0", left, 2, "l 0 2 10 2"},
+      {"l 0 0 10 0", right, 2, "l 0 -2 10 -2"},
+      {"l 0 0 10 0", left, -2, "l 0 -2 10 -2"},
+      {"l 1 1 4 5", twice, 5, "l -7 7 -4 11"},
+      {"l 0 0 10 0", tilted, 2, "l 0 2 10 2"},
+      {"l 3 3 3 3", left, 2, ""},
+      {"a 1 2 5 .3 2", left, 2, "a 1 2 3 .3 2"},
+      {"a 1 2 5 .3 2", left, -2, "a 1 2 7 .3 2"},
+      {"a 1 2 5 .3 2", right, 2, "a 1 2 7 .3 2"},
+      {"a 1 2 5 .3 -2", left, 2, "a 1 2 7 .3 -2"},
+      {"a 1 2 5 .3 -2", right, 2, "a 1 2 3 .3 -2"},
+      {"a 1 2 5 .3 -2", twice, 2, "a 1 2 7 .3 -2"},
+      {"a 1 2 5 0 6.283185307179586", left, 4.5, "a 1 2 .5 0 6.283185307179586"},
+      {"a 1 2 5 .3 2", left, 5, ""},
+      {"a 1 2 5 .3 2", left, 6, ""},
+      {"a 1 2 5 .3 -2", left, -6, ""},
+      {"a 1 2 0 .3 2", left, -1, ""},
+      {"b 3 3", left, 1, ""},
+      {"b 3 3 3 3 3.0000005 3", left, 1, ""},
+      {"b 0 0 3 4", left, 5, "b -4 3 -2.5 5 -1 7"},
+      {"b 0 0 1 0 2 0 3 0", left, 5, "b 0 5 .75 5 1.5 5 2.25 5 3 5"},
+      {"B 0 0 3 4 | 0 0 1 1", right, 5, "b 4 -3 5.5 -1 7 1"},
+      {"r 0 0 2 3 4 2", left, 5, "r -4 3 2 -2.5 5 2 -1 7 2"},
+      // the leg between the repeated points has no direction of its own: it goes up, as the one behind it
+      {"b 0 0 5 0 5 0 5 0 5 6 5 12", left, 1, "b 0 1 4.16666666666666667 1 4 1 4 0 4 2 4 7 4 12", 1e9},
+  };
+  // clang-format on
   for (const auto& row : rows) {
-    SCOPED_TRACE(&row - rows);
-    const Offset pieces(*row.curve, row.distance, 0, row.normal);
-    ASSERT_EQ(pieces.size(), row.expected->data ? 1 : 0);
-    if (pieces.size() == 0) continue;
-    ASSERT_EQ(pieces[0].type, row.expected->type);
-    const Globals g;
-    if (row.expected->type == CV_LINE || row.expected->type == CV_ARC) {
-      const auto* got = static_cast<const double*>(pieces[0].data);
-      const auto* want = static_cast<const double*>(row.expected->data);
-      const int size = row.expected->type == CV_LINE ? 6 : 13;
-      for (int i = 0; i < size; ++i) EXPECT_NEAR(got[i], want[i], 1e-14 * 16) << i;
-    } else {
-      EXPECT_LE(LargestGap(ControlPoints(pieces[0]), ControlPoints(*row.expected)), 1e-14 * 16);
-    }
+    SCOPED_TRACE(row.curve);
+    const Offset pieces(*Make(row.curve), row.distance, row.tolerance, row.normal);
+    ASSERT_EQ(pieces.size(), *row.want ? 1 : 0);
+    EXPECT_TRUE(!*row.want || IsCurve(pieces[0], row.want, 1e-14 * 16));
   }
 }
-
-// The leg between the repeated points has no direction of its own: it goes up, as the one behind
-// it.
-TEST(OffsetCurve, GivesShortLegsTheDirectionFurtherIn) {
-  const Owned curve = Make("b 0 0 5 0 5 0 5 0 5 6 5 12");
-  const Offset pieces(*curve, 1, 1e9);
-  ASSERT_EQ(pieces.size(), 1);
-  const Owned expected = Make("b 0 1 4.16666666666666667 1 4 1 4 0 4 2 4 7 4 12");
-  EXPECT_LE(LargestGap(ControlPoints(pieces[0]), ControlPoints(*expected)), 1e-14 * 16);
-}
-
-constexpr double kCrossed = 75e-12;  // coordinates of the moved legs are up to 75
 
 // With a tolerance that takes anything, the one piece shows the moved polygon: its inner points are
 // where the moved legs intersect as unbounded lines, at most 4 times the distance away.
 TEST(OffsetCurve, MovesLegsOfThePolygonToWhereTheyCross) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 300; ++round) {
+  Rounds(300, [&](Random& random, int round) {
     Numbers q = RandomPoints(random, 4, false);
-    for (int i = 0; i < 4; ++i) q[static_cast<std::size_t>(2 * i)] += 15 * i;  // no sharp turns
-    const Owned cubic = MakeFreeForm(CV_BEZIER, q);
+    for (std::size_t i = 0; i < 4; ++i) q[2 * i] += 15. * static_cast<double>(i);  // no sharp turns
     const double d = random.Uniform(-5, 5);
-    Owned legs[4];
-    Numbers raised;
-    for (int i = 0; i <= 4; ++i)
-      for (int c = 0; c < 2; ++c) {
-        const double* p = FreeForm(*cubic).points + c;
-        raised.push_back(i == 0   ? p[0]
-                         : i == 4 ? p[9]
-                                  : i / 4. * p[3 * i - 3] + (1 - i / 4.) * p[3 * i]);
-      }
-    Globals g;
-    for (std::size_t i = 0; i < 4; ++i) {
-      const double *p = &raised[2 * i], dx = p[2] - p[0], dy = p[3] - p[1], l = std::hypot(dx, dy);
-      legs[i] = Make("l 0 0 0 0");
-      auto& line = legs[i].block<KurvoLine>();
-      KurvoclSetCoord(line.start, p[0] - d * dy / l, p[1] + d * dx / l, 0);
-      KurvoclSetCoord(line.end, p[2] - d * dy / l, p[3] + d * dx / l, 0);
-    }
-    const Offset pieces(*cubic, d, 1e9);
+    const Offset pieces(*MakeFreeForm(CV_BEZIER, q), d, 1e9);
     ASSERT_EQ(pieces.size(), 1);
-    for (int i = 1; i < 4; ++i) {
-      CvParam pa, pb;
-      Point want;
-      ASSERT_EQ(KurvocrCurveCurve(legs[i - 1].get(), legs[i].get(), &pa, &pb, 0, &g), KURVO_FOUND);
-      KurvocvPosition(legs[i - 1].get(), pa.values[0], want, &g);
-      KurvocrFreeCvParam(&pa);
-      KurvocrFreeCvParam(&pb);
-      const double *got = FreeForm(pieces[0]).points + 3 * i, *from = &raised[2 * std::size_t(i)];
-      if (std::hypot(want[0] - from[0], want[1] - from[1]) > 3.8 * std::fabs(d)) {
-        EXPECT_LE(std::hypot(got[0] - from[0], got[1] - from[1]), 4 * std::fabs(d));
-        continue;
-      }
-      EXPECT_LE(std::hypot(got[0] - want[0], got[1] - want[1]), kCrossed) << round << ' ' << i;
+    LongPoint raised[5];
+    for (std::size_t i = 0; i <= 4; ++i) {
+      const std::size_t a = i > 0 ? i - 1 : 0, b = std::min<std::size_t>(i, 3);
+      const long double s = static_cast<long double>(i) / 4;
+      raised[i] = {s * q[2 * a] + (1 - s) * q[2 * b], s * q[2 * a + 1] + (1 - s) * q[2 * b + 1]};
     }
+    for (int i = 1; i < 4; ++i) {
+      const double* p = FreeForm(pieces[0]).point(i);
+      EXPECT_LE(Distance({p[0], p[1]}, raised[i]), 4 * std::fabs(d) * (1 + 1e-12));
+      const LongPoint &before = raised[i - 1], &here = raised[i], &behind = raised[i + 1];
+      const long double cosine =
+          ((here.x - before.x) * (behind.x - here.x) + (here.y - before.y) * (behind.y - here.y)) /
+          (Distance(before, here) * Distance(here, behind));
+      if (std::sqrt(2 / (1 + cosine)) > 3.8) continue;  // they cross that many distances away
+      for (const int leg : {i - 1, i}) {  // the distance from its line, positive to the left
+        const LongPoint &a = raised[leg], &b = raised[leg + 1];
+        const long double cross = (b.x - a.x) * (p[1] - a.y) - (b.y - a.y) * (p[0] - a.x);
+        EXPECT_NEAR(static_cast<double>(cross) / Distance(a, b), d, 1e-11) << round << ' ' << i;
+      }
+    }
+  });
+}
+
+// Cusps and folds end at some depth, and what lies beyond the centre of curvature is no further
+// from the curve than the distance.
+TEST(OffsetCurve, EndsAtCuspsAndFolds) {
+  // clang-format off
+  const struct {
+    const char *name, *curve;
+    double distance, jump;  // to the other side of a cusp
+    int most_pieces;
+  } rows[] = {
+      {"cusp", "b 0 0 10 10 0 10 10 0", 1, 2, 20},
+      {"cusp, other side", "b 0 0 10 10 0 10 10 0", -1, 2, 20},
+      {"cusp off the middle", "b 0 0 10 10 0 10 10 .1", 1, 0, 40},
+      {"cusp off the middle, other side", "b 0 0 10 10 0 10 10 .1", -1, 0, 40},
+      {"round cusp", "b 0 0 10 10 0 10 10 .01", -1, 0, 40},
+      {"sharper", "b 0 0 10 10 0 10 10 .0001", -1, 0, 60},
+      {"loop", "b 0 0 10 10 -4 10 6 0", 3, 0, 80},
+      {"beyond the radius", "b 0 0 1 5 8 5 9 0", -6, 0, 80},
+      {"straight fold", "b 0 0 10 0 -5 0 5 0", 1, 0, 60},
+      {"fold in the middle", "b 0 0 10 0 0 0", 1, 2, 20},
+      {"fold at the end", "b 0 0 10 0 9 0", 1, 0, 40},
+      {"hairpin", "b 0 0 10 0 0 1e-5", 1, 0, 80},
+  };
+  // clang-format on
+  constexpr double kTolerance = 1e-3;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const Owned cv = Make(row.curve);
+    const Offset pieces(*cv, row.distance, kTolerance);
+    EXPECT_GT(pieces.size(), 1);
+    EXPECT_LE(pieces.size(), row.most_pieces);
+    EXPECT_NEAR(LargestJump(pieces), row.jump, 1e-6);
+    Polyline source;
+    AddSamples(*cv, kChords, source);
+    for (const XY& p : Samples(pieces))
+      ASSERT_LE(Nearest(source, p), std::fabs(row.distance) + 2 * kTolerance);
   }
+}
+
+// Whatever the polygon: the number of pieces is bounded, and none lies far off.
+TEST(OffsetCurve, OfWildCurvesStaysNear) {
+  Rounds(200, [&](Random& random, int round) {
+    Numbers points = RandomPoints(random, 2 + round % 9, false);
+    for (std::size_t i = 2; i < points.size(); ++i)  // repeated points, legs that turn back
+      if (random.Uniform(0, 1) < .4) points[i] = points[i - 2] + random.Uniform(0, 1e-6);
+    const Owned cv = MakeFreeForm(CV_BEZIER, points);
+    const double d = random.Uniform(-3, 3);
+    const Offset pieces(*cv, d, 1e-3);
+    EXPECT_LE(pieces.size(), 800);
+    Polyline source;
+    AddSamples(*cv, kChords, source);
+    for (const XY& p : Samples(pieces)) ASSERT_LE(Nearest(source, p), 1.16 * std::fabs(d));
+  });
+}
+
+TEST(OffsetCurve, OfNoToleranceEnds) {
+  const Owned arch = Make("b 0 0 1 5 8 5 9 0");
+  const Offset pieces(*arch, 1, 0);
+  EXPECT_EQ(pieces.size(), 4096);
+  EXPECT_LE(LargestJump(pieces), 1e-9);
+  ExpectAtDistance(*arch, pieces, 1, 1e-6);
+
+  Random random;  // every span gets its share
+  constexpr int kSpans = 100;
+  Numbers knots = {0, 0, 0};
+  for (int i = 0; i <= kSpans; ++i) knots.push_back(i);
+  knots.insert(knots.end(), 3, kSpans);
+  const Owned spline = MakeFreeForm(CV_BSPLINE, RandomPoints(random, kSpans + 3, false), knots);
+  const Offset all(*spline, .1, 0);
+  EXPECT_GT(all.size(), 32 * kSpans);
+  EXPECT_LE(all.size(), 64 * kSpans);
+  EXPECT_LE(KurvoclDistPoint(PointAt(all[all.size() - 1], 1), PointAt(*spline, 1)), .1 + 1e-9);
+}
+
+// Composites end at the first piece that is no Bezier curve, and keep what was made before it.
+TEST(OffsetCurve, OfCompositesEndsAtOtherTypes) {
+  const struct {
+    const char* curve;
+    int pieces;
+  } rows[] = {{"c .5 .5 (b 0 0 9 0)(r 9 0 1 9 9 2)", 2},
+              {"c .5 .3 .2 (b 0 0 9 0)(l 9 0 9 9)(b 9 9 0 9)", 1},
+              {"c .5 .3 .2 (b 0 0 9 0)(r 9 0 1 9 9 1)(a 8 9 1 0 1)", 2},
+              {"c 1 (B 0 0 9 0 | 0 0 1 1)", 0},
+              {"c .5 .5 (c 1 (b 0 0 9 0))(b 9 0 9 9)", 0},
+              {"c .5 .5 (b 0 0 9 0)(e)", 1},
+              {"c", 0}};
+  for (const auto& row : rows)
+    EXPECT_EQ(Offset(*Make(row.curve), 1, 1e-3).size(), row.pieces) << row.curve;
+  const Owned far = Make("B 0 0 4 6 8 6 12 0 | 0 0 0 1 2 2 2");
+  FreeForm(*far).knots[6] = kInfinity;  // behind the domain: no span has it
+  EXPECT_EQ(Offset(*far, 1, 1e-3).size(), 0);
 }
 
 }  // namespace

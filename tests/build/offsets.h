@@ -1,13 +1,8 @@
 // Offsets and the brute force that they are tested against: the nearest distance to a polyline.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <vector>
-
-#include "build/division.h"
+#include "support/generator.h"
+#include "support/oracle.h"
 
 namespace kurvo_test {
 
@@ -18,42 +13,34 @@ class Offset {
  public:
   Offset(const Curve& cv, double distance, double tolerance, const Point& normal = kUp) {
     Globals g;
-    KurvocvOffsetCurve(&cv, normal, distance, tolerance, &seq_, &g);
+    KurvocvOffsetCurve(&cv, normal, distance, tolerance, seq_.get(), &g);
     EXPECT_EQ(KurvoErrGet(&g) & ~KURVO_WARN_SHORT_VECTOR, 0);
   }
-  Offset(const Offset&) = delete;
-  Offset& operator=(const Offset&) = delete;
-  ~Offset() { KurvocvFreeCvseq(&seq_); }
-
-  int size() const { return seq_.count; }
-  const Curve& operator[](int i) const { return seq_.curves[i]; }
+  int size() const { return seq_.count(); }
+  const Curve& operator[](int i) const { return seq_[i]; }
 
  private:
-  Cvseq seq_{};
+  Chain seq_;
 };
 
-struct PlanePoint {
-  double x, y;
-};
-inline PlanePoint Rounded(const LongPoint& p) {
-  return {static_cast<double>(p.x), static_cast<double>(p.y)};
-}
-using Polyline = std::vector<PlanePoint>;
+using Polyline = std::vector<XY>;
 
 inline void AddSamples(const Curve& cv, int count, Polyline& line) {
-  const auto [start, length] = Domain(cv);
-  for (int i = 0; i <= count; ++i)
-    line.push_back(Rounded(ExactPoint(cv, start + L(length) * i / count)));
+  const Oracle exact(cv);
+  for (int i = 0; i <= count; ++i) {
+    const LongPoint p = exact.PointAt(std::lerp(exact.start(), exact.end(), L(i) / count));
+    line.push_back({static_cast<double>(p.x), static_cast<double>(p.y)});
+  }
 }
 
-inline double Nearest(const Polyline& line, const PlanePoint& p) {
+inline double Nearest(const Polyline& line, XY p) {
   double best = kInfinity;  // squared
   for (std::size_t i = 0; i + 1 < line.size(); ++i) {
-    const PlanePoint a{line[i].x - p.x, line[i].y - p.y};
-    const PlanePoint d{line[i + 1].x - line[i].x, line[i + 1].y - line[i].y};
+    const XY a{line[i].x - p.x, line[i].y - p.y};
+    const XY d{line[i + 1].x - line[i].x, line[i + 1].y - line[i].y};
     const double square = d.x * d.x + d.y * d.y;
     const double s = square > 0 ? std::clamp(-(a.x * d.x + a.y * d.y) / square, 0., 1.) : 0;
-    const PlanePoint foot{a.x + s * d.x, a.y + s * d.y};
+    const XY foot{a.x + s * d.x, a.y + s * d.y};
     best = std::min(best, foot.x * foot.x + foot.y * foot.y);
   }
   return std::sqrt(best);
@@ -70,7 +57,7 @@ inline Polyline Samples(const Offset& pieces) {
 inline double LargestJump(const Offset& pieces) {
   double jump = 0;
   for (int i = 0; i + 1 < pieces.size(); ++i)
-    jump = std::max(jump, Distance(ExactPoint(pieces[i], 1), ExactPoint(pieces[i + 1], 0)));
+    jump = std::max(jump, Distance(Oracle(pieces[i]).PointAt(1), Oracle(pieces[i + 1]).PointAt(0)));
   return jump;
 }
 
@@ -80,7 +67,7 @@ constexpr int kChords = 1500;
 inline double SharpestBend(const Polyline& line) {
   double radius = kInfinity;
   for (std::size_t i = 1; i + 1 < line.size(); ++i) {
-    const PlanePoint a{line[i].x - line[i - 1].x, line[i].y - line[i - 1].y},
+    const XY a{line[i].x - line[i - 1].x, line[i].y - line[i - 1].y},
         b{line[i + 1].x - line[i].x, line[i + 1].y - line[i].y};
     const double turn = std::atan2(a.x * b.y - a.y * b.x, a.x * b.x + a.y * b.y);
     radius = std::min(radius, std::hypot(a.x, a.y) / std::fabs(turn));
@@ -96,13 +83,12 @@ inline void ExpectAtDistance(const Curve& cv, const Offset& pieces, double dista
   AddSamples(cv, kChords, source);
   const Polyline result = Samples(pieces);
   const double slack = 2 * tolerance + 2e-5;  // of the chords
-  for (const PlanePoint& p : result)
-    ASSERT_LE(std::fabs(Nearest(source, p) - std::fabs(distance)), slack);
+  for (const XY& p : result) ASSERT_LE(std::fabs(Nearest(source, p) - std::fabs(distance)), slack);
   for (std::size_t i = 50; i + 1 < source.size(); i += 100) {
-    const PlanePoint a = source[i - 1], b = source[i + 1];
+    const XY a = source[i - 1], b = source[i + 1];
     const double length = std::hypot(b.x - a.x, b.y - a.y);
-    const PlanePoint p{source[i].x - distance * (b.y - a.y) / length,
-                       source[i].y + distance * (b.x - a.x) / length};
+    const XY p{source[i].x - distance * (b.y - a.y) / length,
+               source[i].y + distance * (b.x - a.x) / length};
     ASSERT_LE(Nearest(result, p), slack + 1e-4) << "missing at chord " << i;
   }
 }

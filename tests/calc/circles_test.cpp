@@ -4,15 +4,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {
 
 TEST(RPPcirc, PassesThroughBothPointsOnTheAskedSide) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 2000; ++i) {
+  Rounds(2000, [&](Random& random, int) {
     Globals g;
     const Point p1 = random.Spatial(10);
     const Point p2 = random.Spatial(10);
@@ -27,7 +25,7 @@ TEST(RPPcirc, PassesThroughBothPointsOnTheAskedSide) {
       EXPECT_EQ(left > 0, side == 0);
     }
     EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
+  });
 }
 
 TEST(RPPcirc, Table) {
@@ -35,8 +33,7 @@ TEST(RPPcirc, Table) {
   const struct {
     const char* name;
     double r;
-    Point p1;
-    Point p2;
+    Point p1, p2;
     int side;
     Point centre;
     int error;
@@ -59,12 +56,8 @@ TEST(RPPcirc, Table) {
 
 // An arc from what it should be: its own angles, in long double.
 struct PlannedArc {
-  long double radius;
-  long double cx;
-  long double cy;
-  long double start;  // polar angle
-  long double sweep;  // > 0
-  int sign;           // +1 counter-clockwise, -1 clockwise
+  long double radius, cx, cy, start, sweep;  // start a polar angle, sweep > 0
+  int sign;                                  // +1 counter-clockwise, -1 clockwise
 
   // The point `angle` radians after the start, in the direction of the arc.
   Point At(long double angle) const {
@@ -97,59 +90,34 @@ PlannedArc RandomArc(Random& random, double least_sweep) {
   return {L(radius), L(centre[0]), L(centre[1]), L(start), L(sweep), sign};
 }
 
-TEST(OnArc, FindsTheParameterOfItsOwnPoints) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 5000; ++i) {
+// Of its own points, ends moved by an ulp or two too; outside its sweep from the nearer end.
+TEST(OnArc, FindsTheParameter) {
+  Rounds(5000, [&](Random& random, int) {
     Globals g;
     const PlannedArc planned = RandomArc(random, .01);
     const KurvoArc arc = planned.Record();
     const double want = random.Uniform(0, 1);
     double t;
-    EXPECT_EQ(KurvoclOnArc(planned.At(L(want) * planned.sweep), &arc, &t, &g), 1);
-    EXPECT_NEAR(t, want, planned.Bound(t));
-    EXPECT_EQ(KurvoclOnArc(arc.start, &arc, &t, &g), 1);
-    EXPECT_NEAR(t, 0, planned.Bound(t));
-    EXPECT_EQ(KurvoclOnArc(arc.end, &arc, &t, &g), 1);
-    EXPECT_NEAR(t, 1, planned.Bound(t));
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
-}
+    const auto expect = [&](const Point& p, int on, double parameter) {
+      EXPECT_EQ(KurvoclOnArc(p, &arc, &t, &g), on);
+      EXPECT_NEAR(t, parameter, planned.Bound(t)) << planned.sign;
+    };
+    expect(planned.At(L(want) * planned.sweep), 1, want);
+    expect({arc.start[0], arc.start[1], 0}, 1, 0);
+    Point end = {arc.end[0], arc.end[1], 0};
+    expect(end, 1, 1);
+    for (std::size_t k = 0; k < 2; ++k) end[k] += random.Uniform(-3, 3) * kUlp * std::fabs(end[k]);
+    expect(end, 1, 1);
 
-// Ends that do not lie where the record has them, but an ulp or two to either side.
-TEST(OnArc, NeverWrapsAnEndMovedByRounding) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 5000; ++i) {
-    Globals g;
-    const PlannedArc planned = RandomArc(random, M_PI + .01);
-    const KurvoArc arc = planned.Record();
-    Point p = {arc.end[0], arc.end[1], 0};
-    for (size_t k = 0; k < 2; ++k) p[k] += random.Uniform(-3, 3) * kUlp * std::fabs(p[k]);
-    double t;
-    EXPECT_EQ(KurvoclOnArc(p, &arc, &t, &g), 1);
-    EXPECT_NEAR(t, 1, planned.Bound(t));
-  }
-}
-
-TEST(OnArc, CountsOutsideItsSweepFromTheNearerEnd) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 5000; ++i) {
-    Globals g;
-    const PlannedArc planned = RandomArc(random, .01);
-    const KurvoArc arc = planned.Record();
     const long double rest = 2 * kPiL - planned.sweep;
-    const long double past = L(random.Uniform(0, 1)) * (rest - 2e-4L) + 1e-4L;
-    double t;
-    EXPECT_EQ(KurvoclOnArc(planned.At(planned.sweep + past), &arc, &t, &g), 0);
+    const long double past = L(random.Uniform(0, 1)) * (rest - 2e-4L) + 1e-4L, before = rest - past;
     // Clockwise arcs are swept from their end, so there the comparison runs the other way round.
-    const long double before = rest - past;
     const bool ccw = planned.sign > 0;
     const bool wraps = ccw ? planned.sweep + past > before : planned.sweep + before > past;
     const long double angle = ccw == wraps ? -before : planned.sweep + past;
-    EXPECT_NEAR(t, static_cast<double>(angle / planned.sweep), planned.Bound(t)) << planned.sign;
-  }
+    expect(planned.At(planned.sweep + past), 0, static_cast<double>(angle / planned.sweep));
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+  });
 }
 
 TEST(OnArc, HasAMarginOfAMillionthRadianBeyondEachEnd) {
@@ -181,30 +149,29 @@ TEST(OnArc, TakesTheLastStretchOfANearlyFullTurnForBeforeTheStart) {
   EXPECT_NEAR(t, static_cast<double>(-.9e-4L / planned.sweep), planned.Bound(t));
 }
 
-TEST(OnArc, OfAFullTurnSweepsNothing) {
-  Globals g;
-  const KurvoArc arc = {1, {0, 0, 0}, {0, 0, 1}, {1, 0, 0}, {1, 0, 0}};
-  double t;
-  EXPECT_EQ(KurvoclOnArc(Point{1, 0, 0}, &arc, &t, &g), 1);
-  EXPECT_EQ(KurvoclOnArc(Point{-1, 0, 0}, &arc, &t, &g), 0);
-  EXPECT_FALSE(std::isfinite(t));
-}
-
 TEST(OnArc, RefusesWhatIsNotOnTheCircle) {
   Globals g;
-  const KurvoArc arc = {1, {0, 0, 0}, {0, 0, 1}, {1, 0, 0}, {-1, 0, 0}};
-  double t = 9;
-  EXPECT_EQ(KurvoclOnArc(Point{0, 1.1, 0}, &arc, &t, &g), 0);
-  EXPECT_EQ(t, 0);
-  t = 9;
-  EXPECT_EQ(KurvoclOnArc(Point{0, 1, 0}, nullptr, &t, &g), 0);
-  EXPECT_EQ(t, 0);
-  EXPECT_EQ(KurvoclOnArc(Point{0, 1, .5}, &arc, &t, &g), 0);  // above the circle: t all the same
-  EXPECT_EQ(t, .5);
-  EXPECT_EQ(KurvoclOnCirc(Point{0, 1, .5}, &arc, &g), 1);
-  EXPECT_EQ(KurvoclOnCirc(Point{0, -1, 0}, &arc, &g), 1);
-  EXPECT_EQ(KurvoclOnCirc(Point{0, 1.1, 0}, &arc, &g), 0);
-  EXPECT_EQ(KurvoclOnCirc(Point{0, 1, 0}, nullptr, &g), 0);
+  const KurvoArc arc = {1, {0, 0, 0}, {0, 0, 1}, {1, 0, 0}, {-1, 0, 0}},
+                 full = {1, {0, 0, 0}, {0, 0, 1}, {1, 0, 0}, {1, 0, 0}};
+  const struct {
+    const KurvoArc* arc;
+    Point p;
+    int on_circle, on_arc;
+    double t;
+  } rows[] = {
+      {&arc, {0, 1.1, 0}, 0, 0, 0},
+      {&arc, {0, -1, 0}, 1, 0, kNaN},
+      {nullptr, {0, 1, 0}, 0, 0, 0},
+      {&arc, {0, 1, .5}, 1, 0, .5},  // above the circle: t all the same
+      {&full, {1, 0, 0}, 1, 1, kNaN},
+      {&full, {-1, 0, 0}, 1, 0, kInfinity},
+  };
+  for (const auto& row : rows) {
+    double t = 9;
+    EXPECT_EQ(KurvoclOnCirc(row.p, row.arc, &g), row.on_circle) << row.p[0] << ' ' << row.p[1];
+    EXPECT_EQ(KurvoclOnArc(row.p, row.arc, &t, &g), row.on_arc) << row.p[0] << ' ' << row.p[1];
+    EXPECT_TRUE(std::isnan(row.t) || t == row.t) << t;
+  }
 }
 
 }  // namespace

@@ -4,26 +4,18 @@
 #include <cmath>
 #include <optional>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {
 
 TEST(ProjLine, FindsTheFootInSpace) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 1000; ++i) {
-    Globals g;
-    const Point start = random.Spatial(10);
-    const Point end = random.Spatial(10);
+  Globals g;
+  Rounds(1000, [&](Random& random, int) {
+    const Point start = random.Spatial(10), end = random.Spatial(10), p = random.Spatial(100);
     const double line[6] = {start[0], start[1], start[2], end[0], end[1], end[2]};
-    const Point p = random.Spatial(100);
-    Point foot;
+    Point foot, along, aside, from_start, cross;
     KurvoclProjLine(p, line, foot, &g);
-    Point along;
-    Point aside;
-    Point from_start;
-    Point cross;
     KurvoclSubVector(end, start, along);
     KurvoclSubVector(p, foot, aside);
     KurvoclSubVector(foot, start, from_start);
@@ -31,20 +23,16 @@ TEST(ProjLine, FindsTheFootInSpace) {
     const double size = KurvoclVectorSize(along);
     EXPECT_NEAR(KurvoclInnerProduct(aside, along) / size, 0, 1e-12);
     EXPECT_NEAR(KurvoclVectorSize(cross) / size, 0, 1e-12);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
-}
-
-TEST(ProjLine, OfAShortLineIsItsStartWithoutAWarning) {
-  Globals g;
-  const double line[6] = {1, 2, 3, 1 + 1e-7, 2, 3};
+  });
+  const double short_line[6] = {1, 2, 3, 1 + 1e-7, 2, 3};
   Point foot;
-  KurvoclProjLine(Point{7, 8, 9}, line, foot, &g);
+  KurvoclProjLine(Point{7, 8, 9}, short_line, foot, &g);
   EXPECT_EQ(foot, (Point{1, 2, 3}));
   EXPECT_EQ(KurvoErrGet(&g), 0);
 }
 
 TEST(OnLineSeg, Table) {
+  // clang-format off
   const struct {
     const char* name;
     Point p;
@@ -69,6 +57,7 @@ TEST(OnLineSeg, Table) {
       {"short", {5, 6, 0}, {5, 6, 0, 5 + 1e-7, 6, 0}, 1, {}, 0, KURVO_WARN_SHORT_VECTOR},
       {"upright", {5, 6, 3}, {5, 6, 0, 5, 6, 4}, 1, {}, .75, 0},
   };
+  // clang-format on
   for (const auto& row : rows) {
     Globals g;
     double t = kNaN;
@@ -81,28 +70,10 @@ TEST(OnLineSeg, Table) {
   }
 }
 
-TEST(OnLineSeg, OwnPointsAreOnIt) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  Globals g;
-  for (int i = 0; i < 2000; ++i) {
-    const Point s = random.Planar(100);
-    const Point e = random.Planar(100);
-    const double segment[6] = {s[0], s[1], 0, e[0], e[1], 0};
-    const double want = random.Uniform(0, 1);
-    const Point p = {s[0] + want * (e[0] - s[0]), s[1] + want * (e[1] - s[1]), 0};
-    double t;
-    EXPECT_EQ(KurvoclOnLineSeg(p, segment, &t, &g), 1);
-    EXPECT_NEAR(t, want, 1e-13 * 100 / KurvoclDistPoint(s, e));
-  }
-}
-
 TEST(IsLine, Table) {
   const struct {
     const char* name;
-    Point p0;
-    Point p1;
-    Point p2;
+    Point p0, p1, p2;
     int line;
   } rows[] = {
       {"between", {0, 0, 0}, {1, 1, 0}, {2, 2, 0}, 1},

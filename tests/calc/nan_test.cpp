@@ -2,10 +2,7 @@
 // that it ignores.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <vector>
-
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {
@@ -20,13 +17,9 @@ struct Row {
   int (*holds)(V v, G g);
 };
 
-KurvoArc Arc(V v) {
+KurvoArc Arc(V v) {  // radius, centre, normal, start, end
   KurvoArc arc;
-  arc.radius = v[0];
-  std::copy_n(v + 1, 3, arc.centre);
-  std::copy_n(v + 4, 3, arc.normal);
-  std::copy_n(v + 7, 3, arc.start);
-  std::copy_n(v + 10, 3, arc.end);
+  std::copy_n(v, 13, &arc.radius);
   return arc;
 }
 
@@ -54,6 +47,7 @@ int HasCircle(V v, G g) {
 // A normal of no direction means counter-clockwise, as the NaN does.
 const std::vector<double> kOnQuarter = {.6, .8, 0, 1, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 1, 0};
 
+// clang-format off
 const Row kRows[] = {
     {"Compare", {1, 0}, "xx", [](V v, G g) { return KurvoclCompare(v[0], v[1], g); }},
     {"Compare", {0, 1}, "xx", [](V v, G g) { return KurvoclCompare(v[0], v[1], g); }},
@@ -63,43 +57,20 @@ const Row kRows[] = {
     {"Zero2", {0}, "x", [](V v, G g) { return KurvoclZero2(v[0], g); }},
     {"ZeroVector", {0, 0, 0}, "xxx", [](V v, G g) { return KurvoclZeroVector(v, g); }},
     {"ZeroVector2", {0, 0, 0}, "xxx", [](V v, G g) { return KurvoclZeroVector2(v, g); }},
-    {"SameCoord",
-     {1, 2, 3, 1, 2, 3},
-     "xxxxxx",
-     [](V v, G g) { return KurvoclSameCoord(v, v + 3, g); }},
-    {"SameHCoord",
-     {1, 2, 3, 4, 1, 2, 3, 4},
-     "xxxxxxxx",
-     [](V v, G g) { return KurvoclSameHCoord(v, v + 4, g); }},
-    {"SameVector",
-     {1, 2, 3, 1, 2, 3},
-     "xxxxxx",
-     [](V v, G g) { return KurvoclSameVector(v, v + 3, g); }},
-    {"ParaVector",
-     {1, 2, 3, -1, -2, 7},
-     "xx.xx.",
-     [](V v, G g) { return KurvoclParaVector(v, v + 3, g); }},
-    {"OnLine",
-     {5, 5, 0, 1, 1, 0, 2, 2, 0},
-     "xxxxxxxxx",
-     [](V v, G g) { return KurvoclOnLine(v, v + 3, g); }},
+    {"SameCoord", {1, 2, 3, 1, 2, 3}, "xxxxxx", [](V v, G g) { return KurvoclSameCoord(v, v + 3, g); }},
+    {"SameHCoord", {1, 2, 3, 4, 1, 2, 3, 4}, "xxxxxxxx", [](V v, G g) { return KurvoclSameHCoord(v, v + 4, g); }},
+    {"SameVector", {1, 2, 3, 1, 2, 3}, "xxxxxx", [](V v, G g) { return KurvoclSameVector(v, v + 3, g); }},
+    {"ParaVector", {1, 2, 3, -1, -2, 7}, "xx.xx.", [](V v, G g) { return KurvoclParaVector(v, v + 3, g); }},
+    {"OnLine", {5, 5, 0, 1, 1, 0, 2, 2, 0}, "xxxxxxxxx", [](V v, G g) { return KurvoclOnLine(v, v + 3, g); }},
     {"OnLineSeg", {1, 1, 0, 0, 0, 0, 2, 2, 0}, "xxxxxxxxx", OnSegment},
     {"OnCirc", kOnQuarter, "xx.xxx..........", OnCircle},
     {"OnArc", kOnQuarter, "xxxxxxx...xx.xx.", OnArc},
-    {"IsLine",
-     {0, 0, 0, 1, 1, 0, 2, 2, 0},
-     "xx.xx.xx.",
-     [](V v, G g) { return KurvoclIsLine(v, v + 3, v + 6, g); }},
+    {"IsLine", {0, 0, 0, 1, 1, 0, 2, 2, 0}, "xx.xx.xx.", [](V v, G g) { return KurvoclIsLine(v, v + 3, v + 6, g); }},
     {"RPPcirc", {5, 0, 0, 0, 6, 0, 0}, "xxx.xx.", HasCircle},
-    {"BoxPoint",
-     {0, 0, 0, 1, 1, 0, .5, .5, 0},
-     "xx.xx.xx.",
-     [](V v, G g) { return KurvoclBoxPoint(v, v + 6, g); }},
-    {"BoxBox",
-     {0, 0, 0, 1, 1, 0, .5, .5, 0, 2, 2, 0},
-     "xx.xx.xx.xx.",
-     [](V v, G g) { return KurvoclBoxBox(v, v + 6, g); }},
+    {"BoxPoint", {0, 0, 0, 1, 1, 0, .5, .5, 0}, "xx.xx.xx.", [](V v, G g) { return KurvoclBoxPoint(v, v + 6, g); }},
+    {"BoxBox", {0, 0, 0, 1, 1, 0, .5, .5, 0, 2, 2, 0}, "xx.xx.xx.xx.", [](V v, G g) { return KurvoclBoxBox(v, v + 6, g); }},
 };
+// clang-format on
 
 TEST(Predicates, FailOnNaNInWhatTheyRead) {
   for (const Row& row : kRows) {

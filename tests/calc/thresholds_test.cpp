@@ -1,7 +1,7 @@
 // What every test says just inside its tolerance, exactly on it and just outside.
 #include <gtest/gtest.h>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {
@@ -36,15 +36,8 @@ int UnitWarns(Point v, G g) {
   return KurvoErrGet(g) == KURVO_WARN_SHORT_VECTOR;
 }
 
-int SameWeight(double a, double b, G g) {
-  const HCoord p = {1, 2, 3, a};
-  const HCoord q = {1, 2, 3, b};
-  return KurvoclSameHCoord(p, q, g);
-}
-
-int SameHeight(double a, double b, G g) {
-  const HCoord p = {1, 2, a, 4};
-  const HCoord q = {1, 2, b, 4};
+int SameWeighted(double z, double w, G g) {
+  const HCoord p = {1, 2, z, w}, q = {1, 2, 0, 0};
   return KurvoclSameHCoord(p, q, g);
 }
 
@@ -63,15 +56,10 @@ int ScalesUniformly(Point dir, G g) {
   return out[1] == 2;
 }
 
-int OnLine(Point p, G g) {
-  const double line[6] = {0, 0, 0, 1, 0, 0};
-  return KurvoclOnLine(p, line, g);
-}
-
 int OnSegment(Point p, double length, G g) {
   const double segment[6] = {0, 0, 0, length, 0, 0};
   double t;
-  return KurvoclOnLineSeg(p, segment, &t, g);
+  return length > 0 ? KurvoclOnLineSeg(p, segment, &t, g) : KurvoclOnLine(p, segment, g);
 }
 
 int IsLine(double x, double y, G g) { return KurvoclIsLine(P(0, 0, 0), P(x, y, 0), P(2, 0, 0), g); }
@@ -82,27 +70,20 @@ int OnHalfCircle(double x, double y, G g) {
   return KurvoclOnArc(P(x, y, 0), &arc, &t, g);
 }
 
-int HasUnitCircle(double distance, G g) {
+int HasUnitCircle(double distance, bool diameter, G g) {
   Point centre;
-  return KurvofcRPPcirc(1, P(0, 0, 0), P(distance, 0, 0), centre, 0, g);
-}
-
-int IsDiameter(double distance, G g) {
-  Point centre;
-  return KurvofcRPPcirc(1, P(0, 0, 0), P(distance, 0, 0), centre, 0, g) && centre[1] == 0;
+  return KurvofcRPPcirc(1, P(0, 0, 0), P(distance, 0, 0), centre, 0, g) &&
+         (!diameter || centre[1] == 0);
 }
 
 int InBox(double x, double y, G g) {
-  const Box box = {0, 0, 0, 0, 0, 0};
-  return KurvoclBoxPoint(box, P(x, y, 0), g);
+  const Box box = {0, 0, 0, 0, 0, 0}, other = {x, y, 0, x, y, 0};
+  const int holds = KurvoclBoxPoint(box, P(x, y, 0), g);
+  EXPECT_EQ(KurvoclBoxBox(box, other, g), holds);
+  return holds;
 }
 
-int BoxesMeet(double x, double y, G g) {
-  const Box a = {0, 0, 0, 0, 0, 0};
-  const Box b = {x, y, 0, x, y, 0};
-  return KurvoclBoxBox(a, b, g);
-}
-
+// clang-format off
 const Row kRows[] = {
     {"Compare above", kBeyond, [](double d, G g) { return KurvoclCompare(d, 0, g); }},
     {"Compare below", {0, 0, -1}, [](double d, G g) { return KurvoclCompare(0, d, g); }},
@@ -113,63 +94,44 @@ const Row kRows[] = {
     {"ZeroVector x", kClosed, [](double d, G g) { return KurvoclZeroVector(P(d, 0, 0), g); }},
     {"ZeroVector y", kClosed, [](double d, G g) { return KurvoclZeroVector(P(0, -d, 0), g); }},
     {"ZeroVector z", kClosed, [](double d, G g) { return KurvoclZeroVector(P(0, 0, d), g); }},
-    {"ZeroVector2", kClosed,
-     [](double d, G g) { return KurvoclZeroVector2(P(0, 0, d * kEpsilon), g); }},
-    {"SameCoord x", kClosed,
-     [](double d, G g) { return KurvoclSameCoord(P(d, 0, 0), P(0, 0, 0), g); }},
-    {"SameCoord y", kClosed,
-     [](double d, G g) { return KurvoclSameCoord(P(0, 0, 0), P(0, d, 0), g); }},
-    {"SameCoord z", kClosed,
-     [](double d, G g) { return KurvoclSameCoord(P(0, 0, 0), P(0, 0, d), g); }},
-    {"SameCoord all", kClosed,
-     [](double d, G g) { return KurvoclSameCoord(P(d, d, d), P(0, 0, 0), g); }},
-    {"SameHCoord z", kClosed, [](double d, G g) { return SameHeight(d, 0, g); }},
-    {"SameHCoord w, epsilon0", kClosed, [](double d, G g) { return SameWeight(4 * d, 0, g); }},
+    {"ZeroVector2", kClosed, [](double d, G g) { return KurvoclZeroVector2(P(0, 0, d * kEpsilon), g); }},
+    {"SameCoord x", kClosed, [](double d, G g) { return KurvoclSameCoord(P(d, 0, 0), P(0, 0, 0), g); }},
+    {"SameCoord y", kClosed, [](double d, G g) { return KurvoclSameCoord(P(0, 0, 0), P(0, d, 0), g); }},
+    {"SameCoord z", kClosed, [](double d, G g) { return KurvoclSameCoord(P(0, 0, 0), P(0, 0, d), g); }},
+    {"SameCoord all", kClosed, [](double d, G g) { return KurvoclSameCoord(P(d, d, d), P(0, 0, 0), g); }},
+    {"SameHCoord z", kClosed, [](double d, G g) { return SameWeighted(d, 0, g); }},
+    {"SameHCoord w, epsilon0", kClosed, [](double d, G g) { return SameWeighted(0, 4 * d, g); }},
     {"UnitVector y", kClosed, [](double d, G g) { return UnitWarns(P(0, -d, 0), g); }},
     {"UnitVector all", kClosed, [](double d, G g) { return UnitWarns(P(d, d, d), g); }},
-    {"SameVector x", kClosed,
-     [](double d, G g) { return KurvoclSameVector(P(d, 0, 0), P(0, 0, 0), g); }},
-    {"SameVector z", kClosed,
-     [](double d, G g) { return KurvoclSameVector(P(0, 0, 0), P(0, 0, d), g); }},
-    {"SameVector angle, epsilon0", kClosed,
-     [](double d, G g) { return KurvoclSameVector(P(1, 0, 0), P(1, 4 * d, 0), g); }},
-    {"SameVector across the cut", kCoarse,
-     [](double d, G g) { return KurvoclSameVector(P(-1, 2 * d, 0), P(-1, -2 * d, 0), g); }},
+    {"SameVector x", kClosed, [](double d, G g) { return KurvoclSameVector(P(d, 0, 0), P(0, 0, 0), g); }},
+    {"SameVector z", kClosed, [](double d, G g) { return KurvoclSameVector(P(0, 0, 0), P(0, 0, d), g); }},
+    {"SameVector angle, epsilon0", kClosed, [](double d, G g) { return KurvoclSameVector(P(1, 0, 0), P(1, 4 * d, 0), g); }},
+    {"SameVector across the cut", kCoarse, [](double d, G g) { return KurvoclSameVector(P(-1, 2 * d, 0), P(-1, -2 * d, 0), g); }},
     {"VectorAngle stays negative", kClosed, StaysNegative},
-    {"ParaVector, epsilon", kClosed,
-     [](double d, G g) { return KurvoclParaVector(P(1, 0, 0), P(1, d, 0), g); }},
-    {"ParaVector clockwise", kClosed,
-     [](double d, G g) { return KurvoclParaVector(P(1, 0, 0), P(1, -d, 0), g); }},
-    {"ParaVector opposite", kCoarse,
-     [](double d, G g) { return KurvoclParaVector(P(1, 0, 0), P(-1, d, 0), g); }},
+    {"ParaVector, epsilon", kClosed, [](double d, G g) { return KurvoclParaVector(P(1, 0, 0), P(1, d, 0), g); }},
+    {"ParaVector clockwise", kClosed, [](double d, G g) { return KurvoclParaVector(P(1, 0, 0), P(1, -d, 0), g); }},
+    {"ParaVector opposite", kCoarse, [](double d, G g) { return KurvoclParaVector(P(1, 0, 0), P(-1, d, 0), g); }},
     {"ProjLine, short line", kClosed, ProjectsToStart},
-    {"ScalePoint, short direction", kClosed,
-     [](double d, G g) { return ScalesUniformly(P(d, 0, d), g); }},
-    {"OnLine", kClosed, [](double d, G g) { return OnLine(P(9, d, 0), g); }},
+    {"ScalePoint, short direction", kClosed, [](double d, G g) { return ScalesUniformly(P(d, 0, d), g); }},
+    {"OnLine", kClosed, [](double d, G g) { return OnSegment(P(9, d, 0), -1, g); }},
     {"OnLineSeg aside", kClosed, [](double d, G g) { return OnSegment(P(.5, d, 0), 1, g); }},
     {"OnLineSeg before", kClosed, [](double d, G g) { return OnSegment(P(-d, 0, 0), 1, g); }},
-    {"OnLineSeg before, by parameter", kClosed,
-     [](double d, G g) { return OnSegment(P(-8 * d, 0, 0), 8, g); }},
+    {"OnLineSeg before, by parameter", kClosed, [](double d, G g) { return OnSegment(P(-8 * d, 0, 0), 8, g); }},
     {"OnLineSeg after", kCoarse, [](double d, G g) { return OnSegment(P(1 + d, 0, 0), 1, g); }},
     {"OnArc outside", kCoarse, [](double d, G g) { return OnHalfCircle(0, 1 + d, g); }},
     {"OnArc inside", kCoarse, [](double d, G g) { return OnHalfCircle(0, 1 - d, g); }},
     {"IsLine left", kOpen, [](double d, G g) { return IsLine(1, d, g); }},
     {"IsLine right", kOpen, [](double d, G g) { return IsLine(1, -d, g); }},
-    {"IsLine angle, epsilon0", kClosed,
-     [](double d, G g) { return IsLine(0x1p-6, 0x1p-4 * d, g); }},
-    {"IsLine angle clockwise", kClosed,
-     [](double d, G g) { return IsLine(0x1p-6, -0x1p-4 * d, g); }},
-    {"RPPcirc too far", kCoarse, [](double d, G g) { return HasUnitCircle(2 + d, g); }},
-    {"RPPcirc diameter", kCoarse, [](double d, G g) { return IsDiameter(2 - d, g); }},
-    {"BoxPoint left", kClosed, [](double d, G g) { return InBox(-d, 0, g); }},
-    {"BoxPoint right", kClosed, [](double d, G g) { return InBox(d, 0, g); }},
-    {"BoxPoint below", kClosed, [](double d, G g) { return InBox(0, -d, g); }},
-    {"BoxPoint above", kClosed, [](double d, G g) { return InBox(0, d, g); }},
-    {"BoxBox left", kClosed, [](double d, G g) { return BoxesMeet(-d, 0, g); }},
-    {"BoxBox right", kClosed, [](double d, G g) { return BoxesMeet(d, 0, g); }},
-    {"BoxBox below", kClosed, [](double d, G g) { return BoxesMeet(0, -d, g); }},
-    {"BoxBox above", kClosed, [](double d, G g) { return BoxesMeet(0, d, g); }},
+    {"IsLine angle, epsilon0", kClosed, [](double d, G g) { return IsLine(0x1p-6, 0x1p-4 * d, g); }},
+    {"IsLine angle clockwise", kClosed, [](double d, G g) { return IsLine(0x1p-6, -0x1p-4 * d, g); }},
+    {"RPPcirc too far", kCoarse, [](double d, G g) { return HasUnitCircle(2 + d, false, g); }},
+    {"RPPcirc diameter", kCoarse, [](double d, G g) { return HasUnitCircle(2 - d, true, g); }},
+    {"Boxes left", kClosed, [](double d, G g) { return InBox(-d, 0, g); }},
+    {"Boxes right", kClosed, [](double d, G g) { return InBox(d, 0, g); }},
+    {"Boxes below", kClosed, [](double d, G g) { return InBox(0, -d, g); }},
+    {"Boxes above", kClosed, [](double d, G g) { return InBox(0, d, g); }},
 };
+// clang-format on
 
 TEST(Thresholds, AreExact) {
   for (const Row& row : kRows) {

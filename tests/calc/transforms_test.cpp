@@ -3,17 +3,15 @@
 
 #include <cmath>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {
 
 struct Exact {
-  explicit Exact(const Point& p) : x(L(p[0])), y(L(p[1])), z(L(p[2])) {}
+  explicit Exact(const Point& p) : x(p[0]), y(p[1]), z(p[2]) {}
   Exact(long double px, long double py, long double pz) : x(px), y(py), z(pz) {}
-  long double x;
-  long double y;
-  long double z;
+  long double x, y, z;
 };
 Exact operator+(Exact a, Exact b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
 Exact operator-(Exact a, Exact b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
@@ -42,48 +40,28 @@ Point UnitAxis(Random& random) {
   return axis;
 }
 
-TEST(RotateVector, TurnsAboutAnyUnitAxis) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 1000; ++i) {
-    const Point axis = UnitAxis(random);
-    const Point v = random.Spatial(100);
+TEST(Rotation, TurnsAboutAnyUnitAxis) {
+  Rounds(1000, [&](Random& random, int) {
+    const Point axis = UnitAxis(random), v = random.Spatial(100), centre = random.Spatial(100);
     const double angle = random.Uniform(-10, 10);
     Point out;
+    EXPECT_EQ(KurvoclRotatePoint(centre, axis, angle, v, out), out.data());
+    const Exact c(centre);
+    ExpectNear(out, c + Rotated(Exact(axis), L(angle), Exact(v) - c), 4000 * kUlp);
     KurvoclRotateVector(axis, angle, v, out);
     ExpectNear(out, Rotated(Exact(axis), L(angle), Exact(v)), 2000 * kUlp);
     EXPECT_NEAR(KurvoclVectorSize(out), KurvoclVectorSize(v), 2000 * kUlp);
     KurvofcRotateVector(v, angle, out);
     ExpectNear(out, Rotated({0, 0, 1}, L(angle), Exact(v)), 1000 * kUlp);
-  }
-}
-
-TEST(RotateVector, TakesTheAxisAsItIs) {
+  });
   Point out;
-  KurvoclRotateVector(Point{0, 0, 2}, M_PI / 2, Point{1, 1, 1}, out);
+  KurvoclRotateVector(Point{0, 0, 2}, M_PI / 2, Point{1, 1, 1}, out);  // the axis as it is
   ExpectNear(out, {-2, 2, 4}, 8 * kUlp);
 }
 
-TEST(RotatePoint, TurnsAboutTheAxisThroughTheCentre) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 1000; ++i) {
-    const Point centre = random.Spatial(100);
-    const Point axis = UnitAxis(random);
-    const Point p = random.Spatial(100);
-    const double angle = random.Uniform(-10, 10);
-    Point out;
-    EXPECT_EQ(KurvoclRotatePoint(centre, axis, angle, p, out), out.data());
-    const Exact c(centre);
-    ExpectNear(out, c + Rotated(Exact(axis), L(angle), Exact(p) - c), 4000 * kUlp);
-  }
-}
-
 TEST(ScalePoint, ScalesUniformlyOrAlongADirection) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   Globals g;
-  for (int i = 0; i < 1000; ++i) {
+  Rounds(1000, [&](Random& random, int) {
     const Point centre = random.Spatial(100);
     const Point p = random.Spatial(100);
     const Point dir = UnitAxis(random);
@@ -98,15 +76,13 @@ TEST(ScalePoint, ScalesUniformlyOrAlongADirection) {
     want = Exact(p) + L(s - 1) * Dot(offset, Exact(dir)) * Exact(dir);
     want.z = 0;
     ExpectNear(out, want, 8000 * kUlp);
-  }
+  });
   EXPECT_EQ(KurvoErrGet(&g), 0);
 }
 
 TEST(MirrorPoint, KeepsTheLineAndSwapsItsSides) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   Globals g;
-  for (int i = 0; i < 1000; ++i) {
+  Rounds(1000, [&](Random& random, int) {
     const Point base = random.Planar(100);
     const Point normal = random.Planar(5);
     const Point p = random.Planar(100);
@@ -121,7 +97,7 @@ TEST(MirrorPoint, KeepsTheLineAndSwapsItsSides) {
     EXPECT_NEAR(static_cast<double>(Dot(middle - Exact(base), n)) / size, 0, 4000 * kUlp);
     const long double along = Cross(Exact(mirrored) - Exact(p), n).z;
     EXPECT_NEAR(static_cast<double>(along) / size, 0, 4000 * kUlp);
-  }
+  });
   EXPECT_EQ(KurvoErrGet(&g), 0);
 }
 
@@ -144,44 +120,28 @@ TEST(TransPoint, ReadsThreeRowsOfAMatrixStoredByColumns) {
 
 // Each makes out from p, which stands for any of its inputs that may be replaced.
 TEST(Transforms, MayReplaceTheirPoint) {
-  void (*const in_place[])(const double* p, double* out, GlobalVar* g) = {
-      [](const double* p, double* out, GlobalVar* g) {
-        KurvoclScalePoint(Point{1, 2, 0}, Point{}, 3, p, out, g);
-      },
-      [](const double* p, double* out, GlobalVar* g) {
-        KurvoclScalePoint(Point{1, 2, 0}, Point{.6, .8, 0}, 3, p, out, g);
-      },
-      [](const double* p, double* out, GlobalVar* g) {
-        KurvoclScalePoint(p, Point{.6, .8, 0}, 3, Point{1, 2, 0}, out, g);
-      },
-      [](const double* p, double* out, GlobalVar* g) {
-        KurvoclScalePoint(Point{1, 2, 0}, p, 3, Point{4, 5, 6}, out, g);
-      },
-      [](const double* p, double* out, GlobalVar* g) {
-        KurvoclMirrorPoint(Point{1, 2, 0}, Point{.6, .8, 0}, p, out, g);
-      },
-      [](const double* p, double* out, GlobalVar* g) {
-        KurvoclMirrorPoint(Point{1, 2, 0}, p, Point{4, 5, 6}, out, g);
-      },
-      [](const double* p, double* out, GlobalVar* g) {
-        KurvoclMirrorPoint(p, Point{.6, .8, 0}, Point{1, 2, 0}, out, g);
-      },
-      [](const double* p, double* out, GlobalVar* g) {
-        const double line[6] = {1, 2, 3, 7, 5, 4};
-        KurvoclProjLine(p, line, out, g);
-      },
-      [](const double* p, double* out, GlobalVar* g) {
-        KurvofcRPPcirc(50, p, Point{1, 2, 0}, out, 0, g);
-      },
-      [](const double* p, double* out, GlobalVar* g) {
-        KurvofcRPPcirc(50, Point{1, 2, 0}, p, out, 0, g);
-      },
+  using V = const double*;
+  using G = GlobalVar*;
+  static constexpr Point kA = {1, 2, 0}, kB = {4, 5, 6}, kUnit = {.6, .8, 0};
+  static constexpr double kLine[6] = {1, 2, 3, 7, 5, 4};
+  // clang-format off
+  void (*const in_place[])(V p, double* out, G g) = {
+      [](V p, double* out, G g) { KurvoclScalePoint(kA, Point{}, 3, p, out, g); },
+      [](V p, double* out, G g) { KurvoclScalePoint(kA, kUnit, 3, p, out, g); },
+      [](V p, double* out, G g) { KurvoclScalePoint(p, kUnit, 3, kA, out, g); },
+      [](V p, double* out, G g) { KurvoclScalePoint(kA, p, 3, kB, out, g); },
+      [](V p, double* out, G g) { KurvoclMirrorPoint(kA, kUnit, p, out, g); },
+      [](V p, double* out, G g) { KurvoclMirrorPoint(kA, p, kB, out, g); },
+      [](V p, double* out, G g) { KurvoclMirrorPoint(p, kUnit, kA, out, g); },
+      [](V p, double* out, G g) { KurvoclProjLine(p, kLine, out, g); },
+      [](V p, double* out, G g) { KurvofcRPPcirc(50, p, kA, out, 0, g); },
+      [](V p, double* out, G g) { KurvofcRPPcirc(50, kA, p, out, 0, g); },
   };
+  // clang-format on
   for (const auto transform : in_place) {
     Globals g;
     const Point p = {11, -7, 5};
-    Point apart = {kNaN, kNaN, kNaN};
-    Point same = p;
+    Point apart = {kNaN, kNaN, kNaN}, same = p;
     transform(p, apart, &g);
     transform(same, same, &g);
     EXPECT_EQ(same, apart) << "transform " << (&transform - in_place);

@@ -4,7 +4,7 @@
 #include <bit>
 #include <cmath>
 
-#include "calc/support.h"
+#include "support/basics.h"
 
 namespace kurvo_test {
 namespace {
@@ -53,9 +53,7 @@ TEST(Fabs, ClearsTheSignBitAndNothingElse) {
 }
 
 TEST(UnitVector, HasLengthOneAndTheSameDirection) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 1000; ++i) {
+  Rounds(1000, [&](Random& random, int) {
     Globals g;
     const Point v = random.Spatial(std::pow(10.0, random.Uniform(-5, 9)));
     Point u = v;
@@ -63,59 +61,39 @@ TEST(UnitVector, HasLengthOneAndTheSameDirection) {
     EXPECT_NEAR(KurvoclVectorSize(u), 1, 4 * kUlp);
     EXPECT_NEAR(KurvoclInnerProduct(u, v) / KurvoclVectorSize(v), 1, 8 * kUlp);
     EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
+  });
 }
 
 TEST(UnitVector, DividesAndDoesNotMultiplyByAReciprocal) {
   Globals g;
-  Point v = {3, 4, 0};
+  Point v = {3, 4, 0}, small = {.8e-6, -.8e-6, 0};  // longer than epsilon, but in no component
   KurvoclUnitVector(v, &g);
   EXPECT_EQ(v, (Point{.6, .8, 0}));
-}
-
-TEST(UnitVector, OfAShortVectorIsZeroWithAWarning) {
-  Globals g;
-  Point v = {.8e-6, -.8e-6, 0};  // longer than epsilon, but not in any component
-  KurvoclUnitVector(v, &g);
-  EXPECT_EQ(v, (Point{0, 0, 0}));
+  EXPECT_EQ(KurvoErrGet(&g), 0);
+  KurvoclUnitVector(small, &g);
+  EXPECT_EQ(small, (Point{0, 0, 0}));
   EXPECT_EQ(KurvoErrGet(&g), KURVO_WARN_SHORT_VECTOR);
-  EXPECT_EQ(KurvoOk(&g), 1);
-}
-
-// The angle between a and b from its tangent |a x b| / a . b.
-long double AngleByProducts(const Point& a, const Point& b) {
-  const long double cross = L(a[0]) * L(b[1]) - L(a[1]) * L(b[0]);
-  const long double dot = L(a[0]) * L(b[0]) + L(a[1]) * L(b[1]);
-  return std::atan2(std::fabs(cross), dot);
 }
 
 TEST(VectorAngle, IsTheUnsignedPlanarAngle) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   Globals g;
   EXPECT_EQ(KurvoclVectorAngle(Point{1, 0, 0}, Point{-1, 0, 0}, &g), M_PI);
   EXPECT_EQ(KurvoclVectorAngle(Point{-1, -0.0, 0}, Point{-1, 0, 0}, &g), 0);
-  for (int i = 0; i < 2000; ++i) {
-    const Point a = random.Spatial(3);
-    const Point b = random.Spatial(1e3);
-    const double want = static_cast<double>(AngleByProducts(a, b));
+  Rounds(2000, [&](Random& random, int) {
+    const Point a = random.Spatial(3), b = random.Spatial(1e3), back = {-2 * a[0], -2 * a[1], 9},
+                across = {-a[1], a[0], 0};
+    const auto want = static_cast<double>(
+        std::atan2(std::fabs(L(a[0]) * b[1] - L(a[1]) * b[0]), L(a[0]) * b[0] + L(a[1]) * b[1]));
     EXPECT_NEAR(KurvoclVectorAngle(a, b, &g), want, 16 * kUlp);
     EXPECT_EQ(KurvoclParaVector(a, b, &g), int{want < 1e-6 || want > M_PI - 1e-6});
-  }
-}
-
-TEST(ParaVector, HoldsForEveryDirectionAndItsOpposite) {
-  Globals g;
-  for (int degrees = -180; degrees <= 180; ++degrees) {
-    const double angle = degrees * M_PI / 180;
-    const Point a = {std::cos(angle), std::sin(angle), 0};
-    const Point opposite = {-2 * a[0], -2 * a[1], 9};
-    const Point across = {-a[1], a[0], 0};
-    EXPECT_EQ(KurvoclParaVector(a, a, &g), 1) << degrees;
-    EXPECT_EQ(KurvoclParaVector(a, opposite, &g), 1) << degrees;
-    EXPECT_EQ(KurvoclParaVector(opposite, a, &g), 1) << degrees;
-    EXPECT_EQ(KurvoclParaVector(a, across, &g), 0) << degrees;
-  }
+    for (const Point& v : {a, back}) {
+      EXPECT_EQ(KurvoclParaVector(a, v, &g), 1);
+      EXPECT_EQ(KurvoclParaVector(v, a, &g), 1);
+      EXPECT_EQ(KurvoclParaVector(v, across, &g), 0);
+    }
+  });
+  for (const Point& axis : {Point{1, 0, 0}, {-1, 0, 0}, {0, 1, 0}, {0, -1, 0}, {-1, -0.0, 0}})
+    EXPECT_EQ(KurvoclParaVector(axis, Point{-axis[0], -axis[1], 0}, &g), 1) << axis[0];
 }
 
 // With a wide epsilon a clockwise angle beyond 0.0001 counts as nearly a full turn, so only the
@@ -133,8 +111,7 @@ TEST(ParaVector, KeepsItsOwnSlackBelowZero) {
 TEST(SameVector, ComparesSpatialLengthAndPlanarDirection) {
   Globals g;
   const struct {
-    Point a;
-    Point b;
+    Point a, b;
     int same;
   } rows[] = {
       {{1, 1e-7, 0}, {1, -1e-7, 0}, 1},

@@ -1,13 +1,8 @@
 // The nearest point of a B-spline against an examination of every span: the bounds that spare most
 // spans must not change a bit of the result.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-
-#include "build/curves.h"
 #include "eval/spline_queries.h"
 #include "eval/spline_span.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 namespace {
@@ -54,83 +49,56 @@ void Compare(const SplineView<kDim>& spline, Vec2 p, double tol) {
       << ", must be " << want.nearest.t << " at " << want.nearest.dist;
 }
 
-// Splines of all orders, scales and knot vectors; one in eight with coordinates and weights that no
-// caller should pass.
-class Splines {
- public:
-  // Makes the next spline and calls check(view, p) for a few points.
-  template <class Check>
-  void Next(Check&& check) {
-    hostile_ = Chance(8);
-    size_ = std::pow(10.0, Integer(-8, 9));
-    const bool rational = Chance(2);
-    const int order = Chance(3) ? Integer(1, rational ? 14 : 21) : Integer(2, 5);
-    const int count = order + Integer(0, Chance(4) ? 150 : 15);
-    Numbers points, knots;
-    for (int i = 0; i < count; ++i) {
-      points.insert(points.end(), {Chance(3) ? i * size_ / 5 : Coordinate(), Coordinate()});
-      if (Chance(12) && i > 0) std::copy_n(points.end() - (rational ? 5 : 4), 2, points.end() - 2);
-      if (rational) points.push_back(hostile_ && Chance(4) ? Number(-1, 1) : Number(.2, 3));
-    }
-    MakeKnots(order, count, knots);
-    const Owned cv = MakeFreeForm(rational ? CV_RBSPLINE : CV_BSPLINE, points, knots);
-    for (int n = 0; n < 4; ++n) {
-      const Vec2 p = PointNear(*cv, n);
-      if (rational) {
-        auto& b = cv.block<KurvoRBSpline>();
-        check(SplineView<4>{b.order, b.count, b.points, b.knots}, p);
-      } else {
-        auto& b = cv.block<KurvoBSpline>();
-        check(SplineView<3>{b.order, b.count, b.points, b.knots}, p);
-      }
-    }
+// Some spline of any order, scale and knot vector, one in eight with coordinates and weights that
+// no caller should pass.
+Owned RandomSpline(Random& random, double size) {
+  const bool rational = Chance(random, .5), hostile = Chance(random, 1. / 8);
+  const int order =
+      Chance(random, 1. / 3) ? RandomInt(random, 1, rational ? 14 : 21) : RandomInt(random, 2, 5);
+  const int count = order + RandomInt(random, 0, Chance(random, .25) ? 150 : 15);
+  const bool clamped = Chance(random, .7), repeated = Chance(random, .3);
+  Numbers points = RandomPoints(random, count, rational), knots;
+  double u = random.Uniform(-5, 5);
+  const double step = std::pow(10.0, RandomInt(random, -3, 1));
+  for (int i = 0; i < order + count; ++i) {
+    const bool inner = i >= order && i <= count;
+    if ((inner || !clamped) && !(repeated && Chance(random, .5))) u += step * random.Uniform(.1, 1);
+    knots.push_back(u);
   }
-  std::string Trace() const { return random_.Trace(); }
+  const std::size_t stride = rational ? 3 : 2;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    double& x = points[i];
+    if (i % stride < 2) x *= size / kSize;
+    if (i % stride == 0 && Chance(random, 1. / 3)) x = static_cast<double>(i) * size / 10;
+    if (i % stride < 2 && Chance(random, .1)) x = size * RandomInt(random, -1, 1);
+    if (i >= stride && i % stride < 2 && Chance(random, .1)) x = points[i - stride];
+    if (i % stride == 2 && hostile && Chance(random, .25)) x = random.Uniform(-1, 1);
+    if (hostile && Chance(random, 1. / 40))
+      x = Chance(random, .5) ? kNaN : Chance(random, .5) ? kInfinity : 1e308;
+  }
+  return MakeFreeForm(rational ? CV_RBSPLINE : CV_BSPLINE, points, knots);
+}
 
- private:
-  int Integer(int low, int high) { return static_cast<int>(random_.Uniform(low, high + 1 - 1e-9)); }
-  bool Chance(int n) { return Integer(1, n) == 1; }
-  double Number(double low, double high) {
-    if (hostile_ && Chance(40)) return Chance(2) ? kNaN : Chance(2) ? kInfinity : 1e308;
-    return random_.Uniform(low, high);
+void Compare(const Owned& cv, Vec2 p) {
+  if (cv->type == CV_RBSPLINE) {
+    const auto& b = cv.block<KurvoRBSpline>();
+    Compare(SplineView<4>{b.order, b.count, b.points, b.knots}, p, 1e-6);
+  } else {
+    const auto& b = cv.block<KurvoBSpline>();
+    Compare(SplineView<3>{b.order, b.count, b.points, b.knots}, p, 1e-6);
   }
-  double Coordinate() {
-    if (Chance(10)) return size_ * Integer(-1, 1);
-    return Number(-size_, size_);
-  }
-  // Clamped or not, with repeated knots up to full multiplicity.
-  void MakeKnots(int order, int count, Numbers& knots) {
-    const bool clamped = !Chance(3), repeated = Chance(3);
-    const double step = std::pow(10.0, Integer(-3, 1));
-    double u = Chance(2) ? 0 : Number(-5, 5);
-    for (int i = 0; i < order + count; ++i) {
-      const bool inner = i >= order && i <= count;
-      if ((inner || !clamped) && !(repeated && Chance(2))) u += step * Number(.1, 1);
-      knots.push_back(u);
-    }
-  }
-  Vec2 PointNear(const Curve& cv, int n) {
-    if (n == 0) return {Coordinate(), Coordinate()};
-    if (n == 1) return {9 * Coordinate(), 9 * Coordinate()};
-    Globals g;
-    Coord q;
-    const auto [start, length] = Domain(cv);
-    KurvocvPosition(&cv, start + random_.Uniform(0, 1) * length, q, &g);
-    return n == 2 ? Planar(q) : Planar(q) + Vec2{.05 * Coordinate(), .05 * Coordinate()};
-  }
-
-  Random random_;
-  bool hostile_ = false;
-  double size_ = 1;
-};
+}
 
 TEST(FootOnSpline, IsThatOfAnExaminationOfEverySpan) {
-  Splines splines;
-  SCOPED_TRACE(splines.Trace());
-  for (int n = 0; n < 4000 && !testing::Test::HasFailure(); ++n) {
-    SCOPED_TRACE(n);
-    splines.Next([](const auto& view, Vec2 p) { Compare(view, p, 1e-6); });
-  }
+  Rounds(4000, [&](Random& random, int) {
+    const double size = std::pow(10.0, RandomInt(random, -8, 9));
+    const Owned cv = RandomSpline(random, size);
+    const auto near = [&](double by) {
+      return Vec2{random.Uniform(-by, by), random.Uniform(-by, by)};
+    };
+    const Vec2 on = Planar(PointAt(*cv, random.Uniform(0, 1)).data());
+    for (const Vec2 p : {near(size), near(9 * size), on, on + near(.05 * size)}) Compare(cv, p);
+  });
 }
 
 // Many spans at the same distance, up to the last bit: the first one wins.
@@ -142,10 +110,9 @@ TEST(FootOnSpline, OfEqualSpansIsOnTheFirst) {
   }
   knots.push_back(199);
   const Owned polyline = MakeFreeForm(CV_BSPLINE, points, knots);
+  for (const Vec2 p : {Vec2{0, 0}, Vec2{0, 3}, Vec2{-2, -2}, Vec2{.25, .25}}) Compare(polyline, p);
   const auto& b = polyline.block<KurvoBSpline>();
   const SplineView<3> view{b.order, b.count, b.points, b.knots};
-  for (const Vec2 p : {Vec2{0, 0}, Vec2{0, 3}, Vec2{-2, -2}, Vec2{.25, .25}})
-    Compare(view, p, 1e-6);
   EXPECT_EQ(kurvo::NearestOnSpline(view, {0, 0}, 1e-6).t, 1.5);
 }
 

@@ -7,11 +7,7 @@ namespace {
 
 TEST(ErrorCodes, ComeApartIntoTheirFields) {
   const struct {
-    int code;
-    int severity;
-    int module;
-    int group;
-    int action;
+    int code, severity, module, group, action;
   } rows[] = {
       {0, 0, 0, 0, 0},
       {KURVO_ERR_MEMORY, 3, 17, 2051, 3},

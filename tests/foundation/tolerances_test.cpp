@@ -5,17 +5,13 @@
 #include <cmath>
 #include <cstddef>
 #include <cstring>
-#include <limits>
 
-#include "kurvo.h"
+#include "support/basics.h"
 
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-struct Globals : GlobalVar {
-  Globals() { KurvoInitGlobalVar(this); }
-};
+using kurvo_test::Globals;
+using kurvo_test::kNaN;
 
 bool SameBytes(const GlobalVar& a, const GlobalVar& b) {
   return std::memcmp(&a, &b, sizeof(GlobalVar)) == 0;

@@ -1,42 +1,20 @@
-// What the long tests share: how many cases they take, and curves looked at as numbers.
+// What the laws share: sizes and degrees of curves.
 #pragma once
 
 #include <algorithm>
 #include <cmath>
 
-#include "build/division.h"
+#include "support/generator.h"
+#include "support/oracle.h"
 
 namespace kurvo_test {
 
-// Calls use(x, y, z) for all points that a curve is defined by, and use_radius for those of arcs.
-template <class Use, class UseRadius>
-void ForEachPoint(const Curve& cv, Use&& use, UseRadius&& use_radius) {
-  if (cv.type == CV_LINE) {
-    auto& line = *static_cast<KurvoLine*>(cv.data);
-    use(line.start);
-    use(line.end);
-  } else if (cv.type == CV_ARC) {
-    auto& arc = *static_cast<KurvoArc*>(cv.data);
-    for (double* p : {arc.centre, arc.start, arc.end}) use(p);
-    use_radius(arc.radius);
-  } else if (cv.type == CV_SEGCV) {
-    auto& block = *static_cast<KurvoSegcv*>(cv.data);
-    for (int i = 0; i < block.count; ++i) ForEachPoint(block.curves[i], use, use_radius);
-  } else {
-    const FreeForm form(cv);
-    const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
-    const int count = spline ? SplineCount(cv) : form.order;
-    for (int i = 0; i < count; ++i) use(form.points + i * form.stride);
-  }
-}
-
-inline void Rescale(const Curve& cv, double factor) {
+inline Owned Scaled(const Curve& cv, double factor) {
+  Owned copy = Copy(cv);
   ForEachPoint(
-      cv,
-      [&](double* p) {
-        for (int i = 0; i < 3; ++i) p[i] *= factor;
-      },
+      *copy, [&](double* p) { KurvoclSetCoord(p, p[0] * factor, p[1] * factor, p[2] * factor); },
       [&](double& radius) { radius *= factor; });
+  return copy;
 }
 
 // The largest coordinate or radius.
@@ -63,7 +41,7 @@ inline int Degree(const Curve& cv) {
 
 // The largest weight over the least; 1 but for the rational Bezier and B-spline.
 inline double WeightRatio(const Curve& cv) {
-  if (cv.type != CV_RBEZIER && cv.type != CV_RBSPLINE) return 1;
+  if (!IsRational(cv.type)) return 1;
   double least = kInfinity, largest = 0;
   ForEachPoint(
       cv,
@@ -75,33 +53,19 @@ inline double WeightRatio(const Curve& cv) {
   return largest / least;
 }
 
-// Whether a piece is of degree 0: parts of a division need not run like the whole then.
-inline bool StandsStill(const Curve& cv) {
-  if (cv.type == CV_SEGCV) {
-    const auto& block = *static_cast<KurvoSegcv*>(cv.data);
-    return std::any_of(block.curves, block.curves + block.count,
-                       [](const Curve& piece) { return StandsStill(piece); });
-  }
-  return Degree(cv) == 0;
+// The shares of the domain that the first and the last span have.
+inline std::pair<double, double> EndSpans(const Curve& cv) {
+  const auto [start, length] = Domain(cv);
+  const Oracle oracle(cv);
+  return {static_cast<double>(oracle.JetAt<1>(start).span) / length,
+          static_cast<double>(oracle.JetAt<1>(L(start) + length).span) / length};
 }
 
-// A curve of any type but the composite whose radius of curvature is well above `kGentle`: control
-// points along a shallow wave.
-constexpr double kGentle = .4;
-inline Owned GentleCurve(Random& random, int32_t type) {
-  if (type == CV_LINE || type == CV_ARC) return RandomCurve(random, type, 1);
-  const bool rational = type == CV_RBEZIER || type == CV_RBSPLINE;
-  const int order = static_cast<int>(random.Uniform(3, 6)),
-            count = type == CV_BEZIER || type == CV_RBEZIER ? order : order + 2;
-  Numbers points, knots;
-  for (int i = 0; i < count; ++i) {
-    points.insert(points.end(), {i * 4. + random.Uniform(-.3, .3), random.Uniform(-.8, .8)});
-    if (rational) points.push_back(random.Uniform(.8, 1.25));
-  }
-  if (type == CV_BSPLINE || type == CV_RBSPLINE)
-    for (int i = 0; i < order + count; ++i)
-      knots.push_back(std::clamp((i - order + 1) / 3.0, 0., 1.));
-  return MakeFreeForm(type, points, knots);
+// Whether a piece is of degree 0: parts of a division need not run like the whole then.
+inline bool StandsStill(const Curve& cv) {
+  if (cv.type != CV_SEGCV) return Degree(cv) == 0;
+  const auto& block = *static_cast<KurvoSegcv*>(cv.data);
+  return std::any_of(block.curves, block.curves + block.count, StandsStill);
 }
 
 }  // namespace kurvo_test

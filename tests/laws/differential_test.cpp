@@ -1,13 +1,11 @@
-// The library against slow textbook algorithms in long double, on random curves of every type. The
+// The library against slow textbook algorithms in Wide, on random curves of every type. The
 // largest errors are printed for each type and degree n, in units of size 3^n 2^-52.
 // KURVO_TEST_CASES sets the number of curves.
 #include <cstdio>
 #include <map>
 #include <string>
 
-#include "build/division.h"
 #include "laws/cases.h"
-#include "laws/slow_curve.h"
 
 using namespace kurvo_test;
 
@@ -21,17 +19,9 @@ constexpr int kMaxCompositeDegree = 6;
 // the same times (n r / span)^k for the k-th, r being the ratio of the largest to the least weight.
 constexpr double kMaxUnits = 16;
 
-enum Measure {
-  kPosition,
-  kFirst,
-  kSecond,
-  kThird,
-  kBend,
-  kDivision,
-  kConversion,
-  kExtension,
-  kAll
-};
+// clang-format off
+enum Measure { kPosition, kFirst, kSecond, kThird, kBend, kDivision, kConversion, kExtension, kAll };
+// clang-format on
 constexpr const char* kNames[kAll] = {"position",  "derivative 1", "derivative 2", "derivative 3",
                                       "curvature", "division",     "conversion",   "extension"};
 
@@ -41,8 +31,7 @@ constexpr double kMostUnsettled = 2;  // of the error expected
 
 // In how many parts a length is measured.
 double MeasuredParts(const Curve& cv) {
-  if (cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE)
-    return 16 * (SplineCount(cv) - FreeForm(cv).order + 1);
+  if (IsSpline(cv.type)) return 16 * (SplineCount(cv) - FreeForm(cv).order + 1);
   if (cv.type != CV_SEGCV) return 1;
   const auto& block = *static_cast<KurvoSegcv*>(cv.data);
   double parts = 0;
@@ -109,14 +98,11 @@ class Differential {
 
  private:
   static Owned Make(Random& random, int32_t type) {
-    Owned cv = type == CV_SEGCV || type == CV_LINE || type == CV_ARC
-                   ? RandomCurve(random, type, kMaxCompositeDegree)
-                   : RandomCurve(random, type, kMaxDegree);
-    Rescale(*cv, std::exp2(random.Uniform(-10, 10)));
-    return cv;
+    const Owned cv = RandomCurve(random, type, type == CV_SEGCV ? kMaxCompositeDegree : kMaxDegree);
+    return Scaled(*cv, std::exp2(random.Uniform(-10, 10)));
   }
 
-  void Note(Measure what, long double error, long double unit) {
+  void Note(Measure what, Wide error, Wide unit) {
     const auto units = static_cast<double>(error / unit);
     double& worst = worst_->units[what];
     if (!(worst >= units)) worst = units;  // NaN stays
@@ -127,25 +113,21 @@ class Differential {
     Globals g;
     Point p;
     KurvocvPosition(&cv, t, p, &g);
-    const JetPoint exact = SlowAt(cv, t);
-    Note(kPosition, std::hypot(p[0] - exact.x.c[0], p[1] - exact.y.c[0]), unit_);
+    Note(kPosition, Gap({p[0], p[1]}, Oracle(cv).PointAt(t)), unit_);
     EXPECT_EQ(KurvoErrGet(&g), 0);
   }
 
   void CheckDerivatives(const Curve& cv, double t) {
-    const Curve* piece = nullptr;
-    const JetPoint exact = SlowAt(cv, t, &piece);
+    const JetPoint<4> exact = Oracle(cv).JetAt<4>(t);
+    const Curve* const piece = exact.piece;
     // On a composite derivatives are those of its Bezier pieces only, not of pieces of pieces.
     if (cv.type == CV_SEGCV && piece->type != CV_BEZIER && piece->type != CV_RBEZIER) return;
-    const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
-    const long double per_order = std::max(degree_, 1) * WeightRatio(*piece) / exact.span;
-    for (int n = 1; n <= (spline ? 2 : 3); ++n) {
+    const Wide per_order = std::max(degree_, 1) * WeightRatio(*piece) / exact.span;
+    for (int n = 1; n <= (IsSpline(cv.type) ? 2 : 3); ++n) {
       Globals g;
       Point d;
       KurvocvNDeriv(&cv, t, d, n, &g);
-      const auto k = static_cast<std::size_t>(n);
-      const long double error =
-          std::hypot(d[0] - exact.x.Derivative(k), d[1] - exact.y.Derivative(k));
+      const Wide error = Gap({d[0], d[1]}, exact.Derivative(static_cast<std::size_t>(n)));
       Note(static_cast<Measure>(kPosition + n), error, unit_ * std::pow(per_order, n));
       EXPECT_EQ(KurvoErrGet(&g), 0);
     }
@@ -154,30 +136,30 @@ class Differential {
 
   // k = (x' y'' - y' x'') / |c'|^3, a vector to the left of travel where that is positive. Its unit
   // is what errors of one unit in c' and c'' make of it.
-  void CheckCurvature(const Curve& cv, double t, const JetPoint& p, long double per_order) {
-    const long double speed = p.Size(1), bend = p.Size(2);
-    const long double unit1 = unit_ * per_order, unit2 = unit1 * per_order;
+  void CheckCurvature(const Curve& cv, double t, const JetPoint<4>& p, Wide per_order) {
+    const Wide speed = p.Size(1), bend = p.Size(2);
+    const Wide unit1 = unit_ * per_order, unit2 = unit1 * per_order;
     if (!(speed > 1e-5L) || !(speed > 1e4L * unit1)) return;
-    const long double dx = p.x.Derivative(1), dy = p.y.Derivative(1);
-    const long double k =
-        (dx * p.y.Derivative(2) - dy * p.x.Derivative(2)) / (speed * speed * speed);
+    const auto [dx, dy] = p.Derivative(1);
+    const auto [ddx, ddy] = p.Derivative(2);
+    const Wide k = (dx * ddy - dy * ddx) / (speed * speed * speed);
     Globals g;
     Point v;
     KurvocvCurvature(&cv, t, v, &g);
-    const long double error = std::hypot(v[0] + k * dy / speed, v[1] - k * dx / speed);
+    const Wide error = std::hypot(v[0] + k * dy / speed, v[1] - k * dx / speed);
     Note(kBend, error, (unit2 + bend / speed * unit1) / (speed * speed) + 0x1p-52L * std::fabs(k));
     EXPECT_EQ(KurvoErrGet(&g), 0);
   }
 
   // `piece` runs over its domain along the stretch [from, to] of `whole`.
-  void CheckStretch(Measure what, const Curve& piece, const Curve& whole, long double from,
-                    long double to, long double factor = 1) {
+  void CheckStretch(Measure what, const Curve& piece, const Curve& whole, Wide from, Wide to,
+                    Wide factor = 1) {
     const auto [start, length] = Domain(piece);
-    for (const long double s : {.0517L, .5L - 1 / 3001.0L, .8531L}) {
-      const JetPoint p = SlowAt(piece, start + s * length),
-                     q = SlowAt(whole, from + s * (to - from));
-      Note(what, std::hypot(p.x.c[0] - q.x.c[0], p.y.c[0] - q.y.c[0]), unit_ * factor);
-    }
+    const Oracle on_piece(piece), on_whole(whole);
+    for (const Wide s : {.0517L, .5L - 1 / 3001.0L, .8531L})
+      Note(what,
+           Gap(on_piece.PointAt(start + s * length), on_whole.PointAt(from + s * (to - from))),
+           unit_ * factor);
   }
 
   void CheckDivision(const Curve& cv, double t) {
@@ -212,10 +194,8 @@ class Differential {
   void CheckExtension(const Curve& cv, Random& random) {
     if (cv.type == CV_SEGCV) return;  // its end pieces are continued by rules of their own
     const auto [start, length] = Domain(cv);
-    const long double before = SlowAt(cv, start).span / length,
-                      behind = SlowAt(cv, L(start) + length).span / length;
-    const double a = random.Uniform(-.4, 1) * static_cast<double>(before),
-                 b = random.Uniform(-.4, 1) * static_cast<double>(behind);
+    const auto [before, behind] = EndSpans(cv);
+    const double a = random.Uniform(-.4, 1) * before, b = random.Uniform(-.4, 1) * behind;
     Globals g;
     Owned longer;
     KurvocvExtendCurve(&cv, a, b, longer.get(), &g);
@@ -233,7 +213,7 @@ class Differential {
     double found = 0;
     KurvocvCurveLen(&cv, start, start + length, &found, &g);
     EXPECT_EQ(KurvoErrGet(&g), 0);
-    const long double exact = SlowLength(cv, start, L(start) + length);
+    const Wide exact = Oracle(cv).Length();
     const auto error = static_cast<double>(std::fabs(found - exact));
     worst_->length = std::max(worst_->length, error);
     ++worst_->lengths;

@@ -1,31 +1,26 @@
 // The distance of a point from a curve.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
 #include <optional>
 
-#include "query/reference.h"
+#include "support/generator.h"
+#include "support/oracle.h"
 
 namespace kurvo_test {
 namespace {
 
+constexpr double kUnwritten = -77, kHalfTurn = M_PI;
+
 struct Found {
-  double dist;
-  double t = -77;  // unwritten
+  double dist, t;
   int error;
 };
 
-Found DistanceOf(const Curve* cv, const Point& p) {
+Found DistanceOf(const Curve& cv, const Point& p) {
   Globals g;
-  Found found{};
-  found.dist = KurvocvDistPoint(cv, p, &found.t, &g);
+  Found found{0, kUnwritten, 0};
+  found.dist = KurvocvDistPoint(&cv, p, &found.t, &g);
   found.error = KurvoErrGet(&g);
   return found;
 }
-
-constexpr double kUnwritten = -77;
-constexpr double kHalfTurn = 3.14159265358979323846;
 
 TEST(DistPoint, Table) {
   const char* const kLine = "l 1 1 4 1";
@@ -35,9 +30,9 @@ TEST(DistPoint, Table) {
   const char* const kArch = "b 0 0 0 4 4 4 4 0";
   const char* const kCorner = "B 0 0 3 3 6 0 | 0 0 .5 1 1";  // a polyline
   const char* const kTwo = "c 2 3 (l 0 0 4 0)(l 4 0 4 4)";
+  // clang-format off
   const struct {
-    const char* name;
-    const char* curve;
+    const char *name, *curve;
     Point p;
     double dist, t;
     int error = 0;
@@ -63,131 +58,71 @@ TEST(DistPoint, Table) {
       {"Bezier, before", "b 0 0 1 0 2 0 3 0", {-3, 4}, 5, 0},
       {"Bezier, beyond", "b 0 0 1 0 2 0 3 0", {6, -4}, 5, 1},
       // y = x^2 over [-2, 2] with feet at x = -1, -0.5 and 1.5, where p lies on the curve itself.
-      {"Bezier, first foot, not the nearest",
-       "b -2 4 0 -4 2 4",
-       {1.5, 2.25},
-       std::sqrt(7.8125),
-       .25},
+      {"Bezier, first foot, not the nearest", "b -2 4 0 -4 2 4", {1.5, 2.25}, std::sqrt(7.8125), .25},
       {"Bezier, a point", "b 3 4", {0, 0}, 5, 1},
       {"Bezier, a point of degree 2", "b 3 4 3 4 3 4", {0, 0}, 5, 1},
-      {"rational, unit circle",
-       "r 1 0 1 1 1 .70710678118654752 0 1 1",
-       {3, 3},
-       3 * M_SQRT2 - 1,
-       .5},
+      {"rational, unit circle", "r 1 0 1 1 1 .70710678118654752 0 1 1", {3, 3}, 3 * M_SQRT2 - 1, .5},
       {"spline, corner", kCorner, {3, 7}, 4, .5},
       {"spline, start", kCorner, {-3, -4}, 5, 0},
       {"spline, end", kCorner, {9, -4}, 5, 1},
       {"spline, tie of two spans", kCorner, {3, 0}, 1.5 * M_SQRT2, .25},
       {"spline on another domain", "B 0 0 3 3 6 0 | 2 2 4 7 7", {6, 3}, 1.5 * M_SQRT2, 5.5},
       {"spline, unclamped", "B 0 0 1 0 2 0 3 0 | 0 1 2 3 4 5 6", {-2.5, 4}, 5, 2},
+      // of a closed spline the start comes before the end, and both after a foot
+      {"spline, closed, at the joint", "B 0 0 4 0 4 4 0 0 | 0 0 1 2 3 3", {-1, -1}, M_SQRT2, 0},
+      {"spline, a foot as near as the start", "B 0 0 2 -1 2 2 -2 2 | 0 0 1 2 3 3", {0, 1}, 1, 2.5},
       {"composite, first piece", kTwo, {1, -2}, 2, .5},
       {"composite, second piece", kTwo, {7, 1}, 3, 2.75},
       {"composite, tie goes to the earlier", kTwo, {3, 1}, 1, 1.5},
       {"composite, joint", kTwo, {8, -3}, 5, 2},
-      {"composite of composites",
-       "c 1 4 (c 1 1 (l 0 9 1 9)(e))(c 2 2 (l 0 0 4 0)(l 4 0 8 0))",
-       {6, 2},
-       0,
-       kUnwritten,
-       KURVO_ERR_CURVE},
+      {"composite of composites", "c 1 4 (c 1 1 (l 0 9 1 9)(e))(c 2 2 (l 0 0 4 0)(l 4 0 8 0))", {6, 2}, 0, kUnwritten, KURVO_ERR_CURVE},
       {"composite in a composite", "c 1 4 (l 0 9 1 9)(c 1 1 (l 0 0 4 0)(l 4 0 8 0))", {6, 2}, 2, 7},
       {"composite without pieces", "c", {1, 1}, 0, kUnwritten},
       {"composite, a piece without pieces", "c 1 1 (c)(l 0 0 4 0)", {1, 1}, 1, 1.25},
       {"empty", "e", {1, 1}, 0, kUnwritten, KURVO_ERR_CURVE},
   };
+  // clang-format on
   for (const auto& row : rows) {
-    const Owned cv = Make(row.curve);
-    const Found found = DistanceOf(cv.get(), row.p);
+    const Found found = DistanceOf(*Make(row.curve), row.p);
     EXPECT_NEAR(found.dist, row.dist, 1e-12) << row.name;
     EXPECT_NEAR(found.t, row.t, 1e-9) << row.name;
     EXPECT_EQ(found.error, row.error) << row.name;
   }
 }
 
-Point PointNear(Random& random, double size) {
-  return {random.Uniform(-size, size), random.Uniform(-size, size), 0};
-}
-
-// The reported point lies at the reported distance, and no sample is nearer.
-void ExpectNearest(const Curve& cv, const Point& p, double tol) {
+// Splines and arcs: the reported point lies at the reported distance, and no sample is nearer.
+TEST(DistPoint, IsTheLeastOfAllSamples) {
   constexpr int kSamples = 600;
-  const Reference reference(cv);
-  const Found found = DistanceOf(&cv, p);
-  const auto off = [&](double t) { return std::fabs(reference.DistanceAt(t, p) - found.dist); };
-  EXPECT_LE(std::min(off(found.t), off(found.t + 1e-13)), tol)
-      << found.t;  // a curve may jump there
-  for (int i = 0; i <= kSamples; ++i) {
-    const double t = std::lerp(reference.start(), reference.end(), i * 1.0 / kSamples);
-    ASSERT_LE(found.dist, reference.DistanceAt(t, p) + tol) << t;
-  }
-}
-
-// Clamped or unclamped, with repeated knots, on a domain of its own.
-Owned RandomSpline(Random& random, bool rational) {
-  const int order = static_cast<int>(random.Uniform(2, 6));
-  const int count = order + static_cast<int>(random.Uniform(0, 25));
-  const bool clamped = random.Uniform(0, 3) > 1, repeated = random.Uniform(0, 3) > 2;
-  Numbers knots;
-  double u = random.Uniform(-2, 2);
-  for (int i = 0; i < order + count; ++i) {
-    const bool inner = i >= order && i <= count;
-    const bool same = repeated && i != order && i != count && random.Uniform(0, 2) > 1;
-    if ((!clamped || inner) && !same) u += random.Uniform(.1, 1);
-    knots.push_back(u);
-  }
-  return MakeFreeForm(rational ? CV_RBSPLINE : CV_BSPLINE, RandomPoints(random, count, rational),
-                      knots);
-}
-
-TEST(DistPoint, OfASplineIsTheLeastOfItsSamples) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int n = 0; n < 300 && !HasFailure(); ++n) {
-    SCOPED_TRACE(n);
-    const Owned spline = RandomSpline(random, n % 2 == 1);
-    for (int q = 0; q < 3; ++q) ExpectNearest(*spline, PointNear(random, 12), 1e-6);
-  }
-}
-
-TEST(DistPoint, OfAnArcIsTheLeastOfItsSamples) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int n = 0; n < 2000 && !HasFailure(); ++n) {
-    SCOPED_TRACE(n);
-    const double radius = random.Uniform(.1, 9), from = random.Uniform(-3, 3);
-    const double sweep = random.Uniform(.001, 6.28) * (n % 2 ? 1 : -1);
-    const Owned arc = Arc(1, -2, radius, from, sweep);
-    const Point p = PointNear(random, 12);
-    const Found found = DistanceOf(arc.get(), p);
-    double least = kInfinity;
-    for (int i = 0; i <= 500; ++i) {
-      const double angle = from + sweep * i / 500;
-      least = std::min(least, std::hypot(1 + radius * std::cos(angle) - p[0],
-                                         -2 + radius * std::sin(angle) - p[1]));
+  Rounds(900, [&](Random& random, int n) {
+    const int order = RandomInt(random, 2, 5);
+    const double turn = random.Uniform(.001, 6.28) * (n % 2 ? 1 : -1);
+    const Owned cv = n % 3 == 0 ? Arc(1, -2, random.Uniform(.1, 9), random.Uniform(-3, 3), turn)
+                                : RandomSplineOver(random, n % 3 == 1, order, -1, 7, order);
+    const Point p = random.Planar(12);
+    const Oracle exact(*cv);
+    const Found found = DistanceOf(*cv, p);
+    const auto off = [&](double t) { return std::fabs(exact.DistanceAt(t, p) - found.dist); };
+    EXPECT_LE(std::min(off(found.t), off(found.t + 1e-13)), 1e-9);  // a curve may jump there
+    for (int i = 0; i <= kSamples; ++i) {
+      const Wide t = std::lerp(exact.start(), exact.end(), L(i) / kSamples);
+      ASSERT_LE(found.dist, exact.DistanceAt(t, p) + 1e-9) << static_cast<double>(t);
     }
-    EXPECT_LE(found.dist, least + 1e-9);
-    EXPECT_GE(found.dist, least - radius * std::fabs(sweep) / 500);
-    Globals g;
-    Coord at;
-    KurvocvPosition(arc.get(), found.t, at, &g);
-    EXPECT_NEAR(KurvoclDistPoint(p, at), found.dist, 1e-9);
-  }
+  });
 }
 
 // Where the derivative of the squared distance first changes sign, found in `steps` equal parts of
 // [0, 1] and refined by bisection; none when it never does.
-std::optional<double> FirstFoot(const Reference& curve, const Point& p, int steps) {
-  const auto approaches = [&](long double t) {
-    constexpr long double kStep = 1e-7L;
+std::optional<double> FirstFoot(const Oracle& curve, const Point& p, int steps) {
+  const auto approaches = [&](Wide t) {
+    constexpr Wide kStep = 1e-7L;
     return curve.DistanceAt(t - kStep, p) > curve.DistanceAt(t + kStep, p);
   };
   for (int i = -1; i < steps; ++i) {
-    long double low = L(i) / steps, high = L(i + 1) / steps;
+    Wide low = L(i) / steps, high = L(i + 1) / steps;
     const bool at_first = approaches(low);
     if (at_first == approaches(high)) continue;
     for (int n = 0; n < 50; ++n) {
-      const long double middle = (low + high) / 2;
+      const Wide middle = (low + high) / 2;
       (approaches(middle) == at_first ? low : high) = middle;
     }
     if (i < 0) break;
@@ -199,20 +134,17 @@ std::optional<double> FirstFoot(const Reference& curve, const Point& p, int step
 // Both Bezier kinds answer with their first foot point, whether it is the nearest or not, and with
 // the nearer end where there is none, or the first lies up to a thousandth before the start.
 TEST(DistPoint, OfABezierIsThatOfItsFirstFoot) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   int several = 0, without = 0;
-  for (int n = 0; n < 400; ++n) {
-    SCOPED_TRACE(n);
+  Rounds(400, [&](Random& random, int n) {
     const bool rational = n % 2 == 1;
     const int points = 2 + static_cast<int>(random.Uniform(0, 4));
     const Owned cv =
         MakeFreeForm(rational ? CV_RBEZIER : CV_BEZIER, RandomPoints(random, points, rational));
-    const Point p = PointNear(random, 12);
-    const Found found = DistanceOf(cv.get(), p);
-    const Reference reference(*cv);
-    const auto dist_at = [&](double t) { return static_cast<double>(reference.DistanceAt(t, p)); };
-    const auto first = FirstFoot(reference, p, 1000);
+    const Point p = random.Planar(12);
+    const Found found = DistanceOf(*cv, p);
+    const Oracle exact(*cv);
+    const auto dist_at = [&](double t) { return static_cast<double>(exact.DistanceAt(t, p)); };
+    const auto first = FirstFoot(exact, p, 1000);
     if (first) {
       EXPECT_NEAR(found.t, *first, 1e-7);
       EXPECT_NEAR(found.dist, dist_at(*first), 1e-9);
@@ -226,7 +158,7 @@ TEST(DistPoint, OfABezierIsThatOfItsFirstFoot) {
       ++several;  // another point is nearer, and does not win
       break;
     }
-  }
+  });
   EXPECT_GT(several, 20);
   EXPECT_GT(without, 20);
 }
@@ -235,7 +167,7 @@ TEST(DistPoint, OfAPieceThatIsNoNumberNeverWins) {
   const Owned cv = Make("c 1 1 1 (b 0 0 1 1)(l 0 5 4 5)(b 0 0 1 1)");
   const auto& pieces = cv.block<KurvoSegcv>();
   for (const int i : {0, 2}) static_cast<KurvoBezier*>(pieces.curves[i].data)->points[1][0] = kNaN;
-  const Found found = DistanceOf(cv.get(), {1, 1});
+  const Found found = DistanceOf(*cv, {1, 1});
   EXPECT_EQ(found.dist, 4);
   EXPECT_EQ(found.t, 1.25);
 }
@@ -245,7 +177,7 @@ TEST(DistPoint, OfNaNInfinityAndHugeCoordinates) {
                            "B 0 0 1 2 3 1 5 5 | 0 0 0 .5 1 1 1", "c 1 (b 0 0 1 2 3 1)"}) {
     const Owned cv = Make(text);
     for (const double x : {kNaN, kInfinity, -1e150, 1e15}) {
-      const Found found = DistanceOf(cv.get(), {x, 0});
+      const Found found = DistanceOf(*cv, {x, 0});
       if (x == 1e15) {
         EXPECT_NEAR(found.dist / x, 1, 1e-14) << text;
       }

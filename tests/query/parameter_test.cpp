@@ -1,8 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
-
-#include "query/reference.h"
+// The parameter of a point.
+#include "support/generator.h"
+#include "support/oracle.h"
 
 namespace kurvo_test {
 namespace {
@@ -13,69 +11,47 @@ struct Found {
   int error;
 };
 
-Found Parameter(const Curve& cv, const Point& p, double before = -77) {
+Found Parameter(const Curve& cv, const Point& p) {
   Globals g;
-  Found found{0, before, 0};
+  Found found{0, -77, 0};
   found.result = KurvocvParameter(&cv, p, &found.t, &g);
   found.error = KurvoErrGet(&g);
   return found;
 }
 
-// Coordinates from -size to size, moved by `far` along both axes.
-Owned RandomCurve(Random& random, int32_t type, int degree, double size, double far = 0) {
-  const bool rational = type == CV_RBEZIER || type == CV_RBSPLINE;
-  const bool spline = type == CV_BSPLINE || type == CV_RBSPLINE;
-  const int count = degree + 1 + (spline ? static_cast<int>(random.Uniform(0, 8)) : 0);
-  Numbers points = RandomPoints(random, count, rational), knots;
-  const std::size_t stride = rational ? 3 : 2;
-  for (std::size_t i = 0; i < points.size(); ++i)
-    if (i % stride < 2) points[i] = far + points[i] * (size / kSize);
-  if (!spline) return MakeFreeForm(type, points);
-  for (int i = 0; i <= degree; ++i) knots.push_back(-1);
-  for (int i = degree + 1; i < count; ++i) knots.push_back(random.Uniform(-1, 3));
-  for (int i = 0; i <= degree; ++i) knots.push_back(3);
-  std::sort(knots.begin(), knots.end());
-  return MakeFreeForm(type, points, knots);
-}
-
 TEST(Parameter, OwnPointsAreOnTheCurve) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (const int32_t type : {CV_BEZIER, CV_RBEZIER, CV_BSPLINE, CV_RBSPLINE}) {
-    for (int degree = 1; degree <= 13; ++degree) {
-      for (int round = 0; round < 40; ++round) {
-        const double size = std::pow(10., random.Uniform(-2, 2));
-        const double far = round % 4 == 0 ? 1e4 * size : 0;
-        const Owned cv = RandomCurve(random, type, degree, size, far);
-        for (int i = 0; i < 10; ++i) {
-          const double f = i < 2 ? i : random.Uniform(0, 1);
-          const Point p = PointAt(*cv, f);
-          const Found found = Parameter(*cv, p);
-          ASSERT_EQ(found.result, KURVO_ON_CURVE) << type << ' ' << degree << ' ' << f;
-          Globals g;
-          Point q;
-          KurvocvPosition(cv.get(), found.t, q, &g);
-          // Roots that agree within 1e-6 in both coordinates may be that far apart along the curve.
-          ASSERT_LE(KurvoclDistPoint(p, q), 1e-6 * std::max(1., 40 * size * degree))
-              << type << ' ' << degree << ' ' << f << " -> " << found.t;
-        }
-      }
+  Rounds(2000, [&](Random& random, int round) {
+    const bool rational = round % 2 == 1;
+    const int degree = 1 + round / 4 % 13;
+    const double size = std::pow(10., random.Uniform(-2, 2)), far = round % 16 < 4 ? 1e4 * size : 0;
+    const Owned cv = round % 4 < 2 ? RandomBezier(random, rational, degree)
+                                   : RandomSplineOver(random, rational, degree + 1, -1, 3, degree);
+    const auto place = [&](double* p) {
+      for (int c = 0; c < 2; ++c) p[c] = far + p[c] * (size / kSize);
+    };
+    ForEachPoint(*cv, place, [](double) {});
+    for (int i = 0; i < 10; ++i) {
+      const double f = i < 2 ? i : random.Uniform(0, 1);
+      const Point p = PointAt(*cv, f);
+      const Found found = Parameter(*cv, p);
+      ASSERT_EQ(found.result, KURVO_ON_CURVE) << round << ' ' << f;
+      // Roots that agree within 1e-6 in both coordinates may be that far apart along the curve.
+      ASSERT_LE(KurvoclDistPoint(p, At(*cv, found.t)), 1e-6 * std::max(1., 40 * size * degree))
+          << round << ' ' << f << " -> " << found.t;
     }
-  }
+  });
 }
 
 TEST(Parameter, OffTheCurveIsTheFirstFootOrAnEnd) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 300; ++round) {
-    const Owned cv = RandomCurve(random, CV_BEZIER, 2 + round % 5, kSize);
-    const Reference reference(*cv);
+  Rounds(300, [&](Random& random, int round) {
+    const Owned cv = RandomBezier(random, false, 2 + round % 5);
+    const Oracle exact(*cv);
     const Point p = random.Planar(kSize);
     const Found found = Parameter(*cv, p);
     ASSERT_EQ(found.result, KURVO_OFF_CURVE);
     // The first sign change of the slope of the distance, by a fine scan that begins where the
     // search for roots does. Beyond an end it leads to the nearer one.
-    const auto dist = [&](long double t) { return reference.DistanceAt(t, p); };
+    const auto dist = [&](Wide t) { return exact.DistanceAt(t, p); };
     constexpr int kSteps = 4000;
     double foot = dist(1) > dist(0) ? 0 : 1;
     const auto slope = [&](int i) { return dist(i / L(kSteps) + 1e-8L) - dist(i / L(kSteps)); };
@@ -86,65 +62,66 @@ TEST(Parameter, OffTheCurveIsTheFirstFootOrAnEnd) {
       }
     }
     ASSERT_NEAR(found.t, foot, 1.5 / kSteps) << round;
-  }
+  });
 }
 
 TEST(Parameter, Table) {
-  const std::string line = "(l 0 0 1 0)", next = "(l 1 0 1 2)";
-  struct Row {
+  const std::string two = "c 1 2 (l 0 0 1 0)(l 1 0 1 2)";
+  constexpr int on = KURVO_ON_CURVE, off = KURVO_OFF_CURVE;
+  // clang-format off
+  const struct {
     std::string curve;
     Point p;
     int result;
-    double t;
+    double t, reach = 1e-9;
+    int error = 0;
+  } rows[] = {
+      {"l 0 0 4 0", {1, 0, 0}, on, .25},
+      {"l 0 0 4 0", {4 + 2e-6, 0, 0}, on, 1 + .5e-6},
+      {"l 0 0 4 0", {-8e-6, 0, 0}, off, -2e-6},
+      {"l 0 0 4 0", {1, 2e-6, 0}, off, .25},
+      {"l 1 1 1 1", {5, 5, 0}, on, 0, 0, KURVO_WARN_SHORT_VECTOR},
+      {"b 0 0 1 1 2 0", {2, 0, 0}, on, 1},
+      {"b 0 0 1 1 2 0", {0, 0, 0}, on, 0},
+      {"b 0 0 1 1 2 0", {-1, -1, 0}, off, 0},
+      {"b 1 1 1 1", {1, 1, 0}, on, 1},
+      // beyond a turning point in one coordinate only the other one tells
+      {"b 0 0 1 1 2 0", {1, .5 + 5e-7, 0}, on, .5},
+      {"b 0 0 1 1 0 2", {.5 + 5e-7, 1, 0}, on, .5},
+      {"b 0 0 1 1 2 0", {1, .5 + 2e-6, 0}, off, .5},
+      {"a 0 0 1 0 1.5707963267948966", {1, 0, 0}, on, 0},
+      {"a 0 0 1 0 1.5707963267948966", {0, 1, 0}, on, 1},
+      {"a 0 0 1 0 -1.5707963267948966", {0, -1, 0}, on, 1},
+      {"a 0 0 1 0 1.5707963267948966", {.1, -1, 0}, off, -.9365489651388929},
+      {two, {1, 0, 0}, on, 1},
+      {two, {1, 1, 0}, on, 2},
+      {two, {1.5, 1.5, 0}, off, 2.5},
+      {two, {.25, .25, 0}, off, .25},
+      {"c", {0, 0, 0}, on, -77},
+      {"c 3 (" + two + ")", {1, 1, 0}, on, 6},
   };
-  const Row rows[] = {
-      {"l 0 0 4 0", {1, 0, 0}, KURVO_ON_CURVE, .25},
-      {"l 0 0 4 0", {4 + 2e-6, 0, 0}, KURVO_ON_CURVE, 1 + .5e-6},
-      {"l 0 0 4 0", {-8e-6, 0, 0}, KURVO_OFF_CURVE, -2e-6},
-      {"l 0 0 4 0", {1, 2e-6, 0}, KURVO_OFF_CURVE, .25},
-      {"b 0 0 1 1 2 0", {2, 0, 0}, KURVO_ON_CURVE, 1},
-      {"b 0 0 1 1 2 0", {0, 0, 0}, KURVO_ON_CURVE, 0},
-      {"b 0 0 1 1 2 0", {-1, -1, 0}, KURVO_OFF_CURVE, 0},
-      {"b 1 1 1 1", {1, 1, 0}, KURVO_ON_CURVE, 1},
-      {"a 0 0 1 0 1.5707963267948966", {1, 0, 0}, KURVO_ON_CURVE, 0},
-      {"a 0 0 1 0 1.5707963267948966", {0, 1, 0}, KURVO_ON_CURVE, 1},
-      {"a 0 0 1 0 -1.5707963267948966", {0, -1, 0}, KURVO_ON_CURVE, 1},
-      {"a 0 0 1 0 1.5707963267948966", {.1, -1, 0}, KURVO_OFF_CURVE, -.9365489651388929},
-      {"c 1 2 " + line + next, {1, 0, 0}, KURVO_ON_CURVE, 1},
-      {"c 1 2 " + line + next, {1, 1, 0}, KURVO_ON_CURVE, 2},
-      {"c 1 2 " + line + next, {1.5, 1.5, 0}, KURVO_OFF_CURVE, 2.5},
-      {"c 1 2 " + line + next, {.25, .25, 0}, KURVO_OFF_CURVE, .25},
-      {"c", {0, 0, 0}, KURVO_ON_CURVE, -77},
-      {"c 3 (c 1 2 " + line + next + ")", {1, 1, 0}, KURVO_ON_CURVE, 6},
-  };
-  for (const Row& row : rows) {
+  // clang-format on
+  for (const auto& row : rows) {
     const Found found = Parameter(*Make(row.curve), row.p);
     EXPECT_EQ(found.result, row.result) << row.curve << " at " << row.p[0] << ' ' << row.p[1];
-    EXPECT_NEAR(found.t, row.t, 1e-9) << row.curve << " at " << row.p[0] << ' ' << row.p[1];
-    EXPECT_EQ(found.error, 0) << row.curve;
+    EXPECT_NEAR(found.t, row.t, row.reach) << row.curve << " at " << row.p[0] << ' ' << row.p[1];
+    EXPECT_EQ(found.error, row.error) << row.curve;
   }
-  const Found point = Parameter(*Make("l 1 1 1 1"), {5, 5, 0});
-  EXPECT_EQ(point.result, KURVO_ON_CURVE);
-  EXPECT_EQ(point.t, 0);
-  EXPECT_EQ(point.error, KURVO_WARN_SHORT_VECTOR);
 }
 
 // Rounding never puts an arc's own ends off it, nor gives them a parameter one turn away.
 TEST(Parameter, EndsOfArcsAreZeroAndOne) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 3000; ++round) {
+  Rounds(3000, [&](Random& random, int round) {
     const double sweep = random.Uniform(1e-3, 6.28) * (round % 2 ? 1 : -1);
     const Owned arc = Arc(random.Uniform(-9, 9), random.Uniform(-9, 9), random.Uniform(.5, 9),
                           random.Uniform(-3.2, 3.2), sweep);
     const auto& block = arc.block<KurvoArc>();
-    const Found start = Parameter(*arc, {block.start[0], block.start[1], 0});
-    const Found end = Parameter(*arc, {block.end[0], block.end[1], 0});
-    ASSERT_EQ(start.result, KURVO_ON_CURVE) << sweep;
-    ASSERT_EQ(end.result, KURVO_ON_CURVE) << sweep;
-    ASSERT_NEAR(start.t, 0, 1e-9) << sweep;
-    ASSERT_NEAR(end.t, 1, 1e-9) << sweep;
-  }
+    for (const double* p : {block.start, block.end}) {
+      const Found found = Parameter(*arc, {p[0], p[1], 0});
+      ASSERT_EQ(found.result, KURVO_ON_CURVE) << sweep;
+      ASSERT_NEAR(found.t, p == block.end, 1e-9) << sweep;
+    }
+  });
 }
 
 }  // namespace

@@ -1,31 +1,25 @@
 // Projection of a point onto the carrier of a curve.
-#include <gtest/gtest.h>
-
-#include <cmath>
-
-#include "query/reference.h"
+#include "support/generator.h"
+#include "support/oracle.h"
 
 namespace kurvo_test {
 namespace {
 
 TEST(POntoCurve, Table) {
   const char* const kTwo = "c 1 1 (b -1 1 1 1)(b -1 -1 1 -1)";
+  const char* const kQuarter = "a 0 0 2 0 1.5707963267948966";
+  // clang-format off
   const struct {
-    const char* name;
-    const char* curve;
-    Point p;
-    Point want;
+    const char *name, *curve;
+    Point p, want;
     int error = 0;
   } rows[] = {
       {"line, inside", "l 1 1 5 1", {2, 3, 7}, {2, 1}},
       {"line, beyond its end", "l 1 1 5 1", {9, 3}, {9, 1}},
       {"line, before its start", "l 0 0 1 1", {-3, -1}, {-2, -2}},
       {"line without length", "l 1 2 1 2", {9, 3}, {1, 2}, KURVO_WARN_SHORT_VECTOR},
-      {"arc", "a 0 0 2 0 1.5707963267948966", {3, 3, 5}, {M_SQRT2, M_SQRT2}},
-      {"arc, far side of its circle",
-       "a 0 0 2 0 1.5707963267948966",
-       {-3, -3},
-       {-M_SQRT2, -M_SQRT2}},
+      {"arc", kQuarter, {3, 3, 5}, {M_SQRT2, M_SQRT2}},
+      {"arc, far side of its circle", kQuarter, {-3, -3}, {-M_SQRT2, -M_SQRT2}},
       {"arc, clockwise", "a 1 0 2 0 -1", {1, .5}, {1, 2}},
       {"arc, its centre", "a 1 3 2 0 1", {1, 3, 1}, {1, 3}, KURVO_WARN_SHORT_VECTOR},
       {"Bezier", "b 0 0 0 4 4 4 4 0", {2, 9}, {2, 3}},
@@ -33,10 +27,7 @@ TEST(POntoCurve, Table) {
       {"Bezier, beyond", "b 0 0 1 0 2 0 3 0", {6, -4}, {3, 0}},
       // y = x^2 over [-2, 2], from a point on it with another foot before
       {"Bezier, first foot", "b -2 4 0 -4 2 4", {1.5, 2.25}, {-1, 1}},
-      {"rational, unit circle",
-       "r 1 0 1 1 1 .70710678118654752 0 1 1",
-       {3, 3},
-       {M_SQRT1_2, M_SQRT1_2}},
+      {"rational, unit circle", "r 1 0 1 1 1 .70710678118654752 0 1 1", {3, 3}, {M_SQRT1_2, M_SQRT1_2}},
       {"spline, corner", "B 0 0 3 3 6 0 | 0 0 .5 1 1", {3, 7}, {3, 3}},
       {"spline, beyond", "B 0 0 3 3 6 0 | 0 0 .5 1 1", {9, -4}, {6, 0}},
       {"rational spline", "R 0 0 1 3 3 2 6 0 1 | 0 0 .5 1 1", {6, 3}, {4.5, 1.5}},
@@ -45,15 +36,13 @@ TEST(POntoCurve, Table) {
       {"spline, before a jump", "B 0 0 2 0 4 9 6 9 | 0 0 1 1 2 2", {3, 0}, {2, 0}},
       {"composite, nearer piece", kTwo, {.5, -9}, {.5, -1}},
       {"composite, tie goes to the earlier", kTwo, {.5, 0}, {.5, 1}},
-      {"composite, other types pass",
-       "c 1 1 1 (l 0 0 4 0)(B 0 0 4 0 | 0 0 1 1)(r 0 9 1 4 9 1)",
-       {2, 0},
-       {2, 9}},
+      {"composite, other types pass", "c 1 1 1 (l 0 0 4 0)(B 0 0 4 0 | 0 0 1 1)(r 0 9 1 4 9 1)", {2, 0}, {2, 9}},
       {"composite, nested ones pass", "c 1 1 (c 1 (b 0 0 4 0))(b 0 9 4 9)", {2, 0}, {2, 9}},
       {"composite, nothing to take part", "c 1 (l 0 0 4 0)", {2, 3, 4}, {2, 3, 4}},
       {"composite without pieces", "c", {2, 3, 4}, {2, 3, 4}},
       {"empty", "e", {2, 3, 4}, {2, 3, 4}, KURVO_ERR_CURVE},
   };
+  // clang-format on
   for (const auto& row : rows) {
     Globals g;
     const Owned cv = Make(row.curve);
@@ -93,27 +82,19 @@ TEST(POntoCurve, TakesWhatIsSound) {
 
 // Where both are defined by the same foot, the projected point is that of the distance.
 TEST(POntoCurve, IsThePointAtTheDistanceOnFreeFormCurves) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  const Numbers knots = {0, 0, 0, 0, 1, 1.5, 1.5, 4, 4, 4, 4};
-  for (int n = 0; n < 400 && !HasFailure(); ++n) {
-    SCOPED_TRACE(n);
-    const bool rational = n % 2 == 1, spline = n % 4 < 2;
-    const Numbers points = RandomPoints(random, spline ? 7 : 4, rational);
-    const int32_t bezier = rational ? CV_RBEZIER : CV_BEZIER;
-    const Owned cv =
-        spline ? MakeFreeForm(bezier == CV_BEZIER ? CV_BSPLINE : CV_RBSPLINE, points, knots)
-               : MakeFreeForm(bezier, points);
+  Rounds(400, [&](Random& random, int n) {
+    const Owned cv = n % 4 < 2 ? RandomSplineOver(random, n % 2 == 1, 4, 0, 4, 2)
+                               : RandomBezier(random, n % 2 == 1, 3);
     Globals g;
-    const Point p = {random.Uniform(-12, 12), random.Uniform(-12, 12), 0};
+    const Point p = random.Planar(12);
     Point foot = p;
     double t;
     const double dist = KurvocvDistPoint(cv.get(), p, &t, &g);
     KurvofcPOntoCurve(cv.get(), foot, &g);
     EXPECT_NEAR(KurvoclDistPoint(p, foot), dist, 1e-12);
-    EXPECT_NEAR(static_cast<double>(Reference(*cv).DistanceAt(t, foot)), 0, 1e-9);
+    EXPECT_NEAR(static_cast<double>(Oracle(*cv).DistanceAt(t, foot)), 0, 1e-9);
     EXPECT_EQ(KurvoErrGet(&g), 0);
-  }
+  });
 }
 
 }  // namespace

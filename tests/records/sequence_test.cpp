@@ -1,124 +1,75 @@
 // Sequences of curves and lists of parameters.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <string>
-#include <vector>
 
-#include "build/curves.h"
+#include "support/curve_text.h"
 
 namespace kurvo_test {
 namespace {
 
-constexpr int kNoError = KURVO_ERR_NONE;
-
-// A sequence that frees itself, made of descriptions (see Make). "?" is an unknown type with data,
-// "" an empty header.
-class Sequence {
- public:
-  Sequence() { KurvocvInitCvseq(&seq_); }
-  explicit Sequence(const std::vector<std::string>& curves) {
-    KurvocvMallocCvseq(&seq_, static_cast<int32_t>(curves.size()));
-    for (std::size_t i = 0; i < curves.size(); ++i) seq_.curves[i] = MakeAny(curves[i]).Release();
-  }
-  Sequence(const Sequence&) = delete;
-  Sequence& operator=(const Sequence&) = delete;
-  ~Sequence() { KurvocvFreeCvseq(&seq_); }
-
-  static Owned MakeAny(const std::string& text) {
-    if (text.empty()) return Owned();
-    if (text != "?") return Make(text);
-    Owned unknown = Make("l 0 0 1 0");
-    unknown.get()->type = 17;
-    return unknown;
-  }
-
-  Cvseq* get() { return &seq_; }
-  const Cvseq* operator->() const { return &seq_; }
-
- private:
-  Cvseq seq_;
-};
-
-Point PointOf(const Curve& cv, double t) {
-  Globals g;
-  Point p;
-  KurvocvPosition(&cv, t, p, &g);
-  EXPECT_EQ(KurvoErrGet(&g), kNoError);
-  return p;
-}
-
-const char* const kA = "l 0 0 1 0";
-const char* const kB = "l 1 0 2 0";
-const char* const kC = "l 2 0 3 0";
-
 TEST(CvseqInsert, KeepsTheChain) {
+  const char* const a = "l 0 0 1 0";
+  const char* const b = "l 1 0 2 0";
+  // clang-format off
   const struct {
-    const char* name;
-    std::vector<std::string> chain;
-    const char* curve;
+    const char *name, *chain, *curve;
     int32_t index;
   } rows[] = {
-      {"first", {}, kA, 0},
-      {"append", {kA}, kB, 1},
-      {"append within epsilon", {kA}, "l 1.0000009 -.0000009 2 0", 1},
-      {"front", {kB, kC}, kA, 0},
-      {"middle", {kA, kC}, kB, 1},
-      {"joints elsewhere do not count", {"l 9 9 9 8", kA, kC}, kB, 2},
-      {"arc", {kA}, "a 2 0 1 3.141592653589793 -1", 1},
-      {"spline, unclamped", {"l 0 0 .5 0"}, "B 0 0 1 0 2 0 3 0 | 0 1 2 3 4 5 6", 1},
-      {"composite", {kA}, "c 1 1 (l 1 0 2 0)(b 2 0 3 3 4 0)", 1},
-      {"composite without pieces, alone", {}, "c", 0},
+      {"first", "", a, 0},
+      {"append", "(l 0 0 1 0)", b, 1},
+      {"append within epsilon", "(l 0 0 1 0)", "l 1.0000009 -.0000009 2 0", 1},
+      {"front", "(l 1 0 2 0)(l 2 0 3 0)", a, 0},
+      {"middle", "(l 0 0 1 0)(l 2 0 3 0)", b, 1},
+      {"joints elsewhere do not count", "(l 9 9 9 8)(l 0 0 1 0)(l 2 0 3 0)", b, 2},
+      {"arc", "(l 0 0 1 0)", "a 2 0 1 3.141592653589793 -1", 1},
+      {"spline, unclamped", "(l 0 0 .5 0)", "B 0 0 1 0 2 0 3 0 | 0 1 2 3 4 5 6", 1},
+      {"composite", "(l 0 0 1 0)", "c 1 1 (l 1 0 2 0)(b 2 0 3 3 4 0)", 1},
+      {"composite without pieces, alone", "", "c", 0},
   };
+  // clang-format on
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     Globals g;
-    Sequence seq(row.chain);
-    for (int i = 0; i < seq->count; ++i) seq.get()->curves[i].attr = 7 + i;
-    const Owned curve = Sequence::MakeAny(row.curve);
-    const std::vector<Curve> headers(seq->curves, seq->curves + seq->count);
-
+    Chain seq(row.chain);
+    for (int i = 0; i < seq.count(); ++i) seq[i].attr = 7 + i;
+    const Owned curve = Make(row.curve);
+    const std::vector<Curve> headers(seq.begin(), seq.end());
     KurvocvCvseqInsert(curve.get(), seq.get(), row.index, &g);
-    EXPECT_EQ(KurvoErrGet(&g), kNoError);
-    ASSERT_EQ(seq->count, static_cast<int32_t>(headers.size()) + 1);
-    for (int i = 0, old = 0; i < seq->count; ++i) {
-      const Curve& cv = seq->curves[i];
-      if (i == row.index) {
-        EXPECT_NE(cv.data, curve->data);
-        EXPECT_EQ(cv.type, curve->type);
-      } else {
-        EXPECT_EQ(std::memcmp(&cv, &headers[static_cast<std::size_t>(old++)], sizeof cv), 0);
-      }
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+    ASSERT_EQ(seq.count(), static_cast<int>(headers.size()) + 1);
+    EXPECT_TRUE(IsCurve(seq[row.index], *curve));
+    EXPECT_NE(seq[row.index].data, curve->data);
+    for (int i = 0, old = 0; i < seq.count(); ++i) {
+      if (i == row.index) continue;
+      EXPECT_EQ(std::memcmp(&seq[i], &headers[static_cast<std::size_t>(old++)], sizeof(Curve)), 0);
     }
   }
 }
 
 TEST(CvseqInsert, TakesACurveOfTheSequenceItself) {
+  const char* const loop = "b 0 0 1 2 1 -2 0 0";
   Globals g;
-  Sequence seq({"b 0 0 1 2 1 -2 0 0"});
-  for (int n = 0; n < 40; ++n) KurvocvCvseqInsert(seq->curves + n / 2, seq.get(), n / 3, &g);
-  EXPECT_EQ(KurvoErrGet(&g), kNoError);
-  ASSERT_EQ(seq->count, 41);
-  Coord end;
-  for (int i = 0; i < seq->count; ++i) {
-    KurvocvEndPoint(seq->curves + i, end, &g);
-    EXPECT_EQ(end[0], 0);
-    for (int j = 0; j < i; ++j) EXPECT_NE(seq->curves[i].data, seq->curves[j].data);
+  Chain seq("(b 0 0 1 2 1 -2 0 0)");
+  for (int n = 0; n < 40; ++n) KurvocvCvseqInsert(&seq[n / 2], seq.get(), n / 3, &g);
+  EXPECT_EQ(KurvoErrGet(&g), 0);
+  ASSERT_EQ(seq.count(), 41);
+  for (int i = 0; i < seq.count(); ++i) {
+    EXPECT_TRUE(IsCurve(seq[i], loop));
+    for (int j = 0; j < i; ++j) EXPECT_NE(seq[i].data, seq[j].data);
   }
 }
 
 TEST(Cvseq, MallocAndFree) {
-  Sequence seq;
+  Chain seq;
   for (const int32_t n : {0, -1, INT32_MIN}) {
-    *seq.get() = {5, seq->curves};
+    *seq = {5, seq->curves};
     EXPECT_EQ(KurvocvMallocCvseq(seq.get(), n), nullptr);
     EXPECT_EQ(seq->count, 0);
     EXPECT_EQ(seq->curves, nullptr);
   }
   ASSERT_NE(KurvocvMallocCvseq(seq.get(), 3), nullptr);
   EXPECT_EQ(seq->count, 3);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(seq->curves[i].data, nullptr);
-  EXPECT_EQ(seq->curves[2].type | seq->curves[2].attr, 0);
+  for (const Curve& cv : seq) EXPECT_EQ(cv.data, nullptr);
+  EXPECT_EQ(seq[2].type | seq[2].attr, 0);
   KurvocvFreeCvseq(seq.get());
   EXPECT_EQ(seq->count, 0);
   EXPECT_EQ(seq->curves, nullptr);
@@ -133,88 +84,70 @@ TEST(Cvseq, MallocAndFree) {
 }
 
 TEST(CopyCvseq, IsDeep) {
-  const Sequence chain({kA, "c 1 1 (l 1 0 2 0)(r 2 0 1 3 1 2 4 0 1)", "", "e"});
+  const Chain chain("(l 0 0 1 0)(c 1 1 (l 1 0 2 0)(r 2 0 1 3 1 2 4 0 1))(e)(e)");
+  chain[2] = {};
   Globals g;
-  Sequence copy;
-  EXPECT_EQ(KurvocvCopyCvseq(chain.operator->(), copy.get(), &g), copy->curves);
-  ASSERT_EQ(copy->count, 4);
-  for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(copy->curves[i].type, chain->curves[i].type);
-    EXPECT_NE(copy->curves[i].data, chain->curves[i].data);
-    EXPECT_EQ(PointOf(copy->curves[i], .7), PointOf(chain->curves[i], .7));
+  Chain copy;
+  EXPECT_EQ(KurvocvCopyCvseq(chain.get(), copy.get(), &g), copy->curves);
+  ASSERT_EQ(copy.count(), 4);
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_TRUE(IsCurve(copy[i], chain[i])) << i;
+    EXPECT_TRUE(i > 1 || copy[i].data != chain[i].data) << i;
   }
-  EXPECT_EQ(copy->curves[2].data, nullptr);
-  EXPECT_EQ(copy->curves[3].type, CV_LINE);
 }
 
 TEST(SegcvToCvseq, CopiesThePieces) {
-  const struct {
-    const char* name;
-    const char* curve;
-    int32_t count;
-    int error;
-  } rows[] = {{"two pieces", "c 1 3 (l 0 0 1 0)(b 1 0 2 2 3 0)", 2, kNoError},
-              {"composite in composite", "c 1 (c 1 1 (l 0 0 1 0)(l 1 0 2 0))", 1, kNoError},
-              {"no pieces", "c", 0, kNoError}};
   Curve dummy = {};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
+  for (const char* text :
+       {"c 1 3 (l 0 0 1 0)(b 1 0 2 2 3 0)", "c 1 (c 1 1 (l 0 0 1 0)(l 1 0 2 0))", "c"}) {
+    SCOPED_TRACE(text);
     Globals g;
-    const Owned cv = Sequence::MakeAny(row.curve);
-    Sequence out;
-    *out.get() = {4, &dummy};  // overwritten, not freed
+    const Owned cv = Make(text);
+    const auto& block = cv.block<KurvoSegcv>();
+    Chain out;
+    *out = {4, &dummy};  // overwritten, not freed
     KurvocvSegcvToCvseq(cv.get(), out.get(), &g);
-    EXPECT_EQ(KurvoErrGet(&g), row.error);
-    ASSERT_EQ(out->count, row.count);
-    EXPECT_EQ(out->curves != nullptr, row.count > 0);
-    for (int i = 0; i < row.count; ++i) {
-      const Curve& piece = cv.block<KurvoSegcv>().curves[i];
-      EXPECT_NE(out->curves[i].data, piece.data);
-      EXPECT_EQ(PointOf(out->curves[i], .3), PointOf(piece, .3));
+    EXPECT_EQ(KurvoErrGet(&g), 0);
+    ASSERT_EQ(out.count(), block.count);
+    EXPECT_EQ(out->curves != nullptr, block.count > 0);
+    for (int i = 0; i < block.count; ++i) {
+      EXPECT_NE(out[i].data, block.curves[i].data);
+      EXPECT_TRUE(IsCurve(out[i], block.curves[i]));
     }
   }
 }
 
 TEST(CvseqBoundBox, IsAroundTheBoxesOfAllCurves) {
-  const char* const kBent = "b 1 -3 2 5 4 0";
+  const std::string bent = "(b 1 -3 2 5 4 0)";
+  // clang-format off
   const struct {
-    const char* name;
-    std::vector<std::string> curves;
-    std::vector<double> box;  // minimum x, y, maximum x, y
-    int error;
+    std::string chain;
+    Numbers box;  // minimum x, y, maximum x, y
   } rows[] = {
-      {"no curves", {}, {0, 0, 0, 0}, kNoError},
-      {"one", {kBent}, {1, -3, 4, 5}, kNoError},
-      {"away from the origin", {"l 5 6 7 8", "l 7 8 9 9"}, {5, 6, 9, 9}, kNoError},
-      {"negative", {"l -5 -6 -7 -8", "l -7 -8 -9 -9"}, {-9, -9, -5, -6}, kNoError},
-      {"one without data", {kBent, "e"}, {0, 0, 0, 0}, kNoError},
-      {"an empty header", {"", kBent}, {0, 0, 0, 0}, kNoError},
-      {"unknown", {kBent, "?"}, {0, 0, 0, 0}, KURVO_ERR_CURVE},
-      {"unknown after an empty one", {"e", "?"}, {0, 0, 0, 0}, KURVO_ERR_CURVE},
-      {"composites of one piece", {"c 1 (c 1 (l 5 6 7 8))", kBent}, {1, -3, 7, 8}, kNoError},
-      {"composite without pieces", {"c", kBent}, {1, -3, 4, 5}, kNoError},
-      {"composite of two", {kBent, "c 1 1 (l 4 0 9 0)(l 9 0 9 9)"}, {1, -3, 9, 9}, kNoError},
+      {"", {0, 0, 0, 0}},
+      {bent, {1, -3, 4, 5}},
+      {"(l 5 6 7 8)(l 7 8 9 9)", {5, 6, 9, 9}},  // away from the origin
+      {"(l -5 -6 -7 -8)(l -7 -8 -9 -9)", {-9, -9, -5, -6}},
+      {bent + "(e)", {0, 0, 0, 0}},
+      {"(c 1 (c 1 (l 5 6 7 8)))" + bent, {1, -3, 7, 8}},
+      {"(c)" + bent, {1, -3, 4, 5}},
+      {bent + "(c 1 1 (l 4 0 9 0)(l 9 0 9 9))", {1, -3, 9, 9}},
   };
+  // clang-format on
   for (const auto& row : rows) {
     Globals g;
-    const Sequence seq(row.curves);
     Box box = {1, 2, 3, 4, 5, 6};
-    KurvocvCvseqBoundBox(seq.operator->(), box, &g);
-    EXPECT_EQ(KurvoErrGet(&g), row.error) << row.name;
-    EXPECT_EQ((std::vector<double>{box[0], box[1], box[3], box[4]}), row.box) << row.name;
-    EXPECT_EQ(box[2], 0) << row.name;
+    KurvocvCvseqBoundBox(Chain(row.chain).get(), box, &g);
+    EXPECT_EQ(KurvoErrGet(&g), 0) << row.chain;
+    EXPECT_EQ((Numbers{box[0], box[1], box[3], box[4]}), row.box) << row.chain;
+    EXPECT_EQ(box[2], 0) << row.chain;
   }
-}
-
-TEST(CvseqBoundBox, AtTheHeightOfTheFirstCurve) {
+  const Chain high("(l 0 0 1 0)(b 1 0 9 9 2 0)");
+  static_cast<KurvoLine*>(high[0].data)->start[2] = 4;  // the height of the first curve
   Globals g;
-  Sequence seq({kA, "b 1 0 9 9 2 0"});
-  static_cast<KurvoLine*>(seq->curves[0].data)->start[2] = 4;
   Box box;
-  KurvocvCvseqBoundBox(seq.get(), box, &g);
-  EXPECT_EQ(box[2], 4);
-  EXPECT_EQ(box[5], 4);
-  EXPECT_EQ(box[4], 9);
+  KurvocvCvseqBoundBox(high.get(), box, &g);
+  EXPECT_EQ((Numbers{box, box + 6}), (Numbers{0, 0, 4, 9, 9, 4}));
 }
 
 TEST(CvParam, MallocAndFree) {

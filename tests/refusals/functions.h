@@ -20,10 +20,12 @@ struct Row {
   int pending = 0;
 };
 
-// The highest degree of free-form curves, of some kinds, that a function works on.
+// The highest degree of free-form curves, of some kinds, that a function works on, with these
+// curves beside it or those of its own call.
 struct Limit {
   const char *function, *kinds;
   int degree;
+  const char* curves = nullptr;
 };
 
 extern const std::vector<Function> kFunctions;

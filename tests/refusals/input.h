@@ -3,17 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "build/curves.h"
+#include "support/curve_text.h"
 
 namespace kurvo_test {
 
 // What Make understands, and
-//   null       no record at all               deep n     n composites, one in the other
-//   b^n        a curve of degree n, of any free-form kind
+//   null       no record at all
 //   (..)(..)   a chain of curves, () an empty one
 // Behind a "!" follows what is wrong with it, each a word and a number:
 //   type t     its type                       size n     its degree, order or number of pieces
@@ -27,12 +28,11 @@ class Input {
  public:
   explicit Input(const std::string& text) : null_(text == "null") {
     if (null_) return;
-    std::vector<std::string> items = {text};
-    if (text[0] == '(') items = Split(text);  // what is wrong with the chain comes last
-    const bool chain = text[0] == '(';
+    const bool chain = text[0] == '(';  // what is wrong with it comes last
+    const std::vector<std::string> items = chain ? Split(text) : std::vector{text};
     const std::size_t n = items.size() - (chain ? 1 : 0);
     KurvocvMallocCvseq(&seq_, static_cast<int32_t>(n));
-    for (std::size_t i = 0; i < n; ++i) seq_.curves[i] = MakeAny(Before(items[i])).Release();
+    for (std::size_t i = 0; i < n; ++i) seq_.curves[i] = Make(Before(items[i])).Release();
     Cover(&seq_, sizeof seq_);
     Cover(seq_.curves, n * sizeof(Curve));
     for (std::size_t i = 0; i < n; ++i) Cover(seq_.curves[i]);
@@ -80,22 +80,6 @@ class Input {
     return text.find('!') == std::string::npos ? "" : text.substr(text.find('!') + 1);
   }
 
-  static Owned MakeAny(const std::string& text) {
-    if (text.rfind("deep", 0) == 0) return Nested(std::stoi(text.substr(4)));
-    if (text.size() < 2 || text[1] != '^') return Make(text);
-    const bool rational = text[0] == 'r' || text[0] == 'R',
-               spline = text[0] == 'B' || text[0] == 'R';
-    const int degree = std::stoi(text.substr(2));
-    Numbers points, knots;
-    for (int i = 0; i <= degree; ++i) {
-      points.insert(points.end(), {4. * i / degree, std::sin(i)});
-      if (rational) points.push_back(1 + .5 * std::cos(i));
-    }
-    for (int i = 0; spline && i < 2 * degree + 2; ++i) knots.push_back(i > degree);
-    const int32_t bezier = rational ? CV_RBEZIER : CV_BEZIER;
-    return MakeFreeForm(spline ? bezier + CV_BSPLINE - CV_BEZIER : bezier, points, knots);
-  }
-
   static double* Numbered(const Curve& cv) {
     return cv.type == CV_LINE ? static_cast<double*>(cv.data) : FreeForm(cv).points;
   }
@@ -124,12 +108,8 @@ class Input {
   void BreakChain(const std::string& faults) {
     std::istringstream text(faults);
     std::string what;
-    for (int32_t n; text >> what >> n;) {
-      if (what == "count")
-        seq_.count = n;
-      else
-        seq_.curves = nullptr;
-    }
+    for (int32_t n; text >> what >> n;)
+      what == "count" ? void(seq_.count = n) : void(seq_.curves = nullptr);
   }
 
   void Cover(void* p, std::size_t size) {
@@ -139,9 +119,8 @@ class Input {
     if (!cv.data) return;
     if (cv.type == CV_LINE || cv.type == CV_ARC)
       return Cover(cv.data, cv.type == CV_LINE ? 48 : 104);
-    const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
-    const bool two_arrays = spline || cv.type == CV_SEGCV;
-    Cover(cv.data, spline ? 8 : 4);  // what is reserved has no value
+    const bool two_arrays = IsSpline(cv.type) || cv.type == CV_SEGCV;
+    Cover(cv.data, IsSpline(cv.type) ? 8 : 4);  // what is reserved has no value
     Cover(static_cast<char*>(cv.data) + 8, two_arrays ? 16 : 8);
     if (cv.type == CV_SEGCV) {
       const auto& block = *static_cast<KurvoSegcv*>(cv.data);
@@ -152,9 +131,11 @@ class Input {
       return;
     }
     const FreeForm form(cv);
-    const int count = spline ? SplineCount(cv) : form.order;
-    Cover(form.points, static_cast<std::size_t>(count * form.stride) * sizeof(double));
-    if (spline) Cover(form.knots, static_cast<std::size_t>(count + form.order) * sizeof(double));
+    const auto size = [](int numbers) {
+      return static_cast<std::size_t>(numbers) * sizeof(double);
+    };
+    Cover(form.points, size(form.count * form.stride));
+    if (form.knots) Cover(form.knots, size(form.count + form.order));
   }
   std::string Bits() const {
     std::string bits;

@@ -38,9 +38,8 @@ const std::vector<Row> kRows = {
     {"KurvocvSegcvToCvseq", "l 0 0 1 0 / c 1 1 (l 0 0 1 0)(l 0 0 1 0) !in 0 type 17", "", "0 CURVE"},
     {"KurvocvSegcvToCvseq", "c", "", "0"},
     {"KurvocvSegcvToCvseq", "c 1 (l 0 0 1 0); null", "", "="},
-    {"KurvocvCvseqInsert", "l 0 0 1 0; null / l 0 0 1 0; (e)(e) !array 0 / l 0 0 1 0; () !count 2147483647", "", "= CURVE"},
+    {"KurvocvCvseqInsert", "l 0 0 1 0; null / l 0 0 1 0; (e)(e) !array 0 / l 0 0 1 0; () !count 2147483647 / c 1 1 (l 0 0 1 0)(l 0 0 1 0) !in 0 type 17; ()", "", "= CURVE"},
     {"KurvocvCvseqInsert", "l 0 0 1 0; (e)(e) !count -1", "", "= CHAIN_INDEX"},
-    {"KurvocvCvseqInsert", "c 1 1 (l 0 0 1 0)(l 0 0 1 0) !in 0 type 17; ()", "", "= CURVE"},
     {"KurvocvCvseqInsert", "l 1 0 2 0; (l 0 0 1 0) / l 0 0 .5 0; (l 1 0 2 0)(l 2 0 3 0)", "0", "= CHAIN_BREAK"},
     {"KurvocvCvseqInsert", "l 1.5 0 2 0; (l 0 0 1 0) / l 1 .0000011 2 0; (l 0 0 1 0) / l 2 0 1 0; (l 0 0 1 0) / c; (l 0 0 1 0) / l 0 0 1 0; (e !type 0)", "1", "= CHAIN_BREAK"},
     {"KurvocvCvseqInsert", "l 1 0 2 1; (l 0 0 1 0)(l 2 0 3 0) / l 1 1 2 0; (l 0 0 1 0)(l 2 0 3 0) / l 1 0 2 0; (l 0 0 1 0)(l 9 9 9 8)(l 2 0 3 0)", "1", "= CHAIN_BREAK"},
@@ -102,16 +101,14 @@ const std::vector<Row> kRows = {
 
     // conversion and reversal
     {"KurvocvConvert", "l 0 0 1 2; out 0 / l 0 0 1 2; out 112 / l 0 0 1 2; null", "", "refused ="},
-    {"KurvocvConvert", "c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 16 / c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 32", "", "0 0"},
-    {"KurvocvConvert", "c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 48 / c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 64", "", "0 0"},
-    {"KurvocvConvert", "c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 80 / c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 96", "", "0 0"},
+    {"KurvocvConvert", "c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 16 / c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 32 / c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 48", "", "0 0"},
+    {"KurvocvConvert", "c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 64 / c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 80 / c 1 (r 0 0 1 1 1 1) !in 0 data 0; out 96", "", "0 0"},
     {"KurvocvChgOrder", "c 1 2 (l 1 2 3 4)(e)", "", "2 = CURVE"},
     {"KurvocvChgOrder", "deep 64", "", "0 *"},
 
     // division, extension, knots
     {"KurvocvDivide", "b 1 2 3 4 5 6 7 8 9 9 8 7 / r 1 2 1 3 4 1 5 6 1 7 8 1 9 9 1 8 7 1 / B 0 0 1 1 2 2 | 0 0 .5 1 1 1 !knot 2", "", "00"},
-    {"KurvocvDivide", "c 1 1 (l 0 0 1 1)(e) / c -1 .5 (l 0 0 1 1)(l 1 1 2 2) / c 1 1 (l 0 0 1 1)(B 1 1 2 2 | 2 2 3 3)", "1.5", "00"},
-    {"KurvocvDivide", "deep 65", "1.5", "00"},
+    {"KurvocvDivide", "c 1 1 (l 0 0 1 1)(e) / c -1 .5 (l 0 0 1 1)(l 1 1 2 2) / c 1 1 (l 0 0 1 1)(B 1 1 2 2 | 2 2 3 3) / deep 65", "1.5", "00"},
     {"KurvocvDivide", "l 0 0 1 1", "-2e-6 / 1.000002 / nan / inf", "00"},
     {"KurvocvDivide", "l 0 0 1 1; out; null", "", "0="},
     {"KurvocvDivide", "l 0 0 1 1; null; out", "", "=0"},
@@ -180,27 +177,23 @@ const std::vector<Row> kRows = {
     {"KurvocrCurveCurve", "l 0 0 1 1 !type 17; b 0 1 1 0", "", "refused 00", KURVO_ERR_MEMORY},
     {"KurvocvDistCurve", "l 0 0 4 0; b 1 2 3 2", "null, null", "2"},
     {"KurvocvDistCurve", "l 0 0 4 0; b 1 2 3 2", "null, out", "2 0"},
-    {"KurvocvDistCurve", "c; b 0 3 2 3 / b 0 3 2 3; c / e !type 17; b 0 3 2 3 / l 0 0 1 0 !nan 4; b 0 3 2 3", "", "0 =="},
-    {"KurvocvDistCurve", "b 0 3 2 3; l 0 0 1 0 !nan 4", "", "0 =="},
+    {"KurvocvDistCurve", "c; b 0 3 2 3 / b 0 3 2 3; c / e !type 17; b 0 3 2 3 / l 0 0 1 0 !nan 4; b 0 3 2 3 / b 0 3 2 3; l 0 0 1 0 !nan 4", "", "0 =="},
     {"KurvocvDistCurve", "c 1 1 (l 0 5 1 5)(l 0 0 1 0) !in 0 inf 0; b 0 3 2 3", "", "2 00"},
     {"KurvocvDistCurve", "deep 64; b 0 3 2 3", "", "1 **"},
     {"KurvocvCvseqToSegcv", "(l 0 0 1 0) / (l 0 0 1 0)(l 1 0 1 0)(b 1 0 1 0) / (l 0 0 0 0)(c)", "", "0 CHAIN_DEGENERATE"},
     {"KurvocvCvseqToSegcv", "(l 0 0 1 0)(l 1.0000011 0 2 0) / (B 0 0 1 0 | 3 3 5 5)(l 1.1 0 2 0)", "", "0 CHAIN_ENDS"},
-    {"KurvocvCvseqToSegcv", "(l 0 0 1 0)(a 2 0 1 3.141592653589793 3.141592653589793)", "", "0 CHAIN_CONVERT"},
-    {"KurvocvCvseqToSegcv", "(B 0 0 0 0 | 3 3 3 3)(l 0 0 1 0)", "", "0 CHAIN_CONVERT"},
+    {"KurvocvCvseqToSegcv", "(l 0 0 1 0)(a 2 0 1 3.141592653589793 3.141592653589793) / (B 0 0 0 0 | 3 3 3 3)(l 0 0 1 0)", "", "0 CHAIN_CONVERT"},
     {"KurvocvCvseqToSegcv", "(R 0 0 1 0 0 1 | 3 3 3 3)(l 0 0 1 0) / ()", "", "0"},
     {"KurvocvCvseqToSegcv", "(l 0 0 1 0)(c 1 (e)) / (e)(e) !array 0", "", "0 CURVE"},
     {"KurvocvCvseqNormal", "(e)(e) !array 0 / (l 0 0 1 0)(l 1 0 1 1)(c 1 (e))", "", "000000 CURVE"},
     {"KurvocvCvseqNormal", "() / (l 0 0 1 0) / (l 1 1 2 2)(l 2 2 3 3)(b 3 3 5 5 9 9) / (l 0 0 1 0)(l 1 0 3 0)(l 3 0 0 0)", "", "000000 NO_ORIENTATION"},
-    {"KurvocvCvseqNormal", "(l 0 0 2 0)(l 2 0 0 0) / (c 1 1 (l 0 0 1 0)(b 1 0 2 0 3 0))(B 3 0 4 0 5 0 | 0 0 1 2 2)", "", "000000 NO_ORIENTATION"},
-    {"KurvocvCvseqNormal", "(l 0 0 1 1)(a 2 1 1 3.14159265358979323846 0)(l 1 1 4 4) / (l 3 3 3 3)", "", "000000 NO_ORIENTATION"},
+    {"KurvocvCvseqNormal", "(l 0 0 2 0)(l 2 0 0 0) / (c 1 1 (l 0 0 1 0)(b 1 0 2 0 3 0))(B 3 0 4 0 5 0 | 0 0 1 2 2) / (l 0 0 1 1)(a 2 1 1 3.14159265358979323846 0)(l 1 1 4 4) / (l 3 3 3 3)", "", "000000 NO_ORIENTATION"},
     {"KurvocvCvseqNormal", "(l 0 0 1 0)(l 1 0 2 .000003)", "", "**"},
     {"KurvosfPntBoundForPlane", kSquare, "0 0 1, 1 1 0 / 0 0 1, 1 1 9", "3"},
     {"KurvosfPntBoundForPlane", kSquare, "0 0 1, 4 4 9", "2"},  // by its distance, which is planar
     {"KurvosfPntBoundForPlane", kSquare, "0 0 1, 1 0 0 / 0 0 1, 4 4 9", "4", KURVO_ERR_TOLERANCE},  // z counts at vertices
     {"KurvosfPntBoundForPlane", kSquare, "0 0 1, 4 4 0", "2", KURVO_ERR_TOLERANCE},
-    {"KurvosfPntBoundForPlane", kSquare, "0 0 1, nan 1 0 / 0 0 1, 1 inf 0 / 0 0 -1, 1 1 0 / 0 0 2, 1 1 0 / 1e-9 0 1, 1 1 0", "4"},
-    {"KurvosfPntBoundForPlane", kSquare, "0 0 nan, 1 1 0", "4"},
+    {"KurvosfPntBoundForPlane", kSquare, "0 0 1, nan 1 0 / 0 0 1, 1 inf 0 / 0 0 -1, 1 1 0 / 0 0 2, 1 1 0 / 1e-9 0 1, 1 1 0 / 0 0 nan, 1 1 0", "4"},
     {"KurvosfPntBoundForPlane", kSquare + "!count -1 / " + kSquare + "!array 0 / ()", "0 0 1, 1 1 0", "4"},
     {"KurvosfPntBoundForPlane", "(l 0 0 4 0)(l 4 0 4 4)", "0 0 1, 3 1 0", "4"},  // open
     {"KurvosfPntBoundForPlane", "(l 0 0 4 0)(l 4 0 4 4)", "0 0 1, 3 0 0", "2"},
@@ -218,6 +211,8 @@ const std::vector<Limit> kLimits = {
     {"KurvocvDeriv", "BR", 4095}, {"KurvocvNDeriv", "BR", 4095},
     {"KurvocvPosition", "BR", 4095}, {"KurvocvCurveLen", "br", 1023},
     {"KurvocvOffsetCurve", "bBrR", 38}, {"KurvocvDistCurve", "bBrR", 63},
+    {"KurvocrCurveCurve", "bBrR", 39}, {"KurvocrCurveCurve", "bBrR", 19, "a 0 0 1 1 2; a 0 0 1 1 2"},
+    {"KurvocrCurveCurve", "bBrR", 63, "b 0 0 1 1; b 0 0 1 1"},
 };
 // clang-format on
 

@@ -1,4 +1,4 @@
-// All common points of two curves by brute force in long double.
+// Common points and distances of two curves by brute force in long double.
 #pragma once
 
 #include <algorithm>
@@ -14,11 +14,8 @@ struct WideJet {
 };
 
 // A Bezier piece, or a circular arc when it has no points, over [0, 1] of a parameter of its own.
-struct WidePiece {
-  std::vector<WidePoint> points;
-  Wide cx = 0, cy = 0, r = 0, angle = 0, sweep = 0;
-  Wide start = 0, width = 1;  // on the whole curve
-  Wide low = 0, high = 1;     // what takes part; more than [0, 1] for an unbounded line or arc
+struct WidePiece : Oracle::Part {
+  Wide low = 0, high = 1;  // what takes part; more than [0, 1] for an unbounded line or arc
 
   WideJet operator()(Wide t) const {
     if (points.empty()) {
@@ -40,75 +37,20 @@ struct WidePiece {
 
 using WideCurve = std::vector<WidePiece>;
 
-// The pieces of a curve of which each has a parameter span; of composites those that are Bezier
-// curves or B-splines. An unbounded line reaches `reach` beyond its start.
-inline void AddPieces(const Curve& cv, bool bounded, double reach, Wide offset, Wide scale,
-                      WideCurve& pieces) {
-  WidePiece piece;
-  piece.start = offset;
-  piece.width = scale;
-  if (cv.type == CV_LINE) {
-    const auto& line = *static_cast<KurvoLine*>(cv.data);
-    piece.points = {{line.start[0], line.start[1], 1}, {line.end[0], line.end[1], 1}};
-    if (!bounded) {
-      piece.high =
-          reach / std::hypot(L(line.end[0]) - line.start[0], L(line.end[1]) - line.start[1]);
+// The pieces of a curve of which each has a parameter span. An unbounded line reaches `reach`
+// beyond its start.
+inline WideCurve Pieces(const Curve& cv, bool bounded = true, double reach = 0) {
+  WideCurve pieces;
+  for (const Oracle::Part& part : Oracle(cv).Parts()) {
+    WidePiece piece{part};
+    if (!bounded && cv.type == CV_ARC) piece.high = 2 * kPiL / std::fabs(part.sweep);
+    if (!bounded && cv.type == CV_LINE) {
+      const WidePoint &a = part.points[0], &b = part.points[1];
+      piece.high = reach / std::hypot(b.x - a.x, b.y - a.y);
       piece.low = -piece.high;
     }
     pieces.push_back(piece);
-  } else if (cv.type == CV_ARC) {
-    const auto& arc = *static_cast<KurvoArc*>(cv.data);
-    const auto angle_of = [&](const Coord& p) {
-      return std::atan2(L(p[1]) - arc.centre[1], L(p[0]) - arc.centre[0]);
-    };
-    piece.cx = arc.centre[0];
-    piece.cy = arc.centre[1];
-    piece.r = arc.radius;
-    piece.angle = angle_of(arc.start);
-    const Wide way = arc.normal[2] < 0 ? -1 : 1;
-    piece.sweep = way * (angle_of(arc.end) - piece.angle);
-    if (piece.sweep < 0) piece.sweep += 2 * kPiL;
-    if (!bounded) piece.high = 2 * kPiL / piece.sweep;
-    piece.sweep *= way;
-    pieces.push_back(piece);
-  } else if (cv.type == CV_SEGCV) {
-    const auto& block = *static_cast<KurvoSegcv*>(cv.data);
-    for (int i = 0; i < block.count; ++i) {
-      if (block.curves[i].type != CV_LINE && block.curves[i].type != CV_ARC)
-        AddPieces(block.curves[i], true, reach, offset, scale * block.widths[i], pieces);
-      offset += scale * block.widths[i];
-    }
-  } else if (cv.type == CV_BEZIER || cv.type == CV_RBEZIER) {
-    piece.points = Widened(FreeForm(cv), 0);
-    pieces.push_back(piece);
-  } else {
-    const FreeForm form(cv);
-    const int p = form.order - 1;
-    for (int span = p; span < SplineCount(cv); ++span) {
-      const double* u = form.knots + span;
-      if (!(u[0] < u[1])) continue;
-      piece.points.clear();
-      for (int q = 0; q <= p; ++q) {  // the blossom at q times u[1] and p - q times u[0]
-        std::vector<WidePoint> work = Widened(form, span - p);
-        for (int r = 1; r <= p; ++r)
-          for (int j = p; j >= r; --j) {
-            const Wide left = u[j - p], right = u[j - r + 1];
-            const auto at = static_cast<std::size_t>(j);
-            work[at] =
-                Between(work[at - 1], work[at], ((r <= q ? u[1] : u[0]) - left) / (right - left));
-          }
-        piece.points.push_back(work.back());
-      }
-      piece.start = offset + scale * u[0];
-      piece.width = scale * (L(u[1]) - u[0]);
-      pieces.push_back(piece);
-    }
   }
-}
-
-inline WideCurve Pieces(const Curve& cv, bool bounded = true, double reach = 0) {
-  WideCurve pieces;
-  AddPieces(cv, bounded, reach, 0, 1, pieces);
   return pieces;
 }
 
@@ -155,6 +97,15 @@ inline Wide GapNear(const WideCurve& curve, Wide t, const WideJet& p) {
   return nearest;
 }
 
+inline Wide GapFrom(const WideCurve& curve, const WideJet& p) {
+  constexpr int kStarts = 16;
+  const Wide start = curve.front().start, length = curve.back().start + curve.back().width - start;
+  Wide nearest = HUGE_VALL;
+  for (int i = 0; i <= kStarts; ++i)
+    nearest = std::min(nearest, GapNear(curve, start + length * i / kStarts, p));
+  return nearest;
+}
+
 // Whether the second curve stays with the first all the way from one place to another.
 inline bool StayTogether(const WideCurve& a, const WideCurve& b, const Hit& from, const Hit& to,
                          Wide tol) {
@@ -171,13 +122,10 @@ inline bool StayTogether(const WideCurve& a, const WideCurve& b, const Hit& from
 }
 
 struct WideHit {
-  Wide a, b;  // parameters on the whole curves
-  WideJet at_a, at_b;
+  Wide a, b;    // parameters on the whole curves
   Wide angle;   // between the tangents, 0 to pi / 2
   bool inside;  // on both, and not just on the brink
 };
-
-inline Wide Speed(const WideJet& jet) { return std::hypot(jet.dx, jet.dy); }
 
 // Newton's method; true when it settles on a common point of what takes part of both pieces.
 inline bool Settles(const WidePiece& a, const WidePiece& b, Wide s, Wide t, WideHit& hit) {
@@ -194,28 +142,11 @@ inline bool Settles(const WidePiece& a, const WidePiece& b, Wide s, Wide t, Wide
       return s >= a.low - margin && s <= a.high + margin && t >= b.low - margin &&
              t <= b.high + margin;
     };
-    const WideJet on_a = {p.x, p.y, p.dx / a.width, p.dy / a.width};
-    const WideJet on_b = {q.x, q.y, q.dx / b.width, q.dy / b.width};
     const Wide sine = std::fabs(det) / (std::hypot(p.dx, p.dy) * std::hypot(q.dx, q.dy));
-    hit = {a.start + s * a.width, b.start + t * b.width, on_a, on_b, sine, within(-kBrink)};
+    hit = {a.start + s * a.width, b.start + t * b.width, sine, within(-kBrink)};
     return within(kBrink);
   }
   return false;
-}
-
-// Whether there is a crossing steeper than `angle` right at parameters of the whole curves.
-inline bool CrossAt(const WideCurve& a, const WideCurve& b, double s, double t, Wide angle) {
-  constexpr Wide kRight = 1e-6L;  // of a parameter
-  bool found = false;
-  AtParameter(a, s, [&](const WidePiece& p, Wide on_p) {
-    AtParameter(b, t, [&](const WidePiece& q, Wide on_q) {
-      WideHit hit;
-      found = found || (Settles(p, q, on_p, on_q, hit) && hit.angle > angle &&
-                        std::fabs(hit.a - s) < kRight * std::fabs(p.width) &&
-                        std::fabs(hit.b - t) < kRight * std::fabs(q.width));
-    });
-  });
-  return found;
 }
 
 // All crossings, from every pair of short chords whose boxes meet.
@@ -243,24 +174,70 @@ inline std::vector<WideHit> BruteForce(const WideCurve& curve_a, const WideCurve
   std::vector<std::vector<Chord>> chords_b;
   for (const WidePiece& b : curve_b) chords_b.push_back(chords(b));
   std::vector<WideHit> hits;
-  for (const WidePiece& a : curve_a) {
-    const std::vector<Chord> of_a = chords(a);
-    for (std::size_t i = 0; i < curve_b.size(); ++i) {
-      for (const Chord& p : of_a) {
+  for (const WidePiece& a : curve_a)
+    for (const Chord& p : chords(a))
+      for (std::size_t i = 0; i < curve_b.size(); ++i)
         for (const Chord& q : chords_b[i]) {
           if (p.right < q.left || q.right < p.left || p.top < q.bottom || q.top < p.bottom)
             continue;
           WideHit hit;
-          if (!Settles(a, curve_b[i], p.t, q.t, hit)) continue;
-          if (std::none_of(hits.begin(), hits.end(), [&](const WideHit& known) {
+          if (Settles(a, curve_b[i], p.t, q.t, hit) &&
+              std::none_of(hits.begin(), hits.end(), [&](const WideHit& known) {
                 return std::fabs(known.a - hit.a) < kSame && std::fabs(known.b - hit.b) < kSame;
               }))
             hits.push_back(hit);
         }
-      }
-    }
-  }
   return hits;
+}
+
+// The least distance, from the nearest of many samples by search on ever smaller grids.
+inline Wide LeastDistance(const WideCurve& curve_a, const WideCurve& curve_b) {
+  constexpr int kSamples = 160, kSeeds = 12, kRounds = 40;
+  struct Sample {
+    const WidePiece* on;
+    Wide t;
+    WideJet p;
+  };
+  struct Seed {
+    Wide gap;
+    Sample a, b;
+  };
+  const auto samples = [](const WideCurve& curve) {
+    std::vector<Sample> all;
+    for (const WidePiece& piece : curve)
+      for (int i = 0; i <= kSamples; ++i)
+        all.push_back({&piece, L(i) / kSamples, piece(L(i) / kSamples)});
+    return all;
+  };
+  const std::vector<Sample> of_a = samples(curve_a), of_b = samples(curve_b);
+  std::vector<Seed> seeds;
+  for (const Sample& a : of_a) {
+    Seed nearest{HUGE_VALL, a, a};
+    for (const Sample& b : of_b)
+      if (const Wide gap = Gap(a.p, b.p); gap < nearest.gap) nearest = {gap, a, b};
+    seeds.push_back(nearest);
+  }
+  std::sort(seeds.begin(), seeds.end(), [](const Seed& p, const Seed& q) { return p.gap < q.gap; });
+  if (seeds.size() > kSeeds) seeds.resize(kSeeds);
+  Wide least = HUGE_VALL;
+  for (Seed& seed : seeds) {
+    Wide step = 1.0L / kSamples;
+    for (int round = 0; round < kRounds; ++round, step *= .6L) {
+      const Wide s0 = seed.a.t, t0 = seed.b.t;
+      for (int i = -2; i <= 2; ++i)
+        for (int j = -2; j <= 2; ++j) {
+          const Wide s = std::clamp(s0 + step * i / 2, 0.0L, 1.0L),
+                     t = std::clamp(t0 + step * j / 2, 0.0L, 1.0L);
+          const Wide gap = Gap((*seed.a.on)(s), (*seed.b.on)(t));
+          if (gap >= seed.gap) continue;
+          seed.gap = gap;
+          seed.a.t = s;
+          seed.b.t = t;
+        }
+    }
+    least = std::min(least, seed.gap);
+  }
+  return least;
 }
 
 }  // namespace kurvo_test

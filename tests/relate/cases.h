@@ -1,13 +1,9 @@
 // Tables of intersections with planted answers.
 #pragma once
 
-#include <numbers>
-
-#include "relate/brute_force.h"
+#include "relate/intersection.h"
 
 namespace kurvo_test {
-
-constexpr double kPi = std::numbers::pi;
 
 struct Case {
   const char* name;
@@ -88,13 +84,13 @@ class CaseCheck {
   // In any order.
   bool SameHits(std::vector<Hit> got, const std::vector<Hit>& want, const Curve& a,
                 const Curve& b) const {
-    const auto same = [&](const Curve& cv, double s, double t) {
-      const double turn = Turn(cv);
+    const auto same = [&](double turn, double s, double t) {
       return row_.reach >= std::fabs(turn > 0 ? std::remainder(s - t, turn) : s - t);
     };
+    const double turn_a = Turn(a), turn_b = Turn(b);
     for (const Hit& hit : want) {
       const auto at = std::find_if(got.begin(), got.end(), [&](const Hit& h) {
-        return same(a, h.a, hit.a) && same(b, h.b, hit.b);
+        return same(turn_a, h.a, hit.a) && same(turn_b, h.b, hit.b);
       });
       if (at == got.end()) return false;
       got.erase(at);
@@ -104,18 +100,10 @@ class CaseCheck {
 
   // After which the parameters of an arc and of a closed curve stand for the same points again.
   static double Turn(const Curve& cv) {
-    if (cv.type == CV_ARC) return 2 * kPi / std::fabs(static_cast<double>(Pieces(cv)[0].sweep));
-    Globals g;
-    Point start, end;
-    KurvocvStartPoint(&cv, start, &g);
-    KurvocvEndPoint(&cv, end, &g);
-    return KurvoclDistPoint(start, end) < 1e-6 ? Domain(cv).second : 0;
-  }
-
-  static std::string Listed(const std::vector<Hit>& hits) {
-    Numbers numbers;
-    for (const Hit& hit : hits) numbers.insert(numbers.end(), {hit.a, hit.b});
-    return Text(":", numbers);
+    const Oracle oracle(cv);
+    if (cv.type == CV_ARC) return 2 * kPi / std::fabs(static_cast<double>(oracle.Parts()[0].sweep));
+    const double gap = Distance(oracle.PointAt(oracle.start()), oracle.PointAt(oracle.end()));
+    return gap < 1e-6 ? Domain(cv).second : 0;
   }
 
   const Case& row_;

@@ -11,6 +11,7 @@ const std::string kParabola = Poly({0, 1}, {0, 0, 1});       // y = x^2
 const std::string kCubic = Poly({0, 1}, {0, 0, 0, 1});       // y = x^3
 const std::string kQuartic = Poly({0, 1}, {0, 0, 0, 0, 1});  // y = x^4
 const std::string kQuintic = Poly({0, 1}, {0, 0, 0, 0, 0, 1});
+const std::string kTwelfth = Poly({0, 1}, {0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1});
 const std::string kStraight = Poly({0, 1}, {0, 0, 0, 0});    // the x axis, as a cubic
 const std::string kGoesBack = Poly({0, -3, 0, 4}, {0});      // three times along the x axis
 const std::string kCusp = Poly({0, 0, 1}, {0, 0, 0, 1});     // (s^2, s^3)
@@ -23,6 +24,7 @@ const std::string kDrop = "b 0 0 2 2 -2 2 0 0";                     // closes at
 // Where the loop meets y = (x - 1/4)^2 besides its double point: s = (1 - sqrt 2) / 2.
 constexpr double kLoopAgain = .75 - std::numbers::sqrt2 / 4;
 
+const std::string kNested = "c 2 (c .25 .75 (b -1 0 0 0)(b 0 0 1 0))";
 const std::string kWave = "b 0 0 2 4 4 -4 6 0";
 const std::string kRoof = "B 0 0 1 1 2 0 | 0 0 1 2 2";
 
@@ -38,6 +40,31 @@ constexpr double kTouch = 1e-5;  // of parameters where curves touch
 constexpr double kOsculate = .04;
 
 std::vector<Hit> Grid(int m, int n);
+
+// Crosses the axis at x = -.01 and .01 at this angle, and dips below it by less than epsilon.
+std::string Dip(double angle) { return Poly({0, 1}, {-angle * .01 / 2, 0, angle / .02}); }
+// Runs along the axis for a share of its size.
+std::string Bent(double share) {
+  const double x = share * std::hypot(2, 1) / 2;
+  return Text("B", {-1, 1, -x, 0, x, 0, 1, 1}) + " | 0 0 1 2 3 3";
+}
+
+// The spokes of a star, to and fro through its centre: passing a place again is no repetition.
+constexpr int kSpokes = 60;
+std::string Star() {
+  std::string spokes;
+  for (int i = 0; i < kSpokes; ++i) {
+    const double angle = 3.1 * i / kSpokes + (i % 2 ? kPi : 0) + .01;
+    const double x = std::cos(angle), y = std::sin(angle);
+    spokes += Text("(b", {-x, -y, x, y}) + ")";
+  }
+  return Text("c", Numbers(kSpokes, 1)) + spokes;
+}
+std::vector<Hit> OnAllSpokes() {
+  std::vector<Hit> hits;
+  for (int i = 0; i < kSpokes; ++i) hits.push_back({.5, i + .5});
+  return hits;
+}
 
 // clang-format off
 const Case kLines[] = {
@@ -61,6 +88,7 @@ const Case kLines[] = {
     {"along", "l -.5 0 3 0", kStraight, {}, "2222"},
     {"along and to and fro", "l -.5 0 3 0", kGoesBack, {}, "2222"},
     {"along within epsilon", "l -.5 5e-7 3 5e-7", kStraight, {}, "2222", 0, false},
+    {"along, all of it at epsilon", "l 0 0 1 0", "b 0 1e-6 .5 1e-6 1 1e-6", {}, "2222", 0, false},
     {"along, behind the end", "l 2 0 3 0", kStraight, {}, "2727"},
     {"along, touching the end", "l 1 0 3 0", kStraight, {{0, 1}}, "2121"},
     {"along, touching the start", "l -1 0 -3 0", kStraight, {{0, 0}}, "2121"},
@@ -95,6 +123,15 @@ const Case kLines[] = {
     {"handles of length 0", "l .5 -1 .5 2", "b 0 0 0 0 1 1 1 1", {{.5, .5}}},
     {"handles of length 1e-11", "l .5 -1 .5 2", "b 0 0 1e-11 0 1 1 1 1", {{.5, .5}}},
     {"degree 1", "l 0 1 1 0", "b 0 0 1 1", {{.5, .5}}},
+    {"degree 39", "l 13 -1 13 1", Even('b', 39), {{.5, 1. / 3}}},
+    {"degree 39 over a domain of its own, rational", "l 13 -1 13 1", Even('R', 39), {{.5, 1. / 3}}},
+    // at less than 1e-4 radians the two crossings are one contact
+    {"two crossings at .8e-4 radians", "l -2 0 2 0", Dip(.8e-4), {{.5, .5}}, "", .006},
+    {"at 1.2e-4 radians", "l -2 0 2 0", Dip(1.2e-4), {{.4975, .495}, {.5025, .505}}, "", 1e-6},
+    // a shorter stretch may be the neighbourhood of a contact
+    {"along for 12 thousandths of the size", "l -5 0 5 0", Bent(.012), {}, "2222"},
+    {"for 8 thousandths", "l -5 0 5 0", Bent(.008), {{.5, 1.5}}, "", .51},
+    {"through the centre of a star", "l -1 0 1 0", Star(), OnAllSpokes()},
 };
 
 const Case kArcs[] = {
@@ -111,6 +148,7 @@ const Case kArcs[] = {
     {"along one quarter of a circle", "a 0 0 1 3.5 .5", kCircle, {}, "2222"},
     {"through the closing joint", "a 1 1 1 -2 1", kCircle, {{2 - kPi / 2, 0}, {kPi + 2, 1}}},
     {"beyond the sweep", "a 0 0 1 0 1", "b 0 0 0 4", {{kPi / 2, .25}}},
+    {"degree 19", "a 5 0 1 1 1", Even('b', 19), {{kPi - 1, 4. / 19}, {-1, 6. / 19}}},
 };
 
 const Case kPairs[] = {
@@ -160,6 +198,9 @@ const Case kPairs[] = {
     {"same", kWave, kWave, {}, "2222"},
     {"same loop", kLoop, kLoop, {}, "2222"},
     {"same, raised", kParabola, Poly({0, 1}, {0, 0, 1, 0, 0}), {}, "2222"},
+    {"same, of degree 12", kTwelfth, Part(kTwelfth, .1, .9), {}, "2222"},
+    {"raised to degree 12", kParabola, Poly({0, 1}, {0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}), {}, "2222"},
+    {"parts of degree 12", Part(kTwelfth, 0, .6), Part(kTwelfth, .3, 1), {}, "2222"},
     {"5e-7 apart all along", kWave, "b 0 5e-7 2 4.0000005 4 -3.9999995 6 5e-7", {},
      "2222", 0, false},
     {"parts", Part(kWave, 0, .6), Part(kWave, .3, 1), {}, "2222"},
@@ -181,6 +222,13 @@ const Case kPairs[] = {
     {"corner on a corner", kRoof, "B 0 2 1 1 2 2 | 0 0 1 2 2", {{1, 1}}},
     {"composites", "c .5 2 (b 0 0 2 2)(b 2 2 4 0)",
      "c 3 (c .5 .5 (l 0 0 1 0)(B 0 1 4 1 | 0 0 1 1))", {{.25, 1.875}, {1.5, 2.625}}},
+    {"degree 63", "b 21 -1 21 1", Even('b', 63), {{.5, 1. / 3}}},
+    {"two crossings at .8e-4 radians", "b -2 0 2 0", Dip(.8e-4), {{.5, .5}}, "", .006},
+    {"at 1.2e-4 radians", "b -2 0 2 0", Dip(1.2e-4), {{.4975, .495}, {.5025, .505}}, "", 1e-6},
+    {"through the centre of a star", "b -1 0 1 0", Star(), OnAllSpokes()},
+    {"5e-7 beyond the end of a nested composite", kNested, "b 1.0000005 -1 1.0000005 1", {{2, .5}}, "", kTouch, false},
+    {"5e-6 beyond it", kNested, "b 1.000005 -1 1.000005 1", {}},
+    {"5e-7 before its start", kNested, "b -1.0000005 -1 -1.0000005 1", {{0, .5}}, "", kTouch, false},
     {"handles of length 0", "b 0 0 0 0 1 1 1 1", "b 0 1 0 1 1 0 1 0", {{.5, .5}}},
     {"handles of length 1e-11", "b 0 0 0 1e-11 1 1 1 1", "b 0 1 0 1 1 1e-11 1 0", {{.5, .5}}},
 };
@@ -212,7 +260,6 @@ TEST(IntersectFreeForm, Pairs) {
   for (const Case& row : kPairs) CaseCheck(row).Run();
 }
 
-}  // namespace
 // Of the parameters 0 and 1 of a closing joint the first is listed, on either side of a call.
 TEST(IntersectFreeForm, ClosingJointsCountAtTheStart) {
   const std::string closed[] = {kDrop,
@@ -228,61 +275,11 @@ TEST(IntersectFreeForm, ClosingJointsCountAtTheStart) {
       for (const bool swap : {false, true}) {
         const Owned a = Make(text), b = Make(other);
         Globals g;
-        const std::vector<Hit> hits =
-            (swap ? Intersect(*b, *a, 3, g) : Intersect(*a, *b, 3, g)).hits;
+        const auto hits = (swap ? Intersect(*b, *a, 3, g) : Intersect(*a, *b, 3, g)).hits;
         ASSERT_EQ(hits.size(), 1U) << text << '\n' << other << ' ' << swap;
         EXPECT_NEAR(swap ? hits[0].b : hits[0].a, 0, 1e-6) << text << '\n' << other << ' ' << swap;
       }
 }
 
-// The spokes of a star, to and fro through its centre: passing a place again is no repetition.
-TEST(IntersectFreeForm, EveryPassThroughOnePlaceCounts) {
-  constexpr int kSpokes = 300;
-  std::string spokes;
-  for (int i = 0; i < kSpokes; ++i) {
-    const double angle = 3.1 * i / kSpokes + (i % 2 ? kPi : 0) + .01;
-    const double x = std::cos(angle), y = std::sin(angle);
-    spokes += Text("(b", {-x, -y, x, y}) + ")";
-  }
-  const Owned star = Make(Text("c", Numbers(kSpokes, 1)) + spokes);
-  for (const char* other : {"l -1 0 1 0", "b -1 0 1 0"})
-    for (const bool swap : {false, true}) {
-      Globals g;
-      const Owned cv = Make(other);
-      EXPECT_EQ((swap ? Intersect(*cv, *star, 3, g) : Intersect(*star, *cv, 3, g)).hits.size(),
-                std::size_t{kSpokes});
-    }
-}
-
-// A parabola that dips below the axis by less than epsilon, between x = -.01 and .01: at angles of
-// less than 1e-4 radians the two crossings are one contact.
-TEST(IntersectFreeForm, CrossingsAtLessThan1e4RadiansTouch) {
-  constexpr double kHalfWidth = .01;
-  for (const std::string axis : {"l -2 0 2 0", "b -2 0 2 0"}) {
-    for (const double angle : {.8e-4, 1.2e-4}) {
-      const double bend = angle / (2 * kHalfWidth);
-      const Owned parabola = Make(Poly({0, 1}, {-bend * kHalfWidth * kHalfWidth, 0, bend}));
-      Globals g;
-      const std::size_t wanted = angle > 1e-4 ? 2 : 1;
-      EXPECT_EQ(Intersect(*Make(axis), *parabola, 3, g).hits.size(), wanted) << axis << angle;
-      EXPECT_EQ(Intersect(*parabola, *Make(axis), 3, g).hits.size(), wanted) << axis << angle;
-    }
-  }
-}
-
-// A stretch along a line counts as common from a hundredth of the size of the curve on; a shorter
-// one may be the neighbourhood of a contact.
-TEST(IntersectFreeForm, StretchesOfALineCountFromOneHundredthOn) {
-  const Owned axis = Make("l -5 0 5 0");
-  const double size = std::hypot(2, 1);
-  for (const double share : {.008, .012}) {
-    const double x = share * size / 2;
-    const Owned bent = Make(Text("B", {-1, 1, -x, 0, x, 0, 1, 1}) + " | 0 0 1 2 3 3");
-    Globals g;
-    const uint32_t wanted = share > .01 ? KURVO_OVERLAP : KURVO_FOUND;
-    EXPECT_EQ(Intersect(*axis, *bent, 3, g).result, wanted) << share;
-    EXPECT_EQ(Intersect(*bent, *axis, 3, g).result, wanted) << share;
-  }
-}
-
+}  // namespace
 }  // namespace kurvo_test

@@ -1,17 +1,18 @@
-// What the tests of intersection share: the call, and curves moved and reversed by hand.
+// What the tests of intersection share: the call, and curves made, moved and reversed by hand.
 #pragma once
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <string>
 #include <vector>
 
-#include "build/curves.h"
+#include "support/curve_text.h"
+#include "support/oracle.h"
 
 namespace kurvo_test {
 
-using Wide = long double;
-
+constexpr double kPi = std::numbers::pi;
 constexpr double kAnswerSeconds = 1.0;  // more than any call may take
 
 struct Hit {
@@ -25,49 +26,27 @@ struct Answer {
 
 inline Answer Intersect(const Curve& a, const Curve& b, int mode, GlobalVar& g) {
   double stale = 0;
-  CvParam on_a = {7, &stale}, on_b = {7, &stale};
+  Parameters on_a, on_b;
+  *on_a = *on_b = {7, &stale};
   const Stopwatch watch;
-  Answer answer{KurvocrCurveCurve(&a, &b, &on_a, &on_b, mode, &g), {}};
+  Answer answer{KurvocrCurveCurve(&a, &b, on_a.get(), on_b.get(), mode, &g), {}};
   EXPECT_LT(watch.Seconds(), kAnswerSeconds);
-  EXPECT_EQ(on_a.count, on_b.count);
-  EXPECT_EQ(on_a.count > 0, answer.result == KURVO_FOUND);
-  EXPECT_EQ(on_a.values != nullptr, on_a.count > 0);
-  EXPECT_EQ(on_b.values != nullptr, on_b.count > 0);
-  for (int i = 0; i < std::min(on_a.count, on_b.count); ++i)
-    answer.hits.push_back({on_a.values[i], on_b.values[i]});
-  KurvocrFreeCvParam(&on_a);
-  KurvocrFreeCvParam(&on_b);
+  EXPECT_EQ(on_a.count(), on_b.count());
+  EXPECT_EQ(on_a.count() > 0, answer.result == KURVO_FOUND);
+  EXPECT_EQ(on_a->values != nullptr, on_a.count() > 0);
+  EXPECT_EQ(on_b->values != nullptr, on_b.count() > 0);
+  for (int i = 0; i < std::min(on_a.count(), on_b.count()); ++i)
+    answer.hits.push_back({on_a[i], on_b[i]});
   return answer;
 }
 
-// ---- Curves by hand ----
-
-struct WidePoint {
-  Wide x, y, w;  // coordinates times the weight
-};
-
-inline WidePoint Between(const WidePoint& a, const WidePoint& b, Wide t) {
-  return {(1 - t) * a.x + t * b.x, (1 - t) * a.y + t * b.y, (1 - t) * a.w + t * b.w};
+inline std::string Listed(const std::vector<Hit>& hits) {
+  Numbers numbers;
+  for (const Hit& hit : hits) numbers.insert(numbers.end(), {hit.a, hit.b});
+  return Text(":", numbers);
 }
 
-// As many control points as the order, from `first` on.
-inline std::vector<WidePoint> Widened(const FreeForm& form, int first) {
-  std::vector<WidePoint> points;
-  for (int i = first; i < first + form.order; ++i) {
-    const double* p = form.points + i * form.stride;
-    const Wide w = form.stride == 4 ? p[3] : 1;
-    points.push_back({w * p[0], w * p[1], w});
-  }
-  return points;
-}
-
-inline std::string Text(const std::string& head, const Numbers& numbers) {
-  std::ostringstream text;
-  text.precision(17);
-  text << head;
-  for (const double x : numbers) text << ' ' << x;
-  return text.str();
-}
+inline bool IsElementary(const Curve& cv) { return cv.type == CV_LINE || cv.type == CV_ARC; }
 
 // The Bezier curve of polynomials in s over [-1, 1], lowest power first; its parameter is
 // (s + 1) / 2. Point j holds the blossom at j times 1 and n - j times -1: of s^i that is the
@@ -97,20 +76,27 @@ inline std::string Poly(Numbers x, Numbers y) {
 
 // The points of the Bezier curve `text` between two of its parameters as a curve of its own.
 inline std::string Part(const std::string& text, double from, double to) {
-  const Owned whole = Make(text);
-  const FreeForm form(*whole);
-  const bool rational = whole->type == CV_RBEZIER;
+  const std::vector<WidePoint> whole = Oracle(*Make(text)).Parts()[0].points;
   Numbers points;
-  for (int j = 0; j < form.order; ++j) {
-    std::vector<WidePoint> work = Widened(form, 0);
-    for (int level = 1; work.size() > 1; work.pop_back(), ++level)
+  for (std::size_t j = 0; j < whole.size(); ++j) {
+    std::vector<WidePoint> work = whole;
+    for (std::size_t level = 1; work.size() > 1; work.pop_back(), ++level)
       for (std::size_t i = 0; i + 1 < work.size(); ++i)
         work[i] = Between(work[i], work[i + 1], level <= j ? to : from);
     const auto [px, py, w] = work[0];
     points.insert(points.end(), {static_cast<double>(px / w), static_cast<double>(py / w)});
-    if (rational) points.push_back(static_cast<double>(w));
+    if (text[0] == 'r') points.push_back(static_cast<double>(w));
   }
   return Text(text.substr(0, 1), points);
+}
+
+// From (0, 0) to (n, 0) at even speed, of degree n and the kind of `letter`; all weights are 2.
+inline std::string Even(char letter, int n) {
+  std::string text(1, letter), knots = " |";
+  for (int i = 0; i <= n; ++i)
+    text += Text("", {1. * i, 0}) + (letter == 'r' || letter == 'R' ? " 2" : "");
+  for (int i = 0; i <= 2 * n + 1; ++i) knots += i <= n ? " 0" : " 1";
+  return letter == 'b' || letter == 'r' ? text : text + knots;
 }
 
 struct Similarity {
@@ -125,51 +111,40 @@ struct Similarity {
   }
 };
 
-inline void Apply(const Similarity& move, Curve& cv) {
-  if (cv.type == CV_LINE) {
-    auto& line = *static_cast<KurvoLine*>(cv.data);
-    for (double* p : {line.start, line.end}) move(p);
-  } else if (cv.type == CV_ARC) {
-    auto& arc = *static_cast<KurvoArc*>(cv.data);
-    for (double* p : {arc.centre, arc.start, arc.end}) move(p);
-    arc.radius *= move.scale;
-    if (move.mirror) arc.normal[2] *= -1;
-  } else if (cv.type == CV_SEGCV) {
-    auto& block = *static_cast<KurvoSegcv*>(cv.data);
-    for (int i = 0; i < block.count; ++i) Apply(move, block.curves[i]);
-  } else {
-    const FreeForm form(cv);
-    const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
-    const int count = spline ? SplineCount(cv) : form.order;
-    for (int i = 0; i < count; ++i) move(form.points + i * form.stride);
-  }
+inline void FlipArcs(const Curve& cv) {
+  if (cv.type == CV_ARC) static_cast<KurvoArc*>(cv.data)->normal[2] *= -1;
+  if (cv.type != CV_SEGCV) return;
+  auto& block = *static_cast<KurvoSegcv*>(cv.data);
+  std::for_each(block.curves, block.curves + block.count, FlipArcs);
+}
+
+inline void Apply(const Similarity& move, const Curve& cv) {
+  ForEachPoint(cv, move, [&](double& radius) { radius *= move.scale; });
+  if (move.mirror) FlipArcs(cv);
 }
 
 // What was at t is then at start + end - t of the same domain.
-inline void Reverse(Curve& cv) {
+inline void Reverse(const Curve& cv) {
   if (cv.type == CV_LINE) {
     auto& line = *static_cast<KurvoLine*>(cv.data);
     std::swap(line.start, line.end);
   } else if (cv.type == CV_ARC) {
     auto& arc = *static_cast<KurvoArc*>(cv.data);
     std::swap(arc.start, arc.end);
-    arc.normal[2] *= -1;
+    FlipArcs(cv);
   } else if (cv.type == CV_SEGCV) {
     auto& block = *static_cast<KurvoSegcv*>(cv.data);
     std::reverse(block.curves, block.curves + block.count);
     std::reverse(block.widths, block.widths + block.count);
-    for (int i = 0; i < block.count; ++i) Reverse(block.curves[i]);
+    std::for_each(block.curves, block.curves + block.count, Reverse);
   } else {
     const FreeForm form(cv);
-    const bool spline = cv.type == CV_BSPLINE || cv.type == CV_RBSPLINE;
-    const int count = spline ? SplineCount(cv) : form.order;
-    for (int i = 0, j = count - 1; i < j; ++i, --j)
-      std::swap_ranges(form.points + i * form.stride, form.points + (i + 1) * form.stride,
-                       form.points + j * form.stride);
-    if (!spline) return;
+    for (int i = 0, j = form.count - 1; i < j; ++i, --j)
+      std::swap_ranges(form.point(i), form.point(i + 1), form.point(j));
+    if (!form.knots) return;
     const auto [start, length] = Domain(cv);
-    std::reverse(form.knots, form.knots + form.order + count);
-    for (int i = 0; i < form.order + count; ++i)
+    std::reverse(form.knots, form.knots + form.order + form.count);
+    for (int i = 0; i < form.order + form.count; ++i)
       form.knots[i] = start + (start + length) - form.knots[i];
   }
 }

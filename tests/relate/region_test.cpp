@@ -1,8 +1,5 @@
 // Points on, inside and outside closed chains.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <string>
 
 #include "relate/closed_chains.h"
 
@@ -13,37 +10,26 @@ constexpr uint32_t kOn = KURVO_REGION_ON, kIn = KURVO_REGION_INSIDE, kOut = KURV
 
 #define PI "3.14159265358979323846"
 
-// Chains that are read both ways, from every one of their curves on, and as one composite.
-class AllWays {
- public:
-  explicit AllWays(const std::string& description) : chain_(description) {}
-
-  template <class Check>
-  void ForEach(const Check& check) {
-    Globals g;
-    for (int way = 0; way < 2; ++way) {
-      for (int i = 0; i < chain_.count(); ++i) {
-        std::rotate(&chain_[0], &chain_[0] + 1, &chain_[0] + chain_.count());
-        check(chain_.get(), way == 0 ? "as written" : "reversed");
-      }
-      KurvoSegcv block{};
-      Numbers widths(static_cast<std::size_t>(chain_.count()), .25);
-      block.count = chain_.count();
-      block.curves = &chain_[0];
-      block.widths = widths.data();
-      Curve composite{};
-      composite.type = CV_SEGCV;
-      composite.data = &block;
-      const Cvseq one{1, &composite};
-      check(&one, "composite");
-      for (int i = 0; i < chain_.count(); ++i) KurvocvChgOrder(&chain_[i], &g);
-      std::reverse(&chain_[0], &chain_[0] + chain_.count());
+// The chain read both ways, from every one of its curves on, and as one composite.
+template <class Check>
+void AllWays(const std::string& text, const Check& check) {
+  Globals g;
+  for (const bool reversed : {false, true}) {
+    Chain chain(text);
+    if (reversed) std::reverse(chain.begin(), chain.end());
+    for (Curve& cv : chain)
+      if (reversed) KurvocvChgOrder(&cv, &g);
+    std::vector<Owned> pieces, whole;
+    for (int i = 0; i < chain.count(); ++i) {
+      std::rotate(chain.begin(), chain.begin() + 1, chain.end());
+      check(chain);
     }
+    for (const Curve& cv : chain) pieces.push_back(Copy(cv));
+    const Numbers widths(pieces.size(), .25);
+    whole.push_back(MakeComposite(widths, std::move(pieces)));
+    check(Chain(std::move(whole)));
   }
-
- private:
-  Chain chain_;
-};
+}
 
 // Each row's points share a height with a vertex, a horizontal run or a turning point.
 TEST(PntBoundForPlane, Table) {
@@ -51,61 +37,39 @@ TEST(PntBoundForPlane, Table) {
     const char* chain;
     std::vector<XY> inside, outside, on;
   } rows[] = {
+      // clang-format off
       {"(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)",
-       {{2, 2}, {1e-5, 2}, {3.99999, 3.99999}},
-       {{-1, 0}, {5, 0}, {5, 4}, {-1e-5, 4}, {2, 4.00001}, {2, 9}},
-       {{0, 0}, {4, 4}, {2, 0}, {-5e-7, 2}, {4 + 5e-7, 4 + 5e-7}}},
+       {{2, 2}, {1e-5, 2}, {3.99999, 3.99999}}, {{-1, 0}, {5, 0}, {5, 4}, {-1e-5, 4}, {2, 4.00001}, {2, 9}}, {{0, 0}, {4, 4}, {2, 0}, {-5e-7, 2}, {4 + 5e-7, 4 + 5e-7}}},
       // a diamond, then a W: the ray runs through tips and valleys
-      {"(l 2 0 0 2)(l 0 2 -2 0)(l -2 0 0 -2)(l 0 -2 2 0)",
-       {{0, 0}, {-1, 0}, {1.9999, 0}},
-       {{3, 0}, {-3, 0}, {1, 2}, {-1, -2}},
-       {{2, 0}, {1, 1}}},
+      {"(l 2 0 0 2)(l 0 2 -2 0)(l -2 0 0 -2)(l 0 -2 2 0)", {{0, 0}, {-1, 0}, {1.9999, 0}}, {{3, 0}, {-3, 0}, {1, 2}, {-1, -2}}, {{2, 0}, {1, 1}}},
       {"(l 0 0 8 0)(l 8 0 8 4)(l 8 4 6 2)(l 6 2 4 4)(l 4 4 2 2)(l 2 2 0 4)(l 0 4 0 0)",
-       {{1, 2}, {4, 2}, {7, 2}, {.00001, 2}},
-       {{2, 4}, {6, 4}, {2, 3}, {6, 2.1}, {-1, 2}, {9, 2}, {-1, 4}, {9, 4}, {-1, 0}},
-       {{2, 2}, {4, 4}}},
+       {{1, 2}, {4, 2}, {7, 2}, {.00001, 2}}, {{2, 4}, {6, 4}, {2, 3}, {6, 2.1}, {-1, 2}, {9, 2}, {-1, 4}, {9, 4}, {-1, 0}}, {{2, 2}, {4, 4}}},
       // steps along the ray, with the interior above, below and on both sides
-      {"(l 0 0 2 0)(l 2 0 2 -1)(l 2 -1 4 -1)(l 4 -1 4 0)(l 4 0 6 0)(l 6 0 6 1)(l 6 1 5 1)(l 5 1 5 "
-       "2)(l 5 2 1 2)(l 1 2 1 1)(l 1 1 0 1)(l 0 1 0 0)",
-       {{3, 0}, {.5, .5}, {3, 1}, {2.5, -.5}},
-       {{-1, 0}, {7, 0}, {1, -1}, {5, -1}, {.5, 2}, {-1, 1}, {7, 1}, {5.5, 1.5}},
-       {{1, 0}, {5, 0}, {.5, 1}}},
+      {"(l 0 0 2 0)(l 2 0 2 -1)(l 2 -1 4 -1)(l 4 -1 4 0)(l 4 0 6 0)(l 6 0 6 1)(l 6 1 5 1)(l 5 1 5 2)(l 5 2 1 2)(l 1 2 1 1)(l 1 1 0 1)(l 0 1 0 0)",
+       {{3, 0}, {.5, .5}, {3, 1}, {2.5, -.5}}, {{-1, 0}, {7, 0}, {1, -1}, {5, -1}, {.5, 2}, {-1, 1}, {7, 1}, {5.5, 1.5}}, {{1, 0}, {5, 0}, {.5, 1}}},
       {"(a 0 0 2 0 " PI ")(a 0 0 2 " PI " " PI ")",
-       {{0, 0}, {1.9999, 0}, {-1.9999, 0}, {0, 1.9999}, {0, -1.9999}},
-       {{3, 0}, {-3, 0}, {1, 2}, {-1, 2}, {1, -2}, {1.5, 1.5}},
-       {{2, 0}, {0, 2}, {0, 2 + 5e-7}, {1.2, 1.6}}},
+       {{0, 0}, {1.9999, 0}, {-1.9999, 0}, {0, 1.9999}, {0, -1.9999}}, {{3, 0}, {-3, 0}, {1, 2}, {-1, 2}, {1, -2}, {1.5, 1.5}}, {{2, 0}, {0, 2}, {0, 2 + 5e-7}, {1.2, 1.6}}},
       // arcs only, of more than half a turn: two lenses side by side around one waist
-      {"(a 0 0 2 .5 5.28318530717958647692)(a 3.5103302475614909 0 2 3.64159265358979323846 "
-       "5.28318530717958647692)",
-       {{0, 0}, {3.5, 0}, {1.7551651237807455, 0}, {-1.9, 0}},
-       {{1.755, 1.5}, {1.755, 2}, {-3, 0}, {6, 0}},
-       {{-2, 0}, {0, 2}}},
+      {"(a 0 0 2 .5 5.28318530717958647692)(a 3.5103302475614909 0 2 3.64159265358979323846 5.28318530717958647692)",
+       {{0, 0}, {3.5, 0}, {1.7551651237807455, 0}, {-1.9, 0}}, {{1.755, 1.5}, {1.755, 2}, {-3, 0}, {6, 0}}, {{-2, 0}, {0, 2}}},
       // a drop of one curve, and a lens of two whose turning points lie on the ray
       {"(b 0 0 3 0 0 3 0 0)", {{.5, .5}, {1, .4}}, {{1.5, 1.5}, {-1, 0}, {1, 0}}, {{0, 0}}},
       {"(b -2 0 0 -3 2 0)(b 2 0 0 3 -2 0)",
-       {{0, 0}, {0, 1.4999}, {0, -1.4999}, {1.9, 0}},
-       {{1, 1.5}, {-1, 1.5}, {0, 1.50001}, {1, -1.5}, {-3, 0}, {3, 0}},
-       {{0, 1.5}, {-2, 0}}},
-      {"(r 2 0 1 2 4 .5 -2 0 1)(R -2 0 1 -2 -4 .5 2 0 1 | 0 0 0 1 1 1)",
-       {{0, 0}, {1.9, 0}, {-1.9, 0}},
-       {{-3, 0}, {3, 0}, {-1.9, 4}},
-       {{2, 0}}},
+       {{0, 0}, {0, 1.4999}, {0, -1.4999}, {1.9, 0}}, {{1, 1.5}, {-1, 1.5}, {0, 1.50001}, {1, -1.5}, {-3, 0}, {3, 0}}, {{0, 1.5}, {-2, 0}}},
+      {"(r 2 0 1 2 4 .5 -2 0 1)(R -2 0 1 -2 -4 .5 2 0 1 | 0 0 0 1 1 1)", {{0, 0}, {1.9, 0}, {-1.9, 0}}, {{-3, 0}, {3, 0}, {-1.9, 4}}, {{2, 0}}},
       // a sliver
       {"(l 0 0 1000 .01)(l 1000 .01 0 .02)(l 0 .02 0 0)",
-       {{1, .01}, {500, .01}, {900, .01}},
-       {{500, .004}, {500, .016}, {-1, .01}, {1001, .01}},
-       {{1000, .01}, {500, .005}}},
+       {{1, .01}, {500, .01}, {900, .01}}, {{500, .004}, {500, .016}, {-1, .01}, {1001, .01}}, {{1000, .01}, {500, .005}}},
+      // clang-format on
   };
   for (const auto& row : rows) {
-    AllWays(row.chain).ForEach([&](const Cvseq* seq, const char* way) {
+    SCOPED_TRACE(row.chain);
+    AllWays(row.chain, [&](const Chain& chain) {
       Globals g;
-      for (XY p : row.inside)
-        EXPECT_EQ(Locate(seq, p, g), kIn) << row.chain << way << p.x << ' ' << p.y;
-      for (XY p : row.outside)
-        EXPECT_EQ(Locate(seq, p, g), kOut) << row.chain << way << p.x << ' ' << p.y;
-      for (XY p : row.on)
-        EXPECT_EQ(Locate(seq, p, g), kOn) << row.chain << way << p.x << ' ' << p.y;
-      EXPECT_EQ(KurvoErrGet(&g), 0) << row.chain;
+      for (const auto& [points, want] :
+           {std::pair(row.inside, kIn), std::pair(row.outside, kOut), std::pair(row.on, kOn)})
+        for (const XY p : points) EXPECT_EQ(Locate(chain, p, g), want) << p.x << ' ' << p.y;
+      EXPECT_EQ(KurvoErrGet(&g), 0);
     });
   }
 }
@@ -119,7 +83,7 @@ TEST(PntBoundForPlane, LatticePolygons) {
   const auto side = [&](XY a, XY b) {
     const XY u = {(2 * a.x + b.x) / 3, (2 * a.y + b.y) / 3};
     const XY v = {(a.x + 2 * b.x) / 3, (a.y + 2 * b.y) / 3};
-    switch (static_cast<int>(random.Uniform(0, 6))) {
+    switch (RandomInt(random, 0, 5)) {
       case 4: {
         std::vector<Owned> ends;
         ends.push_back(LineBetween(a, u));
@@ -130,7 +94,7 @@ TEST(PntBoundForPlane, LatticePolygons) {
         Numbers points;
         for (const double f : {0., .1, .3, .6, 1.})
           points.insert(points.end(), {(1 - f) * a.x + f * b.x, (1 - f) * a.y + f * b.y});
-        const double jump = random.Uniform(0, 1) < .5 ? .3 : .6;
+        const double jump = Chance(random, .5) ? .3 : .6;
         return MakeFreeForm(CV_BSPLINE, points, {0, 0, .3, jump, .6, 1, 1});
       }
       case 0:
@@ -145,13 +109,12 @@ TEST(PntBoundForPlane, LatticePolygons) {
     }
   };
   for (int round = 0; round < Cases(150); ++round) {
-    std::vector<XY> corners(static_cast<std::size_t>(random.Uniform(3, 10)));
-    for (XY& c : corners)
-      c = {std::floor(random.Uniform(0, kGrid + 1)), std::floor(random.Uniform(0, kGrid + 1))};
+    std::vector<XY> corners(static_cast<std::size_t>(RandomInt(random, 3, 9)));
+    for (XY& c : corners) c = {1. * RandomInt(random, 0, kGrid), 1. * RandomInt(random, 0, kGrid)};
     std::vector<Owned> sides;
     bool missing = true;  // never two in a row, nor the first or the last
     for (std::size_t i = 0; i < corners.size(); ++i) {
-      missing = !missing && i + 1 < corners.size() && random.Uniform(0, 1) < .4;
+      missing = !missing && i + 1 < corners.size() && Chance(random, .4);
       if (!missing) sides.push_back(side(corners[i], corners[(i + 1) % corners.size()]));
     }
     Chain chain(std::move(sides));
@@ -161,8 +124,7 @@ TEST(PntBoundForPlane, LatticePolygons) {
         const View view = ViewFrom(p, corners);  // exact on half a grid, but for the distance
         Globals g;
         const uint32_t want = view.dist < 1e-9 ? kOn : view.turns != 0 ? kIn : kOut;
-        EXPECT_EQ(Locate(chain.get(), p, g), want)
-            << "round " << round << ": " << p.x << ' ' << p.y;
+        EXPECT_EQ(Locate(chain, p, g), want) << "round " << round << ": " << p.x << ' ' << p.y;
       }
   }
 }
@@ -172,24 +134,24 @@ TEST(PntBoundForPlane, RandomChainsOfAllKinds) {
   SCOPED_TRACE(random.Trace());
   int answers[5] = {};
   for (int round = 0; round < Cases(150); ++round) {
-    std::vector<XY> corners(static_cast<std::size_t>(random.Uniform(1, 7)));
-    for (XY& c : corners) c = {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)};
+    std::vector<XY> corners(static_cast<std::size_t>(RandomInt(random, 1, 6)));
+    for (XY& c : corners) c = RandomPlace(random);
     std::vector<Owned> curves;
     for (std::size_t i = 0; i < corners.size(); ++i)
       curves.push_back(RandomBetween(random, corners[i], corners[(i + 1) % corners.size()]));
     if (corners.size() == 1) curves[0] = MakeFreeForm(CV_BEZIER, {1, 1, 9, 2, 3, 8, -5, 4, 1, 1});
     if (round % 4 == 0 && curves.size() > 2) curves.erase(curves.begin() + 1);  // a gap
     Chain chain(std::move(curves));
-    const std::vector<XY> polygon = Polyline(*chain.get(), 400);
+    const std::vector<XY> polygon = Polyline(chain, 400);
     for (int i = 0; i < 60; ++i) {
-      XY p = {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)};
+      XY p = RandomPlace(random);
       if (i % 3 == 0) p.y = corners[static_cast<std::size_t>(i) % corners.size()].y;
       View view = ViewFrom(p, polygon);
       if (view.dist < .1) continue;  // between the polygon and the curve
       Globals g;
-      const uint32_t got = Locate(chain.get(), p, g);
+      const uint32_t got = Locate(chain, p, g);
       const bool differs = got != (view.turns != 0 ? kIn : kOut);
-      if (differs) view = ViewFrom(p, Polyline(*chain.get(), 40000));  // at a narrow bend
+      if (differs) view = ViewFrom(p, Polyline(chain, 40000));  // at a narrow bend
       EXPECT_TRUE(got == (view.turns != 0 ? kIn : kOut) && view.dist > .001)
           << "round " << round << ": " << p.x << ' ' << p.y;
       EXPECT_LT(KurvoErrSeverity(KurvoErrGet(&g)), 2);  // some chains are a line there and back
@@ -205,8 +167,8 @@ TEST(PntBoundForPlane, TheBoundaryIsAsWideAsTheTolerance) {
   Random random;
   SCOPED_TRACE(random.Trace());
   for (int round = 0; round < 60; ++round) {
-    const XY a = {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)};
-    const XY b = {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)};
+    const XY a = RandomPlace(random);
+    const XY b = RandomPlace(random);
     std::vector<Owned> curves;
     curves.push_back(RandomBetween(random, a, b));
     curves.push_back(LineBetween(b, a));
@@ -216,10 +178,10 @@ TEST(PntBoundForPlane, TheBoundaryIsAsWideAsTheTolerance) {
       KurvoclSetEpsilon(tol, tol, &g);
       const double t = random.Uniform(.05, .95);
       const Point p = PointAt(chain[0], t);
-      EXPECT_EQ(Locate(chain.get(), {p[0], p[1]}, g), kOn) << chain[0].type;
-      EXPECT_EQ(Locate(chain.get(), {p[0] + tol / 2, p[1]}, g), kOn);
-      const View view = ViewFrom({p[0] + 3 * tol, p[1]}, Polyline(*chain.get(), 20000));
-      const bool on = Locate(chain.get(), {p[0] + 3 * tol, p[1]}, g) == kOn;
+      EXPECT_EQ(Locate(chain, {p[0], p[1]}, g), kOn) << chain[0].type;
+      EXPECT_EQ(Locate(chain, {p[0] + tol / 2, p[1]}, g), kOn);
+      const View view = ViewFrom({p[0] + 3 * tol, p[1]}, Polyline(chain, 20000));
+      const bool on = Locate(chain, {p[0] + 3 * tol, p[1]}, g) == kOn;
       EXPECT_FALSE(on && view.dist > 1.5 * tol) << round;
     }
   }
@@ -230,12 +192,12 @@ TEST(PntBoundForPlane, LeavesAFullStackAsItWas) {
   Globals g;
   while (g.depth < KURVO_STACK_SIZE) KurvoclPushEpsilon(1e-5, &g);
   Globals full = g;
-  EXPECT_EQ(Locate(chain.get(), {1, 1}, g), kIn);
+  EXPECT_EQ(Locate(chain, {1, 1}, g), kIn);
   EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_STACK_EMPTY) << "there was nowhere to save the tolerance";
   full.error = KURVO_ERR_STACK_EMPTY;
   EXPECT_EQ(std::memcmp(&g, &full, sizeof g), 0);
   KurvoErrReset(&g);
-  EXPECT_EQ(Locate(chain.get(), {-1, 1}, g), kOut);
+  EXPECT_EQ(Locate(chain, {-1, 1}, g), kOut);
   EXPECT_EQ(KurvoErrGet(&g), 0);
 }
 

@@ -3,16 +3,16 @@
 
 #include <string>
 
-#include "relate/chain.h"
+#include "support/curve_text.h"
 
 namespace kurvo_test {
 namespace {
 
-Owned Segmented(Chain& chain, int error) {
+Owned Segmented(const Chain& chain) {
   Globals g;
   Owned out(CV_LINE);
   KurvocvCvseqToSegcv(chain.get(), out.get(), &g);
-  EXPECT_EQ(KurvoErrGet(&g), error);
+  EXPECT_EQ(KurvoErrGet(&g), 0);
   EXPECT_EQ(out->type, out->data ? CV_SEGCV : 0);
   return out;
 }
@@ -20,40 +20,24 @@ Owned Segmented(Chain& chain, int error) {
 // Widths and degrees of the pieces; rational ones have the degree negated.
 TEST(CvseqToSegcv, Table) {
   const struct {
-    const char* name;
-    const char* chain;
+    const char *name, *chain;
     Numbers widths;
     std::vector<int> degrees;
   } rows[] = {
+      // clang-format off
       {"lines of length 1 and 3", "(l 0 0 1 0)(l 1 0 1 3)", {.25, .75}, {1, 1}},
-      {"line and quarter circle",
-       "(l 0 0 3.14159265358979323846 0)(a 3.14159265358979323846 2 2 -1.57079632679489661923 "
-       "1.57079632679489661923)",
-       {.5, .5},
-       {1, -2}},
-      {"B-spline in its own pieces",
-       "(l -5 0 0 0)(B 0 0 1 0 2 0 3 0 5 0 | 3 3 5 9 11 13 13)",
-       {.5, .1, .2, .1, .1},
-       {1, 1, 1, 1, 1}},
-      {"composite whose widths do not add up to 1",
-       "(c 3 6 9 (l 0 0 1 0)(b 1 0 2 0)(b 2 0 4 0))(l 4 0 8 0)",
-       {1. / 12, 2. / 12, 3. / 12, .5},
-       {0, 1, 1, 1}},
-      {"composite whose widths add up to nothing",
-       "(l 0 0 2 0)(c 0 0 (b 2 0 3 0)(b 3 0 4 0))(l 2 0 4 0)",
-       {.5, 0, 0, .5},
-       {1, 1, 1, 1}},
+      {"line and quarter circle", "(l 0 0 3.14159265358979323846 0)(a 3.14159265358979323846 2 2 -1.57079632679489661923 1.57079632679489661923)", {.5, .5}, {1, -2}},
+      {"B-spline in its own pieces", "(l -5 0 0 0)(B 0 0 1 0 2 0 3 0 5 0 | 3 3 5 9 11 13 13)", {.5, .1, .2, .1, .1}, {1, 1, 1, 1, 1}},
+      {"composite whose widths do not add up to 1", "(c 3 6 9 (l 0 0 1 0)(b 1 0 2 0)(b 2 0 4 0))(l 4 0 8 0)", {1. / 12, 2. / 12, 3. / 12, .5}, {0, 1, 1, 1}},
+      {"composite whose widths add up to nothing", "(l 0 0 2 0)(c 0 0 (b 2 0 3 0)(b 3 0 4 0))(l 2 0 4 0)", {.5, 0, 0, .5}, {1, 1, 1, 1}},
       {"first curve degenerate", "(l 0 0 0 0)(l 0 0 0 2)", {0, 1}, {1, 1}},
-      {"last curve degenerate",
-       "(l 1 1 0 0)(l 0 0 0 2)(b 0 2 0 2)",
-       {M_SQRT2 / (2 + M_SQRT2), 2 / (2 + M_SQRT2), 0},
-       {1, 1, 1}},
+      {"last curve degenerate", "(l 1 1 0 0)(l 0 0 0 2)(b 0 2 0 2)", {M_SQRT2 / (2 + M_SQRT2), 2 / (2 + M_SQRT2), 0}, {1, 1, 1}},
       {"ends within epsilon", "(l 0 0 1 0)(l 1.0000009 0 2.0000009 0)", {.5, .5}, {1, 1}},
+      // clang-format on
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    Chain chain(row.chain);
-    const Owned out = Segmented(chain, 0);
+    const Owned out = Segmented(Chain(row.chain));
     ASSERT_TRUE(out->data);
     const auto& c = out.block<KurvoSegcv>();
     ASSERT_EQ(static_cast<std::size_t>(c.count), row.widths.size());
@@ -74,33 +58,27 @@ TEST(CvseqToSegcv, Table) {
 
 // Every curve keeps its points, and the whole can be evaluated up to its end.
 TEST(CvseqToSegcv, RunsThroughTheSamePointsInProportionToLength) {
-  Chain chain(
+  const Chain chain(
       "(b 0 0 100 300 400 -200)(R 400 -200 1 500 0 3 300 300 1 0 500 2 | 5 5 5 7 11 11 11)"
       "(l 0 500 -300 500)(r -300 500 1 -400 400 .5 -300 300 1)(a -300 0 300 1.57079632679489661923 "
       "1)");
-  const Owned out = Segmented(chain, 0);
+  const Owned out = Segmented(chain);
   ASSERT_TRUE(out->data);
-  Globals g;
   double lengths[5], total = 0, before = 0;
   for (int i = 0; i < 5; ++i) {
     const auto [start, length] = Domain(chain[i]);
+    Globals g;
     KurvocvCurveLen(&chain[i], start, start + length, lengths + i, &g);
     total += lengths[i];
   }
-  for (int i = 0; i < 5; ++i) {
-    const double width = lengths[i] / total;
-    for (const double f : {.01, .2, .5, .7, .99}) {
-      if (chain[i].type == CV_ARC) continue;  // the same points at other parameters
-      Point p;
-      KurvocvPosition(out.get(), before + f * width, p, &g);
-      EXPECT_LE(KurvoclDistPoint(p, PointAt(chain[i], f)), 1e-9) << i << " at " << f;
-    }
-    before += width;
-  }
-  EXPECT_LE(KurvoclDistPoint(PointAt(*out, 1), PointAt(chain[4], 1)), 1e-9);
-  Point end;
-  KurvocvPosition(out.get(), 1, end, &g);
-  EXPECT_LE(KurvoclDistPoint(end, PointAt(chain[4], 1)), 1e-9);
+  for (int i = 0; i < 5; before += lengths[i++] / total)
+    for (const double f : {.01, .2, .5, .7, .99})
+      if (chain[i].type != CV_ARC) {  // the same points at other parameters
+        EXPECT_LE(KurvoclDistPoint(At(*out, before + f * lengths[i] / total), PointAt(chain[i], f)),
+                  1e-9)
+            << i << " at " << f;
+      }
+  EXPECT_LE(KurvoclDistPoint(At(*out, 1), PointAt(chain[4], 1)), 1e-9);
 }
 
 }  // namespace

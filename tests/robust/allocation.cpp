@@ -1,4 +1,5 @@
-// The linker renames the allocator (--wrap) in everything that is linked statically, the library's
+// The linker renames the allocator and four functions of <math.h>, and the one that compilers merge
+// two of them to (--wrap), in everything that is linked statically, the library's
 // objects included; operator new comes here too.
 #include "robust/allocation.h"
 
@@ -8,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace kurvo_test {
 namespace {
@@ -23,6 +25,7 @@ struct State {
 };
 
 thread_local State state;
+thread_local bool used_libm = false;
 
 bool Grants(std::size_t size) {
   if (!state.watched) return true;
@@ -54,6 +57,7 @@ void Lose(void* p) {
 }  // namespace
 
 int64_t LiveBlocks() { return state.live_blocks; }
+bool UsedLibm() { return std::exchange(used_libm, false); }
 
 void WatchMemory(const MemoryFailure& failure, uint8_t fill) {
   state.failure = failure;
@@ -74,6 +78,7 @@ using kurvo_test::Gain;
 using kurvo_test::Grants;
 using kurvo_test::Lose;
 using kurvo_test::state;
+using kurvo_test::used_libm;
 
 extern "C" {
 void* __real_malloc(std::size_t size);
@@ -110,6 +115,33 @@ void* __wrap_realloc(void* p, std::size_t size) {
 void __wrap_free(void* p) {
   Lose(p);
   __real_free(p);
+}
+
+double __real_sin(double x);
+double __real_cos(double x);
+double __real_atan2(double y, double x);
+double __real_pow(double x, double y);
+void __real_sincos(double x, double* sine, double* cosine);
+
+double __wrap_sin(double x) {
+  used_libm = true;
+  return __real_sin(x);
+}
+double __wrap_cos(double x) {
+  used_libm = true;
+  return __real_cos(x);
+}
+double __wrap_atan2(double y, double x) {
+  used_libm = true;
+  return __real_atan2(y, x);
+}
+double __wrap_pow(double x, double y) {
+  used_libm = true;
+  return __real_pow(x, y);
+}
+void __wrap_sincos(double x, double* sine, double* cosine) {
+  used_libm = true;
+  __real_sincos(x, sine, cosine);
 }
 }
 

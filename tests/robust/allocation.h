@@ -1,4 +1,5 @@
-// The allocator of the test program, which counts, limits and fails what the library asks for.
+// The allocator of the test program, which counts, limits and fails what the library asks for, and
+// its mathematics, which is noticed.
 #pragma once
 
 #include <cstddef>
@@ -27,6 +28,10 @@ int64_t LiveBlocks();
 // `fill`, so that results that hang on its content differ from fill to fill.
 void WatchMemory(const MemoryFailure& failure, uint8_t fill);
 MemoryUse UnwatchMemory();
+
+// Whether this thread has computed a sine, cosine, arc tangent or power since the last question:
+// their last bit may change with the version of the C library, that of other operations never.
+bool UsedLibm();
 
 // No request above this is granted, so that a test machine is never brought to its knees.
 constexpr std::size_t kLargestRequest = std::size_t{1} << 30;

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "robust/libm.h"
-
 namespace kurvo_test {
 namespace {
 
@@ -136,23 +134,18 @@ void Call::AddState() {
   Add(g.stack0, g.depth0);
 }
 
-void Call::ReadBezier(const Curve& curve) {
-  const auto& block = *static_cast<const KurvoRBezier*>(curve.data);
-  const int size = curve.type == CV_RBEZIER ? 4 : 3;
-  digest_.Add(block.degree);
-  Expect(block.degree >= 0, "degree of a result");
-  const auto* const points = reinterpret_cast<const double*>(block.points);
-  if (block.degree >= 0) Add(points, size * (block.degree + 1));
-}
-
-void Call::ReadSpline(const Curve& curve) {
+// The blocks of the four free-form kinds are laid out alike: sizes, points, knots.
+void Call::ReadFreeForm(const Curve& curve) {
   const auto& block = *static_cast<const KurvoRBSpline*>(curve.data);
-  const int size = curve.type == CV_RBSPLINE ? 4 : 3;
+  const bool spline = curve.type == CV_BSPLINE || curve.type == CV_RBSPLINE;
+  const int size = curve.type == CV_RBEZIER || curve.type == CV_RBSPLINE ? 4 : 3;
   digest_.Add(block.order);
-  digest_.Add(block.count);
-  if (block.order < 1 || block.count < 0) return Expect(false, "sizes of a result");
-  Add(reinterpret_cast<const double*>(block.points), size * block.count);
-  Add(block.knots, block.order + block.count);
+  if (spline) digest_.Add(block.count);
+  if (block.order < int{spline} || (spline && block.count < 0))
+    return Expect(false, "sizes of a result");
+  Add(reinterpret_cast<const double*>(block.points),
+      size * (spline ? block.count : block.order + 1));
+  if (spline) Add(block.knots, block.order + block.count);
 }
 
 void Call::Read(const Curve& curve, bool bare) {
@@ -166,10 +159,9 @@ void Call::Read(const Curve& curve, bool bare) {
       return Add(&static_cast<const KurvoArc*>(curve.data)->radius, 13);
     case CV_BEZIER:
     case CV_RBEZIER:
-      return ReadBezier(curve);
     case CV_BSPLINE:
     case CV_RBSPLINE:
-      return ReadSpline(curve);
+      return ReadFreeForm(curve);
     case CV_SEGCV: {
       const auto& block = *static_cast<const KurvoSegcv*>(curve.data);
       digest_.Add(block.count);

@@ -103,8 +103,7 @@ class Call {
   bool GivesNull() { return hostile() && in_.OneIn(100); }
   void Start();
   void Stop();
-  void ReadBezier(const Curve& curve);
-  void ReadSpline(const Curve& curve);
+  void ReadFreeForm(const Curve& curve);
 
   Source& in_;
   Mode mode_;

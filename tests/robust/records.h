@@ -98,8 +98,8 @@ class Maker {
   ::Curve Spline(bool rational);
   ::Curve Composite(int level);
   ::Curve Nest(int levels);
-  ::Curve BezierOf(bool rational, int32_t degree, double* points);
-  ::Curve SplineOf(bool rational, int32_t order, int32_t count, double* points, double* knots);
+  ::Curve FreeForm(int32_t type, int32_t size, int32_t count, double* points,
+                   double* knots = nullptr);
   ::Curve Unknown();
   ::Curve Between(const double* from, const double* to);
   ::Curve HalfCircle(const double* from, const double* to);

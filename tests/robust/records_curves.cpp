@@ -1,4 +1,5 @@
 // Random curves of all types.
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <iterator>
@@ -20,24 +21,6 @@ constexpr Direction kDirections[] = {{1, 0, 1},   {0, 1, 1},   {3, 4, 5},   {4, 
 
 std::size_t Size(int32_t count) { return count > 0 ? static_cast<std::size_t>(count) : 0; }
 
-template <class Block>
-Block* MakeBezier(Store& store, int32_t degree, double* points) {
-  auto* const block = store.Zeroed<Block>();
-  block->degree = degree;
-  block->points = reinterpret_cast<decltype(block->points)>(points);
-  return block;
-}
-
-template <class Block>
-Block* MakeSpline(Store& store, int32_t order, int32_t count, double* points, double* knots) {
-  auto* const block = store.Zeroed<Block>();
-  block->order = order;
-  block->count = count;
-  block->points = reinterpret_cast<decltype(block->points)>(points);
-  block->knots = knots;
-  return block;
-}
-
 // Clears a pointer in a block header: free-form kinds have the points at byte 8 and the knots at
 // byte 16, composites the pieces and the widths.
 void ClearPointer(void* block, std::size_t offset) {
@@ -47,15 +30,11 @@ void ClearPointer(void* block, std::size_t offset) {
 
 }  // namespace
 
-Curve Maker::BezierOf(bool rational, int32_t degree, double* points) {
-  if (rational) return {CV_RBEZIER, MakeBezier<KurvoRBezier>(store_, degree, points), 0, 0, 0};
-  return {CV_BEZIER, MakeBezier<KurvoBezier>(store_, degree, points), 0, 0, 0};
-}
-
-Curve Maker::SplineOf(bool rational, int32_t order, int32_t count, double* points, double* knots) {
-  if (rational)
-    return {CV_RBSPLINE, MakeSpline<KurvoRBSpline>(store_, order, count, points, knots), 0, 0, 0};
-  return {CV_BSPLINE, MakeSpline<KurvoBSpline>(store_, order, count, points, knots), 0, 0, 0};
+// The blocks of the four free-form kinds are laid out alike: sizes, points, knots.
+Curve Maker::FreeForm(int32_t type, int32_t size, int32_t count, double* points, double* knots) {
+  auto* const block = store_.Zeroed<KurvoRBSpline>();
+  *block = {size, count, reinterpret_cast<HCoord*>(points), knots, {}};
+  return {type, block, 0, 0, 0};
 }
 
 bool IsWanted(int32_t type, unsigned wanted) {
@@ -72,25 +51,11 @@ Curve Maker::CurveOf(unsigned wanted, int level) {
   if (hostile() && level == 0 && in_.OneIn(64)) return Unknown();
   if (hostile() && level == 0 && in_.OneIn(64))
     return Nest(in_.OneIn(16) ? kDeepNest : in_.Between(60, 70));
-  ::Curve curve;
-  switch (type) {
-    case CV_LINE:
-      curve = Line();
-      break;
-    case CV_ARC:
-      curve = Arc();
-      break;
-    case CV_BEZIER:
-    case CV_RBEZIER:
-      curve = Bezier(type == CV_RBEZIER);
-      break;
-    case CV_BSPLINE:
-    case CV_RBSPLINE:
-      curve = Spline(type == CV_RBSPLINE);
-      break;
-    default:
-      curve = Composite(level);
-  }
+  ::Curve curve = type == CV_LINE     ? Line()
+                  : type == CV_ARC    ? Arc()
+                  : type == CV_SEGCV  ? Composite(level)
+                  : type < CV_BSPLINE ? Bezier(type == CV_RBEZIER)
+                                      : Spline(type == CV_RBSPLINE);
   if (hostile() && in_.OneIn(32)) Misname(curve);
   return curve;
 }
@@ -183,7 +148,7 @@ Curve Maker::Arc() {
 Curve Maker::Bezier(bool rational) {
   const int32_t degree = Degree();
   const int32_t count = degree < 0 ? 1 : degree + 1;
-  return BezierOf(rational, degree, Points(count, rational ? 4 : 3));
+  return FreeForm(rational ? CV_RBEZIER : CV_BEZIER, degree, 0, Points(count, rational ? 4 : 3));
 }
 
 void Maker::SoundKnots(double* knots, int32_t order, int32_t count) {
@@ -204,22 +169,15 @@ void Maker::SoundKnots(double* knots, int32_t order, int32_t count) {
 }
 
 void Maker::SpoilKnots(double* knots, int32_t total) {
-  switch (in_.Below(6)) {
-    case 0:
-      for (int32_t i = 0; i < total; ++i) knots[i] = Malicious();
-      return;
-    case 1:
-      for (int32_t i = 0; i < total; ++i) knots[i] = one_value_;
-      return;
-    case 2:
-      for (int32_t i = 0; i < total; ++i) knots[i] = in_.Fraction();  // unsorted
-      return;
-    case 3:
-      for (int32_t i = 0; i < total / 2; ++i) std::swap(knots[i], knots[total - 1 - i]);
-      return;
-    default:
-      for (int32_t i = 0; i < total; ++i)
-        if (in_.OneIn(8)) knots[i] = Malicious();
+  const uint32_t kind = in_.Below(6);
+  if (kind == 3) return std::reverse(knots, knots + total);
+  for (int32_t i = 0; i < total; ++i) {
+    if (kind == 1)
+      knots[i] = one_value_;
+    else if (kind == 2)
+      knots[i] = in_.Fraction();  // unsorted
+    else if (kind == 0 || in_.OneIn(8))
+      knots[i] = Malicious();
   }
 }
 
@@ -244,7 +202,8 @@ Curve Maker::Spline(bool rational) {
   const int32_t held = count == INT32_MAX ? 1 : count;
   const int32_t held_order = order == INT32_MAX ? 1 : order;
   double* const knots = Knots(held_order, held);
-  return SplineOf(rational, order, count, Points(held, rational ? 4 : 3), knots);
+  double* const points = Points(held, rational ? 4 : 3);
+  return FreeForm(rational ? CV_RBSPLINE : CV_BSPLINE, order, count, points, knots);
 }
 
 double* Maker::Widths(int32_t count) {
@@ -324,11 +283,11 @@ Curve Maker::Between(const double* from, const double* to) {
     std::memcpy(line->end, to, 2 * sizeof(double));
     return {CV_LINE, line, 0, 0, 0};
   }
-  if (kind < 6) return BezierOf(rational, degree, points);
+  if (kind < 6) return FreeForm(rational ? CV_RBEZIER : CV_BEZIER, degree, 0, points);
   double* const knots = store_.Numbers(Size(degree + 1 + count));
   for (int32_t i = 0; i < degree + 1 + count; ++i)
     knots[i] = i <= degree ? 0 : i >= count ? 1 : double(i - degree) / (count - degree);
-  return SplineOf(rational, degree + 1, count, points, knots);
+  return FreeForm(rational ? CV_RBSPLINE : CV_BSPLINE, degree + 1, count, points, knots);
 }
 
 }  // namespace kurvo_test

@@ -26,20 +26,6 @@ constexpr std::size_t kGuardBytes = 64 << 10;  // below it: whoever gets there d
 constexpr int kPaint = 0xC5;
 constexpr int64_t kShortForm = 300;
 
-struct Task {
-  const Entry* entry;
-  uint64_t calls;
-  int complaints;
-};
-
-void* RunEntry(void* argument) {
-  Task& task = *static_cast<Task*>(argument);
-  for (uint64_t number = 0; number < task.calls; ++number)
-    task.complaints +=
-        !RunNumbered(*task.entry, number, {.mode = HostileIf(number % 2)}).complaint.empty();
-  return nullptr;
-}
-
 // A stack of its own, painted, so that what was used of it shows.
 class PaintedStack {
  public:
@@ -55,19 +41,20 @@ class PaintedStack {
   PaintedStack& operator=(const PaintedStack&) = delete;
   ~PaintedStack() { munmap(guard_, kGuardBytes + kStackBytes); }
 
-  // Runs body(argument) in a thread on it. Result: bytes used.
-  std::size_t Run(void* (*body)(void*), void* argument) {
+  // Runs the body in a thread on it. Result: bytes used.
+  template <class Body>
+  std::size_t Run(Body body) {
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     EXPECT_EQ(pthread_attr_setstack(&attributes, bottom(), kStackBytes), 0);
     pthread_t thread;
-    EXPECT_EQ(pthread_create(&thread, &attributes, body, argument), 0);
+    const auto run = [](void* given) -> void* { return (*static_cast<Body*>(given))(), nullptr; };
+    EXPECT_EQ(pthread_create(&thread, &attributes, run, &body), 0);
     pthread_join(thread, nullptr);
     pthread_attr_destroy(&attributes);
-    const unsigned char* const top = bottom() + kStackBytes;
-    return static_cast<std::size_t>(top -
-                                    std::find_if(static_cast<const unsigned char*>(bottom()), top,
-                                                 [](unsigned char c) { return c != kPaint; }));
+    std::size_t clean = 0;
+    while (clean < kStackBytes && bottom()[clean] == kPaint) ++clean;
+    return kStackBytes - clean;
   }
 
  private:
@@ -78,12 +65,15 @@ class PaintedStack {
 TEST(SmallStack, IsEnough) {
   if (kWiderFrames) GTEST_SKIP() << "instrumented frames are several times as large";
   NameCallsThatDie();
+  const auto calls = uint64_t(Setting("KURVO_STACK_CALLS", kShortForm));
   std::size_t most = 0;
   const char* hungriest = "";
   for (const Entry& entry : Table()) {
-    Task task = {&entry, uint64_t(Setting("KURVO_STACK_CALLS", kShortForm)), 0};
-    const std::size_t used = PaintedStack().Run(RunEntry, &task);
-    EXPECT_EQ(task.complaints, 0) << entry.name;
+    const std::size_t used = PaintedStack().Run([&] {
+      for (uint64_t number = 0; number < calls; ++number)
+        EXPECT_EQ(RunNumbered(entry, number, {.mode = HostileIf(number % 2)}).complaint, "")
+            << entry.name;
+    });
     if (used > most) hungriest = entry.name;
     most = std::max(most, used);
     if (used > kStackBytes / 8) std::printf("%-24s %zu bytes\n", entry.name, used);

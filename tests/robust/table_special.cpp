@@ -1,7 +1,4 @@
 // Calls that no signature tells.
-#include <algorithm>
-#include <cstdlib>
-#include <cstring>
 
 #include "robust/row.h"
 

@@ -1,6 +1,8 @@
 // What the tests of the planar calculus share: points by value, a fresh record, seeded numbers.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -10,6 +12,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "kurvo.h"
 
@@ -68,5 +71,28 @@ class Random {
   uint64_t seed_ = 20240607;
   std::mt19937_64 engine_;
 };
+
+// Calls body(random, round) until one fails.
+template <class Body>
+void Rounds(int count, const Body& body) {
+  Random random;
+  SCOPED_TRACE(random.Trace());
+  for (int round = 0; round < count && !testing::Test::HasFailure(); ++round) {
+    SCOPED_TRACE(round);
+    body(random, round);
+  }
+}
+
+constexpr double kSize = 10;  // of random coordinates
+
+// x, y, or x, y, weight, one after the other.
+inline std::vector<double> RandomPoints(Random& random, int count, bool weights) {
+  std::vector<double> points;
+  for (int i = 0; i < count; ++i) {
+    points.insert(points.end(), {random.Uniform(-kSize, kSize), random.Uniform(-kSize, kSize)});
+    if (weights) points.push_back(random.Uniform(.2, 3));
+  }
+  return points;
+}
 
 }  // namespace kurvo_test

@@ -1,21 +1,78 @@
-// The roles of arguments.
+// The roles of arguments: each draws one and tells the call what to judge and keep of it
+// afterwards.
+#pragma once
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
-#include "robust/row.h"
+#include "robust/table.h"
 
 namespace kurvo_test {
-namespace {
 
-bool IsZero(const double* p) { return p[0] == 0 && p[1] == 0 && p[2] == 0; }
+// Null now and then, where the function allows it.
+template <class Role>
+auto OrNull(Role role) {
+  return [role](Call& c) { return c.in().OneIn(16) ? nullptr : role(c); };
+}
+
+// One of the first; when hostile, one time in `rarity`, one of the others, or any number.
+inline auto Choice(std::initializer_list<int> sound, std::initializer_list<int> other,
+                   uint32_t rarity) {
+  return [sound = std::vector(sound), other = std::vector(other), rarity](Call& c) {
+    return c.in().Pick(c.hostile() && c.in().Below(rarity) == 0 ? other : sound);
+  };
+}
+inline auto Choice(std::initializer_list<double> sound, uint32_t rarity) {
+  return [sound = std::vector(sound), rarity](Call& c) {
+    return c.hostile() && c.in().Below(rarity) == 0 ? c.Number() : c.in().Pick(sound);
+  };
+}
+
+// ---- results, which are freed
+// A header that may hold anything before it becomes a result. `bare`: pieces without a block are
+// copied as they are.
+template <class Record>
+Record* Result(Call& c, bool bare) {
+  Record* const record = c.own_store().Zeroed<Record>();
+  if constexpr (std::is_same_v<Record, Curve>)
+    *record = {-1, nullptr, 9, 9, 9};
+  else
+    *record = {9, nullptr};
+  c.Afterwards([=, &c] { c.Take(*record, bare); });
+  return record;
+}
+template <class Record>
+Record* Fresh(Call& c) {
+  return Result<Record>(c, false);
+}
+template <class Record>
+Record* Bare(Call& c) {
+  return Result<Record>(c, true);
+}
+
+// Nothing is half written.
+inline double* Written(Call& c, int size) {
+  double* const out = c.Room(size);
+  c.Afterwards([=, &c] {
+    c.Add(out, size);
+    const auto untouched = std::count(out, out + size, Call::kUnwritten);
+    c.Expect(untouched == 0 || untouched == size, "partly written");
+  });
+  return out;
+}
+inline auto Out(int size) {
+  return [size](Call& c) { return Written(c, size); };
+}
+
+inline bool IsZero(const double* p) { return p[0] == 0 && p[1] == 0 && p[2] == 0; }
 
 // Gives the point before the coordinates of `p`.
-void MovePoint(Call& c, const double* p) {
+inline void MovePoint(Call& c, const double* p) {
   if (c.given.point) std::memcpy(c.given.point, p, 3 * sizeof *p);
 }
 
-double* PutNear(Call& c, double* p) {
+inline double* PutNear(Call& c, double* p) {
   p[0] = c.Number();
   p[1] = c.Number();
   p[2] = 0;
@@ -25,7 +82,8 @@ double* PutNear(Call& c, double* p) {
   return p;
 }
 
-Curve* Changed(Call& c, bool whole) {
+// When memory runs out the curve is as it was; a `whole` one after any failure.
+inline Curve* Changed(Call& c, bool whole) {
   Curve* const curve = c.OwnCurve();
   const Curve before = curve ? *curve : Curve{};
   c.Afterwards([=, &c] {
@@ -37,7 +95,7 @@ Curve* Changed(Call& c, bool whole) {
 }
 
 // A curve all of whose blocks the library may free, spoiled where that must not matter.
-Curve Freeable(Call& c) {
+inline Curve Freeable(Call& c) {
   Store store;
   Maker maker(c.in(), c.hostile() ? Mode::kHostile : Mode::kBenign, store);
   const Curve source = maker.Curve();
@@ -60,50 +118,49 @@ Curve Freeable(Call& c) {
   return curve;
 }
 
-}  // namespace
-
-double OneNumber(Call& c) {
+// Now and then the one before, or next to it.
+inline double OneNumber(Call& c) {
   if (c.given.number && c.in().OneIn(4)) return *c.given.number + c.in().Pick({0., 1e-6});
   return *(c.given.number = c.Number());
 }
 
-const double* OnePoint(Call& c) {
-  if (!c.given.point || !c.in().OneIn(4)) c.given.point = c.Point();
+// Now and then the one before.
+inline const double* OnePoint(Call& c, int size) {
+  if (!c.given.point || !c.in().OneIn(4)) c.given.point = c.Point(size);
   return c.given.point;
 }
+inline const double* OnePoint(Call& c) { return OnePoint(c, 3); }
 
-const Curve* OneCurve(Call& c) {
+// Likewise.
+inline const Curve* OneCurve(Call& c) {
   if (!c.given.curve || !c.in().OneIn(8)) c.given.curve = c.AnyCurve();
   return c.given.curve;
 }
 
-const KurvoArc* OneArc(Call& c) {
+// Now and then with an end at the point before.
+inline const KurvoArc* OneArc(Call& c) {
   const KurvoArc* const arc = c.AnyArc();
   if (arc && c.in().Below(2)) MovePoint(c, c.in().Below(2) ? arc->start : arc->end);
   return arc;
 }
 
-const double* Line(Call& c) {
+// Likewise.
+inline const double* Line(Call& c) {
   const double* const line = c.Array(6);
   if (c.in().OneIn(4)) MovePoint(c, line + 3 * c.in().Below(2));
   return line;
 }
 
-const double* HPoint(Call& c) {
-  if (!c.given.point || !c.in().OneIn(4)) c.given.point = c.Point(4);
-  return c.given.point;
-}
-
-const double* Matrix(Call& c) { return c.Array(16); }
-
-const double* SomeBox(Call& c) {
+inline const double* HPoint(Call& c) { return OnePoint(c, 4); }
+inline const double* Matrix(Call& c) { return c.Array(16); }
+inline const double* SomeBox(Call& c) {
   double* const box = c.Array(6);
   for (int i = 0; i < 3; ++i)
     if (!c.hostile() && box[i] > box[i + 3]) std::swap(box[i], box[i + 3]);
   return box;
 }
 
-const double* Normal(Call& c) {
+inline const double* Normal(Call& c) {
   double* const normal = c.Array(3);
   normal[0] = normal[1] = 0;
   normal[2] = c.in().Pick({1., -1., 2.});
@@ -111,60 +168,65 @@ const double* Normal(Call& c) {
   return normal;
 }
 
-const double* Up(Call& c) {
+// Now and then another length.
+inline const double* Up(Call& c) {
   double* const up = c.Array(3);
   up[0] = up[1] = 0;
   if (!c.in().OneIn(16)) up[2] = 1;
   return up;
 }
 
-const double* Axis(Call& c) { return c.hostile() ? OnePoint(c) : Up(c); }
+inline const double* Axis(Call& c) { return c.hostile() ? OnePoint(c) : Up(c); }
 
-const double* FlatPoint(Call& c) {
+inline const double* FlatPoint(Call& c) {
   double* const p = c.Point();
   p[2] = 0;
   return p;
 }
 
-const double* Direction(Call& c) {
+inline const double* Direction(Call& c) {
   static constexpr Coord kZero = {0, 0, 0};
   return c.in().Below(2) ? OnePoint(c) : kZero;
 }
 
-const double* Near(Call& c) { return PutNear(c, c.Point()); }
-const Curve* Spline(Call& c) { return c.AnyCurve(kSplines); }
-const Curve* Composite(Call& c) { return c.AnyCurve(kComposites); }
-double Parameter(Call& c) { return c.Parameter(); }
+// One in two of them from the curve before.
+inline const double* Near(Call& c) { return PutNear(c, c.Point()); }
+inline const Curve* Spline(Call& c) { return c.AnyCurve(kSplines); }
+inline const Curve* Composite(Call& c) { return c.AnyCurve(kComposites); }
+inline double Parameter(Call& c) { return c.Parameter(); }
 
-double Epsilon(Call& c) {
+inline double Epsilon(Call& c) {
   return c.in().Below(2) ? c.in().Pick({1e-6, 1e-5, 1e-4, .01, 1e-3, .02, 0., -1e-6}) : c.Number();
 }
 
-double Radius(Call& c) { return c.in().Below(2) ? 16 : c.Number(); }
+inline double Radius(Call& c) { return c.in().Below(2) ? 16 : c.Number(); }
 
-int ErrorCode(Call& c) {
+inline int ErrorCode(Call& c) {
   return c.in().Below(2) ? static_cast<int>(c.in().Bits() & 0xFFFFFFFF)
                          : c.in().Pick({0, 0xE00C47, 0x754C52, -1, INT32_MIN});
 }
 
-uint32_t Bytes(Call& c) {
+// Room that the caller asks for: a little, or more than there is.
+inline uint32_t Bytes(Call& c) {
   return c.in().OneIn(16) ? c.in().Pick({0xFFFFFFFFu, 0x80000000u, 0x40000001u})
                           : c.in().Below(c.in().Below(2) ? 64 : 65536);
 }
 
-int32_t Items(Call& c) {
+// Likewise.
+inline int32_t Items(Call& c) {
   if (c.hostile() && c.in().OneIn(8)) return c.in().Pick({-1, INT32_MIN, INT32_MAX, 1 << 30});
   return c.in().Between(0, 20);
 }
 
-void* Block(Call& c) { return c.in().Below(4) ? std::malloc(c.in().Below(256)) : nullptr; }
+inline void* Block(Call& c) { return c.in().Below(4) ? std::malloc(c.in().Below(256)) : nullptr; }
 
-const double* Points(Call& c) {
+// Arrays, how many points or knots the call says they hold, and an order.
+inline const double* Points(Call& c) {
   c.given.count = c.hostile() && c.in().OneIn(50) ? 4000 : c.in().Between(2, 12);
   return c.hostile() && c.in().OneIn(50) ? nullptr : c.Array(3 * c.given.count);
 }
 
-double* Knots(Call& c) {
+inline double* Knots(Call& c) {
   c.given.count = c.in().Between(0, 16);
   if (c.hostile() && c.in().OneIn(50)) return nullptr;
   double* const knots = c.OwnNumbers(c.given.count);
@@ -174,17 +236,18 @@ double* Knots(Call& c) {
   return knots;
 }
 
-int32_t Count(Call& c) {
+inline int32_t Count(Call& c) {
   return c.hostile() && c.in().OneIn(8) ? c.in().Pick({0, -1, INT32_MIN}) : c.given.count;
 }
 
-int32_t Order(Call& c) {
+inline int32_t Order(Call& c) {
   return c.hostile() && c.in().OneIn(4)
              ? c.in().Pick({0, 1, 2, 15, 16, 24, 40, 41, 64, c.given.count, -1, INT32_MAX})
              : c.in().Between(2, std::clamp(c.given.count, 2, 5));
 }
 
-GlobalVar* State(Call& c) {
+// The tolerances.
+inline GlobalVar* State(Call& c) {
   for (uint32_t saved = c.in().Below(4); saved > 0; --saved) {
     KurvoclPushEpsilon(1e-3, &c.g);
     KurvoclPushEpsilon0(1e-4, &c.g);
@@ -194,25 +257,26 @@ GlobalVar* State(Call& c) {
   return &c.g;
 }
 
-double* Vector(Call& c) {
+inline double* Vector(Call& c) {
   double* const v = Written(c, 3);
   for (int i = 0; i < 3; ++i) v[i] = c.Number();
   return v;
 }
 
-double* NearInPlace(Call& c) { return PutNear(c, Written(c, 3)); }
+// Likewise.
+inline double* NearInPlace(Call& c) { return PutNear(c, Written(c, 3)); }
 
-Curve* Pieces(Call& c) { return Changed(c, false); }
-Curve* Whole(Call& c) { return Changed(c, true); }
+inline Curve* Pieces(Call& c) { return Changed(c, false); }
+inline Curve* Whole(Call& c) { return Changed(c, true); }
 
-Curve* OwnedCurve(Call& c) {
+inline Curve* OwnedCurve(Call& c) {
   Curve* const curve = c.own_store().Zeroed<Curve>();
   *curve = Freeable(c);
   curve->attr = 5;
   return curve;
 }
 
-Cvseq* OwnedSequence(Call& c) {
+inline Cvseq* OwnedSequence(Call& c) {
   const int count = c.hostile() && c.in().OneIn(8) ? c.in().Pick({0, -1}) : c.in().Between(1, 4);
   Cvseq* const seq = c.own_store().Zeroed<Cvseq>();
   seq->count = count;
@@ -222,7 +286,7 @@ Cvseq* OwnedSequence(Call& c) {
 }
 
 // With a count of none, the values are not the list's own.
-CvParam* OwnedList(Call& c) {
+inline CvParam* OwnedList(Call& c) {
   const int count = c.in().Between(c.hostile() ? -2 : 0, 9);
   CvParam* const list = Fresh<CvParam>(c);
   const auto bytes = static_cast<size_t>(count) * sizeof(double);
@@ -230,7 +294,8 @@ CvParam* OwnedList(Call& c) {
   return list;
 }
 
-CvParam* WantedList(Call& c) {
+// Whose count says what room it asks for.
+inline CvParam* WantedList(Call& c) {
   CvParam* const list = c.own_store().Zeroed<CvParam>();
   const int32_t count = list->count = Items(c);
   c.Afterwards([=, &c] {
@@ -242,29 +307,20 @@ CvParam* WantedList(Call& c) {
   return list;
 }
 
-// Nothing is half written.
-double* Written(Call& c, int size) {
-  double* const out = c.Room(size);
-  c.Afterwards([=, &c] {
-    c.Add(out, size);
-    const auto untouched = std::count(out, out + size, Call::kUnwritten);
-    c.Expect(untouched == 0 || untouched == size, "partly written");
-  });
-  return out;
-}
-
-double* ZeroedOut(Call& c) {
+// Three numbers, (0, 0, 0) without memory.
+inline double* ZeroedOut(Call& c) {
   double* const out = Written(c, 3);
   c.Afterwards([=, &c] { c.Neutral(IsZero(out)); });
   return out;
 }
 
-Cvseq* Emptied(Call& c) {
+// For a function that leaves it alone when an error is pending.
+inline Cvseq* Emptied(Call& c) {
   Cvseq* const seq = Bare<Cvseq>(c);
   *seq = {};
   return seq;
 }
 
-uint32_t* Word(Call& c) { return c.own_store().Zeroed<uint32_t>(2); }
+inline uint32_t* Word(Call& c) { return c.own_store().Zeroed<uint32_t>(2); }
 
 }  // namespace kurvo_test

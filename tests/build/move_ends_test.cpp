@@ -1,15 +1,16 @@
 // Moving the start or the end point of a curve.
-#include <gtest/gtest.h>
-
-#include "query/reference.h"
+#include "support/curve_text.h"
+#include "support/oracle.h"
 
 namespace kurvo_test {
 namespace {
 
 constexpr Point kDelta = {.25, -4, 2};
 
-void Move(Curve* cv, bool start, GlobalVar& g) {
+void Move(Curve* cv, bool start) {
+  Globals g;
   start ? KurvocvMvStartPoint(cv, kDelta, &g) : KurvocvMvEndPoint(cv, kDelta, &g);
+  EXPECT_EQ(KurvoErrGet(&g), 0);
 }
 
 Point End(const Curve* cv, bool start) {
@@ -20,33 +21,30 @@ Point End(const Curve* cv, bool start) {
   return p;
 }
 
-// Which of the control points (ends of a line) differ, as in "10010".
+// Which of the points differ, as in "10010"; weights, knots and widths stay.
 std::string Moved(const Curve& a, const Curve& b) {
-  if (a.type == CV_SEGCV) {
-    const auto& pieces = *static_cast<KurvoSegcv*>(a.data);
-    const auto& others = *static_cast<KurvoSegcv*>(b.data);
-    std::string text;
-    for (int i = 0; i < pieces.count; ++i) text += Moved(pieces.curves[i], others.curves[i]) + ' ';
-    return text;
-  }
-  const bool line = a.type == CV_LINE, bezier = a.type == CV_BEZIER || a.type == CV_RBEZIER;
-  const double* p = line ? static_cast<double*>(a.data) : FreeForm(a).points;
-  const double* q = line ? static_cast<double*>(b.data) : FreeForm(b).points;
-  const int count = line ? 2 : bezier ? FreeForm(a).order : SplineCount(a);
-  const int stride = line ? 3 : FreeForm(a).stride;
+  std::vector<const double*> before, behind;
+  const auto none = [](double) {};
+  ForEachPoint(
+      a, [&](const double* p) { before.push_back(p); }, none);
+  ForEachPoint(
+      b, [&](const double* p) { behind.push_back(p); }, none);
   std::string text;
-  for (int i = 0; i < count; ++i, p += stride, q += stride) {
-    text += std::equal(p, p + stride, q) ? '0' : '1';
-    EXPECT_TRUE(stride == 3 || p[3] == q[3]);  // weights stay
+  int coordinates = 0, numbers = 0;
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    text += std::equal(before[i], before[i] + 3, behind[i]) ? '0' : '1';
+    for (int c = 0; c < 3; ++c) coordinates += before[i][c] != behind[i][c];
   }
+  const Numbers p = AllNumbers(a), q = AllNumbers(b);
+  for (std::size_t i = 0; i < p.size(); ++i) numbers += p[i] != q[i];
+  EXPECT_EQ(numbers, coordinates) << "more than points has changed";
   return text;
 }
 
 TEST(MoveEndPoint, MovesJustTheControlPointsThatActThere) {
+  // clang-format off
   const struct {
-    const char* curve;
-    const char* start;
-    const char* end;
+    const char *curve, *start, *end;
   } rows[] = {
       {"l 1 2 4 -3", "10", "01"},
       {"b 3 4", "1", "1"},
@@ -64,53 +62,46 @@ TEST(MoveEndPoint, MovesJustTheControlPointsThatActThere) {
       {"R 0 0 2 1 2 0 3 2 3 5 0 0 7 9 4 | 0 1 2 3 4 5 6 7 8", "10100", "00101"},  // weight 0
       {"R 0 0 1 1 2 1 3 2 1 5 0 1 7 9 1 | 0 1 2 3 4 5 6 7 8", "11100", "00111"},
       {"R 0 0 1 1 2 -.25 3 2 1 5 0 -.25 7 9 1 | -3 -2 -1 0 1 2 3 4 5", "11100", "00111"},
-      {"c 2 1 (l 1 2 3 4)(a 0 0 1 0 1)", "10 ", nullptr},
-      {"c 1 1 (c 3 (b 0 0 1 1 2 0))(c 1 2 (l 0 0 1 1)(l 1 1 3 2))", "100  00 00  ", "000  00 01  "},
+      {"c 2 1 (l 1 2 3 4)(a 0 0 1 0 1)", "10000", nullptr},
+      {"c 1 1 (c 3 (b 0 0 1 1 2 0))(c 1 2 (l 0 0 1 1)(l 1 1 3 2))", "1000000", "0000001"},
   };
+  // clang-format on
   for (const auto& row : rows) {
     for (const bool start : {true, false}) {
       if (!(start ? row.start : row.end)) continue;
       const Owned source = Make(row.curve);
       Owned cv = Make(row.curve);
-      Globals g;
-      Move(cv.get(), start, g);
-      EXPECT_EQ(KurvoErrGet(&g), 0) << row.curve;
+      Move(cv.get(), start);
       const Point p = End(source.get(), start), q = End(cv.get(), start);
       const bool rational = cv->type == CV_RBSPLINE;  // whose evaluated points have z = 0
       for (std::size_t i = 0; i < (rational ? 2 : 3); ++i)
         EXPECT_NEAR(q[i] - p[i], kDelta[i], 1e-13) << row.curve << (start ? " start" : " end");
-      if (cv->type == CV_SEGCV && row.end == nullptr) continue;
       EXPECT_EQ(Moved(*cv, *source), start ? row.start : row.end) << row.curve;
     }
   }
 }
 
 TEST(MoveEndPoint, UnclampedSplines) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 300; ++round) {
+  Rounds(300, [&](Random& random, int round) {
     const bool rational = round % 2 == 1, start = round % 4 >= 2;
     const int order = round % 50 == 0 ? 70 : static_cast<int>(random.Uniform(2, 8));
     const int count = order + static_cast<int>(random.Uniform(0, 6));
     Numbers knots(static_cast<std::size_t>(order + count));
     for (double& u : knots) u = random.Uniform(0, order + count);
     std::sort(knots.begin(), knots.end());
-    const Numbers points = RandomPoints(random, count, rational);
-    const int32_t type = rational ? CV_RBSPLINE : CV_BSPLINE;
-    const Owned source = MakeFreeForm(type, points, knots);
-    Owned cv = MakeFreeForm(type, points, knots);
-    Globals g;
-    Move(cv.get(), start, g);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-    const Reference before(*source), after(*cv);
-    const double t = start ? before.start() : before.end();
+    const Owned source = MakeFreeForm(rational ? CV_RBSPLINE : CV_BSPLINE,
+                                      RandomPoints(random, count, rational), knots);
+    Owned cv = Copy(*source);
+    Move(cv.get(), start);
+    const Oracle before(*source), after(*cv);
+    const Wide t = start ? before.start() : before.end();
     const auto p = before.PointAt(t), q = after.PointAt(t);
     EXPECT_NEAR(static_cast<double>(q.x - p.x), kDelta[0], 1e-11) << round;
     EXPECT_NEAR(static_cast<double>(q.y - p.y), kDelta[1], 1e-11) << round;
     const std::string moved(static_cast<std::size_t>(order - 1), '1'),
         still(static_cast<std::size_t>(count - order + 1), '0');
     EXPECT_EQ(Moved(*cv, *source), start ? moved + still : still + moved) << round;
-  }
+  });
 }
 
 // With shares 1/6, 2/3 and 1/6 in the end the least change is 1/3, 4/3 and 1/3 of the displacement;
@@ -120,15 +111,12 @@ TEST(MoveEndPoint, ChangesAsLittleAsItCan) {
        {"B 1 0 1 0 1 0 1 0 | 0 1 2 3 4 5 6 7", "R 1 0 2 1 0 2 1 0 2 1 0 2 | 0 1 2 3 4 5 6 7"}) {
     for (const bool start : {true, false}) {
       Owned cv = Make(text);
-      Globals g;
-      Move(cv.get(), start, g);
-      const FreeForm form(*cv);
+      Move(cv.get(), start);
       const double want[] = {1. / 3, 4. / 3, 1. / 3};
       for (int i = 0; i < 3; ++i) {
-        const double* p = form.points + (start ? i : i + 1) * form.stride;
-        EXPECT_NEAR(p[0] - 1, want[i] * kDelta[0], 1e-15) << text << ' ' << i;
-        EXPECT_NEAR(p[1], want[i] * kDelta[1], 1e-14) << text << ' ' << i;
-        EXPECT_NEAR(p[2], want[i] * kDelta[2], 1e-14) << text << ' ' << i;
+        const double* p = FreeForm(*cv).point(start ? i : i + 1);
+        for (std::size_t c = 0; c < 3; ++c)
+          EXPECT_NEAR(p[c] - (c == 0), want[i] * kDelta[c], 1e-14) << text << ' ' << i;
       }
     }
   }
@@ -140,10 +128,7 @@ TEST(MoveEndPoint, DeltaInsideTheCurve) {
   auto& block = line.block<KurvoLine>();
   Globals g;
   KurvocvMvEndPoint(line.get(), block.end, &g);
-  EXPECT_EQ(block.end[0], 8);
-  KurvocvMove(line.get(), block.start, &g);
-  EXPECT_EQ(block.start[1], 4);
-  EXPECT_EQ(block.end[1], -4);
+  EXPECT_TRUE(IsCurve(*line, "l 1 2 8 -6"));
 }
 
 }  // namespace
