@@ -36,10 +36,12 @@ double BracketedRoot(const Polynomial& f, const Polynomial& derivative, double a
   return BracketedNewton(a, b, 0.5 * (a + b), Value(f, a) < 0.0, at);
 }
 
-RootList TurningPoints(const Polynomial& f) {
-  RootList turning;
-  AppendRoots(Derivative(f), turning);
-  return turning;
+RootList SignChanges(const Polynomial& f) {
+  RootList roots;
+  AppendRoots(f, roots);
+  return roots;
 }
+
+RootList TurningPoints(const Polynomial& f) { return SignChanges(Derivative(f)); }
 
 }  // namespace kurvo

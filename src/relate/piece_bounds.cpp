@@ -41,11 +41,14 @@ bool StripApart(const BezierPiece& a, const BezierPiece& b, double slack) {
   return below || above;
 }
 
-TangentCone ConeOf(const BezierPiece& part) {
-  const Vec2 axis = Planar(part.points[part.degree]) - Planar(part.points[0]);
+namespace {
+
+template <class Point>
+TangentCone ConeOfLegs(const Point* points, int32_t degree) {
+  const Vec2 axis = Planar(points[degree]) - Planar(points[0]);
   TangentCone cone;
-  for (int32_t i = 0; i < part.degree; ++i) {
-    const Vec2 leg = Planar(part.points[i + 1]) - Planar(part.points[i]);
+  for (int32_t i = 0; i < degree; ++i) {
+    const Vec2 leg = Planar(points[i + 1]) - Planar(points[i]);
     if (leg.x == 0.0 && leg.y == 0.0) continue;
     if (!(Dot(axis, leg) > 0.0)) return {};
     if (!cone.narrow) {
@@ -58,6 +61,12 @@ TangentCone ConeOf(const BezierPiece& part) {
   }
   return cone;
 }
+
+}  // namespace
+
+TangentCone ConeOf(const BezierPiece& part) { return ConeOfLegs(part.points, part.degree); }
+
+TangentCone ConeOf(const double (*points)[3], int32_t degree) { return ConeOfLegs(points, degree); }
 
 bool ConesApart(const TangentCone& a, const TangentCone& b) {
   if (!a.narrow || !b.narrow) return false;
