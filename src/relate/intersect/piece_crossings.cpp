@@ -136,7 +136,8 @@ class PieceSearch {
   }
 
   // The crossing or the contact next to a place. From the point beside it: with equal parameters
-  // the tangents of curves that differ by a shift are parallel, and Newton's method has no way to go.
+  // the tangents of curves that differ by a shift are parallel, and Newton's method has no way to
+  // go.
   void FindNear(ParameterPair place) {
     work_.Spend(kApproachCost * pair_cost_);
     place.s = RefineNearest(pieces_.a, PointAt(pieces_.b, place.t), place.s);
