@@ -48,11 +48,14 @@ bool OffsetFreeForm(const SplineView<kDim>& spline, Vec3 normal, double distance
   const auto order = static_cast<std::size_t>(spline.order);
   const auto points = NewArray<double[kDim]>((ClampedSize(spans) * order).value());
   double(*next)[kDim] = points.get();
-  ExtractAllBeziers(spline, [&](int32_t) {
-    double(*piece)[kDim] = next;
-    next += order;
-    return piece;
-  });
+  ExtractAllBeziers(
+      spline,
+      [&](int32_t) {
+        double(*piece)[kDim] = next;
+        next += order;
+        return piece;
+      },
+      [](int32_t) {});
   if (spans > 0) task.most_pieces = std::max(kLeastOffsetPieces, task.most_pieces / spans);
   for (std::size_t i = 0; i < spans; ++i)
     OffsetBezier(points.get() + i * order, spline.order - 1, task, pieces);

@@ -99,17 +99,6 @@ PlanarBox BoxAround(const WeightedPoint* points, int32_t degree) {
   return box;
 }
 
-BezierPiece AppendPiece(const BezierSpan& span, bool rational, std::vector<WeightedPoint>& points) {
-  BezierPiece piece{nullptr, std::max(span.degree, 1), rational, span.start, span.width};
-  for (int32_t i = 0; i <= span.degree; ++i) {
-    const double* p = span.points + static_cast<std::ptrdiff_t>(i) * span.stride();
-    points.push_back({p[0], p[1], rational ? p[3] : 1.0});
-    piece.box.Widen(Planar(p));
-  }
-  if (span.degree == 0) points.push_back(points.back());
-  return piece;
-}
-
 Halves Halve(const BezierPiece& piece, WeightedPoint* room, std::size_t slot) {
   WeightedPoint *left = room, *right = room + slot;
   std::copy_n(piece.points, piece.degree + 1, right);

@@ -13,6 +13,7 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <vector>
 
 #include "relate/intersect/alongside.h"
 #include "relate/intersect/piece_overlap.h"
@@ -221,7 +222,7 @@ class PieceSearch {
     if (!pieces_.MoveToEnds(at, moved)) return;
     if (moved) place = PointAt(pieces_.a, at.s);
     const auto known =
-        std::find_if(found_.begin() + static_cast<std::ptrdiff_t>(first_found_), found_.end(),
+        std::find_if(found_.begin() + first_found_, found_.end(),
                      [&](const Crossing& c) { return pieces_.IsSame(c, at, touch); });
     if (known == found_.end())
       found_.push_back({at.s, at.t, touch, place});
