@@ -42,14 +42,18 @@ OwnedCurve CompositeOfSpans(const SplineView<kDim>& spline) {
   const double range = knots.End() - knots.Start();
   Widths widths;
   int32_t n = 0;
-  ExtractAllBeziers(spline, [&](int32_t i) {
-    double(*points)[kDim] = nullptr;
-    OwnedCurve piece = NewBezier<kDim>(spline.order - 1, [&](double(*to)[kDim]) { points = to; });
-    block.curves[n] = piece.Release();
-    block.widths[n] = widths.UpTo((spline.knots[i + 1] - knots.Start()) / range);
-    ++n;
-    return points;
-  });
+  ExtractAllBeziers(
+      spline,
+      [&](int32_t i) {
+        double(*points)[kDim] = nullptr;
+        OwnedCurve piece =
+            NewBezier<kDim>(spline.order - 1, [&](double(*to)[kDim]) { points = to; });
+        block.curves[n] = piece.Release();
+        block.widths[n] = widths.UpTo((spline.knots[i + 1] - knots.Start()) / range);
+        ++n;
+        return points;
+      },
+      [](int32_t) {});
   return composite;
 }
 

@@ -15,10 +15,8 @@ struct PlanarBox {
 
   // Grows to take p in; a NaN coordinate changes nothing.
   void Widen(Vec2 p) {
-    if (p.x < min.x) min.x = p.x;
-    if (p.y < min.y) min.y = p.y;
-    if (p.x > max.x) max.x = p.x;
-    if (p.y > max.y) max.y = p.y;
+    min = {p.x < min.x ? p.x : min.x, p.y < min.y ? p.y : min.y};
+    max = {p.x > max.x ? p.x : max.x, p.y > max.y ? p.y : max.y};
   }
   void Widen(const PlanarBox& box) {
     Widen(box.min);

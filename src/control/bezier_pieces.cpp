@@ -6,9 +6,6 @@
 
 #include "control/blossom.h"
 #include "control/homogeneous.h"
-#include "foundation/clamped_size.h"
-#include "foundation/new_array.h"
-#include "records/pieces.h"
 
 namespace kurvo {
 namespace {
@@ -46,82 +43,25 @@ void ExtractBezier(const SplineView<kDim>& spline, int32_t i, double (*out)[kDim
 template void ExtractBezier(const SplineView<3>&, int32_t, double (*)[3]);
 template void ExtractBezier(const SplineView<4>&, int32_t, double (*)[4]);
 
-namespace {
-
-// What a curve needs to be stored.
-struct Size {
-  int32_t max_degree;
-  std::size_t spans = 0;
-  ClampedSize<> doubles = 0;
-};
-
-// Adds up the size of all pieces; false for a record that cannot be right or a degree too high.
-bool Measure(const Curve& curve, Size& size) {
-  return AllLeaves(
-      curve, Overloaded{[](const Curve&, const auto&) { return true; },
-                        [](const Curve&, Refused) { return false; },
-                        [&]<std::size_t kDim>(const Curve&, const BezierView<kDim>& bezier) {
-                          ++size.spans;
-                          return bezier.degree <= size.max_degree;
-                        },
-                        [&]<std::size_t kDim>(const Curve&, const SplineView<kDim>& spline) {
-                          if (spline.order > kMaxSplineOrder || spline.order - 1 > size.max_degree)
-                            return false;
-                          const auto spans = static_cast<std::size_t>(CountSpans(KnotsOf(spline)));
-                          const auto order = static_cast<std::size_t>(spline.order);
-                          size.spans += spans;
-                          size.doubles = size.doubles + ClampedSize(kDim) * order * spans;
-                          return true;
-                        }});
-}
-
-// Fills what Measure has measured.
-class Collector {
- public:
-  Collector(std::vector<BezierSpan>& spans, double* storage) : spans_(spans), next_(storage) {}
-
-  void Add(const Curve& curve) {
-    AllLeafStretches(curve, [this](const Curve&, const auto& view, LeafStretch on) {
-      AddLeaf(view, on);
-      return true;
-    });
-  }
-
- private:
-  void AddLeaf(const auto&, LeafStretch) {}
-
-  template <std::size_t kDim>
-  void AddLeaf(const BezierView<kDim>& bezier, LeafStretch on) {
-    spans_.push_back({bezier.points[0], bezier.degree, kDim == 4, on.start, on.width});
-  }
-
-  template <std::size_t kDim>
-  void AddLeaf(const SplineView<kDim>& spline, LeafStretch on) {
-    ExtractAllBeziers(spline, [&](int32_t i) {
-      const double* u = spline.knots + i;
-      auto* points = static_cast<double(*)[kDim]>(static_cast<void*>(next_));
-      spans_.push_back({next_, spline.order - 1, kDim == 4, on.start + u[0] * on.width,
-                        (u[1] - u[0]) * on.width});
-      next_ += static_cast<std::size_t>(spline.order) * kDim;
-      return points;
-    });
-  }
-
-  std::vector<BezierSpan>& spans_;
-  double* next_;
-};
-
-}  // namespace
-
-std::optional<BezierSpans> BezierSpans::Of(const Curve& curve, int32_t max_degree) {
-  Size size{.max_degree = max_degree};
-  if (!Measure(curve, size)) return std::nullopt;
-  std::vector<BezierSpan> spans;
-  spans.reserve(size.spans);
-  std::unique_ptr<double[]> storage;
-  if (size.doubles.value() > 0) storage = NewArray<double>(size.doubles.value());
-  Collector(spans, storage.get()).Add(curve);
-  return BezierSpans(std::move(spans), std::move(storage));
+std::optional<SpanCounts> CountBezierSpans(const Curve& curve, int32_t max_degree) {
+  SpanCounts counts;
+  const auto add = [&](std::size_t spans, int32_t degree) {
+    counts.spans = counts.spans + spans;
+    counts.points =
+        counts.points + ClampedSize(spans) * static_cast<std::size_t>(std::max(degree + 1, 2));
+    return degree <= max_degree;
+  };
+  const auto count = Overloaded{
+      [](const Curve&, const auto&) { return true; }, [](const Curve&, Refused) { return false; },
+      [&]<std::size_t kDim>(const Curve&, const BezierView<kDim>& bezier) {
+        return add(1, bezier.degree);
+      },
+      [&]<std::size_t kDim>(const Curve&, const SplineView<kDim>& spline) {
+        if (spline.order > kMaxSplineOrder || spline.order - 1 > max_degree) return false;
+        return add(static_cast<std::size_t>(CountSpans(KnotsOf(spline))), spline.order - 1);
+      }};
+  if (!AllLeaves(curve, count)) return std::nullopt;
+  return counts;
 }
 
 }  // namespace kurvo

@@ -3,12 +3,12 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <memory>
 #include <optional>
-#include <vector>
 
 #include "control/knot_spans.h"
-#include "records/views.h"
+#include "foundation/clamped_size.h"
+#include "foundation/work_area.h"
+#include "records/pieces.h"
 
 namespace kurvo {
 
@@ -23,18 +23,20 @@ int32_t CountSpans(const KnotVector& knots);
 template <std::size_t kDim>
 void ExtractBezier(const SplineView<kDim>& spline, int32_t i, double (*out)[kDim]);
 
-// Extracts every span in ascending order, span i into room(i). Neighbours share their joint point
-// to the bit, unless a knot between them has full multiplicity, where the curve may jump.
-template <std::size_t kDim, class Room>
-void ExtractAllBeziers(const SplineView<kDim>& spline, Room&& room) {
-  const double* joint = nullptr;  // the last point of the piece before
-  int32_t before = 0;
+// Extracts every span in ascending order, span i into room(i), and calls use(i). Neighbours share
+// their joint point to the bit, unless a knot between them has full multiplicity, where the curve
+// may jump.
+template <std::size_t kDim, class Room, class Use>
+void ExtractAllBeziers(const SplineView<kDim>& spline, Room&& room, Use&& use) {
+  double joint[kDim];  // the last point of the piece before
+  int32_t before = -1;
   AnySpan(KnotsOf(spline), [&](int32_t i) {
     double(*points)[kDim] = room(i);
     ExtractBezier(spline, i, points);
-    if (joint && i - before < spline.order) std::copy_n(joint, kDim, points[0]);
-    joint = points[spline.order - 1];
+    if (before >= 0 && i - before < spline.order) std::copy_n(joint, kDim, points[0]);
+    std::copy_n(points[spline.order - 1], kDim, joint);
     before = i;
+    use(i);
     return false;
   });
 }
@@ -50,27 +52,39 @@ struct BezierSpan {
   int32_t stride() const { return rational ? 4 : 3; }  // doubles from one point to the next
 };
 
-// All Bezier pieces of a curve in order: a Bezier curve itself, one piece for each span of a
-// B-spline, and those of a composite's pieces, however they nest. Lines and arcs have none. Points
-// of Bezier curves stay in their records, those of B-splines lie in one array; two blocks of memory
-// whatever the number of pieces.
-class BezierSpans {
- public:
-  // Nothing for a record that cannot be right, and for a degree above max_degree, which shows
-  // before anything is computed. Throws std::bad_alloc.
-  static std::optional<BezierSpans> Of(const Curve& curve, int32_t max_degree);
-
-  const BezierSpan* begin() const { return spans_.data(); }
-  const BezierSpan* end() const { return spans_.data() + spans_.size(); }
-  std::size_t size() const { return spans_.size(); }
-  const BezierSpan& operator[](std::size_t i) const { return spans_[i]; }
-
- private:
-  BezierSpans(std::vector<BezierSpan> spans, std::unique_ptr<double[]> storage)
-      : spans_(std::move(spans)), storage_(std::move(storage)) {}
-
-  std::vector<BezierSpan> spans_;
-  std::unique_ptr<double[]> storage_;
+// What the Bezier pieces of a curve come to: a Bezier curve is one piece, a B-spline has one for
+// each span, a composite those of its pieces, however they nest. Lines and arcs have none.
+struct SpanCounts {
+  ClampedSize<> spans = 0;
+  ClampedSize<> points = 0;  // two at least for each span
 };
+
+// Nothing for a record that cannot be right, and for a degree above max_degree: before anything is
+// computed.
+std::optional<SpanCounts> CountBezierSpans(const Curve& curve, int32_t max_degree);
+
+// Calls use(span) for all of them in order, for a curve that has been counted. The points of
+// B-splines are gone when it returns. Throws std::bad_alloc.
+template <class Use>
+void ForEachBezierSpan(const Curve& curve, const Use& use) {
+  const auto walk = Overloaded{
+      [](const auto&, LeafStretch) {},
+      [&]<std::size_t kDim>(const BezierView<kDim>& bezier, LeafStretch on) {
+        use(BezierSpan{bezier.points[0], bezier.degree, kDim == 4, on.start, on.width});
+      },
+      [&]<std::size_t kDim>(const SplineView<kDim>& spline, LeafStretch on) {
+        WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(spline.order));
+        const auto room = [&](int32_t) { return points.data(); };
+        ExtractAllBeziers(spline, room, [&](int32_t i) {
+          const double* u = spline.knots + i;
+          use(BezierSpan{points[0], spline.order - 1, kDim == 4, on.start + u[0] * on.width,
+                         (u[1] - u[0]) * on.width});
+        });
+      }};
+  AllLeafStretches(curve, [&](const Curve&, const auto& view, LeafStretch on) {
+    walk(view, on);
+    return true;
+  });
+}
 
 }  // namespace kurvo

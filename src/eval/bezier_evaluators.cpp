@@ -3,6 +3,7 @@
 
 #include "control/bezier_point.h"
 #include "control/weights.h"
+#include "eval/first_foot.h"
 #include "eval/offset_free_form.h"
 
 namespace kurvo {
@@ -40,6 +41,19 @@ Segment BezierEvaluator<kDim>::ToSegment(Vec2 origin) const {
   }
   SetPowerBasis<2>(degree, LoadPlanar(bezier_.points, origin), {&segment.x, &segment.y});
   return segment;
+}
+
+template <std::size_t kDim>
+RootList BezierEvaluator<kDim>::FirstFootRoots(Vec2 p) const {
+  if constexpr (kDim == 3) {
+    const FirstFoot first = FirstFootOn(bezier_, p);
+    if (first.found != FirstFoot::kInDoubt) {
+      RootList roots;
+      if (first.found == FirstFoot::kAt) roots.Append(first.t);
+      return roots;
+    }
+  }
+  return FootRoots(ToSegment(p));
 }
 
 template <std::size_t kDim>

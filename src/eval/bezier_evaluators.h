@@ -22,6 +22,7 @@ class BezierEvaluator final : public EvaluatorBase<kDim> {
     return bezier_.degree <= (polynomial_ ? kMaxPlainFootDegree : kMaxRationalFootDegree);
   }
   Segment ToSegment(Vec2 origin) const;
+  RootList FirstFootRoots(Vec2 p) const;
   BezierEnds Ends() const;
   using PCurve2D::tol;
 

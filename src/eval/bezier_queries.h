@@ -1,7 +1,8 @@
 // Foot point and parameter on one Bezier curve, for the plain and the rational evaluator alike.
 //
 // A `Bezier` here has: HasFootPoints(), whether its foot-point polynomial fits; ToSegment(p), its
-// polynomials relative to p; Ends(); Position(t); tol().
+// polynomials relative to p; FirstFootRoots(p), their foot roots or the first of them; Ends();
+// Position(t); tol().
 #pragma once
 
 #include <algorithm>
@@ -43,7 +44,7 @@ Projection ProjectionAmong(const Bezier& bezier, const RootList& roots, Vec2 p) 
 
 template <class Bezier>
 Projection ProjectionOf(const Bezier& bezier, Vec2 p) {
-  return ProjectionAmong(bezier, FootRoots(bezier.ToSegment(p)), p);
+  return ProjectionAmong(bezier, bezier.FirstFootRoots(p), p);
 }
 
 template <class Bezier>

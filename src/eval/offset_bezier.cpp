@@ -5,6 +5,7 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 #include "control/casteljau_split.h"
 #include "control/degree_elevation.h"
@@ -29,9 +30,10 @@ constexpr double kRounding = 8.0 * std::numeric_limits<double>::epsilon();
 // Legs this many times shorter than the largest coordinate may point where rounding has put them.
 constexpr double kNoise = 64.0 * std::numeric_limits<double>::epsilon();
 
-// The Bernstein polynomials of degree n at the samples.
+// The Bernstein polynomials of degree n < kPoints at the samples.
+template <std::size_t kPoints>
 struct Bernstein {
-  explicit Bernstein(int32_t n) {
+  constexpr explicit Bernstein(int32_t n) {
     std::fill_n(at[0], kSamples, 1.0);
     for (int32_t level = 1; level <= n; ++level) {
       std::fill_n(at[level], kSamples, 0.0);
@@ -42,19 +44,44 @@ struct Bernstein {
         }
       }
     }
+    if (!std::is_constant_evaluated()) return;  // what is not used need not be written
+    for (std::size_t i = static_cast<std::size_t>(n) + 1; i < kPoints; ++i)
+      std::fill_n(at[i], kSamples, 0.0);
   }
-  double at[kMaxOffsetPoints][kSamples];
+  double at[kPoints][kSamples];
 };
 
-template <std::size_t kDim>
+// Candidates of cubics have five points: their polynomials are known before the program runs.
+constexpr std::size_t kFewPoints = 5;
+
+template <std::size_t kPoints>
+class Bases {
+ public:
+  explicit Bases(int32_t degree) : outer(degree), inner(degree - 1) {}
+  const Bernstein<kPoints> outer, inner;
+};
+
+template <>
+class Bases<kFewPoints> {
+ public:
+  explicit Bases(int32_t degree) : outer(kKnown[degree]), inner(kKnown[degree - 1]) {}
+  const Bernstein<kFewPoints>&outer, &inner;
+
+ private:
+  static constexpr Bernstein<kFewPoints> kKnown[] = {
+      Bernstein<kFewPoints>(0), Bernstein<kFewPoints>(1), Bernstein<kFewPoints>(2),
+      Bernstein<kFewPoints>(3), Bernstein<kFewPoints>(4)};
+};
+
+// kPoints: as many as a candidate may have.
+template <std::size_t kDim, std::size_t kPoints>
 class BezierOffset {
  public:
   BezierOffset(int32_t degree, const OffsetTask& task, int max_depth, OwnedSequence& pieces)
       : degree_(degree),
         task_(task),
         max_depth_(max_depth),
-        basis_(degree),
-        inner_basis_(degree - 1),
+        bases_(degree),
         slack_(task.tolerance + kRounding * std::fabs(task.distance)),
         most_pieces_(pieces.size() + task.most_pieces),
         pieces_(pieces) {}
@@ -62,8 +89,8 @@ class BezierOffset {
   // Offsets a curve, whose control points it may change, `depth` halvings below the whole one.
   // False when that makes too many pieces.
   bool Add(double (*points)[kDim], int depth) {
-    Vec2 polygon[kMaxOffsetPoints];
-    Vec2 moves[kMaxOffsetPoints];
+    Vec2 polygon[kPoints];
+    Vec2 moves[kPoints];
     for (int32_t i = 0; i <= degree_; ++i) polygon[i] = Planar(points[i]);
     const auto move = [&](SharpestTurn sharpest) {
       return MovePolygon(polygon, degree_, task_.distance, ShortestLeg(polygon, depth),
@@ -76,7 +103,7 @@ class BezierOffset {
       move(SharpestTurn::kUnchecked);
       return Append(points, moves);
     }
-    double before[kMaxOffsetPoints][kDim];
+    double before[kPoints][kDim];
     SplitBezier(points, degree_, 0.5, before);
     return Add(before, depth + 1) && Add(points, depth + 1);
   }
@@ -95,6 +122,8 @@ class BezierOffset {
   // Source and candidate have the same weights, so that the way from one to the other is the Bezier
   // curve of the moves.
   bool KeepsDistance(const double (*points)[kDim], const Vec2* moves) const {
+    for (const int k : {5, 2, 8})  // where most candidates fail
+      if (!KeepsDistanceAt(k, points, moves)) return false;
     double x[kSamples] = {};
     double y[kSamples] = {};
     double w[kSamples] = {};
@@ -102,7 +131,7 @@ class BezierOffset {
       const double weight = WeightOf(points[i]);
       const Vec2 move = weight * moves[i];
       for (int k = 0; k < kSamples; ++k) {
-        const double b = basis_.at[i][k];
+        const double b = bases_.outer.at[i][k];
         x[k] += b * move.x;
         y[k] += b * move.y;
         if (kDim == 4) w[k] += b * weight;
@@ -118,6 +147,19 @@ class BezierOffset {
     return keeps;
   }
 
+  bool KeepsDistanceAt(int k, const double (*points)[kDim], const Vec2* moves) const {
+    double x = 0.0, y = 0.0, w = 0.0;
+    for (int32_t i = 0; i <= degree_; ++i) {
+      const double weight = WeightOf(points[i]), b = bases_.outer.at[i][k];
+      const Vec2 move = weight * moves[i];
+      x += b * move.x;
+      y += b * move.y;
+      if (kDim == 4) w += b * weight;
+    }
+    const double found = std::sqrt(x * x + y * y) / (kDim == 4 ? std::fabs(w) : 1.0);
+    return slack_ >= std::fabs(found - std::fabs(task_.distance));
+  }
+
   // A way of the right length that is not at right angles to the source ends nearer to it. With
   // tangential part a of the way, at curvature c, the distance falls short by
   //   a^2 / (2 distance (1 - c distance)),
@@ -130,7 +172,7 @@ class BezierOffset {
       Vec2 p0, p1, m0, m1;
       double w0 = 0.0, w1 = 0.0;
       for (int32_t i = 0; i < degree_; ++i) {
-        const double b = inner_basis_.at[i][k];
+        const double b = bases_.inner.at[i][k];
         const double b0 = b * WeightOf(points[i]);
         const double b1 = b * WeightOf(points[i + 1]);
         w0 += b0;
@@ -176,8 +218,7 @@ class BezierOffset {
   const int32_t degree_;
   const OffsetTask& task_;
   const int max_depth_;
-  const Bernstein basis_;
-  const Bernstein inner_basis_;
+  const Bases<kPoints> bases_;
   const double slack_;
   const std::size_t most_pieces_;
   OwnedSequence& pieces_;
@@ -195,7 +236,12 @@ bool OffsetToDepth(const double (*points)[kDim], int32_t degree, const OffsetTas
   FlattenPoint(points[0], raised[0]);  // weights must not round the ends
   FlattenPoint(points[degree], raised[degree + 1]);
   const std::size_t before = pieces.size();
-  if (BezierOffset<kDim>(degree + 1, task, max_depth, pieces).Add(raised, 0)) return true;
+  const bool few = kFewPoints >= static_cast<std::size_t>(degree) + 2;
+  const bool added =
+      few ? BezierOffset<kDim, kFewPoints>(degree + 1, task, max_depth, pieces).Add(raised, 0)
+          : BezierOffset<kDim, kMaxOffsetPoints>(degree + 1, task, max_depth, pieces)
+                .Add(raised, 0);
+  if (added) return true;
   pieces.resize(before);
   return false;
 }

@@ -8,8 +8,7 @@
 #include "control/bezier_pieces.h"
 #include "eval/offset_bezier.h"
 #include "eval/offset_polygon.h"
-#include "foundation/clamped_size.h"
-#include "foundation/new_array.h"
+#include "foundation/work_area.h"
 
 namespace kurvo {
 namespace {
@@ -45,17 +44,11 @@ bool OffsetFreeForm(const SplineView<kDim>& spline, Vec3 normal, double distance
   if (IsTooHigh(spline.order - 1, g)) return false;
   OffsetTask task = TaskOf(normal, distance, tolerance, pieces, g);
   const auto spans = static_cast<std::size_t>(CountSpans(KnotsOf(spline)));
-  const auto order = static_cast<std::size_t>(spline.order);
-  const auto points = NewArray<double[kDim]>((ClampedSize(spans) * order).value());
-  double(*next)[kDim] = points.get();
-  ExtractAllBeziers(spline, [&](int32_t) {
-    double(*piece)[kDim] = next;
-    next += order;
-    return piece;
-  });
   if (spans > 0) task.most_pieces = std::max(kLeastOffsetPieces, task.most_pieces / spans);
-  for (std::size_t i = 0; i < spans; ++i)
-    OffsetBezier(points.get() + i * order, spline.order - 1, task, pieces);
+  WorkArea<double[kDim], kStackOrder> points(static_cast<std::size_t>(spline.order));
+  const auto room = [&](int32_t) { return points.data(); };
+  ExtractAllBeziers(spline, room,
+                    [&](int32_t) { OffsetBezier(points.data(), spline.order - 1, task, pieces); });
   return true;
 }
 

@@ -64,7 +64,7 @@ Vec2 Corner(Vec2 a, Vec2 b, double angle_tol, double least_cosine) {
 
 bool MovePolygon(const Vec2* points, int32_t n, double distance, double length_tol,
                  double angle_tol, SharpestTurn sharpest, Vec2* moves) {
-  Vec2 normals[kMaxOffsetPoints];
+  Vec2* normals = moves + 1;  // each is there until the move in its place is known
   if (!LeftNormals(points, n, length_tol, normals)) return false;
   moves[0] = distance * normals[0];
   for (int32_t i = 1; i < n; ++i)

@@ -10,11 +10,8 @@
 namespace kurvo {
 namespace {
 
-constexpr double kIntervalMargin = 0.001;    // the search goes this far beyond both ends
-constexpr double kNarrowest = 1e-5;          // a narrower interval is not split further
-constexpr double kNewtonStep = 1e-5;         // a step below this ends Newton's iteration
-constexpr double kMultipleRootValue = 1e-6;  // |f| at a root of f' that counts as a root of f
-constexpr double kSameRoot = 1e-5;           // roots closer than this are one
+constexpr double kNarrowest = 1e-5;   // a narrower interval is not split further
+constexpr double kNewtonStep = 1e-5;  // a step below this ends Newton's iteration
 constexpr int kNewtonSteps = 150;
 constexpr int kBisectionSteps = 100;       // enough for any interval down to one ulp
 constexpr std::size_t kTrustedChain = 14;  // coefficients up to which a Sturm count of 0 is final
@@ -168,8 +165,8 @@ RootList FindRoots(const Polynomial& f, double a, double b) {
   RootList roots;
   const Polynomial clean = WithoutNoise(f);
   if (clean.count() < 2) return roots;
-  const double low = a - kIntervalMargin;
-  const double high = b + kIntervalMargin;
+  const double low = a - kRootMargin;
+  const double high = b + kRootMargin;
 
   if (clean.count() > 2) {
     const Polynomial derivative = WithoutNoise(Derivative(f));

@@ -5,10 +5,12 @@
 
 namespace kurvo {
 
-// Where the derivative of f changes its sign in (0, 1), ascending. Found from the highest
-// derivative down: between neighbouring turning points of one derivative it is monotone, so that
-// each sign change brackets one root. Nothing is missed but what rounding hides, at the price of
-// degree^2 evaluations.
+// Where f changes its sign in (0, 1), ascending. Found from the highest derivative down: between
+// neighbouring turning points of one derivative it is monotone, so that each sign change brackets
+// one root. Nothing is missed but what rounding hides, at the price of degree^2 evaluations.
+RootList SignChanges(const Polynomial& f);
+
+// Where the derivative of f changes its sign in (0, 1).
 RootList TurningPoints(const Polynomial& f);
 
 // The root of f in [a, b], where f changes its sign once. Newton's method kept inside the bracket

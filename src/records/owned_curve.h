@@ -18,7 +18,9 @@ class OwnedCurve {
     std::swap(curve_, other.curve_);
     return *this;
   }
-  ~OwnedCurve() { KurvocvFreeCurve(&curve_); }
+  ~OwnedCurve() {
+    if (curve_.data) KurvocvFreeCurve(&curve_);
+  }
 
   // A curve of the given type with an uninitialised block. Throws std::bad_alloc.
   OwnedCurve(int32_t type, const BlockSizes& sizes) {

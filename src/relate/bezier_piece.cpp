@@ -93,36 +93,41 @@ Vec2 PointAt(const BezierPiece& piece, double t) {
   return (1.0 / p.w) * Planar(p);
 }
 
-PlanarBox BoxAround(const WeightedPoint* points, int32_t degree) {
+namespace {
+
+// Degree is a number or, for the compiler to unroll the loops, an integral constant.
+template <class Degree>
+[[gnu::always_inline]] inline PlanarBox BoxOf(const WeightedPoint* points, Degree degree) {
   PlanarBox box;
   for (int32_t i = 0; i <= degree; ++i) box.Widen(Planar(points[i]));
   return box;
 }
 
-BezierPiece AppendPiece(const BezierSpan& span, bool rational, std::vector<WeightedPoint>& points) {
-  BezierPiece piece{nullptr, std::max(span.degree, 1), rational, span.start, span.width};
-  for (int32_t i = 0; i <= span.degree; ++i) {
-    const double* p = span.points + static_cast<std::ptrdiff_t>(i) * span.stride();
-    points.push_back({p[0], p[1], rational ? p[3] : 1.0});
-    piece.box.Widen(Planar(p));
-  }
-  if (span.degree == 0) points.push_back(points.back());
-  return piece;
+template <class Degree, class MixPoints>
+[[gnu::always_inline]] inline Halves HalvesOf(const BezierPiece& piece, Degree degree,
+                                              WeightedPoint* left, WeightedPoint* right,
+                                              const MixPoints& mix) {
+  for (int32_t i = 0; i <= degree; ++i) right[i] = piece.points[i];
+  left[0] = right[0];
+  ToBothEdges(right, degree, left, mix);
+  const double width = 0.5 * piece.width;
+  return {{left, degree, piece.rational, piece.start, width, BoxOf(left, degree)},
+          {right, degree, piece.rational, piece.start + width, width, BoxOf(right, degree)}};
 }
+
+}  // namespace
+
+PlanarBox BoxAround(const WeightedPoint* points, int32_t degree) { return BoxOf(points, degree); }
 
 Halves Halve(const BezierPiece& piece, WeightedPoint* room, std::size_t slot) {
   WeightedPoint *left = room, *right = room + slot;
-  std::copy_n(piece.points, piece.degree + 1, right);
-  left[0] = right[0];
-  const auto mix = [rational = piece.rational](WeightedPoint& a, const WeightedPoint& b) {
-    a = Middle(a, b, rational);
-  };
-  ToBothEdges(right, piece.degree, left, mix);
-  const auto half = [&](const WeightedPoint* points, double start) {
-    return BezierPiece{points, piece.degree,      piece.rational,
-                       start,  0.5 * piece.width, BoxAround(points, piece.degree)};
-  };
-  return {half(left, piece.start), half(right, piece.middle())};
+  return WithConstant<2, 3>(piece.degree, [&](auto degree) {
+    if (piece.rational)
+      return HalvesOf(piece, degree, left, right,
+                      [](WeightedPoint& a, const WeightedPoint& b) { a = Middle(a, b, true); });
+    return HalvesOf(piece, degree, left, right,
+                    [](WeightedPoint& a, const WeightedPoint& b) { a = Middle(a, b, false); });
+  });
 }
 
 double RefineNearest(const BezierPiece& piece, Vec2 p, double t) {

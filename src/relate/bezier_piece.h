@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <vector>
 
 #include "calc/boxes.h"
 #include "control/bezier_pieces.h"
@@ -44,7 +43,17 @@ PlanarBox BoxAround(const WeightedPoint* points, int32_t degree);
 
 // The piece of a span, whose control points are appended to `points`, with weights of 1 unless
 // `rational`; a single point, of degree 0, twice, as a line without length.
-BezierPiece AppendPiece(const BezierSpan& span, bool rational, std::vector<WeightedPoint>& points);
+template <class Points>
+BezierPiece AppendPiece(const BezierSpan& span, bool rational, Points& points) {
+  BezierPiece piece{nullptr, std::max(span.degree, 1), rational, span.start, span.width};
+  for (int32_t i = 0; i <= span.degree; ++i) {
+    const double* p = span.points + static_cast<std::ptrdiff_t>(i) * span.stride();
+    points.push_back({p[0], p[1], rational ? p[3] : 1.0});
+    piece.box.Widen(Vec2{p[0], p[1]});
+  }
+  if (span.degree == 0) points.push_back(points.back());
+  return piece;
+}
 
 // Takes its control points from `points` on; returns where the next piece's begin.
 inline const WeightedPoint* SetPoints(const WeightedPoint* points, BezierPiece& piece) {

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "foundation/with_constant.h"
+
 namespace kurvo {
 
 bool Encloses(const BezierPiece& part) {
@@ -20,12 +22,17 @@ PlanarBox EnclosureOf(const BezierPiece& piece) {
   return BoxAround(piece.points, piece.degree);
 }
 
-bool StripApart(const BezierPiece& a, const BezierPiece& b, double slack) {
-  const Vec2 origin = Planar(a.points[0]);
-  const Vec2 chord = Planar(a.points[a.degree]) - origin;
+namespace {
+
+// Degrees are numbers or, for the compiler to unroll the loops, integral constants.
+template <class DegreeA, class DegreeB>
+bool StripOfPointsApart(const WeightedPoint* a, DegreeA n, const WeightedPoint* b, DegreeB m,
+                        double slack) {
+  const Vec2 origin = Planar(a[0]);
+  const Vec2 chord = Planar(a[n]) - origin;
   double low = 0.0, high = 0.0;  // of cross products with the chord; both ends of `a` are at 0
-  for (int32_t i = 1; i < a.degree; ++i) {
-    const double aside = Cross(chord, Planar(a.points[i]) - origin);
+  for (int32_t i = 1; i < n; ++i) {
+    const double aside = Cross(chord, Planar(a[i]) - origin);
     low = std::min(low, aside);
     high = std::max(high, aside);
   }
@@ -33,19 +40,31 @@ bool StripApart(const BezierPiece& a, const BezierPiece& b, double slack) {
   low -= margin;
   high += margin;
   bool below = true, above = true;
-  for (int32_t i = 0; i <= b.degree && (below || above); ++i) {
-    const double aside = Cross(chord, Planar(b.points[i]) - origin);
+  for (int32_t i = 0; i <= m && (below || above); ++i) {
+    const double aside = Cross(chord, Planar(b[i]) - origin);
     below = below && aside < low;
     above = above && aside > high;
   }
   return below || above;
 }
 
-TangentCone ConeOf(const BezierPiece& part) {
-  const Vec2 axis = Planar(part.points[part.degree]) - Planar(part.points[0]);
+}  // namespace
+
+bool StripApart(const BezierPiece& a, const BezierPiece& b, double slack) {
+  return WithConstant<2, 3>(a.degree, [&](auto n) {
+    return WithConstant<3>(
+        b.degree, [&](auto m) { return StripOfPointsApart(a.points, n, b.points, m, slack); });
+  });
+}
+
+namespace {
+
+template <class Point, class Degree>
+TangentCone ConeOfLegs(const Point* points, Degree degree) {
+  const Vec2 axis = Planar(points[degree]) - Planar(points[0]);
   TangentCone cone;
-  for (int32_t i = 0; i < part.degree; ++i) {
-    const Vec2 leg = Planar(part.points[i + 1]) - Planar(part.points[i]);
+  for (int32_t i = 0; i < degree; ++i) {
+    const Vec2 leg = Planar(points[i + 1]) - Planar(points[i]);
     if (leg.x == 0.0 && leg.y == 0.0) continue;
     if (!(Dot(axis, leg) > 0.0)) return {};
     if (!cone.narrow) {
@@ -58,6 +77,14 @@ TangentCone ConeOf(const BezierPiece& part) {
   }
   return cone;
 }
+
+}  // namespace
+
+TangentCone ConeOf(const BezierPiece& part) {
+  return WithConstant<2, 3>(part.degree, [&](auto n) { return ConeOfLegs(part.points, n); });
+}
+
+TangentCone ConeOf(const double (*points)[3], int32_t degree) { return ConeOfLegs(points, degree); }
 
 bool ConesApart(const TangentCone& a, const TangentCone& b) {
   if (!a.narrow || !b.narrow) return false;

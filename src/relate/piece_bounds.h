@@ -24,6 +24,7 @@ struct TangentCone {
 };
 
 TangentCone ConeOf(const BezierPiece& part);
+TangentCone ConeOf(const double (*points)[3], int32_t degree);
 
 // True when no tangent of one part is parallel to one of the other: then they cross once at most.
 bool ConesApart(const TangentCone& a, const TangentCone& b);

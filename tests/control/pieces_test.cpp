@@ -61,8 +61,8 @@ TEST(Pieces, KeepControlPointsThatAreTheirOwnToTheBit) {
   });
 }
 
-// Flat storage holds what the composite's records hold, over the source's own parameters.
-TEST(Pieces, InFlatStorageEqualThoseOfTheComposite) {
+// Span by span the same as the composite's records, over the source's own parameters.
+TEST(Pieces, OneByOneEqualThoseOfTheComposite) {
   Rounds(50, [&](Random& random, int round) {
     Owned spline = RandomSpline(random, round);
     const Owned pieces = Composite(*spline);
@@ -71,23 +71,28 @@ TEST(Pieces, InFlatStorageEqualThoseOfTheComposite) {
     Owned whole = Make("c 3 2 (l 0 0 1 1)(c 4 .5 (b 0 0 1 1)(e))");
     auto& inner = *static_cast<KurvoSegcv*>(whole.block<KurvoSegcv>().curves[1].data);
     inner.curves[1] = spline.Release();
-    const auto spans = kurvo::BezierSpans::Of(*whole, 4096);
-    ASSERT_TRUE(spans.has_value());
-    ASSERT_EQ(spans->size(), static_cast<std::size_t>(c.count) + 1);
-    EXPECT_EQ((*spans)[0].start, 3);
-    EXPECT_EQ((*spans)[0].width, 8);
+    const auto counts = kurvo::CountBezierSpans(*whole, 4096);
+    ASSERT_TRUE(counts.has_value());
+    ASSERT_EQ(counts->spans.value(), static_cast<std::size_t>(c.count) + 1);
+    int i = -1;  // of the composite's pieces; the first span is the line that stands before them
     double before = start;
-    for (int i = 0; i < c.count; ++i) {
-      const kurvo::BezierSpan& span = (*spans)[static_cast<std::size_t>(i) + 1];
-      EXPECT_NEAR(span.start, 3 + 2 * (4 + .5 * before), 1e-12);
-      EXPECT_NEAR(span.width, c.widths[i] * length, 1e-12);
-      before += c.widths[i] * length;
-      const Numbers want = ControlPoints(c.curves[i]);
-      EXPECT_TRUE(std::equal(want.begin(), want.end(), span.points));
-    }
+    kurvo::ForEachBezierSpan(*whole, [&](const kurvo::BezierSpan& span) {
+      if (i < 0) {
+        EXPECT_EQ(span.start, 3);
+        EXPECT_EQ(span.width, 8);
+      } else {
+        EXPECT_NEAR(span.start, 3 + 2 * (4 + .5 * before), 1e-12);
+        EXPECT_NEAR(span.width, c.widths[i] * length, 1e-12);
+        before += c.widths[i] * length;
+        const Numbers want = ControlPoints(c.curves[i]);
+        EXPECT_TRUE(std::equal(want.begin(), want.end(), span.points));
+      }
+      ++i;
+    });
+    EXPECT_EQ(i, c.count);
   });
   const auto held = [](const char* text, int degree) {
-    return kurvo::BezierSpans::Of(*Make(text), degree).has_value();
+    return kurvo::CountBezierSpans(*Make(text), degree).has_value();
   };
   EXPECT_TRUE(held("deep 64", 9) && !held("deep 65", 9));
   EXPECT_TRUE(held("b^3", 3) && !held("b^3", 2));

@@ -260,6 +260,37 @@ TEST(IntersectFreeForm, Pairs) {
   for (const Case& row : kPairs) CaseCheck(row).Run();
 }
 
+// A curve of size 1000 slid by a thousandth crosses itself where its tangent has the direction of
+// the slide, at an angle of about a millionth, and nowhere else.
+TEST(IntersectFreeForm, CloselyAlongside) {
+  Rounds(100, [](Random& random, int round) {
+    const double angle = random.Uniform(-kPi, kPi);
+    const LongPoint along{std::cos(angle), std::sin(angle)};
+    const int degree = 2 + round % 3;
+    Numbers here, there;
+    for (int i = 0; i <= degree; ++i) {
+      const Point p = random.Planar(500);
+      here.insert(here.end(), {p[0], p[1]});
+      there.insert(there.end(), {p[0] + 1e-3 * std::cos(angle), p[1] + 1e-3 * std::sin(angle)});
+    }
+    const Owned a = Make(Text("b", here)), b = Make(Text("b", there));
+    const Oracle oracle(*a);
+    const auto across = [&](int i) {
+      const LongPoint d = oracle.JetAt<4>(i / 4000.0L).Derivative(1);
+      return d.x * along.y - d.y * along.x;
+    };
+    std::vector<double> wanted;
+    for (int i = 1; i <= 4000; ++i)
+      if ((across(i) > 0) != (across(i - 1) > 0)) wanted.push_back((i - .5) / 4000);
+    Globals g;
+    std::vector<double> found;
+    for (const Hit& hit : Intersect(*a, *b, 3, g).hits)
+      if (std::fabs(hit.a - hit.b) < .01) found.push_back(hit.a);  // not where it crosses its loop
+    ASSERT_EQ(found.size(), wanted.size());
+    for (std::size_t i = 0; i < wanted.size(); ++i) EXPECT_NEAR(found[i], wanted[i], 2e-3);
+  });
+}
+
 // Of the parameters 0 and 1 of a closing joint the first is listed, on either side of a call.
 TEST(IntersectFreeForm, ClosingJointsCountAtTheStart) {
   const std::string closed[] = {kDrop,

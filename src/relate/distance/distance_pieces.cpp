@@ -95,10 +95,11 @@ void DistancePieces::AddArc(const KurvoArc& arc, double offset, double scale) {
 }
 
 bool DistancePieces::AddSpans(const Curve& curve, double offset, double scale) {
-  const auto spans = BezierSpans::Of(curve, kMaxPieceDegree);
-  if (!spans) return false;
-  ReserveMore(pieces_, spans->size());
-  for (const BezierSpan& span : *spans) {
+  const auto counts = CountBezierSpans(curve, kMaxPieceDegree);
+  if (!counts) return false;
+  ReserveMore(points_, counts->points.value());
+  ReserveMore(pieces_, counts->spans.value());
+  ForEachBezierSpan(curve, [&](const BezierSpan& span) {
     const std::size_t first = points_.size();
     AppendPiece(span, span.rational, points_);
     double weight = 0.0;
@@ -111,7 +112,7 @@ bool DistancePieces::AddSpans(const Curve& curve, double offset, double scale) {
     }
     AddPiece(PieceKind::kFreeForm, span.rational, {}, offset + span.start * scale,
              span.width * scale, first);
-  }
+  });
   return true;
 }
 

@@ -28,6 +28,8 @@ class ContactList {
     CarrierContact contact;
     bool goes_on;  // the approach of the hit before, across a joint or on one piece
   };
+  using Hits = ShortVector<Hit, 8>;
+  using Along = ShortVector<const BezierPiece*, 4>;
 
   explicit ContactList(double tol) : tol_(tol) {}
 
@@ -43,8 +45,8 @@ class ContactList {
     if (contacts.along) along_.push_back(&piece);
   }
 
-  const std::vector<Hit>& hits() const { return hits_; }
-  const std::vector<const BezierPiece*>& along() const { return along_; }
+  const Hits& hits() const { return hits_; }
+  const Along& along() const { return along_; }
 
  private:
   bool Joined(const BezierPiece& before, const BezierPiece& after) const {
@@ -53,8 +55,8 @@ class ContactList {
   }
 
   const double tol_;
-  std::vector<Hit> hits_;
-  std::vector<const BezierPiece*> along_;
+  Hits hits_;
+  Along along_;
   const BezierPiece* last_ = nullptr;
   bool open_ = false;  // the last approach reaches the end of the last piece
 };
@@ -62,7 +64,7 @@ class ContactList {
 double Size(const PlanarBox& box) { return Length(box.max - box.min); }
 
 // Whether the pieces that run along the carrier are more than the neighbourhood of a contact.
-bool LongEnough(const FreeFormPieces& pieces, const std::vector<const BezierPiece*>& along) {
+bool LongEnough(const FreeFormPieces& pieces, const ContactList::Along& along) {
   if (along.size() == pieces.size()) return true;
   PlanarBox whole;
   for (const BezierPiece& piece : pieces) whole.Widen(piece.box);
@@ -136,11 +138,11 @@ class CarrierSearch {
     if (!bounded_) return;
     if (const Place shared = SharedEnd(hits); shared.piece)
       AppendShared(CrossingAt(*shared.piece, shared.t), crossing, before, found);
-    if (std::any_of(found.begin() + static_cast<std::ptrdiff_t>(before), found.end(),
+    if (std::any_of(found.begin() + before, found.end(),
                     [&](const Crossing& c) { return InBounds(c.first); }))
       return;
     if (const Place end = FootOfEnd(hits); end.piece) {
-      found.resize(before);
+      found.shrink(before);
       Append(*end.piece, end.t, found);
     }
   }
@@ -175,7 +177,7 @@ class CarrierSearch {
   // for it, as do crossings that by their parameters are the same but not the point itself.
   void AppendShared(const Crossing& end, bool crossing, std::size_t before,
                     Crossings& found) const {
-    const auto first = found.begin() + static_cast<std::ptrdiff_t>(before);
+    Crossing* const first = found.begin() + before;
     const auto is_end = [&](const Crossing& at) {
       return Within(OnPlane(at.place - end.place), tol_);
     };
@@ -230,7 +232,7 @@ class CarrierSearch {
   }
 
   // True when pieces that run along the carrier share more than an end with its bounded part.
-  bool Covers(const std::vector<const BezierPiece*>& along) const {
+  bool Covers(const ContactList::Along& along) const {
     const Vec2 middle = Planar(evaluator_.Position(0.5));
     for (const BezierPiece* piece : along) {
       for (int i = 0; i <= kRunSamples; ++i)

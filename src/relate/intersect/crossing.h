@@ -1,11 +1,12 @@
 // What the intersection of two curves passes around.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <vector>
 
 #include "foundation/point.h"
+#include "foundation/short_vector.h"
 #include "kurvo.h"
 
 namespace kurvo {
@@ -23,17 +24,25 @@ struct Crossing {
   Vec2 place{};
 };
 
-using Crossings = std::vector<Crossing>;
+using Crossings = ShortVector<Crossing, 8>;
 
 // Such crossings are one, whatever lies between.
 inline bool SameParameters(const Crossing& x, const Crossing& y, double param_tol) {
   return param_tol >= std::fabs(x.first - y.first) && param_tol >= std::fabs(x.second - y.second);
 }
 
+// Ascending along the first curve; equal ones stay in their order.
+inline void SortByFirst(Crossings& crossings) {
+  const auto before = [](const Crossing& x, const Crossing& y) { return x.first < y.first; };
+  constexpr std::size_t kFew = 16;  // are sorted without memory
+  if (crossings.size() > kFew) return std::stable_sort(crossings.begin(), crossings.end(), before);
+  for (Crossing* at = crossings.begin(); at != crossings.end(); ++at)
+    std::rotate(std::upper_bound(crossings.begin(), at, *at, before), at, at + 1);
+}
+
 inline void DropNotFinite(Crossings& crossings) {
-  std::erase_if(crossings, [](const Crossing& at) {
-    return !std::isfinite(at.first) || !std::isfinite(at.second);
-  });
+  crossings.erase_if(
+      [](const Crossing& at) { return !std::isfinite(at.first) || !std::isfinite(at.second); });
 }
 
 // What two curves, or parts of them, have in common.

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "foundation/error_codes.h"
-#include "foundation/reserve_more.h"
 #include "records/pieces.h"
 
 namespace kurvo {
@@ -41,14 +40,13 @@ FreeFormPieces::FreeFormPieces(const Curve& curve, CompositePieces which, int32_
 
 // False for a record that cannot be right, or a degree that is too high.
 bool FreeFormPieces::Add(const Curve& curve, double offset, double scale, int32_t max_degree) {
-  const auto spans = BezierSpans::Of(curve, max_degree);
-  if (!spans) return false;
-  std::size_t points = 0;
-  for (const BezierSpan& span : *spans) points += static_cast<std::size_t>(span.degree) + 2;
-  ReserveMore(points_, points);
-  ReserveMore(pieces_, spans->size());
-  for (const BezierSpan& span : *spans)
+  const auto counts = CountBezierSpans(curve, max_degree);
+  if (!counts) return false;
+  points_.reserve((counts->points + points_.size()).value());
+  pieces_.reserve((counts->spans + pieces_.size()).value());
+  ForEachBezierSpan(curve, [&](const BezierSpan& span) {
     if (Finite(span)) AddSpan(span, offset, scale);
+  });
   return true;
 }
 
@@ -66,9 +64,10 @@ bool FreeFormPieces::AddBezierRecords(const Curve& curve, int32_t max_degree) {
 }
 
 void FreeFormPieces::AddSpan(const BezierSpan& span, double offset, double scale) {
-  BezierPiece& piece = pieces_.emplace_back(AppendPiece(span, HasWeights(span), points_));
+  BezierPiece piece = AppendPiece(span, HasWeights(span), points_);
   piece.start = offset + span.start * scale;
   piece.width = span.width * scale;
+  pieces_.push_back(piece);
 }
 
 }  // namespace kurvo

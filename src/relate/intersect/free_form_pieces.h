@@ -1,8 +1,7 @@
 // The Bezier pieces of a free-form curve in the form that intersection works on.
 #pragma once
 
-#include <vector>
-
+#include "foundation/short_vector.h"
 #include "relate/bezier_piece.h"
 
 namespace kurvo {
@@ -31,8 +30,8 @@ class FreeFormPieces {
   bool AddBezierRecords(const Curve& curve, int32_t max_degree);
   void AddSpan(const BezierSpan& span, double offset, double scale);
 
-  std::vector<BezierPiece> pieces_;
-  std::vector<WeightedPoint> points_;
+  ShortVector<BezierPiece, 1> pieces_;
+  ShortVector<WeightedPoint, 10> points_;
 };
 
 }  // namespace kurvo

@@ -119,8 +119,7 @@ RunForest FindRuns(const Runs& runs, const Crossings& found) {
 void DropRepeatedTouches(const FreeFormPieces& a, const FreeFormPieces& b, double tol,
                          Crossings& found) {
   if (std::none_of(found.begin(), found.end(), [](const Crossing& at) { return at.touch; })) return;
-  std::stable_sort(found.begin(), found.end(),
-                   [](const Crossing& x, const Crossing& y) { return x.first < y.first; });
+  SortByFirst(found);
   const Runs runs(a, b, tol);
   RunForest forest = FindRuns(runs, found);
 
@@ -140,7 +139,7 @@ void DropRepeatedTouches(const FreeFormPieces& a, const FreeFormPieces& b, doubl
     const Crossing at = found[i];
     if (!at.touch || nearest[forest.Root(i)] == i) found[kept++] = at;
   }
-  found.resize(kept);
+  found.shrink(kept);
 }
 
 }  // namespace kurvo

@@ -64,12 +64,12 @@ class Merger {
       if (known == kept_) {
         crossings_[kept_++] = at;
       } else if (IsBetter(at, crossings_[known])) {
-        const auto first = crossings_.begin() + static_cast<std::ptrdiff_t>(known);
-        std::rotate(first, first + 1, crossings_.begin() + static_cast<std::ptrdiff_t>(kept_));
+        Crossing* first = crossings_.begin() + known;
+        std::rotate(first, first + 1, crossings_.begin() + kept_);
         crossings_[kept_ - 1] = at;
       }
     }
-    crossings_.resize(kept_);
+    crossings_.shrink(kept_);
   }
 
  private:
@@ -117,8 +117,7 @@ class Merger {
 void MergeCrossings(const Curve& a, const Curve& b, GlobalVar& g, Crossings& crossings) {
   DropNotFinite(crossings);
   if (crossings.size() < 2) return;
-  std::stable_sort(crossings.begin(), crossings.end(),
-                   [](const Crossing& x, const Crossing& y) { return x.first < y.first; });
+  SortByFirst(crossings);
   Merger(a, b, g, crossings).Run();
 }
 

@@ -12,7 +12,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
+#include <vector>
 
+#include "relate/intersect/alongside.h"
 #include "relate/intersect/piece_overlap.h"
 #include "relate/intersect/piece_pair.h"
 #include "relate/piece_bounds.h"
@@ -21,6 +24,7 @@ namespace kurvo {
 namespace {
 
 constexpr int kOverlapPairs = 120;          // pairs of parts before an overlap is suspected
+constexpr int kAlongsidePairs = 40;         // before pieces are taken to run alongside each other
 constexpr int kMaxPairs = 20000;            // pairs of parts examined at most
 constexpr double kLeafWidth = 1.0 / 65536;  // of a parameter: shorter parts are not divided
 constexpr int kMaxHalvings = 40;            // of both parts together; above twice the leaf depth
@@ -101,6 +105,7 @@ class PieceSearch {
     work_.Spend(pair_cost_);
     if (pairs_ > kOverlapPairs) CheckOverlap();
     if (overlap_ || StripApart(a, b, slack) || StripApart(b, a, slack)) return;
+    if (pairs_ > kAlongsidePairs && SettledAlongside(a, b, slack)) return;
 
     if (ConesApart(ConeOf(a), ConeOf(b))) {
       if (FindCrossing(a, b)) return;
@@ -120,6 +125,31 @@ class PieceSearch {
     const auto [left, right] = Halve(divide_a ? a : b, RoomFor(halvings), slot_);
     for (const BezierPiece* half : {&left, &right})
       divide_a ? Search(*half, b, what, halvings + 1) : Search(a, *half, what, halvings + 1);
+  }
+
+  bool SettledAlongside(const BezierPiece& a, const BezierPiece& b, double slack) {
+    if (!alongside_) {
+      alongside_.emplace(pieces_.a, pieces_.b, tol_);
+      for (const double t : alongside_->ClosestPlaces()) FindNear(alongside_->PairAt(t));
+      FindEndContacts(WholeOf(pieces_.a), WholeOf(pieces_.b));
+    }
+    return alongside_->Settles(a, b, slack);
+  }
+
+  // The crossing or the contact next to a place. From the point beside it: with equal parameters
+  // the tangents of curves that differ by a shift are parallel, and Newton's method has no way to
+  // go.
+  void FindNear(ParameterPair place) {
+    work_.Spend(kApproachCost * pair_cost_);
+    place.s = RefineNearest(pieces_.a, PointAt(pieces_.b, place.t), place.s);
+    const BezierPiece around_a = WindowAround(place.s), around_b = WindowAround(place.t);
+    ParameterPair at = place;
+    bool shallow = false;
+    Vec2 p;
+    if (pieces_.SolveCrossing(around_a, around_b, at, shallow, p) && OnPiece(at.s) && OnPiece(at.t))
+      return Record(at, shallow, p);
+    at = place;
+    if (pieces_.SolveContact(around_a, around_b, at)) RecordTouch(OnPieces(at));
   }
 
   WeightedPoint* RoomFor(int halvings) {
@@ -178,8 +208,9 @@ class PieceSearch {
     return found;
   }
 
-  bool RecordTouch(const ParameterPair& at) {
-    if (!pieces_.Close(at)) return false;
+  bool RecordTouch(const ParameterPair& seen) {
+    if (!pieces_.Close(seen)) return false;
+    const ParameterPair at = pieces_.GapAt(seen) > rounding_ ? pieces_.Closest(seen) : seen;
     Record(at, true, PointAt(pieces_.a, at.s));
     CheckOverlap();
     return true;
@@ -191,7 +222,7 @@ class PieceSearch {
     if (!pieces_.MoveToEnds(at, moved)) return;
     if (moved) place = PointAt(pieces_.a, at.s);
     const auto known =
-        std::find_if(found_.begin() + static_cast<std::ptrdiff_t>(first_found_), found_.end(),
+        std::find_if(found_.begin() + first_found_, found_.end(),
                      [&](const Crossing& c) { return pieces_.IsSame(c, at, touch); });
     if (known == found_.end())
       found_.push_back({at.s, at.t, touch, place});
@@ -210,6 +241,7 @@ class PieceSearch {
   int pairs_ = 0;
   bool overlap_checked_ = false;
   bool overlap_ = false;
+  std::optional<Alongside> alongside_;
 
   std::array<WeightedPoint, 2 * (kMaxHalvings + 2) * 4> stack_arena_;  // enough for cubics
   std::vector<WeightedPoint> heap_arena_;

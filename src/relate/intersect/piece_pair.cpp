@@ -12,6 +12,8 @@ constexpr int kApproachRounds = 4;
 constexpr double kSettledStep = 1e-9;  // of a parameter: the next step would be rounding
 constexpr double kRestlessStep =
     1e-7;  // of a parameter: Newton's method has settled but for rounding
+constexpr double kRunShares[] = {0.5, 0.25, 0.75};  // of a way along a run, where it is looked at
+constexpr double kGain = 0.5;  // of the gap: what is left of it where moving is worth while
 constexpr double kOnePointReach = 0.1;  // of parameters of one point, at most
 
 double SizeOf(const ParameterPair& step) { return std::max(std::fabs(step.s), std::fabs(step.t)); }
@@ -74,6 +76,35 @@ bool PiecePair::SolveContact(const BezierPiece& part_a, const BezierPiece& part_
     if (SizeOf(move) <= kInsideMargin) return true;
   }
   return false;
+}
+
+namespace {
+
+// Whether the pieces stay together between two places, by the distance across their tangents.
+bool OnOneRun(const PiecePair& pieces, const ParameterPair& from, const ParameterPair& to) {
+  return std::all_of(std::begin(kRunShares), std::end(kRunShares), [&](double share) {
+    const Jet on_a = JetAt(pieces.a, from.s + share * (to.s - from.s));
+    const Vec2 gap = PointAt(pieces.b, from.t + share * (to.t - from.t)) - on_a.p;
+    return pieces.tol * Length(on_a.d1) >= std::fabs(Cross(gap, on_a.d1));
+  });
+}
+
+}  // namespace
+
+ParameterPair PiecePair::Closest(const ParameterPair& at) const {
+  const BezierPiece around_a = WindowAround(at.s), around_b = WindowAround(at.t);
+  const double gap = GapAt(at);
+  const auto is_better = [&](const ParameterPair& other) {
+    return OnPiece(other.s) && OnPiece(other.t) && kGain * gap >= GapAt(other) &&
+           OnOneRun(*this, at, other);
+  };
+  bool shallow = false;
+  Vec2 place;
+  ParameterPair closest = at;
+  if (SolveCrossing(around_a, around_b, closest, shallow, place) && is_better(closest))
+    return closest;
+  closest = at;
+  return SolveContact(around_a, around_b, closest) && is_better(closest) ? closest : at;
 }
 
 ParameterPair PiecePair::Approach(ParameterPair at) const {

@@ -33,14 +33,22 @@ inline bool Near(const ParameterPair& at, const BezierPiece& part_a, const Bezie
          2.0 * part_b.width >= std::fabs(at.t - part_b.middle());
 }
 
+// A part, without points, that Newton's method may not leave on the way from t by more than an
+// eighth of a piece.
+inline BezierPiece WindowAround(double t) {
+  constexpr double kWidth = 1.0 / 16.0;
+  return {nullptr, 0, false, t - 0.5 * kWidth, kWidth};
+}
+
 struct PiecePair {
   const BezierPiece& a;
   const BezierPiece& b;
   double tol;  // of lengths
 
-  bool Close(const ParameterPair& at) const {
-    return tol >= Length(PointAt(b, at.t) - PointAt(a, at.s));
+  double GapAt(const ParameterPair& at) const {
+    return Length(PointAt(b, at.t) - PointAt(a, at.s));
   }
+  bool Close(const ParameterPair& at) const { return tol >= GapAt(at); }
 
   // What Newton's method finds from `at`. False when it leaves the neighbourhood of the parts, or
   // does not settle.
@@ -51,6 +59,11 @@ struct PiecePair {
   // The point where the tangents are parallel and the gap is normal to them: where the pieces
   // touch, or come closest, or are furthest apart between two crossings.
   bool SolveContact(const BezierPiece& part_a, const BezierPiece& part_b, ParameterPair& at) const;
+
+  // From a place where the pieces are close to where they are closest on the same run, along which
+  // they stay within the tolerance: they cross there at a shallow angle, or touch. `at` itself
+  // where none is found, or nothing is gained.
+  ParameterPair Closest(const ParameterPair& at) const;
 
   // From `at` to where each point is the nearest one to the other, as far as a few rounds of taking
   // one after the other lead.

@@ -53,11 +53,11 @@ void KeepBounded(const Curve& a, const Curve& b, Bounded bounded, GlobalVar& g,
   DropNotFinite(crossings);
   if (bounded.first) {
     const EndTest test(a, g);
-    std::erase_if(crossings, [&](const Crossing& at) { return !test.Keeps(at.first); });
+    crossings.erase_if([&](const Crossing& at) { return !test.Keeps(at.first); });
   }
   if (bounded.second) {
     const EndTest test(b, g);
-    std::erase_if(crossings, [&](const Crossing& at) { return !test.Keeps(at.second); });
+    crossings.erase_if([&](const Crossing& at) { return !test.Keeps(at.second); });
   }
 }
 
