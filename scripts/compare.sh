@@ -19,8 +19,8 @@ done
 readonly seconds=300
 
 programs=build/bench/bench/peers
-cmake --preset bench >/dev/null
-cmake --build --preset bench -j1 -t kurvo_peers >/dev/null
+log=$({ cmake --preset bench && cmake --build --preset bench -j1 -t kurvo_peers; } 2>&1) ||
+  { printf '%s\n' "$log" >&2; exit 1; }
 libraries=${*:-$(cd "$programs" && find . -maxdepth 1 -type f -name 'peer_*' -printf '%f\n' | sed 's/^peer_//' | sort)}
 
 printf '%-30s %6s  %-8s %10s %10s %10s %12s\n' row size library mean median p90 right

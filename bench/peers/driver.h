@@ -9,7 +9,7 @@
 //   MakeGlyph(Glyph)
 //   Nearest(curve, Point)          the parameter of the nearest point
 //   FirstFoot(curve, Point)        that of the first foot point
-//   Intersect(a, b)                for ReadCommon(answer): std::vector<Common>
+//   Intersect(a, b)                for ReadCommon(a, b, answer): std::vector<Common>
 //   Length(curve, tolerance)
 //   Position(curve, t), Derivative(curve, t)     Point
 //   Split(curve, t)                for SampleHalf(answer, half, s): Point of one half, over [0, 1]
@@ -175,7 +175,7 @@ class Driver {
     *result = Measure(
         pairs.size(), [&](std::size_t i) { return peer.Intersect(a[i], b[i]); },
         [&](std::size_t i, const auto& answer) {
-          return judge::Crossings(pairs[i], peer.ReadCommon(answer));
+          return judge::Crossings(pairs[i], peer.ReadCommon(a[i], b[i], answer));
         });
     return true;
   }

@@ -184,6 +184,16 @@ std::vector<Spline> Outlines(double size, int count) {
   return Many(kSeedOutlines, [=](Random& r) { return AnOutline(r, size, count); });
 }
 
+std::vector<Bezier> BezierPieces(const Spline& spline) {
+  std::vector<Bezier> pieces;
+  for (const oracle::Piece& piece : oracle::PiecesOf(spline)) {
+    Bezier& bezier = pieces.emplace_back();
+    for (const oracle::Vec p : piece.points)
+      bezier.push_back({static_cast<double>(p.x), static_cast<double>(p.y)});
+  }
+  return pieces;
+}
+
 std::vector<Spline> OneSpanSplines(double size) {
   std::vector<Spline> splines;
   for (const Bezier& cubic : Cubics(size)) splines.push_back(WithUniformKnots(cubic));

@@ -30,6 +30,9 @@ std::vector<Bezier> Cubics(double size);
 // Waving rings, open at one place, of `count` control points.
 std::vector<Spline> Outlines(double size, int count);
 
+// The Bezier curves that a spline is made of, for libraries without splines.
+std::vector<Bezier> BezierPieces(const Spline& spline);
+
 // The same cubics, as splines of one span.
 std::vector<Spline> OneSpanSplines(double size);
 

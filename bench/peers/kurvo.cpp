@@ -120,7 +120,7 @@ class Kurvo {
     KurvocrCurveCurve(&a.curve, &b.curve, &points.on_a, &points.on_b, kBothEnd, &g_);
     return points;
   }
-  static std::vector<Common> ReadCommon(const Points& points) {
+  static std::vector<Common> ReadCommon(const Record&, const Record&, const Points& points) {
     std::vector<Common> common;
     for (int32_t i = 0; i < points.on_a.count; ++i)
       common.push_back({points.on_a.values[i], points.on_b.values[i]});
