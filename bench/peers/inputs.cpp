@@ -194,11 +194,7 @@ std::vector<Bezier> BezierPieces(const Spline& spline) {
   return pieces;
 }
 
-std::vector<Spline> OneSpanSplines(double size) {
-  std::vector<Spline> splines;
-  for (const Bezier& cubic : Cubics(size)) splines.push_back(WithUniformKnots(cubic));
-  return splines;
-}
+Spline OneSpan(const Bezier& cubic) { return WithUniformKnots(cubic); }
 
 std::vector<About<Point>> PointsAround(const std::vector<Bezier>& curves, double size) {
   constexpr std::size_t kEach = 16;

@@ -33,8 +33,8 @@ std::vector<Spline> Outlines(double size, int count);
 // The Bezier curves that a spline is made of, for libraries without splines.
 std::vector<Bezier> BezierPieces(const Spline& spline);
 
-// The same cubics, as splines of one span.
-std::vector<Spline> OneSpanSplines(double size);
+// A cubic as a spline.
+Spline OneSpan(const Bezier& cubic);
 
 // A question about one of the curves.
 template <class What>
