@@ -86,12 +86,13 @@ void Chain(benchmark::State& state, bool at_front, int32_t size) {
 // is moved by `by` times the size in a direction of its own.
 enum class Second { kNext, kCopy };
 
-void Between(benchmark::State& state, const Kind& a, const Kind& b, Second second, double by) {
+void Between(benchmark::State& state, const Kind& a, const Kind& b, Second second, double by,
+             double size) {
   bench::Family as(a), others(b);
   bench::Random random(bench::kSeed + 2);
   std::vector<Curve> bs(as.size());
   for (std::size_t i = 0; i < bs.size(); ++i) {
-    const double angle = random.Between(0.0, 2.0 * std::numbers::pi), far = by * bench::kSize;
+    const double angle = random.Between(0.0, 2.0 * std::numbers::pi), far = by * size;
     const Coord delta = {far * std::cos(angle), far * std::sin(angle), 0.0};
     KurvocvCopyCurve(second == Second::kNext ? others[i + 1] : as[i], &bs[i], &as.g);
     KurvocvMove(&bs[i], delta, &as.g);
@@ -147,13 +148,15 @@ void Register(const std::string& name, Run* run, const Args&... args) {
   }
 
   const auto pair = [](const std::string& name, const Kind& a, const Kind& b, Second second,
-                       double by) {
-    Register("curve-distance/" + name, Between, a, b, second, by);
+                       double by, double size = bench::kSize) {
+    Register("curve-distance/" + name, Between, a, b, second, by, size);
   };
   pair("line-arc", bench::Lines(), bench::Arcs(), Second::kNext, 0.0);
-  const Kind cubics = bench::Beziers(3);
-  pair("bezier3-apart", cubics, cubics, Second::kNext, 2.0);
-  pair("bezier3-alongside", cubics, cubics, Second::kCopy, 0.01);
+  for (const double size : bench::kSizes) {
+    const Kind cubics = bench::Beziers(3, size);
+    pair(Name("bezier3-apart", size), cubics, cubics, Second::kNext, 2.0, size);
+    pair(Name("bezier3-alongside", size), cubics, cubics, Second::kCopy, 0.01, size);
+  }
   for (const int32_t count : {20, 100, 500, 5000}) {
     const Kind outlines = bench::Outlines(count), waves = bench::BSplines(4, count);
     pair(Name("outline-apart", count), outlines, outlines, Second::kNext, 1.5);

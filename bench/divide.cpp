@@ -111,6 +111,8 @@ void Register(const std::string& name, Run* run, const Args&... args) {
 
   for (const int32_t count : kGrowth)
     Register(Name("remove-knots/none", count), RemoveKnots, bench::BSplines(4, count));
+  for (const double size : bench::kSizes)
+    Register(Name("remove-knots/none-of-size", size), RemoveKnots, bench::BSplines(4, 100, size));
   for (const int32_t count : kGrowth)
     Register(Name("remove-knots/all", count), RemoveKnots, Straight(count));
 

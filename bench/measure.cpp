@@ -52,26 +52,35 @@ void Length(benchmark::State& state, const Kind& kind) {
   if (!KurvoOk(&family.g)) state.SkipWithError("error pending");
 }
 
-// Lines, Bezier curves and B-splines in turn.
+// Lines, Bezier curves and B-splines in turn, each some ten units long.
 void Segmentation(benchmark::State& state) {
   const int32_t count = Size(state);
   OwnCurve own;
   Cvseq chain;
   KurvocvMallocCvseq(&chain, count);
+  bench::Random random;
+  const bench::Place place(0.7, 10.0 * count);
+  const auto put = [&](double* p, double x, double y) { place.Put(p, x / count, y / count); };
+  double end = 0.0;
   for (int32_t i = 0; i < count; ++i) {
+    const double start = end;
+    end = random.Unit();
+    const auto fill = [&](Coord* points, int32_t last) {
+      for (int32_t j = 0; j <= last; ++j) {
+        const double y = j == 0 ? start : j == last ? end : random.Between(-1.0, 1.0);
+        put(points[j], i + double(j) / last, y);
+      }
+    };
     Curve* curve = chain.curves + i;
     if (i % 3 == 0) {
       auto* line = static_cast<KurvoLine*>(KurvocvMallocCurve(curve, CV_LINE));
-      KurvoclSetCoord(line->start, i, 0.0, 0.0);
-      KurvoclSetCoord(line->end, i + 1.0, 0.0, 0.0);
+      put(line->start, i, start);
+      put(line->end, i + 1.0, end);
     } else if (i % 3 == 1) {
-      auto* bezier = static_cast<KurvoBezier*>(KurvocvMallocCurve(curve, CV_BEZIER, 3));
-      for (int32_t j = 0; j < 4; ++j)
-        KurvoclSetCoord(bezier->points[j], i + j / 3.0, j % 3 == 0 ? 0.0 : 1.0, 0.0);
+      fill(static_cast<KurvoBezier*>(KurvocvMallocCurve(curve, CV_BEZIER, 3))->points, 3);
     } else {
       auto* spline = static_cast<KurvoBSpline*>(KurvocvMallocCurve(curve, CV_BSPLINE, 4, 8));
-      for (int32_t j = 0; j < 8; ++j)
-        KurvoclSetCoord(spline->points[j], i + j / 7.0, j % 7 == 0 ? 0.0 : 1.0, 0.0);
+      fill(spline->points, 7);
       bench::UniformKnots(spline->knots, 4, 8);
     }
   }
