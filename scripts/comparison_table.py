@@ -77,19 +77,23 @@ def table(cells):
 
 def losses(cells):
     """The rows where another library is faster, or has more answers right."""
-    lines = []
+    faster, better = {}, {}
     for (row, size), cell in cells.items():
         ours = cell["kurvo"]
         others = {name: run for name, run in cell.items() if run and name != "kurvo"}
         fair = {name: run for name, run in others.items() if run[4] >= FAIR * run[5]}
         fastest = min(fair, key=lambda name: fair[name][0], default=None)
         if fastest and fair[fastest][0] < ours[0]:
-            lines.append(f"{row}, {size}: {fastest} takes {fair[fastest][0] / ours[0]:.2f} of our time")
-        more = [f"{name} {run[4]:.0f}" for name, run in others.items() if run[4] > ours[4]]
+            share = f"{fair[fastest][0] / ours[0]:.2f}"
+            faster.setdefault((row, fastest), []).append((size, share))
+        more = sorted(name for name, run in others.items() if run[4] > ours[4])
         if more:
-            lines.append(f"{row}, {size}: of {ours[5]:.0f} answers {ours[4]:.0f} of ours are right, "
-                         + ", ".join(more))
-    return "Where we lose:\n\n" + "\n".join(f"- {line}" for line in lines) if lines else ""
+            text = f"{ours[4]:.0f} of our {ours[5]:.0f} answers are right, more of " + ", ".join(more)
+            better.setdefault((row, text), []).append(size)
+    lines = [f"{row}: {library} takes " + ", ".join(f"{share} (size {size})" for size, share in found)
+             + " of our time" for (row, library), found in faster.items()]
+    lines += [f"{row}: {text} (size {', '.join(sizes)})" for (row, text), sizes in better.items()]
+    return "Where we lose:\n\n" + "\n".join(f"- {line}" for line in lines)
 
 
 def processor():
