@@ -6,115 +6,97 @@
 
 namespace {
 
-using bench::OwnCurve;
+using bench::Kind;
 
-int32_t Size(const benchmark::State& state) { return static_cast<int32_t>(state.range(0)); }
+constexpr int32_t kGrowth[] = {10, 100, 1000, 10000, 100000};
 
-// Converts and frees, as a caller does.
-void Convert(benchmark::State& state, OwnCurve& source, int32_t type) {
+// Converts and frees, as a caller does. An item is a span: its time is 1 / items per second.
+void Convert(benchmark::State& state, const Kind& kind, int32_t type, int32_t spans) {
+  bench::Family family(kind);
+  std::size_t i = 0;
   for (auto _ : state) {
     Curve target{};
     target.type = type;
-    if (KurvocvConvert(&source.curve, &target, &source.g) != KURVO_CONVERTED)
+    if (KurvocvConvert(family[i++], &target, &family.g) != KURVO_CONVERTED)
       state.SkipWithError("not converted");
     benchmark::DoNotOptimize(target);
     KurvocvFreeCurve(&target);
   }
+  state.SetItemsProcessed(state.iterations() * spans);
 }
 
-void ConvertPieces(benchmark::State& state, OwnCurve& source, int32_t spans) {
-  Convert(state, source, CV_SEGCV);
-  state.SetItemsProcessed(state.iterations() *
-                          spans);  // the time of one span: 1 / items per second
+// Arcs of less than half a turn, as rational Bezier curves.
+void MakeRationalArc(Curve& curve, bench::Random& random) {
+  bench::OwnCurve arc;
+  const auto sweep_is_short = [&] {
+    const auto* a = static_cast<const KurvoArc*>(arc.curve.data);
+    const double cross = (a->start[0] - a->centre[0]) * (a->end[1] - a->centre[1]) -
+                         (a->start[1] - a->centre[1]) * (a->end[0] - a->centre[0]);
+    return cross * a->normal[2] > 0.1 * a->radius * a->radius;
+  };
+  do {
+    KurvocvFreeCurve(&arc.curve);
+    bench::Arcs().make(arc.curve, random);
+  } while (!sweep_is_short());
+  curve.type = CV_RBEZIER;
+  KurvocvConvert(&arc.curve, &curve, &arc.g);
 }
 
-void Line(benchmark::State& state) {
-  OwnCurve source;
-  bench::MakeLine(source);
-  Convert(state, source, CV_BEZIER);
+void Reverse(benchmark::State& state, const Kind& kind) {
+  bench::Family family(kind);
+  std::size_t i = 0;
+  for (auto _ : state) KurvocvChgOrder(family[i++], &family.g);
 }
-BENCHMARK(Line)->Name("convert/line-to-bezier");
 
-void Arc(benchmark::State& state) {
-  OwnCurve source;
-  bench::MakeArc(source);
-  Convert(state, source, CV_RBEZIER);
+// Of copies: nothing ends the comparison early.
+void Match(benchmark::State& state, const Kind& kind) {
+  bench::Family family(kind), copies(kind);
+  std::size_t i = 0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(KurvocvMatch(family[i], copies[i], &family.g));
+    ++i;
+  }
 }
-BENCHMARK(Arc)->Name("convert/arc-to-rbezier");
 
-void RecognisedArc(benchmark::State& state) {
-  OwnCurve arc;
-  bench::MakeArc(arc);
-  OwnCurve source;
-  source.curve.type = CV_RBEZIER;
-  KurvocvConvert(&arc.curve, &source.curve, &source.g);
-  Convert(state, source, CV_ARC);
+void MatchRaised(benchmark::State& state, int32_t degree) {  // degree 1 raised
+  bench::Family low(bench::Beziers(1)), high(bench::Beziers(degree));
+  std::size_t i = 0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(KurvocvMatch(low[i], high[i], &low.g));
+    ++i;
+  }
 }
-BENCHMARK(RecognisedArc)->Name("convert/rbezier-to-arc");
 
-void BSpline(benchmark::State& state) {
-  OwnCurve source;
-  bench::MakeBSpline(source, 4, Size(state));
-  ConvertPieces(state, source, Size(state) - 3);
+template <class Run, class... Args>
+void Register(const std::string& name, Run* run, const Args&... args) {
+  benchmark::RegisterBenchmark(name.c_str(), run, args...);
 }
-BENCHMARK(BSpline)->Name("convert/bspline-to-pieces")->RangeMultiplier(10)->Range(10, 100000);
 
-void RationalBSpline(benchmark::State& state) {
-  OwnCurve source;
-  bench::MakeRationalBSpline(source, 4, Size(state));
-  ConvertPieces(state, source, Size(state) - 3);
-}
-BENCHMARK(RationalBSpline)
-    ->Name("convert/rbspline-to-pieces")
-    ->RangeMultiplier(10)
-    ->Range(10, 100000);
-
-void SplineOrder(benchmark::State& state) {
-  OwnCurve source;
-  bench::MakeBSpline(source, Size(state), 1000);
-  ConvertPieces(state, source, 1001 - Size(state));
-}
-BENCHMARK(SplineOrder)
-    ->Name("convert/bspline-order-to-pieces")
-    ->Arg(2)
-    ->Arg(3)
-    ->Arg(4)
-    ->Arg(8)
-    ->Arg(16)
-    ->Arg(64);
-
-// The pieces of a B-spline with as many spans, put together again.
-void Join(benchmark::State& state) {
-  OwnCurve spline;
-  bench::MakeBSpline(spline, 4, Size(state) + 3);
-  OwnCurve source;
-  source.curve.type = CV_SEGCV;
-  KurvocvConvert(&spline.curve, &source.curve, &source.g);
-  Convert(state, source, CV_BSPLINE);
-}
-BENCHMARK(Join)->Name("convert/pieces-to-bspline")->RangeMultiplier(10)->Range(10, 100000);
-
-void Reverse(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  for (auto _ : state) KurvocvChgOrder(&own.curve, &own.g);
-}
-BENCHMARK(Reverse)->Name("reverse/bspline")->RangeMultiplier(10)->Range(10, 100000);
-
-void MatchBSplines(benchmark::State& state) {  // identical: nothing ends the comparison early
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  for (auto _ : state) benchmark::DoNotOptimize(KurvocvMatch(&own.curve, &own.curve, &own.g));
-}
-BENCHMARK(MatchBSplines)->Name("match/bspline")->RangeMultiplier(10)->Range(10, 100000);
-
-void MatchRaised(benchmark::State& state) {  // degree 1 raised to the size
-  OwnCurve low;
-  OwnCurve high;
-  bench::MakeBezier(low, 1);
-  bench::MakeBezier(high, Size(state));
-  for (auto _ : state) benchmark::DoNotOptimize(KurvocvMatch(&low.curve, &high.curve, &low.g));
-}
-BENCHMARK(MatchRaised)->Name("match/bezier-raised")->Arg(2)->Arg(3)->Arg(10)->Arg(100)->Arg(4096);
+[[maybe_unused]] const bool kRegistered = [] {
+  using bench::Name;
+  Register("convert/line-to-bezier", Convert, bench::Lines(), CV_BEZIER, 1);
+  Register("convert/arc-to-rbezier", Convert, bench::Arcs(), CV_RBEZIER, 1);
+  Register("convert/rbezier-to-arc", Convert, Kind{MakeRationalArc}, CV_ARC, 1);
+  for (const int32_t count : kGrowth)
+    Register(Name("convert/bspline-to-pieces", count), Convert, bench::BSplines(4, count), CV_SEGCV,
+             count - 3);
+  for (const int32_t count : kGrowth)
+    Register(Name("convert/rbspline-to-pieces", count), Convert, bench::RationalBSplines(4, count),
+             CV_SEGCV, count - 3);
+  for (const int32_t order : {2, 3, 4, 8, 16, 64})
+    Register(Name("convert/bspline-order-to-pieces", order), Convert, bench::BSplines(order, 1000),
+             CV_SEGCV, 1001 - order);
+  // The pieces of a B-spline with as many spans, put together again.
+  for (const int32_t spans : kGrowth)
+    Register(Name("convert/pieces-to-bspline", spans), Convert, bench::Composites(spans),
+             CV_BSPLINE, spans);
+  for (const int32_t count : kGrowth)
+    Register(Name("reverse/bspline", count), Reverse, bench::BSplines(4, count));
+  for (const int32_t count : kGrowth)
+    Register(Name("match/bspline", count), Match, bench::BSplines(4, count));
+  for (const int32_t degree : {2, 3, 10, 100, 4096})
+    Register(Name("match/bezier-raised", degree), MatchRaised, degree);
+  return true;
+}();
 
 }  // namespace

@@ -1,153 +1,70 @@
-// The nearest point of a curve and the projection onto it: names are distance/type/size and
-// projection/type/size. Splines come in three shapes: a wave whose every span is as high as the
-// whole curve, an outline as drawings have them, and the worst case, a circle asked from its
-// centre, where no span is nearer than another. Then the growth of a chain by insertions.
+// The nearest point of a curve, the projection onto it, and the distance of two curves: names are
+// distance/type/size, projection/type/size and curve-distance/pair/size. Points lie near the
+// curves, among them, around them and far away. Splines come in three shapes: a wave whose every
+// span is as high as the whole curve, an outline as drawings have them, and the worst case, a
+// circle asked from its centre, where no span is nearer than another. Then the growth of a chain by
+// insertions.
 #include <benchmark/benchmark.h>
-
-#include <array>
-#include <cmath>
 
 #include "curves.h"
 
 namespace {
 
-using bench::OwnCurve;
+using bench::Kind;
+using bench::Points;
 
-constexpr int kPoints = 256;  // a power of two
-
-using Points = std::array<std::array<double, 3>, kPoints>;
-
-// Points beside the curve, up to `reach` away in x and y.
-Points PointsNear(OwnCurve& own, double reach) {
-  bench::Random random;
-  Points points;
-  for (auto& p : points) {
-    KurvocvPosition(&own.curve, random.Unit(), p.data(), &own.g);
-    p[0] += reach * (2.0 * random.Unit() - 1.0);
-    p[1] += reach * (2.0 * random.Unit() - 1.0);
-  }
-  return points;
-}
-
-constexpr double kReach = 0.05;
-
-void Distance(benchmark::State& state, OwnCurve& own, const Points& points) {
-  unsigned i = 0;
+void Ask(benchmark::State& state, bench::Family& family, const Points& points) {
+  std::size_t i = 0;
   double t = 0.0;
   for (auto _ : state) {
-    double dist = KurvocvDistPoint(&own.curve, points[i++ % kPoints].data(), &t, &own.g);
+    double dist = KurvocvDistPoint(family[i], points[i % bench::kQuestions].data(), &t, &family.g);
     benchmark::DoNotOptimize(dist);
     benchmark::DoNotOptimize(t);
+    ++i;
   }
-  if (!KurvoOk(&own.g)) state.SkipWithError("error pending");
+  if (!KurvoOk(&family.g)) state.SkipWithError("error pending");
 }
 
-void Distance(benchmark::State& state, OwnCurve& own) {
-  Distance(state, own, PointsNear(own, kReach));
+void Distance(benchmark::State& state, const Kind& kind, double size) {
+  bench::Family family(kind);
+  Ask(state, family, bench::PointsAround(family, size));
 }
 
-void Projection(benchmark::State& state, OwnCurve& own) {
-  const Points points = PointsNear(own, kReach);
-  unsigned i = 0;
+// Rings of one radius, asked from their middle.
+void FromCentre(benchmark::State& state, int32_t count) {
+  bench::Family family({[count](Curve& curve, bench::Random& random) {
+                          bench::Outlines(count).make(curve, random);
+                          auto* block = static_cast<KurvoBSpline*>(curve.data);
+                          for (int32_t i = 0; i < count; ++i) {
+                            const double angle = 2.0 * std::numbers::pi * i / (count - 1);
+                            KurvoclSetCoord(block->points[i], bench::kSize * std::cos(angle),
+                                            bench::kSize * std::sin(angle), 0.0);
+                          }
+                        },
+                        count});
+  Points points(bench::kQuestions);
+  bench::Random random;
+  for (auto& p : points) p = {0.1 * random.Unit(), 0.1 * random.Unit(), 0.0};
+  Ask(state, family, points);
+}
+
+void Projection(benchmark::State& state, const Kind& kind) {
+  bench::Family family(kind);
+  const Points points = bench::PointsAround(family);
+  std::size_t i = 0;
   for (auto _ : state) {
-    std::array<double, 3> p = points[i++ % kPoints];
-    KurvofcPOntoCurve(&own.curve, p.data(), &own.g);
+    std::array<double, 3> p = points[i % bench::kQuestions];
+    KurvofcPOntoCurve(family[i], p.data(), &family.g);
     benchmark::DoNotOptimize(p);
+    ++i;
   }
-  if (!KurvoOk(&own.g)) state.SkipWithError("error pending");
+  if (!KurvoOk(&family.g)) state.SkipWithError("error pending");
 }
-
-int32_t Size(const benchmark::State& state) { return static_cast<int32_t>(state.range(0)); }
-
-template <void (*make)(OwnCurve&)>
-void DistanceTo(benchmark::State& state) {
-  OwnCurve own;
-  make(own);
-  Distance(state, own);
-}
-template <void (*make)(OwnCurve&, int32_t)>
-void DistanceTo(benchmark::State& state) {
-  OwnCurve own;
-  make(own, Size(state));
-  Distance(state, own);
-}
-
-BENCHMARK(DistanceTo<bench::MakeLine>)->Name("distance/line");
-BENCHMARK(DistanceTo<bench::MakeArc>)->Name("distance/arc");
-BENCHMARK(DistanceTo<bench::MakeBezier>)
-    ->Name("distance/bezier")
-    ->Arg(2)
-    ->Arg(3)
-    ->Arg(5)
-    ->Arg(13)
-    ->Arg(20);
-BENCHMARK(DistanceTo<bench::MakeRationalBezier>)
-    ->Name("distance/rbezier")
-    ->Arg(2)
-    ->Arg(3)
-    ->Arg(5)
-    ->Arg(13);
-
-void MakeWave(OwnCurve& own, int32_t count) { bench::MakeBSpline(own, 4, count); }
-void MakeRationalWave(OwnCurve& own, int32_t count) { bench::MakeRationalBSpline(own, 4, count); }
-
-// A closed curve about the origin, the radius of its control points between 1 - waviness and 1.
-void MakeRing(OwnCurve& own, int32_t count, double waviness) {
-  bench::Random random;
-  auto* block = static_cast<KurvoBSpline*>(KurvocvMallocCurve(&own.curve, CV_BSPLINE, 4, count));
-  for (int32_t i = 0; i < count; ++i) {
-    const double angle = 2.0 * M_PI * i / (count - 1);
-    const double radius = 1.0 - waviness * random.Unit();
-    KurvoclSetCoord(block->points[i], radius * std::cos(angle), radius * std::sin(angle), 0.0);
-  }
-  KurvoclCopyVector(block->points[0], block->points[count - 1]);
-  bench::UniformKnots(block->knots, 4, count);
-}
-void MakeOutline(OwnCurve& own, int32_t count) { MakeRing(own, count, 1.0 / count); }
-
-template <void (*make)(OwnCurve&, int32_t)>
-void Growth(const char* name) {
-  benchmark::RegisterBenchmark(name, DistanceTo<make>)
-      ->Arg(20)
-      ->Arg(100)
-      ->Arg(200)
-      ->Arg(1000)
-      ->Arg(10000);
-}
-
-void FromCentre(benchmark::State& state) {
-  OwnCurve own;
-  MakeRing(own, Size(state), 0.0);
-  Points points;
-  bench::Random random;
-  for (auto& p : points) p = {1e-3 * random.Unit(), 1e-3 * random.Unit(), 0.0};
-  Distance(state, own, points);
-}
-BENCHMARK(FromCentre)->Name("distance/bspline-centre")->Arg(20)->Arg(200);
-
-template <void (*make)(OwnCurve&)>
-void ProjectionTo(benchmark::State& state) {
-  OwnCurve own;
-  make(own);
-  Projection(state, own);
-}
-template <void (*make)(OwnCurve&, int32_t)>
-void ProjectionTo(benchmark::State& state) {
-  OwnCurve own;
-  make(own, Size(state));
-  Projection(state, own);
-}
-
-BENCHMARK(ProjectionTo<bench::MakeLine>)->Name("projection/line");
-BENCHMARK(ProjectionTo<bench::MakeArc>)->Name("projection/arc");
-BENCHMARK(ProjectionTo<bench::MakeBezier>)->Name("projection/bezier")->Arg(3);
-BENCHMARK(ProjectionTo<MakeOutline>)->Name("projection/bspline-outline")->Arg(20)->Arg(200);
 
 // A chain of n lines built by n insertions at its end, or each at its front.
-void Chain(benchmark::State& state, bool at_front) {
-  OwnCurve own;
+void Chain(benchmark::State& state, bool at_front, int32_t size) {
+  bench::OwnCurve own;
   auto* line = static_cast<KurvoLine*>(KurvocvMallocCurve(&own.curve, CV_LINE));
-  const int32_t size = Size(state);
   for (auto _ : state) {
     Cvseq seq;
     KurvocvInitCvseq(&seq);
@@ -162,77 +79,91 @@ void Chain(benchmark::State& state, bool at_front) {
   }
   state.SetItemsProcessed(state.iterations() * size);
 }
-BENCHMARK_CAPTURE(Chain, append, false)
-    ->Name("sequence/append")
-    ->RangeMultiplier(10)
-    ->Range(10, 10000);
-BENCHMARK_CAPTURE(Chain, front, true)
-    ->Name("sequence/front")
-    ->RangeMultiplier(10)
-    ->Range(10, 10000);
 
-// Two curves of a kind, the second moved aside: apart, or alongside the first all the way.
-void Between(benchmark::State& state, OwnCurve& a, OwnCurve& b) {
+// ---- Two curves ----
+
+// The second curve of a pair is the one after the first of its family, or a copy of the first; it
+// is moved by `by` times the size in a direction of its own.
+enum class Second { kNext, kCopy };
+
+void Between(benchmark::State& state, const Kind& a, const Kind& b, Second second, double by,
+             double size) {
+  bench::Family as(a), others(b);
+  bench::Random random(bench::kSeed + 2);
+  std::vector<Curve> bs(as.size());
+  for (std::size_t i = 0; i < bs.size(); ++i) {
+    const double angle = random.Between(0.0, 2.0 * std::numbers::pi), far = by * size;
+    const Coord delta = {far * std::cos(angle), far * std::sin(angle), 0.0};
+    KurvocvCopyCurve(second == Second::kNext ? others[i + 1] : as[i], &bs[i], &as.g);
+    KurvocvMove(&bs[i], delta, &as.g);
+  }
+  std::size_t i = 0;
   double ta = 0.0, tb = 0.0;
   for (auto _ : state) {
-    double dist = KurvocvDistCurve(&a.curve, &b.curve, &ta, &tb, &a.g);
+    double dist = KurvocvDistCurve(as[i], &bs[i % bs.size()], &ta, &tb, &as.g);
     benchmark::DoNotOptimize(dist);
     benchmark::DoNotOptimize(ta);
     benchmark::DoNotOptimize(tb);
+    ++i;
   }
-  if (!KurvoOk(&a.g)) state.SkipWithError("error pending");
+  if (!KurvoOk(&as.g)) state.SkipWithError("error pending");
+  for (Curve& curve : bs) KurvocvFreeCurve(&curve);
 }
 
-template <class Block>
-void MoveUp(OwnCurve& own, int32_t count, double by) {
-  auto* block = static_cast<Block*>(own.curve.data);
-  for (int32_t i = 0; i < count; ++i) block->points[i][1] += by;
+template <class Run, class... Args>
+void Register(const std::string& name, Run* run, const Args&... args) {
+  benchmark::RegisterBenchmark(name.c_str(), run, args...);
 }
 
-void LineToArc(benchmark::State& state) {
-  OwnCurve a, b;
-  bench::MakeLine(a);
-  bench::MakeArc(b);
-  Between(state, a, b);
-}
-BENCHMARK(LineToArc)->Name("curve-distance/line-arc");
+[[maybe_unused]] const bool kRegistered = [] {
+  using bench::Name;
+  const auto distance = [](const std::string& name, const Kind& kind, double size = bench::kSize) {
+    Register("distance/" + name, Distance, kind, size);
+  };
+  distance("line", bench::Lines());
+  distance("arc", bench::Arcs());
+  for (const int32_t degree : {2, 3, 5, 13, 20})
+    distance(Name("bezier", degree), bench::Beziers(degree));
+  for (const double size : bench::kSizes)
+    distance(Name("cubic-of-size", size), bench::Beziers(3, size), size);
+  for (const int32_t degree : {2, 3, 5, 13})
+    distance(Name("rbezier", degree), bench::RationalBeziers(degree));
+  for (const int32_t count : {20, 100, 200, 1000, 10000}) {
+    distance(Name("bspline-wave", count), bench::BSplines(4, count));
+    distance(Name("bspline-outline", count), bench::Outlines(count));
+    distance(Name("rbspline-wave", count), bench::RationalBSplines(4, count));
+  }
+  for (const int32_t count : {20, 200})
+    Register(Name("distance/bspline-centre", count), FromCentre, count);
 
-void Cubics(benchmark::State& state, double by) {
-  OwnCurve a, b;
-  bench::MakeBezier(a, 3);
-  bench::MakeBezier(b, 3);
-  MoveUp<KurvoBezier>(b, 4, by);
-  Between(state, a, b);
-}
-BENCHMARK_CAPTURE(Cubics, apart, 2.0)->Name("curve-distance/bezier3-apart");
-BENCHMARK_CAPTURE(Cubics, alongside, 0.01)->Name("curve-distance/bezier3-alongside");
+  Register("projection/line", Projection, bench::Lines());
+  Register("projection/arc", Projection, bench::Arcs());
+  Register("projection/bezier/3", Projection, bench::Beziers(3));
+  for (const int32_t count : {20, 200})
+    Register(Name("projection/bspline-outline", count), Projection, bench::Outlines(count));
 
-// Outlines of `count` points, `by` apart where they are nearest, or one across the other.
-template <void (*make)(OwnCurve&, int32_t)>
-void Splines(benchmark::State& state, double by) {
-  OwnCurve a, b;
-  make(a, Size(state));
-  make(b, Size(state));
-  MoveUp<KurvoBSpline>(b, Size(state), by);
-  Between(state, a, b);
-}
-template <void (*make)(OwnCurve&, int32_t)>
-void GrowthOfPairs(const char* name, double by) {
-  benchmark::RegisterBenchmark(name, [by](benchmark::State& state) { Splines<make>(state, by); })
-      ->Arg(20)
-      ->Arg(100)
-      ->Arg(500)
-      ->Arg(5000);
-}
+  for (const int32_t size : {10, 100, 1000, 10000}) {
+    Register(Name("sequence/append", size), Chain, false, size);
+    Register(Name("sequence/front", size), Chain, true, size);
+  }
 
-const bool kRegistered = [] {
-  Growth<MakeWave>("distance/bspline-wave");
-  Growth<MakeOutline>("distance/bspline-outline");
-  Growth<MakeRationalWave>("distance/rbspline-wave");
-  GrowthOfPairs<MakeOutline>("curve-distance/outline-apart", 2.5);
-  GrowthOfPairs<MakeOutline>("curve-distance/outline-crossing", 0.5);
-  GrowthOfPairs<MakeWave>("curve-distance/wave-apart", 1.5);
-  GrowthOfPairs<MakeWave>("curve-distance/wave-alongside", 0.001);
+  const auto pair = [](const std::string& name, const Kind& a, const Kind& b, Second second,
+                       double by, double size = bench::kSize) {
+    Register("curve-distance/" + name, Between, a, b, second, by, size);
+  };
+  pair("line-arc", bench::Lines(), bench::Arcs(), Second::kNext, 0.0);
+  for (const double size : bench::kSizes) {
+    const Kind cubics = bench::Beziers(3, size);
+    pair(Name("bezier3-apart", size), cubics, cubics, Second::kNext, 2.0, size);
+    pair(Name("bezier3-alongside", size), cubics, cubics, Second::kCopy, 0.01, size);
+  }
+  for (const int32_t count : {20, 100, 500, 5000}) {
+    const Kind outlines = bench::Outlines(count), waves = bench::BSplines(4, count);
+    pair(Name("outline-apart", count), outlines, outlines, Second::kNext, 1.5);
+    pair(Name("outline-crossing", count), outlines, outlines, Second::kNext, 0.25);
+    pair(Name("wave-apart", count), waves, waves, Second::kNext, 1.5);
+    pair(Name("wave-alongside", count), waves, waves, Second::kCopy, 0.001);
+  }
   return true;
 }();
 

@@ -8,85 +8,36 @@
 
 namespace {
 
-using bench::OwnCurve;
+using bench::Kind;
 
-int32_t Size(const benchmark::State& state) { return static_cast<int32_t>(state.range(0)); }
+constexpr int32_t kGrowth[] = {10, 100, 1000, 10000, 100000};
 
-void Divide(benchmark::State& state, OwnCurve& own, double t) {
+void Divide(benchmark::State& state, const Kind& kind) {
+  bench::Family family(kind);
+  const auto parameters = bench::Parameters();
+  std::size_t i = 0;
   for (auto _ : state) {
     Curve first, second;
-    KurvocvDivide(&own.curve, t, &first, &second, &own.g);
+    KurvocvDivide(family[i], parameters[i % bench::kQuestions], &first, &second, &family.g);
     if (!first.data || !second.data) state.SkipWithError("not divided");
     benchmark::DoNotOptimize(first);
     KurvocvFreeCurve(&first);
     KurvocvFreeCurve(&second);
+    ++i;
   }
 }
 
-void DivideLine(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeLine(own);
-  Divide(state, own, 0.4);
-}
-BENCHMARK(DivideLine)->Name("divide/line");
-
-void DivideArc(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeArc(own);
-  Divide(state, own, 0.4);
-}
-BENCHMARK(DivideArc)->Name("divide/arc");
-
-void DivideBezier(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeBezier(own, Size(state));
-  Divide(state, own, 0.4);
-}
-BENCHMARK(DivideBezier)->Name("divide/bezier")->DenseRange(1, 4);
-
-void DivideRationalBezier(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeRationalBezier(own, Size(state));
-  Divide(state, own, 0.4);
-}
-BENCHMARK(DivideRationalBezier)->Name("divide/rbezier")->DenseRange(2, 4);
-
-void DivideBSpline(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  Divide(state, own, 0.4001);
-}
-BENCHMARK(DivideBSpline)->Name("divide/bspline")->RangeMultiplier(10)->Range(10, 100000);
-
-void DivideRationalBSpline(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeRationalBSpline(own, 4, Size(state));
-  Divide(state, own, 0.4001);
-}
-BENCHMARK(DivideRationalBSpline)->Name("divide/rbspline")->RangeMultiplier(10)->Range(10, 100000);
-
-// A B-spline as a chain of its Bezier pieces.
-void MakePieces(OwnCurve& own, int32_t count) {
-  OwnCurve spline;
-  bench::MakeBSpline(spline, 4, count + 3);
-  own.curve.type = CV_SEGCV;
-  KurvocvConvert(&spline.curve, &own.curve, &own.g);
-}
-
-void DivideComposite(benchmark::State& state) {
-  OwnCurve own;
-  MakePieces(own, Size(state));
-  Divide(state, own, 0.4001);
-}
-BENCHMARK(DivideComposite)->Name("divide/composite")->RangeMultiplier(10)->Range(10, 10000);
-
-void NDivide(benchmark::State& state, OwnCurve& own, int32_t cuts) {
+// `cuts` parameters, as evenly as random ones between them are.
+void NDivide(benchmark::State& state, const Kind& kind, int32_t cuts) {
+  bench::Family family(kind);
+  bench::Random random;
   std::vector<double> values;
-  for (int32_t i = 1; i <= cuts; ++i) values.push_back((i - 0.3) / (cuts + 0.6));
+  for (int32_t i = 0; i < cuts; ++i) values.push_back((i + random.Between(0.2, 0.9)) / cuts);
   const CvParam list = {cuts, values.data()};
+  std::size_t i = 0;
   for (auto _ : state) {
     Cvseq pieces;
-    KurvocvNDivide(&own.curve, &list, &pieces, &own.g);
+    KurvocvNDivide(family[i++], &list, &pieces, &family.g);
     if (pieces.count != cuts + 1) state.SkipWithError("not divided");
     benchmark::DoNotOptimize(pieces);
     KurvocvFreeCvseq(&pieces);
@@ -94,84 +45,86 @@ void NDivide(benchmark::State& state, OwnCurve& own, int32_t cuts) {
   state.SetItemsProcessed(state.iterations() * cuts);
 }
 
-// As many parameters as the curve has control points: linear, as items per second show.
-void NDivideBSpline(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  NDivide(state, own, Size(state));
-}
-BENCHMARK(NDivideBSpline)->Name("n-divide/bspline")->RangeMultiplier(10)->Range(10, 100000);
-
-void NDivideBezier(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeBezier(own, 3);
-  NDivide(state, own, Size(state));
-}
-BENCHMARK(NDivideBezier)->Name("n-divide/bezier-cuts")->RangeMultiplier(10)->Range(1, 10000);
-
-void NDivideComposite(benchmark::State& state) {
-  OwnCurve own;
-  MakePieces(own, Size(state));
-  NDivide(state, own, Size(state));
-}
-BENCHMARK(NDivideComposite)->Name("n-divide/composite")->RangeMultiplier(10)->Range(10, 10000);
-
-void RemoveKnots(benchmark::State& state, OwnCurve& own) {
+void RemoveKnots(benchmark::State& state, const Kind& kind) {
+  bench::Family family(kind);
+  std::size_t i = 0;
   for (auto _ : state) {
     Curve result;
-    KurvocvBsplRemoveKnots(&own.curve, &result, &own.g);
+    KurvocvBsplRemoveKnots(family[i++], &result, &family.g);
     if (!result.data) state.SkipWithError("no result");
     benchmark::DoNotOptimize(result);
     KurvocvFreeCurve(&result);
   }
-  state.SetItemsProcessed(state.iterations() * Size(state));
+  state.SetItemsProcessed(state.iterations() * kind.points);
 }
 
-void RemoveNone(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  RemoveKnots(state, own);
+// A straight line: all inner knots go, which is the worst case.
+Kind Straight(int32_t count) {
+  return {[count](Curve& curve, bench::Random& random) {
+            bench::BSplines(2, count).make(curve, random);
+            auto* block = static_cast<KurvoBSpline*>(curve.data);
+            for (int32_t i = 0; i < count; ++i)
+              KurvoclSetCoord(block->points[i], bench::kSize * i / (count - 1), 0.0, 0.0);
+          },
+          count};
 }
-BENCHMARK(RemoveNone)->Name("remove-knots/none")->RangeMultiplier(10)->Range(10, 100000);
 
-void RemoveAll(benchmark::State& state) {  // a straight line: the worst case
-  OwnCurve own;
-  bench::MakeBSpline(own, 2, Size(state));
-  auto* block = static_cast<KurvoBSpline*>(own.curve.data);
-  for (int32_t i = 0; i < block->count; ++i) block->points[i][1] = 0.0;
-  RemoveKnots(state, own);
-}
-BENCHMARK(RemoveAll)->Name("remove-knots/all")->RangeMultiplier(10)->Range(10, 100000);
-
-void Extend(benchmark::State& state, OwnCurve& own, double a, double b) {
+void Extend(benchmark::State& state, const Kind& kind, double a, double b) {
+  bench::Family family(kind);
+  std::size_t i = 0;
   for (auto _ : state) {
     Curve result;
-    KurvocvExtendCurve(&own.curve, a, b, &result, &own.g);
+    KurvocvExtendCurve(family[i++], a, b, &result, &family.g);
     if (!result.data) state.SkipWithError("not extended");
     benchmark::DoNotOptimize(result);
     KurvocvFreeCurve(&result);
   }
 }
 
-void ExtendBezier(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeBezier(own, Size(state));
-  Extend(state, own, 0.1, 0.2);
+template <class Run, class... Args>
+void Register(const std::string& name, Run* run, const Args&... args) {
+  benchmark::RegisterBenchmark(name.c_str(), run, args...);
 }
-BENCHMARK(ExtendBezier)->Name("extend/bezier")->Arg(3)->Arg(10);
 
-void ExtendBSpline(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  Extend(state, own, 0.1, 0.2);
-}
-BENCHMARK(ExtendBSpline)->Name("extend/bspline")->RangeMultiplier(10)->Range(10, 10000);
+[[maybe_unused]] const bool kRegistered = [] {
+  using bench::Name;
+  Register("divide/line", Divide, bench::Lines());
+  Register("divide/arc", Divide, bench::Arcs());
+  for (const int32_t degree : {1, 2, 3, 4})
+    Register(Name("divide/bezier", degree), Divide, bench::Beziers(degree));
+  for (const int32_t degree : {2, 3, 4})
+    Register(Name("divide/rbezier", degree), Divide, bench::RationalBeziers(degree));
+  for (const int32_t count : kGrowth)
+    Register(Name("divide/bspline", count), Divide, bench::BSplines(4, count));
+  for (const int32_t count : kGrowth)
+    Register(Name("divide/rbspline", count), Divide, bench::RationalBSplines(4, count));
+  for (const int32_t spans : {10, 100, 1000, 10000})
+    Register(Name("divide/composite", spans), Divide, bench::Composites(spans));
 
-void TrimToASpan(benchmark::State& state) {  // O(part): flat
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  Extend(state, own, -0.4, -0.5999);
-}
-BENCHMARK(TrimToASpan)->Name("extend/bspline-trimmed")->RangeMultiplier(10)->Range(10, 100000);
+  // As many parameters as the curve has control points: linear, as items per second show.
+  for (const int32_t count : kGrowth)
+    Register(Name("n-divide/bspline", count), NDivide, bench::BSplines(4, count), count);
+  for (const int32_t cuts : {1, 10, 100, 1000, 10000})
+    Register(Name("n-divide/bezier-cuts", cuts), NDivide, bench::Beziers(3), cuts);
+  for (const int32_t spans : {10, 100, 1000, 10000})
+    Register(Name("n-divide/composite", spans), NDivide, bench::Composites(spans), spans);
+
+  for (const int32_t count : kGrowth)
+    Register(Name("remove-knots/none", count), RemoveKnots, bench::BSplines(4, count));
+  for (const double size : bench::kSizes)
+    Register(Name("remove-knots/none-of-size", size), RemoveKnots, bench::BSplines(4, 100, size));
+  for (const int32_t count : kGrowth)
+    Register(Name("remove-knots/all", count), RemoveKnots, Straight(count));
+
+  for (const int32_t degree : {3, 10})
+    Register(Name("extend/bezier", degree), Extend, bench::Beziers(degree), 0.1, 0.2);
+  for (const int32_t count : {10, 100, 1000, 10000})
+    Register(Name("extend/bspline", count), Extend, bench::BSplines(4, count), 0.1, 0.2);
+  // Trimmed to a span: O(part), flat.
+  for (const int32_t count : kGrowth)
+    Register(Name("extend/bspline-trimmed", count), Extend, bench::BSplines(4, count), -0.4,
+             -0.5999);
+  return true;
+}();
 
 }  // namespace

@@ -9,8 +9,7 @@
 
 namespace {
 
-std::vector<double> Points(int32_t count, bool uneven) {
-  bench::Random random;
+std::vector<double> Points(int32_t count, bool uneven, bench::Random& random) {
   std::vector<double> points;
   double x = 0.0;
   for (int32_t i = 0; i < count; ++i) {
@@ -22,12 +21,17 @@ std::vector<double> Points(int32_t count, bool uneven) {
 
 void Interpolate(benchmark::State& state, int32_t order, bool uneven) {
   const auto count = static_cast<int32_t>(state.range(0));
-  const std::vector<double> points = Points(count, uneven);
+  constexpr int32_t kMost = 64, kPoints = 1 << 16;
+  bench::Random random;
+  std::vector<std::vector<double>> sets;
+  for (int32_t i = 0; i < std::min(kMost, std::max(kPoints / count, 1)); ++i)
+    sets.push_back(Points(count, uneven, random));
   GlobalVar g;
   KurvoInitGlobalVar(&g);
+  std::size_t i = 0;
   for (auto _ : state) {
     Curve curve;
-    KurvocvGenBspl(points.data(), count, order, &curve, &g);
+    KurvocvGenBspl(sets[i++ % sets.size()].data(), count, order, &curve, &g);
     benchmark::DoNotOptimize(curve.data);
     KurvocvFreeCurve(&curve);
   }

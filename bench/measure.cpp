@@ -2,7 +2,6 @@
 // operation/type/size, the size being degree, number of control points or number of curves.
 #include <benchmark/benchmark.h>
 
-#include <array>
 #include <cmath>
 #include <string>
 
@@ -10,74 +9,78 @@
 
 namespace {
 
+using bench::Kind;
 using bench::OwnCurve;
-
-constexpr int kParameters = 1024;  // a power of two
 
 int32_t Size(const benchmark::State& state) { return static_cast<int32_t>(state.range(0)); }
 
 template <class Query>
-void AtParameters(benchmark::State& state, OwnCurve& own, Query&& query) {
-  bench::Random random;
-  std::array<double, kParameters> parameters;
-  for (double& t : parameters) t = random.Unit();
-  unsigned i = 0;
+void AtParameters(benchmark::State& state, const Kind& kind, Query&& query) {
+  bench::Family family(kind);
+  const auto parameters = bench::Parameters();
+  std::size_t i = 0;
   Coord vector;
   for (auto _ : state) {
-    query(&own.curve, parameters[i++ % kParameters], vector, &own.g);
+    query(family[i], parameters[i % bench::kQuestions], vector, &family.g);
     benchmark::DoNotOptimize(vector);
+    ++i;
   }
-  if (!KurvoOk(&own.g)) state.SkipWithError("error pending");
+  if (!KurvoOk(&family.g)) state.SkipWithError("error pending");
 }
 
-void Derivative(benchmark::State& state, OwnCurve& own) { AtParameters(state, own, KurvocvDeriv); }
-void Curvature(benchmark::State& state, OwnCurve& own) {
-  AtParameters(state, own, KurvocvCurvature);
+void Derivative(benchmark::State& state, const Kind& kind) {
+  AtParameters(state, kind, KurvocvDeriv);
+}
+void Curvature(benchmark::State& state, const Kind& kind) {
+  AtParameters(state, kind, KurvocvCurvature);
 }
 template <int kOrder>
-void OfOrder(benchmark::State& state, OwnCurve& own) {
-  AtParameters(state, own, [](const Curve* curve, double t, double* out, GlobalVar* g) {
+void OfOrder(benchmark::State& state, const Kind& kind) {
+  AtParameters(state, kind, [](const Curve* curve, double t, double* out, GlobalVar* g) {
     KurvocvNDeriv(curve, t, out, kOrder, g);
   });
 }
 
-void Length(benchmark::State& state, OwnCurve& own) {
+void Length(benchmark::State& state, const Kind& kind) {
+  bench::Family family(kind);
+  std::size_t i = 0;
   double length = 0.0;
   for (auto _ : state) {
-    KurvocvCurveLen(&own.curve, 0.0, 1.0, &length, &own.g);
+    KurvocvCurveLen(family[i++], 0.0, 1.0, &length, &family.g);
     benchmark::DoNotOptimize(length);
   }
-  if (!KurvoOk(&own.g)) state.SkipWithError("error pending");
+  if (!KurvoOk(&family.g)) state.SkipWithError("error pending");
 }
 
-// The worst case: too large to settle, so that all ten passes are made.
-void MakeLargeBezier(OwnCurve& own, int32_t degree) {
-  bench::MakeBezier(own, degree);
-  auto* block = static_cast<KurvoBezier*>(own.curve.data);
-  for (int32_t i = 0; i <= degree; ++i)
-    for (int c = 0; c < 2; ++c) block->points[i][c] *= 1e6;
-}
-
-// Lines, Bezier curves and B-splines in turn.
+// Lines, Bezier curves and B-splines in turn, each some ten units long.
 void Segmentation(benchmark::State& state) {
   const int32_t count = Size(state);
   OwnCurve own;
   Cvseq chain;
   KurvocvMallocCvseq(&chain, count);
+  bench::Random random;
+  const bench::Place place(0.7, 10.0 * count);
+  const auto put = [&](double* p, double x, double y) { place.Put(p, x / count, y / count); };
+  double end = 0.0;
   for (int32_t i = 0; i < count; ++i) {
+    const double start = end;
+    end = random.Unit();
+    const auto fill = [&](Coord* points, int32_t last) {
+      for (int32_t j = 0; j <= last; ++j) {
+        const double y = j == 0 ? start : j == last ? end : random.Between(-1.0, 1.0);
+        put(points[j], i + double(j) / last, y);
+      }
+    };
     Curve* curve = chain.curves + i;
     if (i % 3 == 0) {
       auto* line = static_cast<KurvoLine*>(KurvocvMallocCurve(curve, CV_LINE));
-      KurvoclSetCoord(line->start, i, 0.0, 0.0);
-      KurvoclSetCoord(line->end, i + 1.0, 0.0, 0.0);
+      put(line->start, i, start);
+      put(line->end, i + 1.0, end);
     } else if (i % 3 == 1) {
-      auto* bezier = static_cast<KurvoBezier*>(KurvocvMallocCurve(curve, CV_BEZIER, 3));
-      for (int32_t j = 0; j < 4; ++j)
-        KurvoclSetCoord(bezier->points[j], i + j / 3.0, j % 3 == 0 ? 0.0 : 1.0, 0.0);
+      fill(static_cast<KurvoBezier*>(KurvocvMallocCurve(curve, CV_BEZIER, 3))->points, 3);
     } else {
       auto* spline = static_cast<KurvoBSpline*>(KurvocvMallocCurve(curve, CV_BSPLINE, 4, 8));
-      for (int32_t j = 0; j < 8; ++j)
-        KurvoclSetCoord(spline->points[j], i + j / 7.0, j % 7 == 0 ? 0.0 : 1.0, 0.0);
+      fill(spline->points, 7);
       bench::UniformKnots(spline->knots, 4, 8);
     }
   }
@@ -117,46 +120,40 @@ void Normal(benchmark::State& state) {
 }
 BENCHMARK(Normal)->Name("normal/polygon")->RangeMultiplier(10)->Range(10, 10000);
 
-template <void (*measure)(benchmark::State&, OwnCurve&), void (*make)(OwnCurve&)>
-void Of(benchmark::State& state) {
-  OwnCurve own;
-  make(own);
-  measure(state, own);
-}
-template <void (*measure)(benchmark::State&, OwnCurve&), void (*make)(OwnCurve&, int32_t)>
-void Of(benchmark::State& state) {
-  OwnCurve own;
-  make(own, Size(state));
-  measure(state, own);
+using Measure = void(benchmark::State&, const Kind&);
+
+void AllTypes(const std::string& operation, Measure* measure) {
+  const auto add = [&](const std::string& type, const Kind& kind) {
+    benchmark::RegisterBenchmark((operation + '/' + type).c_str(), measure, kind);
+  };
+  add("line", bench::Lines());
+  add("arc", bench::Arcs());
+  for (const int32_t degree : {2, 3, 5, 20, 39, 1000})
+    add(bench::Name("bezier", degree), bench::Beziers(degree));
+  for (const int32_t degree : {2, 3, 5, 20})
+    add(bench::Name("rbezier", degree), bench::RationalBeziers(degree));
+  for (const int32_t count : {10, 100, 1000, 10000})
+    add(bench::Name("bspline", count), bench::BSplines(4, count));
+  for (const int32_t count : {10, 100, 1000})
+    add(bench::Name("rbspline", count), bench::RationalBSplines(4, count));
 }
 
-void MakeCubicSpline(OwnCurve& own, int32_t count) { bench::MakeBSpline(own, 4, count); }
-void MakeRationalCubicSpline(OwnCurve& own, int32_t count) {
-  bench::MakeRationalBSpline(own, 4, count);
-}
-
-template <void (*measure)(benchmark::State&, OwnCurve&)>
-void AllTypes(const std::string& operation) {
-  using benchmark::RegisterBenchmark;
-  const auto name = [&](const char* type) { return operation + "/" + type; };
-  RegisterBenchmark(name("line").c_str(), Of<measure, bench::MakeLine>);
-  RegisterBenchmark(name("arc").c_str(), Of<measure, bench::MakeArc>);
-  for (const auto degree : {2, 3, 5, 20, 39, 1000})
-    RegisterBenchmark(name("bezier").c_str(), Of<measure, bench::MakeBezier>)->Arg(degree);
-  for (const auto degree : {2, 3, 5, 20})
-    RegisterBenchmark(name("rbezier").c_str(), Of<measure, bench::MakeRationalBezier>)->Arg(degree);
-  for (const auto count : {10, 100, 1000, 10000})
-    RegisterBenchmark(name("bspline").c_str(), Of<measure, MakeCubicSpline>)->Arg(count);
-  for (const auto count : {10, 100, 1000})
-    RegisterBenchmark(name("rbspline").c_str(), Of<measure, MakeRationalCubicSpline>)->Arg(count);
-}
-
-const bool kRegistered = [] {
-  AllTypes<Derivative>("derivative");
-  AllTypes<OfOrder<2>>("derivative-2");
-  AllTypes<Curvature>("curvature");
-  AllTypes<Length>("length");
-  benchmark::RegisterBenchmark("length/bezier-large", Of<Length, MakeLargeBezier>)->Arg(3)->Arg(20);
+[[maybe_unused]] const bool kRegistered = [] {
+  AllTypes("derivative", Derivative);
+  AllTypes("derivative-2", OfOrder<2>);
+  AllTypes("curvature", Curvature);
+  AllTypes("length", Length);
+  const auto add = [](const std::string& name, const Kind& kind) {
+    benchmark::RegisterBenchmark(("length/" + name).c_str(), Length, kind);
+  };
+  for (const double size : bench::kSizes)
+    add(bench::Name("cubic-of-size", size), bench::Beziers(3, size));
+  for (const double size : bench::kSizes)
+    add(bench::Name("outline-of-size", size), bench::Outlines(100, size));
+  // The worst case: too large to settle, so that all ten passes are made.
+  constexpr double kLarge = 1e6;
+  for (const int32_t degree : {3, 20})
+    add(bench::Name("bezier-large", degree), bench::Beziers(degree, kLarge));
   return true;
 }();
 

@@ -2,98 +2,43 @@
 // it, where the nearest point has to be found. Names are parameter/where/type/size.
 #include <benchmark/benchmark.h>
 
-#include <array>
-#include <cmath>
-
 #include "curves.h"
 
 namespace {
 
-using bench::OwnCurve;
-
-constexpr int kPoints = 256;  // a power of two
-
-// Points of the curve, moved by `offset` to one side.
-void Search(benchmark::State& state, OwnCurve& own, double offset) {
-  bench::Random random;
-  std::array<std::array<double, 3>, kPoints> points;
-  for (auto& p : points) {
-    KurvocvPosition(&own.curve, random.Unit(), p.data(), &own.g);
-    p[1] += offset;
-  }
-  unsigned i = 0;
+void Search(benchmark::State& state, const bench::Kind& kind, bool on, double size) {
+  bench::Family family(kind);
+  const bench::Points points = on ? bench::PointsOn(family) : bench::PointsAround(family, size);
+  std::size_t i = 0;
   double t = 0.0;
   for (auto _ : state) {
-    int result = KurvocvParameter(&own.curve, points[i++ % kPoints].data(), &t, &own.g);
+    int result = KurvocvParameter(family[i], points[i % bench::kQuestions].data(), &t, &family.g);
     benchmark::DoNotOptimize(result);
     benchmark::DoNotOptimize(t);
+    ++i;
   }
-  if (!KurvoOk(&own.g)) state.SkipWithError("error pending");
+  if (!KurvoOk(&family.g)) state.SkipWithError("error pending");
 }
 
-constexpr double kOn = 0.0;
-constexpr double kOff = 0.05;
-
-int32_t Size(const benchmark::State& state) { return static_cast<int32_t>(state.range(0)); }
-
-void Line(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeLine(own);
-  Search(state, own, kOn);
+void Register(const std::string& name, const bench::Kind& kind, double size = bench::kSize) {
+  for (const bool on : {true, false}) {
+    const std::string whole = std::string("parameter/") + (on ? "on/" : "off/") + name;
+    benchmark::RegisterBenchmark(whole.c_str(), Search, kind, on, size);
+  }
 }
-BENCHMARK(Line)->Name("parameter/on/line");
 
-void Arc(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeArc(own);
-  Search(state, own, kOn);
-}
-BENCHMARK(Arc)->Name("parameter/on/arc");
-
-void Bezier(benchmark::State& state, double offset) {
-  OwnCurve own;
-  bench::MakeBezier(own, Size(state));
-  Search(state, own, offset);
-}
-BENCHMARK_CAPTURE(Bezier, on, kOn)
-    ->Name("parameter/on/bezier")
-    ->Arg(2)
-    ->Arg(3)
-    ->Arg(5)
-    ->Arg(13)
-    ->Arg(20);
-BENCHMARK_CAPTURE(Bezier, off, kOff)
-    ->Name("parameter/off/bezier")
-    ->Arg(2)
-    ->Arg(3)
-    ->Arg(5)
-    ->Arg(13)
-    ->Arg(20);
-
-void RationalBezier(benchmark::State& state, double offset) {
-  OwnCurve own;
-  bench::MakeRationalBezier(own, Size(state));
-  Search(state, own, offset);
-}
-BENCHMARK_CAPTURE(RationalBezier, on, kOn)->Name("parameter/on/rbezier")->Arg(2)->Arg(3)->Arg(13);
-BENCHMARK_CAPTURE(RationalBezier, off, kOff)
-    ->Name("parameter/off/rbezier")
-    ->Arg(2)
-    ->Arg(3)
-    ->Arg(13);
-
-void BSpline(benchmark::State& state, double offset) {
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  Search(state, own, offset);
-}
-BENCHMARK_CAPTURE(BSpline, on, kOn)
-    ->Name("parameter/on/bspline")
-    ->RangeMultiplier(10)
-    ->Range(10, 10000);
-BENCHMARK_CAPTURE(BSpline, off, kOff)
-    ->Name("parameter/off/bspline")
-    ->RangeMultiplier(10)
-    ->Range(10, 10000);
+[[maybe_unused]] const bool kRegistered = [] {
+  Register("line", bench::Lines());
+  Register("arc", bench::Arcs());
+  for (const int32_t degree : {2, 3, 5, 13, 20})
+    Register(bench::Name("bezier", degree), bench::Beziers(degree));
+  for (const double size : bench::kSizes)
+    Register(bench::Name("cubic-of-size", size), bench::Beziers(3, size), size);
+  for (const int32_t degree : {2, 3, 13})
+    Register(bench::Name("rbezier", degree), bench::RationalBeziers(degree));
+  for (const int32_t count : {10, 100, 1000, 10000})
+    Register(bench::Name("bspline", count), bench::BSplines(4, count));
+  return true;
+}();
 
 }  // namespace

@@ -7,91 +7,86 @@
 
 namespace {
 
-using bench::OwnCurve;
+using bench::Kind;
 
-int32_t Size(const benchmark::State& state) { return static_cast<int32_t>(state.range(0)); }
-
-constexpr Coord kCentre = {0.3, 0.4, 0.0};
+constexpr int32_t kGrowth[] = {10, 100, 1000, 10000, 100000};
+constexpr Coord kCentre = {30.0, 40.0, 0.0};
 constexpr Coord kAxis = {0.0, 0.0, 1.0};
 constexpr Coord kNone = {0.0, 0.0, 0.0};
 constexpr Coord kDir = {0.6, 0.8, 0.0};
 constexpr Coord kDelta = {0.25, 0.5, 0.0};
 constexpr Coord kBack = {-0.25, -0.5, 0.0};
 
-template <class There, class Back>
-void Run(benchmark::State& state, OwnCurve& own, There&& there, Back&& back) {
+using Transform = void(Curve*, GlobalVar*);
+
+void Move(Curve* cv, GlobalVar* g) { KurvocvMove(cv, kDelta, g); }
+void MoveBack(Curve* cv, GlobalVar* g) { KurvocvMove(cv, kBack, g); }
+void Rotate(Curve* cv, GlobalVar* g) { KurvocvRotate(cv, kCentre, kAxis, 0.7, g); }
+void RotateBack(Curve* cv, GlobalVar* g) { KurvocvRotate(cv, kCentre, kAxis, -0.7, g); }
+void Mirror(Curve* cv, GlobalVar* g) { KurvocvMirror(cv, kCentre, kDir, g); }
+template <const Coord& dir>
+void Scale(Curve* cv, GlobalVar* g) {
+  KurvocvScale(cv, kCentre, dir, 2.0, g);
+}
+template <const Coord& dir>
+void ScaleBack(Curve* cv, GlobalVar* g) {
+  KurvocvScale(cv, kCentre, dir, 0.5, g);
+}
+void MoveStart(Curve* cv, GlobalVar* g) { KurvocvMvStartPoint(cv, kDelta, g); }
+void MoveStartBack(Curve* cv, GlobalVar* g) { KurvocvMvStartPoint(cv, kBack, g); }
+
+void Run(benchmark::State& state, const Kind& kind, Transform* there, Transform* back,
+         int32_t items) {
+  bench::Family family(kind);
+  std::size_t i = 0;
   for (auto _ : state) {
-    there(&own.curve, &own.g);
-    back(&own.curve, &own.g);
+    there(family[i], &family.g);
+    back(family[i], &family.g);
     benchmark::ClobberMemory();
+    ++i;
   }
-  if (own.g.error != 0) state.SkipWithError("refused");
-  state.SetItemsProcessed(2 * state.iterations() * Size(state));
+  if (family.g.error != 0) state.SkipWithError("refused");
+  state.SetItemsProcessed(2 * state.iterations() * items);
 }
 
-void Move(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  Run(
-      state, own, [](Curve* cv, GlobalVar* g) { KurvocvMove(cv, kDelta, g); },
-      [](Curve* cv, GlobalVar* g) { KurvocvMove(cv, kBack, g); });
+Kind CompositesOfLines(int32_t count) {
+  return {[count](Curve& curve, bench::Random& random) {
+            auto* block = static_cast<KurvoSegcv*>(KurvocvMallocCurve(&curve, CV_SEGCV, count));
+            for (int32_t i = 0; i < count; ++i) {
+              bench::Lines().make(block->curves[i], random);
+              block->widths[i] = 1.0;
+            }
+          },
+          2 * count};
 }
-BENCHMARK(Move)->Name("move/bspline")->RangeMultiplier(10)->Range(10, 100000);
 
-void Rotate(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeRationalBSpline(own, 4, Size(state));
-  Run(
-      state, own, [](Curve* cv, GlobalVar* g) { KurvocvRotate(cv, kCentre, kAxis, 0.7, g); },
-      [](Curve* cv, GlobalVar* g) { KurvocvRotate(cv, kCentre, kAxis, -0.7, g); });
+Kind Unclamped(int32_t count) {
+  return {[count](Curve& curve, bench::Random& random) {
+            bench::BSplines(4, count).make(curve, random);
+            auto* block = static_cast<KurvoBSpline*>(curve.data);
+            for (int32_t i = 0; i < count + 4; ++i) block->knots[i] = i;
+          },
+          count};
 }
-BENCHMARK(Rotate)->Name("rotate/rbspline")->RangeMultiplier(10)->Range(10, 100000);
 
-void Mirror(benchmark::State& state) {
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  const auto mirror = [](Curve* cv, GlobalVar* g) { KurvocvMirror(cv, kCentre, kDir, g); };
-  Run(state, own, mirror, mirror);
-}
-BENCHMARK(Mirror)->Name("mirror/bspline")->RangeMultiplier(10)->Range(10, 100000);
-
-void Scale(benchmark::State& state, const double* dir) {
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  Run(
-      state, own, [=](Curve* cv, GlobalVar* g) { KurvocvScale(cv, kCentre, dir, 2.0, g); },
-      [=](Curve* cv, GlobalVar* g) { KurvocvScale(cv, kCentre, dir, 0.5, g); });
-}
-void ScaleUniformly(benchmark::State& state) { Scale(state, kNone); }
-BENCHMARK(ScaleUniformly)->Name("scale/bspline")->RangeMultiplier(10)->Range(10, 100000);
-void ScaleAlong(benchmark::State& state) { Scale(state, kDir); }
-BENCHMARK(ScaleAlong)->Name("scale-along/bspline")->RangeMultiplier(10)->Range(10, 100000);
-
-void MoveComposite(benchmark::State& state) {  // of lines
-  OwnCurve own;
-  auto* block = static_cast<KurvoSegcv*>(KurvocvMallocCurve(&own.curve, CV_SEGCV, Size(state)));
-  for (int32_t i = 0; i < block->count; ++i) {
-    auto* line = static_cast<KurvoLine*>(KurvocvMallocCurve(&block->curves[i], CV_LINE));
-    KurvoclSetCoord(line->start, i, i % 2, 0.0);
-    KurvoclSetCoord(line->end, i + 1, (i + 1) % 2, 0.0);
-    block->widths[i] = 1.0;
+[[maybe_unused]] const bool kRegistered = [] {
+  const auto add = [](const std::string& name, int32_t size, const Kind& kind, Transform* there,
+                      Transform* back, int32_t items) {
+    benchmark::RegisterBenchmark(bench::Name(name, size).c_str(), Run, kind, there, back, items);
+  };
+  for (const int32_t n : kGrowth) {
+    const Kind splines = bench::BSplines(4, n);
+    add("move/bspline", n, splines, Move, MoveBack, n);
+    add("rotate/rbspline", n, bench::RationalBSplines(4, n), Rotate, RotateBack, n);
+    add("mirror/bspline", n, splines, Mirror, Mirror, n);
+    add("scale/bspline", n, splines, Scale<kNone>, ScaleBack<kNone>, n);
+    add("scale-along/bspline", n, splines, Scale<kDir>, ScaleBack<kDir>, n);
   }
-  Run(
-      state, own, [](Curve* cv, GlobalVar* g) { KurvocvMove(cv, kDelta, g); },
-      [](Curve* cv, GlobalVar* g) { KurvocvMove(cv, kBack, g); });
-}
-BENCHMARK(MoveComposite)->Name("move/composite")->RangeMultiplier(10)->Range(10, 10000);
-
-void MoveStart(benchmark::State& state) {  // unclamped; flat but for the search of the span
-  OwnCurve own;
-  bench::MakeBSpline(own, 4, Size(state));
-  auto* block = static_cast<KurvoBSpline*>(own.curve.data);
-  for (int32_t i = 0; i < block->count + block->order; ++i) block->knots[i] = i;
-  Run(
-      state, own, [](Curve* cv, GlobalVar* g) { KurvocvMvStartPoint(cv, kDelta, g); },
-      [](Curve* cv, GlobalVar* g) { KurvocvMvStartPoint(cv, kBack, g); });
-  state.SetItemsProcessed(2 * state.iterations());
-}
-BENCHMARK(MoveStart)->Name("move-start/bspline")->RangeMultiplier(100)->Range(10, 100000);
+  for (const int32_t n : {10, 100, 1000, 10000})
+    add("move/composite", n, CompositesOfLines(n), Move, MoveBack, n);
+  for (const int32_t n : {10, 1000, 100000})  // flat but for the search of the span
+    add("move-start/bspline", n, Unclamped(n), MoveStart, MoveStartBack, 1);
+  return true;
+}();
 
 }  // namespace
