@@ -8,9 +8,12 @@
 #include "relate/intersect/carrier_contacts.h"
 
 #include <algorithm>
+#include <type_traits>
 
+#include "control/blossom.h"
 #include "eval/bracketed_newton.h"
 #include "eval/turning_points.h"
+#include "foundation/with_constant.h"
 #include "relate/intersect/crossing.h"
 
 namespace kurvo {
@@ -41,7 +44,82 @@ struct Place {
   double dist;  // signed
 };
 
+// The signed distance of the points of a piece, in the way that suits the piece: At(t), where it
+// turns, and its root between two places of opposite signs.
+
 template <class Carrier>
+class AnyDistance {
+ public:
+  AnyDistance(const Carrier& carrier, const BezierPiece& piece)
+      : carrier_(carrier),
+        piece_(piece),
+        f_(carrier.Substitute(ToSegment(piece))),
+        derivative_(Derivative(f_)) {}
+
+  double At(double t) const { return carrier_.Distance(PointAt(piece_, t)); }
+  RootList Turning() const { return SignChanges(derivative_); }
+  // The guess is the root of the polynomial, which rounding of the power basis has moved a little.
+  double RootBetween(const Place& left, const Place& right) const {
+    const double guess = BracketedRoot(f_, derivative_, left.t, right.t);
+    return BracketedNewton(left.t, right.t, guess, left.dist < 0.0, [&](double t) {
+      const Jet jet = JetAt(piece_, t);
+      return ValueAndSlope{carrier_.Distance(jet.p), carrier_.DistanceSlope(jet)};
+    });
+  }
+
+ private:
+  const Carrier& carrier_;
+  const BezierPiece& piece_;
+  const Polynomial f_;
+  const Polynomial derivative_;
+};
+
+// Of a plain piece from a line: a Bezier function whose control values are the distances of the
+// control points.
+template <int32_t kDegree>
+class LineDistance {
+ public:
+  LineDistance(const LineCarrier& line, const BezierPiece& piece) {
+    for (int32_t i = 0; i <= kDegree; ++i) d_[i] = line.Distance(Planar(piece.points[i]));
+  }
+
+  double At(double t) const { return ValueAt(t).value; }
+  RootList Turning() const {
+    // The powers of the derivative, but for a factor: its control values are the differences.
+    if constexpr (kDegree == 2) {
+      Polynomial slope(2);
+      slope[0] = d_[1] - d_[0];
+      slope[1] = d_[2] - d_[1] - slope[0];
+      return SignChanges(slope);
+    } else {
+      const double first = d_[1] - d_[0], second = d_[2] - d_[1], third = d_[3] - d_[2];
+      Polynomial slope(3);
+      slope[0] = first;
+      slope[1] = 2.0 * (second - first);
+      slope[2] = (third - second) - (second - first);
+      return SignChanges(slope);
+    }
+  }
+  double RootBetween(const Place& left, const Place& right) const {
+    const double secant =
+        left.t + (right.t - left.t) * std::fabs(left.dist / (right.dist - left.dist));
+    return BracketedNewton(left.t, right.t, secant, left.dist < 0.0,
+                           [&](double t) { return ValueAt(t); });
+  }
+
+ private:
+  ValueAndSlope ValueAt(double t) const {  // de Casteljau's algorithm
+    double w[kDegree + 1];
+    std::copy_n(d_, kDegree + 1, w);
+    for (int32_t level = kDegree; level > 1; --level)
+      for (int32_t i = 0; i < level; ++i) MixInto(w[i], w[i + 1], t, w[i]);
+    return {Mix(w[0], w[1], t), kDegree * (w[1] - w[0])};
+  }
+
+  double d_[kDegree + 1];
+};
+
+template <class Carrier, class Distance>
 class ContactSearch {
  public:
   ContactSearch(const Carrier& carrier, const BezierPiece& piece, double tol,
@@ -49,19 +127,18 @@ class ContactSearch {
       : carrier_(carrier),
         piece_(piece),
         tol_(tol),
-        f_(carrier.Substitute(ToSegment(piece))),
+        distance_(carrier, piece),
         contacts_(contacts) {}
 
   void Run() {
-    const RootList turning = TurningPoints(f_);
+    const RootList turning = distance_.Turning();
     contacts_.along = AlongCarrier(turning);
-    const Polynomial derivative = Derivative(f_);
     Place left = PlaceAt(0.0);
     Visit(left);
     for (std::size_t i = 0; i <= turning.size(); ++i) {
       const Place right = PlaceAt(i < turning.size() ? turning[i] : 1.0);
       if ((left.dist < 0.0 && right.dist > 0.0) || (left.dist > 0.0 && right.dist < 0.0))
-        VisitCrossing(RootBetween(left, right, BracketedRoot(f_, derivative, left.t, right.t)));
+        VisitCrossing(distance_.RootBetween(left, right));
       Visit(right);
       left = right;
     }
@@ -69,7 +146,7 @@ class ContactSearch {
   }
 
  private:
-  Place PlaceAt(double t) const { return {t, carrier_.Distance(PointAt(piece_, t))}; }
+  Place PlaceAt(double t) const { return {t, distance_.At(t)}; }
 
   // Every turning point of the distance, and both ends, within the tolerance, and some length
   // between.
@@ -82,15 +159,6 @@ class ContactSearch {
     for (int32_t i = 1; i <= piece_.degree; ++i)
       if (Length(Planar(piece_.points[i]) - start) > tol_) return true;
     return false;
-  }
-
-  // The root of the distance itself. The guess t is that of the polynomial, which rounding of the
-  // power basis has moved a little.
-  double RootBetween(const Place& left, const Place& right, double t) const {
-    return BracketedNewton(left.t, right.t, t, left.dist < 0.0, [&](double at) {
-      const Jet jet = JetAt(piece_, at);
-      return ValueAndSlope{carrier_.Distance(jet.p), carrier_.DistanceSlope(jet)};
-    });
   }
 
   // Places come in ascending order. Those within the tolerance that follow each other without
@@ -155,7 +223,7 @@ class ContactSearch {
   const Carrier& carrier_;
   const BezierPiece& piece_;
   const double tol_;
-  const Polynomial f_;
+  const Distance distance_;
   CarrierContacts& contacts_;
   double before_ = 0.0;  // the last place that is not within the tolerance
 
@@ -178,7 +246,18 @@ class ContactSearch {
 template <class Carrier>
 CarrierContacts FindContacts(const Carrier& carrier, const BezierPiece& piece, double tol) {
   CarrierContacts contacts;
-  if (!carrier.Misses(piece, tol)) ContactSearch<Carrier>(carrier, piece, tol, contacts).Run();
+  if (carrier.Misses(piece, tol)) return contacts;
+  if constexpr (std::is_same_v<Carrier, LineCarrier>) {
+    if (!piece.rational && (piece.degree == 2 || piece.degree == 3)) {
+      WithConstant<2, 3>(piece.degree, [&]<class Degree>(Degree) {
+        if constexpr (!std::is_same_v<Degree, int32_t>)
+          ContactSearch<LineCarrier, LineDistance<Degree::value>>(carrier, piece, tol, contacts)
+              .Run();
+      });
+      return contacts;
+    }
+  }
+  ContactSearch<Carrier, AnyDistance<Carrier>>(carrier, piece, tol, contacts).Run();
   return contacts;
 }
 

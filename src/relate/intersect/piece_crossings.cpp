@@ -28,7 +28,7 @@ constexpr int kAlongsidePairs = 40;         // before pieces are taken to run al
 constexpr int kMaxPairs = 20000;            // pairs of parts examined at most
 constexpr double kLeafWidth = 1.0 / 65536;  // of a parameter: shorter parts are not divided
 constexpr int kMaxHalvings = 40;            // of both parts together; above twice the leaf depth
-constexpr int kContactHalvings = 12;         // of both parts together before contacts are looked for
+constexpr int kContactHalvings = 12;        // of both parts together before contacts are looked for
 constexpr int64_t kApproachCost = 24;       // in pairs of parts
 
 // Newton's method and the halvings take time with the square of the degree.
