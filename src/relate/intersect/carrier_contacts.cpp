@@ -76,11 +76,11 @@ class AnyDistance {
 
 // Of a plain piece from a line: a Bezier function whose control values are the distances of the
 // control points.
-template <int32_t kDegree>
+template <std::size_t kDegree>
 class LineDistance {
  public:
   LineDistance(const LineCarrier& line, const BezierPiece& piece) {
-    for (int32_t i = 0; i <= kDegree; ++i) d_[i] = line.Distance(Planar(piece.points[i]));
+    for (std::size_t i = 0; i <= kDegree; ++i) d_[i] = line.Distance(Planar(piece.points[i]));
   }
 
   double At(double t) const { return ValueAt(t).value; }
@@ -111,9 +111,9 @@ class LineDistance {
   ValueAndSlope ValueAt(double t) const {  // de Casteljau's algorithm
     double w[kDegree + 1];
     std::copy_n(d_, kDegree + 1, w);
-    for (int32_t level = kDegree; level > 1; --level)
-      for (int32_t i = 0; i < level; ++i) MixInto(w[i], w[i + 1], t, w[i]);
-    return {Mix(w[0], w[1], t), kDegree * (w[1] - w[0])};
+    for (std::size_t level = kDegree; level > 1; --level)
+      for (std::size_t i = 0; i < level; ++i) MixInto(w[i], w[i + 1], t, w[i]);
+    return {Mix(w[0], w[1], t), static_cast<double>(kDegree) * (w[1] - w[0])};
   }
 
   double d_[kDegree + 1];
@@ -249,8 +249,8 @@ CarrierContacts FindContacts(const Carrier& carrier, const BezierPiece& piece, d
   if (carrier.Misses(piece, tol)) return contacts;
   if constexpr (std::is_same_v<Carrier, LineCarrier>) {
     if (!piece.rational && (piece.degree == 2 || piece.degree == 3)) {
-      WithConstant<2, 3>(piece.degree, [&]<class Degree>(Degree) {
-        if constexpr (!std::is_same_v<Degree, int32_t>)
+      WithConstant<2, 3>(static_cast<std::size_t>(piece.degree), [&]<class Degree>(Degree) {
+        if constexpr (!std::is_same_v<Degree, std::size_t>)
           ContactSearch<LineCarrier, LineDistance<Degree::value>>(carrier, piece, tol, contacts)
               .Run();
       });
