@@ -66,11 +66,40 @@ Vec3 PointAt(const SplineView<kDim>& spline, double t, GlobalVar& g) {
 
 }  // namespace kurvo
 
+namespace kurvo {
+namespace {
+
+// Lines, quadratics and cubics, of which most outlines are made: a function of its own for all the
+// others keeps the work areas of theirs off the stack here. False for those.
+[[gnu::always_inline]] inline bool StoreCommon(const Curve& curve, double t, Coord out,
+                                               GlobalVar& g) {
+  return VisitCurve(curve, Overloaded{[&](const KurvoLine& line) {
+                                        Store(PointAt(line, t, g), out);
+                                        return true;
+                                      },
+                                      [&](const BezierView<3>& bezier) {
+                                        if (bezier.degree != 3 && bezier.degree != 2) return false;
+                                        Store(bezier.degree == 3
+                                                  ? PointOnBezier({3, bezier.points}, t)
+                                                  : PointOnBezier({2, bezier.points}, t),
+                                              out);
+                                        return true;
+                                      },
+                                      [](const auto&) { return false; }});
+}
+
+[[gnu::noinline, gnu::flatten]] void StoreAny(const Curve& curve, double t, Coord out,
+                                              GlobalVar& g) noexcept {
+  Store(Guard(g, Vec3{}, [&] { return PointOfCurve(curve, t, 0, g); }), out);
+}
+
+}  // namespace
+}  // namespace kurvo
+
 extern "C" [[gnu::flatten]] void KurvocvPosition(const Curve* curve, double t, Coord out,
                                                  GlobalVar* g) noexcept {
   kurvo::Store({}, out);
   if (kurvo::ErrorPending(*g)) return;
   if (!curve) return kurvo::Fail(*g, KURVO_ERR_CURVE);
-  const auto point = [&] { return kurvo::PointOfCurve(*curve, t, 0, *g); };
-  kurvo::Store(kurvo::Guard(*g, kurvo::Vec3{}, point), out);
+  if (!kurvo::StoreCommon(*curve, t, out, *g)) kurvo::StoreAny(*curve, t, out, *g);
 }
