@@ -42,29 +42,6 @@ TEST(Parameter, OwnPointsAreOnTheCurve) {
   });
 }
 
-TEST(Parameter, OffTheCurveIsTheFirstFootOrAnEnd) {
-  Rounds(300, [&](Random& random, int round) {
-    const Owned cv = RandomBezier(random, false, 2 + round % 5);
-    const Oracle exact(*cv);
-    const Point p = random.Planar(kSize);
-    const Found found = Parameter(*cv, p);
-    ASSERT_EQ(found.result, KURVO_OFF_CURVE);
-    // The first sign change of the slope of the distance, by a fine scan that begins where the
-    // search for roots does. Beyond an end it leads to the nearer one.
-    const auto dist = [&](Wide t) { return exact.DistanceAt(t, p); };
-    constexpr int kSteps = 4000;
-    double foot = dist(1) > dist(0) ? 0 : 1;
-    const auto slope = [&](int i) { return dist(i / L(kSteps) + 1e-8L) - dist(i / L(kSteps)); };
-    for (int i = 1 - kSteps / 1000; i <= kSteps; ++i) {
-      if (slope(i - 1) * slope(i) <= 0) {
-        if (i > 0) foot = (i - .5) / kSteps;
-        break;
-      }
-    }
-    ASSERT_NEAR(found.t, foot, 1.5 / kSteps) << round;
-  });
-}
-
 TEST(Parameter, Table) {
   const std::string two = "c 1 2 (l 0 0 1 0)(l 1 0 1 2)";
   constexpr int on = KURVO_ON_CURVE, off = KURVO_OFF_CURVE;

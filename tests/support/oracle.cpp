@@ -89,14 +89,7 @@ JetPoint<kSize> Oracle::FreeFormAt(const Leaf& leaf, Wide u, Side side) {
       if constexpr (kSize > 1) s.c[1] = 1 / width;
       const Weighted& a = d[j - 1];
       Weighted& b = d[j];
-      if constexpr (kSize == 1) {  // loses nothing where a coordinate is far larger than the other
-        const Wide t = s.c[0];
-        b = {{{(1 - t) * a.x.c[0] + t * b.x.c[0]}},
-             {{(1 - t) * a.y.c[0] + t * b.y.c[0]}},
-             {{(1 - t) * a.w.c[0] + t * b.w.c[0]}}};
-      } else {
-        b = {a.x + s * (b.x - a.x), a.y + s * (b.y - a.y), a.w + s * (b.w - a.w)};
-      }
+      b = {a.x + s * (b.x - a.x), a.y + s * (b.y - a.y), a.w + s * (b.w - a.w)};
     }
   }
   const Weighted& q = d.back();
