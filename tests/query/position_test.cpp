@@ -69,21 +69,6 @@ TEST(Position, FollowsTheTextbookRecursion) {
   });
 }
 
-TEST(Position, HighDegreesStayOnTheCurve) {
-  for (const int degree : {40, 100, 1000}) {  // y = x^2, raised
-    Numbers points;
-    for (int i = 0; i <= degree; ++i)
-      points.insert(points.end(),
-                    {double(i) / degree, double(i) * (i - 1) / (double(degree) * (degree - 1))});
-    const Owned cv = MakeFreeForm(CV_BEZIER, points);
-    for (const double t : {0., .1, .5, .50001, .9, 1.}) {
-      const Point p = At(*cv, t);
-      EXPECT_NEAR(p[0], t, 1e-15 * degree);
-      EXPECT_NEAR(p[1], t * t, 1e-15 * degree);
-    }
-  }
-}
-
 // Beyond the domain the polynomial of the end span goes on.
 TEST(Position, SplinesContinueBeyondTheirDomain) {
   const Oracle bezier(*Make("b 0 0 1 3 4 1 5 2"));

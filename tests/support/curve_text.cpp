@@ -118,12 +118,6 @@ Owned MakeComposite(const Numbers& widths, std::vector<Owned>&& pieces) {
   return cv;
 }
 
-Owned Nested(int levels) {
-  std::string text = "l 0 0 1 2";
-  for (int i = 0; i < levels; ++i) text = "c 1 (" + text + ")";
-  return Make(text);
-}
-
 Owned Make(std::istream& text) {
   char letter = 'e';
   text >> letter;
@@ -131,7 +125,10 @@ Owned Make(std::istream& text) {
     while (text.good() && !std::isdigit(text.peek())) text.ignore();
     int n = 0;
     text >> n;
-    return letter == 'd' ? Nested(n) : OfDegree(TypeOf(letter), n);
+    if (letter != 'd') return OfDegree(TypeOf(letter), n);
+    std::string nested = "l 0 0 1 2";
+    for (; n > 0; --n) nested = "c 1 (" + nested + ")";
+    return Make(nested);
   }
   const Numbers n = ReadNumbers(text);
   switch (letter) {
