@@ -11,8 +11,8 @@ struct Found {
   int error;
 };
 
-Found Parameter(const Curve& cv, const Point& p) {
-  Globals g;
+Found Parameter(const Curve& cv, const Point& p, double eps = 1e-6) {
+  Globals g(eps);
   Found found{0, -77, 0};
   found.result = KurvocvParameter(&cv, p, &found.t, &g);
   found.error = KurvoErrGet(&g);
@@ -84,6 +84,9 @@ TEST(Parameter, Table) {
     EXPECT_NEAR(found.t, row.t, row.reach) << row.curve << " at " << row.p[0] << ' ' << row.p[1];
     EXPECT_EQ(found.error, row.error) << row.curve;
   }
+  // The root of the other coordinate, which is not the foot.
+  EXPECT_NEAR(Parameter(*Make("b 0 0 1 1 2 0"), {1.05, .503, 0}, .01).t, .525, 1e-9);
+  EXPECT_NEAR(Parameter(*Make("b 0 0 1 1 0 2"), {.503, 1.05, 0}, .01).t, .525, 1e-9);
 }
 
 // Rounding never puts an arc's own ends off it, nor gives them a parameter one turn away.
