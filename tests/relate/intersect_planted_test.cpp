@@ -12,6 +12,7 @@ namespace {
 
 constexpr Wide kTol = 1e-6L;    // epsilon
 constexpr Wide kSteep = 1e-3L;  // radians: crossings at more must be found
+constexpr Wide kSharp = 1e-9L;  // of the largest coordinate: how right they must be
 
 struct Tally {
   int64_t pairs = 0, overlaps = 0, wanted = 0, found = 0, hits = 0, wrong = 0, repeated = 0;
@@ -31,7 +32,8 @@ class Question {
     const double reach = 4 * size;
     wide_a_ = Pieces(*a_, mode == 1 || mode == 3, reach);
     wide_b_ = Pieces(*b_, mode == 2 || mode == 3, reach);
-    rounding_ = 8 * kUlp * std::max(Reach(wide_a_), Reach(wide_b_));
+    reach_ = std::max(Reach(wide_a_), Reach(wide_b_));
+    rounding_ = 8 * kUlp * reach_;
     limit_ = 1.05L * kTol + rounding_;
     Globals g;
     answer_ = Intersect(*a_, *b_, mode, g);
@@ -46,7 +48,7 @@ class Question {
     if (Overlaps()) return;
     const bool itself = common_end && !(IsElementary(*a_) && IsElementary(*b_));
     Note(AnyHit([&](const Hit& hit) {
-           return SamePlace(hit, place) || (!itself && OneRun(place, hit));
+           return SamePlace(hit, place, 1.5L * limit_) || (!itself && OneRun(place, hit));
          }),
          place, "planted");
   }
@@ -60,8 +62,13 @@ class Question {
       if (!want.inside || want.angle <= kSteep) continue;
       // Lines and circles that run into each other by less than the tolerance touch.
       const bool touch = IsElementary(*a_) && IsElementary(*b_);
+      // Right to rounding; next to another one, or where an end is near, both may count as one.
+      const bool alone = std::none_of(wanted.begin(), wanted.end(), [&](const WideHit& other) {
+        return &other != &want && Apart(wide_a_, place.a, static_cast<double>(other.a)) < 3 * kTol;
+      });
+      const Wide reach = rounding_ / want.angle + (alone ? kSharp * reach_ : 1.5L * limit_);
       Note(AnyHit([&](const Hit& hit) {
-             return SamePlace(hit, place, rounding_ / want.angle) || (touch && OneRun(place, hit));
+             return SamePlace(hit, place, reach) || (touch && OneRun(place, hit));
            }),
            place, "crossing");
     }
@@ -104,8 +111,7 @@ class Question {
   static Wide Apart(const WideCurve& curve, double s, double t) {
     return Gap(At(curve, s), At(curve, t));
   }
-  bool SamePlace(const Hit& p, const Hit& q, Wide slack = 0) const {
-    const Wide reach = 1.5L * limit_ + slack;
+  bool SamePlace(const Hit& p, const Hit& q, Wide reach) const {
     return Apart(wide_a_, p.a, q.a) <= reach && Apart(wide_b_, p.b, q.b) <= reach;
   }
   // The largest coordinate that comes up.
@@ -173,6 +179,7 @@ class Question {
   const int mode_;
   Tally& tally_;
   WideCurve wide_a_, wide_b_;
+  Wide reach_ = 0;     // the largest coordinate
   Wide rounding_ = 0;  // of coordinates
   Wide limit_ = kTol;
   Answer answer_;
@@ -266,8 +273,8 @@ void AskRandom(Random& random, int kind_a, int kind_b, double size, Tally& tally
   const double shrunk = std::max(1e-3, size * std::pow(10, random.Uniform(-3, 0)));
   const double size_b = Chance(random, .25) ? shrunk : size;
   const XY at = Chance(random, .25) ? XY{-1e4, 7e3} : XY{0, 0};
-  Apply({2, at.x, at.y, size / 20, Chance(random, .5)}, *a);
-  Apply({1, at.x, at.y, size_b / 20}, *b);
+  Apply({2, at.x, at.y, size / 10, Chance(random, .5)}, *a);
+  Apply({1, at.x, at.y, size_b / 10}, *b);
   Question(a, b, Chance(random, .5) ? 3 : RandomInt(random, 0, 3), size, tally).WantsCrossings();
 }
 
