@@ -26,9 +26,9 @@ constexpr std::size_t kMostWork = std::size_t{1} << 24;
 constexpr std::size_t kMostWorkOfPart = std::size_t{1} << 17;
 constexpr int32_t kMostUsedDegree = 24;
 
-// What lies on the stack, beyond it the heap serves: all pieces of degree 4, and the parts of
-// degree 9 with their halves.
-constexpr std::size_t kWholeLegs = kMostPieces * 4 * 2;
+// What lies on the stack, beyond it the heap serves: all pieces of degree 6, or rational 4, and the
+// parts of degree 9 with their halves.
+constexpr std::size_t kWholeLegs = kMostPieces * 6 * 2;
 constexpr std::size_t kWholePoints = kMostPieces * 5 * 3;
 constexpr std::size_t kPartLegs = 2 * kParts * 9 * 2;
 constexpr std::size_t kPartPoints = kParts * 10 * 3;
