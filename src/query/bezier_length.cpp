@@ -26,9 +26,12 @@ constexpr std::size_t kMostWork = std::size_t{1} << 24;
 constexpr std::size_t kMostWorkOfPart = std::size_t{1} << 17;
 constexpr int32_t kMostUsedDegree = 24;
 
-// What lies on the stack, beyond it the heap serves.
-constexpr std::size_t kWholeDoubles = kMostPieces * 5 * 3;   // pieces of rational degree 4
-constexpr std::size_t kSixteenthsDoubles = kParts * 10 * 3;  // pieces of rational degree 9
+// What lies on the stack, beyond it the heap serves: all pieces of degree 6, or rational 4, and the
+// parts of degree 9 with their halves.
+constexpr std::size_t kWholeLegs = kMostPieces * 6 * 2;
+constexpr std::size_t kWholePoints = kMostPieces * 5 * 3;
+constexpr std::size_t kPartLegs = 2 * kParts * 9 * 2;
+constexpr std::size_t kPartPoints = kParts * 10 * 3;
 
 // What is no number stays so: a point of weight 0 is none in the first polygon.
 bool IsSettled(double before, double length) {
@@ -52,7 +55,7 @@ double SettledLength(Pieces& pieces, std::size_t most_work, int passes = 0) {
 
 // Plain curves: by their legs, of which less has to be computed than of the control points.
 
-using WholeLegs = HalvedLegs<kWholeDoubles>;
+using WholeLegs = HalvedLegs<kWholeLegs>;
 
 auto LegsOf(const BezierView<3>& bezier) {
   return [&bezier](std::size_t, std::size_t i) {
@@ -68,7 +71,7 @@ double WholeLength(const BezierView<3>& bezier) {
 
 // Most parts of a spline settle when they are halved once, which is done for all together.
 double LengthInSixteenths(const BezierView<3>& bezier, std::size_t most_work) {
-  HalvedLegs<2 * kSixteenthsDoubles> parts(bezier.degree);
+  HalvedLegs<kPartLegs> parts(bezier.degree);
   parts.Start(1.0, 1, LegsOf(bezier));
   while (parts.count() < kParts) parts.HalveOnly();
   const bool halve = most_work >= parts.InterpolationsToHalve() / kParts;
@@ -101,16 +104,16 @@ auto PointsOf(const BezierView<4>& bezier) {
 }
 
 double WholeLength(const BezierView<4>& bezier) {
-  HalvedBezier<kWholeDoubles> pieces(bezier.degree);
+  HalvedBezier<kWholePoints> pieces(bezier.degree);
   pieces.Start(PointsOf(bezier));
   return SettledLength(pieces, kMostWork);
 }
 
 double LengthInSixteenths(const BezierView<4>& bezier, std::size_t most_work) {
-  HalvedBezier<kSixteenthsDoubles> parts(bezier.degree);
+  HalvedBezier<kPartPoints> parts(bezier.degree);
   parts.Start(PointsOf(bezier));
   while (parts.count() < kParts) parts.Halve();
-  HalvedBezier<kWholeDoubles> pieces(bezier.degree);
+  HalvedBezier<kWholePoints> pieces(bezier.degree);
   double sum = 0.0;
   for (std::size_t p = 0; p < kParts; ++p) {
     pieces.Start([&](std::size_t i) { return parts.PointOf(p, i); });

@@ -13,8 +13,9 @@ constexpr int32_t kMaxHalvedDegree = 1023;
 // each of which settles by itself. Fixed behaviour: the two differ. Do not unify.
 enum class Measure { kWhole, kSixteenths };
 
-// The length over [0, 1]. Up to degree 4 nothing is allocated; higher degrees need memory for up to
-// 1024 pieces, as many as it takes. Throws std::bad_alloc. Requires degree <= kMaxHalvedDegree.
+// The length over [0, 1]. Up to degree 6, rational ones 4, nothing is allocated; higher degrees
+// need memory for up to 1024 pieces, as many as it takes. Throws std::bad_alloc. Requires degree <=
+// kMaxHalvedDegree.
 template <std::size_t kDim>
 double BezierLength(const BezierView<kDim>& bezier, Measure measure);
 

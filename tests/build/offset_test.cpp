@@ -61,16 +61,16 @@ TEST(OffsetCurve, IsAtTheDistance) {
 // Wavy, but without points where the curve bends more sharply than the distance.
 TEST(OffsetCurve, OfRandomCurvesIsAtTheDistance) {
   int tested = 0;
-  Rounds(60, [&](Random& random, int round) {
-    const bool rational = round % 8 > 3;
+  Rounds(40, [&](Random& random, int round) {
+    const bool rational = round % 8 > 2;
     Numbers points;
     for (int i = 0; i <= 2 + round % 4; ++i) {
       points.insert(points.end(), {4. * i + random.Uniform(-1, 1), random.Uniform(-3, 3)});
-      if (rational) points.push_back(random.Uniform(.5, 2));
+      if (rational) points.push_back(std::exp(random.Uniform(-2, 2)));
     }
     const Owned cv = MakeFreeForm(rational ? CV_RBEZIER : CV_BEZIER, points);
-    const double distance = random.Uniform(.02, .4), tolerance = random.Uniform(1e-4, 1e-2);
-    SCOPED_TRACE(round);
+    const double distance = random.Uniform(.02, .4),
+                 tolerance = std::pow(10, random.Uniform(-4, -1.7));
     Polyline source;
     AddSamples(*cv, kChords, source);
     if (SharpestBend(source) < 1.05 * distance) return;
@@ -78,7 +78,7 @@ TEST(OffsetCurve, OfRandomCurvesIsAtTheDistance) {
     for (const double d : {distance, -distance})
       ExpectAtDistance(*cv, Offset(*cv, d, tolerance), d, tolerance);
   });
-  EXPECT_GT(tested, 40);
+  EXPECT_GT(tested, 15);
 }
 
 // What the exact kinds become, and others with a tolerance that takes anything; empty for nothing.
@@ -199,7 +199,7 @@ TEST(OffsetCurve, EndsAtCuspsAndFolds) {
 
 // Whatever the polygon: the number of pieces is bounded, and none lies far off.
 TEST(OffsetCurve, OfWildCurvesStaysNear) {
-  Rounds(200, [&](Random& random, int round) {
+  Rounds(100, [&](Random& random, int round) {
     Numbers points = RandomPoints(random, 2 + round % 9, false);
     for (std::size_t i = 2; i < points.size(); ++i)  // repeated points, legs that turn back
       if (random.Uniform(0, 1) < .4) points[i] = points[i - 2] + random.Uniform(0, 1e-6);

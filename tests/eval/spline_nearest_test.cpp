@@ -90,7 +90,7 @@ void Compare(const Owned& cv, Vec2 p) {
 }
 
 TEST(FootOnSpline, IsThatOfAnExaminationOfEverySpan) {
-  Rounds(4000, [&](Random& random, int) {
+  Rounds(1500, [&](Random& random, int) {
     const double size = std::pow(10.0, RandomInt(random, -8, 9));
     const Owned cv = RandomSpline(random, size);
     const auto near = [&](double by) {

@@ -189,8 +189,8 @@ TEST(NDeriv, OfARationalCurveAtAnyOrder) {
 // x = t, y = t^2 at any degree, raised by closed form; also a little beyond the ends, where the
 // Bernstein polynomials still add up to no more than e^2 or so.
 TEST(Deriv, OfHighDegree) {
-  for (const int degree : {2, 39, 40, 41, 500, 4000}) {
-    Numbers points, ts = {0, .2, .5, .9, 1};
+  for (const int degree : {2, 39, 40, 41, 100, 1000, 4000}) {
+    Numbers points, ts = {0, .2, .5, .50001, .9, 1};
     const double d = degree;
     for (int i = 0; i <= degree; ++i)
       points.insert(points.end(), {i / d, i * (i - 1.0) / d / (d - 1)});
@@ -201,8 +201,8 @@ TEST(Deriv, OfHighDegree) {
       Globals g;
       const double more = t < 0 || t > 1 ? 100 : 1;
       const Point p = At(*cv, t), v = Deriv(*cv, t, g), w = NDeriv(*cv, t, 2, g);
-      EXPECT_NEAR(p[0], t, 1e-11) << degree;
-      EXPECT_NEAR(p[1], t * t, 1e-11) << degree;
+      EXPECT_NEAR(p[0], t, more > 1 ? 1e-11 : 1e-15 * degree) << degree;
+      EXPECT_NEAR(p[1], t * t, more > 1 ? 1e-11 : 1e-15 * degree) << degree;
       EXPECT_NEAR(v[0], 1, 1e-11 * more) << degree;
       EXPECT_NEAR(v[1], 2 * t, 1e-11 * more) << degree;
       EXPECT_NEAR(w[1], 2, 1e-7 * more) << degree;

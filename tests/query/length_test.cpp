@@ -156,25 +156,6 @@ TEST(CurveLen, OfStretchesIsTheTrueLength) {
   });
 }
 
-TEST(CurveLen, IsThatOfTheTrimmedCurve) {
-  const char* const curves[] = {
-      "b 0 0 100 300 400 -200 700 50", "r 0 0 1 100 300 .4 400 -200 2 700 50 1",
-      "B 0 0 100 300 400 -200 700 50 600 600 | 0 0 0 .3 .7 1 1 1",
-      "R 0 0 1 100 300 2 400 -200 .5 700 50 1 | 0 0 0 .3 1 1 1",
-      "c .3 .7 (b 0 0 100 300 400 -200)(r 400 -200 1 700 50 2 600 600 1)"};
-  for (const char* text : curves) {
-    for (const auto& [t0, t1] : {std::pair(.1, .9), std::pair(0.0, .55), std::pair(.35, 1.0)}) {
-      Globals g;
-      const Owned cv = Make(text);
-      Owned trimmed;
-      KurvocvExtendCurve(cv.get(), -t0, t1 - 1, trimmed.get(), &g);
-      const double want = LengthOf(*trimmed, 0, 1);
-      EXPECT_GT(want, 0);
-      EXPECT_NEAR(LengthOf(*cv, t0, t1), want, 1e-9 * want) << text;
-    }
-  }
-}
-
 TEST(CurveLen, OfWeightsThatAreAllOneIsThatOfThePlainCurve) {
   const Owned plain = Make("B 0 0 1 3 4 -2 7 5 6 6 | 1 1 1 1.1 2.3 3 3 3"),
               rational = Make("R 0 0 1 1 3 1 4 -2 1 7 5 1 6 6 1 | 1 1 1 1.1 2.3 3 3 3"),

@@ -1,6 +1,5 @@
 // Projection of a point onto the carrier of a curve.
-#include "support/generator.h"
-#include "support/oracle.h"
+#include "support/curve_text.h"
 
 namespace kurvo_test {
 namespace {
@@ -78,23 +77,6 @@ TEST(POntoCurve, TakesWhatIsSound) {
   EXPECT_EQ(p, (Point{1, 9, 0}));
   EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE);
   static_cast<KurvoBezier*>(pieces.curves[1].data)->degree = 1;
-}
-
-// Where both are defined by the same foot, the projected point is that of the distance.
-TEST(POntoCurve, IsThePointAtTheDistanceOnFreeFormCurves) {
-  Rounds(400, [&](Random& random, int n) {
-    const Owned cv = n % 4 < 2 ? RandomSplineOver(random, n % 2 == 1, 4, 0, 4, 2)
-                               : RandomBezier(random, n % 2 == 1, 3);
-    Globals g;
-    const Point p = random.Planar(12);
-    Point foot = p;
-    double t;
-    const double dist = KurvocvDistPoint(cv.get(), p, &t, &g);
-    KurvofcPOntoCurve(cv.get(), foot, &g);
-    EXPECT_NEAR(KurvoclDistPoint(p, foot), dist, 1e-12);
-    EXPECT_NEAR(static_cast<double>(Oracle(*cv).DistanceAt(t, foot)), 0, 1e-9);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-  });
 }
 
 }  // namespace

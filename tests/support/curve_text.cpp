@@ -43,35 +43,31 @@ Owned OfDegree(int32_t type, int degree) {
   return MakeFreeForm(type, points, knots);
 }
 
-void AppendNumbers(const Curve& cv, Numbers& to) {
-  const auto append = [&](const double* from, int count) {
-    to.insert(to.end(), from, from + count);
-  };
-  if (!cv.data) return;
-  if (cv.type == CV_LINE || cv.type == CV_ARC)
-    return append(static_cast<double*>(cv.data), cv.type == CV_LINE ? 6 : 13);
-  if (cv.type == CV_SEGCV) {
-    const auto& block = *static_cast<KurvoSegcv*>(cv.data);
-    for (int i = 0; i < block.count; ++i) AppendNumbers(block.curves[i], to);
-    return append(block.widths, block.count);
-  }
-  const FreeForm form(cv);
-  append(form.points, form.count * form.stride);
-  if (form.knots) append(form.knots, form.count + form.order);
-}
+struct Content {
+  Numbers structure;  // types, orders and counts
+  Numbers numbers;
 
-void AppendStructure(const Curve& cv, Numbers& to) {
-  to.push_back(cv.data ? cv.type : -cv.type);
-  if (!cv.data || cv.type == CV_LINE || cv.type == CV_ARC) return;
-  if (cv.type != CV_SEGCV) {
+  explicit Content(const Curve& cv) { Append(cv); }
+  void Append(const Curve& cv) {
+    const auto append = [&](const double* from, int count) {
+      numbers.insert(numbers.end(), from, from + count);
+    };
+    structure.push_back(cv.data ? cv.type : -cv.type);
+    if (!cv.data) return;
+    if (cv.type == CV_LINE || cv.type == CV_ARC)
+      return append(static_cast<double*>(cv.data), cv.type == CV_LINE ? 6 : 13);
+    if (cv.type == CV_SEGCV) {
+      const auto& block = *static_cast<KurvoSegcv*>(cv.data);
+      structure.push_back(block.count);
+      for (int i = 0; i < block.count; ++i) Append(block.curves[i]);
+      return append(block.widths, block.count);
+    }
     const FreeForm form(cv);
-    to.insert(to.end(), {double(form.order), double(form.count)});
-    return;
+    structure.insert(structure.end(), {double(form.order), double(form.count)});
+    append(form.points, form.count * form.stride);
+    if (form.knots) append(form.knots, form.count + form.order);
   }
-  const auto& block = *static_cast<KurvoSegcv*>(cv.data);
-  to.push_back(block.count);
-  for (int i = 0; i < block.count; ++i) AppendStructure(block.curves[i], to);
-}
+};
 
 }  // namespace
 
@@ -122,12 +118,6 @@ Owned MakeComposite(const Numbers& widths, std::vector<Owned>&& pieces) {
   return cv;
 }
 
-Owned Nested(int levels) {
-  std::string text = "l 0 0 1 2";
-  for (int i = 0; i < levels; ++i) text = "c 1 (" + text + ")";
-  return Make(text);
-}
-
 Owned Make(std::istream& text) {
   char letter = 'e';
   text >> letter;
@@ -135,7 +125,10 @@ Owned Make(std::istream& text) {
     while (text.good() && !std::isdigit(text.peek())) text.ignore();
     int n = 0;
     text >> n;
-    return letter == 'd' ? Nested(n) : OfDegree(TypeOf(letter), n);
+    if (letter != 'd') return OfDegree(TypeOf(letter), n);
+    std::string nested = "l 0 0 1 2";
+    for (; n > 0; --n) nested = "c 1 (" + nested + ")";
+    return Make(nested);
   }
   const Numbers n = ReadNumbers(text);
   switch (letter) {
@@ -208,11 +201,7 @@ Numbers ControlPoints(const Curve& cv) {
   return {form.points, form.point(form.count)};
 }
 
-Numbers AllNumbers(const Curve& cv) {
-  Numbers numbers;
-  AppendNumbers(cv, numbers);
-  return numbers;
-}
+Numbers AllNumbers(const Curve& cv) { return Content(cv).numbers; }
 
 double LargestGap(const Numbers& a, const Numbers& b) {
   if (a.size() != b.size()) return kInfinity;
@@ -223,14 +212,12 @@ double LargestGap(const Numbers& a, const Numbers& b) {
 }
 
 testing::AssertionResult IsCurve(const Curve& cv, const Curve& want, double bound) {
-  Numbers structure, wanted;
-  AppendStructure(cv, structure);
-  AppendStructure(want, wanted);
-  if (structure != wanted)
-    return testing::AssertionFailure() << Text("structure", structure) << Text(", must be", wanted);
-  const Numbers got = AllNumbers(cv), numbers = AllNumbers(want);
-  if (bound >= LargestGap(got, numbers)) return testing::AssertionSuccess();
-  return testing::AssertionFailure() << Text("numbers", got) << Text("\nmust be", numbers);
+  const Content a(cv), b(want);
+  if (a.structure == b.structure && bound >= LargestGap(a.numbers, b.numbers))
+    return testing::AssertionSuccess();
+  return testing::AssertionFailure()
+         << Text("structure", a.structure) << Text(", numbers", a.numbers)
+         << Text("\nmust be", b.structure) << Text(", ", b.numbers);
 }
 
 testing::AssertionResult IsCurve(const Curve& cv, const std::string& want, double bound) {

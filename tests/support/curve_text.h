@@ -37,7 +37,6 @@ Owned Arc(double x, double y, double r, double angle, double sweep);
 // Points are x, y, or x, y, weight for rational kinds; knots only for B-splines.
 Owned MakeFreeForm(int32_t type, const Numbers& points, const Numbers& knots = {});
 Owned MakeComposite(const Numbers& widths, std::vector<Owned>&& pieces);
-Owned Nested(int levels);
 
 // "head n n n", of numbers that are read again to the bit.
 std::string Text(const std::string& head, const Numbers& numbers);

@@ -89,14 +89,7 @@ JetPoint<kSize> Oracle::FreeFormAt(const Leaf& leaf, Wide u, Side side) {
       if constexpr (kSize > 1) s.c[1] = 1 / width;
       const Weighted& a = d[j - 1];
       Weighted& b = d[j];
-      if constexpr (kSize == 1) {  // loses nothing where a coordinate is far larger than the other
-        const Wide t = s.c[0];
-        b = {{{(1 - t) * a.x.c[0] + t * b.x.c[0]}},
-             {{(1 - t) * a.y.c[0] + t * b.y.c[0]}},
-             {{(1 - t) * a.w.c[0] + t * b.w.c[0]}}};
-      } else {
-        b = {a.x + s * (b.x - a.x), a.y + s * (b.y - a.y), a.w + s * (b.w - a.w)};
-      }
+      b = {a.x + s * (b.x - a.x), a.y + s * (b.y - a.y), a.w + s * (b.w - a.w)};
     }
   }
   const Weighted& q = d.back();
@@ -137,21 +130,6 @@ Wide Oracle::end() const {
   const Leaf& leaf = leaves_.back();
   const bool alone = leaves_.size() == 1 && !leaf.points.empty();
   return leaf.start + leaf.width * (alone ? leaf.knots[leaf.points.size()] : 1);
-}
-
-std::vector<Wide> Oracle::Breaks() const {
-  std::vector<Wide> breaks;
-  const auto add = [&](Wide t) {
-    if (breaks.empty() || t > breaks.back()) breaks.push_back(t);
-  };
-  add(start());
-  for (const Leaf& leaf : leaves_) {
-    add(leaf.start);
-    for (std::size_t i = leaf.order(); i < leaf.points.size(); ++i)
-      add(leaf.start + leaf.width * leaf.knots[i]);
-  }
-  add(end());
-  return breaks;
 }
 
 std::vector<Oracle::Part> Oracle::Parts() const {
@@ -209,20 +187,25 @@ Wide SmoothLength(const Speed& speed, Wide from, Wide to, Wide whole, int depth)
 
 Wide Oracle::Length(Wide from, Wide to) const {
   if (to < from) return -Length(to, from);
-  std::vector<Wide> breaks = {from};
-  for (const Wide t : Breaks())
-    if (t > from && t < to) breaks.push_back(t);
-  breaks.push_back(to);
   Wide sum = 0;
-  for (std::size_t i = 0; i + 1 < breaks.size(); ++i) {
-    const Leaf& leaf = LeafAt((breaks[i] + breaks[i + 1]) / 2, Side::kBefore);
+  for (std::size_t i = 0; i < leaves_.size(); ++i) {
+    const Leaf& leaf = leaves_[i];
+    const Wide low = i == 0 ? from : std::max(from, leaf.start),
+               high = i + 1 == leaves_.size() ? to : std::min(to, leaves_[i + 1].start);
+    if (!(low < high)) continue;
+    const auto own = [&](Wide t) { return (t - leaf.start) / leaf.width; };
+    std::vector<Wide> breaks = {own(low)};
+    for (std::size_t k = leaf.order(); k < leaf.points.size(); ++k)
+      if (leaf.knots[k] > breaks.back() && leaf.knots[k] < own(high))
+        breaks.push_back(leaf.knots[k]);
+    breaks.push_back(own(high));
     const auto speed = [&](Wide u) {
       return leaf.points.empty() ? std::fabs(leaf.r * leaf.sweep)
                                  : FreeFormAt<4>(leaf, u, Side::kBefore).Size(1);
     };
-    const Wide u0 = (breaks[i] - leaf.start) / leaf.width,
-               u1 = (breaks[i + 1] - leaf.start) / leaf.width;
-    sum += SmoothLength(speed, u0, u1, GaussLegendre(speed, u0, u1), 0);
+    for (std::size_t k = 0; k + 1 < breaks.size(); ++k)
+      sum += SmoothLength(speed, breaks[k], breaks[k + 1],
+                          GaussLegendre(speed, breaks[k], breaks[k + 1]), 0);
   }
   return sum;
 }

@@ -96,9 +96,6 @@ class Oracle {
 
   Wide start() const;
   Wide end() const;
-  // Of all joints and knots inside, and of both ends: between two the curve is smooth.
-  std::vector<Wide> Breaks() const;
-
   // A part without knots: a Bezier polygon, or an arc when it has no points, over [0, 1] of a
   // parameter s of its own; start + s width on the whole curve.
   struct Part {
