@@ -193,7 +193,7 @@ std::array<double, kSize> ContinuedValue(int32_t n, double t, Load&& load) {
 // are written by load(i, vector): de Casteljau's algorithm on the stack up to degree 39, beyond
 // that in linear time without a work area.
 template <std::size_t kSize, class Load>
-std::array<double, kSize> CasteljauValue(int32_t n, double t, Load&& load) {
+[[gnu::noinline]] std::array<double, kSize> CasteljauValue(int32_t n, double t, Load&& load) {
   using Vector = std::array<double, kSize>;
   constexpr int32_t kStackDegree = 39;
   if (n <= kStackDegree) {

@@ -64,9 +64,6 @@ Vec3 PointAt(const SplineView<kDim>& spline, double t, GlobalVar& g) {
   return point;
 }
 
-}  // namespace kurvo
-
-namespace kurvo {
 namespace {
 
 // Lines, quadratics and cubics, of which most outlines are made: a function of its own for all the
