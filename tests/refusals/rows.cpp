@@ -1,5 +1,5 @@
 // Refusals one by one.
-#include "refusals/functions.h"
+#include "refusals/rows.h"
 
 namespace kurvo_test {
 

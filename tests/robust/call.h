@@ -121,6 +121,4 @@ class Call {
   std::vector<std::function<void()>> judges_;
 };
 
-bool IsDocumentedError(int code);
-
 }  // namespace kurvo_test

@@ -1,10 +1,13 @@
 // Blocks, numbers and sequences; the curves are in records_curves.cpp.
 #include "robust/records.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <new>
+
+#include "support/curve_text.h"
 
 namespace kurvo_test {
 
@@ -17,6 +20,42 @@ void* Store::Allocate(std::size_t size, bool numbers) {
   if (!memory) throw std::bad_alloc();
   blocks_.push_back({memory, size, numbers});
   return memory;
+}
+
+bool Store::Owns(const void* memory) const {
+  return std::any_of(blocks_.begin(), blocks_.end(), [=](auto& b) { return b.memory == memory; });
+}
+
+void Store::Forget(const void* memory) {
+  std::erase_if(blocks_, [=](const Block& block) { return block.memory == memory; });
+}
+
+Curve Store::Keep(const Curve& cv) {
+  if (!cv.data) return cv;
+  const auto kept = [&](const double* from, int count) {
+    double* const to = Numbers(static_cast<std::size_t>(count));
+    std::copy(from, from + count, to);
+    return to;
+  };
+  if (cv.type == CV_LINE || cv.type == CV_ARC)
+    return {cv.type, kept(static_cast<double*>(cv.data), cv.type == CV_LINE ? 6 : 13), 0, 0, 0};
+  if (cv.type == CV_SEGCV) {
+    auto* const block = Zeroed<KurvoSegcv>();
+    *block = *static_cast<KurvoSegcv*>(cv.data);
+    const Curve* const pieces = block->curves;
+    block->curves = Zeroed<Curve>(static_cast<std::size_t>(block->count));
+    std::transform(pieces, pieces + block->count, block->curves, [&](auto& p) { return Keep(p); });
+    block->widths = kept(block->widths, block->count);
+    return {cv.type, block, 0, 0, 0};
+  }
+  const FreeForm form(cv);
+  auto* const block = Zeroed<KurvoRBSpline>();
+  block->order = form.knots ? form.order : form.order - 1;
+  block->points = reinterpret_cast<HCoord*>(kept(form.points, form.count * form.stride));
+  if (!form.knots) return {cv.type, block, 0, 0, 0};
+  block->count = form.count;
+  block->knots = kept(form.knots, form.order + form.count);
+  return {cv.type, block, 0, 0, 0};
 }
 
 uint64_t Store::Checksum() const {

@@ -37,6 +37,10 @@ class Store {
   T* Zeroed(std::size_t count = 1) {
     return static_cast<T*>(Allocate(count * sizeof(T), false));
   }
+  // A copy of a sound curve.
+  Curve Keep(const Curve& cv);
+  bool Owns(const void* memory) const;
+  void Forget(const void* memory);  // which somebody else has freed
   // Of all blocks, to see whether they change.
   uint64_t Checksum() const;
   // Of the blocks that hold numbers alone.

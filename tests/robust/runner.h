@@ -1,4 +1,4 @@
-// Runs entries of the table, and says which one ran when the program dies.
+// Runs entries of the table.
 #pragma once
 
 #include <cstdint>
@@ -26,16 +26,14 @@ constexpr Mode HostileIf(bool hostile) { return hostile ? Mode::kHostile : Mode:
 // inputs unchanged, results consistent, nothing leaked, within the limits.
 Outcome RunOnce(const Entry& entry, Source& source, const RunOptions& options);
 
-// The call with a number: the same arguments whenever it is made.
+// The call with a number: the same arguments whenever it is made. A complaint about it is a failure
+// of the test; a fatal signal or a sanitizer's report names the call.
 Outcome RunNumbered(const Entry& entry, uint64_t number, const RunOptions& options);
 // How to make it again.
-std::string Trace(const Entry& entry, uint64_t number, Mode mode);
+std::string Trace(const Entry& entry, uint64_t number, const RunOptions& options);
 
 // A whole number from the environment.
 int64_t Setting(const char* name, int64_t otherwise);
 uint64_t Seed();
-
-// From now on a fatal signal or a sanitizer's report names the call that was under way.
-void NameCallsThatDie();
 
 }  // namespace kurvo_test

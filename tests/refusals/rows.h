@@ -1,17 +1,12 @@
-// The functions and the codes that the tables of refusals are about.
+// The tables of what single functions refuse.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "refusals/call.h"
+#include "kurvo.h"
 
 namespace kurvo_test {
-
-struct Code {
-  const char* name;  // without KURVO_ERR_ and KURVO_WARN_
-  int code;
-};
 
 // Calls of functions, and what is to come of each. Several of them stand apart by a blank, several
 // curves or numbers by "/"; no numbers are those of the function's own call.
@@ -28,10 +23,7 @@ struct Limit {
   const char* curves = nullptr;
 };
 
-extern const std::vector<Function> kFunctions;
 extern const std::vector<Row> kRows;
 extern const std::vector<Limit> kLimits;
-extern const std::vector<std::string> kWithoutRecord;
-extern const std::vector<Code> kCodes;
 
 }  // namespace kurvo_test
