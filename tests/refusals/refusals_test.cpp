@@ -35,35 +35,21 @@ void ForEachWork(const Body& body) {
         for (const std::string& numbers : Each(entry.numbers, '/')) body(entry, curves, numbers);
 }
 
-template <class Texts>
-std::string Joined(const Texts& items, const std::string& before, const std::string& behind) {
-  std::string all;
-  for (const std::string& item : items) all += before + item + behind;
-  return all;
-}
-
 // The records of a call with another curve in the place of each one in turn.
 std::vector<std::string> With(const std::string& curves, const std::string& other) {
   std::vector<std::string> changed;
-  auto parts = Parts(curves, ';');
-  for (std::string& part : parts) {
-    if (part.rfind("out", 0) == 0) continue;
-    std::vector<std::string> places = {other};
-    if (part[0] == '(' && other != "null") {
-      places.clear();
-      std::vector<std::string> items = Split(part);
-      items.pop_back();
-      for (std::string& item : items) {
-        const std::string was = std::exchange(item, other);
-        places.push_back(Joined(items, "(", ")"));
-        item = was;
-      }
-    }
-    for (const std::string& place : places) {
-      const std::string was = std::exchange(part, place);
-      changed.push_back(Joined(parts, "", "; "));
-      part = was;
-    }
+  std::size_t at = 0;
+  const auto put = [&](const std::string& item) {
+    at = curves.find(item, at);
+    changed.push_back(std::string(curves).replace(at, item.size(), other));
+    at += item.size();
+  };
+  for (const std::string& part : Parts(curves, ';')) {
+    at = curves.find(part, at);
+    const bool chain = part[0] == '(' && other != "null";
+    if (!chain && part.rfind("out", 0) != 0) put(part);
+    for (const std::string& item : Split(chain ? part : ""))
+      if (!item.empty()) put(item);
   }
   return changed;
 }

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "robust/written_call.h"
+#include "support/curve_text.h"
 
 namespace kurvo_test {
 namespace {
@@ -14,13 +15,6 @@ double ProcessorSeconds() {
   timespec now;
   clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
   return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
-}
-
-template <class Record>
-Record* Kept(Store& store, const Record& record) {
-  Record* const kept = store.Zeroed<Record>();
-  *kept = record;
-  return kept;
 }
 
 }  // namespace
@@ -52,26 +46,24 @@ double* Call::Array(int count) {
   return numbers;
 }
 
-const Curve* Call::AnyCurve(unsigned wanted) {
+const Curve* Call::AnyCurve(int32_t wanted) {
   if (GivesNull()) return nullptr;
   if (gallery_) return &gallery_->curve(in_, mode_, wanted);
-  return Kept(store_, inputs_.CurveOf(wanted));
+  return store_.Put(inputs_.Curve(wanted));
 }
 
 const Cvseq* Call::AnySequence() {
   if (GivesNull()) return nullptr;
-  return gallery_ ? &gallery_->sequence(in_, mode_) : Kept(store_, inputs_.Sequence());
+  return gallery_ ? &gallery_->sequence(in_, mode_) : store_.Put(inputs_.Sequence());
 }
 
-const CvParam* Call::AnyList() {
-  return GivesNull() ? nullptr : Kept(store_, inputs_.Parameters());
-}
+const CvParam* Call::AnyList() { return GivesNull() ? nullptr : store_.Put(inputs_.Parameters()); }
 
 const KurvoArc* Call::AnyArc() {
   return GivesNull() ? nullptr : static_cast<const KurvoArc*>(inputs_.Arc().data);
 }
 
-Curve* Call::OwnCurve() { return GivesNull() ? nullptr : Kept(own_store_, own_.Curve()); }
+Curve* Call::OwnCurve() { return GivesNull() ? nullptr : own_store_.Put(own_.Curve()); }
 
 double* Call::Room(int count) {
   double* const room = OwnNumbers(count);
@@ -120,44 +112,27 @@ void Call::AddState() {
   Add(g.stack0, g.depth0);
 }
 
-// The blocks of the four free-form kinds are laid out alike: sizes, points, knots.
-void Call::ReadFreeForm(const Curve& curve) {
-  const auto& block = *static_cast<const KurvoRBSpline*>(curve.data);
-  const bool spline = curve.type == CV_BSPLINE || curve.type == CV_RBSPLINE;
-  const int size = curve.type == CV_RBEZIER || curve.type == CV_RBSPLINE ? 4 : 3;
-  digest_.Add(block.order);
-  if (spline) digest_.Add(block.count);
-  if (block.order < int{spline} || (spline && block.count < 0))
-    return Expect(false, "sizes of a result");
-  Add(reinterpret_cast<const double*>(block.points),
-      size * (spline ? block.count : block.order + 1));
-  if (spline) Add(block.knots, block.order + block.count);
-}
-
 void Call::Read(const Curve& curve, bool bare) {
   digest_.Add(curve.type);
   Expect(curve.attr == 0 && curve.attr_p1 == 0 && curve.attr_p2 == 0, "attribute of a result");
   if (!curve.data) return Expect(bare || curve.type == 0, "type without data");
-  switch (curve.type) {
-    case CV_LINE:
-      return Add(static_cast<const KurvoLine*>(curve.data)->start, 6);
-    case CV_ARC:
-      return Add(&static_cast<const KurvoArc*>(curve.data)->radius, 13);
-    case CV_BEZIER:
-    case CV_RBEZIER:
-    case CV_BSPLINE:
-    case CV_RBSPLINE:
-      return ReadFreeForm(curve);
-    case CV_SEGCV: {
-      const auto& block = *static_cast<const KurvoSegcv*>(curve.data);
-      digest_.Add(block.count);
-      Expect(block.count >= 0, "pieces of a result");
-      for (int32_t i = 0; i < block.count; ++i) Read(block.curves[i], bare);
-      return Add(block.widths, block.count);
-    }
-    default:
-      return Expect(false, "data without a known type");
+  if (curve.type == CV_LINE || curve.type == CV_ARC)
+    return Add(static_cast<const double*>(curve.data), curve.type == CV_LINE ? 6 : 13);
+  if (curve.type == CV_SEGCV) {
+    const auto& block = *static_cast<const KurvoSegcv*>(curve.data);
+    digest_.Add(block.count);
+    Expect(block.count >= 0, "pieces of a result");
+    for (int32_t i = 0; i < block.count; ++i) Read(block.curves[i], bare);
+    return Add(block.widths, block.count);
   }
+  if (std::count(kAllTypes, std::end(kAllTypes), curve.type) == 0)
+    return Expect(false, "data without a known type");
+  const FreeForm form(curve);
+  digest_.Add(form.order);
+  digest_.Add(form.count);
+  if (form.order < 1 || form.count < 0) return Expect(false, "sizes of a result");
+  Add(form.points, form.stride * form.count);
+  if (form.knots) Add(form.knots, form.order + form.count);
 }
 
 void Call::Take(Curve& curve, bool bare) {
@@ -166,21 +141,20 @@ void Call::Take(Curve& curve, bool bare) {
   KurvocvFreeCurve(&curve);
 }
 
-void Call::Take(Cvseq& seq, bool bare) {
-  digest_.Add(seq.count);
-  Expect((seq.count > 0) == (seq.curves != nullptr) && seq.count >= 0, "count without an array");
-  for (int32_t i = 0; seq.curves && i < seq.count; ++i) Read(seq.curves[i], bare);
-  Neutral(seq.count == 0);
-  KurvocvFreeCvseq(&seq);
+template <class List>
+void Call::Take(List& list, bool bare) {
+  const auto& [count, array] = list;
+  digest_.Add(count);
+  Expect((count > 0) == (array != nullptr) && count >= 0, "count without an array");
+  for (int32_t i = 0; array && i < count; ++i) Read(array[i], bare);
+  Neutral(count == 0);
+  if constexpr (std::is_same_v<List, Cvseq>)
+    KurvocvFreeCvseq(&list);
+  else
+    KurvocrFreeCvParam(&list);
 }
-
-void Call::Take(CvParam& list, bool) {
-  digest_.Add(list.count);
-  Expect((list.count > 0) == (list.values != nullptr) && list.count >= 0, "count without an array");
-  if (list.values) Add(list.values, list.count);
-  Neutral(list.count == 0);
-  KurvocrFreeCvParam(&list);
-}
+template void Call::Take(Cvseq&, bool);
+template void Call::Take(CvParam&, bool);
 
 Outcome Call::Finish() {
   for (const auto& judge : judges_) judge();

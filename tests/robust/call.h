@@ -38,7 +38,7 @@ class Call {
   double* Point(int size = 3) { return inputs_.Point(size); }
   double* Array(int count);
   // Null now and then when hostile. Inputs are to come back as they were.
-  const Curve* AnyCurve(unsigned wanted = kAnyType);
+  const Curve* AnyCurve(int32_t wanted = 0);
   const Cvseq* AnySequence();
   const CvParam* AnyList();
   const KurvoArc* AnyArc();
@@ -90,12 +90,13 @@ class Call {
   void AddState();
   // New records, which are freed. `bare` says that a type without a block may come out.
   void Take(Curve& curve, bool bare = false);
-  void Take(Cvseq& seq, bool bare = false);
-  void Take(CvParam& list, bool bare = false);
+  template <class List>
+  void Take(List& list, bool bare = false);
   // Judges and keeps a result when everything about the call itself has been judged.
   void Afterwards(std::function<void()> judge) { judges_.push_back(std::move(judge)); }
   // Reads the whole of a record that the library made.
   void Read(const Curve& curve, bool bare);
+  void Read(double value, bool) { Add(value); }
 
   Outcome Finish();
 
@@ -103,7 +104,6 @@ class Call {
   bool GivesNull() { return hostile() && in_.OneIn(100); }
   void Start();
   void Stop();
-  void ReadFreeForm(const Curve& curve);
 
   Source& in_;
   Mode mode_;

@@ -46,7 +46,7 @@ class Source {
     return values.begin()[Below(static_cast<uint32_t>(values.size()))];
   }
   template <class T>
-  T Pick(const std::vector<T>& values) {
+  const T& Pick(const std::vector<T>& values) {
     return values[Below(static_cast<uint32_t>(values.size()))];
   }
   // In [0, 1), a multiple of 2^-16: sums and products of such numbers are often exact.

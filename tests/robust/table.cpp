@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "robust/row.h"
+#include "support/curve_text.h"
 
 namespace kurvo_test {
 namespace {
@@ -109,8 +110,7 @@ void CallRealloc(Call& c) {
 
 void CallMallocCurve(Call& c) {
   Curve curve = {-1, nullptr, 0, 0, 0};
-  const int32_t type = c.in().Pick({int{CV_LINE}, int{CV_ARC}, int{CV_BEZIER}, int{CV_RBEZIER},
-                                    int{CV_BSPLINE}, int{CV_RBSPLINE}, int{CV_SEGCV}, 0, 17, -1});
+  const int32_t type = c.in().OneIn(4) ? c.in().Pick({0, 17, -1}) : c.in().Pick(kAllTypes);
   const int32_t first = Items(c), second = Items(c);
   Curve* const header = c.hostile() && c.in().OneIn(50) ? nullptr : &curve;
   void* const data = c.Run([&] { return KurvocvMallocCurve(header, type, first, second); });
@@ -124,53 +124,37 @@ void CallMallocCurve(Call& c) {
   KurvocvFreeCurve(&curve);
 }
 
-// The array belongs to the allocator, so that it may move; the curves stay where they are.
 void CallCvseqInsert(Call& c) {
-  const Cvseq chain = c.own().Sequence();
-  Cvseq seq = chain;
-  const auto bytes = static_cast<size_t>(chain.count > 0 ? chain.count : 0) * sizeof(Curve);
-  if (chain.curves && bytes > 0) {
-    seq.curves = static_cast<Curve*>(std::malloc(bytes));
-    std::memcpy(seq.curves, chain.curves, bytes);
-  }
-  const int32_t index = c.hostile() && c.in().OneIn(8)
-                            ? c.in().Pick({-1, INT32_MIN, INT32_MAX, 6})
-                            : c.in().Between(0, chain.count > 0 ? chain.count : 0);
+  Cvseq seq = c.own().Sequence();
+  const Cvseq before = seq;
+  const bool known = seq.curves && seq.count > 0;
+  const int32_t count = known ? seq.count : 0;
+  const int32_t index = c.hostile() && c.in().OneIn(8) ? c.in().Pick({-1, INT32_MIN, INT32_MAX, 6})
+                                                       : c.in().Between(0, count);
   const Curve* curve = c.AnyCurve();
-  const bool known = chain.curves && chain.count > 0;
-  if (known && c.in().Below(2)) curve = &chain.curves[index == 0 ? 0 : chain.count - 1];
+  if (known && c.in().Below(2)) curve = &seq.curves[index == 0 ? 0 : count - 1];
   // A line from the end that it meets.
   KurvoLine line{};
   const Curve fitting = {CV_LINE, &line, 0, 0, 0};
   if (known && c.in().Below(2)) {
-    GlobalVar g;
-    KurvoInitGlobalVar(&g);
-    KurvocvEndPoint(&chain.curves[std::clamp(index, 1, chain.count) - 1], line.start, &g);
-    KurvocvStartPoint(&chain.curves[std::clamp(index, 0, chain.count - 1)], line.end, &g);
+    Globals g;
+    KurvocvEndPoint(&seq.curves[std::clamp(index, 1, count) - 1], line.start, &g);
+    KurvocvStartPoint(&seq.curves[std::clamp(index, 0, count - 1)], line.end, &g);
     curve = &fitting;
   }
-  const Cvseq before = seq;
   c.Run([&] { KurvocvCvseqInsert(curve, &seq, index, &c.g); });
   if (seq.count == before.count + 1) {
     c.Read(seq.curves[index], true);
-    KurvocvFreeCurve(seq.curves + index);
-  } else {
-    c.Expect(seq.count == before.count && seq.curves == before.curves,
-             "changed although it failed");
-    c.Expect(bytes == 0 || !seq.curves || std::memcmp(seq.curves, chain.curves, bytes) == 0,
-             "headers changed although it failed");
-    c.Unchanged();
+    return Settle(c.own_store(), seq, before);
   }
-  if (seq.curves != chain.curves) std::free(seq.curves);
+  c.Expect(seq.count == before.count && seq.curves == before.curves, "changed although it failed");
+  c.Unchanged();
 }
 
 void CallConvert(Call& c) {
   const Curve* const source = c.AnyCurve();
   Curve target{};
-  target.type = c.hostile() && c.in().OneIn(16)
-                    ? c.in().Pick({0, -1, 17})
-                    : c.in().Pick({int{CV_LINE}, int{CV_ARC}, int{CV_BEZIER}, int{CV_RBEZIER},
-                                   int{CV_BSPLINE}, int{CV_RBSPLINE}, int{CV_SEGCV}});
+  target.type = c.hostile() && c.in().OneIn(16) ? c.in().Pick({0, -1, 17}) : c.in().Pick(kAllTypes);
   const int32_t wanted = target.type;
   Curve* const to = c.hostile() && c.in().OneIn(64) ? nullptr : &target;
   const uint32_t result = c.Run([&] { return KurvocvConvert(source, to, &c.g); });
@@ -215,7 +199,7 @@ std::vector<Entry> Rows() {
       {ROW(KurvocvMallocCvseq, Gives{[](Call& c, Curve* curves, Cvseq* seq, int32_t count) { c.Expect(curves == seq->curves && (!curves || seq->count == count), "another array"); }}, _, Items), {}, kAsks | kSilent},
       {ROW(KurvocvFreeCvseq, Gives{[](Call& c, Cvseq* seq) { c.Expect(!seq || (!seq->curves && seq->count <= 0), "not emptied"); }}, OrNull(OwnedSequence))},
       {ROW(KurvocvCopyCvseq, Gives{kNewBlock}, _, OrNull(Bare<Cvseq>)), {"(l 0 0 4 0)(l 4 0 5 0)", "", "block *", "null 0", "null 0", "block *", "null 0 CURVE"}},
-      {ROW(KurvocvSegcvToCvseq, Composite, OrNull(Emptied)), {"c 1 (l 0 0 4 0)", "", "*", "=", "0", "0", "0 CURVE"}},
+      {ROW(KurvocvSegcvToCvseq, CurveOf<CV_SEGCV>, OrNull(Emptied)), {"c 1 (l 0 0 4 0)", "", "*", "=", "0", "0", "0 CURVE"}},
       {SPECIAL(KurvocvCvseqInsert, CallCvseqInsert), {"l 0 0 4 0; ()", "0", "*", "=", "= CURVE", "= CURVE", "= CURVE"}},
       {ROW(KurvocvCvseqBoundBox, _, Out(6)), {"(l 0 0 4 0)(l 4 0 5 1)", "", "*", "=", "000000 CURVE", "000000", "000000 CURVE"}},
       {ROW(KurvocrInitCvParam, OrNull(Fresh<CvParam>))}, {ROW(KurvocrMallocCvParam, OrNull(WantedList)), {}, kAsks | kSilent},
@@ -232,12 +216,12 @@ std::vector<Entry> Rows() {
       {ROW(KurvoclParaVector), {"", "1 0 0, -2 0 0", "1"}},
 
       // ---- points, lines, circles and boxes
-      {ROW(KurvoclTransPoint, Matrix)}, {ROW(KurvoclRotatePoint)}, {ROW(KurvoclScalePoint), {"", "0 0 0, 0 0 0, 2, 1 1 0", "block *"}},
-      {ROW(KurvoclMirrorPoint), {"", "0 0 0, 1 0 0, 1 1 0", "*"}}, {ROW(KurvoclProjLine, _, Line), {"", "1 1 0, 0 0 0 4 0 0", "*"}},
-      {ROW(KurvoclOnLine, _, Line), {"", "9 0 0, 0 0 0 4 0 0", "1"}}, {ROW(KurvoclOnLineSeg, _, Line, Out(1)), {"", "1 0 0, 0 0 0 4 0 0", "1 *"}},
+      {ROW(KurvoclTransPoint, Array<16>)}, {ROW(KurvoclRotatePoint)}, {ROW(KurvoclScalePoint), {"", "0 0 0, 0 0 0, 2, 1 1 0", "block *"}},
+      {ROW(KurvoclMirrorPoint), {"", "0 0 0, 1 0 0, 1 1 0", "*"}}, {ROW(KurvoclProjLine, _, OneLine), {"", "1 1 0, 0 0 0 4 0 0", "*"}},
+      {ROW(KurvoclOnLine, _, OneLine), {"", "9 0 0, 0 0 0 4 0 0", "1"}}, {ROW(KurvoclOnLineSeg, _, OneLine, Out(1)), {"", "1 0 0, 0 0 0 4 0 0", "1 *"}},
       {ROW(KurvoclOnCirc), {"a 0 0 1 0 1", "1 0 0", "1", nullptr, "0"}},
       {ROW(KurvoclOnArc, _, _, Out(1)), {"a 0 0 1 0 1", "0.8 0.6 0", "1 *", nullptr, "0 0"}}, {ROW(KurvoclIsLine), {"", "0 0 0, 1 1 0, 2 2 0", "1"}},
-      {ROW(KurvofcRPPcirc, Gives{JudgeCircle}, Radius, _, _, _, Choice({-1, 0, 1, 2}, {INT32_MIN, INT32_MAX}, 16)), {"", "5, 0 0 0, 6 0 0, out, 0", "1 *"}},
+      {ROW(KurvofcRPPcirc, Gives{JudgeCircle}, Choice({16, 3, .5, 40}, 2), _, _, _, Choice({-1, 0, 1, 2}, {INT32_MIN, INT32_MAX}, 16)), {"", "5, 0 0 0, 6 0 0, out, 0", "1 *"}},
       {ROW(KurvoclBoxPoint, SomeBox), {"", "0 0 0 1 1 0, .5 .5 0", "1"}},
       {ROW(KurvoclBoxBox, SomeBox, SomeBox), {"", "0 0 0 1 1 0, .5 .5 0 2 2 0", "1"}}, {ROW(KurvoclDistBoxPoint, SomeBox)},
       {ROW(KurvoclDistBoxBox, SomeBox, SomeBox)},
@@ -250,9 +234,9 @@ std::vector<Entry> Rows() {
       {ROW(KurvocvDegenerate, Gives{JudgeDegenerate}), {"l 3 3 3 3", "", "1 *", nullptr, "0 000", "0 000", "0 000 CURVE"}},
       {ROW(KurvocvBoundBox, _, Out(6)), {"l 1 2 4 0", "", "*", nullptr, "= CURVE", "=", "= CURVE"}},
       {ROW(KurvocvPosition, _, Parameter, ZeroedOut), {"l 0 0 4 0", ".5", "*", "000", "000 CURVE", "000 CURVE", "000 CURVE"}},
-      {ROW(KurvocvParameter, Codes({KURVO_ON_CURVE, KURVO_OFF_CURVE}), _, Near, Out(1)), {"l 0 0 4 0", "1 0 0", "2 *", "2 =", "2 = CURVE", "2 = CURVE", "2 = CURVE"}, kHeavy},
-      {ROW(KurvofcPOntoCurve, _, NearInPlace), {"l 0 0 4 0", "2 3 4", "*", nullptr, "= CURVE", "= CURVE", "= CURVE"}, kHeavy},
-      {ROW(KurvocvDistPoint, _, Near, Out(1)), {"l 0 0 4 0", "1 3 0", "3 *", "0 =", "0 = CURVE", "0 = CURVE", "0 = CURVE"}, kHeavy},
+      {ROW(KurvocvParameter, Codes({KURVO_ON_CURVE, KURVO_OFF_CURVE}), _, Near<false>, Out(1)), {"l 0 0 4 0", "1 0 0", "2 *", "2 =", "2 = CURVE", "2 = CURVE", "2 = CURVE"}, kHeavy},
+      {ROW(KurvofcPOntoCurve, _, Near<true>), {"l 0 0 4 0", "2 3 4", "*", nullptr, "= CURVE", "= CURVE", "= CURVE"}, kHeavy},
+      {ROW(KurvocvDistPoint, _, Near<false>, Out(1)), {"l 0 0 4 0", "1 3 0", "3 *", "0 =", "0 = CURVE", "0 = CURVE", "0 = CURVE"}, kHeavy},
       {ROW(KurvocvDeriv, _, Parameter, ZeroedOut), {"l 0 0 4 0", ".5", "*", "=", "000 CURVE", "000 CURVE", "000 CURVE"}},
       {ROW(KurvocvNDeriv, _, Parameter, ZeroedOut, Choice({1, 2, 3, 4}, {0, -1, INT32_MIN, INT32_MAX, 39, 40, 41, 1000, 1001}, 4)), {"l 0 0 4 0", ".5, out, 1", "*", "000", "000", "000", "000 CURVE"}},
       {ROW(KurvocvCurvature, _, Parameter, ZeroedOut), {"b -1 1 0 -1 1 1", ".5", "*", "=", "=", "=", "000 CURVE"}},
@@ -260,18 +244,18 @@ std::vector<Entry> Rows() {
 
       // ---- new curves, and curves changed in place
       {SPECIAL(KurvocvConvert, CallConvert), {"l 0 0 4 0; out 48 / l 0 0 4 0; out 16 / l 0 0 4 0; out 64 / l 0 0 4 0; out 80 / l 0 0 4 0; out 96 / l 0 0 4 0; out 1008 / r 1 0 1 1 1 .70710678118654752 0 1 1; out 32", "", "1 *", "refused =", "refused =", "refused =", "0 0"}},
-      {ROW(KurvocvChgOrder, Gives{[](Call& c, int64_t severity, auto...) { c.Expect(severity == 0 || !KurvoOk(&c.g), "severity without an error"); }}, Whole), {"l 0 0 4 0", "", "0 *", "2 =", "2 = CURVE", "2 = CURVE", "2 = CURVE"}},
-      {ROW(KurvoclNormalizeKnot, Knots, Count, Choice({1, 2, 3, 4, 5, 6}, {0, -1}, 4))},
+      {ROW(KurvocvChgOrder, Gives{[](Call& c, int64_t severity, auto...) { c.Expect(severity == 0 || !KurvoOk(&c.g), "severity without an error"); }}, Changed<true>), {"l 0 0 4 0", "", "0 *", "2 =", "2 = CURVE", "2 = CURVE", "2 = CURVE"}},
+      {ROW(KurvoclNormalizeKnot, KnotArray, Count, Choice({1, 2, 3, 4, 5, 6}, {0, -1}, 4))},
       {ROW(KurvocvDivide, Gives{JudgeDivide}, _, Parameter, Bare<Curve>, Bare<Curve>), {"l 0 0 4 0", ".5", "**", "00", "00", "00", "00"}},
       {ROW(KurvocvNDivide, Gives{JudgeNDivide}, _, _, Bare<Cvseq>), {"l 0 0 4 0", ".5", "*", "0", "0", "0", "0 CURVE"}},
       {ROW(KurvocvExtendCurve, _, Choice({0, .1, -.1, .25, -.25, 1, 1e-7, -.5}, 3), Choice({0, .1, -.1, .25, -.25, 1, 1e-7, -.5}, 3), Bare<Curve>), {"l 0 0 4 0", ".1, .1", "*", "0", "0", "0", "0 CURVE"}},
-      {ROW(KurvocvBsplRemoveKnots, Spline), {"B 0 0 1 1 2 2 | 0 0 .5 1 1", "", "*", "0", "0", "0", "0 CURVE"}},
-      {ROW(KurvocvMove, Pieces), {"l 0 0 4 0", "1 1 0", "*", nullptr, "=", "=", "= CURVE"}},
-      {ROW(KurvocvRotate, Pieces, _, Axis), {"l 0 0 4 0", "0 0 0, 0 0 1, 1", "*", nullptr, "=", "=", "= CURVE"}},
-      {ROW(KurvocvMirror, Pieces), {"l 0 0 4 0", "1 0 0, 1 0 0", "*", nullptr, "=", "=", "= CURVE"}},
-      {ROW(KurvocvScale, Pieces, _, Direction, Choice({.5, 2, 3, 1}, 1)), {"l 0 0 4 0", "1 0 0, 0 0 0, 2", "*", nullptr, "=", "=", "= CURVE"}},
-      {ROW(KurvocvMvStartPoint, Pieces), {"l 0 0 4 0", "1 1 0", "*", "=", "=", "=", "= CURVE"}},
-      {ROW(KurvocvMvEndPoint, Pieces), {"l 0 0 4 0", "1 1 0", "*", "=", "=", "=", "= CURVE"}},
+      {ROW(KurvocvBsplRemoveKnots, CurveOf<CV_BSPLINE>), {"B 0 0 1 1 2 2 | 0 0 .5 1 1", "", "*", "0", "0", "0", "0 CURVE"}},
+      {ROW(KurvocvMove, Changed<false>), {"l 0 0 4 0", "1 1 0", "*", nullptr, "=", "=", "= CURVE"}},
+      {ROW(KurvocvRotate, Changed<false>, _, Normal), {"l 0 0 4 0", "0 0 0, 0 0 1, 1", "*", nullptr, "=", "=", "= CURVE"}},
+      {ROW(KurvocvMirror, Changed<false>), {"l 0 0 4 0", "1 0 0, 1 0 0", "*", nullptr, "=", "=", "= CURVE"}},
+      {ROW(KurvocvScale, Changed<false>, _, Direction, Choice({.5, 2, 3, 1}, 1)), {"l 0 0 4 0", "1 0 0, 0 0 0, 2", "*", nullptr, "=", "=", "= CURVE"}},
+      {ROW(KurvocvMvStartPoint, Changed<false>), {"l 0 0 4 0", "1 1 0", "*", "=", "=", "=", "= CURVE"}},
+      {ROW(KurvocvMvEndPoint, Changed<false>), {"l 0 0 4 0", "1 1 0", "*", "=", "=", "=", "= CURVE"}},
       {ROW(KurvocvGenBspl, Points, Count, Order), {"", "0 0 0 1 1 0, 2, 2", "*", "0"}},
       {ROW(KurvocvOffsetCurve, _, Normal, Choice({.5, -.5, 2, .01}, 1), Choice({.01, 1e-3}, 2)), {"l 0 0 4 0", "0 0 1, 1, 1e-3", "*", "0", "0", "0", "0 CURVE"}, kHeavy},
 
@@ -281,7 +265,7 @@ std::vector<Entry> Rows() {
       {ROW(KurvocvDistCurve, Gives{JudgeDistance}, _, _, OrNull(Out(1)), OrNull(Out(1))), {"l 0 0 4 0; b 1 2 3 2", "", "2 *0", "0 ==", "0 ==", "0 ==", "0 == CURVE"}, kHeavy},
       {ROW(KurvocvCvseqToSegcv, _, Bare<Curve>), {"(l 0 0 4 0)(l 4 0 4 1)", "", "*", "0", "0", "0 CURVE", "0 CURVE"}},
       {ROW(KurvocvCvseqNormal, Gives{JudgeSense}), {"(l 0 0 4 0)(l 4 0 4 1)", "", "**", "000000", "000000 CURVE", "000000 CURVE", "000000 CURVE"}},
-      {ROW(KurvosfPntBoundForPlane, Gives{JudgeRegion}, Up, _, FlatPoint, Word), {"(l 0 0 4 0)(b 4 0 2 4 0 0)", "0 0 1, 2 1 0", "3", "4", "4", "4 CURVE", "4 CURVE"}}};
+      {ROW(KurvosfPntBoundForPlane, Gives{JudgeRegion}, Normal, _, _, Word), {"(l 0 0 4 0)(b 4 0 2 4 0 0)", "0 0 1, 2 1 0", "3", "4", "4", "4 CURVE", "4 CURVE"}}};
 }
 // clang-format on
 

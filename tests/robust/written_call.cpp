@@ -45,13 +45,6 @@ Curve Broken(Store& store, const std::string& text) {
   return cv;
 }
 
-template <class Record>
-Record* Kept(Store& store, const Record& record) {
-  Record* const kept = store.Zeroed<Record>();
-  *kept = record;
-  return kept;
-}
-
 }  // namespace
 
 // clang-format off
@@ -74,7 +67,7 @@ void Settle(Store& store, const Cvseq& seq, const Cvseq& before) {
   for (int32_t i = 0; i < seq.count; ++i)
     if (!store.Owns(seq.curves[i].data)) KurvocvFreeCurve(seq.curves + i);
   if (seq.curves == before.curves) return;
-  store.Forget(before.curves);
+  if (before.count > 0) store.Forget(before.curves);
   std::free(seq.curves);
 }
 
@@ -96,13 +89,11 @@ std::string Became(Curve* cv) {
 }
 std::string Became(Cvseq* seq) {
   const bool empty = seq->count == 0 && !seq->curves;
-  KurvocvFreeCvseq(seq);
-  return empty ? "0" : "*";
+  return KurvocvFreeCvseq(seq), empty ? "0" : "*";
 }
 std::string Became(CvParam* list) {
   const bool empty = list->count == 0 && !list->values;
-  KurvocrFreeCvParam(list);
-  return empty ? "0" : "*";
+  return KurvocrFreeCvParam(list), empty ? "0" : "*";
 }
 
 std::deque<std::string> Parts(const std::string& text, char between) {
@@ -129,7 +120,7 @@ std::vector<std::string> Split(const std::string& chain) {
 
 template <>
 Curve* Read(Store& store, const std::string& text) {
-  return Kept(store, Broken(store, text));
+  return store.Put(Broken(store, text));
 }
 template <>
 KurvoArc* Read(Store& store, const std::string& text) {
@@ -145,7 +136,7 @@ Cvseq* Read(Store& store, const std::string& text) {
   std::string what;
   for (int32_t n; faults >> what >> n;)
     what == "count" ? void(seq.count = n) : void(seq.curves = nullptr);
-  return Kept(store, seq);
+  return store.Put(seq);
 }
 template <>
 CvParam* Read(Store& store, const std::string& text) {
@@ -156,11 +147,11 @@ CvParam* Read(Store& store, const std::string& text) {
     if (end == p) break;
     numbers.push_back(x);
   }
-  if (text == "no values") return Kept(store, CvParam{1, nullptr});
+  if (text == "no values") return store.Put(CvParam{1, nullptr});
   const int32_t count = text == "minus one" ? -1 : static_cast<int32_t>(numbers.size());
   double* const values = store.Numbers(numbers.size());
   std::copy(numbers.begin(), numbers.end(), values);
-  return Kept(store, CvParam{count, values});
+  return store.Put(CvParam{count, values});
 }
 template <>
 double* Read(Store& store, const std::string& text) {
