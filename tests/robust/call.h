@@ -11,7 +11,6 @@
 #include "kurvo.h"
 #include "robust/allocation.h"
 #include "robust/records.h"
-#include "robust/source.h"
 
 namespace kurvo_test {
 

@@ -17,7 +17,7 @@
 #include <map>
 #include <set>
 
-#include "robust/runner.h"
+#include "robust/table.h"
 
 namespace kurvo_test {
 namespace {

@@ -1,5 +1,5 @@
 // Records that once took a call minutes. None may take a second.
-#include "robust/runner.h"
+#include "robust/table.h"
 #include "support/curve_text.h"
 
 namespace kurvo_test {

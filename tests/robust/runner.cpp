@@ -1,5 +1,3 @@
-#include "robust/runner.h"
-
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <unistd.h>
@@ -7,6 +5,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+
+#include "robust/table.h"
 
 extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
 

@@ -19,48 +19,14 @@ namespace {
 // The new array or block, which is that of the record that follows the source.
 constexpr auto kNewBlock = [](Call& c, const void* block, const auto*, auto* copy, GlobalVar*) {
   const void* held = nullptr;
-  if constexpr (requires { copy->data; })
-    held = copy ? copy->data : nullptr;
-  else
-    held = copy ? copy->curves : nullptr;
+  if (copy) std::memcpy(&held, reinterpret_cast<const char*>(copy) + 8, sizeof held);
   c.Expect(block == held, "another block");
 };
-
-void JudgeMalloc(Call& c, void* block, uint32_t size, GlobalVar*) {
-  c.Expect(!block == (size == 0 || c.OutOfMemory()), "block and error disagree");
-  std::free(block);
-}
-
-void JudgeCircle(Call& c, int found, double, const double*, const double*, double* centre, int,
-                 GlobalVar*) {
-  c.Code(found, {0, 1});
-  c.Expect(found || centre[0] == Call::kUnwritten, "written although it failed");
-}
-
-void JudgeDegenerate(Call& c, int is, const Curve*, double* p, GlobalVar*) {
-  c.Code(is, {0, 1});
-  c.Expect(is || (p[0] == 0 && p[1] == 0 && p[2] == 0), "point of a curve that is none");
-}
-
-void JudgeLength(Call& c, const Curve*, double, double, double* length, GlobalVar*) {
-  c.Neutral(*length == 0);
-  c.Expect(*length != Call::kUnwritten, "length not written");
-}
 
 void JudgeDivide(Call& c, const Curve* curve, double, Curve* first, Curve* second, GlobalVar*) {
   c.Expect(!first->type == !second->type || !KurvoOk(&c.g) || (curve && curve->type == CV_SEGCV),
            "one part alone");
   c.Expect(!first->data == !first->type && !second->data == !second->type, "type without data");
-}
-
-void JudgeNDivide(Call& c, const Curve*, const CvParam* list, Cvseq* pieces, GlobalVar*) {
-  c.Expect(pieces->count == 0 || !list || pieces->count == std::max(list->count, 0) + 1,
-           "number of pieces");
-}
-
-void JudgeMatch(Call& c, uint32_t result, const Curve*, const Curve*, GlobalVar*) {
-  c.Code(result, {KURVO_MATCH_NONE, KURVO_MATCH_CONVERTED, KURVO_MATCH_SAME});
-  c.Neutral(result == KURVO_MATCH_NONE);
 }
 
 void JudgeCrossings(Call& c, uint32_t result, const Curve*, const Curve*, CvParam* a, CvParam* b,
@@ -74,23 +40,10 @@ void JudgeCrossings(Call& c, uint32_t result, const Curve*, const Curve*, CvPara
   }
 }
 
-void JudgeDistance(Call& c, double distance, const Curve*, const Curve*, double*, double*,
-                   GlobalVar*) {
-  c.Expect(!(distance < 0), "negative distance");
-  c.Neutral(distance == 0);
-  c.Add(distance);
-}
-
 void JudgeSense(Call& c, const Cvseq*, double*, double* normal, GlobalVar*) {
   const double size = std::fabs(normal[2]);
   c.Expect(normal[0] == 0 && normal[1] == 0 && (size == 0 || size == 1), "not a normal");
   c.Neutral(size == 0);
-}
-
-void JudgeRegion(Call& c, const double*, const Cvseq*, const double*, uint32_t* region,
-                 GlobalVar*) {
-  c.Code(*region, {KURVO_REGION_ON, KURVO_REGION_INSIDE, KURVO_REGION_OUTSIDE});
-  c.Neutral(*region == KURVO_REGION_OUTSIDE);
 }
 
 // ---- calls that no signature tells
@@ -187,7 +140,8 @@ std::vector<Entry> Rows() {
       {ROW(KurvoErrReset, Gives{[](Call& c, auto) { c.Expect(c.g.error == 0, "not cleared"); }}), {"", "", ""}}, {ROW(KurvoOk), {"", "", "1", "0"}},
       {ROW(KurvoErrSeverity, Within(0, 3), ErrorCode)}, {ROW(KurvoErrModule, Within(0, 255), ErrorCode)},
       {ROW(KurvoErrGroup, Within(0, 4095), ErrorCode)}, {ROW(KurvoErrAction, Within(0, 15), ErrorCode)},
-      {ROW(KurvoMalloc, Gives{JudgeMalloc}, Bytes), {"", "8", "block"}, kAsks}, {SPECIAL(KurvoRealloc, CallRealloc), {"", "null, 8", "block"}, kAsks},
+      {ROW(KurvoMalloc, Gives{[](Call& c, void* block, uint32_t size, auto) {
+          c.Expect(!block == (size == 0 || c.OutOfMemory()), "block and error disagree"), std::free(block); }}, Bytes), {"", "8", "block"}, kAsks}, {SPECIAL(KurvoRealloc, CallRealloc), {"", "null, 8", "block"}, kAsks},
       {ROW(KurvoFree, Block)},
 
       // ---- records
@@ -221,7 +175,8 @@ std::vector<Entry> Rows() {
       {ROW(KurvoclOnLine, _, OneLine), {"", "9 0 0, 0 0 0 4 0 0", "1"}}, {ROW(KurvoclOnLineSeg, _, OneLine, Out(1)), {"", "1 0 0, 0 0 0 4 0 0", "1 *"}},
       {ROW(KurvoclOnCirc), {"a 0 0 1 0 1", "1 0 0", "1", nullptr, "0"}},
       {ROW(KurvoclOnArc, _, _, Out(1)), {"a 0 0 1 0 1", "0.8 0.6 0", "1 *", nullptr, "0 0"}}, {ROW(KurvoclIsLine), {"", "0 0 0, 1 1 0, 2 2 0", "1"}},
-      {ROW(KurvofcRPPcirc, Gives{JudgeCircle}, Choice({16, 3, .5, 40}, 2), _, _, _, Choice({-1, 0, 1, 2}, {INT32_MIN, INT32_MAX}, 16)), {"", "5, 0 0 0, 6 0 0, out, 0", "1 *"}},
+      {ROW(KurvofcRPPcirc, Gives{[](Call& c, int found, double, const double*, const double*, double* centre, auto...) {
+          c.Code(found, {0, 1}), c.Expect(found || centre[0] == Call::kUnwritten, "written although it failed"); }}, Choice({16, 3, .5, 40}, 2), _, _, _, Choice({-1, 0, 1, 2}, {INT32_MIN, INT32_MAX}, 16)), {"", "5, 0 0 0, 6 0 0, out, 0", "1 *"}},
       {ROW(KurvoclBoxPoint, SomeBox), {"", "0 0 0 1 1 0, .5 .5 0", "1"}},
       {ROW(KurvoclBoxBox, SomeBox, SomeBox), {"", "0 0 0 1 1 0, .5 .5 0 2 2 0", "1"}}, {ROW(KurvoclDistBoxPoint, SomeBox)},
       {ROW(KurvoclDistBoxBox, SomeBox, SomeBox)},
@@ -231,7 +186,8 @@ std::vector<Entry> Rows() {
       {ROW(KurvocvEndPoint), {"l 0 0 4 1", "", "*", nullptr, "= CURVE", "= CURVE", "= CURVE"}},
       {ROW(KurvocvDegree, Within(0, INT32_MAX)), {"b 0 0 1 2 4 0", "", "2", nullptr, "0 CURVE", "0 CURVE", "0 CURVE"}},
       {ROW(KurvocvIsLine, Codes({-1, 0, 1, 2})), {"l 0 0 4 0", "", "2", "-1", "-1", "-1", "0 CURVE"}},
-      {ROW(KurvocvDegenerate, Gives{JudgeDegenerate}), {"l 3 3 3 3", "", "1 *", nullptr, "0 000", "0 000", "0 000 CURVE"}},
+      {ROW(KurvocvDegenerate, Gives{[](Call& c, int is, auto, double* p, auto) {
+          c.Code(is, {0, 1}), c.Expect(is || std::count(p, p + 3, 0.) == 3, "point of a curve that is none"); }}), {"l 3 3 3 3", "", "1 *", nullptr, "0 000", "0 000", "0 000 CURVE"}},
       {ROW(KurvocvBoundBox, _, Out(6)), {"l 1 2 4 0", "", "*", nullptr, "= CURVE", "=", "= CURVE"}},
       {ROW(KurvocvPosition, _, Parameter, ZeroedOut), {"l 0 0 4 0", ".5", "*", "000", "000 CURVE", "000 CURVE", "000 CURVE"}},
       {ROW(KurvocvParameter, Codes({KURVO_ON_CURVE, KURVO_OFF_CURVE}), _, Near<false>, Out(1)), {"l 0 0 4 0", "1 0 0", "2 *", "2 =", "2 = CURVE", "2 = CURVE", "2 = CURVE"}, kHeavy},
@@ -240,14 +196,16 @@ std::vector<Entry> Rows() {
       {ROW(KurvocvDeriv, _, Parameter, ZeroedOut), {"l 0 0 4 0", ".5", "*", "=", "000 CURVE", "000 CURVE", "000 CURVE"}},
       {ROW(KurvocvNDeriv, _, Parameter, ZeroedOut, Choice({1, 2, 3, 4}, {0, -1, INT32_MIN, INT32_MAX, 39, 40, 41, 1000, 1001}, 4)), {"l 0 0 4 0", ".5, out, 1", "*", "000", "000", "000", "000 CURVE"}},
       {ROW(KurvocvCurvature, _, Parameter, ZeroedOut), {"b -1 1 0 -1 1 1", ".5", "*", "=", "=", "=", "000 CURVE"}},
-      {ROW(KurvocvCurveLen, Gives{JudgeLength}, _, Parameter, Parameter, Out(1)), {"l 0 0 4 0", "0, 1", "*", "0", "0 CURVE", "0 CURVE", "0 CURVE"}, kHeavy},
+      {ROW(KurvocvCurveLen, Gives{[](Call& c, const Curve*, double, double, double* length, auto) {
+          c.Neutral(*length == 0), c.Expect(*length != Call::kUnwritten, "length not written"); }}, _, Parameter, Parameter, Out(1)), {"l 0 0 4 0", "0, 1", "*", "0", "0 CURVE", "0 CURVE", "0 CURVE"}, kHeavy},
 
       // ---- new curves, and curves changed in place
       {SPECIAL(KurvocvConvert, CallConvert), {"l 0 0 4 0; out 48 / l 0 0 4 0; out 16 / l 0 0 4 0; out 64 / l 0 0 4 0; out 80 / l 0 0 4 0; out 96 / l 0 0 4 0; out 1008 / r 1 0 1 1 1 .70710678118654752 0 1 1; out 32", "", "1 *", "refused =", "refused =", "refused =", "0 0"}},
       {ROW(KurvocvChgOrder, Gives{[](Call& c, int64_t severity, auto...) { c.Expect(severity == 0 || !KurvoOk(&c.g), "severity without an error"); }}, Changed<true>), {"l 0 0 4 0", "", "0 *", "2 =", "2 = CURVE", "2 = CURVE", "2 = CURVE"}},
       {ROW(KurvoclNormalizeKnot, KnotArray, Count, Choice({1, 2, 3, 4, 5, 6}, {0, -1}, 4))},
       {ROW(KurvocvDivide, Gives{JudgeDivide}, _, Parameter, Bare<Curve>, Bare<Curve>), {"l 0 0 4 0", ".5", "**", "00", "00", "00", "00"}},
-      {ROW(KurvocvNDivide, Gives{JudgeNDivide}, _, _, Bare<Cvseq>), {"l 0 0 4 0", ".5", "*", "0", "0", "0", "0 CURVE"}},
+      {ROW(KurvocvNDivide, Gives{[](Call& c, const Curve*, const CvParam* list, Cvseq* all, auto) {
+          c.Expect(all->count == 0 || !list || all->count == std::max(list->count, 0) + 1, "number of pieces"); }}, _, _, Bare<Cvseq>), {"l 0 0 4 0", ".5", "*", "0", "0", "0", "0 CURVE"}},
       {ROW(KurvocvExtendCurve, _, Choice({0, .1, -.1, .25, -.25, 1, 1e-7, -.5}, 3), Choice({0, .1, -.1, .25, -.25, 1, 1e-7, -.5}, 3), Bare<Curve>), {"l 0 0 4 0", ".1, .1", "*", "0", "0", "0", "0 CURVE"}},
       {ROW(KurvocvBsplRemoveKnots, CurveOf<CV_BSPLINE>), {"B 0 0 1 1 2 2 | 0 0 .5 1 1", "", "*", "0", "0", "0", "0 CURVE"}},
       {ROW(KurvocvMove, Changed<false>), {"l 0 0 4 0", "1 1 0", "*", nullptr, "=", "=", "= CURVE"}},
@@ -260,12 +218,15 @@ std::vector<Entry> Rows() {
       {ROW(KurvocvOffsetCurve, _, Normal, Choice({.5, -.5, 2, .01}, 1), Choice({.01, 1e-3}, 2)), {"l 0 0 4 0", "0 0 1, 1, 1e-3", "*", "0", "0", "0", "0 CURVE"}, kHeavy},
 
       // ---- several curves
-      {ROW(KurvocvMatch, Gives{JudgeMatch}), {"l 0 0 4 0; l 0 0 4 0", "", "2", "0", "0", "0", "0 CURVE"}},
+      {ROW(KurvocvMatch, Gives{[](Call& c, uint32_t result, auto...) {
+          c.Code(result, {KURVO_MATCH_NONE, KURVO_MATCH_CONVERTED, KURVO_MATCH_SAME}), c.Neutral(result == KURVO_MATCH_NONE); }}), {"l 0 0 4 0; l 0 0 4 0", "", "2", "0", "0", "0", "0 CURVE"}},
       {ROW(KurvocrCurveCurve, Gives{JudgeCrossings}, _, _, OrNull(Fresh<CvParam>), OrNull(Fresh<CvParam>), Choice({0, 1, 2, 3}, {-1, 4, INT32_MIN, 7}, 8)), {"l 0 0 1 1; l 0 1 1 0 / l 0 0 1 1; a 0 1 1 -1.5707963267948966 1", "out, out, 3 / out, out, 0", "1 **", "refused 00", "refused 00", "refused 00", "7 00 CURVE"}, kHeavy},
-      {ROW(KurvocvDistCurve, Gives{JudgeDistance}, _, _, OrNull(Out(1)), OrNull(Out(1))), {"l 0 0 4 0; b 1 2 3 2", "", "2 *0", "0 ==", "0 ==", "0 ==", "0 == CURVE"}, kHeavy},
+      {ROW(KurvocvDistCurve, Gives{[](Call& c, double distance, auto...) {
+          c.Expect(!(distance < 0), "negative distance"), c.Neutral(distance == 0), c.Add(distance); }}, _, _, OrNull(Out(1)), OrNull(Out(1))), {"l 0 0 4 0; b 1 2 3 2", "", "2 *0", "0 ==", "0 ==", "0 ==", "0 == CURVE"}, kHeavy},
       {ROW(KurvocvCvseqToSegcv, _, Bare<Curve>), {"(l 0 0 4 0)(l 4 0 4 1)", "", "*", "0", "0", "0 CURVE", "0 CURVE"}},
       {ROW(KurvocvCvseqNormal, Gives{JudgeSense}), {"(l 0 0 4 0)(l 4 0 4 1)", "", "**", "000000", "000000 CURVE", "000000 CURVE", "000000 CURVE"}},
-      {ROW(KurvosfPntBoundForPlane, Gives{JudgeRegion}, Normal, _, _, Word), {"(l 0 0 4 0)(b 4 0 2 4 0 0)", "0 0 1, 2 1 0", "3", "4", "4", "4 CURVE", "4 CURVE"}}};
+      {ROW(KurvosfPntBoundForPlane, Gives{[](Call& c, const double*, const Cvseq*, const double*, uint32_t* region, auto) {
+          c.Code(*region, {KURVO_REGION_ON, KURVO_REGION_INSIDE, KURVO_REGION_OUTSIDE}), c.Neutral(*region == KURVO_REGION_OUTSIDE); }}, Normal, _, _, Word), {"(l 0 0 4 0)(b 4 0 2 4 0 0)", "0 0 1, 2 1 0", "3", "4", "4", "4 CURVE", "4 CURVE"}}};
 }
 // clang-format on
 

@@ -10,7 +10,7 @@
 #include <cstring>
 #include <thread>
 
-#include "robust/runner.h"
+#include "robust/table.h"
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool kWiderFrames = true;
