@@ -19,15 +19,11 @@ double ProcessorSeconds() {
 
 }  // namespace
 
-Call::Call(Source& source, Mode mode, const Gallery* gallery, const MemoryFailure& failure,
-           uint8_t fill)
+Call::Call(Source& source, const RunOptions& options)
     : in_(source),
-      mode_(mode),
-      gallery_(gallery),
-      failure_(failure),
-      fill_(fill),
-      inputs_(source, mode, store_),
-      own_(source, mode, own_store_) {
+      options_(options),
+      inputs_(source, options.mode, store_),
+      own_(source, options.mode, own_store_) {
   KurvoInitGlobalVar(&g);
   if (in_.OneIn(8)) KurvoclSetEpsilon(in_.Pick({1e-6, 1e-4, .01}), 1e-5, &g);
   if (in_.OneIn(8)) KurvoclSetEpsilon0(in_.Pick({1e-6, 1e-4, .01}), &g);
@@ -48,13 +44,14 @@ double* Call::Array(int count) {
 
 const Curve* Call::AnyCurve(int32_t wanted) {
   if (GivesNull()) return nullptr;
-  if (gallery_) return &gallery_->curve(in_, mode_, wanted);
+  if (options_.gallery) return &options_.gallery->curve(in_, options_.mode, wanted);
   return store_.Put(inputs_.Curve(wanted));
 }
 
 const Cvseq* Call::AnySequence() {
   if (GivesNull()) return nullptr;
-  return gallery_ ? &gallery_->sequence(in_, mode_) : store_.Put(inputs_.Sequence());
+  return options_.gallery ? &options_.gallery->sequence(in_, options_.mode)
+                          : store_.Put(inputs_.Sequence());
 }
 
 const CvParam* Call::AnyList() { return GivesNull() ? nullptr : store_.Put(inputs_.Parameters()); }
@@ -77,7 +74,7 @@ void Call::Start() {
   state_before_ = g;
   UsedLibm();
   started_ = ProcessorSeconds();
-  WatchMemory(failure_, fill_);
+  WatchMemory(options_.failure, options_.fill);
 }
 
 void Call::Stop() {

@@ -14,6 +14,18 @@
 
 namespace kurvo_test {
 
+// Limits of a single call.
+constexpr double kMaxSeconds = 1;
+constexpr int64_t kMaxBytes = int64_t{256} << 20;
+
+struct RunOptions {
+  Mode mode = Mode::kBenign;
+  const Gallery* gallery = nullptr;
+  MemoryFailure failure = {};
+  uint8_t fill = 0xA5;
+  double max_seconds = kMaxSeconds;
+};
+
 struct Outcome {
   uint64_t digest = 0;
   int error = 0;
@@ -25,12 +37,11 @@ struct Outcome {
 
 class Call {
  public:
-  Call(Source& source, Mode mode, const Gallery* gallery, const MemoryFailure& failure,
-       uint8_t fill);
+  Call(Source& source, const RunOptions& options);
 
   // ---- arguments
   Source& in() { return in_; }
-  bool hostile() const { return mode_ == Mode::kHostile; }
+  bool hostile() const { return options_.mode == Mode::kHostile; }
   double Number() { return inputs_.Number(); }
   double Parameter() { return inputs_.Parameter(); }
   void ShortCurves() { inputs_.ShortCurves(); }
@@ -105,10 +116,7 @@ class Call {
   void Stop();
 
   Source& in_;
-  Mode mode_;
-  const Gallery* gallery_;
-  MemoryFailure failure_;
-  uint8_t fill_;
+  const RunOptions& options_;
   Store store_, own_store_;
   Maker inputs_, own_;
   bool state_may_change_ = false;

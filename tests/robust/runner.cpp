@@ -53,7 +53,7 @@ Outcome RunOnce(const Entry& entry, Source& source, const RunOptions& options) {
   const int64_t live = LiveBlocks();
   Outcome outcome;
   {
-    Call call(source, options.mode, options.gallery, options.failure, options.fill);
+    Call call(source, options);
     if (entry.traits & kHeavy) call.ShortCurves();
     entry.call(call);
     outcome = call.Finish();

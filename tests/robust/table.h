@@ -49,18 +49,6 @@ const std::vector<Entry>& Table();
 
 // ---- running it
 
-// Limits of a single call.
-constexpr double kMaxSeconds = 1;
-constexpr int64_t kMaxBytes = int64_t{256} << 20;
-
-struct RunOptions {
-  Mode mode = Mode::kBenign;
-  const Gallery* gallery = nullptr;
-  MemoryFailure failure = {};
-  uint8_t fill = 0xA5;
-  double max_seconds = kMaxSeconds;
-};
-
 constexpr Mode HostileIf(bool hostile) { return hostile ? Mode::kHostile : Mode::kBenign; }
 
 // Calls the function of `entry` with arguments from `source` and checks what every call owes:

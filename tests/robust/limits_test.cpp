@@ -1,4 +1,5 @@
-// Records that once took a call minutes. None may take a second.
+// What a call may cost: no memory up to the degrees that the header promises, which callers in real
+// time rely on, and less than a second for records that once took minutes.
 #include "robust/table.h"
 #include "support/curve_text.h"
 
@@ -27,10 +28,74 @@ void ExpectQuick(const std::function<void(GlobalVar*)>& call, int error = 0) {
 Owned Any(int32_t type, int count, int order = 0, double size = 1) {
   Random random;
   Numbers points = RandomPoints(random, count, IsRational(type)), knots;
-  for (double& x : points) x *= size;
+  for (std::size_t i = 0; i < points.size(); ++i)
+    if (!IsRational(type) || i % 3 < 2) points[i] *= size;
   for (int i = 0; order > 0 && i < count + order; ++i) knots.push_back(i);
   return MakeFreeForm(type, points, knots);
 }
+
+// ---- memory
+
+// Asks for something at t, in the first span, off its middle.
+using Query = std::function<void(const Curve& curve, double t, GlobalVar* g)>;
+
+constexpr int kAny = 200;
+
+int64_t Requests(const Query& query, int32_t type, int degree) {
+  const bool spline = IsSpline(type);  // so large that lengths take all halvings there are
+  const Owned curve = Any(type, (spline ? 2 : 1) * (degree + 1), spline ? degree + 1 : 0, 1e8);
+  Globals g;
+  WatchMemory({}, 0);
+  query(*curve, .3 + (spline ? degree : 0), &g);
+  const MemoryUse use = UnwatchMemory();
+  EXPECT_TRUE(KurvoOk(&g)) << "degree " << degree;
+  return use.requests;
+}
+
+// One degree more takes memory, so that no work area on the stack is larger than need be.
+TEST(Allocation, NoneUpToTheDegreesPromised) {
+  Point p, q;
+  double length;
+  uint32_t region;
+  Curve kept{};
+  const auto chain = [&](const Curve& c) {
+    kept = c;
+    return Cvseq{1, &kept};
+  };
+  const struct {
+    const char* name;
+    Query query;
+    int max_degrees[4];  // by type; 0: not asked
+  } rows[] = {
+      // clang-format off
+      {"position", [&](auto& c, double t, auto g) { KurvocvPosition(&c, t, p, g); }, {kAny, kAny, 63, 63}},
+      {"end", [&](auto& c, double, auto g) { KurvocvStartPoint(&c, p, g); }, {0, 0, 63, 0}},
+      {"derivative", [&](auto& c, double t, auto g) { KurvocvDeriv(&c, t, p, g); }, {kAny, kAny, 39, 39}},
+      {"curvature", [&](auto& c, double t, auto g) { KurvocvCurvature(&c, t, p, g); }, {0, kAny, 39, 0}},
+      {"third derivative", [&](auto& c, double t, auto g) { KurvocvNDeriv(&c, t, p, 3, g); }, {39, 39, 0, 0}},
+      {"length", [&](auto& c, double t, auto g) { KurvocvCurveLen(&c, t, t + .5, &length, g); }, {6, 4, 6, 4}},
+      {"sense", [&](auto& c, double, auto g) { const Cvseq seq = chain(c); KurvocvCvseqNormal(&seq, p, q, g); }, {39, 39, 39, 39}},
+      {"region", [&](auto& c, double t, auto g) {
+         const Cvseq seq = chain(c);
+         KurvocvPosition(&c, t, p, g);
+         KurvosfPntBoundForPlane(Point{0, 0, 1}, &seq, Point{p[0] + 1e-3, p[1] + 1e-3, 0}, &region, g);
+       }, {39, 39, 39, 39}},
+      // clang-format on
+  };
+  constexpr int32_t kFreeForm[] = {CV_BEZIER, CV_RBEZIER, CV_BSPLINE, CV_RBSPLINE};
+  for (const auto& row : rows)
+    for (int i = 0; i < 4; ++i) {
+      const int max_degree = row.max_degrees[i];
+      SCOPED_TRACE(testing::Message() << row.name << " of type " << kFreeForm[i]);
+      for (int degree = 1; degree <= max_degree; ++degree)
+        EXPECT_EQ(Requests(row.query, kFreeForm[i], degree), 0) << "degree " << degree;
+      if (0 < max_degree && max_degree < kAny) {
+        EXPECT_GT(Requests(row.query, kFreeForm[i], max_degree + 1), 0);
+      }
+    }
+}
+
+// ---- time
 
 TEST(Findings, WindingAroundWeightsThatAreNoWeights) {
   for (const int degree : {2, 39, 4095})
