@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
-#include <regex>
 #include <set>
 #include <stdexcept>
 
@@ -309,9 +308,15 @@ const char* const kBroken[] = {
 // clang-format on
 
 // They look at one level, or have no use for what is inside.
-const std::regex kNotDeep(
-    "CopyCurve|SegcvToCvseq|IsLine|cvBoundBox|Parameter|POnto|Deriv|Curvature|Offset|Match");
-const std::regex kCopying("Copy|Insert|Convert");
+const char* const kNotDeep =
+    "CopyCurve SegcvToCvseq IsLine cvBoundBox Parameter POnto Deriv Curvature Offset Match";
+const char* const kCopying = "Copy Insert Convert";
+
+bool HasOneOf(const char* words, const std::string& name) {
+  const auto all = Parts(words, ' ');
+  return std::any_of(all.begin(), all.end(),
+                     [&](const auto& word) { return name.find(word) != std::string::npos; });
+}
 
 TEST(Refusals, OfWhatIsMissingOrBroken) {
   ForEachWork([](const Entry& entry, const std::string& curves, const std::string& numbers) {
@@ -323,10 +328,10 @@ TEST(Refusals, OfWhatIsMissingOrBroken) {
     const std::string name = entry.name;
     expect("null", entry.null);
     expect("e", entry.no_data);
-    if (!std::regex_search(name, kNotDeep)) expect("deep 65", entry.broken);
+    if (!HasOneOf(kNotDeep, name)) expect("deep 65", entry.broken);
     for (const char* const& broken : kBroken) {
       const bool copied = &broken >= std::end(kBroken) - 3;
-      if (copied && std::regex_search(name, kCopying)) continue;
+      if (copied && HasOneOf(kCopying, name)) continue;
       const bool type = name == "KurvocvRotate" && std::strstr(broken, "type");
       expect(broken, type ? "= ROTATED_TYPE" : entry.broken);
     }

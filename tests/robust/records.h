@@ -151,6 +151,7 @@ class Maker {
 
  private:
   bool hostile() const { return mode_ == Mode::kHostile; }
+  bool tainted() const { return taint_.rarity || taint_.scale != 1 || taint_.one_value; }
   double Plain();
   double Malicious();
   double Coordinate();

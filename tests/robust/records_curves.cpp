@@ -50,7 +50,7 @@ double Maker::Coordinate() {
 }
 
 double Maker::Weight() {
-  if (taint_.rarity && in_.OneIn(3))
+  if (tainted() && in_.OneIn(3))
     return in_.Pick({0., -0., -1., 1e-7, -1e-7, 1e-300, 1e300, kNaN, kInfinity, 5e-324});
   return in_.Below(4) ? in_.Pick({1., 1., 1., .5, 2., .70703125, 3., .25})
                       : .125 + 2 * in_.Fraction();
@@ -129,7 +129,7 @@ Curve Maker::Arc() {
   const bool all = in_.Below(2);
   double* const numbers = &arc.radius;
   for (int i = 0; i < 13; ++i)
-    if (taint_.rarity && (all || in_.OneIn(8))) numbers[i] = Coordinate();
+    if (tainted() && (all || in_.OneIn(8))) numbers[i] = Coordinate();
   return {CV_ARC, store_.Put(arc), 0, 0, 0};
 }
 
