@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 #include "fuzz/groups.h"
-#include "robust/runner.h"
+#include "robust/table.h"
 
 namespace kurvo_test {
 namespace {

@@ -49,9 +49,8 @@ void Gain(void* p) {
 }
 
 void Lose(void* p) {
-  if (!p) return;
-  --state.live_blocks;
-  state.live_bytes -= static_cast<int64_t>(malloc_usable_size(p));
+  state.live_blocks -= p != nullptr;
+  state.live_bytes -= static_cast<int64_t>(malloc_usable_size(p));  // 0 of null
 }
 
 }  // namespace
@@ -60,17 +59,9 @@ int64_t LiveBlocks() { return state.live_blocks; }
 bool UsedLibm() { return std::exchange(used_libm, false); }
 
 void WatchMemory(const MemoryFailure& failure, uint8_t fill) {
-  state.failure = failure;
-  state.fill = fill;
-  state.use = {};
-  state.bytes_before = state.live_bytes;
-  state.watched = true;
+  state = {true, state.live_blocks, state.live_bytes, state.live_bytes, failure, {}, fill};
 }
-
-MemoryUse UnwatchMemory() {
-  state.watched = false;
-  return state.use;
-}
+MemoryUse UnwatchMemory() { return state.watched = false, state.use; }
 
 }  // namespace kurvo_test
 
@@ -103,12 +94,9 @@ void* __wrap_calloc(std::size_t count, std::size_t size) {
 
 void* __wrap_realloc(void* p, std::size_t size) {
   if (!Grants(size)) return nullptr;
-  const int64_t before = p ? static_cast<int64_t>(malloc_usable_size(p)) : 0;
+  Lose(p);
   void* const grown = __real_realloc(p, size);
-  if (!grown) return nullptr;
-  if (p) --state.live_blocks;
-  state.live_bytes -= before;
-  Gain(grown);
+  Gain(grown ? grown : p);
   return grown;
 }
 
@@ -117,32 +105,16 @@ void __wrap_free(void* p) {
   __real_free(p);
 }
 
-double __real_sin(double x);
-double __real_cos(double x);
-double __real_atan2(double y, double x);
-double __real_pow(double x, double y);
-void __real_sincos(double x, double* sine, double* cosine);
-
-double __wrap_sin(double x) {
-  used_libm = true;
-  return __real_sin(x);
-}
-double __wrap_cos(double x) {
-  used_libm = true;
-  return __real_cos(x);
-}
-double __wrap_atan2(double y, double x) {
-  used_libm = true;
-  return __real_atan2(y, x);
-}
-double __wrap_pow(double x, double y) {
-  used_libm = true;
-  return __real_pow(x, y);
-}
-void __wrap_sincos(double x, double* sine, double* cosine) {
-  used_libm = true;
-  __real_sincos(x, sine, cosine);
-}
+// clang-format off
+#define WATCHED(result, name, declared, passed) \
+  result __real_##name declared; \
+  result __wrap_##name declared { used_libm = true; return __real_##name passed; }
+WATCHED(double, sin, (double x), (x))
+WATCHED(double, cos, (double x), (x))
+WATCHED(double, atan2, (double y, double x), (y, x))
+WATCHED(double, pow, (double x, double y), (x, y))
+WATCHED(void, sincos, (double x, double* sine, double* cosine), (x, sine, cosine))
+// clang-format on
 }
 
 [[gnu::noinline]] void* operator new(std::size_t size) {

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "robust/written_call.h"
+#include "support/curve_text.h"
+
 namespace kurvo_test {
 namespace {
 
@@ -14,40 +17,13 @@ double ProcessorSeconds() {
   return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
 }
 
-// clang-format off
-constexpr int kErrors[] = {
-    KURVO_ERR_NONE, KURVO_ERR_MEMORY, KURVO_ERR_CURVE, KURVO_ERR_TOLERANCE, KURVO_ERR_STACK_EMPTY,
-    KURVO_ERR_CHAIN_INDEX, KURVO_ERR_CHAIN_BREAK, KURVO_ERR_CHAIN_ENDS, KURVO_ERR_RANGE,
-    KURVO_ERR_WEIGHT, KURVO_ERR_CHAIN_DEGENERATE, KURVO_ERR_CHAIN_CONVERT,
-    KURVO_WARN_NO_ORIENTATION, KURVO_ERR_DERIVATIVE_ORDER, KURVO_ERR_ZERO_WEIGHT,
-    KURVO_ERR_SHORT_TANGENT, KURVO_WARN_SHORT_VECTOR, KURVO_ERR_SAME_POINTS,
-    KURVO_ERR_RADIUS_TOO_SMALL,
-    0x77C452, 0xD53,       // a scale factor, a type to rotate
-    0x75AC52, 0x77B852};  // points of a spline missing, refused
-// clang-format on
-
-template <class Record>
-Record* Kept(Store& store, const Record& record) {
-  Record* const kept = store.Zeroed<Record>();
-  *kept = record;
-  return kept;
-}
-
 }  // namespace
 
-bool IsDocumentedError(int code) {
-  return std::find(std::begin(kErrors), std::end(kErrors), code) != std::end(kErrors);
-}
-
-Call::Call(Source& source, Mode mode, const Gallery* gallery, const MemoryFailure& failure,
-           uint8_t fill)
+Call::Call(Source& source, const RunOptions& options)
     : in_(source),
-      mode_(mode),
-      gallery_(gallery),
-      failure_(failure),
-      fill_(fill),
-      inputs_(source, mode, store_),
-      own_(source, mode, own_store_) {
+      options_(options),
+      inputs_(source, options.mode, store_),
+      own_(source, options.mode, own_store_) {
   KurvoInitGlobalVar(&g);
   if (in_.OneIn(8)) KurvoclSetEpsilon(in_.Pick({1e-6, 1e-4, .01}), 1e-5, &g);
   if (in_.OneIn(8)) KurvoclSetEpsilon0(in_.Pick({1e-6, 1e-4, .01}), &g);
@@ -66,26 +42,25 @@ double* Call::Array(int count) {
   return numbers;
 }
 
-const Curve* Call::AnyCurve(unsigned wanted) {
+const Curve* Call::AnyCurve(int32_t wanted) {
   if (GivesNull()) return nullptr;
-  if (gallery_) return &gallery_->curve(in_, mode_, wanted);
-  return Kept(store_, inputs_.CurveOf(wanted));
+  if (options_.gallery) return &options_.gallery->curve(in_, options_.mode, wanted);
+  return store_.Put(inputs_.Curve(wanted));
 }
 
 const Cvseq* Call::AnySequence() {
   if (GivesNull()) return nullptr;
-  return gallery_ ? &gallery_->sequence(in_, mode_) : Kept(store_, inputs_.Sequence());
+  return options_.gallery ? &options_.gallery->sequence(in_, options_.mode)
+                          : store_.Put(inputs_.Sequence());
 }
 
-const CvParam* Call::AnyList() {
-  return GivesNull() ? nullptr : Kept(store_, inputs_.Parameters());
-}
+const CvParam* Call::AnyList() { return GivesNull() ? nullptr : store_.Put(inputs_.Parameters()); }
 
 const KurvoArc* Call::AnyArc() {
   return GivesNull() ? nullptr : static_cast<const KurvoArc*>(inputs_.Arc().data);
 }
 
-Curve* Call::OwnCurve() { return GivesNull() ? nullptr : Kept(own_store_, own_.Curve()); }
+Curve* Call::OwnCurve() { return GivesNull() ? nullptr : own_store_.Put(own_.Curve()); }
 
 double* Call::Room(int count) {
   double* const room = OwnNumbers(count);
@@ -99,7 +74,7 @@ void Call::Start() {
   state_before_ = g;
   UsedLibm();
   started_ = ProcessorSeconds();
-  WatchMemory(failure_, fill_);
+  WatchMemory(options_.failure, options_.fill);
 }
 
 void Call::Stop() {
@@ -107,7 +82,7 @@ void Call::Stop() {
   outcome_.seconds = ProcessorSeconds() - started_;
   outcome_.libm = UsedLibm();
   Expect(store_.Checksum() == before_, "input changed");
-  Expect(IsDocumentedError(g.error) || g.error == state_before_.error, "unknown error code");
+  Expect(NameOf(g.error) || g.error == state_before_.error, "unknown error code");
   state_before_.error = g.error;
   Expect(state_may_change_ || std::memcmp(&g, &state_before_, sizeof g) == 0, "tolerances changed");
 }
@@ -134,44 +109,27 @@ void Call::AddState() {
   Add(g.stack0, g.depth0);
 }
 
-// The blocks of the four free-form kinds are laid out alike: sizes, points, knots.
-void Call::ReadFreeForm(const Curve& curve) {
-  const auto& block = *static_cast<const KurvoRBSpline*>(curve.data);
-  const bool spline = curve.type == CV_BSPLINE || curve.type == CV_RBSPLINE;
-  const int size = curve.type == CV_RBEZIER || curve.type == CV_RBSPLINE ? 4 : 3;
-  digest_.Add(block.order);
-  if (spline) digest_.Add(block.count);
-  if (block.order < int{spline} || (spline && block.count < 0))
-    return Expect(false, "sizes of a result");
-  Add(reinterpret_cast<const double*>(block.points),
-      size * (spline ? block.count : block.order + 1));
-  if (spline) Add(block.knots, block.order + block.count);
-}
-
 void Call::Read(const Curve& curve, bool bare) {
   digest_.Add(curve.type);
   Expect(curve.attr == 0 && curve.attr_p1 == 0 && curve.attr_p2 == 0, "attribute of a result");
   if (!curve.data) return Expect(bare || curve.type == 0, "type without data");
-  switch (curve.type) {
-    case CV_LINE:
-      return Add(static_cast<const KurvoLine*>(curve.data)->start, 6);
-    case CV_ARC:
-      return Add(&static_cast<const KurvoArc*>(curve.data)->radius, 13);
-    case CV_BEZIER:
-    case CV_RBEZIER:
-    case CV_BSPLINE:
-    case CV_RBSPLINE:
-      return ReadFreeForm(curve);
-    case CV_SEGCV: {
-      const auto& block = *static_cast<const KurvoSegcv*>(curve.data);
-      digest_.Add(block.count);
-      Expect(block.count >= 0, "pieces of a result");
-      for (int32_t i = 0; i < block.count; ++i) Read(block.curves[i], bare);
-      return Add(block.widths, block.count);
-    }
-    default:
-      return Expect(false, "data without a known type");
+  if (curve.type == CV_LINE || curve.type == CV_ARC)
+    return Add(static_cast<const double*>(curve.data), curve.type == CV_LINE ? 6 : 13);
+  if (curve.type == CV_SEGCV) {
+    const auto& block = *static_cast<const KurvoSegcv*>(curve.data);
+    digest_.Add(block.count);
+    Expect(block.count >= 0, "pieces of a result");
+    for (int32_t i = 0; i < block.count; ++i) Read(block.curves[i], bare);
+    return Add(block.widths, block.count);
   }
+  if (std::count(kAllTypes, std::end(kAllTypes), curve.type) == 0)
+    return Expect(false, "data without a known type");
+  const FreeForm form(curve);
+  digest_.Add(form.order);
+  digest_.Add(form.count);
+  if (form.order < 1 || form.count < 0) return Expect(false, "sizes of a result");
+  Add(form.points, form.stride * form.count);
+  if (form.knots) Add(form.knots, form.order + form.count);
 }
 
 void Call::Take(Curve& curve, bool bare) {
@@ -180,21 +138,20 @@ void Call::Take(Curve& curve, bool bare) {
   KurvocvFreeCurve(&curve);
 }
 
-void Call::Take(Cvseq& seq, bool bare) {
-  digest_.Add(seq.count);
-  Expect((seq.count > 0) == (seq.curves != nullptr) && seq.count >= 0, "count without an array");
-  for (int32_t i = 0; seq.curves && i < seq.count; ++i) Read(seq.curves[i], bare);
-  Neutral(seq.count == 0);
-  KurvocvFreeCvseq(&seq);
+template <class List>
+void Call::Take(List& list, bool bare) {
+  const auto& [count, array] = list;
+  digest_.Add(count);
+  Expect((count > 0) == (array != nullptr) && count >= 0, "count without an array");
+  for (int32_t i = 0; array && i < count; ++i) Read(array[i], bare);
+  Neutral(count == 0);
+  if constexpr (std::is_same_v<List, Cvseq>)
+    KurvocvFreeCvseq(&list);
+  else
+    KurvocrFreeCvParam(&list);
 }
-
-void Call::Take(CvParam& list, bool) {
-  digest_.Add(list.count);
-  Expect((list.count > 0) == (list.values != nullptr) && list.count >= 0, "count without an array");
-  if (list.values) Add(list.values, list.count);
-  Neutral(list.count == 0);
-  KurvocrFreeCvParam(&list);
-}
+template void Call::Take(Cvseq&, bool);
+template void Call::Take(CvParam&, bool);
 
 Outcome Call::Finish() {
   for (const auto& judge : judges_) judge();

@@ -11,9 +11,20 @@
 #include "kurvo.h"
 #include "robust/allocation.h"
 #include "robust/records.h"
-#include "robust/source.h"
 
 namespace kurvo_test {
+
+// Limits of a single call.
+constexpr double kMaxSeconds = 1;
+constexpr int64_t kMaxBytes = int64_t{256} << 20;
+
+struct RunOptions {
+  Mode mode = Mode::kBenign;
+  const Gallery* gallery = nullptr;
+  MemoryFailure failure = {};
+  uint8_t fill = 0xA5;
+  double max_seconds = kMaxSeconds;
+};
 
 struct Outcome {
   uint64_t digest = 0;
@@ -26,19 +37,18 @@ struct Outcome {
 
 class Call {
  public:
-  Call(Source& source, Mode mode, const Gallery* gallery, const MemoryFailure& failure,
-       uint8_t fill);
+  Call(Source& source, const RunOptions& options);
 
   // ---- arguments
   Source& in() { return in_; }
-  bool hostile() const { return mode_ == Mode::kHostile; }
+  bool hostile() const { return options_.mode == Mode::kHostile; }
   double Number() { return inputs_.Number(); }
   double Parameter() { return inputs_.Parameter(); }
   void ShortCurves() { inputs_.ShortCurves(); }
   double* Point(int size = 3) { return inputs_.Point(size); }
   double* Array(int count);
   // Null now and then when hostile. Inputs are to come back as they were.
-  const Curve* AnyCurve(unsigned wanted = kAnyType);
+  const Curve* AnyCurve(int32_t wanted = 0);
   const Cvseq* AnySequence();
   const CvParam* AnyList();
   const KurvoArc* AnyArc();
@@ -90,12 +100,13 @@ class Call {
   void AddState();
   // New records, which are freed. `bare` says that a type without a block may come out.
   void Take(Curve& curve, bool bare = false);
-  void Take(Cvseq& seq, bool bare = false);
-  void Take(CvParam& list, bool bare = false);
+  template <class List>
+  void Take(List& list, bool bare = false);
   // Judges and keeps a result when everything about the call itself has been judged.
   void Afterwards(std::function<void()> judge) { judges_.push_back(std::move(judge)); }
   // Reads the whole of a record that the library made.
   void Read(const Curve& curve, bool bare);
+  void Read(double value, bool) { Add(value); }
 
   Outcome Finish();
 
@@ -103,13 +114,9 @@ class Call {
   bool GivesNull() { return hostile() && in_.OneIn(100); }
   void Start();
   void Stop();
-  void ReadFreeForm(const Curve& curve);
 
   Source& in_;
-  Mode mode_;
-  const Gallery* gallery_;
-  MemoryFailure failure_;
-  uint8_t fill_;
+  const RunOptions& options_;
   Store store_, own_store_;
   Maker inputs_, own_;
   bool state_may_change_ = false;
@@ -120,7 +127,5 @@ class Call {
   Outcome outcome_;
   std::vector<std::function<void()>> judges_;
 };
-
-bool IsDocumentedError(int code);
 
 }  // namespace kurvo_test

@@ -1,10 +1,13 @@
 // Blocks, numbers and sequences; the curves are in records_curves.cpp.
 #include "robust/records.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <new>
+
+#include "support/curve_text.h"
 
 namespace kurvo_test {
 
@@ -17,6 +20,42 @@ void* Store::Allocate(std::size_t size, bool numbers) {
   if (!memory) throw std::bad_alloc();
   blocks_.push_back({memory, size, numbers});
   return memory;
+}
+
+bool Store::Owns(const void* memory) const {
+  return std::any_of(blocks_.begin(), blocks_.end(), [=](auto& b) { return b.memory == memory; });
+}
+
+void Store::Forget(const void* memory) {
+  std::erase_if(blocks_, [=](const Block& block) { return block.memory == memory; });
+}
+
+Curve Store::Keep(const Curve& cv) {
+  if (!cv.data) return cv;
+  const auto kept = [&](const double* from, int count) {
+    double* const to = Numbers(static_cast<std::size_t>(count));
+    std::copy(from, from + count, to);
+    return to;
+  };
+  if (cv.type == CV_LINE) return {cv.type, Put(*static_cast<KurvoLine*>(cv.data)), 0, 0, 0};
+  if (cv.type == CV_ARC) return {cv.type, Put(*static_cast<KurvoArc*>(cv.data)), 0, 0, 0};
+  if (cv.type == CV_SEGCV) {
+    auto* const block = Zeroed<KurvoSegcv>();
+    *block = *static_cast<KurvoSegcv*>(cv.data);
+    const Curve* const pieces = block->curves;
+    block->curves = Zeroed<Curve>(static_cast<std::size_t>(block->count));
+    std::transform(pieces, pieces + block->count, block->curves, [&](auto& p) { return Keep(p); });
+    block->widths = kept(block->widths, block->count);
+    return {cv.type, block, 0, 0, 0};
+  }
+  const FreeForm form(cv);
+  auto* const block = Zeroed<KurvoRBSpline>();
+  block->order = form.knots ? form.order : form.order - 1;
+  block->points = reinterpret_cast<HCoord*>(kept(form.points, form.count * form.stride));
+  if (!form.knots) return {cv.type, block, 0, 0, 0};
+  block->count = form.count;
+  block->knots = kept(form.knots, form.order + form.count);
+  return {cv.type, block, 0, 0, 0};
 }
 
 uint64_t Store::Checksum() const {
@@ -58,10 +97,7 @@ double Maker::Malicious() {
   return kind == 1 ? std::bit_cast<double>(in_.Bits()) : in_.Pick(kValues);
 }
 
-double Maker::Number() {
-  taint_ = hostile() && in_.Below(2) ? Taint::kAll : Taint::kNone;
-  return Coordinate();
-}
+double Maker::Number() { return hostile() && in_.Below(2) ? Malicious() : Plain(); }
 
 double Maker::Parameter() {
   if (hostile() && in_.OneIn(3)) return Malicious();
@@ -78,33 +114,6 @@ double* Maker::Point(int size) {
   return p;
 }
 
-double Maker::Coordinate() {
-  switch (taint_) {
-    case Taint::kSome:
-      return in_.OneIn(8) ? Malicious() : Plain();
-    case Taint::kAll:
-      return Malicious();
-    case Taint::kOneValue:
-      return one_value_;
-    case Taint::kHuge:
-      return 1e150 * Plain();
-    case Taint::kTiny:
-      return 1e-9 * Plain();
-    default:
-      return Plain();
-  }
-}
-
-void Maker::ChooseTaint() {
-  taint_ = Taint::kNone;
-  if (!hostile()) return;
-  constexpr Taint kTaints[] = {Taint::kNone,     Taint::kNone, Taint::kNone,
-                               Taint::kSome,     Taint::kSome, Taint::kAll,
-                               Taint::kOneValue, Taint::kHuge, Taint::kTiny};
-  taint_ = in_.Pick(kTaints);
-  one_value_ = in_.Below(2) ? Plain() : Malicious();
-}
-
 // Joined end to start, closed or not.
 Cvseq Maker::Sequence() {
   if (hostile() && in_.OneIn(16))
@@ -117,7 +126,7 @@ Cvseq Maker::Sequence() {
   for (int i = 0; i < count; ++i) {
     double to[2] = {Plain(), Plain()};
     if (closed && i == count - 1) std::memcpy(to, first, sizeof to);
-    seq.curves[i] = hostile() && in_.OneIn(6) ? Curve(1) : Between(from, to);
+    seq.curves[i] = hostile() && in_.OneIn(6) ? Curve(0, 1) : Between(from, to);
     std::memcpy(from, to, sizeof from);
   }
   return seq;
@@ -138,27 +147,24 @@ CvParam Maker::Parameters() {
 
 Gallery::Gallery(uint64_t seed, int count) {
   Source in(seed);
-  for (const Mode mode : {Mode::kBenign, Mode::kHostile}) {
-    Hall& hall = halls_[mode == Mode::kHostile];
-    Maker maker(in, mode, store_);
+  for (const int mode : {0, 1}) {
+    Maker maker(in, Mode(mode), store_);
     for (int i = 0; i < count; ++i) {
-      hall.curves.push_back(maker.Curve());
-      hall.sequences.push_back(maker.Sequence());
+      curves_[mode].push_back(maker.Curve());
+      sequences_[mode].push_back(maker.Sequence());
     }
   }
 }
 
-const Curve& Gallery::curve(Source& in, Mode mode, unsigned wanted) const {
-  const auto& curves = halls_[mode == Mode::kHostile].curves;
-  const Curve* curve = nullptr;
-  for (int tries = 0; tries == 0 || (tries < 20 && !IsWanted(curve->type, wanted)); ++tries)
-    curve = &curves[in.Below(static_cast<uint32_t>(curves.size()))];
+const Curve& Gallery::curve(Source& in, Mode mode, int32_t wanted) const {
+  const Curve* curve = &in.Pick(curves_[int(mode)]);
+  for (int tries = 0; wanted && tries < 20 && curve->type != wanted; ++tries)
+    curve = &in.Pick(curves_[int(mode)]);
   return *curve;
 }
 
 const Cvseq& Gallery::sequence(Source& in, Mode mode) const {
-  const auto& sequences = halls_[mode == Mode::kHostile].sequences;
-  return sequences[in.Below(static_cast<uint32_t>(sequences.size()))];
+  return in.Pick(sequences_[int(mode)]);
 }
 
 }  // namespace kurvo_test

@@ -1,25 +1,91 @@
 // Random records: sound ones, and ones that no sane caller makes but whose types are right.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <initializer_list>
+#include <optional>
 #include <vector>
 
 #include "kurvo.h"
-#include "robust/source.h"
 
 namespace kurvo_test {
+
+// Scrambles a number (the finaliser of SplitMix64: Steele, Lea, Flood, "Fast splittable
+// pseudorandom number generators", 2014).
+constexpr uint64_t Scramble(uint64_t x) {
+  x = (x ^ (x >> 30)) * 0xBF58476D1CE4E5B9;
+  x = (x ^ (x >> 27)) * 0x94D049BB133111EB;
+  return x ^ (x >> 31);
+}
+
+// Where a random call takes its choices from: a seeded generator, or the bytes of a fuzzer.
+class Source {
+ public:
+  explicit Source(uint64_t seed) : state_(seed) {}
+  // Bytes that have run out read as 0, for which every choice is the plainest.
+  Source(const uint8_t* bytes, std::size_t size) : next_(bytes), end_(bytes + size) {}
+
+  uint64_t Bits() {
+    if (!end_) return Scramble(state_ += 0x9E3779B97F4A7C15);
+    return Read(8);
+  }
+  // One of 0 ... n - 1.
+  uint32_t Below(uint32_t n) {
+    if (n < 2) return 0;
+    if (!end_) return static_cast<uint32_t>(((Bits() >> 32) * n) >> 32);
+    return static_cast<uint32_t>(Read(n <= 256 ? 1 : n <= 65536 ? 2 : 4) % n);
+  }
+  int Between(int low, int high) {
+    return low + static_cast<int>(Below(static_cast<uint32_t>(high - low + 1)));
+  }
+  bool OneIn(uint32_t n) { return Below(n) == 1; }
+  template <class T, std::size_t kCount>
+  T Pick(const T (&values)[kCount]) {
+    return values[Below(kCount)];
+  }
+  template <class T>
+  T Pick(std::initializer_list<T> values) {
+    return values.begin()[Below(static_cast<uint32_t>(values.size()))];
+  }
+  template <class T>
+  const T& Pick(const std::vector<T>& values) {
+    return values[Below(static_cast<uint32_t>(values.size()))];
+  }
+  // In [0, 1), a multiple of 2^-16: sums and products of such numbers are often exact.
+  double Fraction() { return Below(65536) * 0x1p-16; }
+
+ private:
+  uint64_t Read(int count) {
+    uint64_t value = 0;
+    for (int i = 0; i < count && next_ != end_; ++i) value |= uint64_t{*next_++} << (8 * i);
+    return value;
+  }
+
+  uint64_t state_ = 0;
+  const uint8_t* next_ = nullptr;
+  const uint8_t* end_ = nullptr;
+};
+
+// A running hash of numbers, sensitive to their order.
+class Digest {
+ public:
+  void Add(uint64_t x) { value_ = Scramble(std::rotl(value_, 23) ^ x); }
+  // Bit for bit, but one NaN is like another: which operand's payload survives an addition is the
+  // compiler's choice.
+  void Add(double x) { Add(x != x ? uint64_t{0x7FF8000000000000} : std::bit_cast<uint64_t>(x)); }
+  void Add(int32_t x) { Add(static_cast<uint64_t>(static_cast<int64_t>(x))); }
+  uint64_t value() const { return value_; }
+
+ private:
+  uint64_t value_ = 0x6B7572766F;
+};
 
 enum class Mode {
   kBenign,   // what a caller means to pass
   kHostile,  // the right type, and nothing else to rely on
 };
-
-constexpr int32_t kTypes[] = {CV_LINE,    CV_ARC,      CV_BEZIER, CV_RBEZIER,
-                              CV_BSPLINE, CV_RBSPLINE, CV_SEGCV};
-constexpr unsigned kAnyType = 127, kSplines = 16 + 32, kComposites = 64;
-bool IsWanted(int32_t type, unsigned wanted);
 
 // Owns the blocks of records. Every array has a block of its own, of just its size, so that a step
 // beyond it is seen by the address sanitizer.
@@ -37,6 +103,14 @@ class Store {
   T* Zeroed(std::size_t count = 1) {
     return static_cast<T*>(Allocate(count * sizeof(T), false));
   }
+  template <class T>
+  T* Put(const T& record) {
+    return &(*Zeroed<T>() = record);
+  }
+  // A copy of a sound curve.
+  Curve Keep(const Curve& cv);
+  bool Owns(const void* memory) const;
+  void Forget(const void* memory);  // which somebody else has freed
   // Of all blocks, to see whether they change.
   uint64_t Checksum() const;
   // Of the blocks that hold numbers alone.
@@ -57,9 +131,8 @@ class Maker {
  public:
   Maker(Source& source, Mode mode, Store& store) : in_(source), mode_(mode), store_(store) {}
 
-  ::Curve Curve(int level = 0) { return CurveOf(kAnyType, level); }
-  // Mostly of one of the wanted types, a bit for each by its place in kTypes.
-  ::Curve CurveOf(unsigned wanted, int level = 0);
+  // Mostly of the wanted type, if one is; CV_BSPLINE stands for both kinds of splines.
+  ::Curve Curve(int32_t wanted = 0, int level = 0);
   ::Curve Arc();
   Cvseq Sequence();
   CvParam Parameters();
@@ -67,7 +140,8 @@ class Maker {
   // Fewer control points of the longest splines and pieces of the longest composites. Every piece
   // of two composites may cross every other: that is honest work, which no call can be spared.
   void ShortCurves() {
-    long_counts_ = {60, 200};
+    long_counts_[0] = 60;
+    long_counts_[1] = 200;
     long_composite_ = 100;
   }
 
@@ -76,61 +150,52 @@ class Maker {
   double* Point(int size);  // `size` numbers in a block
 
  private:
-  // What is wrong with the numbers of a record.
-  enum class Taint { kNone, kSome, kAll, kOneValue, kHuge, kTiny };
-
   bool hostile() const { return mode_ == Mode::kHostile; }
+  bool tainted() const { return taint_.rarity || taint_.scale != 1 || taint_.one_value; }
   double Plain();
   double Malicious();
   double Coordinate();
   double Weight();
   int32_t Degree();
-  void ChooseTaint();
+  void Taint(double* numbers, int32_t count);
+  void Misname(::Curve& curve);
 
   double* Points(int32_t count, int size);
   double* Knots(int32_t order, int32_t count);
-  void SoundKnots(double* knots, int32_t order, int32_t count);
-  void SpoilKnots(double* knots, int32_t total);
-  double* Widths(int32_t count);
-
   ::Curve Line();
-  ::Curve Bezier(bool rational);
-  ::Curve Spline(bool rational);
+  ::Curve FreeForm(int32_t type);
   ::Curve Composite(int level);
+  ::Curve Composite(int32_t count, ::Curve* pieces);
   ::Curve Nest(int levels);
-  ::Curve FreeForm(int32_t type, int32_t size, int32_t count, double* points,
-                   double* knots = nullptr);
-  ::Curve Unknown();
   ::Curve Between(const double* from, const double* to);
-  ::Curve HalfCircle(const double* from, const double* to);
-  void Misname(::Curve& curve);
 
   Source& in_;
   Mode mode_;
   Store& store_;
-  Taint taint_ = Taint::kNone;
-  double one_value_ = 0;
-  int long_composite_ = 400;
+  // What is wrong with the numbers of a record: all are one, or one in so many is malicious and the
+  // others have another scale.
   struct {
-    int32_t some, few;
-  } long_counts_ = {300, 5000};
+    uint32_t rarity;
+    double scale;
+    std::optional<double> one_value;
+  } taint_{0, 1, {}};
+  bool joined_ = false;  // the next curve is to run over [0, 1], from its first point to its last
+  int long_composite_ = 400;
+  int32_t long_counts_[2] = {300, 5000};
 };
 
 // Records that many threads read.
 class Gallery {
  public:
   Gallery(uint64_t seed, int count);
-  const Curve& curve(Source& in, Mode mode, unsigned wanted) const;
+  const Curve& curve(Source& in, Mode mode, int32_t wanted) const;
   const Cvseq& sequence(Source& in, Mode mode) const;
   uint64_t Checksum() const { return store_.Checksum(); }
 
  private:
-  struct Hall {
-    std::vector<Curve> curves;
-    std::vector<Cvseq> sequences;
-  };
   Store store_;
-  Hall halls_[2];
+  std::vector<Curve> curves_[2];  // by mode
+  std::vector<Cvseq> sequences_[2];
 };
 
 }  // namespace kurvo_test

@@ -30,26 +30,20 @@ inline auto Choice(std::initializer_list<double> sound, uint32_t rarity) {
 }
 
 // ---- results, which are freed
-// A header that may hold anything before it becomes a result. `bare`: pieces without a block are
-// copied as they are.
-template <class Record>
-Record* Result(Call& c, bool bare) {
+// A header that may hold anything before it becomes a result. Of a bare one pieces without a block
+// are copied as they are.
+template <class Record, bool kBare = false>
+Record* Fresh(Call& c) {
   Record* const record = c.own_store().Zeroed<Record>();
   if constexpr (std::is_same_v<Record, Curve>)
     *record = {-1, nullptr, 9, 9, 9};
   else
     *record = {9, nullptr};
-  c.Afterwards([=, &c] { c.Take(*record, bare); });
+  c.Afterwards([=, &c] { c.Take(*record, kBare); });
   return record;
 }
 template <class Record>
-Record* Fresh(Call& c) {
-  return Result<Record>(c, false);
-}
-template <class Record>
-Record* Bare(Call& c) {
-  return Result<Record>(c, true);
-}
+constexpr auto Bare = Fresh<Record, true>;
 
 // Nothing is half written.
 inline double* Written(Call& c, int size) {
@@ -65,30 +59,41 @@ inline auto Out(int size) {
   return [size](Call& c) { return Written(c, size); };
 }
 
-inline bool IsZero(const double* p) { return p[0] == 0 && p[1] == 0 && p[2] == 0; }
+// (0, 0, 0) without memory.
+inline double* ZeroedOut(Call& c) {
+  double* const out = Written(c, 3);
+  c.Afterwards([=, &c] { c.Neutral(std::count(out, out + 3, 0.) == 3); });
+  return out;
+}
 
 // Gives the point before the coordinates of `p`.
 inline void MovePoint(Call& c, const double* p) {
   if (c.given.point) std::memcpy(c.given.point, p, 3 * sizeof *p);
 }
 
-inline double* PutNear(Call& c, double* p) {
-  p[0] = c.Number();
-  p[1] = c.Number();
-  p[2] = 0;
-  GlobalVar g;
-  KurvoInitGlobalVar(&g);
+inline double* Vector(Call& c) {
+  double* const v = Written(c, 3);
+  for (int i = 0; i < 3; ++i) v[i] = c.Number();
+  return v;
+}
+
+// A point, one in two of them from the curve before.
+template <bool kInPlace>
+double* Near(Call& c) {
+  double* const p = kInPlace ? Vector(c) : c.Point();
+  Globals g;
   if (c.in().Below(2)) KurvocvStartPoint(c.given.curve, p, &g);
   return p;
 }
 
-// When memory runs out the curve is as it was; a `whole` one after any failure.
-inline Curve* Changed(Call& c, bool whole) {
+// When memory runs out the curve is as it was; a whole one after any failure.
+template <bool kWhole>
+Curve* Changed(Call& c) {
   Curve* const curve = c.OwnCurve();
   const Curve before = curve ? *curve : Curve{};
   c.Afterwards([=, &c] {
     c.Expect(!curve || (curve->data == before.data && curve->type == before.type), "another block");
-    if (c.OutOfMemory() || (whole && !KurvoOk(&c.g))) c.Unchanged();
+    if (c.OutOfMemory() || (kWhole && !KurvoOk(&c.g))) c.Unchanged();
     c.AddOwn();
   });
   return curve;
@@ -100,18 +105,14 @@ inline Curve Freeable(Call& c) {
   Maker maker(c.in(), c.hostile() ? Mode::kHostile : Mode::kBenign, store);
   const Curve source = maker.Curve();
   Curve curve;
-  GlobalVar g;
-  KurvoInitGlobalVar(&g);
+  Globals g;
   KurvocvCopyCurve(&source, &curve, &g);
   if (!c.hostile() || !curve.data || !c.in().OneIn(4)) return curve;
-  if (curve.type == CV_BEZIER)
-    *static_cast<KurvoBezier*>(curve.data) = {c.in().Pick({-1, INT32_MAX}), 0, nullptr, {}};
-  if (curve.type == CV_RBSPLINE)
-    *static_cast<KurvoRBSpline*>(curve.data) = {0, INT32_MIN, nullptr, nullptr, {}};
-  if (curve.type != CV_SEGCV) return curve;
-  auto& block = *static_cast<KurvoSegcv*>(curve.data);
-  for (int32_t i = 0; i < block.count; ++i) KurvocvFreeCurve(block.curves + i);
-  if (c.in().Below(2))
+  auto& block = *static_cast<KurvoSegcv*>(curve.data);  // of free-form curves, with their sizes
+  if (curve.type == CV_LINE || curve.type == CV_ARC) return curve;
+  for (int32_t i = 0; curve.type == CV_SEGCV && i < block.count; ++i)
+    KurvocvFreeCurve(block.curves + i);
+  if (curve.type != CV_SEGCV || c.in().Below(2))
     block.count = c.in().Pick({0, -1, INT32_MIN});
   else
     block.curves = nullptr;
@@ -130,8 +131,6 @@ inline const double* OnePoint(Call& c, int size) {
   return c.given.point;
 }
 inline const double* OnePoint(Call& c) { return OnePoint(c, 3); }
-
-// Likewise.
 inline const Curve* OneCurve(Call& c) {
   if (!c.given.curve || !c.in().OneIn(8)) c.given.curve = c.AnyCurve();
   return c.given.curve;
@@ -143,16 +142,17 @@ inline const KurvoArc* OneArc(Call& c) {
   if (arc && c.in().Below(2)) MovePoint(c, c.in().Below(2) ? arc->start : arc->end);
   return arc;
 }
-
-// Likewise.
-inline const double* Line(Call& c) {
+inline const double* OneLine(Call& c) {
   const double* const line = c.Array(6);
   if (c.in().OneIn(4)) MovePoint(c, line + 3 * c.in().Below(2));
   return line;
 }
 
 inline const double* HPoint(Call& c) { return OnePoint(c, 4); }
-inline const double* Matrix(Call& c) { return c.Array(16); }
+template <int kCount>
+const double* Array(Call& c) {
+  return c.Array(kCount);
+}
 inline const double* SomeBox(Call& c) {
   double* const box = c.Array(6);
   for (int i = 0; i < 3; ++i)
@@ -160,28 +160,13 @@ inline const double* SomeBox(Call& c) {
   return box;
 }
 
+// Mostly up, and of length 1.
 inline const double* Normal(Call& c) {
   double* const normal = c.Array(3);
   normal[0] = normal[1] = 0;
-  normal[2] = c.in().Pick({1., -1., 2.});
+  normal[2] = c.in().Pick({1., 1., 1., 1., 1., -1., 2., 0.});
   if (c.hostile() && c.in().OneIn(4)) normal[c.in().Below(3)] = c.Number();
   return normal;
-}
-
-// Now and then another length.
-inline const double* Up(Call& c) {
-  double* const up = c.Array(3);
-  up[0] = up[1] = 0;
-  if (!c.in().OneIn(16)) up[2] = 1;
-  return up;
-}
-
-inline const double* Axis(Call& c) { return c.hostile() ? OnePoint(c) : Up(c); }
-
-inline const double* FlatPoint(Call& c) {
-  double* const p = c.Point();
-  p[2] = 0;
-  return p;
 }
 
 inline const double* Direction(Call& c) {
@@ -189,17 +174,14 @@ inline const double* Direction(Call& c) {
   return c.in().Below(2) ? OnePoint(c) : kZero;
 }
 
-// One in two of them from the curve before.
-inline const double* Near(Call& c) { return PutNear(c, c.Point()); }
-inline const Curve* Spline(Call& c) { return c.AnyCurve(kSplines); }
-inline const Curve* Composite(Call& c) { return c.AnyCurve(kComposites); }
+template <int32_t kType>
+const Curve* CurveOf(Call& c) {
+  return c.AnyCurve(kType);
+}
 inline double Parameter(Call& c) { return c.Parameter(); }
-
 inline double Epsilon(Call& c) {
   return c.in().Below(2) ? c.in().Pick({1e-6, 1e-5, 1e-4, .01, 1e-3, .02, 0., -1e-6}) : c.Number();
 }
-
-inline double Radius(Call& c) { return c.in().Below(2) ? 16 : c.Number(); }
 
 inline int ErrorCode(Call& c) {
   return c.in().Below(2) ? static_cast<int>(c.in().Bits() & 0xFFFFFFFF)
@@ -211,8 +193,6 @@ inline uint32_t Bytes(Call& c) {
   return c.in().OneIn(16) ? c.in().Pick({0xFFFFFFFFu, 0x80000000u, 0x40000001u})
                           : c.in().Below(c.in().Below(2) ? 64 : 65536);
 }
-
-// Likewise.
 inline int32_t Items(Call& c) {
   if (c.hostile() && c.in().OneIn(8)) return c.in().Pick({-1, INT32_MIN, INT32_MAX, 1 << 30});
   return c.in().Between(0, 20);
@@ -225,8 +205,7 @@ inline const double* Points(Call& c) {
   c.given.count = c.hostile() && c.in().OneIn(50) ? 4000 : c.in().Between(2, 12);
   return c.hostile() && c.in().OneIn(50) ? nullptr : c.Array(3 * c.given.count);
 }
-
-inline double* Knots(Call& c) {
+inline double* KnotArray(Call& c) {
   c.given.count = c.in().Between(0, 16);
   if (c.hostile() && c.in().OneIn(50)) return nullptr;
   double* const knots = c.OwnNumbers(c.given.count);
@@ -235,11 +214,9 @@ inline double* Knots(Call& c) {
   c.Afterwards([&c] { c.AddOwn(); });
   return knots;
 }
-
 inline int32_t Count(Call& c) {
   return c.hostile() && c.in().OneIn(8) ? c.in().Pick({0, -1, INT32_MIN}) : c.given.count;
 }
-
 inline int32_t Order(Call& c) {
   return c.hostile() && c.in().OneIn(4)
              ? c.in().Pick({0, 1, 2, 15, 16, 24, 40, 41, 64, c.given.count, -1, INT32_MAX})
@@ -256,18 +233,6 @@ inline GlobalVar* State(Call& c) {
   c.Afterwards([&c] { c.AddState(); });
   return &c.g;
 }
-
-inline double* Vector(Call& c) {
-  double* const v = Written(c, 3);
-  for (int i = 0; i < 3; ++i) v[i] = c.Number();
-  return v;
-}
-
-// Likewise.
-inline double* NearInPlace(Call& c) { return PutNear(c, Written(c, 3)); }
-
-inline Curve* Pieces(Call& c) { return Changed(c, false); }
-inline Curve* Whole(Call& c) { return Changed(c, true); }
 
 inline Curve* OwnedCurve(Call& c) {
   Curve* const curve = c.own_store().Zeroed<Curve>();
@@ -305,13 +270,6 @@ inline CvParam* WantedList(Call& c) {
     KurvocrFreeCvParam(list);
   });
   return list;
-}
-
-// Three numbers, (0, 0, 0) without memory.
-inline double* ZeroedOut(Call& c) {
-  double* const out = Written(c, 3);
-  c.Afterwards([=, &c] { c.Neutral(IsZero(out)); });
-  return out;
 }
 
 // For a function that leaves it alone when an error is pending.

@@ -82,14 +82,15 @@ auto RoleAt(const std::tuple<Roles...>& roles) {
 
 // Arguments that come after the last role have the roles of their types.
 template <class Return, class... Args, class Judge, class... Roles>
-Entry Row(const char* name, Return (*function)(Args...) noexcept, Gives<Judge> gives,
-          Roles... roles) {
+Called Row(const char* name, Return (*function)(Args...) noexcept, Gives<Judge> gives,
+           Roles... roles) {
   static_assert(sizeof...(Roles) <= sizeof...(Args));
   const auto draw = [all = std::tuple(roles...)]<std::size_t... kIndex>(
       Call & c, std::index_sequence<kIndex...>) {
     return std::tuple<Args...>{Make<Args>(c, RoleAt<kIndex>(all))...};  // from left to right
   };
-  return {name, [=](Call& c) {
+  return {name,
+          [=](Call& c) {
             const auto args = draw(c, std::index_sequence_for<Args...>());
             const auto run = [&] { return c.Run([&] { return std::apply(function, args); }); };
             const auto judge = [&](auto... result) {
@@ -99,21 +100,13 @@ Entry Row(const char* name, Return (*function)(Args...) noexcept, Gives<Judge> g
               run(), judge();
             else
               judge(run());
-          }};
+          },
+          [=](WrittenCall& c) { return Told(c, function); },
+          ((std::is_same_v<Args, GlobalVar*> || std::is_same_v<Args, const GlobalVar*>) || ...)};
 }
 template <class Return, class... Args, class... Roles>
-Entry Row(const char* name, Return (*function)(Args...) noexcept, Roles... roles) {
+Called Row(const char* name, Return (*function)(Args...) noexcept, Roles... roles) {
   return Row(name, function, GivesByType<Return>(), roles...);
 }
-inline Entry With(unsigned traits, Entry entry) {
-  entry.traits = traits;
-  return entry;
-}
-
-// ---- calls that no signature tells
-void CallRealloc(Call& c);
-void CallMallocCurve(Call& c);
-void CallCvseqInsert(Call& c);
-void CallConvert(Call& c);
 
 }  // namespace kurvo_test

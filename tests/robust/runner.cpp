@@ -1,5 +1,4 @@
-#include "robust/runner.h"
-
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <unistd.h>
 
@@ -7,34 +6,39 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "robust/table.h"
+
 extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
 
 namespace kurvo_test {
 namespace {
 
-// The call under way in this thread; no memory is needed to print it.
-struct UnderWay {
-  const char* name = nullptr;
-  uint64_t number = 0;
-  Mode mode = Mode::kBenign;
-};
-thread_local UnderWay under_way;
+thread_local char under_way[200];  // the call of this thread: no memory is needed to print it
 
 void PrintCallUnderWay() {
-  if (!under_way.name) return;
-  char text[200];
-  const int length = std::snprintf(
-      text, sizeof text, "\nThe call under way: KURVO_CALL=%s:%llu:%s KURVO_TEST_SEED=%llu\n",
-      under_way.name, static_cast<unsigned long long>(under_way.number),
-      under_way.mode == Mode::kHostile ? "hostile" : "benign",
-      static_cast<unsigned long long>(Seed()));
-  if (length > 0 && write(STDERR_FILENO, text, static_cast<std::size_t>(length)) < 0) _exit(1);
+  if (write(STDERR_FILENO, under_way, std::strlen(under_way)) < 0) _exit(1);
 }
 
 void OnSignal(int number) {
   PrintCallUnderWay();
   signal(number, SIG_DFL);
   raise(number);
+}
+
+bool NameCallsThatDie() {
+  if (__sanitizer_set_death_callback) {
+    __sanitizer_set_death_callback(PrintCallUnderWay);
+    return true;
+  }
+  alignas(16) static char stack[1 << 16];  // the overflow of a stack needs another one
+  const stack_t other = {stack, 0, sizeof stack};
+  sigaltstack(&other, nullptr);
+  struct sigaction action {};
+  action.sa_handler = OnSignal;
+  action.sa_flags = SA_ONSTACK;
+  for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGABRT, SIGILL})
+    sigaction(number, &action, nullptr);
+  return true;
 }
 
 uint64_t HashOf(const char* name) {
@@ -45,30 +49,15 @@ uint64_t HashOf(const char* name) {
 
 }  // namespace
 
-void NameCallsThatDie() {
-  if (__sanitizer_set_death_callback) return __sanitizer_set_death_callback(PrintCallUnderWay);
-  alignas(16) static char stack[1 << 16];  // the overflow of a stack needs another one
-  const stack_t other = {stack, 0, sizeof stack};
-  sigaltstack(&other, nullptr);
-  struct sigaction action {};
-  action.sa_handler = OnSignal;
-  action.sa_flags = SA_ONSTACK;
-  for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGABRT, SIGILL})
-    sigaction(number, &action, nullptr);
-}
-
 Outcome RunOnce(const Entry& entry, Source& source, const RunOptions& options) {
-  under_way.name = entry.name;
-  under_way.mode = options.mode;
   const int64_t live = LiveBlocks();
   Outcome outcome;
   {
-    Call call(source, options.mode, options.gallery, options.failure, options.fill);
+    Call call(source, options);
     if (entry.traits & kHeavy) call.ShortCurves();
     entry.call(call);
     outcome = call.Finish();
   }
-  under_way.name = nullptr;
   const auto complain = [&](bool fault, const char* what) {
     if (fault && outcome.complaint.empty()) outcome.complaint = what;
   };
@@ -84,16 +73,27 @@ Outcome RunOnce(const Entry& entry, Source& source, const RunOptions& options) {
 }
 
 Outcome RunNumbered(const Entry& entry, uint64_t number, const RunOptions& options) {
-  Source source(Scramble(Seed() ^ HashOf(entry.name)) + (number << 20) +
-                (options.mode == Mode::kHostile));
-  under_way.number = number;
-  return RunOnce(entry, source, options);
+  static const bool kNamed = NameCallsThatDie();
+  const bool hostile = options.mode == Mode::kHostile;
+  std::snprintf(under_way, sizeof under_way, "%sThe call under way: %s\n", kNamed ? "\n" : "",
+                Trace(entry, number, options).c_str());
+  Source source(Scramble(Seed() ^ HashOf(entry.name)) + (number << 20) + hostile);
+  const Outcome outcome = RunOnce(entry, source, options);
+  under_way[0] = '\0';
+  EXPECT_EQ(outcome.complaint, "")
+      << Trace(entry, number, options) << "\nerror 0x" << std::hex << outcome.error << std::dec
+      << ", " << outcome.seconds << " s, " << outcome.memory.peak << " bytes, largest request "
+      << outcome.memory.largest;
+  return outcome;
 }
 
-std::string Trace(const Entry& entry, uint64_t number, Mode mode) {
+std::string Trace(const Entry& entry, uint64_t number, const RunOptions& options) {
+  const bool hostile = options.mode == Mode::kHostile;
+  const MemoryFailure& failure = options.failure;
   return std::string("KURVO_CALL=") + entry.name + ':' + std::to_string(number) +
-         (mode == Mode::kHostile ? ":hostile" : ":benign") +
-         " KURVO_TEST_SEED=" + std::to_string(Seed());
+         (hostile ? ":hostile" : ":benign") + " KURVO_TEST_SEED=" + std::to_string(Seed()) +
+         (failure.granted < 0 ? "" : ", request " + std::to_string(failure.granted)) +
+         (failure.from_then ? " on" : "");
 }
 
 int64_t Setting(const char* name, int64_t otherwise) {
