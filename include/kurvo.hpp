@@ -258,11 +258,17 @@ class Context {
       run(&state_);
       if (Failed()) return Unexpected(Error{state_.error, function});
       return {};
+    } else if constexpr (std::is_trivially_copyable_v<T>) {  // kept out of the result: in registers
+      T value{};
+      run(value, &state_);
+      if (Failed()) [[unlikely]]
+        return Unexpected(Error{state_.error, function});
+      return Result<T>(value);
     } else {
       Result<T> result;
       run(*result, &state_);
       if (Failed()) [[unlikely]]
-        return Unexpected(Error{state_.error, function});
+        result = Unexpected(Error{state_.error, function});
       return result;
     }
   }
