@@ -138,7 +138,7 @@ class Result {
   using value_type = T;
   using error_type = Error;
 
-  Result() = default;
+  Result() noexcept {}
   Result(Value value) noexcept : value_(std::move(value)) {}
   Result(Unexpected failure) noexcept : error_(failure.error()), has_value_(false) {}
 
@@ -249,31 +249,42 @@ class Context {
   }
   void Clear() noexcept { KurvoErrReset(&state_); }
 
-  // Clears the code, runs run(value, g), or run(g) without a value, and reads the code.
+  // Clears the code, runs run(value, g), or run(g) for void, and reads the code. Small values are
+  // kept out of the result, in registers; records are written where they will stay.
   template <class T, class Run>
   Result<T> Call(const char* function, Run&& run) noexcept {
-    state_.error = KURVO_ERR_NONE;
-    function_ = function;
-    if constexpr (std::is_void_v<T>) {
-      run(&state_);
-      if (Failed()) return Unexpected(Error{state_.error, function});
-      return {};
-    } else if constexpr (std::is_trivially_copyable_v<T>) {  // kept out of the result: in registers
-      T value{};
-      run(value, &state_);
-      if (Failed()) [[unlikely]]
-        return Unexpected(Error{state_.error, function});
-      return Result<T>(value);
-    } else {
-      Result<T> result;
-      run(*result, &state_);
-      if (Failed()) [[unlikely]]
-        result = Unexpected(Error{state_.error, function});
-      return result;
-    }
+    Result<T> result;
+    Begin(function);
+    run(*result, &state_);
+    if (Failed()) [[unlikely]]
+      result = Unexpected(Last());
+    return result;
+  }
+  template <class T, class Run>
+  requires std::is_trivially_copyable_v<T> Result<T> Call(const char* function, Run&& run)
+  noexcept {
+    T value{};
+    Begin(function);
+    run(value, &state_);
+    if (Failed()) [[unlikely]]
+      return Unexpected(Last());
+    return value;
+  }
+  template <class T, class Run>
+  requires std::is_void_v<T> Result<T> Call(const char* function, Run&& run)
+  noexcept {
+    Begin(function);
+    run(&state_);
+    if (Failed()) [[unlikely]]
+      return Unexpected(Last());
+    return {};
   }
 
  private:
+  void Begin(const char* function) noexcept {
+    state_.error = KURVO_ERR_NONE;
+    function_ = function;
+  }
   bool Failed() const noexcept { return (state_.error & 3) >= KURVO_SEVERITY_ERROR; }
 
   GlobalVar state_;
@@ -514,7 +525,7 @@ inline const void* Held(const CvParam& record) noexcept { return record.values; 
 template <class Self, class Record>
 class Owner {
  public:
-  Owner() = default;
+  Owner() noexcept {}  // no default: records are cleared by themselves, not by one long loop
   Owner(Owner&& other) noexcept : record_(std::exchange(other.record_, {})) {}
   Owner& operator=(Owner&& other) noexcept {
     Owner moved(std::move(other));
@@ -976,6 +987,9 @@ class Curve : public detail::Owner<Curve, ::Curve> {
 
  private:
   friend class Chain;
+  using Parts = std::pair<Curve, Curve>;
+
+  void SplitHighDegree(double t, Parts& out, GlobalVar* g) const noexcept;
 
   template <class Data, class Fill, class... Sizes>
   static Result<Curve> Make(int32_t type, Fill&& fill, Sizes... sizes) noexcept {
@@ -1258,19 +1272,23 @@ inline Result<Chain> Curve::Split(std::span<const double> parameters, Context& c
 }
 
 inline Result<std::pair<Curve, Curve>> Curve::Split(double t, Context& c) const noexcept {
-  using Parts = std::pair<Curve, Curve>;
   return c.Call<Parts>("KurvocvDivide", [&](Parts& out, GlobalVar* g) {
     KurvocvDivide(Get(), t, out.first.Get(), out.second.Get(), g);
-    if (!out.first.Empty() || !out.second.Empty() || detail::Failed(g)) return;
-    // Bezier curves of degree 5 and more are cut by the other function alone.
-    const CvParam list = {1, &t};
-    Chain parts;
-    if (Type() == CV_BEZIER || Type() == CV_RBEZIER) KurvocvNDivide(Get(), &list, parts.Get(), g);
-    if (parts.size() == 2)
-      out = {std::move(parts[0]), std::move(parts[1])};
-    else if (!detail::Failed(g))
-      g->error = KURVO_ERR_RANGE;
+    if (out.first.Empty() && !detail::Failed(g)) [[unlikely]]
+      SplitHighDegree(t, out, g);
   });
+}
+
+// Bezier curves of degree 5 and more are cut by the function for many cuts alone.
+[[gnu::cold]] inline void Curve::SplitHighDegree(double t, Parts& out,
+                                                 GlobalVar* g) const noexcept {
+  const CvParam list = {1, &t};
+  Chain parts;
+  if (Type() == CV_BEZIER || Type() == CV_RBEZIER) KurvocvNDivide(Get(), &list, parts.Get(), g);
+  if (parts.size() == 2)
+    out = {std::move(parts[0]), std::move(parts[1])};
+  else if (out.second.Empty() && !detail::Failed(g))
+    g->error = KURVO_ERR_RANGE;
 }
 
 inline Result<Chain> Curve::ToChain(Context& c) const noexcept {
