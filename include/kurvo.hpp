@@ -188,30 +188,30 @@ class Result {
 struct Point {  // or a vector
   double x = 0, y = 0, z = 0;
 
-  double* Data() noexcept { return reinterpret_cast<double*>(this); }
-  const double* Data() const noexcept { return reinterpret_cast<const double*>(this); }
+  double* Data() { return reinterpret_cast<double*>(this); }
+  const double* Data() const { return reinterpret_cast<const double*>(this); }
   bool operator==(const Point&) const = default;
 };
 
 struct WeightedPoint {
   double x = 0, y = 0, z = 0, w = 1;
 
-  double* Data() noexcept { return reinterpret_cast<double*>(this); }
-  const double* Data() const noexcept { return reinterpret_cast<const double*>(this); }
+  double* Data() { return reinterpret_cast<double*>(this); }
+  const double* Data() const { return reinterpret_cast<const double*>(this); }
   bool operator==(const WeightedPoint&) const = default;
 };
 
 struct Segment {  // also the line through its ends
   Point start, end;
 
-  const double* Data() const noexcept { return start.Data(); }
+  const double* Data() const { return start.Data(); }
 };
 
 struct Box {
   Point min, max;
 
-  double* Data() noexcept { return reinterpret_cast<double*>(this); }
-  const double* Data() const noexcept { return reinterpret_cast<const double*>(this); }
+  double* Data() { return reinterpret_cast<double*>(this); }
+  const double* Data() const { return reinterpret_cast<const double*>(this); }
 };
 
 static_assert(sizeof(Point) == sizeof(Coord) && sizeof(WeightedPoint) == sizeof(HCoord));
@@ -226,33 +226,42 @@ class Context {
   Context(const Context&) = delete;
   Context& operator=(const Context&) = delete;
 
-  GlobalVar* Get() noexcept { return &state_; }
-  const GlobalVar* Get() const noexcept { return &state_; }
+  GlobalVar* Get() { return &state_; }
+  const GlobalVar* Get() const { return &state_; }
 
-  double Epsilon() const noexcept { return GetEpsilon(&state_); }
-  double Epsilon1() const noexcept { return GetEpsilon_1(&state_); }
-  double Epsilon2() const noexcept { return GetEpsilon2(&state_); }
-  double Epsilon0() const noexcept { return GetEpsilon0(&state_); }
-  Result<void> SetEpsilon(double epsilon, double epsilon_1) noexcept {
-    return Call<void>("KurvoclSetEpsilon",
-                      [&](GlobalVar* g) { KurvoclSetEpsilon(epsilon, epsilon_1, g); });
+  double Epsilon() const { return GetEpsilon(&state_); }
+  double Epsilon1() const { return GetEpsilon_1(&state_); }
+  double Epsilon2() const { return GetEpsilon2(&state_); }
+  double Epsilon0() const { return GetEpsilon0(&state_); }
+  Result<void> SetEpsilon(double epsilon, double epsilon_1) {
+    return Do("KurvoclSetEpsilon", KurvoclSetEpsilon, epsilon, epsilon_1);
   }
-  Result<void> SetEpsilon0(double epsilon0) noexcept {
-    return Call<void>("KurvoclSetEpsilon0", [&](GlobalVar* g) { KurvoclSetEpsilon0(epsilon0, g); });
+  Result<void> SetEpsilon0(double epsilon0) {
+    return Do("KurvoclSetEpsilon0", KurvoclSetEpsilon0, epsilon0);
   }
 
-  bool Ok() const noexcept { return KurvoOk(&state_) != 0; }
-  Error Last() const noexcept { return {KurvoErrGet(&state_), function_}; }
-  std::optional<Error> Warning() const noexcept {  // of the last call
+  bool Ok() const { return KurvoOk(&state_) != 0; }
+  Error Last() const { return {KurvoErrGet(&state_), function_}; }
+  std::optional<Error> Warning() const {  // of the last call
     const Error last = Last();
     return last.Severity() == KURVO_SEVERITY_WARNING ? std::optional(last) : std::nullopt;
   }
-  void Clear() noexcept { KurvoErrReset(&state_); }
+  void Clear() { KurvoErrReset(&state_); }
+
+  // The result that a function of the interface writes between its arguments and g.
+  template <class T, class F, class... A>
+  Result<T> Ask(const char* name, const F& function, A... arguments) {
+    return Call<T>(name, [&](T& out, GlobalVar* g) { function(arguments..., Raw(out), g); });
+  }
+  template <class F, class... A>
+  Result<void> Do(const char* name, const F& function, A... arguments) {
+    return Call<void>(name, [&](GlobalVar* g) { function(arguments..., g); });
+  }
 
   // Clears the code, runs run(value, g), or run(g) for void, and reads the code. Small values are
   // kept out of the result, in registers; records are written where they will stay.
   template <class T, class Run>
-  Result<T> Call(const char* function, Run&& run) noexcept {
+  Result<T> Call(const char* function, Run&& run) {
     Result<T> result;
     Begin(function);
     run(*result, &state_);
@@ -261,8 +270,7 @@ class Context {
     return result;
   }
   template <class T, class Run>
-  requires std::is_trivially_copyable_v<T> Result<T> Call(const char* function, Run&& run)
-  noexcept {
+  requires std::is_trivially_copyable_v<T> Result<T> Call(const char* function, Run&& run) {
     T value{};
     Begin(function);
     run(value, &state_);
@@ -271,8 +279,7 @@ class Context {
     return value;
   }
   template <class T, class Run>
-  requires std::is_void_v<T> Result<T> Call(const char* function, Run&& run)
-  noexcept {
+  requires std::is_void_v<T> Result<T> Call(const char* function, Run&& run) {
     Begin(function);
     run(&state_);
     if (Failed()) [[unlikely]]
@@ -281,11 +288,18 @@ class Context {
   }
 
  private:
-  void Begin(const char* function) noexcept {
+  static double* Raw(double& out) { return &out; }
+  static auto Raw(auto& out) {
+    if constexpr (requires { out.Data(); })
+      return out.Data();
+    else
+      return out.Get();
+  }
+  void Begin(const char* function) {
     state_.error = KURVO_ERR_NONE;
     function_ = function;
   }
-  bool Failed() const noexcept { return (state_.error & 3) >= KURVO_SEVERITY_ERROR; }
+  bool Failed() const { return (state_.error & 3) >= KURVO_SEVERITY_ERROR; }
 
   GlobalVar state_;
   const char* function_ = "";
@@ -295,7 +309,7 @@ class Context {
 // stack, changes nothing.
 class EpsilonScope {
  public:
-  EpsilonScope(Context& context, double epsilon) noexcept : g_(context.Get()), depth_(g_->depth) {
+  EpsilonScope(Context& context, double epsilon) : g_(context.Get()), depth_(g_->depth) {
     KurvoclPushEpsilon(epsilon, g_);
   }
   ~EpsilonScope() {
@@ -311,8 +325,7 @@ class EpsilonScope {
 
 class Epsilon0Scope {
  public:
-  Epsilon0Scope(Context& context, double epsilon0) noexcept
-      : g_(context.Get()), depth_(g_->depth0) {
+  Epsilon0Scope(Context& context, double epsilon0) : g_(context.Get()), depth_(g_->depth0) {
     KurvoclPushEpsilon0(epsilon0, g_);
   }
   ~Epsilon0Scope() {
@@ -333,12 +346,12 @@ struct FreeBlock {
 };
 using HeapBlock = std::unique_ptr<void, FreeBlock>;
 
-inline Result<HeapBlock> Allocate(uint32_t bytes, Context& context) noexcept {
+inline Result<HeapBlock> Allocate(uint32_t bytes, Context& context) {
   return context.Call<HeapBlock>(
       "KurvoMalloc", [&](HeapBlock& out, GlobalVar* g) { out.reset(KurvoMalloc(bytes, g)); });
 }
 // On failure the block stays as it was.
-inline Result<void> Reallocate(HeapBlock& block, uint32_t bytes, Context& context) noexcept {
+inline Result<void> Reallocate(HeapBlock& block, uint32_t bytes, Context& context) {
   return context.Call<void>("KurvoRealloc", [&](GlobalVar* g) {
     if (bytes == 0) return block.reset();
     if (void* moved = KurvoRealloc(block.get(), bytes, g)) {
@@ -350,68 +363,54 @@ inline Result<void> Reallocate(HeapBlock& block, uint32_t bytes, Context& contex
 
 // ---- Numbers and vectors ----
 
-inline double Fabs(double a) noexcept { return KurvoclFabs(a); }
-inline int Compare(double a, double b, const Context& c) noexcept {
-  return KurvoclCompare(a, b, c.Get());
-}
-inline bool IsPositive(double a, const Context& c) noexcept { return KurvoclPositive(a, c.Get()); }
-inline bool IsNegative(double a, const Context& c) noexcept { return KurvoclNegative(a, c.Get()); }
-inline bool IsZero2(double a, const Context& c) noexcept { return KurvoclZero2(a, c.Get()); }
-inline bool Same(double a, double b, const Context& c) noexcept {
-  return KurvoclSame(a, b, c.Get());
-}
+inline double Fabs(double a) { return KurvoclFabs(a); }
+inline int Compare(double a, double b, const Context& c) { return KurvoclCompare(a, b, c.Get()); }
+inline bool IsPositive(double a, const Context& c) { return KurvoclPositive(a, c.Get()); }
+inline bool IsNegative(double a, const Context& c) { return KurvoclNegative(a, c.Get()); }
+inline bool IsZero2(double a, const Context& c) { return KurvoclZero2(a, c.Get()); }
+inline bool Same(double a, double b, const Context& c) { return KurvoclSame(a, b, c.Get()); }
 
 // To and from the arrays of kurvo.h.
-inline Point Load(const Coord from) noexcept {
+inline Point Load(const Coord from) {
   Point p;
   return KurvoclCopyVector(from, p.Data()), p;
 }
-inline void Store(const Point& p, Coord out) noexcept { KurvoclSetCoord(out, p.x, p.y, p.z); }
-inline void Store(const WeightedPoint& p, HCoord out) noexcept {
-  KurvoclSetHCoord(out, p.x, p.y, p.z, p.w);
-}
+inline void Store(Point p, Coord out) { KurvoclSetCoord(out, p.x, p.y, p.z); }
+inline void Store(const WeightedPoint& p, HCoord out) { KurvoclSetHCoord(out, p.x, p.y, p.z, p.w); }
 
-inline Point operator-(const Point& a, const Point& b) noexcept {
+inline Point operator-(Point a, Point b) {
   Point out;
   return KurvoclSubVector(a.Data(), b.Data(), out.Data()), out;
 }
-inline Point operator*(double s, const Point& v) noexcept {
+inline Point operator*(double s, Point v) {
   Point out;
   return KurvoclSclVector(s, v.Data(), out.Data()), out;
 }
-inline Point operator+(const Point& a, const Point& b) noexcept {
-  return {a.x + b.x, a.y + b.y, a.z + b.z};
-}
-inline double Dot(const Point& a, const Point& b) noexcept {
-  return KurvoclInnerProduct(a.Data(), b.Data());
-}
-inline Point Cross(const Point& a, const Point& b) noexcept {
+inline Point operator+(Point a, Point b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
+inline double Dot(Point a, Point b) { return KurvoclInnerProduct(a.Data(), b.Data()); }
+inline Point Cross(Point a, Point b) {
   Point out;
   return KurvoclOuterProduct(a.Data(), b.Data(), out.Data()), out;
 }
-inline double Size(const Point& v) noexcept { return KurvoclVectorSize(v.Data()); }
-inline bool IsZero(const Point& v, const Context& c) noexcept {
-  return KurvoclZeroVector(v.Data(), c.Get());
-}
-inline bool IsZero2(const Point& v, const Context& c) noexcept {
-  return KurvoclZeroVector2(v.Data(), c.Get());
-}
-inline bool Same(const Point& a, const Point& b, const Context& c) noexcept {
+inline double Size(Point v) { return KurvoclVectorSize(v.Data()); }
+inline bool IsZero(Point v, const Context& c) { return KurvoclZeroVector(v.Data(), c.Get()); }
+inline bool IsZero2(Point v, const Context& c) { return KurvoclZeroVector2(v.Data(), c.Get()); }
+inline bool Same(Point a, Point b, const Context& c) {
   return KurvoclSameCoord(a.Data(), b.Data(), c.Get());
 }
-inline bool Same(const WeightedPoint& a, const WeightedPoint& b, const Context& c) noexcept {
+inline bool Same(const WeightedPoint& a, const WeightedPoint& b, const Context& c) {
   return KurvoclSameHCoord(a.Data(), b.Data(), c.Get());
 }
-inline bool SameVector(const Point& a, const Point& b, const Context& c) noexcept {
+inline bool SameVector(Point a, Point b, const Context& c) {
   return KurvoclSameVector(a.Data(), b.Data(), c.Get());
 }
-inline bool Parallel(const Point& a, const Point& b, const Context& c) noexcept {
+inline bool Parallel(Point a, Point b, const Context& c) {
   return KurvoclParaVector(a.Data(), b.Data(), c.Get());
 }
-inline double Angle(const Point& a, const Point& b, const Context& c) noexcept {
+inline double Angle(Point a, Point b, const Context& c) {
   return KurvoclVectorAngle(a.Data(), b.Data(), c.Get());
 }
-inline Result<Point> Unit(const Point& v, Context& c) noexcept {
+inline Result<Point> Unit(Point v, Context& c) {
   return c.Call<Point>("KurvoclUnitVector", [&](Point& out, GlobalVar* g) {
     out = v;
     KurvoclUnitVector(out.Data(), g);
@@ -420,49 +419,39 @@ inline Result<Point> Unit(const Point& v, Context& c) noexcept {
 
 // ---- Points, lines, circles and boxes ----
 
-inline double Distance(const Point& p, const Point& q) noexcept {
-  return KurvoclDistPoint(p.Data(), q.Data());
-}
-inline double Distance(const Box& b, const Point& p) noexcept {
-  return KurvoclDistBoxPoint(b.Data(), p.Data());
-}
-inline double Distance(const Box& a, const Box& b) noexcept {
-  return KurvoclDistBoxBox(a.Data(), b.Data());
-}
-inline bool Contains(const Box& b, const Point& p, const Context& c) noexcept {
+inline double Distance(Point p, Point q) { return KurvoclDistPoint(p.Data(), q.Data()); }
+inline double Distance(const Box& b, Point p) { return KurvoclDistBoxPoint(b.Data(), p.Data()); }
+inline double Distance(const Box& a, const Box& b) { return KurvoclDistBoxBox(a.Data(), b.Data()); }
+inline bool Contains(const Box& b, Point p, const Context& c) {
   return KurvoclBoxPoint(b.Data(), p.Data(), c.Get());
 }
-inline bool Overlap(const Box& a, const Box& b, const Context& c) noexcept {
+inline bool Overlap(const Box& a, const Box& b, const Context& c) {
   return KurvoclBoxBox(a.Data(), b.Data(), c.Get());
 }
 
-inline Point Rotated(const Point& v, double angle) noexcept {
+inline Point Rotated(Point v, double angle) {
   Point out;
   return KurvofcRotateVector(v.Data(), angle, out.Data()), out;
 }
-inline Point Rotated(const Point& v, const Point& axis, double angle) noexcept {
+inline Point Rotated(Point v, Point axis, double angle) {
   Point out;
   return KurvoclRotateVector(axis.Data(), angle, v.Data(), out.Data()), out;
 }
-inline Point Rotated(const Point& p, const Point& centre, const Point& axis,
-                     double angle) noexcept {
+inline Point Rotated(Point p, Point centre, Point axis, double angle) {
   Point out;
   return KurvoclRotatePoint(centre.Data(), axis.Data(), angle, p.Data(), out.Data()), out;
 }
-inline Point Transformed(const Point& p, std::span<const double, 16> matrix) noexcept {
+inline Point Transformed(Point p, std::span<const double, 16> matrix) {
   Point out;
   return KurvoclTransPoint(matrix.data(), p.Data(), out.Data()), out;
 }
-inline Point Scaled(const Point& p, const Point& centre, const Point& along, double s,
-                    const Context& c) noexcept {
+inline Point Scaled(Point p, Point centre, Point along, double s, const Context& c) {
   Point out;
   return KurvoclScalePoint(centre.Data(), along.Data(), s, p.Data(), out.Data(), c.Get()), out;
 }
-inline Result<Point> Mirrored(const Point& p, const Point& base, const Point& normal,
-                              Context& c) noexcept {
-  return c.Call<Point>("KurvoclMirrorPoint", [&](Point& out, GlobalVar* g) {
-    KurvoclMirrorPoint(base.Data(), normal.Data(), p.Data(), out.Data(), g);
-  });
+inline Result<Point> Mirrored(Point p, Point base, Point normal, Context& c) {
+  return c.Ask<Point>("KurvoclMirrorPoint", KurvoclMirrorPoint, base.Data(), normal.Data(),
+                      p.Data());
 }
 
 // Whether a point lies there, and at which parameter.
@@ -471,38 +460,34 @@ struct Incidence {
   double t = 0;
 };
 
-inline Result<Point> Foot(const Point& p, const Segment& line, Context& c) noexcept {
-  return c.Call<Point>("KurvoclProjLine", [&](Point& out, GlobalVar* g) {
-    KurvoclProjLine(p.Data(), line.Data(), out.Data(), g);
-  });
+inline Result<Point> Foot(Point p, const Segment& line, Context& c) {
+  return c.Ask<Point>("KurvoclProjLine", KurvoclProjLine, p.Data(), line.Data());
 }
-inline Result<bool> OnLine(const Point& p, const Segment& line, Context& c) noexcept {
+inline Result<bool> OnLine(Point p, const Segment& line, Context& c) {
   return c.Call<bool>("KurvoclOnLine", [&](bool& on, GlobalVar* g) {
     on = KurvoclOnLine(p.Data(), line.Data(), g);
   });
 }
-inline Result<Incidence> OnSegment(const Point& p, const Segment& segment, Context& c) noexcept {
+inline Result<Incidence> OnSegment(Point p, const Segment& segment, Context& c) {
   return c.Call<Incidence>("KurvoclOnLineSeg", [&](Incidence& out, GlobalVar* g) {
     out.on = KurvoclOnLineSeg(p.Data(), segment.Data(), &out.t, g);
   });
 }
-inline bool OnCircle(const Point& p, const KurvoArc& arc, const Context& c) noexcept {
+inline bool OnCircle(Point p, const KurvoArc& arc, const Context& c) {
   return KurvoclOnCirc(p.Data(), &arc, c.Get());
 }
-inline Result<Incidence> OnArc(const Point& p, const KurvoArc& arc, Context& c) noexcept {
+inline Result<Incidence> OnArc(Point p, const KurvoArc& arc, Context& c) {
   return c.Call<Incidence>("KurvoclOnArc", [&](Incidence& out, GlobalVar* g) {
     out.on = KurvoclOnArc(p.Data(), &arc, &out.t, g);
   });
 }
-inline Result<bool> OnRay(const Point& from, const Point& p, const Point& through,
-                          Context& c) noexcept {
+inline Result<bool> OnRay(Point from, Point p, Point through, Context& c) {
   return c.Call<bool>("KurvoclIsLine", [&](bool& on, GlobalVar* g) {
     on = KurvoclIsLine(from.Data(), p.Data(), through.Data(), g);
   });
 }
 enum class Side { kLeft = 0, kRight = 1 };
-inline Result<Point> CircleCentre(double radius, const Point& p, const Point& q, Side side,
-                                  Context& c) noexcept {
+inline Result<Point> CircleCentre(double radius, Point p, Point q, Side side, Context& c) {
   return c.Call<Point>("KurvofcRPPcirc", [&](Point& out, GlobalVar* g) {
     KurvofcRPPcirc(radius, p.Data(), q.Data(), out.Data(), static_cast<int>(side), g);
   });
@@ -512,15 +497,15 @@ inline Result<Point> CircleCentre(double radius, const Point& p, const Point& q,
 
 namespace detail {
 
-inline void Init(::Curve* record) noexcept { KurvocvInitCurve(record); }
-inline void Init(Cvseq* record) noexcept { KurvocvInitCvseq(record); }
-inline void Init(CvParam* record) noexcept { KurvocrInitCvParam(record); }
-inline void Free(::Curve* record) noexcept { KurvocvFreeCurve(record); }
-inline void Free(Cvseq* record) noexcept { KurvocvFreeCvseq(record); }
-inline void Free(CvParam* record) noexcept { KurvocrFreeCvParam(record); }
-inline const void* Held(const ::Curve& record) noexcept { return record.data; }
-inline const void* Held(const Cvseq& record) noexcept { return record.curves; }
-inline const void* Held(const CvParam& record) noexcept { return record.values; }
+inline void Init(::Curve* record) { KurvocvInitCurve(record); }
+inline void Init(Cvseq* record) { KurvocvInitCvseq(record); }
+inline void Init(CvParam* record) { KurvocrInitCvParam(record); }
+inline void Free(::Curve* record) { KurvocvFreeCurve(record); }
+inline void Free(Cvseq* record) { KurvocvFreeCvseq(record); }
+inline void Free(CvParam* record) { KurvocrFreeCvParam(record); }
+inline const void* Held(const ::Curve& record) { return record.data; }
+inline const void* Held(const Cvseq& record) { return record.curves; }
+inline const void* Held(const CvParam& record) { return record.values; }
 
 template <class Self, class Record>
 class Owner {
@@ -537,17 +522,17 @@ class Owner {
   }
 
   // Takes over what a record holds, or hands it over.
-  static Self Adopt(const Record& record) noexcept {
+  static Self Adopt(const Record& record) {
     Self self;
     self.record_ = record;
     return self;
   }
   Record Release() noexcept { return std::exchange(record_, {}); }
 
-  Record* Get() noexcept { return &record_; }
-  const Record* Get() const noexcept { return &record_; }
-  bool Empty() const noexcept { return !Held(record_); }
-  void Clear() noexcept {
+  Record* Get() { return &record_; }
+  const Record* Get() const { return &record_; }
+  bool Empty() const { return !Held(record_); }
+  void Clear() {
     Free(&record_);
     Init(&record_);
   }
@@ -556,28 +541,28 @@ class Owner {
   Record record_{};
 };
 
-inline bool Failed(const GlobalVar* g) noexcept { return (g->error & 3) >= KURVO_SEVERITY_ERROR; }
+inline bool Failed(const GlobalVar* g) { return (g->error & 3) >= KURVO_SEVERITY_ERROR; }
 // For what a function leaves undone without a code.
-inline void Refuse(bool undone, GlobalVar* g) noexcept {
+inline void Refuse(bool undone, GlobalVar* g) {
   if (undone && !Failed(g)) g->error = KURVO_ERR_CURVE;
 }
 
 // -1, which the library refuses, for what it cannot count.
-inline int32_t Count(std::size_t n) noexcept {
+inline int32_t Count(std::size_t n) {
   return n > std::numeric_limits<int32_t>::max() ? -1 : static_cast<int32_t>(n);
 }
 template <class To, class From>
-std::span<To> View(From* items, int32_t count) noexcept {
+std::span<To> View(From* items, int32_t count) {
   return {reinterpret_cast<To*>(items), items && count > 0 ? static_cast<std::size_t>(count) : 0};
 }
 template <class T>
-void Copy(std::span<const T> from, void* to) noexcept {
+void Copy(std::span<const T> from, void* to) {
   if (!from.empty()) std::memcpy(to, from.data(), from.size_bytes());
 }
 
 // What an output holds that a function has left untouched: a NaN that no calculation gives.
 inline constexpr uint64_t kUnwrittenBits = 0x7FF84B5552564F00;
-inline bool Unwritten(double x) noexcept { return std::bit_cast<uint64_t>(x) == kUnwrittenBits; }
+inline bool Unwritten(double x) { return std::bit_cast<uint64_t>(x) == kUnwrittenBits; }
 inline constexpr double kUnwritten = std::bit_cast<double>(kUnwrittenBits);
 
 constexpr int kDeepest = 64;        // levels of composites
@@ -590,7 +575,7 @@ constexpr double kAngleTolerance = 1e-6;  // radians: so near to a whole or half
 // A list of curve parameters: a range of doubles.
 class Parameters : public detail::Owner<Parameters, CvParam> {
  public:
-  static Result<Parameters> Of(std::span<const double> values) noexcept {
+  static Result<Parameters> Of(std::span<const double> values) {
     Parameters list;
     list.record_.count = detail::Count(values.size());
     KurvocrMallocCvParam(&list.record_);
@@ -599,15 +584,15 @@ class Parameters : public detail::Owner<Parameters, CvParam> {
     detail::Copy(values, list.record_.values);
     return list;
   }
-  std::size_t size() const noexcept { return View().size(); }
-  double* begin() noexcept { return record_.values; }
-  double* end() noexcept { return begin() + size(); }
-  const double* begin() const noexcept { return record_.values; }
-  const double* end() const noexcept { return begin() + size(); }
-  double operator[](std::size_t i) const noexcept { return record_.values[i]; }
+  std::size_t size() const { return View().size(); }
+  double* begin() { return record_.values; }
+  double* end() { return begin() + size(); }
+  const double* begin() const { return record_.values; }
+  const double* end() const { return begin() + size(); }
+  double operator[](std::size_t i) const { return record_.values[i]; }
 
  private:
-  std::span<const double> View() const noexcept {
+  std::span<const double> View() const {
     return detail::View<const double>(record_.values, record_.count);
   }
 };
@@ -633,30 +618,26 @@ struct Meetings {  // number i of both lists is the same point
 enum class Ends { kNeither = 0, kFirst = 1, kSecond = 2, kBoth = 3 };  // which curves end there
 
 // The arrays of data blocks. Those of a block that cannot be right are empty.
-inline auto Points(const KurvoBezier& b) noexcept {
-  return detail::View<Point>(b.points, b.degree + 1);
-}
-inline auto Points(const KurvoRBezier& b) noexcept {
+inline auto Points(const KurvoBezier& b) { return detail::View<Point>(b.points, b.degree + 1); }
+inline auto Points(const KurvoRBezier& b) {
   return detail::View<WeightedPoint>(b.points, b.degree + 1);
 }
-inline auto Points(const KurvoBSpline& b) noexcept {
-  return detail::View<Point>(b.points, b.count);
-}
-inline auto Points(const KurvoRBSpline& b) noexcept {
+inline auto Points(const KurvoBSpline& b) { return detail::View<Point>(b.points, b.count); }
+inline auto Points(const KurvoRBSpline& b) {
   return detail::View<WeightedPoint>(b.points, b.count);
 }
 template <class Spline>
-auto Knots(const Spline& b) noexcept -> decltype(b.knots, std::span<double>()) {
+auto Knots(const Spline& b) -> decltype(b.knots, std::span<double>()) {
   return detail::View<double>(b.knots, b.order + b.count);
 }
-inline auto Widths(const KurvoSegcv& b) noexcept { return detail::View<double>(b.widths, b.count); }
+inline auto Widths(const KurvoSegcv& b) { return detail::View<double>(b.widths, b.count); }
 
 // One curve of any type: a range of its pieces, a plain one being its only piece.
 class Curve : public detail::Owner<Curve, ::Curve> {
  public:
   // -- Makers --
 
-  static Result<Curve> Line(const Point& start, const Point& end) noexcept {
+  static Result<Curve> Line(Point start, Point end) {
     return Make<KurvoLine>(CV_LINE, [&](KurvoLine& line) {
       Store(start, line.start);
       Store(end, line.end);
@@ -664,8 +645,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
   }
   // A full circle where the ends are the same: then, and where the end lies up to 1e-6 radians
   // behind the start, a composite of four quarters over [0, 1].
-  static Result<Curve> Arc(const Point& centre, const Point& start, const Point& end,
-                           bool counter_clockwise = true) noexcept {
+  static Result<Curve> Arc(Point centre, Point start, Point end, bool counter_clockwise = true) {
     const Point a = start - centre, b = end - centre;
     const double sense = counter_clockwise ? 1 : -1;
     const double angle = sense * std::atan2(a.x * b.y - a.y * b.x, a.x * b.x + a.y * b.y);
@@ -674,40 +654,38 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     return Circle(centre, start, sense);
   }
   // From an angle over a sweep, both in radians; a negative sweep is clockwise.
-  static Result<Curve> Arc(const Point& centre, double radius, double angle,
-                           double sweep) noexcept {
+  static Result<Curve> Arc(Point centre, double radius, double angle, double sweep) {
     const auto at = [&](double a) { return centre + Rotated({radius, 0, 0}, a); };
     if (std::fabs(sweep) >= detail::kTurn - detail::kAngleTolerance)
       return Circle(centre, at(angle), sweep < 0 ? -1 : 1);
     return OneArc(centre, at(angle), at(angle + sweep), sweep < 0 ? -1 : 1);
   }
-  static Result<Curve> Bezier(std::span<const Point> points) noexcept {
+  static Result<Curve> Bezier(std::span<const Point> points) {
     return Make<KurvoBezier>(
         CV_BEZIER, [&](KurvoBezier& b) { detail::Copy(points, b.points); },
         detail::Count(points.size()) - 1);
   }
-  static Result<Curve> Bezier(std::initializer_list<Point> points) noexcept {
+  static Result<Curve> Bezier(std::initializer_list<Point> points) {
     return Bezier(std::span(points));
   }
-  static Result<Curve> RationalBezier(std::span<const WeightedPoint> points) noexcept {
+  static Result<Curve> RationalBezier(std::span<const WeightedPoint> points) {
     return Make<KurvoRBezier>(
         CV_RBEZIER, [&](KurvoRBezier& b) { detail::Copy(points, b.points); },
         detail::Count(points.size()) - 1);
   }
-  static Result<Curve> RationalBezier(std::initializer_list<WeightedPoint> points) noexcept {
+  static Result<Curve> RationalBezier(std::initializer_list<WeightedPoint> points) {
     return RationalBezier(std::span(points));
   }
   static Result<Curve> BSpline(int32_t order, std::span<const Point> points,
-                               std::span<const double> knots) noexcept {
+                               std::span<const double> knots) {
     return Spline<KurvoBSpline>(CV_BSPLINE, order, points, knots);
   }
   static Result<Curve> Nurbs(int32_t order, std::span<const WeightedPoint> points,
-                             std::span<const double> knots) noexcept {
+                             std::span<const double> knots) {
     return Spline<KurvoRBSpline>(CV_RBSPLINE, order, points, knots);
   }
   // Takes the pieces over and leaves them empty. Without widths each has the width 1.
-  static Result<Curve> Composite(std::span<Curve> pieces,
-                                 std::span<const double> widths = {}) noexcept {
+  static Result<Curve> Composite(std::span<Curve> pieces, std::span<const double> widths = {}) {
     const bool fits = widths.empty() || widths.size() == pieces.size();
     return Make<KurvoSegcv>(
         CV_SEGCV,
@@ -720,14 +698,14 @@ class Curve : public detail::Owner<Curve, ::Curve> {
         fits ? detail::Count(pieces.size()) : -1);
   }
   // The B-spline of an order through points.
-  static Result<Curve> Through(std::span<const Point> points, int32_t order, Context& c) noexcept {
+  static Result<Curve> Through(std::span<const Point> points, int32_t order, Context& c) {
     return c.Call<Curve>("KurvocvGenBspl", [&](Curve& out, GlobalVar* g) {
       const double* first = points.empty() ? nullptr : points.front().Data();
       KurvocvGenBspl(first, detail::Count(points.size()), order, out.Get(), g);
     });
   }
   // Attribute words are copied too, those of pieces among them.
-  Result<Curve> Copy(Context& c) const noexcept {
+  Result<Curve> Copy(Context& c) const {
     return c.Call<Curve>("KurvocvCopyCurve", [&](Curve& out, GlobalVar* g) {
       KurvocvCopyCurve(Get(), out.Get(), g);
       if (KurvoOk(g)) CopyAttributes(record_, *out.Get());
@@ -736,7 +714,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
 
   // -- Views --
 
-  int32_t Type() const noexcept { return record_.type; }
+  int32_t Type() const { return record_.type; }
 
   // Calls f with the data block, KurvoLine to KurvoSegcv, or with nullptr for an empty curve and
   // one of an unknown type.
@@ -762,38 +740,38 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     }
   }
   // Null, or empty, for curves of other types.
-  const KurvoLine* AsLine() const noexcept { return As<KurvoLine>(CV_LINE); }
-  const KurvoArc* AsArc() const noexcept { return As<KurvoArc>(CV_ARC); }
-  std::span<const Point> ControlPoints() const noexcept {
+  const KurvoLine* AsLine() const { return As<KurvoLine>(CV_LINE); }
+  const KurvoArc* AsArc() const { return As<KurvoArc>(CV_ARC); }
+  std::span<const Point> ControlPoints() const {
     if (const auto* b = As<KurvoBezier>(CV_BEZIER)) return Points(*b);
     if (const auto* b = As<KurvoBSpline>(CV_BSPLINE)) return Points(*b);
     return {};
   }
-  std::span<const WeightedPoint> WeightedPoints() const noexcept {
+  std::span<const WeightedPoint> WeightedPoints() const {
     if (const auto* b = As<KurvoRBezier>(CV_RBEZIER)) return Points(*b);
     if (const auto* b = As<KurvoRBSpline>(CV_RBSPLINE)) return Points(*b);
     return {};
   }
-  std::span<const double> KnotVector() const noexcept {
+  std::span<const double> KnotVector() const {
     if (const auto* b = As<KurvoBSpline>(CV_BSPLINE)) return Knots(*b);
     if (const auto* b = As<KurvoRBSpline>(CV_RBSPLINE)) return Knots(*b);
     return {};
   }
-  std::span<const double> PieceWidths() const noexcept {
+  std::span<const double> PieceWidths() const {
     const auto* b = As<KurvoSegcv>(CV_SEGCV);
     return b ? Widths(*b) : std::span<double>();
   }
-  std::span<const Curve> All() const noexcept {
+  std::span<const Curve> All() const {
     if (const auto* b = As<KurvoSegcv>(CV_SEGCV))
       return detail::View<const Curve>(b->curves, b->count);
     return {this, Empty() ? 0U : 1U};
   }
-  const Curve* begin() const noexcept { return All().data(); }
-  const Curve* end() const noexcept { return begin() + size(); }
-  std::size_t size() const noexcept { return All().size(); }
+  const Curve* begin() const { return All().data(); }
+  const Curve* end() const { return begin() + size(); }
+  std::size_t size() const { return All().size(); }
 
   // Where the parameter runs; [0, 0] of a curve that cannot be right.
-  Interval Domain() const noexcept {
+  Interval Domain() const {
     if (Empty()) return {};
     if (const auto* b = As<KurvoSegcv>(CV_SEGCV)) {
       double sum = 0;
@@ -807,36 +785,36 @@ class Curve : public detail::Owner<Curve, ::Curve> {
 
   // -- Questions --
 
-  Result<Point> Start(Context& c) const noexcept {
+  Result<Point> Start(Context& c) const {
     return c.Call<Point>("KurvocvStartPoint", [&](Point& out, GlobalVar* g) {
       out.x = detail::kUnwritten;
       KurvocvStartPoint(Get(), out.Data(), g);
       detail::Refuse(detail::Unwritten(out.x), g);
     });
   }
-  Result<Point> End(Context& c) const noexcept {
+  Result<Point> End(Context& c) const {
     return c.Call<Point>("KurvocvEndPoint", [&](Point& out, GlobalVar* g) {
       out.x = detail::kUnwritten;
       KurvocvEndPoint(Get(), out.Data(), g);
       detail::Refuse(detail::Unwritten(out.x), g);
     });
   }
-  Result<int> Degree(Context& c) const noexcept {
+  Result<int> Degree(Context& c) const {
     return c.Call<int>("KurvocvDegree",
                        [&](int& out, GlobalVar* g) { out = KurvocvDegree(Get(), g); });
   }
-  Result<int> Shape(Context& c) const noexcept {  // KURVO_SHAPE_*
+  Result<int> Shape(Context& c) const {  // KURVO_SHAPE_*
     return c.Call<int>("KurvocvIsLine",
                        [&](int& out, GlobalVar* g) { out = KurvocvIsLine(Get(), g); });
   }
-  Result<std::optional<Point>> AsPoint(Context& c) const noexcept {  // of a curve that is one
+  Result<std::optional<Point>> AsPoint(Context& c) const {  // of a curve that is one
     return c.Call<std::optional<Point>>("KurvocvDegenerate",
                                         [&](std::optional<Point>& out, GlobalVar* g) {
                                           Point p;
                                           if (KurvocvDegenerate(Get(), p.Data(), g)) out = p;
                                         });
   }
-  Result<Box> Bounds(Context& c) const noexcept {
+  Result<Box> Bounds(Context& c) const {
     return c.Call<Box>("KurvocvBoundBox", [&](Box& out, GlobalVar* g) {
       const Curve* cv = this;  // a composite of one piece has the box of that
       for (int depth = 0; depth < detail::kDeepest && cv->Type() == CV_SEGCV && cv->size() == 1;
@@ -847,71 +825,67 @@ class Curve : public detail::Owner<Curve, ::Curve> {
       detail::Refuse(detail::Unwritten(out.min.x), g);
     });
   }
-  Result<Point> Position(double t, Context& c) const noexcept {
-    return c.Call<Point>("KurvocvPosition", [&](Point& out, GlobalVar* g) {
-      KurvocvPosition(Get(), t, out.Data(), g);
-    });
+  Result<Point> Position(double t, Context& c) const {
+    return c.Ask<Point>("KurvocvPosition", KurvocvPosition, Get(), t);
   }
-  Result<Incidence> Parameter(const Point& p, Context& c) const noexcept {
+  Result<Incidence> Parameter(Point p, Context& c) const {
     return c.Call<Incidence>("KurvocvParameter", [&](Incidence& out, GlobalVar* g) {
       out.on = KurvocvParameter(Get(), p.Data(), &out.t, g) == KURVO_ON_CURVE;
     });
   }
   // On the unbounded line or the full circle; of a Bezier curve the first foot point.
-  Result<Point> Projected(const Point& p, Context& c) const noexcept {
+  Result<Point> Projected(Point p, Context& c) const {
     return c.Call<Point>("KurvofcPOntoCurve", [&](Point& out, GlobalVar* g) {
       out = p;
       KurvofcPOntoCurve(Get(), out.Data(), g);
     });
   }
   // Of all points of the bounded curve, also where a Bezier curve has several foot points.
-  Result<Nearest> NearestTo(const Point& p, Context& c) const noexcept {
+  Result<Nearest> NearestTo(Point p, Context& c) const {
     return c.Call<Nearest>("KurvocvDistPoint",
                            [&](Nearest& out, GlobalVar* g) { out = NearestOf(record_, p, g, 0); });
   }
-  Result<Closest> ClosestTo(const Curve& other, Context& c) const noexcept {
+  Result<Closest> ClosestTo(const Curve& other, Context& c) const {
     return c.Call<Closest>("KurvocvDistCurve", [&](Closest& out, GlobalVar* g) {
       out.distance = KurvocvDistCurve(Get(), other.Get(), &out.a, &out.b, g);
       detail::Refuse(detail::Unwritten(out.a), g);
     });
   }
   // By the parameter of the piece, on a composite.
-  Result<Point> Derivative(double t, Context& c) const noexcept {
+  Result<Point> Derivative(double t, Context& c) const {
     return AtPiece(t, c, "KurvocvDeriv",
                    [](const ::Curve* cv, double u, double* out, GlobalVar* g) {
                      KurvocvDeriv(cv, u, out, g);
                    });
   }
-  Result<Point> Derivative(double t, int n, Context& c) const noexcept {
+  Result<Point> Derivative(double t, int n, Context& c) const {
     return AtPiece(t, c, "KurvocvNDeriv",
                    [n](const ::Curve* cv, double u, double* out, GlobalVar* g) {
                      KurvocvNDeriv(cv, u, out, n, g);
                    });
   }
-  Result<Point> Curvature(double t, Context& c) const noexcept {
+  Result<Point> Curvature(double t, Context& c) const {
     return AtPiece(t, c, "KurvocvCurvature",
                    [](const ::Curve* cv, double u, double* out, GlobalVar* g) {
                      KurvocvCurvature(cv, u, out, g);
                    });
   }
-  Result<double> Length(double from, double to, Context& c) const noexcept {
-    return c.Call<double>("KurvocvCurveLen", [&](double& out, GlobalVar* g) {
-      KurvocvCurveLen(Get(), from, to, &out, g);
-    });
+  Result<double> Length(double from, double to, Context& c) const {
+    return c.Ask<double>("KurvocvCurveLen", KurvocvCurveLen, Get(), from, to);
   }
-  Result<double> Length(Context& c) const noexcept {
+  Result<double> Length(Context& c) const {
     const Interval all = Domain();
     return Length(all.from, all.to, c);
   }
-  Result<uint32_t> Match(const Curve& other, Context& c) const noexcept {  // KURVO_MATCH_*
+  Result<uint32_t> Match(const Curve& other, Context& c) const {  // KURVO_MATCH_*
     return c.Call<uint32_t>("KurvocvMatch", [&](uint32_t& out, GlobalVar* g) {
       out = KurvocvMatch(Get(), other.Get(), g);
     });
   }
-  Result<Meetings> Intersect(const Curve& other, Context& c) const noexcept {
+  Result<Meetings> Intersect(const Curve& other, Context& c) const {
     return Intersect(other, Ends::kBoth, c);
   }
-  Result<Meetings> Intersect(const Curve& other, Ends ends, Context& c) const noexcept {
+  Result<Meetings> Intersect(const Curve& other, Ends ends, Context& c) const {
     return c.Call<Meetings>("KurvocrCurveCurve", [&](Meetings& out, GlobalVar* g) {
       const uint32_t found = KurvocrCurveCurve(Get(), other.Get(), out.a.Get(), out.b.Get(),
                                                static_cast<int32_t>(ends), g);
@@ -924,75 +898,60 @@ class Curve : public detail::Owner<Curve, ::Curve> {
 
   // The same points in a record of another type; KURVO_ERR_CURVE where there is no exact one. Of
   // an arc of half a turn or more in quarters of it, which a rational Bezier curve has no room for.
-  Result<Curve> Converted(int32_t type, Context& c) const noexcept;
+  Result<Curve> Converted(int32_t type, Context& c) const;
   // The parts before and after t, of curves of any degree.
-  Result<std::pair<Curve, Curve>> Split(double t, Context& c) const noexcept;
+  Result<std::pair<Curve, Curve>> Split(double t, Context& c) const;
   // The pieces between ascending parameters.
-  Result<Chain> Split(std::span<const double> parameters, Context& c) const noexcept;
-  Result<Chain> ToChain(Context& c) const noexcept;  // copies of the pieces of a composite
+  Result<Chain> Split(std::span<const double> parameters, Context& c) const;
+  Result<Chain> ToChain(Context& c) const;  // copies of the pieces of a composite
   // Positive distances go to the left of travel.
-  Result<Chain> Offset(double distance, double tolerance, Context& c) const noexcept;
-  Result<Curve> Extended(double before, double behind, Context& c) const noexcept {
-    return c.Call<Curve>("KurvocvExtendCurve", [&](Curve& out, GlobalVar* g) {
-      KurvocvExtendCurve(Get(), before, behind, out.Get(), g);
-    });
+  Result<Chain> Offset(double distance, double tolerance, Context& c) const;
+  Result<Curve> Extended(double before, double behind, Context& c) const {
+    return c.Ask<Curve>("KurvocvExtendCurve", KurvocvExtendCurve, Get(), before, behind);
   }
-  Result<Curve> WithoutKnots(Context& c) const noexcept {  // that it does not need
-    return c.Call<Curve>("KurvocvBsplRemoveKnots", [&](Curve& out, GlobalVar* g) {
-      KurvocvBsplRemoveKnots(Get(), out.Get(), g);
-    });
+  Result<Curve> WithoutKnots(Context& c) const {  // that it does not need
+    return c.Ask<Curve>("KurvocvBsplRemoveKnots", KurvocvBsplRemoveKnots, Get());
   }
 
   // -- Changes in place --
 
-  Result<void> Reverse(Context& c) noexcept {
-    return c.Call<void>("KurvocvChgOrder", [&](GlobalVar* g) { KurvocvChgOrder(Get(), g); });
-  }
-  void NormalizeKnots() noexcept {  // of B-splines, to [0, 1]
+  Result<void> Reverse(Context& c) { return c.Do("KurvocvChgOrder", KurvocvChgOrder, Get()); }
+  void NormalizeKnots() {  // of B-splines, to [0, 1]
     const auto normalize = [](const auto& b) {
       KurvoclNormalizeKnot(b.knots, b.count + b.order, b.order);
     };
     if (const auto* b = As<KurvoBSpline>(CV_BSPLINE)) normalize(*b);
     if (const auto* b = As<KurvoRBSpline>(CV_RBSPLINE)) normalize(*b);
   }
-  Result<void> Move(const Point& delta, Context& c) noexcept {
-    return c.Call<void>("KurvocvMove", [&](GlobalVar* g) { KurvocvMove(Get(), delta.Data(), g); });
+  Result<void> Move(Point delta, Context& c) {
+    return c.Do("KurvocvMove", KurvocvMove, Get(), delta.Data());
   }
-  Result<void> Rotate(const Point& centre, double angle, Context& c) noexcept {
-    return c.Call<void>("KurvocvRotate", [&](GlobalVar* g) {
-      KurvocvRotate(Get(), centre.Data(), Point{0, 0, 1}.Data(), angle, g);
-    });
+  Result<void> Rotate(Point centre, double angle, Context& c) {
+    return c.Do("KurvocvRotate", KurvocvRotate, Get(), centre.Data(), Point{0, 0, 1}.Data(), angle);
   }
-  Result<void> Mirror(const Point& base, const Point& normal, Context& c) noexcept {
-    return c.Call<void>("KurvocvMirror",
-                        [&](GlobalVar* g) { KurvocvMirror(Get(), base.Data(), normal.Data(), g); });
+  Result<void> Mirror(Point base, Point normal, Context& c) {
+    return c.Do("KurvocvMirror", KurvocvMirror, Get(), base.Data(), normal.Data());
   }
-  Result<void> Scale(const Point& centre, double s, Context& c) noexcept {
-    return Scale(centre, {}, s, c);
-  }
+  Result<void> Scale(Point centre, double s, Context& c) { return Scale(centre, {}, s, c); }
   // Along a direction only; the null vector stands for all.
-  Result<void> Scale(const Point& centre, const Point& along, double s, Context& c) noexcept {
-    return c.Call<void>("KurvocvScale", [&](GlobalVar* g) {
-      KurvocvScale(Get(), centre.Data(), along.Data(), s, g);
-    });
+  Result<void> Scale(Point centre, Point along, double s, Context& c) {
+    return c.Do("KurvocvScale", KurvocvScale, Get(), centre.Data(), along.Data(), s);
   }
-  Result<void> MoveStart(const Point& delta, Context& c) noexcept {
-    return c.Call<void>("KurvocvMvStartPoint",
-                        [&](GlobalVar* g) { KurvocvMvStartPoint(Get(), delta.Data(), g); });
+  Result<void> MoveStart(Point delta, Context& c) {
+    return c.Do("KurvocvMvStartPoint", KurvocvMvStartPoint, Get(), delta.Data());
   }
-  Result<void> MoveEnd(const Point& delta, Context& c) noexcept {
-    return c.Call<void>("KurvocvMvEndPoint",
-                        [&](GlobalVar* g) { KurvocvMvEndPoint(Get(), delta.Data(), g); });
+  Result<void> MoveEnd(Point delta, Context& c) {
+    return c.Do("KurvocvMvEndPoint", KurvocvMvEndPoint, Get(), delta.Data());
   }
 
  private:
   friend class Chain;
   using Parts = std::pair<Curve, Curve>;
 
-  void SplitHighDegree(double t, Parts& out, GlobalVar* g) const noexcept;
+  void SplitHighDegree(double t, Parts& out, GlobalVar* g) const;
 
   template <class Data, class Fill, class... Sizes>
-  static Result<Curve> Make(int32_t type, Fill&& fill, Sizes... sizes) noexcept {
+  static Result<Curve> Make(int32_t type, Fill&& fill, Sizes... sizes) {
     Curve curve;
     auto* data = static_cast<Data*>(KurvocvMallocCurve(curve.Get(), type, sizes...));
     if (!data) {
@@ -1004,7 +963,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
   }
   template <class Data, class P>
   static Result<Curve> Spline(int32_t type, int32_t order, std::span<const P> points,
-                              std::span<const double> knots) noexcept {
+                              std::span<const double> knots) {
     const int32_t count = detail::Count(points.size());
     const bool fits = order >= 1 && count >= order && knots.size() == points.size() + Index(order);
     const auto fill = [&](Data& b) {
@@ -1013,8 +972,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     };
     return Make<Data>(type, fill, order, fits ? count : -1);
   }
-  static Result<Curve> OneArc(const Point& centre, const Point& start, const Point& end,
-                              double sense) noexcept {
+  static Result<Curve> OneArc(Point centre, Point start, Point end, double sense) {
     return Make<KurvoArc>(CV_ARC, [&](KurvoArc& arc) {
       arc.radius = Distance(centre, start);
       Store(centre, arc.centre);
@@ -1023,7 +981,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
       Store(end, arc.end);
     });
   }
-  static Result<Curve> Circle(const Point& centre, const Point& start, double sense) noexcept {
+  static Result<Curve> Circle(Point centre, Point start, double sense) {
     Curve quarters[4];
     Point from = start;
     for (int i = 0; i < 4; ++i) {
@@ -1037,23 +995,23 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     return Composite(quarters, kQuarters);
   }
 
-  static std::size_t Index(int32_t i) noexcept { return static_cast<std::size_t>(i); }
+  static std::size_t Index(int32_t i) { return static_cast<std::size_t>(i); }
   template <class Data>
-  Data* Block() const noexcept {
+  Data* Block() const {
     return static_cast<Data*>(record_.data);
   }
   template <class Data>
-  const Data* As(int32_t type) const noexcept {
+  const Data* As(int32_t type) const {
     return record_.type == type ? Block<const Data>() : nullptr;
   }
   template <class Data>
-  static Interval SplineDomain(const Data& b) noexcept {
+  static Interval SplineDomain(const Data& b) {
     const auto knots = Knots(b);
     if (b.order < 1 || b.count < b.order || knots.empty()) return {};
     return {knots[Index(b.order - 1)], knots[Index(b.count)]};
   }
   // Copies have attribute words of 0; these are put back, those of pieces too.
-  static void CopyAttributes(const ::Curve& from, ::Curve& to) noexcept {
+  static void CopyAttributes(const ::Curve& from, ::Curve& to) {
     to.attr = from.attr;
     to.attr_p1 = from.attr_p1;
     to.attr_p2 = from.attr_p2;
@@ -1066,8 +1024,8 @@ class Curve : public detail::Owner<Curve, ::Curve> {
   // A Bezier curve is asked as the B-spline of one span that it also is: of those the library finds
   // the nearest of all points.
   template <class SplineData, class BezierData>
-  static double SplineDistance(int32_t type, const BezierData& b, const Point& p, double* t,
-                               GlobalVar* g) noexcept {
+  static double SplineDistance(int32_t type, const BezierData& b, Point p, double* t,
+                               GlobalVar* g) {
     const int32_t order = b.degree + 1;
     double knots[2 * (detail::kHighestDegree + 1)];
     std::fill_n(knots, order, 0.0);
@@ -1079,7 +1037,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     const ::Curve cv{type, &spline, 0, 0, 0};
     return KurvocvDistPoint(&cv, p.Data(), t, g);
   }
-  static Nearest NearestOf(const ::Curve& cv, const Point& p, GlobalVar* g, int depth) noexcept {
+  static Nearest NearestOf(const ::Curve& cv, Point p, GlobalVar* g, int depth) {
     if (cv.type == CV_SEGCV && cv.data) return NearestOfPieces(cv, p, g, depth);
     const auto fits = [](const auto* b) {
       return b && b->degree >= 1 && b->degree <= detail::kHighestDegree;
@@ -1097,8 +1055,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     detail::Refuse(detail::Unwritten(out.t), g);
     return out;
   }
-  static Nearest NearestOfPieces(const ::Curve& cv, const Point& p, GlobalVar* g,
-                                 int depth) noexcept {
+  static Nearest NearestOfPieces(const ::Curve& cv, Point p, GlobalVar* g, int depth) {
     const auto& block = *static_cast<const KurvoSegcv*>(cv.data);
     Nearest best{std::numeric_limits<double>::infinity(), detail::kUnwritten};
     const bool sound = depth < detail::kDeepest && block.curves && block.widths;
@@ -1115,7 +1072,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
   // The library tells derivatives on Bezier pieces of a composite; other pieces are asked
   // themselves.
   template <class Ask>
-  Result<Point> AtPiece(double t, Context& c, const char* function, Ask&& ask) const noexcept {
+  Result<Point> AtPiece(double t, Context& c, const char* function, Ask&& ask) const {
     return c.Call<Point>(function, [&](Point& out, GlobalVar* g) {
       out.x = detail::kUnwritten;
       ask(Get(), t, out.Data(), g);
@@ -1125,7 +1082,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     });
   }
   // The innermost piece, null where there is none; t becomes its parameter.
-  const ::Curve* PieceAt(double& t) const noexcept {
+  const ::Curve* PieceAt(double& t) const {
     const ::Curve* cv = Get();
     for (int depth = 0; cv->type == CV_SEGCV; ++depth) {
       const auto* b = static_cast<const KurvoSegcv*>(cv->data);
@@ -1140,28 +1097,28 @@ class Curve : public detail::Owner<Curve, ::Curve> {
   }
 
   // An arc that the library would take for the shorter one between its ends, or not convert.
-  static bool IsWideArc(const ::Curve& cv, GlobalVar* g) noexcept {
+  static bool IsWideArc(const ::Curve& cv, GlobalVar* g) {
     if (cv.type != CV_ARC || !cv.data) return false;
     double length = 0;
     KurvocvCurveLen(&cv, 0, 1, &length, g);
     const double radius = static_cast<const KurvoArc*>(cv.data)->radius;
     return radius > 0 && length >= (detail::kTurn / 2 - detail::kAngleTolerance) * radius;
   }
-  static Cvseq Quarters(const ::Curve& arc, GlobalVar* g) noexcept {
+  static Cvseq Quarters(const ::Curve& arc, GlobalVar* g) {
     double cuts[] = {0.25, 0.5, 0.75};
     const CvParam list = {3, cuts};
     Cvseq pieces;
     KurvocvNDivide(&arc, &list, &pieces, g);
     return pieces;
   }
-  static Curve RationalQuarters(const ::Curve& arc, GlobalVar* g) noexcept;
+  static Curve RationalQuarters(const ::Curve& arc, GlobalVar* g);
 
   static constexpr double kQuarters[4] = {0.25, 0.25, 0.25, 0.25};
 };
 
 static_assert(sizeof(Curve) == sizeof(::Curve) && std::is_standard_layout_v<Curve>);
 
-inline auto Pieces(const KurvoSegcv& b) noexcept { return detail::View<Curve>(b.curves, b.count); }
+inline auto Pieces(const KurvoSegcv& b) { return detail::View<Curve>(b.curves, b.count); }
 
 // ---- Chains ----
 
@@ -1174,7 +1131,7 @@ struct Orientation {
 class Chain : public detail::Owner<Chain, Cvseq> {
  public:
   // Takes the curves over and leaves them empty. Whether they meet is not looked at.
-  static Result<Chain> Of(std::span<Curve> curves) noexcept {
+  static Result<Chain> Of(std::span<Curve> curves) {
     Chain chain;
     if (!KurvocvMallocCvseq(chain.Get(), detail::Count(curves.size())) && !curves.empty())
       return Unexpected(Error{KURVO_ERR_MEMORY, "KurvocvMallocCvseq"});
@@ -1182,43 +1139,42 @@ class Chain : public detail::Owner<Chain, Cvseq> {
     return Result<Chain>(std::move(chain));
   }
   // Attribute words are copied too.
-  Result<Chain> Copy(Context& c) const noexcept {
+  Result<Chain> Copy(Context& c) const {
     return c.Call<Chain>("KurvocvCopyCvseq", [&](Chain& out, GlobalVar* g) {
       KurvocvCopyCvseq(Get(), out.Get(), g);
       out.CopyAttributes(begin());
     });
   }
 
-  std::size_t size() const noexcept {
+  std::size_t size() const {
     return detail::View<const Curve>(record_.curves, record_.count).size();
   }
-  Curve* begin() noexcept { return reinterpret_cast<Curve*>(record_.curves); }
-  Curve* end() noexcept { return begin() + size(); }
-  const Curve* begin() const noexcept { return reinterpret_cast<const Curve*>(record_.curves); }
-  const Curve* end() const noexcept { return begin() + size(); }
-  Curve& operator[](std::size_t i) noexcept { return begin()[i]; }
-  const Curve& operator[](std::size_t i) const noexcept { return begin()[i]; }
+  Curve* begin() { return reinterpret_cast<Curve*>(record_.curves); }
+  Curve* end() { return begin() + size(); }
+  const Curve* begin() const { return reinterpret_cast<const Curve*>(record_.curves); }
+  const Curve* end() const { return begin() + size(); }
+  Curve& operator[](std::size_t i) { return begin()[i]; }
+  const Curve& operator[](std::size_t i) const { return begin()[i]; }
 
   // Inserts a copy of a curve, whose ends must meet those of its neighbours.
-  Result<void> Insert(const Curve& curve, std::size_t index, Context& c) noexcept {
+  Result<void> Insert(const Curve& curve, std::size_t index, Context& c) {
     return c.Call<void>("KurvocvCvseqInsert", [&](GlobalVar* g) {
       const ::Curve source = *curve.Get();  // a curve of the chain would move
       KurvocvCvseqInsert(curve.Get(), Get(), detail::Count(index), g);
       if (!detail::Failed(g)) Curve::CopyAttributes(source, record_.curves[index]);
     });
   }
-  Result<void> Append(const Curve& curve, Context& c) noexcept { return Insert(curve, size(), c); }
+  Result<void> Append(const Curve& curve, Context& c) { return Insert(curve, size(), c); }
 
-  Result<Box> Bounds(Context& c) const noexcept {
-    return c.Call<Box>("KurvocvCvseqBoundBox",
-                       [&](Box& out, GlobalVar* g) { KurvocvCvseqBoundBox(Get(), out.Data(), g); });
+  Result<Box> Bounds(Context& c) const {
+    return c.Ask<Box>("KurvocvCvseqBoundBox", KurvocvCvseqBoundBox, Get());
   }
-  Result<Orientation> Sense(Context& c) const noexcept {
+  Result<Orientation> Sense(Context& c) const {
     return c.Call<Orientation>("KurvocvCvseqNormal", [&](Orientation& out, GlobalVar* g) {
       KurvocvCvseqNormal(Get(), out.centre.Data(), out.normal.Data(), g);
     });
   }
-  Result<Where> Locate(const Point& p, Context& c) const noexcept {
+  Result<Where> Locate(Point p, Context& c) const {
     return c.Call<Where>("KurvosfPntBoundForPlane", [&](Where& out, GlobalVar* g) {
       uint32_t where = KURVO_REGION_OUTSIDE;
       KurvosfPntBoundForPlane(Point{0, 0, 1}.Data(), Get(), p.Data(), &where, g);
@@ -1227,7 +1183,7 @@ class Chain : public detail::Owner<Chain, Cvseq> {
   }
   // One composite over [0, 1] in proportion to arc length. Arcs of half a turn or more go in in
   // quarters.
-  Result<Curve> Joined(Context& c) const noexcept {
+  Result<Curve> Joined(Context& c) const {
     return c.Call<Curve>("KurvocvCvseqToSegcv", [&](Curve& out, GlobalVar* g) {
       const Chain cut = WithoutWideArcs(g);
       if (!detail::Failed(g)) KurvocvCvseqToSegcv(cut.Empty() ? Get() : cut.Get(), out.Get(), g);
@@ -1237,11 +1193,11 @@ class Chain : public detail::Owner<Chain, Cvseq> {
  private:
   friend class Curve;
 
-  void CopyAttributes(const Curve* from) noexcept {
+  void CopyAttributes(const Curve* from) {
     for (Curve& curve : *this) Curve::CopyAttributes(*from++->Get(), *curve.Get());
   }
   // A copy, empty where the chain has no such arcs.
-  Chain WithoutWideArcs(GlobalVar* g) const noexcept {
+  Chain WithoutWideArcs(GlobalVar* g) const {
     std::size_t count = size();
     for (const Curve& curve : *this) count += Curve::IsWideArc(*curve.Get(), g) ? 3U : 0U;
     Chain out;
@@ -1263,7 +1219,7 @@ class Chain : public detail::Owner<Chain, Cvseq> {
 
 // ---- Curves that become chains ----
 
-inline Result<Chain> Curve::Split(std::span<const double> parameters, Context& c) const noexcept {
+inline Result<Chain> Curve::Split(std::span<const double> parameters, Context& c) const {
   return c.Call<Chain>("KurvocvNDivide", [&](Chain& out, GlobalVar* g) {
     const CvParam list = {detail::Count(parameters.size()), const_cast<double*>(parameters.data())};
     KurvocvNDivide(Get(), &list, out.Get(), g);
@@ -1271,7 +1227,7 @@ inline Result<Chain> Curve::Split(std::span<const double> parameters, Context& c
   });
 }
 
-inline Result<std::pair<Curve, Curve>> Curve::Split(double t, Context& c) const noexcept {
+inline Result<std::pair<Curve, Curve>> Curve::Split(double t, Context& c) const {
   return c.Call<Parts>("KurvocvDivide", [&](Parts& out, GlobalVar* g) {
     KurvocvDivide(Get(), t, out.first.Get(), out.second.Get(), g);
     if (out.first.Empty() && !detail::Failed(g)) [[unlikely]]
@@ -1280,8 +1236,7 @@ inline Result<std::pair<Curve, Curve>> Curve::Split(double t, Context& c) const 
 }
 
 // Bezier curves of degree 5 and more are cut by the function for many cuts alone.
-[[gnu::cold]] inline void Curve::SplitHighDegree(double t, Parts& out,
-                                                 GlobalVar* g) const noexcept {
+[[gnu::cold]] inline void Curve::SplitHighDegree(double t, Parts& out, GlobalVar* g) const {
   const CvParam list = {1, &t};
   Chain parts;
   if (Type() == CV_BEZIER || Type() == CV_RBEZIER) KurvocvNDivide(Get(), &list, parts.Get(), g);
@@ -1291,20 +1246,19 @@ inline Result<std::pair<Curve, Curve>> Curve::Split(double t, Context& c) const 
     g->error = KURVO_ERR_RANGE;
 }
 
-inline Result<Chain> Curve::ToChain(Context& c) const noexcept {
+inline Result<Chain> Curve::ToChain(Context& c) const {
   return c.Call<Chain>("KurvocvSegcvToCvseq", [&](Chain& out, GlobalVar* g) {
     KurvocvSegcvToCvseq(Get(), out.Get(), g);
     out.CopyAttributes(begin());
   });
 }
 
-inline Result<Chain> Curve::Offset(double distance, double tolerance, Context& c) const noexcept {
-  return c.Call<Chain>("KurvocvOffsetCurve", [&](Chain& out, GlobalVar* g) {
-    KurvocvOffsetCurve(Get(), Point{0, 0, 1}.Data(), distance, tolerance, out.Get(), g);
-  });
+inline Result<Chain> Curve::Offset(double distance, double tolerance, Context& c) const {
+  return c.Ask<Chain>("KurvocvOffsetCurve", KurvocvOffsetCurve, Get(), Point{0, 0, 1}.Data(),
+                      distance, tolerance);
 }
 
-inline Curve Curve::RationalQuarters(const ::Curve& arc, GlobalVar* g) noexcept {
+inline Curve Curve::RationalQuarters(const ::Curve& arc, GlobalVar* g) {
   Chain arcs = Chain::Adopt(Quarters(arc, g));
   for (Curve& quarter : arcs) {
     Curve rational;
@@ -1318,7 +1272,7 @@ inline Curve Curve::RationalQuarters(const ::Curve& arc, GlobalVar* g) noexcept 
   return composite ? *std::move(composite) : Curve();
 }
 
-inline Result<Curve> Curve::Converted(int32_t type, Context& c) const noexcept {
+inline Result<Curve> Curve::Converted(int32_t type, Context& c) const {
   return c.Call<Curve>("KurvocvConvert", [&](Curve& out, GlobalVar* g) {
     const bool bends = type == CV_RBEZIER || type == CV_RBSPLINE || type == CV_SEGCV;
     Curve quarters;
