@@ -370,6 +370,17 @@ inline bool IsNegative(double a, const Context& c) { return KurvoclNegative(a, c
 inline bool IsZero2(double a, const Context& c) { return KurvoclZero2(a, c.Get()); }
 inline bool Same(double a, double b, const Context& c) { return KurvoclSame(a, b, c.Get()); }
 
+namespace detail {
+
+template <class F, class... A>
+Point Made(const F& function, A... arguments) {
+  Point out;
+  function(arguments..., out.Data());
+  return out;
+}
+
+}  // namespace detail
+
 // To and from the arrays of kurvo.h.
 inline Point Load(const Coord from) {
   Point p;
@@ -379,18 +390,13 @@ inline void Store(Point p, Coord out) { KurvoclSetCoord(out, p.x, p.y, p.z); }
 inline void Store(const WeightedPoint& p, HCoord out) { KurvoclSetHCoord(out, p.x, p.y, p.z, p.w); }
 
 inline Point operator-(Point a, Point b) {
-  Point out;
-  return KurvoclSubVector(a.Data(), b.Data(), out.Data()), out;
+  return detail::Made(KurvoclSubVector, a.Data(), b.Data());
 }
-inline Point operator*(double s, Point v) {
-  Point out;
-  return KurvoclSclVector(s, v.Data(), out.Data()), out;
-}
+inline Point operator*(double s, Point v) { return detail::Made(KurvoclSclVector, s, v.Data()); }
 inline Point operator+(Point a, Point b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
 inline double Dot(Point a, Point b) { return KurvoclInnerProduct(a.Data(), b.Data()); }
 inline Point Cross(Point a, Point b) {
-  Point out;
-  return KurvoclOuterProduct(a.Data(), b.Data(), out.Data()), out;
+  return detail::Made(KurvoclOuterProduct, a.Data(), b.Data());
 }
 inline double Size(Point v) { return KurvoclVectorSize(v.Data()); }
 inline bool IsZero(Point v, const Context& c) { return KurvoclZeroVector(v.Data(), c.Get()); }
@@ -430,20 +436,16 @@ inline bool Overlap(const Box& a, const Box& b, const Context& c) {
 }
 
 inline Point Rotated(Point v, double angle) {
-  Point out;
-  return KurvofcRotateVector(v.Data(), angle, out.Data()), out;
+  return detail::Made(KurvofcRotateVector, v.Data(), angle);
 }
 inline Point Rotated(Point v, Point axis, double angle) {
-  Point out;
-  return KurvoclRotateVector(axis.Data(), angle, v.Data(), out.Data()), out;
+  return detail::Made(KurvoclRotateVector, axis.Data(), angle, v.Data());
 }
 inline Point Rotated(Point p, Point centre, Point axis, double angle) {
-  Point out;
-  return KurvoclRotatePoint(centre.Data(), axis.Data(), angle, p.Data(), out.Data()), out;
+  return detail::Made(KurvoclRotatePoint, centre.Data(), axis.Data(), angle, p.Data());
 }
 inline Point Transformed(Point p, std::span<const double, 16> matrix) {
-  Point out;
-  return KurvoclTransPoint(matrix.data(), p.Data(), out.Data()), out;
+  return detail::Made(KurvoclTransPoint, matrix.data(), p.Data());
 }
 inline Point Scaled(Point p, Point centre, Point along, double s, const Context& c) {
   Point out;
