@@ -204,7 +204,7 @@ struct WeightedPoint {
 struct Segment {  // also the line through its ends
   Point start, end;
 
-  const double* Data() const { return start.Data(); }
+  const double* Data() const { return reinterpret_cast<const double*>(this); }
 };
 
 struct Box {
@@ -305,39 +305,42 @@ class Context {
   const char* function_ = "";
 };
 
+namespace detail {
+
+struct Epsilon {
+  static int32_t Depth(const GlobalVar& g) { return g.depth; }
+  static void Push(double value, GlobalVar* g) { KurvoclPushEpsilon(value, g); }
+  static void Pop(GlobalVar* g) { KurvoclPopEpsilon(g); }
+};
+struct Epsilon0 {
+  static int32_t Depth(const GlobalVar& g) { return g.depth0; }
+  static void Push(double value, GlobalVar* g) { KurvoclPushEpsilon0(value, g); }
+  static void Pop(GlobalVar* g) { KurvoclPopEpsilon0(g); }
+};
+
+template <class Stack>
+class Scope {
+ public:
+  Scope(Context& context, double value) : g_(context.Get()), depth_(Stack::Depth(*g_)) {
+    Stack::Push(value, g_);
+  }
+  ~Scope() {
+    if (Stack::Depth(*g_) > depth_) Stack::Pop(g_);
+  }
+  Scope(const Scope&) = delete;
+  Scope& operator=(const Scope&) = delete;
+
+ private:
+  GlobalVar* g_;
+  int32_t depth_;
+};
+
+}  // namespace detail
+
 // Other tolerances until the end of the scope. A value that is refused, and one too many for the
 // stack, changes nothing.
-class EpsilonScope {
- public:
-  EpsilonScope(Context& context, double epsilon) : g_(context.Get()), depth_(g_->depth) {
-    KurvoclPushEpsilon(epsilon, g_);
-  }
-  ~EpsilonScope() {
-    if (g_->depth > depth_) KurvoclPopEpsilon(g_);
-  }
-  EpsilonScope(const EpsilonScope&) = delete;
-  EpsilonScope& operator=(const EpsilonScope&) = delete;
-
- private:
-  GlobalVar* g_;
-  int32_t depth_;
-};
-
-class Epsilon0Scope {
- public:
-  Epsilon0Scope(Context& context, double epsilon0) : g_(context.Get()), depth_(g_->depth0) {
-    KurvoclPushEpsilon0(epsilon0, g_);
-  }
-  ~Epsilon0Scope() {
-    if (g_->depth0 > depth_) KurvoclPopEpsilon0(g_);
-  }
-  Epsilon0Scope(const Epsilon0Scope&) = delete;
-  Epsilon0Scope& operator=(const Epsilon0Scope&) = delete;
-
- private:
-  GlobalVar* g_;
-  int32_t depth_;
-};
+using EpsilonScope = detail::Scope<detail::Epsilon>;
+using Epsilon0Scope = detail::Scope<detail::Epsilon0>;
 
 // ---- Memory ----
 
@@ -554,7 +557,7 @@ inline int32_t Count(std::size_t n) {
   return n > std::numeric_limits<int32_t>::max() ? -1 : static_cast<int32_t>(n);
 }
 template <class To, class From>
-std::span<To> View(From* items, int32_t count) {
+std::span<To> View(From* items, int64_t count) {
   return {reinterpret_cast<To*>(items), items && count > 0 ? static_cast<std::size_t>(count) : 0};
 }
 template <class T>
@@ -620,9 +623,11 @@ struct Meetings {  // number i of both lists is the same point
 enum class Ends { kNeither = 0, kFirst = 1, kSecond = 2, kBoth = 3 };  // which curves end there
 
 // The arrays of data blocks. Those of a block that cannot be right are empty.
-inline auto Points(const KurvoBezier& b) { return detail::View<Point>(b.points, b.degree + 1); }
+inline auto Points(const KurvoBezier& b) {
+  return detail::View<Point>(b.points, b.degree + int64_t{1});
+}
 inline auto Points(const KurvoRBezier& b) {
-  return detail::View<WeightedPoint>(b.points, b.degree + 1);
+  return detail::View<WeightedPoint>(b.points, b.degree + int64_t{1});
 }
 inline auto Points(const KurvoBSpline& b) { return detail::View<Point>(b.points, b.count); }
 inline auto Points(const KurvoRBSpline& b) {
@@ -630,7 +635,7 @@ inline auto Points(const KurvoRBSpline& b) {
 }
 template <class Spline>
 auto Knots(const Spline& b) -> decltype(b.knots, std::span<double>()) {
-  return detail::View<double>(b.knots, b.order + b.count);
+  return detail::View<double>(b.knots, int64_t{b.order} + b.count);
 }
 inline auto Widths(const KurvoSegcv& b) { return detail::View<double>(b.widths, b.count); }
 
@@ -855,22 +860,13 @@ class Curve : public detail::Owner<Curve, ::Curve> {
   }
   // By the parameter of the piece, on a composite.
   Result<Point> Derivative(double t, Context& c) const {
-    return AtPiece(t, c, "KurvocvDeriv",
-                   [](const ::Curve* cv, double u, double* out, GlobalVar* g) {
-                     KurvocvDeriv(cv, u, out, g);
-                   });
+    return AtPiece(t, c, "KurvocvDeriv", KurvocvDeriv);
   }
   Result<Point> Derivative(double t, int n, Context& c) const {
-    return AtPiece(t, c, "KurvocvNDeriv",
-                   [n](const ::Curve* cv, double u, double* out, GlobalVar* g) {
-                     KurvocvNDeriv(cv, u, out, n, g);
-                   });
+    return AtPiece(t, c, "KurvocvNDeriv", KurvocvNDeriv, n);
   }
   Result<Point> Curvature(double t, Context& c) const {
-    return AtPiece(t, c, "KurvocvCurvature",
-                   [](const ::Curve* cv, double u, double* out, GlobalVar* g) {
-                     KurvocvCurvature(cv, u, out, g);
-                   });
+    return AtPiece(t, c, "KurvocvCurvature", KurvocvCurvature);
   }
   Result<double> Length(double from, double to, Context& c) const {
     return c.Ask<double>("KurvocvCurveLen", KurvocvCurveLen, Get(), from, to);
@@ -1073,13 +1069,13 @@ class Curve : public detail::Owner<Curve, ::Curve> {
 
   // The library tells derivatives on Bezier pieces of a composite; other pieces are asked
   // themselves.
-  template <class Ask>
-  Result<Point> AtPiece(double t, Context& c, const char* function, Ask&& ask) const {
-    return c.Call<Point>(function, [&](Point& out, GlobalVar* g) {
+  template <class F, class... A>
+  Result<Point> AtPiece(double t, Context& c, const char* name, const F& ask, A... order) const {
+    return c.Call<Point>(name, [&](Point& out, GlobalVar* g) {
       out.x = detail::kUnwritten;
-      ask(Get(), t, out.Data(), g);
+      ask(Get(), t, out.Data(), order..., g);
       if (Type() == CV_SEGCV && (detail::Unwritten(out.x) || out == Point()) && !detail::Failed(g))
-        if (const ::Curve* piece = PieceAt(t)) ask(piece, t, out.Data(), g);
+        if (const ::Curve* piece = PieceAt(t)) ask(piece, t, out.Data(), order..., g);
       detail::Refuse(detail::Unwritten(out.x), g);
     });
   }
