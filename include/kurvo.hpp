@@ -16,6 +16,8 @@
 // Ownership: Curve, Chain and Parameters own their records. They move and never copy by themselves,
 // since copies may fail: Copy does. Moved from they are empty, and every question to an empty one
 // is answered. Get gives the record to functions of kurvo.h, Adopt and Release hand it over.
+//
+// Curve and Box are names of kurvo.h too: write kurvo::Curve, not `using namespace kurvo`.
 #ifndef KURVO_HPP
 #define KURVO_HPP
 
