@@ -14,5 +14,5 @@ fi
 mode=(--dry-run -Werror)
 [[ ${1-} == --fix ]] && mode=(-i)
 git -c safe.directory="$PWD" ls-files -z --cached --others --exclude-standard -- \
-  '*.h' '*.c' '*.cpp' |
+  '*.h' '*.hpp' '*.c' '*.cpp' |
   xargs -0 --no-run-if-empty "$formatter" "${mode[@]}"

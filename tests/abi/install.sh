@@ -1,12 +1,11 @@
 #!/usr/bin/env bash
-# Installs into a temporary prefix, moves it elsewhere, and builds and runs a C program against it:
-# once through find_package, once through pkg-config. Looks at what each component brings.
-# usage: install.sh BUILD SOURCE CMAKE GENERATOR CC VERSION SONAME
+# Installs into a temporary prefix, moves it elsewhere, and builds and runs a program in C and one in
+# C++ against it: once through find_package, once through pkg-config. Looks at what each component brings.
+# usage: install.sh BUILD SOURCE CMAKE GENERATOR CC CXX VERSION SONAME
 set -euo pipefail
 
-build=$1 source=$2 cmake=$3 generator=$4 cc=$5 version=$6 soname=$7
-example=$source/examples/first_curve.c
-expected=$source/examples/first_curve.expected
+build=$1 source=$2 cmake=$3 generator=$4 cc=$5 cxx=$6 version=$7 soname=$8
+examples=$source/examples
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -30,7 +29,7 @@ check() {
 client=()
 [[ ! -x $work/prefix/bin/kurvo ]] || client=(kurvo)
 check runtime "$soname" "libkurvo.so.$version"
-check development kurvo.h libkurvo.so kurvo.pc KurvoConfig.cmake KurvoConfigVersion.cmake \
+check development kurvo.h kurvo.hpp libkurvo.so kurvo.pc KurvoConfig.cmake KurvoConfigVersion.cmake \
   KurvoTargets.cmake KurvoTargets-TYPE.cmake
 check tools "${client[@]}"
 diff -u <(files "$work/prefix") <(files "$work/runtime" "$work/development" "$work/tools")
@@ -41,17 +40,21 @@ libdir=$(dirname "$library")
 
 echo '-- find_package'
 "$cmake" -S "$source/tests/abi/consumer" -B "$work/consumer" -G "$generator" \
-  -DCMAKE_C_COMPILER="$cc" -DCMAKE_PREFIX_PATH="$prefix" -DKURVO_VERSION="$version" \
-  -DKURVO_EXAMPLE="$example" > /dev/null
+  -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" \
+  -DKURVO_VERSION="$version" -DKURVO_EXAMPLES="$examples" > /dev/null
 "$cmake" --build "$work/consumer"
-diff "$expected" <("$work/consumer/consumer")
+diff "$examples/first_curve.expected" <("$work/consumer/first_curve")
+diff "$examples/curves.expected" <("$work/consumer/curves")
 
 echo '-- pkg-config'
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 [[ $(pkg-config --modversion kurvo) == "$version" ]]
 read -ra flags <<< "$(pkg-config --cflags --libs kurvo)"
-"$cc" -std=c99 -pedantic -Wall -Wextra -Werror "$example" -o "$work/program" "${flags[@]}"
-diff "$expected" <(LD_LIBRARY_PATH=$libdir "$work/program")
+strict=(-pedantic -Wall -Wextra -Werror)
+"$cc" -std=c99 "${strict[@]}" "$examples/first_curve.c" -o "$work/in_c" "${flags[@]}"
+"$cxx" -std=c++20 "${strict[@]}" "$examples/curves.cpp" -o "$work/in_cxx" "${flags[@]}"
+diff "$examples/first_curve.expected" <(LD_LIBRARY_PATH=$libdir "$work/in_c")
+diff "$examples/curves.expected" <(LD_LIBRARY_PATH=$libdir "$work/in_cxx")
 
 echo '-- what the library needs'
 needed=$(readelf -dW "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p')

@@ -1,0 +1,11 @@
+# Writes a header after which every function of the interface tells that it is called.
+# usage: cmake -DLIST=exports.txt -DOUT=spies.h -P spies.cmake
+file(STRINGS ${LIST} names)
+set(spies "")
+set(list "")
+foreach(name IN LISTS names)
+  string(APPEND spies "constexpr Spy<&::${name}> kSpied${name}{\"${name}\"};\n"
+                      "#define ${name} kSpied${name}\n")
+  string(APPEND list "    \"${name}\",\n")
+endforeach()
+file(WRITE ${OUT} "const std::set<std::string> kInterface = {\n${list}};\n${spies}")
