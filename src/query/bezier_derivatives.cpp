@@ -19,16 +19,6 @@ std::array<double, 3> ToArray(Homogeneous v) { return {v.x, v.y, v.w}; }
 Vec2 ToVector(const std::array<double, 2>& v) { return {v[0], v[1]}; }
 Homogeneous ToVector(const std::array<double, 3>& v) { return {v[0], v[1], v[2]}; }
 
-// De Casteljau's algorithm without a loop or a work area: the compiler computes each point once.
-template <int32_t kDegree, int32_t kFirst = 0, class At>
-[[gnu::always_inline]] inline auto FixedValue(double t, const At& at) {
-  if constexpr (kDegree == 0)
-    return at(kFirst);
-  else
-    return Mix(FixedValue<kDegree - 1, kFirst>(t, at), FixedValue<kDegree - 1, kFirst + 1>(t, at),
-               t);
-}
-
 // The value at t of the Bezier function of degree d with the coefficient vectors at(0) ... at(d).
 template <class Degree, class At>
 auto Value(Degree d, double t, const At& at) {

@@ -104,18 +104,44 @@ Vec2 NthOf(const Curve& curve, int n, double t, GlobalVar& g) {
                  [&](Refused) { return Refuse<Vec2>(g, KURVO_ERR_CURVE); }});
 }
 
+// Lines, quadratics and cubics, of which most outlines are made: a function of its own for all the
+// others keeps the work areas of theirs off the stack here. False for those.
+[[gnu::always_inline]] inline bool StoreOfCommon(const Curve& curve, double t, Coord out) {
+  const auto store = [out](Vec2 derivative) {
+    Store(OnPlane(derivative), out);
+    return true;
+  };
+  if (!std::isfinite(t)) return false;
+  return VisitCurve(curve,
+                    Overloaded{[&](const KurvoLine& line) { return store(LineDerivative(line)); },
+                               [&](const BezierView<3>& bezier) {
+                                 if (bezier.degree == 3)
+                                   return store(FirstDerivativeOf<3>(bezier.points, t));
+                                 if (bezier.degree == 2)
+                                   return store(FirstDerivativeOf<2>(bezier.points, t));
+                                 return false;
+                               },
+                               [](const auto&) { return false; }});
+}
+
+[[gnu::noinline, gnu::flatten]] void StoreOfAny(const Curve* curve, double t, Coord out,
+                                                GlobalVar& g) noexcept {
+  const auto find = [&] {
+    return curve ? FirstOf(*curve, t, g) : Refuse<Vec2>(g, KURVO_ERR_CURVE);
+  };
+  const auto derivative = Guard(g, MaybeVector(Vec2{}), find);
+  if (derivative) Store(OnPlane(*derivative), out);
+}
+
 }  // namespace
 }  // namespace kurvo
 
 extern "C" {
 
-[[gnu::flatten]] void KurvocvDeriv(const Curve* curve, double t, Coord out, GlobalVar* g) noexcept {
+void KurvocvDeriv(const Curve* curve, double t, Coord out, GlobalVar* g) noexcept {
   if (kurvo::ErrorPending(*g)) return;
-  const auto find = [&] {
-    return curve ? kurvo::FirstOf(*curve, t, *g) : kurvo::Refuse<kurvo::Vec2>(*g, KURVO_ERR_CURVE);
-  };
-  const auto derivative = kurvo::Guard(*g, kurvo::MaybeVector(kurvo::Vec2{}), find);
-  if (derivative) kurvo::Store(kurvo::OnPlane(*derivative), out);
+  if (curve && kurvo::StoreOfCommon(*curve, t, out)) return;
+  kurvo::StoreOfAny(curve, t, out, *g);
 }
 
 void KurvocvNDeriv(const Curve* curve, double t, Coord out, int n, GlobalVar* g) noexcept {
