@@ -10,12 +10,15 @@
 namespace kurvo {
 namespace {
 
-// A function of its own, so that t lies in a register: no point that is written can change it.
+// A function of its own, so that t lies in a register: no point that is written can change it. The
+// z of plain points is 0 already.
 template <std::size_t kDim, class Degree>
 void Split(double (*points)[kDim], Degree n, double t, double (*before)[kDim]) {
+  constexpr std::size_t kMixed = kDim == 3 ? 2 : kDim;
   ToBothEdges(
-      points, n,
-      before, [t](auto& a, const auto& b) __attribute__((always_inline)) { MixInto(a, b, t, a); });
+      points, n, before, [t](auto& a, const auto& b) __attribute__((always_inline)) {
+        for (std::size_t c = 0; c < kMixed; ++c) a[c] = (1.0 - t) * a[c] + t * b[c];
+      });
 }
 
 }  // namespace
