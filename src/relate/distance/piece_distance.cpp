@@ -76,6 +76,11 @@ bool IsLeaf(const BezierPiece& part) {  // short, or a single point
   return part.width <= kShortestPart || part.extent() == 0.0;
 }
 
+// By de Casteljau's algorithm, for each coordinate; the weight is one more.
+int64_t CostOfJet(const BezierPiece& piece) {
+  return (piece.rational ? 3 : 2) * int64_t{piece.degree} * (piece.degree + 1);
+}
+
 bool Holds(const BezierPiece& part, double t) { return t >= part.start && part.end() >= t; }
 
 }  // namespace
@@ -88,8 +93,7 @@ double BoxDistance(const PlanarBox& a, const PlanarBox& b) {
 void PieceDistance::Search(const DistancePiece& a, const DistancePiece& b) {
   a_ = &a;
   b_ = &b;
-  step_cost_ = 2 * (static_cast<int64_t>(a.bezier.degree) * (a.bezier.degree + 1) +
-                    static_cast<int64_t>(b.bezier.degree) * (b.bezier.degree + 1));
+  step_cost_ = CostOfJet(a.bezier) + CostOfJet(b.bezier);
   slot_ = static_cast<std::size_t>(std::max(a.bezier.degree, b.bezier.degree)) + 1;
   std::array<WeightedPoint, kStackPoints> stack;
   const std::size_t needed = 2 * (kMaxHalvings + 1) * slot_;
