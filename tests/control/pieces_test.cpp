@@ -67,7 +67,8 @@ TEST(Pieces, OneByOneEqualThoseOfTheComposite) {
     Owned spline = RandomSpline(random, round);
     const Owned pieces = Composite(*spline);
     const auto& c = pieces.block<KurvoSegcv>();
-    const auto [start, length] = Domain(*spline);
+    const auto [start, range] = Domain(*spline);
+    const double length = range;
     Owned whole = Make("c 3 2 (l 0 0 1 1)(c 4 .5 (b 0 0 1 1)(e))");
     auto& inner = *static_cast<KurvoSegcv*>(whole.block<KurvoSegcv>().curves[1].data);
     inner.curves[1] = spline.Release();
