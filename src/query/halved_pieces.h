@@ -131,9 +131,9 @@ class HalvedPieces {
   }
 
   const std::size_t values_;
-  const std::size_t block_size_;  // numbers in one
-  std::size_t count_ = 0;         // pieces: a power of two
-  double stack_[kStackDoubles];
+  const std::size_t block_size_;                             // numbers in one
+  std::size_t count_ = 0;                                    // pieces: a power of two
+  alignas(2 * sizeof(double)) double stack_[kStackDoubles];  // as the heap is, for pairs of lanes
   std::unique_ptr<double[]> heap_;
   double* blocks_ = stack_;
   std::size_t capacity_ = kStackDoubles;
