@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "control/bernstein.h"
 #include "control/reparametrise.h"
 #include "eval/segment.h"
 #include "eval/turning_points.h"

@@ -1,6 +1,7 @@
 // Two Bezier pieces that run alongside each other, closer than parts of them are long.
 #pragma once
 
+#include "control/bernstein.h"
 #include "eval/root_list.h"
 #include "relate/bezier_piece.h"
 
@@ -18,8 +19,9 @@ namespace kurvo {
 // least, or at an end; these places are few, and the parts need not be looked at.
 class Alongside {
  public:
-  // Finds phi from the nearest points of the ends. Plain pieces of one degree only, whose
-  // difference is small against their size: of others nothing is ever known.
+  // Finds phi from the nearest points of the ends. Plain pieces of one degree up to
+  // kMaxPowerBasisDegree only, whose difference is small against their size: of others nothing is
+  // ever known.
   Alongside(const BezierPiece& a, const BezierPiece& b, double tol);
 
   // Where the gap across the tangent changes its sign, or is least.
@@ -31,7 +33,7 @@ class Alongside {
   bool Settles(const BezierPiece& part_a, const BezierPiece& part_b, double slack) const;
 
  private:
-  using Points = double[kMaxPieceDegree + 1][3];
+  using Points = double[kMaxPowerBasisDegree + 1][3];
 
   double ToFirst(double t) const { return start_ + t * (end_ - start_); }
   bool GapTells(const Points& on_a, const Points& d) const;
