@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 
 set(KURVO_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Kurvo)
 
-install(TARGETS kurvo EXPORT KurvoTargets
+install(TARGETS kurvo kurvo_outline EXPORT KurvoTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
   FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 install(EXPORT KurvoTargets NAMESPACE Kurvo:: DESTINATION ${KURVO_CMAKE_DIR} COMPONENT development)
@@ -32,5 +32,8 @@ else()
   set(KURVO_PC_LIBDIR "\${prefix}/${CMAKE_INSTALL_LIBDIR}")
   set(KURVO_PC_INCLUDEDIR "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
 endif()
-configure_file(${CMAKE_CURRENT_LIST_DIR}/kurvo.pc.in ${PROJECT_BINARY_DIR}/kurvo.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/kurvo.pc DESTINATION ${KURVO_PC_DIR} COMPONENT development)
+foreach(name IN ITEMS kurvo kurvo-outline)
+  configure_file(${CMAKE_CURRENT_LIST_DIR}/${name}.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc
+    DESTINATION ${KURVO_PC_DIR} COMPONENT development)
+endforeach()

@@ -1,0 +1,51 @@
+// Polynomials in Bernstein form.
+#pragma once
+
+#include <algorithm>
+
+#include "base/vec2.h"
+
+namespace kurvo::outline {
+
+// The sum of coefficient(i) B_i,n(t) over i = 0 ... n, by Horner's rule on the basis (Farin, Curves
+// and Surfaces for CAGD, 5th ed. 2002, section 4.8, "hornbez").
+template <class Coefficient>
+inline auto BernsteinSum(int n, double t, const Coefficient& coefficient) {
+  const double s = 1 - t;
+  auto sum = coefficient(0);
+  double power = 1;     // t^i
+  double binomial = 1;  // n over i
+  for (int i = 1; i <= n; ++i) {
+    power *= t;
+    binomial = binomial * (n - i + 1) / i;
+    sum = s * sum + (power * binomial) * coefficient(i);
+  }
+  return sum;
+}
+
+// Calls f with the degree as a constant for the usual ones, so that the sums unroll.
+template <class F>
+inline auto WithDegree(int degree, const F& f) {
+  switch (degree) {
+    case 2:
+      return f(2);
+    case 3:
+      return f(3);
+    default:
+      return f(degree);
+  }
+}
+
+// The coefficients of the part of a polynomial up to t (`low`) and from t (`high`), by de
+// Casteljau's algorithm; either may be `from` itself, the other may not.
+template <class T>
+inline void SplitBernstein(const T* from, int n, double t, T* low, T* high) {
+  std::copy(from, from + n + 1, high);
+  low[0] = from[0];
+  for (int k = 1; k <= n; ++k) {
+    for (int i = 0; i <= n - k; ++i) high[i] = (1 - t) * high[i] + t * high[i + 1];
+    low[k] = high[0];
+  }
+}
+
+}  // namespace kurvo::outline

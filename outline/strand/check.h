@@ -1,0 +1,37 @@
+// Records of the caller, looked at once before anything reads them.
+#pragma once
+
+#include <kurvo.h>
+
+#include "base/bounds.h"
+
+namespace kurvo::outline {
+
+inline constexpr int kMostDegree = 63;   // of a curve in an outline
+inline constexpr int kMostNesting = 64;  // composites within composites, as the kernel allows
+
+// Adds the control points of a curve to the box; of an arc its circle. Throws Refusal:
+// KURVO_ERR_CURVE for a record that cannot be right (no data, unknown type, counts that contradict
+// each other, a degree above kMostDegree, knots that do not ascend, a piece of a composite that
+// does not run over [0, 1]), KURVO_ERR_NOT_FINITE for a number that is not finite and
+// KURVO_ERR_WEIGHT for a weight of 0 at an end.
+void CheckCurve(const Curve& curve, Bounds& box);
+
+// The same of every curve; a null chain, or one with a count and no array, cannot be right.
+void CheckChain(const Cvseq* chain, Bounds& box);
+
+// Whether a composite has a curve anywhere within.
+bool HasCurves(const Curve& curve);
+
+// The parameters over which a checked curve runs.
+struct Domain {
+  double from, to;
+};
+Domain DomainOf(const Curve& curve);
+
+template <class T>
+const T& BlockOf(const Curve& curve) {
+  return *static_cast<const T*>(curve.data);
+}
+
+}  // namespace kurvo::outline
