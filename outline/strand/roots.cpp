@@ -55,6 +55,7 @@ struct Search {
   const double* whole;
   int n;
   RootList& roots;
+  std::size_t first;  // of this polynomial's roots
 
   // The outer coefficients that are not 0.
   double FirstSign(const double* c) const {
@@ -69,7 +70,7 @@ struct Search {
   }
 
   void Add(double t) {
-    if (t > 0 && t < 1 && (roots.size() == 0 || t > roots[roots.size() - 1])) roots.Add(t);
+    if (t > 0 && t < 1 && (roots.size() == first || t > roots[roots.size() - 1])) roots.Add(t);
   }
 
   // c: the coefficients between low and high.
@@ -101,7 +102,27 @@ struct Search {
 
 void AddSignChanges(const double* coefficients, int n, RootList& roots) {
   if (n < 1 || Variations(coefficients, n) == 0) return;
-  Search{coefficients, n, roots}.Run(coefficients, 0, 1, kMostHalvings);
+  Search{coefficients, n, roots, roots.size()}.Run(coefficients, 0, 1, kMostHalvings);
+}
+
+int QuotientNumerator(const double* p, const double* w, int n, double* out) {
+  const int degree = 2 * n - 1;
+  std::fill(out, out + degree + 1, 0.0);
+  double first = n;  // n times (n - 1 over i)
+  for (int i = 0; i < n; ++i) {
+    double product = first;  // times (n over j)
+    for (int j = 0; j <= n; ++j) {
+      out[i + j] += product * ((p[i + 1] - p[i]) * w[j] - p[j] * (w[i + 1] - w[i]));
+      product = product * (n - j) / (j + 1);
+    }
+    first = first * (n - 1 - i) / (i + 1);
+  }
+  double binomial = 1;  // degree over k
+  for (int k = 0; k <= degree; ++k) {
+    out[k] /= binomial;
+    binomial = binomial * (degree - k) / (k + 1);
+  }
+  return degree;
 }
 
 }  // namespace kurvo::outline

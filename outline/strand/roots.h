@@ -11,7 +11,7 @@ namespace kurvo::outline {
 // The numerator of a derivative of a rational Bezier has the highest degree that is asked for.
 inline constexpr int kMostRootDegree = 2 * kMostDegree;
 
-// Parameters, ascending.
+// Room for the roots of four such polynomials.
 class RootList {
  public:
   const double* begin() const { return roots_.data(); }
@@ -24,7 +24,7 @@ class RootList {
   void Clear() { size_ = 0; }
 
  private:
-  std::array<double, kMostRootDegree> roots_;
+  std::array<double, 4 * kMostRootDegree> roots_;
   std::size_t size_ = 0;
 };
 
@@ -32,5 +32,10 @@ class RootList {
 // coefficients changes its sign, to the last bits; ascending. Of roots closer together than 2^-48
 // one is found when their number is odd. Cost: O(n^2) for each halving that isolates them.
 void AddSignChanges(const double* coefficients, int n, RootList& roots);
+
+// The numerator p' w - p w' of the derivative of p / w, both of degree n, in Bernstein form.
+// Result: its degree, 2 n - 1; `out` has room for kMostRootDegree + 1 coefficients. Products in
+// Bernstein form: Farouki and Rajan, Algorithms for polynomials in Bernstein form, 1988.
+int QuotientNumerator(const double* p, const double* w, int n, double* out);
 
 }  // namespace kurvo::outline
