@@ -16,6 +16,7 @@ constexpr double kUneven = 0.125;     // chords that a linear density may be wro
 constexpr double kUnevenShare = .03;  // or the share of its density
 constexpr double kPerhapsOne = 1.1;   // chords, up to which one is tried
 constexpr double kSpare = 1.02;       // the chords that are made for one that is needed
+constexpr int kFew = 6;              // chords, of which some may be too many
 constexpr int kMostCutHalvings = 60;
 
 // Whether a part of a cell keeps within the deviation of a chord, by the extrema of its distances
@@ -59,11 +60,36 @@ void Chords::Cut(const Array<CubicCell>& cells, double deviation, Array<OnCells>
   end.at.point = cells.back().points[3];
   if (kPerhapsOne >= total_ && IsChord(last_, end, deviation_)) return;
   const int n = static_cast<int>(std::ceil(kSpare * total_));
+  const std::size_t first = cuts.size();
   if (n > 2)
     CutEvenly(n);
   else
     CutOnce(end);
   CutUpTo(end, kMostCutHalvings);
+  if (n > 2 && n <= kFew) Thin(first, end);
+}
+
+// Where a curve bends within less than the deviation its bend says little: while no chord comes
+// near the deviation, cuts go that are not needed.
+void Chords::Thin(std::size_t first, const End& end) {
+  const double quarter = 0.25 * deviation_;
+  const auto end_of = [&](std::size_t i) {
+    return i < cuts_->size() ? EndAt((*cuts_)[i].cell, (*cuts_)[i].t) : end;
+  };
+  End from = EndAt(0, 0);
+  for (std::size_t i = first; i <= cuts_->size(); ++i) {
+    const End to = end_of(i);
+    if (!IsChord(from, to, quarter)) return;
+    from = to;
+  }
+  from = EndAt(0, 0);
+  for (std::size_t i = first; i < cuts_->size();) {
+    if (IsChord(from, end_of(i + 1), deviation_)) {
+      cuts_->erase(cuts_->begin() + static_cast<std::ptrdiff_t>(i));
+    } else {
+      from = end_of(i++);
+    }
+  }
 }
 
 inline Chords::End Chords::EndAt(std::size_t cell, double t) const {
@@ -111,23 +137,30 @@ void Chords::AddStretch(const Stretch& stretch, int halvings_left) {
   total_ += 0.5 * stretch.width * (stretch.first + stretch.last);
 }
 
-// Where the number of chords reaches a value that is no less than at the start of the stretch. With
-// the density f + (l - f) s at the share s of it, w (f s + (l - f) s^2 / 2) chords precede.
-inline Chords::End Chords::EndAfter(double chords, std::size_t& stretch) const {
-  while (stretch + 1 < stretches_.size() && stretches_[stretch + 1].before <= chords) ++stretch;
-  const Stretch& here = stretches_[stretch];
+// Where on a stretch the number of chords reaches a value. With the density f + (l - f) s at the
+// share s of it, w (f s + (l - f) s^2 / 2) chords precede.
+inline double Chords::Reach(const Stretch& here, double chords) {
   const double more = 2 * (chords - here.before) / here.width;
   const double root = here.first * here.first + more * (here.last - here.first);
   const double divisor = here.first + std::sqrt(std::max(root, 0.0));
-  const double share = divisor > 0 ? std::min(more / divisor, 1.0) : 1;
-  return EndAt(here.cell, here.from + share * here.width);
+  return here.from + (divisor > 0 ? std::min(more / divisor, 1.0) : 1.0) * here.width;
+}
+
+Chords::End Chords::EndAfter(double chords) const {
+  std::size_t i = 0;
+  while (i + 1 < stretches_.size() && stretches_[i + 1].before <= chords) ++i;
+  return EndAt(stretches_[i].cell, Reach(stretches_[i], chords));
 }
 
 void Chords::CutEvenly(int n) {
-  cuts_->reserve(static_cast<std::size_t>(n));
+  cuts_->reserve(cuts_->size() + static_cast<std::size_t>(n));
   const double step = total_ / n;
-  std::size_t stretch = 0;
-  for (int i = 1; i < n; ++i) CutAt(EndAfter(i * step, stretch));
+  int i = 1;
+  for (std::size_t k = 0; k < stretches_.size(); ++k) {
+    const Stretch here = stretches_[k];
+    const double up_to = k + 1 < stretches_.size() ? stretches_[k + 1].before : total_ + step;
+    for (; i < n && i * step < up_to; ++i) CutAt(EndAt(here.cell, Reach(here, i * step)));
+  }
 }
 
 inline void Chords::CutAt(const End& cut) {
@@ -143,15 +176,13 @@ inline void Chords::CutAt(const End& cut) {
 void Chords::CutOnce(const End& end) {
   constexpr double kLargerShare = 0.6;
   constexpr int kMostSteps = 6;
-  std::size_t stretch = 0;
   double low = std::max(0.5 * total_, std::min(kLargerShare * total_, 1 / kSpare)), high = total_;
-  End cut = EndAfter(low, stretch);
+  End cut = EndAfter(low);
   const double quarter = 0.25 * deviation_;
   if (IsChord(last_, cut, quarter) && IsChord(cut, end, quarter)) {
     for (int i = 0; i < kMostSteps; ++i) {
       const double middle = 0.5 * (low + high);
-      stretch = 0;
-      const End later = EndAfter(middle, stretch);
+      const End later = EndAfter(middle);
       const bool fits = IsChord(last_, later, deviation_);
       (fits ? low : high) = middle;
       if (fits) cut = later;
@@ -174,19 +205,22 @@ void Chords::CutUpTo(const End& end, int halvings_left) {
   last_ = end;
 }
 
-// Within one cubic, with second derivatives a0 and a1 across the chord at its ends, a step of h is
-// off by h^2/6 s (1 - s) ((2 - s) a0 + (1 + s) a1), whose weights are at most 0.06415 each; and it
-// runs along the chord where its velocity does, in Bernstein form.
+// Within one cubic, with second derivatives a and b across the chord at its ends, a step of h is off
+// by h^2/6 s (1 - s) ((2 - s) a + (1 + s) b) = h^2/6 s (1 - s) (3/2 (a + b) + (s - 1/2) (b - a)).
+// The largest of s (1 - s) |s - 1/2| is 0.0481, and where |b - a| <= |a + b| the gain over the
+// middle is at most (b - a)^2 / (36 |a + b|). It runs along the chord where its velocity does, in
+// Bernstein form.
 inline bool Chords::IsChord(const End& from, const End& to, double deviation) const {
-  constexpr double kMostWeight = 0.06416;
+  constexpr double kSameSide = 1.0 / 36, kBothSides = 0.1284;
   if (from.at.cell == to.at.cell) {
     const Vec2 chord = to.at.point - from.at.point;
     const double step = to.at.t - from.at.t;
-    const double off = kMostWeight * step * step *
-                       (std::fabs(Cross(from.bend, chord)) + std::fabs(Cross(to.bend, chord)));
-    const double least = std::min({Dot(from.velocity, chord), Dot(to.velocity, chord),
-                                   Dot(from.velocity + (0.5 * step) * from.bend, chord)});
-    if (least >= 0 && deviation * deviation * SquaredLength(chord) >= off * off) return true;
+    const double sum = std::fabs(Cross(from.bend + to.bend, chord));
+    const double change = std::fabs(Cross(to.bend - from.bend, chord));
+    const double off = step * step * (sum + (change <= sum ? kSameSide : kBothSides) * change);
+    const bool forwards = Dot(from.velocity, chord) >= 0 && Dot(to.velocity, chord) >= 0 &&
+                          Dot(from.velocity + (0.5 * step) * from.bend, chord) >= 0;
+    if (forwards && 256 * (deviation * deviation) * SquaredLength(chord) >= off * off) return true;
   }
   return IsChordExactly(from, to, deviation);
 }

@@ -44,8 +44,10 @@ class Chords {
   void AddStretch(const Stretch& stretch, int halvings_left);
   void CutEvenly(int n);
   void CutOnce(const End& end);
+  void Thin(std::size_t first, const End& end);
   void CutAt(const End& cut);
-  End EndAfter(double chords, std::size_t& stretch) const;
+  static double Reach(const Stretch& here, double chords);
+  End EndAfter(double chords) const;
   void CutUpTo(const End& end, int halvings_left);
   bool IsChord(const End& from, const End& to, double deviation) const;
   bool IsChordExactly(const End& from, const End& to, double deviation) const;

@@ -129,6 +129,8 @@ class Flattening {
     // Both the curve and the ends of the chord may be beside the cubic.
     const double rest = exact ? deviation_ : (1 - 2 * kCellShare) * deviation_;
     chords_.Cut(cells_, rest, cuts_);
+    if (vertices_.capacity() < vertices_.size() + cuts_.size() + 2)
+      vertices_.reserve(2 * vertices_.size() + cuts_.size() + 2);
     for (const OnCells& cut : cuts_) {
       const CubicCell& cell = cells_[cut.cell];
       const auto span = static_cast<std::size_t>(cell.span);
