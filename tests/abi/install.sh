@@ -32,7 +32,7 @@ check() {
 client=()
 [[ ! -x $work/prefix/bin/kurvo ]] || client=(kurvo)
 check runtime "$soname" "libkurvo.so.$version" "$outline_soname" "libkurvo_outline.so.$outline_version"
-check development kurvo.h kurvo.hpp kurvo_outline.h libkurvo.so libkurvo_outline.so kurvo.pc \
+check development kurvo.h kurvo.hpp kurvo_outline.h kurvo_outline.hpp libkurvo.so libkurvo_outline.so kurvo.pc \
   kurvo-outline.pc KurvoConfig.cmake KurvoConfigVersion.cmake KurvoTargets.cmake \
   KurvoTargets-TYPE.cmake
 check tools "${client[@]}"
@@ -47,7 +47,7 @@ echo '-- find_package'
   -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_PREFIX_PATH="$prefix" \
   -DKURVO_VERSION="$version" -DKURVO_EXAMPLES="$examples" > /dev/null
 "$cmake" --build "$work/consumer"
-for example in first_curve curves first_outline; do
+for example in first_curve curves first_outline outlines; do
   diff "$examples/$example.expected" <("$work/consumer/$example")
 done
 
@@ -65,6 +65,7 @@ try() {
 try kurvo first_curve.c "$cc" -std=c99
 try kurvo curves.cpp "$cxx" -std=c++20
 try kurvo-outline first_outline.c "$cc" -std=c99
+try kurvo-outline outlines.cpp "$cxx" -std=c++20
 
 echo '-- what the libraries need'
 outline=$libdir/$outline_soname
