@@ -32,6 +32,7 @@ struct Spy {
   }
 };
 
+#include "outline_weak.h"
 #include "spies.h"
 
 }  // namespace

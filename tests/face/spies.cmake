@@ -1,13 +1,9 @@
-# Writes a header after which every function of the interface tells that it is called. Those of the
-# second library are weak: one that is still to come is null.
+# Writes a header after which every function of the interface tells that it is called.
 # usage: cmake -DKERNEL=exports.txt -DOUTLINE=outline_exports.txt -DOUT=spies.h -P spies.cmake
 file(STRINGS ${KERNEL} kernel)
 file(STRINGS ${OUTLINE} outline)
 set(spies "")
 set(list "")
-foreach(name IN LISTS outline)
-  string(APPEND spies "#pragma weak ${name}\n")
-endforeach()
 foreach(name IN LISTS kernel outline)
   string(APPEND spies "constexpr Spy<&::${name}> kSpied${name}{\"${name}\"};\n"
                       "#define ${name} kSpied${name}\n")
