@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "base/vec2.h"
+#include "strand/check.h"
 
 namespace kurvo::outline {
 
@@ -46,6 +46,22 @@ inline void SplitBernstein(const T* from, int n, double t, T* low, T* high) {
     for (int i = 0; i <= n - k; ++i) high[i] = (1 - t) * high[i] + t * high[i + 1];
     low[k] = high[0];
   }
+}
+
+// The coefficients of the part between t0 and t1; those at an end that is not cut off stay as they
+// are. `out` may not be `from`.
+template <class T>
+inline void CutBernstein(const T* from, int n, double t0, double t1, T* out) {
+  T beyond[kMostDegree + 1];
+  if (t1 < 1) {
+    SplitBernstein(from, n, t1, out, beyond);
+  } else {
+    std::copy(from, from + n + 1, out);
+  }
+  if (!(t0 > 0)) return;
+  T before[kMostDegree + 1];
+  SplitBernstein(out, n, t0 / t1, before, beyond);
+  std::copy(beyond, beyond + n + 1, out);
 }
 
 }  // namespace kurvo::outline

@@ -179,28 +179,6 @@ Bounds HullOf(const Span& span) {
   return box;
 }
 
-namespace {
-
-// The coefficients between u0 and u1; those at an end that was not cut stay as they are.
-template <class T>
-void PartOfCoefficients(const T* from, int n, double u0, double u1, T* out) {
-  T beyond[kMostDegree + 1];
-  const T* rest = from;
-  if (u1 < 1) {
-    SplitBernstein(from, n, u1, out, beyond);
-    rest = out;
-  }
-  if (u0 > 0) {
-    T before[kMostDegree + 1];
-    SplitBernstein(rest, n, u0 / u1, before, beyond);
-    std::copy(beyond, beyond + n + 1, out);
-  } else if (rest == from) {
-    std::copy(from, from + n + 1, out);
-  }
-}
-
-}  // namespace
-
 Span PartOf(const Span& span, double u0, double u1, Arena& arena) {
   Span part = span;
   part.from = span.ParameterAt(u0);
@@ -216,11 +194,11 @@ Span PartOf(const Span& span, double u0, double u1, Arena& arena) {
   }
   const int n = span.degree;
   auto* points = arena.New<Vec2>(static_cast<std::size_t>(n) + 1);
-  PartOfCoefficients(span.points, n, u0, u1, points);
+  CutBernstein(span.points, n, u0, u1, points);
   double first = 1, last = 1;
   if (span.kind == Span::Kind::kRational) {
     auto* weights = arena.New<double>(static_cast<std::size_t>(n) + 1);
-    PartOfCoefficients(span.weights, n, u0, u1, weights);
+    CutBernstein(span.weights, n, u0, u1, weights);
     part.weights = weights;
     first = weights[0];
     last = weights[n];

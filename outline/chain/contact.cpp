@@ -1,0 +1,169 @@
+#include "chain/contact.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace kurvo::outline {
+namespace {
+
+constexpr double kSteepest = 2.62;  // distance along the side over distance: slopes up to 2.42
+constexpr double kShort = 64;       // of the reach: shorter stretches are points in any case
+constexpr int kMostSteps = 80;
+
+// The height at which f, of different signs at the ends, changes its sign.
+template <class F>
+double SignChange(const F& f, double low, double high, double at_low, double at_high) {
+  int held = 0;
+  for (int step = 0; step < kMostSteps; ++step) {
+    double h =
+        step % 3 == 2 ? 0.5 * (low + high) : (low * at_high - high * at_low) / (at_high - at_low);
+    if (!(h > low && h < high)) h = 0.5 * (low + high);
+    if (!(h > low && h < high)) break;
+    const double value = f(h);
+    if (value == 0) return h;
+    const bool below = (value < 0) == (at_low < 0);
+    (below ? low : high) = h;
+    (below ? at_low : at_high) = value;
+    if (held == (below ? 1 : 2)) (below ? at_high : at_low) *= 0.5;
+    held = below ? 1 : 2;
+  }
+  return std::fabs(at_low) < std::fabs(at_high) ? low : high;
+}
+
+class Pair {
+ public:
+  Pair(const Track& a, int32_t i, const Track& b, int32_t k, const Nearness& nearness)
+      : a_track_(a),
+        b_track_(b),
+        i_(i),
+        k_(k),
+        nearness_(nearness),
+        axis_(AxisBetween(PieceOf(a, i).sector, PieceOf(b, k).sector)),
+        a_(PieceOf(a, i), axis_),
+        b_(PieceOf(b, k), axis_) {}
+
+  void Run(Work& work, Array<Contact>& contacts) {
+    const double reach = kSteepest * nearness_.tol;
+    const double low = std::max(a_.low(), b_.low()), high = std::min(a_.high(), b_.high());
+    if (low > high) {
+      if (low - high <= reach) EndToEnd(contacts);
+      return;
+    }
+    Array<NearHeights> found;
+    FindNear(a_, b_, reach, work, found);
+    for (const NearHeights& near : found) {
+      Contact contact = Over(near);
+      Closest(near, contact);
+      if (near.high - near.low > kShort * reach) Exact(near, work, contact);
+      if (contact.distance <= nearness_.tol || contact.exact_length > 0)
+        contacts.push_back(contact);
+    }
+  }
+
+ private:
+  static const Piece& PieceOf(const Track& track, int32_t i) {
+    return track.pieces()[static_cast<std::size_t>(i)];
+  }
+  Position OnA(double height) const { return {i_, a_.ToPiece(a_.ParameterAt(height))}; }
+  Position OnB(double height) const { return {k_, b_.ToPiece(b_.ParameterAt(height))}; }
+  double Apart(double height) const {
+    return a_.SideAt(a_.ParameterAt(height)) - b_.SideAt(b_.ParameterAt(height));
+  }
+  double SlopesApart(double height) const {
+    return a_.SlopeAt(a_.ParameterAt(height)) - b_.SlopeAt(b_.ParameterAt(height));
+  }
+
+  Contact Over(const NearHeights& near) const {
+    Contact contact;
+    contact.a_from = OnA(near.low);
+    contact.a_to = OnA(near.high);
+    contact.b_from = OnB(near.low);
+    contact.b_to = OnB(near.high);
+    if (contact.a_to < contact.a_from) {
+      std::swap(contact.a_from, contact.a_to);
+      std::swap(contact.b_from, contact.b_to);
+    }
+    contact.a = contact.a_from;
+    contact.b = contact.b_from;
+    contact.distance = std::numeric_limits<double>::infinity();
+    return contact;
+  }
+
+  // The upper end of one piece and the lower end of the other, beyond each other's heights.
+  void EndToEnd(Array<Contact>& contacts) const {
+    const bool a_is_below = a_.high() < b_.low();
+    const Position a = {i_, a_.ToPiece(a_is_below ? 1 : 0)};
+    const Position b = {k_, b_.ToPiece(a_is_below ? 0 : 1)};
+    Contact contact;
+    contact.a_from = contact.a_to = a;
+    contact.b_from = contact.b_to = b;
+    contact.distance = std::numeric_limits<double>::infinity();
+    Consider(a, b, contact);
+    if (contact.distance <= nearness_.tol) contacts.push_back(contact);
+  }
+
+  // Keeps the pair of positions when it is closer than the one so far, or as close as rounding
+  // tells and at a vertex.
+  void Consider(Position a, Position b, Contact& contact) const {
+    const double distance = Length(a_track_.PointAt(a) - b_track_.PointAt(b));
+    const bool at_vertex = a_track_.IsVertex(a) || b_track_.IsVertex(b);
+    const double at_most = std::max(contact.distance, at_vertex ? nearness_.exact : 0);
+    if (!(distance < contact.distance) && !(at_vertex && distance <= at_most)) return;
+    if (contact.at_vertex && !at_vertex && contact.distance <= nearness_.exact) return;
+    contact.a = a;
+    contact.b = b;
+    contact.distance = distance;
+    contact.at_vertex = at_vertex;
+  }
+
+  // Where the sides are the same, or the slopes are; else an end.
+  void Closest(const NearHeights& near, Contact& contact) const {
+    const double at_low = Apart(near.low), at_high = Apart(near.high);
+    const auto consider = [&](double height) { Consider(OnA(height), OnB(height), contact); };
+    if ((at_low < 0) != (at_high < 0) && at_low != 0 && at_high != 0) {
+      consider(
+          SignChange([this](double h) { return Apart(h); }, near.low, near.high, at_low, at_high));
+    } else if (near.high > near.low) {
+      const double slope_low = SlopesApart(near.low), slope_high = SlopesApart(near.high);
+      if ((slope_low < 0) != (slope_high < 0))
+        consider(SignChange([this](double h) { return SlopesApart(h); }, near.low, near.high,
+                            slope_low, slope_high));
+    }
+    Consider(contact.a_from, contact.b_from, contact);
+    Consider(contact.a_to, contact.b_to, contact);
+  }
+
+  void Exact(const NearHeights& near, Work& work, Contact& contact) const {
+    Array<NearHeights> found;
+    FindNear(a_, b_, near.low, near.high, kSteepest * nearness_.exact, work, found);
+    std::erase_if(found, [this](const NearHeights& part) {
+      return !(part.high - part.low > kShort * nearness_.exact);
+    });
+    if (found.empty()) return;
+    double length = 0;
+    for (const NearHeights& part : found) length += part.high - part.low;
+    const Contact within = Over({found.front().low, found.back().high});
+    contact.exact_length = length;
+    contact.exact_a_from = within.a_from;
+    contact.exact_a_to = within.a_to;
+    contact.exact_b_from = within.b_from;
+    contact.exact_b_to = within.b_to;
+  }
+
+  const Track& a_track_;
+  const Track& b_track_;
+  const int32_t i_, k_;
+  const Nearness nearness_;
+  const Axis axis_;
+  const Graph a_, b_;
+};
+
+}  // namespace
+
+void AddContacts(const Track& a, int32_t i, const Track& b, int32_t k, const Nearness& nearness,
+                 Work& work, Array<Contact>& contacts) {
+  Pair(a, i, b, k, nearness).Run(work, contacts);
+}
+
+}  // namespace kurvo::outline

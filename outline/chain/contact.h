@@ -1,0 +1,32 @@
+// Where two pieces come near each other.
+#pragma once
+
+#include "chain/track.h"
+#include "pair/near.h"
+
+namespace kurvo::outline {
+
+// Distances that count, in the coordinates of the frame.
+struct Nearness {
+  double tol;    // points no farther apart meet
+  double exact;  // curves no farther apart are the same but for rounding
+};
+
+// A stretch of two pieces over which they are near, in the sense of travel of the first.
+struct Contact {
+  Position a_from, a_to;
+  Position b_from, b_to;  // at the same ends; b may run backwards
+  // Where within they are the same but for rounding; a length of 0 when nowhere.
+  double exact_length = 0;
+  Position exact_a_from, exact_a_to, exact_b_from, exact_b_to;
+  // Where they cross or are closest, and how close.
+  Position a, b;
+  double distance = 0;
+  bool at_vertex = false;  // of either chain
+};
+
+// Adds the contacts of piece i of the first track and piece k of the second.
+void AddContacts(const Track& a, int32_t i, const Track& b, int32_t k, const Nearness& nearness,
+                 Work& work, Array<Contact>& contacts);
+
+}  // namespace kurvo::outline

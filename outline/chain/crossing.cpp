@@ -1,0 +1,61 @@
+#include "chain/crossing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace kurvo::outline {
+namespace {
+
+constexpr double kClear = 1.5;  // of the distance to the ends of what is near
+constexpr double kLeast = 8;    // of the tolerance, besides
+constexpr int kMostBisections = 60;
+constexpr int kMostPieces = 1000;
+
+// Follows a track from a position, forwards (step 1) or backwards (-1), until it is `radius` away
+// from the centre. Result: whether it gets there.
+bool Leave(const Track& track, Position at, int step, Vec2 centre, double radius, Vec2& out) {
+  const double end = step > 0 ? 1 : 0;
+  const auto distance = [&](double u) { return Length(track.PointAt({at.piece, u}) - centre); };
+  for (int passed = 0; passed < kMostPieces; ++passed) {
+    if (distance(end) >= radius) {
+      double near = at.u, far = end;
+      for (int i = 0; i < kMostBisections; ++i) {
+        const double u = 0.5 * (near + far);
+        (distance(u) >= radius ? far : near) = u;
+      }
+      out = track.PointAt({at.piece, far});
+      return true;
+    }
+    at = {step > 0 ? track.After(at.piece) : track.Before(at.piece), 1 - end};
+    if (at.piece < 0) return false;
+  }
+  return false;
+}
+
+double AngleFrom(Vec2 from, Vec2 to) {
+  const double angle = std::atan2(Cross(from, to), Dot(from, to));
+  return angle < 0 ? angle + 2 * std::numbers::pi : angle;
+}
+
+}  // namespace
+
+bool CrossAt(const Track& a, const Passage& on_a, const Track& b, const Passage& on_b, Vec2 place,
+             double tol) {
+  double widest = 0;
+  for (const Position at : {on_a.from, on_a.to})
+    widest = std::max(widest, Length(a.PointAt(at) - place));
+  for (const Position at : {on_b.from, on_b.to})
+    widest = std::max(widest, Length(b.PointAt(at) - place));
+  const double radius = kClear * widest + kLeast * tol;
+  Vec2 a_in, a_out, b_in, b_out;
+  if (!Leave(a, on_a.from, -1, place, radius, a_in) ||
+      !Leave(a, on_a.to, 1, place, radius, a_out) ||
+      !Leave(b, on_b.from, -1, place, radius, b_in) || !Leave(b, on_b.to, 1, place, radius, b_out))
+    return false;
+  const Vec2 out = a_out - place;
+  const double back = AngleFrom(out, a_in - place);
+  return (AngleFrom(out, b_in - place) < back) != (AngleFrom(out, b_out - place) < back);
+}
+
+}  // namespace kurvo::outline

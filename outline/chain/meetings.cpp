@@ -1,0 +1,192 @@
+// Where two chains meet, or one meets itself: pieces whose boxes are near, the stretches over which
+// they are near, what belongs together along both chains, and what it is.
+#include <kurvo_outline.h>
+
+#include <algorithm>
+#include <optional>
+#include <tuple>
+
+#include "base/options.h"
+#include "base/refusal.h"
+#include "chain/crossing.h"
+#include "chain/shared_stretch.h"
+#include "pair/box_pairs.h"
+#include "strand/check.h"
+#include "strand/joints.h"
+
+namespace kurvo::outline {
+namespace {
+
+constexpr double kExact = 0x1p-44;       // of the size: what rounding makes of equal curves
+constexpr double kCoordinate = 0x1p-50;  // of the largest coordinate: what its rounding makes
+constexpr double kJoined = 4;            // of the tolerance: gaps within one place
+constexpr double kJoint = 16;            // of the tolerance: a chain is not asked whether it meets
+                                         // itself across less of it
+
+// One entry, or the two of a stretch.
+struct Meeting {
+  KurvoMeeting from, to;
+  bool is_stretch;
+};
+
+class Search {
+ public:
+  Search(const Track& a, const Track& b, bool with_itself, const Nearness& nearness)
+      : a_(a), b_(b), with_itself_(with_itself), nearness_(nearness) {}
+
+  void FindContacts(Progress& progress) {
+    int64_t pairs = 0;
+    const double pieces = std::max(1, a_.count());
+    const auto look = [&](int32_t i, int32_t k) {
+      AddContacts(a_, i, b_, k, nearness_, work_, contacts_);
+      if (++pairs % 256 == 0) progress.Tell(0.8 * i / pieces);
+    };
+    const BoxTree tree(a_.pieces());
+    if (with_itself_) return tree.ForEachPair(nearness_.tol, look);
+    tree.ForEachPair(BoxTree(b_.pieces()), nearness_.tol, look);
+  }
+
+  Array<Meeting> Meetings() {
+    Array<Meeting> meetings;
+    for (const ContactGroup& group : GroupContacts(a_, b_, kJoined * nearness_.tol, contacts_)) {
+      const Contact* contacts = contacts_.data() + group.first;
+      const Extent extent = ExtentOf(a_, contacts, group.count);
+      if (const auto stretch = SharedStretch(a_, b_, contacts, group.count, extent, nearness_)) {
+        meetings.push_back(Stretch(*stretch));
+      } else if (!IsJoint(contacts, group.count)) {
+        meetings.push_back(Point(contacts, group.count, extent));
+      }
+    }
+    std::sort(meetings.begin(), meetings.end(), [](const Meeting& x, const Meeting& y) {
+      const auto key = [](const KurvoMeeting& m) {
+        return std::tuple(m.index_a, m.a, m.index_b, m.b, m.kind);
+      };
+      return key(x.from) < key(y.from);
+    });
+    return meetings;
+  }
+
+ private:
+  static KurvoMeeting Entry(const KurvoPlace& on_a, const KurvoPlace& on_b, int32_t kind) {
+    return {on_a.index, on_b.index, kind, 0, on_a.t, on_b.t, {on_a.point[0], on_a.point[1], 0}};
+  }
+
+  // Of two places of one chain the earlier one comes first.
+  static bool IsBackwards(const KurvoMeeting& m) {
+    return std::tuple(m.index_b, m.b) < std::tuple(m.index_a, m.a);
+  }
+  static void Swap(KurvoMeeting& m) {
+    std::swap(m.index_a, m.index_b);
+    std::swap(m.a, m.b);
+  }
+
+  // The same place on the side of a joint on which a stretch lies that goes forwards from there, or
+  // backwards.
+  static Position OnSide(const Track& track, Position at, bool forwards) {
+    const int32_t next = forwards ? track.After(at.piece) : track.Before(at.piece);
+    return at.u == (forwards ? 1 : 0) && next >= 0 ? Position{next, forwards ? 0.0 : 1.0} : at;
+  }
+
+  // At a joint the curve is named on which the stretch lies: all of a closed chain is from the
+  // start of its first curve to the end of its last.
+  Meeting Stretch(const Extent& stretch) const {
+    const auto end = [&](Position a, Position b, bool is_start, int32_t kind) {
+      return Entry(a_.PlaceOn(OnSide(a_, a, is_start)),
+                   b_.PlaceOn(OnSide(b_, b, is_start != stretch.is_against)), kind);
+    };
+    return {end(stretch.a_from, stretch.b_from, true, KURVO_MEET_RUN_FROM),
+            end(stretch.a_to, stretch.b_to, false, KURVO_MEET_RUN_TO), true};
+  }
+
+  Meeting Point(const Contact* contacts, std::size_t count, const Extent& extent) const {
+    const Contact* best = contacts;
+    for (const Contact* c = contacts + 1; c < contacts + count; ++c) {
+      const bool as_close = c->distance <= nearness_.exact && best->distance <= nearness_.exact;
+      if (as_close ? c->at_vertex && !best->at_vertex : c->distance < best->distance) best = c;
+    }
+    Passage on_b = {extent.b_from, extent.b_to};
+    if (extent.is_against) std::swap(on_b.from, on_b.to);
+    const bool cross =
+        CrossAt(a_, {extent.a_from, extent.a_to}, b_, on_b, a_.PointAt(best->a), nearness_.tol);
+    Meeting meeting = {Entry(a_.PlaceAt(best->a), b_.PlaceAt(best->b),
+                             cross ? KURVO_MEET_CROSS : KURVO_MEET_TOUCH),
+                       {},
+                       false};
+    if (with_itself_ && IsBackwards(meeting.from)) Swap(meeting.from);
+    return meeting;
+  }
+
+  // Whether a chain only meets itself because it goes on there: between the two parts lies next to
+  // nothing of it.
+  bool IsJoint(const Contact* contacts, std::size_t count) const {
+    if (!with_itself_) return false;
+    const double least = kJoint * nearness_.tol;
+    for (const Contact* c = contacts; c < contacts + count; ++c) {
+      const double from = a_.ChordsTo(c->a_from), to = a_.ChordsTo(c->a_to);
+      const double low = std::min(b_.ChordsTo(c->b_from), b_.ChordsTo(c->b_to));
+      const double high = std::max(b_.ChordsTo(c->b_from), b_.ChordsTo(c->b_to));
+      if (low - to <= least) return true;
+      if (a_.is_closed() && from + a_.Chords() - high <= least) return true;
+    }
+    return false;
+  }
+
+  const Track& a_;
+  const Track& b_;
+  const bool with_itself_;
+  const Nearness nearness_;
+  Work work_;
+  Array<Contact> contacts_;
+};
+
+double LargestCoordinate(const Bounds& box) {
+  return std::max(
+      {std::fabs(box.low.x), std::fabs(box.low.y), std::fabs(box.high.x), std::fabs(box.high.y)});
+}
+
+Array<KurvoMeeting> FindMeetings(const Cvseq* a, const Cvseq* b, const KurvoOptions* options,
+                                 double epsilon) {
+  Bounds box;
+  CheckChain(a, box);
+  if (b) CheckChain(b, box);
+  const Frame frame(box);
+  Settings settings = ReadOptions(options, frame.size(), epsilon);
+  settings.progress.Tell(0);
+  RequireJoined(*a, settings.gap);
+  if (b) RequireJoined(*b, settings.gap);
+  Array<KurvoMeeting> list;
+  if (box.IsEmpty()) return list;
+
+  const double rounding = frame.LengthInwards(kCoordinate * LargestCoordinate(box));
+  const double tol = std::max(frame.LengthInwards(settings.tol), rounding);
+  const Nearness nearness = {tol, std::min(std::max(kExact, rounding), tol)};
+  const Track first(*a, frame, IsClosed(*a, frame.size(), epsilon));
+  std::optional<Track> second;
+  if (b) second.emplace(*b, frame, IsClosed(*b, frame.size(), epsilon));
+  Search search(first, second ? *second : first, !b, nearness);
+  search.FindContacts(settings.progress);
+  for (const Meeting& meeting : search.Meetings()) {
+    list.push_back(meeting.from);
+    if (meeting.is_stretch) list.push_back(meeting.to);
+  }
+  settings.progress.Tell(1);
+  return list;
+}
+
+}  // namespace
+}  // namespace kurvo::outline
+
+using namespace kurvo::outline;
+
+extern "C" int KurvoChainMeetings(const Cvseq* a, const Cvseq* b, const KurvoOptions* options,
+                                  KurvoMeeting** list, int32_t* count, GlobalVar* g) noexcept {
+  if (list) *list = nullptr;
+  if (count) *count = 0;
+  return Answer(g, [&] {
+    Require(list && count, KURVO_ERR_OPTION);
+    const Array<KurvoMeeting> found = FindMeetings(a, b, options, GetEpsilon(g));
+    const int32_t n = CountOf(found.size());
+    if (n > 0) *list = Handed<KurvoMeeting>(found).Release();
+    *count = n;
+  });
+}

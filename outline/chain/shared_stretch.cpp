@@ -1,0 +1,172 @@
+#include "chain/shared_stretch.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace kurvo::outline {
+namespace {
+
+constexpr double kExactShare = 0.125;
+constexpr double kLeastWhole = 0x1p-10;  // of the size: length of a span that is followed whole
+constexpr double kParting = 0x1p-18;  // of the size: how far from an end rounding hides a parting
+constexpr int kMostSteps = 30;
+constexpr double kFar = std::numeric_limits<double>::infinity();
+
+// Indices into a group, in the order of the first chain; a group that passes the start of a closed
+// chain begins where nothing comes before it.
+Array<std::size_t> InOrder(const Track& a, const Contact* contacts, std::size_t count) {
+  Array<std::size_t> order(count);
+  for (std::size_t i = 0; i < count; ++i) order[i] = i;
+  std::sort(order.begin(), order.end(), [contacts](std::size_t x, std::size_t y) {
+    return contacts[x].a_from < contacts[y].a_from;
+  });
+  if (!a.is_closed()) return order;
+  int32_t reached = contacts[order[0]].a_to.piece;
+  for (std::size_t i = 1; i < count; ++i) {
+    const int32_t piece = contacts[order[i]].a_from.piece;
+    if (piece > reached + 1) {
+      std::rotate(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(i), order.end());
+      break;
+    }
+    reached = std::max(reached, piece);
+  }
+  return order;
+}
+
+double ChordsBetween(const Track& track, Position from, Position to) {
+  const double chords = track.ChordsTo(to) - track.ChordsTo(from);
+  return to < from ? chords + track.Chords() : chords;
+}
+
+// The foot of a point near a position, by Newton's method on (P - q) . P'.
+Position FootNear(const Track& track, Position at, Vec2 q) {
+  const Span& span = track.pieces()[static_cast<std::size_t>(at.piece)].span;
+  for (int step = 0; step < kMostSteps; ++step) {
+    const Jet jet = JetAt(span, at.u);
+    const Vec2 gap = jet.point - q;
+    const double slope = SquaredLength(jet.first) + Dot(gap, jet.second);
+    if (!(slope > 0)) break;
+    const double u = std::clamp(at.u - Dot(gap, jet.first) / slope, 0.0, 1.0);
+    const bool done = std::fabs(u - at.u) <= 0x1p-52;
+    at.u = u;
+    if (done) break;
+  }
+  return at;
+}
+
+// The vertex of a track next to a position, no farther along it than `reach`; whether there is one.
+bool VertexNear(const Track& track, Position at, double reach, Position& vertex) {
+  double least = reach;
+  bool found = false;
+  const auto follow = [&](int32_t piece, double end, Position from, double way) {
+    for (; piece >= 0 && way <= least; piece = end > 0 ? track.After(piece) : track.Before(piece)) {
+      way += Length(track.PointAt({piece, end}) - track.PointAt(from));
+      from = {piece, end};
+      if (!(way <= least)) return;
+      if (!track.IsVertex(from)) continue;
+      found = true;
+      least = way;
+      vertex = from;
+      return;
+    }
+  };
+  follow(at.piece, 0, at, 0);
+  follow(at.piece, 1, at, 0);
+  return found;
+}
+
+// Moves an end of a stretch onto a vertex of either chain, the nearer one.
+void MoveOntoVertex(const Track& a, const Track& b, double reach, Position& on_a, Position& on_b) {
+  Position vertex_a, vertex_b;
+  const bool has_a = VertexNear(a, on_a, reach, vertex_a);
+  const bool has_b = VertexNear(b, on_b, reach, vertex_b);
+  if (!has_a && !has_b) return;
+  const double to_a = has_a ? Length(a.PointAt(vertex_a) - a.PointAt(on_a)) : kFar;
+  const double to_b = has_b ? Length(b.PointAt(vertex_b) - b.PointAt(on_b)) : kFar;
+  if (to_a <= to_b) {
+    on_a = vertex_a;
+    on_b = FootNear(b, on_b, a.PointAt(on_a));
+  } else {
+    on_b = vertex_b;
+    on_a = FootNear(a, on_a, b.PointAt(on_b));
+  }
+  // Both end there.
+  constexpr double kSame = 0x1p-40;
+  if (has_a && Length(a.PointAt(vertex_a) - a.PointAt(on_a)) <= kSame) on_a = vertex_a;
+  if (has_b && Length(b.PointAt(vertex_b) - b.PointAt(on_b)) <= kSame) on_b = vertex_b;
+}
+
+// Whether the extent holds all of a span that is not short.
+bool HoldsSpan(const Track& track, Position from, Position to) {
+  if (to < from) std::swap(from, to);
+  for (int32_t i = from.piece; i <= to.piece; ++i) {
+    const Position start = {i, 0};
+    if (start < from || !track.IsVertex(start)) continue;
+    int32_t last = i;
+    while (!track.IsVertex({last, 1}) && last < to.piece) ++last;
+    const Position end = {last, 1};
+    if (track.IsVertex(end) && !(to < end) && ChordsBetween(track, start, end) > kLeastWhole)
+      return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+Extent ExtentOf(const Track& a, const Contact* contacts, std::size_t count) {
+  const Contact& only = contacts[0];
+  Extent extent = {only.a_from, only.a_to, only.b_from, only.b_to, 0, false};
+  if (count > 1) {
+    const Array<std::size_t> order = InOrder(a, contacts, count);
+    const Contact& first = contacts[order[0]];
+    const Contact* last = &contacts[order[count - 1]];
+    for (const std::size_t i : order)
+      if (contacts[i].a_to.piece == last->a_to.piece && last->a_to.u < contacts[i].a_to.u)
+        last = &contacts[i];
+    extent = {first.a_from, last->a_to, first.b_from, last->b_to, 0, false};
+  }
+  extent.length = ChordsBetween(a, extent.a_from, extent.a_to);
+  const Contact* longest = contacts;
+  const auto length = [](const Contact& c) { return std::fabs(c.b_to.u - c.b_from.u); };
+  for (const Contact* c = contacts + 1; c < contacts + count; ++c)
+    if (length(*c) > length(*longest)) longest = c;
+  extent.is_against = longest->b_to < longest->b_from;
+  return extent;
+}
+
+std::optional<Extent> SharedStretch(const Track& a, const Track& b, const Contact* contacts,
+                                    std::size_t count, const Extent& extent,
+                                    const Nearness& nearness) {
+  double exact_length = 0;
+  for (std::size_t i = 0; i < count; ++i) exact_length += contacts[i].exact_length;
+  if (exact_length >= kExactShare * extent.length && exact_length > 0) {
+    const Array<std::size_t> order = InOrder(a, contacts, count);
+    Extent exact = extent;
+    bool is_first = true;
+    for (const std::size_t i : order) {
+      const Contact& contact = contacts[i];
+      if (!(contact.exact_length > 0)) continue;
+      if (is_first) {
+        exact.a_from = contact.exact_a_from;
+        exact.b_from = contact.exact_b_from;
+      }
+      is_first = false;
+      exact.a_to = contact.exact_a_to;
+      exact.b_to = contact.exact_b_to;
+    }
+    MoveOntoVertex(a, b, kParting, exact.a_from, exact.b_from);
+    MoveOntoVertex(a, b, kParting, exact.a_to, exact.b_to);
+    return exact;
+  }
+  if (extent.length < kLongStretch && !HoldsSpan(a, extent.a_from, extent.a_to) &&
+      !HoldsSpan(b, extent.b_from, extent.b_to))
+    return std::nullopt;
+  Extent near = extent;
+  constexpr double kEndShare = 16;  // of the tolerance: what a sharp parting adds
+  MoveOntoVertex(a, b, kEndShare * nearness.tol, near.a_from, near.b_from);
+  MoveOntoVertex(a, b, kEndShare * nearness.tol, near.a_to, near.b_to);
+  return near;
+}
+
+}  // namespace kurvo::outline

@@ -1,0 +1,131 @@
+#include "pair/alongside.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace kurvo::outline {
+namespace {
+
+constexpr int kMostDegreeAlongside = 5;
+constexpr double kClose = 0.01;     // of the shortest leg: apart at equal parameters
+constexpr double kSteepest = 2.62;  // distances along the side over distances: slopes up to 2.42
+constexpr double kSameWeight = 0x1p-40;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+// Range of a polynomial in Bernstein form.
+struct Range {
+  double least = kInfinity, most = -kInfinity;
+
+  void Add(double value) {
+    least = std::min(least, value);
+    most = std::max(most, value);
+  }
+};
+
+// Divides sums of products by the binomials of their degree.
+Range RangeOfProduct(const double* product, int degree) {
+  Range range;
+  double binomial = 1;
+  for (int k = 0; k <= degree; ++k) {
+    range.Add(product[k] / binomial);
+    binomial = binomial * (degree - k) / (k + 1);
+  }
+  return range;
+}
+
+constexpr double kBinomials[][kMostDegreeAlongside + 1] = {
+    {1}, {1, 1}, {1, 2, 1}, {1, 3, 3, 1}, {1, 4, 6, 4, 1}, {1, 5, 10, 10, 5, 1}};
+
+bool HaveSameWeights(const Stretch& a, const Stretch& b) {
+  if (a.is_rational != b.is_rational) return false;
+  for (int i = 1; a.is_rational && i <= a.degree; ++i) {
+    const double difference = a.weight[i] * b.weight[0] - b.weight[i] * a.weight[0];
+    if (!(std::fabs(difference) <= kSameWeight * a.weight[i] * b.weight[0])) return false;
+  }
+  return true;
+}
+
+// Two curves of one degree over the same heights, with nearly the same control points: D = A - B at
+// equal parameters. The distance of A(t) from B is that across B' but for the square of what lies
+// along it: |D x B'| / |B'| with an error below 2 |D|^2 |B''| / |B'|^2. Bernstein coefficients
+// bound the product of polynomials.
+Verdict OfOneDegree(const Stretch& a, const Stretch& b, double reach) {
+  const int n = a.degree;
+  if (n != b.degree || n < 2 || !HaveSameWeights(a, b)) return Verdict::kUnknown;
+  Vec2 apart[kMostDegree + 1];
+  double most = 0;
+  for (int i = 0; i <= n; ++i) {
+    apart[i] = {a.side[i] - b.side[i], a.height[i] - b.height[i]};
+    most = std::max({most, std::fabs(apart[i].x), std::fabs(apart[i].y)});
+  }
+  // What heights differ by counts for the side by the slope.
+  if ((1 + kSteepest) * most <= 2 * reach) return Verdict::kNear;
+  if (n > kMostDegreeAlongside || a.is_rational) return Verdict::kUnknown;
+
+  Vec2 leg[kMostDegreeAlongside];
+  double shortest = kInfinity, longest = 0, bend = 0;
+  for (int i = 0; i < n; ++i) {
+    leg[i] = double(n) * Vec2{b.side[i + 1] - b.side[i], b.height[i + 1] - b.height[i]};
+    shortest = std::min(shortest, Length(leg[i]));
+    longest = std::max(longest, Length(leg[i]));
+    if (i > 0) bend = std::max(bend, (n - 1) * Length(leg[i] - leg[i - 1]));
+  }
+  if (!(most < kClose * shortest && bend < shortest)) return Verdict::kUnknown;
+  double product[2 * kMostDegreeAlongside] = {};
+  for (int i = 0; i <= n; ++i)
+    for (int j = 0; j < n; ++j)
+      product[i + j] += kBinomials[n][i] * kBinomials[n - 1][j] * Cross(apart[i], leg[j]);
+  const Range range = RangeOfProduct(product, 2 * n - 1);
+  const double error = 2 * (2 * most * most) * bend / shortest;
+  const double far = reach * longest + error;
+  return range.least > far || range.most < -far ? Verdict::kApart : Verdict::kUnknown;
+}
+
+// P = W / w lies |P - c| - r beside a circle, and (|P - c| - r)(|P - c| + r) w^2 is the polynomial
+// |W - c w|^2 - r^2 w^2, here over r^2 and with the weights of W at most 1.
+Verdict BesideCircle(const Graph& arc, const Stretch& curve, double reach) {
+  const int n = curve.degree;
+  if (n < 2 || n > kMostDegreeAlongside) return Verdict::kUnknown;
+  Vec2 out[kMostDegreeAlongside + 1];
+  double weight[kMostDegreeAlongside + 1];
+  double most = 1, least = 1;
+  if (curve.is_rational) {
+    most = *std::max_element(curve.weight, curve.weight + n + 1);
+    least = *std::min_element(curve.weight, curve.weight + n + 1) / most;
+  }
+  const double by = 1 / arc.radius();
+  for (int i = 0; i <= n; ++i) {
+    weight[i] = curve.is_rational ? curve.weight[i] / most : 1;
+    out[i] = (weight[i] * by) * (Vec2{curve.side[i], curve.height[i]} - arc.centre());
+  }
+  double product[2 * kMostDegreeAlongside + 1] = {};
+  for (int i = 0; i <= n; ++i)
+    for (int j = 0; j <= n; ++j)
+      product[i + j] +=
+          kBinomials[n][i] * kBinomials[n][j] * (Dot(out[i], out[j]) - weight[i] * weight[j]);
+  const Range range = RangeOfProduct(product, 2 * n);
+  const double widest = arc.radius() * std::max(range.most, -range.least) / (least * least);
+  if (kSteepest * widest <= 2 * reach) return Verdict::kNear;
+  // |P - c| + r is at most 2 r and the distance.
+  const double apart = std::max(range.least, -range.most);
+  const double far = reach * by;
+  return apart > far * (2 + far) ? Verdict::kApart : Verdict::kUnknown;
+}
+
+}  // namespace
+
+Verdict Alongside(const Graph& a, const Stretch& part_a, const Graph& b, const Stretch& part_b,
+                  double reach) {
+  const bool arc_a = a.radius() > 0, arc_b = b.radius() > 0;
+  if (arc_a && arc_b) {
+    const double apart = Length(a.centre() - b.centre()) + std::fabs(a.radius() - b.radius());
+    return kSteepest * apart <= 2 * reach ? Verdict::kNear : Verdict::kUnknown;
+  }
+  if (arc_a) return BesideCircle(a, part_b, reach);
+  if (arc_b) return BesideCircle(b, part_a, reach);
+  return OfOneDegree(part_a, part_b, reach);
+}
+
+}  // namespace kurvo::outline

@@ -1,0 +1,193 @@
+#include "pair/graph.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "strand/bernstein.h"
+
+namespace kurvo::outline {
+namespace {
+
+constexpr int kMostSteps = 60;
+
+}  // namespace
+
+// With heights at 22.5 degrees times 2 s for equal sectors s, in the middle between neighbours, and
+// between opposite ones at the sector that follows the first: no direction of either sector is
+// farther than 67.5 degrees away.
+Axis AxisBetween(int first_sector, int second_sector) {
+  constexpr double kCos = 0.92387953251128675613, kSin = 0.38268343236508977173;
+  constexpr double kHalf = 0.70710678118654752440;
+  constexpr Vec2 kAxes[] = {{1, 0}, {kCos, kSin},  {kHalf, kHalf},  {kSin, kCos},
+                            {0, 1}, {-kSin, kCos}, {-kHalf, kHalf}, {-kCos, kSin}};
+  const int apart = (second_sector - first_sector) & 3;
+  const int turns = 2 * first_sector + (apart == 3 ? -1 : apart);
+  return {kAxes[turns & 7]};
+}
+
+Graph::Graph(const Piece& piece, Axis axis)
+    : kind_(piece.span.kind), degree_(std::max(piece.span.degree, 1)), axis_(axis) {
+  const Span& span = piece.span;
+  const Vec2 start = Turned(span.Start()), end = Turned(span.End());
+  falls_ = end.y < start.y;
+  low_ = falls_ ? end.y : start.y;
+  high_ = falls_ ? start.y : end.y;
+  if (kind_ == Span::Kind::kArc) {
+    centre_ = Turned(span.centre);
+    radius_ = span.radius;
+    angle_ = span.angle;
+    sweep_ = span.sweep;
+    bulge_ = Turned(PointAt(span, 0.5)).x < centre_.x ? -1 : 1;
+  }
+  const int n = degree_;
+  for (int i = 0; i <= n; ++i) {
+    const int from = falls_ ? n - i : i;
+    const Vec2 p = Turned(span.points[from]);
+    side_[i] = p.x;
+    height_[i] = p.y;
+    if (kind_ == Span::Kind::kRational) weight_[i] = span.weights[from];
+  }
+}
+
+double Graph::SideOfArc(double height) const {
+  const double rise = height - centre_.y;
+  const double square = (radius_ - rise) * (radius_ + rise);
+  return centre_.x + bulge_ * std::sqrt(std::max(square, 0.0));
+}
+
+double Graph::HeightOfBezier(double s, double& slope) const {
+  return WithDegree(degree_, [&](int n) {
+    const auto height = [this](int i) { return height_[i]; };
+    const auto rise = [this](int i) { return height_[i + 1] - height_[i]; };
+    const double value = BernsteinSum(n, s, height);
+    const double first = n * BernsteinSum(n - 1, s, rise);
+    if (kind_ == Span::Kind::kBezier) {
+      slope = first;
+      return value;
+    }
+    const double w = BernsteinSum(n, s, [this](int i) { return weight_[i]; });
+    const double dw =
+        n * BernsteinSum(n - 1, s, [this](int i) { return weight_[i + 1] - weight_[i]; });
+    slope = (first - dw * (value / w)) / w;
+    return value / w;
+  });
+}
+
+// Newton's method, kept in a bracket that every step narrows.
+double Graph::ParameterAt(double height, double least, double most) const {
+  if (height <= low_) return 0;
+  if (height >= high_) return 1;
+  if (kind_ == Span::Kind::kLine) return (height - low_) / (high_ - low_);
+  if (kind_ == Span::Kind::kArc) {
+    const Vec2 out = {SideOfArc(height) - centre_.x, height - centre_.y};
+    // Back from the axes of the graph to those of the frame.
+    const Vec2 right = axis_.Right(), up = axis_.up;
+    const Vec2 radius = {out.x * right.x + out.y * up.x, out.x * right.y + out.y * up.y};
+    const Vec2 start = {std::cos(angle_), std::sin(angle_)};
+    const double turn = std::atan2(Cross(start, radius), Dot(start, radius));
+    const double u = std::clamp(turn / sweep_, 0.0, 1.0);
+    return falls_ ? 1 - u : u;
+  }
+  double s = 0.5 * (least + most);
+  for (int step = 0; step < kMostSteps; ++step) {
+    double slope;
+    const double miss = HeightOfBezier(s, slope) - height;
+    if (miss == 0) return s;
+    (miss > 0 ? most : least) = s;
+    double next = s - miss / slope;
+    if (!(next > least && next < most)) next = 0.5 * (least + most);
+    if (!(next > least && next < most) || std::fabs(next - s) <= 0x1p-53 * s) return next;
+    s = next;
+  }
+  return s;
+}
+
+double Graph::SideAt(double s) const {
+  switch (kind_) {
+    case Span::Kind::kLine:
+      return (1 - s) * side_[0] + s * side_[1];
+    case Span::Kind::kArc: {
+      if (s <= 0) return side_[0];
+      if (s >= 1) return side_[1];
+      const double angle = angle_ + ToPiece(s) * sweep_;
+      return centre_.x + radius_ * Dot({std::cos(angle), std::sin(angle)}, axis_.Right());
+    }
+    default: {
+      const double value = WithDegree(
+          degree_, [&](int n) { return BernsteinSum(n, s, [this](int i) { return side_[i]; }); });
+      if (kind_ == Span::Kind::kBezier) return value;
+      return value / BernsteinSum(degree_, s, [this](int i) { return weight_[i]; });
+    }
+  }
+}
+
+double Graph::SlopeAt(double s) const {
+  if (kind_ == Span::Kind::kLine) return (side_[1] - side_[0]) / (high_ - low_);
+  if (kind_ == Span::Kind::kArc) {
+    const double angle = angle_ + ToPiece(s) * sweep_;
+    const Vec2 along = {-std::sin(angle), std::cos(angle)};
+    return Dot(along, axis_.Right()) / Dot(along, axis_.up);
+  }
+  double rise;
+  const double height = HeightOfBezier(s, rise);
+  static_cast<void>(height);
+  const int n = degree_;
+  const double dx = n * BernsteinSum(n - 1, s, [this](int i) { return side_[i + 1] - side_[i]; });
+  if (kind_ == Span::Kind::kBezier) return dx / rise;
+  const double w = BernsteinSum(n, s, [this](int i) { return weight_[i]; });
+  const double dw =
+      n * BernsteinSum(n - 1, s, [this](int i) { return weight_[i + 1] - weight_[i]; });
+  return (dx - dw * SideAt(s)) / w / rise;
+}
+
+// The hull of the control points bounds how far a Bezier piece bends. An arc bends by its sagitta,
+// which is (chord / 2)^2 / (r + the distance from the centre to the chord), measured along the
+// side.
+Stretch Graph::Between(double low, double high, double s_low, double s_high) const {
+  Stretch stretch;
+  stretch.low = low;
+  stretch.high = high;
+  stretch.least = stretch.most = 0;
+  stretch.degree = 0;
+  stretch.is_rational = kind_ == Span::Kind::kRational;
+  if (kind_ == Span::Kind::kLine) {
+    stretch.at_low = SideAt(s_low);
+    stretch.at_high = SideAt(s_high);
+    return stretch;
+  }
+  const double rise = high - low;
+  if (kind_ == Span::Kind::kArc) {
+    constexpr double kRounding = 1e-12;
+    stretch.at_low = SideOfArc(low);
+    stretch.at_high = SideOfArc(high);
+    const double run = stretch.at_high - stretch.at_low;
+    const double quarter = 0.25 * (run * run + rise * rise);
+    const double sagitta =
+        quarter / (radius_ + std::sqrt(std::max(radius_ * radius_ - quarter, 0.0)));
+    const double bend = rise > 0 ? sagitta * 2 * std::sqrt(quarter) / rise * (1 + kRounding) : 0;
+    (bulge_ > 0 ? stretch.most : stretch.least) = bulge_ * bend;
+    return stretch;
+  }
+  const int n = degree_;
+  stretch.degree = n;
+  CutBernstein(side_, n, s_low, s_high, stretch.side);
+  CutBernstein(height_, n, s_low, s_high, stretch.height);
+  if (stretch.is_rational) {
+    CutBernstein(weight_, n, s_low, s_high, stretch.weight);
+    for (int i = 0; i <= n; ++i) {
+      stretch.side[i] /= stretch.weight[i];
+      stretch.height[i] /= stretch.weight[i];
+    }
+  }
+  stretch.at_low = stretch.side[0];
+  stretch.at_high = stretch.side[n];
+  const double slope = rise > 0 ? (stretch.at_high - stretch.at_low) / rise : 0;
+  for (int i = 1; i < n; ++i) {
+    const double bend = stretch.side[i] - (stretch.at_low + slope * (stretch.height[i] - low));
+    stretch.least = std::min(stretch.least, bend);
+    stretch.most = std::max(stretch.most, bend);
+  }
+  return stretch;
+}
+
+}  // namespace kurvo::outline

@@ -1,0 +1,37 @@
+// Where two graphs come near each other.
+#pragma once
+
+#include "base/memory.h"
+#include "pair/graph.h"
+
+namespace kurvo::outline {
+
+// Heights between which two graphs are near.
+struct NearHeights {
+  double low, high;
+};
+
+// The work that one call may do, in stretches that are looked at; beyond it they are taken for near
+// unless their chords say otherwise.
+class Work {
+ public:
+  bool Take() { return left_-- > 0; }
+  bool IsUsedUp() const { return left_ <= 0; }
+
+ private:
+  static constexpr int64_t kMost = int64_t{1} << 22;  // some 0.6 s
+  int64_t left_ = kMost;
+};
+
+// All heights at which the sides of the graphs differ by no more than `reach`, and some at which
+// they differ by no more than twice as much; ascending, apart. Heights are halved, and cut back to
+// where the chords and the ranges of the bends allow it (a fat line for functions; Sederberg and
+// Nishita, Curve intersection using Bezier clipping, 1990), until a stretch is near as a whole.
+// Polynomials that run alongside each other are compared as such: stretches need no flattening.
+void FindNear(const Graph& a, const Graph& b, double reach, Work& work, Array<NearHeights>& found);
+
+// The same between two heights.
+void FindNear(const Graph& a, const Graph& b, double low, double high, double reach, Work& work,
+              Array<NearHeights>& found);
+
+}  // namespace kurvo::outline

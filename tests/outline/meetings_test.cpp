@@ -1,0 +1,181 @@
+// Where chains meet: closed forms, random chains against their polylines, planted touches and
+// stretches.
+#include <kurvo_outline.h>
+
+#include <map>
+
+#include "support/generator.h"
+#include "support/oracle.h"
+
+namespace kurvo_test {
+namespace {
+
+using Meetings = std::vector<KurvoMeeting>;
+
+Meetings MeetingsOf(const Cvseq* a, const Cvseq* b, const KurvoOptions* options = nullptr) {
+  Globals g;
+  KurvoMeeting* list;
+  int32_t count;
+  EXPECT_EQ(KurvoChainMeetings(a, b, options, &list, &count, &g), 1) << KurvoErrGet(&g);
+  Meetings meetings(list, list + count);
+  KurvoFree(list);
+  return meetings;
+}
+
+std::string Written(const Meetings& meetings) {
+  std::string text;
+  for (const KurvoMeeting& m : meetings) {
+    char entry[80];
+    std::snprintf(entry, sizeof entry, "%c %d:%.6g %d:%.6g, ", "xt[]"[m.kind], m.index_a, m.a,
+                  m.index_b, m.b);
+    text += entry;
+  }
+  return text;
+}
+
+TEST(ChainMeetings, ClosedForms) {
+  struct Row {
+    const char *a, *b, *want;  // b null: with itself
+  };
+  const char* circle = "(a 0 0 1 0 6.283185307179586)";
+  // clang-format off
+  const Row rows[] = {
+      {"(l 0 0 2 2)", "(l 0 2 2 0)", "x 0:0.5 0:0.5, "},
+      {"(l 0 0 2 0)", "(l 1 0 1 3)", "t 0:0.5 0:0, "},
+      {"(l 0 0 2 0)", "(l 1 1e-8 1 3)", ""},
+      {"(l 0 0 2 0)", "(l 2 0 1 3)", "t 0:1 0:0, "},
+      {"(l 0 0 1 0)(l 1 0 2 0)", "(l 1 -1 1 3)", "x 1:0 0:0.25, "},
+      {"(l 0 0 1 0)(l 1 0 2 0)", "(l 1 -1 1 0)(l 1 0 1 4)", "x 1:0 1:0, "},
+      {"(l 0 0 1 0)(l 1 0 2 1)", "(l 0 1 1 0)(l 1 0 2 3)", "t 1:0 1:0, "},
+      {"(l 0 0 4 0)", "(l 1 0 3 0)", "[ 0:0.25 0:0, ] 0:0.75 0:1, "},
+      {"(l 0 0 4 0)", "(l 3 0 1 0)", "[ 0:0.25 0:1, ] 0:0.75 0:0, "},
+      {"(l 0 0 4 0)", "(l 4 0 8 0)", "t 0:1 0:0, "},
+      {"(l 0 0 4 0)", "(a 2 1 1 0 6.283185307179586)", "t 0:0.5 0:0.75, "},
+      {"(l 0 0 4 0)", "(a 2 .5 1 0 6.283185307179586)", "x 0:0.283494 0:0.583333, x 0:0.716506 0:0.916667, "},
+      {circle, "(a 2 0 1 0 6.283185307179586)", "t 0:0 0:0.5, "},
+      {circle, "(a 1 0 1 0 6.283185307179586)", "x 0:0.166667 0:0.333333, x 0:0.833333 0:0.666667, "},
+      {"(a 0 0 1 0 3)", "(a 0 0 1 2 3)", "[ 0:0.666667 0:0, ] 0:1 0:0.333333, "},
+      {"(l 0 0 2 0)(a 2 1 1 -1.5707963267948966 2)", "(l 1 0 2 0)(l 2 0 5 0)", "[ 0:0.5 0:0, ] 0:1 0:1, "},
+      {"(b -1 1 0 -1 1 1)", "(l -1 0 1 0)", "t 0:0.5 0:0.5, "},
+      {"(b 0 0 1 2 3 2 4 0)", "(b 4 0 3 2 1 2 0 0)", "[ 0:0 0:1, ] 0:1 0:0, "},
+      {"(r 1 0 1 1 1 1 0 1 2)", "(a 0 0 1 0 3.141592653589793)", "[ 0:0 0:0, ] 0:1 0:0.5, "},
+      {"(b 0 0 6 4 -2 4 4 0)", nullptr, "x 0:0.172673 0:0.827327, "},
+      {"(b 0 0 4 4 2 4 2 0)", nullptr, ""},
+      {"(b 0 0 1 1 2 0)(l 2 0 0 0)", nullptr, ""},
+      {"(l 0 0 4 0)(l 4 0 4 4)(l 4 4 2 -2)(l 2 -2 0 0)", nullptr, "x 0:0.666667 2:0.666667, "},
+      {"(l 0 0 2 0)(l 2 0 2 2)(l 2 2 2 0)(l 2 0 4 0)", nullptr, "[ 1:0 2:1, ] 1:1 2:0, "},
+      {"", "(l 0 0 1 1)", ""},
+  };
+  // clang-format on
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string(row.a) + " with " + (row.b ? row.b : "itself"));
+    const Chain a(row.a), b(row.b ? row.b : "");
+    EXPECT_EQ(Written(MeetingsOf(a.get(), row.b ? b.get() : nullptr)), row.want);
+  }
+}
+
+// ---- Random chains against fine polylines ----
+
+Chain RandomChain(Random& random, int curves, double size, XY from) {
+  std::vector<Owned> list;
+  XY at = from;
+  for (int i = 0; i < curves; ++i) {
+    const XY next = RandomPlace(random, size);
+    list.push_back(RandomBetween(random, at, next));
+    at = next;
+  }
+  return Chain(std::move(list));
+}
+
+struct Vertex {
+  LongPoint p;
+  double t;  // index of the curve and the share of its domain
+};
+
+std::vector<Vertex> Polyline(const Chain& chain, int steps) {
+  std::vector<Vertex> vertices;
+  for (int i = 0; i < chain.count(); ++i) {
+    const Oracle oracle(chain[i]);
+    for (int k = i ? 1 : 0; k <= steps; ++k) {
+      const Wide share = static_cast<Wide>(k) / steps;
+      vertices.push_back({oracle.PointAt(oracle.start() + share * (oracle.end() - oracle.start())),
+                          i + static_cast<double>(share)});
+    }
+  }
+  return vertices;
+}
+
+struct Cut {
+  double a, b, sine;
+};
+
+// Where two polylines cross, each of at least `apart` vertices between when they are one.
+std::vector<Cut> Cuts(const std::vector<Vertex>& a, const std::vector<Vertex>& b, bool is_one) {
+  const auto cross = [](LongPoint u, LongPoint v) { return u.x * v.y - u.y * v.x; };
+  const auto minus = [](LongPoint u, LongPoint v) { return LongPoint{u.x - v.x, u.y - v.y}; };
+  std::vector<Cut> cuts;
+  for (std::size_t i = 0; i + 1 < a.size(); ++i) {
+    const LongPoint p = a[i].p, u = minus(a[i + 1].p, p);
+    const Wide low = std::min(p.x, a[i + 1].p.x), high = std::max(p.x, a[i + 1].p.x);
+    for (std::size_t k = is_one ? i + 2 : 0; k + 1 < b.size(); ++k) {
+      if (std::max(b[k].p.x, b[k + 1].p.x) < low || std::min(b[k].p.x, b[k + 1].p.x) > high)
+        continue;
+      const LongPoint q = b[k].p, v = minus(b[k + 1].p, q);
+      const Wide by = cross(u, v);
+      const Wide s = cross(minus(q, p), v) / by, t = cross(minus(q, p), u) / by;
+      if (!(s >= 0 && s < 1 && t >= 0 && t < 1)) continue;
+      cuts.push_back(
+          {a[i].t + static_cast<double>(s) * (a[i + 1].t - a[i].t),
+           b[k].t + static_cast<double>(t) * (b[k + 1].t - b[k].t),
+           static_cast<double>(by / std::sqrt((u.x * u.x + u.y * u.y) * (v.x * v.x + v.y * v.y)))});
+    }
+  }
+  return cuts;
+}
+
+double ShareOf(const Chain& chain, int32_t index, double t) {
+  const auto [start, length] = Domain(chain[index]);
+  return index + (t - start) / length;
+}
+
+TEST(ChainMeetings, RandomChainsAgreeWithTheirPolylines) {
+  int asked = 0, listed = 0;
+  Rounds(Cases(60), [&](Random& random, int round) {
+    const bool with_itself = round % 3 == 2;
+    const Chain a = RandomChain(random, RandomInt(random, 1, 4), 10, RandomPlace(random));
+    const Chain b = RandomChain(random, RandomInt(random, 1, 4), 10, RandomPlace(random));
+    const Chain& other = with_itself ? a : b;
+    const Meetings meetings = MeetingsOf(a.get(), with_itself ? nullptr : b.get());
+    std::vector<Cut> found;
+    for (const KurvoMeeting& m : meetings) {
+      ASSERT_LE(m.kind, KURVO_MEET_TOUCH);
+      const Point on_a = At(a[m.index_a], m.a), on_b = At(other[m.index_b], m.b);
+      ASSERT_LE(std::hypot(on_a[0] - on_b[0], on_a[1] - on_b[1]), 1e-7);
+      ASSERT_LE(std::hypot(on_a[0] - m.point[0], on_a[1] - m.point[1]), 1e-9);
+      found.push_back({ShareOf(a, m.index_a, m.a), ShareOf(other, m.index_b, m.b),
+                       m.kind == KURVO_MEET_CROSS ? 1. : 0.});
+    }
+    constexpr double kReach = 2e-2, kShallow = .15;
+    const auto near = [](const std::vector<Cut>& list, const Cut& c) {
+      return std::count_if(list.begin(), list.end(), [&](const Cut& o) {
+        return kReach >= std::fabs(o.a - c.a) && kReach >= std::fabs(o.b - c.b);
+      });
+    };
+    const auto cuts = Cuts(Polyline(a, 500), Polyline(other, 500), with_itself);
+    for (const Cut& cut : cuts) {
+      if (std::fabs(cut.sine) < kShallow || near(cuts, cut) > 1) continue;
+      ++asked;
+      EXPECT_EQ(near(found, cut), 1) << cut.a << ' ' << cut.b << ' ' << Written(meetings);
+    }
+    for (const Cut& meeting : found) {
+      ++listed;
+      EXPECT_TRUE(meeting.sine == 0 || near(found, meeting) > 1 || near(cuts, meeting) > 0 ||
+                  (with_itself && meeting.b - meeting.a < kReach))
+          << meeting.a << ' ' << meeting.b;
+    }
+  });
+  EXPECT_GT(asked, listed / 2);
+}
+
+}  // namespace
+}  // namespace kurvo_test
