@@ -1,7 +1,9 @@
-// kurvo.hpp - Kurvo for C++20: the functions of kurvo.h, on values that free themselves.
+// kurvo.hpp - Kurvo for C++20: the functions of kurvo.h and kurvo_outline.h, on values that free
+// themselves.
 //
-// Header only; what a function does, its units and its limits stand in kurvo.h, beside the one
-// named here. Works with and without exceptions.
+// Header only; what a function does, its units and its limits stand in those two, beside the one
+// named here. Works with and without exceptions. A program that asks nothing of regions, and of
+// chains nothing that takes or gives a Place, links the kernel alone.
 //
 //   kurvo::Context context;  // tolerances and the last code; one a thread
 //   auto curve = kurvo::Curve::Bezier({{0, 0}, {1, 2}, {3, 2}, {4, 0}}).value();
@@ -13,15 +15,18 @@
 // it. Nothing throws but `.value()` of a Result without one, which aborts where there are no
 // exceptions.
 //
-// Ownership: Curve, Chain and Parameters own their records. They move and never copy by themselves,
-// since copies may fail: Copy does. Moved from they are empty, and every question to an empty one
-// is answered. Get gives the record to functions of kurvo.h, Adopt and Release hand it over.
+// Ownership: Curve, Chain, Region and Parameters own their records. They move and never copy by
+// themselves, since copies may fail: Copy does. Moved from they are empty, and every question to an
+// empty one is answered. Get gives the record to functions of kurvo.h, Adopt and Release hand it
+// over.
 //
-// Curve and Box are names of kurvo.h too: write kurvo::Curve, not `using namespace kurvo`.
+// Curve and Box are names of kurvo.h too: write kurvo::Curve, not `using namespace kurvo`. Region
+// and what it is asked come last, in kurvo_outline.hpp.
 #ifndef KURVO_HPP
 #define KURVO_HPP
 
 #include <kurvo.h>
+#include <kurvo_outline.h>
 
 #include <algorithm>
 #include <bit>
@@ -29,6 +34,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <functional>
 #include <initializer_list>
 #include <limits>
 #include <memory>
@@ -96,6 +102,10 @@ struct Error {
         {KURVO_WARN_SHORT_VECTOR, "KURVO_WARN_SHORT_VECTOR", "a vector too short to have a direction"},
         {KURVO_ERR_SAME_POINTS, "KURVO_ERR_SAME_POINTS", "a circle through two points that are the same"},
         {KURVO_ERR_RADIUS_TOO_SMALL, "KURVO_ERR_RADIUS_TOO_SMALL", "a circle through points too far apart"},
+        {KURVO_ERR_OPTION, "KURVO_ERR_OPTION", "an option that is not known, or arguments that do not go together"},
+        {KURVO_ERR_NOT_FINITE, "KURVO_ERR_NOT_FINITE", "a number that is not finite"},
+        {KURVO_ERR_STOPPED, "KURVO_ERR_STOPPED", "stopped by the caller"},
+        {KURVO_ERR_TOO_LARGE, "KURVO_ERR_TOO_LARGE", "more than can be counted"},
     };
     // clang-format on
     for (const Row& row : kRows)
@@ -507,12 +517,15 @@ namespace detail {
 inline void Init(::Curve* record) { KurvocvInitCurve(record); }
 inline void Init(Cvseq* record) { KurvocvInitCvseq(record); }
 inline void Init(CvParam* record) { KurvocrInitCvParam(record); }
+inline void Init(KurvoRegion* record) { KurvoRegionInit(record); }
 inline void Free(::Curve* record) { KurvocvFreeCurve(record); }
 inline void Free(Cvseq* record) { KurvocvFreeCvseq(record); }
 inline void Free(CvParam* record) { KurvocrFreeCvParam(record); }
+inline void Free(KurvoRegion* record) { KurvoRegionFree(record); }
 inline const void* Held(const ::Curve& record) { return record.data; }
 inline const void* Held(const Cvseq& record) { return record.curves; }
 inline const void* Held(const CvParam& record) { return record.values; }
+inline const void* Held(const KurvoRegion& record) { return record.loops; }
 
 template <class Self, class Record>
 class Owner {
@@ -1120,6 +1133,121 @@ static_assert(sizeof(Curve) == sizeof(::Curve) && std::is_standard_layout_v<Curv
 
 inline auto Pieces(const KurvoSegcv& b) { return detail::View<Curve>(b.curves, b.count); }
 
+// ---- What whole outlines are asked, and what they answer ----
+
+enum class Fill { kNonZero = 0, kEvenOdd = 1, kPositive = 2, kNegative = 3 };
+enum class Operation { kUnion = 0, kIntersection = 1, kDifference = 2, kXor = 3 };
+enum class Join { kRound = 0, kMiter = 1, kBevel = 2 };
+enum class Cap { kButt = 0, kRound = 1, kSquare = 2 };
+enum class Meet : int32_t { kCross = 0, kTouch = 1, kRunFrom = 2, kRunTo = 3 };
+enum class Form { kArcs = 0, kQuadratics = 1, kCubics = 2 };
+
+using Origin = KurvoOrigin;
+
+struct Options {
+  double tol = 0;                  // length; 0: 2^-30 of the size of the input
+  double gap = 0;                  // widest joint that is closed; 0: epsilon
+  double miter_limit = 0;          // 0: 4
+  std::span<const double> dashes;  // on, off, on ...
+  double phase = 0;                // of the dashes
+  Join join = Join::kRound;
+  Cap cap = Cap::kButt;
+  bool with_origins = false;
+  std::function<bool(double done)> proceed;  // asked now and then; false stops. Must not throw.
+
+  // For functions of kurvo_outline.h, as long as these options live.
+  KurvoOptions Record() const;
+};
+
+struct Report : KurvoReport {  // all 0
+  Report() : KurvoReport{} {}
+};
+
+struct Place {  // on a chain
+  int32_t index = 0, reserved = 0;
+  double t = 0;  // of the curve with that index
+  Point point, tangent;
+
+  KurvoPlace* Get() { return reinterpret_cast<KurvoPlace*>(this); }
+  const KurvoPlace* Get() const { return reinterpret_cast<const KurvoPlace*>(this); }
+};
+struct NearestPlace {
+  Place place;
+  double distance = 0;
+};
+struct Meeting {  // of two chains
+  int32_t index_a = 0, index_b = 0;
+  Meet kind = Meet::kCross;
+  int32_t reserved = 0;
+  double a = 0, b = 0;
+  Point point;
+};
+struct Moments {
+  double length = 0, area = 0;
+  Point centroid;
+  double xx = 0, xy = 0, yy = 0;  // second moments about the centroid
+
+  KurvoMoments* Get() { return reinterpret_cast<KurvoMoments*>(this); }
+};
+
+static_assert(sizeof(Place) == sizeof(KurvoPlace) && sizeof(Meeting) == sizeof(KurvoMeeting));
+static_assert(sizeof(Moments) == sizeof(KurvoMoments));
+
+// What the library gives many of: a range, freed with it.
+template <class T>
+class Array {
+  static_assert(std::is_trivially_copyable_v<T>);
+
+ public:
+  Array() noexcept = default;
+  Array(Array&& other) noexcept
+      : block_(std::move(other.block_)), size_(std::exchange(other.size_, 0)) {}
+  Array& operator=(Array&& other) noexcept {
+    block_ = std::move(other.block_);
+    size_ = std::exchange(other.size_, 0);
+    return *this;
+  }
+  static Array Adopt(void* block, std::size_t size) {
+    Array array;
+    array.block_.reset(block);
+    array.size_ = size;
+    return array;
+  }
+  // Room for the outputs of a call; empty, with a code, where there is none.
+  static Array Sized(std::size_t size, GlobalVar* g) {
+    if (size > std::numeric_limits<int32_t>::max() / sizeof(T)) g->error = KURVO_ERR_TOO_LARGE;
+    if (size == 0 || !KurvoOk(g)) return {};
+    void* block = KurvoMalloc(static_cast<uint32_t>(size * sizeof(T)), g);
+    return Adopt(block, block ? size : 0);
+  }
+
+  T* Data() { return static_cast<T*>(block_.get()); }
+  const T* Data() const { return static_cast<const T*>(block_.get()); }
+  std::size_t size() const { return size_; }
+  T* begin() { return Data(); }
+  T* end() { return Data() + size_; }
+  const T* begin() const { return Data(); }
+  const T* end() const { return Data() + size_; }
+  T& operator[](std::size_t i) { return Data()[i]; }
+  const T& operator[](std::size_t i) const { return Data()[i]; }
+
+ private:
+  HeapBlock block_;
+  std::size_t size_ = 0;
+};
+
+struct NearestPlaces {
+  Array<Place> places;
+  Array<double> distances;
+};
+struct Polyline {  // vertex number i of both lists is the same
+  Array<Point> points;
+  Array<Place> places;
+};
+
+class Region;
+struct JoinedChains;
+
 // ---- Chains ----
 
 enum class Where { kOn = 2, kInside = 3, kOutside = 4 };
@@ -1189,6 +1317,32 @@ class Chain : public detail::Owner<Chain, Cvseq> {
       if (!detail::Failed(g)) KurvocvCvseqToSegcv(cut.Empty() ? Get() : cut.Get(), out.Get(), g);
     });
   }
+
+  // -- As a whole, by libkurvo_outline --
+
+  Result<double> Length(Context& c) const;
+  Result<Place> PlaceAt(double length, Context& c) const;
+  Result<Array<Place>> Places(std::span<const double> lengths, Context& c) const;
+  Result<double> LengthAt(const Place& place, Context& c) const;
+  Result<Array<double>> Lengths(std::span<const Place> places, Context& c) const;
+  Result<NearestPlace> NearestTo(Point p, Context& c) const;
+  Result<NearestPlaces> NearestTo(std::span<const Point> points, Context& c) const;
+  Result<kurvo::Moments> Moments(Context& c) const;
+  Result<Box> TightBox(Context& c) const;
+  Result<Array<Meeting>> Meetings(Context& c, const Options& options = {}) const;  // with itself
+  Result<Array<Meeting>> Meetings(const Chain& other, Context& c,
+                                  const Options& options = {}) const;
+  Result<Polyline> Flatten(double deviation, Context& c) const;
+  Result<Chain> Fit(Form form, double deviation, Context& c) const;
+  Result<Chain> Trim(const Place& from, const Place& to, Context& c) const;
+  // Of copies of loose curves, in any order and direction.
+  static Result<JoinedChains> Join(std::span<const Curve> curves, Context& c,
+                                   const Options& options = {}, Report* report = nullptr);
+  // What a pen covers that reaches so far to both sides.
+  Result<Region> Stroke(double left, double right, Context& c, const Options& options = {},
+                        Report* report = nullptr) const;
+  static Result<Region> Stroke(std::span<const Chain> chains, double left, double right, Context& c,
+                               const Options& options = {}, Report* report = nullptr);
 
  private:
   friend class Curve;
@@ -1285,5 +1439,7 @@ inline Result<Curve> Curve::Converted(int32_t type, Context& c) const {
 }
 
 }  // namespace kurvo
+
+#include <kurvo_outline.hpp>
 
 #endif  // KURVO_HPP

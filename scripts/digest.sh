@@ -14,8 +14,10 @@ for compiler in 'gcc g++' 'clang clang++'; do
     cmake -S . -B "$work/$name" -G Ninja -DCMAKE_BUILD_TYPE=None -DCMAKE_C_COMPILER="$cc" \
       -DCMAKE_CXX_COMPILER="$cxx" -DCMAKE_C_FLAGS="-$level" -DCMAKE_CXX_FLAGS="-$level" \
       -DKURVO_BUILD_TOOL=OFF > /dev/null
-    cmake --build "$work/$name" -j "$jobs" --target robust_test > /dev/null
-    "$work/$name/tests/robust/robust_test" --gtest_filter='Digest.*' > "$work/$name.txt" || failed=1
+    cmake --build "$work/$name" -j "$jobs" --target robust_test robust_outline_test > /dev/null
+    for program in robust_test robust_outline_test; do
+      "$work/$name/tests/robust/$program" --gtest_filter='Digest.*' || failed=1
+    done > "$work/$name.txt"
     grep -E ' digest |^Kurvo|^Get' "$work/$name.txt" > "$work/$name.digests"
     printf '%-10s %s\n' "$name" "$(grep -hE '(exact|libm) digest' "$work/$name.txt" | paste -sd ' ')"
     cmp -s "$work/gcc-O0.digests" "$work/$name.digests" || {

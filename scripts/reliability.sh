@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The long form of the tests that try to break the library: hostile records and failing memory under
+# The long form of the tests that try to break the libraries: hostile records and failing memory under
 # the address and undefined-behaviour sanitizers, threads under the thread sanitizer, small stacks,
 # intersections of random curves against brute force.
 # Hostile records are split among the processors. Prints what each function came to.
@@ -15,13 +15,15 @@ step() { printf '\n=== %s (after %d s)\n' "$1" "$SECONDS"; }
 
 build() {
   cmake --preset "$1" > /dev/null
-  cmake --build --preset "$1" -j "$(nproc)" -t robust_test > /dev/null
+  cmake --build --preset "$1" -j "$(nproc)" -t robust_test robust_outline_test > /dev/null
 }
-# run PRESET FILTER: the tests of that name for every function wanted.
+# run PRESET FILTER: the tests of that name for every function wanted, of both libraries.
 run() {
-  local filter=''
+  local filter='' program
   for function in "${functions[@]}"; do filter+="${filter:+:}$2$function"; done
-  "build/$1/tests/robust/robust_test" --gtest_brief=1 --gtest_filter="$filter"
+  for program in robust_test robust_outline_test; do
+    "build/$1/tests/robust/$program" --gtest_brief=1 --gtest_filter="$filter"
+  done
 }
 
 # Uses of stack frames that are gone are looked for in every ctest; here that would take twice as
@@ -51,13 +53,12 @@ KURVO_MEMORY_CALLS=$((calls / 200 + 1)) run asan-long '*FailingMemory*/'
 
 build tsan
 step 'Threads'
-KURVO_THREAD_CALLS=$((calls / 2000 + 16)) build/tsan/tests/robust/robust_test --gtest_brief=1 \
-  --gtest_filter='SharedCurves.*'
+functions=('')
+KURVO_THREAD_CALLS=$((calls / 2000 + 16)) run tsan 'SharedCurves.*'
 
 build release
 step 'A stack of 256 KiB'
-KURVO_STACK_CALLS=$((calls / 100 + 1)) build/release/tests/robust/robust_test --gtest_brief=1 \
-  --gtest_filter='SmallStack.*'
+KURVO_STACK_CALLS=$((calls / 100 + 1)) run release 'SmallStack.*'
 cmake --build --preset release -j "$(nproc)" -t relate_test > /dev/null
 step "Intersections of $calls pairs of curves"
 KURVO_PAIRS=$calls build/release/tests/relate/relate_test --gtest_brief=1 \

@@ -1,5 +1,9 @@
-// Functions of the interface that are not there yet: they refuse, and empty what they would make.
+// Functions of the interface that are not there yet: they refuse, and empty what they would make,
+// unless that is one of their inputs.
 #include <kurvo_outline.h>
+
+#include <algorithm>
+#include <span>
 
 #include "base/refusal.h"
 
@@ -9,8 +13,14 @@ int Refuse(GlobalVar* g) noexcept {
   return kurvo::outline::Answer(g, [] { throw kurvo::outline::Refusal{KURVO_ERR_OPTION}; });
 }
 
-int Refuse(KurvoRegion* out, KurvoReport* report, GlobalVar* g) noexcept {
-  KurvoRegionInit(out);
+using Inputs = std::span<const KurvoRegion* const>;
+
+void Empty(KurvoRegion* out, Inputs inputs) noexcept {
+  if (std::find(inputs.begin(), inputs.end(), out) == inputs.end()) KurvoRegionInit(out);
+}
+
+int Refuse(Inputs inputs, KurvoRegion* out, KurvoReport* report, GlobalVar* g) noexcept {
+  Empty(out, inputs);
   if (report) *report = {};
   return Refuse(g);
 }
@@ -19,36 +29,38 @@ int Refuse(KurvoRegion* out, KurvoReport* report, GlobalVar* g) noexcept {
 
 extern "C" {
 
-int KurvoRegionCombine(int32_t, const KurvoRegion*, const KurvoRegion*, const KurvoOptions*,
+int KurvoRegionCombine(int32_t, const KurvoRegion* a, const KurvoRegion* b, const KurvoOptions*,
                        KurvoRegion* out, KurvoReport* report, GlobalVar* g) noexcept {
-  return Refuse(out, report, g);
+  const KurvoRegion* const inputs[] = {a, b};
+  return Refuse(inputs, out, report, g);
 }
 
-int KurvoRegionCombineMany(int32_t, const KurvoRegion* const*, int32_t, const KurvoOptions*,
-                           KurvoRegion* out, KurvoReport* report, GlobalVar* g) noexcept {
-  return Refuse(out, report, g);
+int KurvoRegionCombineMany(int32_t, const KurvoRegion* const* regions, int32_t n,
+                           const KurvoOptions*, KurvoRegion* out, KurvoReport* report,
+                           GlobalVar* g) noexcept {
+  return Refuse({regions, regions && n > 0 ? static_cast<std::size_t>(n) : 0}, out, report, g);
 }
 
-int KurvoRegionSimplify(const KurvoRegion*, const KurvoOptions*, KurvoRegion* out,
+int KurvoRegionSimplify(const KurvoRegion* region, const KurvoOptions*, KurvoRegion* out,
                         KurvoReport* report, GlobalVar* g) noexcept {
-  return Refuse(out, report, g);
+  return Refuse({&region, 1}, out, report, g);
 }
 
-int KurvoRegionOffset(const KurvoRegion*, double, const KurvoOptions*, KurvoRegion* out,
+int KurvoRegionOffset(const KurvoRegion* region, double, const KurvoOptions*, KurvoRegion* out,
                       KurvoReport* report, GlobalVar* g) noexcept {
-  return Refuse(out, report, g);
+  return Refuse({&region, 1}, out, report, g);
 }
 
-int KurvoRegionClip(const KurvoRegion*, const Cvseq*, int32_t, const KurvoOptions*,
+int KurvoRegionClip(const KurvoRegion* region, const Cvseq*, int32_t, const KurvoOptions*,
                     KurvoRegion* inside, KurvoRegion* outside, KurvoReport* report,
                     GlobalVar* g) noexcept {
-  KurvoRegionInit(inside);
-  return Refuse(outside, report, g);
+  Empty(inside, {&region, 1});
+  return Refuse({&region, 1}, outside, report, g);
 }
 
 int KurvoChainStroke(const Cvseq*, int32_t, double, double, const KurvoOptions*, KurvoRegion* out,
                      KurvoReport* report, GlobalVar* g) noexcept {
-  return Refuse(out, report, g);
+  return Refuse({}, out, report, g);
 }
 
 int KurvoRegionNesting(const KurvoRegion*, int32_t*, GlobalVar* g) noexcept { return Refuse(g); }

@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
-# Compares the symbols of the built library with the list of the interface and with the header, and
+# Compares the symbols of a built library with the list of its interface and with its header, and
 # looks for names without the interface's version, for calls that leave the library only to come
-# back, and for tables of addresses that stay writable.
-# usage: exports.sh LIBRARY LIST HEADER VERSION CC
+# back, for calls of the kernel that are not of its interface, and for tables of addresses that stay
+# writable. While the major version is 0, functions may still be to come.
+# usage: exports.sh LIBRARY LIST HEADER NODE VERSION CC [LIST_OF_THE_KERNEL]
 set -euo pipefail
 export LC_ALL=C
 
-library=$1 list=$2 header=$3 version=$4 cc=$5
-node=KURVO_${version%%.*}
+library=$1 list=$2 header=$3 version=$5 cc=$6 kernel=${7-/dev/null}
+node=$4_${version%%.*}
 failed=0
 
 # reject TITLE NAMES: a failure when there is any name.
@@ -24,16 +25,20 @@ listed=$(< "$list")
 # NAME@@NODE; the version itself is a symbol too.
 versioned=$(nm -D --defined-only -P "$library" | awk '{ print $1 }' | grep -vx "$node" | sort -u)
 exported=$(sed 's/@.*//' <<< "$versioned" | sort -u)
-declared=$("$cc" -E -P -x c "$header" | grep -oE '\b(Kurvo|GetEpsilon)[A-Za-z0-9_]*[[:space:]]*\(' |
+# What the header says itself, not what it includes: markers name the file that lines come from.
+declared=$("$cc" -E -I "$(dirname "$header")" -x c "$header" |
+  awk -v own="\"$header\"" '/^# [0-9]+ / { inside = $3 == own; next } inside' | grep -oE '\b(Kurvo|GetEpsilon)[A-Za-z0-9_]*[[:space:]]*\(' |
   tr -d ' (' | sort -u)
 # Symbols that the dynamic linker looks up by name; those of our own were bound at link time.
 looked_up=$(readelf -rW "$library" | awk '$3 ~ /^R_/ { sub(/@.*/, "", $5); print $5 }' | sort -u)
 
 sort -uc "$list" || failed=1
 reject "exported, but not in $list" "$(only_first "$exported" "$listed")"
-reject "declared in $header, but not exported (not defined, or not in $list)" \
-  "$(only_first "$declared" "$exported")"
+reject "declared in $header, but not in $list" "$(only_first "$declared" "$listed")"
 reject "exported, but not declared in $header" "$(only_first "$exported" "$declared")"
+called=$(nm -D --undefined-only -P "$library" | sed 's/[@ ].*//' |
+  grep -E '^(Kurvo|GetEpsilon)' | sort -u || true)
+reject "called, but not of the kernel's interface" "$(only_first "$called" "$(< "$kernel")")"
 reject "own names that are bound when the library is loaded, through the PLT or the GOT" \
   "$(comm -12 <(echo "$looked_up") <(echo "$exported"))"
 

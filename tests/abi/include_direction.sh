@@ -2,12 +2,17 @@
 # Floors of the library, lowest first: a file includes from its own floor or from one below it, by
 # the path "floor/name.h", and headers never include each other in a circle. An exported function of
 # a floor above is called through kurvo.h, and only where its gate and its error reports are wanted:
-# each such call stands in the list below. The rooms of the client keep the same order of includes.
-# usage: include_direction.sh SRC EXPORTS, or include_direction.sh FOLDER '' ROOM..., lowest first
+# each such call stands in the list below. The rooms of the client and of the second library keep
+# the same order of includes; both libraries include nothing else but the public headers of C and
+# the standard library's.
+# usage: include_direction.sh SRC EXPORTS
+#        include_direction.sh FOLDER HEADERS ROOM..., lowest first; HEADERS: a pattern of what else
+#        may be included in <>
 set -euo pipefail
 
 floors=(foundation records calc control eval build query relate)
-(($# < 3)) || floors=("${@:3}")
+others='kurvo\.h'
+(($# < 3)) || { floors=("${@:3}"); others=$2; }
 declare -A height
 for i in "${!floors[@]}"; do height[${floors[i]}]=$i; done
 
@@ -22,7 +27,8 @@ build/extend_composite.cpp KurvocvEndPoint    the same
 build/point_curve.cpp      KurvocvPosition    the origin for a curve that a query refuses
 '
 
-src=$1 exports=${2:+$(realpath "$2")}
+src=$1 exports=''
+(($# > 2)) || exports=$(realpath "$2")
 cd "$src"
 failed=0
 complain() {
@@ -41,8 +47,10 @@ while IFS=: read -r file line text; do
   target=${BASH_REMATCH[2]}
   theirs=${height[${target%%/*}]-}
 
-  if [[ -z $theirs ]]; then
-    [[ ${BASH_REMATCH[1]} == '<' || $target == kurvo.h ]] ||
+  if [[ ${BASH_REMATCH[1]} == '<' ]]; then
+    [[ $target =~ ^([a-z_]+|$others)$ ]] || complain "$file:$line: includes $target"
+  elif [[ -z $theirs ]]; then
+    [[ $target == kurvo.h ]] ||
       complain "$file:$line: write \"floor/name.h\" instead of \"$target\""
   elif [[ ! -f $target ]]; then
     complain "$file:$line: there is no $target"

@@ -1,6 +1,6 @@
 /* The layout that programs compiled against the header rely on: sizes and offsets of the records,
  * and where the arrays of a data block lie. */
-#include <kurvo.h>
+#include <kurvo_outline.h>
 #include <stddef.h>
 #include <stdio.h>
 
@@ -81,6 +81,67 @@ static const Row kRecords[] = {
     SIZE(CvParam, 16),
     FIELD(CvParam, count, 0),
     FIELD(CvParam, values, 8),
+
+    SIZE(KurvoOrigin, 32),
+    FIELD(KurvoOrigin, region, 0),
+    FIELD(KurvoOrigin, loop, 4),
+    FIELD(KurvoOrigin, curve, 8),
+    FIELD(KurvoOrigin, kind, 12),
+    FIELD(KurvoOrigin, from, 16),
+    FIELD(KurvoOrigin, to, 24),
+
+    SIZE(KurvoRegion, 24),
+    FIELD(KurvoRegion, count, 0),
+    FIELD(KurvoRegion, rule, 4),
+    FIELD(KurvoRegion, loops, 8),
+    FIELD(KurvoRegion, origins, 16),
+
+    SIZE(KurvoOptions, 88),
+    FIELD(KurvoOptions, size, 0),
+    FIELD(KurvoOptions, flags, 4),
+    FIELD(KurvoOptions, tol, 8),
+    FIELD(KurvoOptions, gap, 16),
+    FIELD(KurvoOptions, miter_limit, 24),
+    FIELD(KurvoOptions, phase, 32),
+    FIELD(KurvoOptions, join, 40),
+    FIELD(KurvoOptions, cap, 44),
+    FIELD(KurvoOptions, dash_count, 48),
+    FIELD(KurvoOptions, reserved, 52),
+    FIELD(KurvoOptions, dashes, 56),
+    FIELD(KurvoOptions, proceed, 64),
+    FIELD(KurvoOptions, user, 72),
+    FIELD(KurvoOptions, reserved_p, 80),
+
+    SIZE(KurvoReport, 64),
+    FIELD(KurvoReport, gaps, 0),
+    FIELD(KurvoReport, dropped, 4),
+    FIELD(KurvoReport, unresolved, 8),
+    FIELD(KurvoReport, capped, 12),
+    FIELD(KurvoReport, moved, 16),
+    FIELD(KurvoReport, dropped_area, 24),
+    FIELD(KurvoReport, reserved, 32),
+
+    SIZE(KurvoPlace, 64),
+    FIELD(KurvoPlace, index, 0),
+    FIELD(KurvoPlace, t, 8),
+    FIELD(KurvoPlace, point, 16),
+    FIELD(KurvoPlace, tangent, 40),
+
+    SIZE(KurvoMeeting, 56),
+    FIELD(KurvoMeeting, index_a, 0),
+    FIELD(KurvoMeeting, index_b, 4),
+    FIELD(KurvoMeeting, kind, 8),
+    FIELD(KurvoMeeting, a, 16),
+    FIELD(KurvoMeeting, b, 24),
+    FIELD(KurvoMeeting, point, 32),
+
+    SIZE(KurvoMoments, 64),
+    FIELD(KurvoMoments, length, 0),
+    FIELD(KurvoMoments, area, 8),
+    FIELD(KurvoMoments, centroid, 16),
+    FIELD(KurvoMoments, xx, 40),
+    FIELD(KurvoMoments, xy, 48),
+    FIELD(KurvoMoments, yy, 56),
 };
 
 static int failures = 0;

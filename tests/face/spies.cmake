@@ -1,9 +1,10 @@
 # Writes a header after which every function of the interface tells that it is called.
-# usage: cmake -DLIST=exports.txt -DOUT=spies.h -P spies.cmake
-file(STRINGS ${LIST} names)
+# usage: cmake -DKERNEL=exports.txt -DOUTLINE=outline_exports.txt -DOUT=spies.h -P spies.cmake
+file(STRINGS ${KERNEL} kernel)
+file(STRINGS ${OUTLINE} outline)
 set(spies "")
 set(list "")
-foreach(name IN LISTS names)
+foreach(name IN LISTS kernel outline)
   string(APPEND spies "constexpr Spy<&::${name}> kSpied${name}{\"${name}\"};\n"
                       "#define ${name} kSpied${name}\n")
   string(APPEND list "    \"${name}\",\n")

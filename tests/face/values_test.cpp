@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <numbers>
 #include <vector>
 
@@ -53,6 +54,17 @@ int UseAll() {
     EXPECT_EQ(chain->size(), 0U);
     Chain::Adopt(handed);
   }
+  const auto run = [&](const auto& result) { code = result ? code : result.error().code; };
+  const auto disc = Region::Circle({1, 2}, 3, c), box = Region::Rectangle({{0, 0}, {9, 4}}, c);
+  if (!disc || !box) return disc ? box.error().code : disc.error().code;
+  auto copy = box->Copy(c);
+  run(copy);
+  if (copy) run(copy->Add((*disc)[0], c));
+  const auto packed = box->Pack(c);
+  run(packed);
+  if (packed) run(Region::Unpack(packed->words, packed->numbers, c));
+  const auto many = Region::Combine(Operation::kUnion, {&*disc, 1}, c);
+  if (!many && many.error().code == KURVO_ERR_MEMORY) run(many);
   return code;
 }
 
@@ -127,6 +139,56 @@ TEST(Face, ErrorsTellTheirStory) {
   EXPECT_EQ(Curve::BSpline(0, points, knots).error().code, KURVO_ERR_CURVE);
   EXPECT_EQ(Curve::BSpline(2, points, {knots, 3}).error().code, KURVO_ERR_CURVE);
   EXPECT_EQ(Curve::Bezier(std::span<const Point>()).error().code, KURVO_ERR_CURVE);
+}
+
+TEST(Face, RegionsOwnTheirLoops) {
+  Context c;
+  Region plate = Region::Rectangle({{0, 0}, {9, 4}}, c).value();
+  ASSERT_TRUE(plate.Add(Region::Circle({4, 2}, 1, c).value()[0], c));
+  plate.SetRule(Fill::kEvenOdd);
+  ASSERT_EQ(plate.size(), 2U);
+  EXPECT_EQ(plate[0].size(), 4U);
+  EXPECT_NEAR(plate[1].Bounds(c).value().max.x, 5, 1e-12);
+  const Packed packed = plate.Pack(c).value();
+  Region again = Region::Unpack(packed.words, packed.numbers, c).value();
+  EXPECT_EQ(again.Rule(), Fill::kEvenOdd);
+  EXPECT_TRUE(std::ranges::equal(again.Pack(c).value().numbers, packed.numbers));
+  Region other = std::move(again);
+  EXPECT_EQ(again.size(), 0U);  // NOLINT(bugprone-use-after-move)
+  EXPECT_EQ(Region::Adopt(other.Release()).size(), 2U);
+
+  // Joints are closed as far as is said; what fails in an expression is what comes of it.
+  Curve half[] = {Curve::Arc({0, 0}, 2, 0, kPi).value()};
+  const Chain open = Chain::Of(half).value();
+  const auto refused = Region::Of(open, c);
+  EXPECT_EQ(refused.error().code, KURVO_ERR_CHAIN_ENDS);
+  EXPECT_EQ(Region::Of(open, c, 4).value()[0].size(), 2U);
+  EXPECT_EQ((plate - (refused ^ plate)).error().code, KURVO_ERR_CHAIN_ENDS);
+  EXPECT_EQ((plate & refused).error().code, KURVO_ERR_CHAIN_ENDS);
+  EXPECT_STREQ(Error{KURVO_ERR_TOO_LARGE}.Name(), "KURVO_ERR_TOO_LARGE");
+}
+
+TEST(Face, OptionsAreHandedOver) {
+  const double dashes[] = {2, 1};
+  double asked = 0;
+  const Options options{.tol = 1,
+                        .gap = 2,
+                        .miter_limit = 3,
+                        .dashes = dashes,
+                        .phase = 4,
+                        .join = Join::kBevel,
+                        .cap = Cap::kSquare,
+                        .with_origins = true,
+                        .proceed = [&](double done) { return asked = done, false; }};
+  const KurvoOptions all = options.Record(), none = Options().Record();
+  const KurvoOptions want = {sizeof want, KURVO_WITH_ORIGINS, 1,        2,      3, 4, 2, 2, 2, 0,
+                             dashes,      all.proceed,        all.user, nullptr};
+  EXPECT_EQ(std::memcmp(&all, &want, sizeof want), 0);
+  EXPECT_EQ(all.proceed(0.5, all.user), 0);
+  EXPECT_EQ(asked, 0.5);
+  KurvoOptions defaults{};
+  defaults.size = sizeof defaults;
+  EXPECT_EQ(std::memcmp(&none, &defaults, sizeof none), 0);
 }
 
 TEST(Face, ScopesPutBackWhatTheyChanged) {

@@ -54,6 +54,15 @@ const Cvseq* Call::AnySequence() {
                           : store_.Put(inputs_.Sequence());
 }
 
+const KurvoRegion* Call::AnyRegion() {
+  if (GivesNull()) return nullptr;
+  if (!options_.gallery) return store_.Put(inputs_.Region());
+  const int count = in_.Between(0, 3);
+  auto* const loops = store_.Zeroed<Cvseq>(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) loops[i] = options_.gallery->sequence(in_, options_.mode);
+  return store_.Put(KurvoRegion{count, in_.Between(0, 3), loops, nullptr});
+}
+
 const CvParam* Call::AnyList() { return GivesNull() ? nullptr : store_.Put(inputs_.Parameters()); }
 
 const KurvoArc* Call::AnyArc() {
@@ -111,7 +120,11 @@ void Call::AddState() {
 
 void Call::Read(const Curve& curve, bool bare) {
   digest_.Add(curve.type);
-  Expect(curve.attr == 0 && curve.attr_p1 == 0 && curve.attr_p2 == 0, "attribute of a result");
+  if (attributes_stay_)
+    for (const uint64_t word : {static_cast<uint64_t>(curve.attr), curve.attr_p1, curve.attr_p2})
+      digest_.Add(word);
+  else
+    Expect(curve.attr == 0 && curve.attr_p1 == 0 && curve.attr_p2 == 0, "attribute of a result");
   if (!curve.data) return Expect(bare || curve.type == 0, "type without data");
   if (curve.type == CV_LINE || curve.type == CV_ARC)
     return Add(static_cast<const double*>(curve.data), curve.type == CV_LINE ? 6 : 13);

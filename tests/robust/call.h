@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "kurvo.h"
+#include "kurvo_outline.h"
 #include "robust/allocation.h"
 #include "robust/records.h"
 
@@ -51,12 +51,14 @@ class Call {
   const Curve* AnyCurve(int32_t wanted = 0);
   const Cvseq* AnySequence();
   const CvParam* AnyList();
+  const KurvoRegion* AnyRegion();
   const KurvoArc* AnyArc();
   // To be changed in place.
   Curve* OwnCurve();
   double* OwnNumbers(int count) { return own_store_.Numbers(static_cast<std::size_t>(count)); }
   Maker& own() { return own_; }
   Store& own_store() { return own_store_; }
+  Store& store() { return store_; }  // of what is to come back as it was
   // Room for results, filled with kUnwritten.
   double* Room(int count);
   static constexpr double kUnwritten = -0x1.23456789ABCDEp40;  // nothing comes out as this
@@ -65,6 +67,8 @@ class Call {
   struct {
     double* point;
     const Curve* curve;
+    const Cvseq* chain;
+    const KurvoRegion* region;
     std::optional<double> number;
     int count;
   } given{};
@@ -73,6 +77,8 @@ class Call {
   GlobalVar g;
   // Everything but the error of `g` is to stay as it is, unless `state_may_change` was called.
   void StateMayChange() { state_may_change_ = true; }
+  // Results carry attribute words.
+  void AttributesStay() { attributes_stay_ = true; }
   template <class Body>
   auto Run(Body&& body) {
     Start();
@@ -119,7 +125,7 @@ class Call {
   const RunOptions& options_;
   Store store_, own_store_;
   Maker inputs_, own_;
-  bool state_may_change_ = false;
+  bool state_may_change_ = false, attributes_stay_ = false;
   uint64_t before_ = 0, own_before_ = 0;
   GlobalVar state_before_;
   double started_ = 0;

@@ -115,14 +115,14 @@ double* Maker::Point(int size) {
 }
 
 // Joined end to start, closed or not.
-Cvseq Maker::Sequence() {
+Cvseq Maker::Sequence(bool closed) {
   if (hostile() && in_.OneIn(16))
     return {in_.Pick({0, -1, INT32_MIN, 3}), in_.Below(2) ? store_.Zeroed<::Curve>(3) : nullptr};
   const int count = hostile() && in_.OneIn(64) ? 300 : in_.Between(1, 5);
   const Cvseq seq = {count, store_.Zeroed<::Curve>(static_cast<std::size_t>(count))};
   double first[2] = {Plain(), Plain()};
   double from[2] = {first[0], first[1]};
-  const bool closed = in_.Below(2) == 0;
+  closed = closed || in_.Below(2) == 0;
   for (int i = 0; i < count; ++i) {
     double to[2] = {Plain(), Plain()};
     if (closed && i == count - 1) std::memcpy(to, first, sizeof to);
@@ -130,6 +130,17 @@ Cvseq Maker::Sequence() {
     std::memcpy(from, to, sizeof from);
   }
   return seq;
+}
+
+KurvoRegion Maker::Region() {
+  if (hostile() && in_.OneIn(16))
+    return {in_.Pick({0, -1, INT32_MIN, 2}), in_.Pick({0, 1, -1, 4}),
+            in_.Below(2) ? store_.Zeroed<Cvseq>(2) : nullptr, nullptr};
+  const int count = in_.Between(0, 3);
+  const KurvoRegion region = {count, in_.Between(0, 3),
+                              store_.Zeroed<Cvseq>(static_cast<std::size_t>(count)), nullptr};
+  for (int i = 0; i < count; ++i) region.loops[i] = Sequence(true);
+  return region;
 }
 
 // Ascending, in [0, 1].

@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "kurvo.h"
+#include "kurvo_outline.h"
 
 namespace kurvo_test {
 
@@ -134,7 +134,8 @@ class Maker {
   // Mostly of the wanted type, if one is; CV_BSPLINE stands for both kinds of splines.
   ::Curve Curve(int32_t wanted = 0, int level = 0);
   ::Curve Arc();
-  Cvseq Sequence();
+  Cvseq Sequence(bool closed = false);  // by chance unless it is to be
+  KurvoRegion Region();
   CvParam Parameters();
 
   // Fewer control points of the longest splines and pieces of the longest composites. Every piece

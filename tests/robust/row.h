@@ -80,28 +80,31 @@ auto RoleAt(const std::tuple<Roles...>& roles) {
     return _;
 }
 
-// Arguments that come after the last role have the roles of their types.
+// A random call. Arguments that come after the last role have the roles of their types.
 template <class Return, class... Args, class Judge, class... Roles>
-Called Row(const char* name, Return (*function)(Args...) noexcept, Gives<Judge> gives,
-           Roles... roles) {
+std::function<void(Call&)> Drawn(Return (*function)(Args...) noexcept, Gives<Judge> gives,
+                                 Roles... roles) {
   static_assert(sizeof...(Roles) <= sizeof...(Args));
   const auto draw = [all = std::tuple(roles...)]<std::size_t... kIndex>(
       Call & c, std::index_sequence<kIndex...>) {
     return std::tuple<Args...>{Make<Args>(c, RoleAt<kIndex>(all))...};  // from left to right
   };
-  return {name,
-          [=](Call& c) {
-            const auto args = draw(c, std::index_sequence_for<Args...>());
-            const auto run = [&] { return c.Run([&] { return std::apply(function, args); }); };
-            const auto judge = [&](auto... result) {
-              std::apply([&](auto... given) { gives.judge(c, result..., given...); }, args);
-            };
-            if constexpr (std::is_void_v<Return>)
-              run(), judge();
-            else
-              judge(run());
-          },
-          [=](WrittenCall& c) { return Told(c, function); },
+  return [=](Call& c) {
+    const auto args = draw(c, std::index_sequence_for<Args...>());
+    const auto run = [&] { return c.Run([&] { return std::apply(function, args); }); };
+    const auto judge = [&](auto... result) {
+      std::apply([&](auto... given) { gives.judge(c, result..., given...); }, args);
+    };
+    if constexpr (std::is_void_v<Return>)
+      run(), judge();
+    else
+      judge(run());
+  };
+}
+template <class Return, class... Args, class Judge, class... Roles>
+Called Row(const char* name, Return (*function)(Args...) noexcept, Gives<Judge> gives,
+           Roles... roles) {
+  return {name, Drawn(function, gives, roles...), [=](WrittenCall& c) { return Told(c, function); },
           ((std::is_same_v<Args, GlobalVar*> || std::is_same_v<Args, const GlobalVar*>) || ...)};
 }
 template <class Return, class... Args, class... Roles>

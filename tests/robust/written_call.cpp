@@ -55,7 +55,7 @@ const char* NameOf(int code) {
       CODE(MEMORY), CODE(CURVE), CODE(TOLERANCE), CODE(STACK_EMPTY), CODE(CHAIN_INDEX), CODE(CHAIN_BREAK), CODE(CHAIN_ENDS),
       CODE(RANGE), CODE(WEIGHT), CODE(CHAIN_DEGENERATE), CODE(CHAIN_CONVERT), CODE(DERIVATIVE_ORDER), CODE(SCALE),
       CODE(ROTATED_TYPE), CODE(FIT_MISSING), CODE(FIT_POINTS), CODE(ZERO_WEIGHT), CODE(SHORT_TANGENT), CODE(SAME_POINTS),
-      CODE(RADIUS_TOO_SMALL)};
+      CODE(RADIUS_TOO_SMALL), CODE(OPTION), CODE(NOT_FINITE), CODE(STOPPED), CODE(TOO_LARGE)};
   const auto* const found = std::find_if(std::begin(kCodes), std::end(kCodes), [=](auto& row) { return row.code == code; });
   return found == std::end(kCodes) ? nullptr : found->name;
 }
