@@ -52,18 +52,6 @@ TEST(Fabs, ClearsTheSignBitAndNothingElse) {
   }
 }
 
-TEST(UnitVector, HasLengthOneAndTheSameDirection) {
-  Rounds(1000, [&](Random& random, int) {
-    Globals g;
-    const Point v = random.Spatial(std::pow(10.0, random.Uniform(-5, 9)));
-    Point u = v;
-    KurvoclUnitVector(u, &g);
-    EXPECT_NEAR(KurvoclVectorSize(u), 1, 4 * kUlp);
-    EXPECT_NEAR(KurvoclInnerProduct(u, v) / KurvoclVectorSize(v), 1, 8 * kUlp);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-  });
-}
-
 TEST(UnitVector, DividesAndDoesNotMultiplyByAReciprocal) {
   Globals g;
   Point v = {3, 4, 0}, small = {.8e-6, -.8e-6, 0};  // longer than epsilon, but in no component
@@ -106,26 +94,6 @@ TEST(ParaVector, KeepsItsOwnSlackBelowZero) {
   EXPECT_EQ(KurvoclParaVector(x, Point{1, -.00009, 0}, &g), 1);
   EXPECT_EQ(KurvoclParaVector(x, Point{1, -.00011, 0}, &g), 0);
   EXPECT_LT(KurvoclVectorAngle(x, Point{1, -.005, 0}, &g), 0);
-}
-
-TEST(SameVector, ComparesSpatialLengthAndPlanarDirection) {
-  Globals g;
-  const struct {
-    Point a, b;
-    int same;
-  } rows[] = {
-      {{1, 1e-7, 0}, {1, -1e-7, 0}, 1},
-      {{-1, 1e-9, 0}, {-1, -1e-9, 0}, 1},  // on either side of the cut
-      {{1, 0, 0}, {0, 1, 0}, 0},
-      {{1, 0, 0}, {-1, 0, 0}, 0},
-      {{3, 4, 0}, {3, 4, 1}, 0},
-      {{3, 4, 2}, {3, 4, -2}, 1},
-      {{1, 0, 0}, {2, 0, 0}, 0},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(KurvoclSameVector(row.a, row.b, &g), row.same) << row.b[0] << ' ' << row.b[1];
-    EXPECT_EQ(KurvoclSameVector(row.b, row.a, &g), row.same) << row.b[0] << ' ' << row.b[1];
-  }
 }
 
 }  // namespace

@@ -123,51 +123,6 @@ TEST(Curvature, Table) {
   }
 }
 
-// All free-form kinds, by their own parameter, at their ends and up to the sixth.
-TEST(NDeriv, AgreesWithTheOracle) {
-  Rounds(120, [&](Random& random, int round) {
-    const bool rational = round % 2 == 1, spline = round % 4 >= 2;
-    const int order = round < 8 ? 12 : RandomInt(random, 2, 6);
-    const Owned cv = spline ? RandomSplineOver(random, rational, order, 2, 5, order - 1)
-                            : RandomBezier(random, rational, order - 1);
-    const Oracle exact(*cv);
-    const auto [start, length] = Domain(*cv);
-    for (int n = 1; n <= (spline ? 2 : 6); ++n) {
-      std::vector<LongPoint> want;
-      const double ts[] = {start, start + .37 * length, start + .81 * length, start + length};
-      Wide size = 1;
-      for (const double t : ts) {
-        const Side side = t < start + length ? Side::kBehind : Side::kBefore;
-        want.push_back(exact.JetAt<8>(t, side).Derivative(static_cast<std::size_t>(n)));
-        size = std::max(size, Gap(want.back(), {0, 0}));
-      }
-      for (std::size_t i = 0; i < 4; ++i) {
-        Globals g;
-        const Point v = NDeriv(*cv, ts[i], n, g), w = Deriv(*cv, ts[i], g);
-        EXPECT_LE(Gap({v[0], v[1]}, want[i]), 1e-11L * size) << round << ", number " << n;
-        EXPECT_TRUE(n > 1 || Gap({w[0], w[1]}, want[i]) <= 1e-11L * size) << round;
-        EXPECT_EQ(KurvoErrGet(&g), 0);
-      }
-    }
-  });
-}
-
-// Derivative n of r (cos, sin)(a + s t) is r s^n (cos, sin)(a + s t + n pi / 2).
-TEST(NDeriv, OfArcs) {
-  for (const double sweep : {.5, 3.0, 6.2, -.5, -3.0, -6.2}) {
-    for (int n = 1; n <= 9; ++n) {
-      for (const double t : {0.0, .3, 1.0, 1.2}) {
-        Globals g;
-        const Point v = NDeriv(*Arc(1, 2, 3, -2, sweep), t, n, g);
-        const Wide angle = -2 + L(sweep) * t + n * kPiL / 2, size = 3 * std::pow(L(sweep), n);
-        EXPECT_LE(Gap({v[0], v[1]}, {size * std::cos(angle), size * std::sin(angle)}),
-                  2e-13L * std::fabs(size))
-            << n;
-      }
-    }
-  }
-}
-
 // (1 / (1 + t), 0): derivative n is (-1)^n n! / (1 + t)^(n+1), at any order.
 TEST(NDeriv, OfARationalCurveAtAnyOrder) {
   const Owned cv = Make("r 1 0 1 .5 0 2");

@@ -10,33 +10,6 @@ std::ptrdiff_t Offset(const void* array, const void* block) {
   return static_cast<const char*>(array) - static_cast<const char*>(block);
 }
 
-TEST(MallocCurve, LaysOutTheBlock) {
-  const Owned bezier = Make("b 0 0 0 0 0 0 0 0"), rational = Make("r 0 0 1 0 0 1");
-  EXPECT_EQ(bezier.block<KurvoBezier>().degree, 3);
-  EXPECT_EQ(Offset(FreeForm(*bezier).points, bezier->data), 104);
-  EXPECT_EQ(Offset(FreeForm(*rational).points, rational->data), 104);
-  for (const int32_t type : {CV_BSPLINE, CV_RBSPLINE}) {
-    Owned cv;
-    EXPECT_EQ(KurvocvMallocCurve(cv.get(), type, 4, 7), cv->data);
-    const FreeForm spline(*cv);
-    EXPECT_EQ(spline.order, 4);
-    EXPECT_EQ(spline.count, 7);
-    EXPECT_EQ(Offset(spline.points, cv->data), 104);
-    EXPECT_EQ(Offset(spline.knots, cv->data), 104 + 56 * spline.stride);
-  }
-  Curve cv;
-  auto* pieces = static_cast<KurvoSegcv*>(KurvocvMallocCurve(&cv, CV_SEGCV, 3));
-  EXPECT_EQ(Offset(pieces->curves, pieces), 104);
-  EXPECT_EQ(Offset(pieces->widths, pieces), 104 + 120);
-  EXPECT_EQ(pieces->curves[2].type, 0);
-  EXPECT_EQ(pieces->curves[2].data, nullptr);
-  KurvocvFreeCurve(&cv);
-  EXPECT_EQ(cv.type, 0);
-  EXPECT_EQ(cv.data, nullptr);
-  KurvocvFreeCurve(nullptr);
-  KurvocvInitCurve(nullptr);
-}
-
 // The largest sizes do not wrap round to small blocks: they fail, or they are there.
 TEST(MallocCurve, ComputesSizesInFull) {
   Owned cv;

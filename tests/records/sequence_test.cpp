@@ -58,31 +58,6 @@ TEST(CvseqInsert, TakesACurveOfTheSequenceItself) {
   }
 }
 
-TEST(Cvseq, MallocAndFree) {
-  Chain seq;
-  for (const int32_t n : {0, -1, INT32_MIN}) {
-    *seq = {5, seq->curves};
-    EXPECT_EQ(KurvocvMallocCvseq(seq.get(), n), nullptr);
-    EXPECT_EQ(seq->count, 0);
-    EXPECT_EQ(seq->curves, nullptr);
-  }
-  ASSERT_NE(KurvocvMallocCvseq(seq.get(), 3), nullptr);
-  EXPECT_EQ(seq->count, 3);
-  for (const Curve& cv : seq) EXPECT_EQ(cv.data, nullptr);
-  EXPECT_EQ(seq[2].type | seq[2].attr, 0);
-  KurvocvFreeCvseq(seq.get());
-  EXPECT_EQ(seq->count, 0);
-  EXPECT_EQ(seq->curves, nullptr);
-
-  Curve header = {};
-  Cvseq not_owned = {0, &header};  // a count of 0 owns nothing
-  KurvocvFreeCvseq(&not_owned);
-  EXPECT_EQ(not_owned.curves, &header);
-  KurvocvFreeCvseq(nullptr);
-  KurvocvInitCvseq(nullptr);
-  EXPECT_EQ(KurvocvMallocCvseq(nullptr, 3), nullptr);
-}
-
 TEST(CopyCvseq, IsDeep) {
   const Chain chain("(l 0 0 1 0)(c 1 1 (l 1 0 2 0)(r 2 0 1 3 1 2 4 0 1))(e)(e)");
   chain[2] = {};
@@ -148,33 +123,6 @@ TEST(CvseqBoundBox, IsAroundTheBoxesOfAllCurves) {
   Box box;
   KurvocvCvseqBoundBox(high.get(), box, &g);
   EXPECT_EQ((Numbers{box, box + 6}), (Numbers{0, 0, 4, 9, 9, 4}));
-}
-
-TEST(CvParam, MallocAndFree) {
-  CvParam list;
-  KurvocrInitCvParam(&list);
-  EXPECT_EQ(list.count, 0);
-  EXPECT_EQ(list.values, nullptr);
-  double not_owned = 0;
-  for (const int32_t count : {0, -3}) {
-    list = {count, &not_owned};
-    KurvocrMallocCvParam(&list);
-    EXPECT_EQ(list.count, count);
-    EXPECT_EQ(list.values, &not_owned);
-    KurvocrFreeCvParam(&list);
-    EXPECT_EQ(list.count, 0);
-    EXPECT_EQ(list.values, nullptr);
-  }
-  list.count = 3;
-  KurvocrMallocCvParam(&list);
-  ASSERT_NE(list.values, nullptr);
-  list.values[2] = 1;
-  KurvocrFreeCvParam(&list);
-  EXPECT_EQ(list.count, 0);
-  EXPECT_EQ(list.values, nullptr);
-  KurvocrInitCvParam(nullptr);
-  KurvocrMallocCvParam(nullptr);
-  KurvocrFreeCvParam(nullptr);
 }
 
 }  // namespace

@@ -39,20 +39,5 @@ TEST(JsonText, NumbersReadBackFromTheFewestDigits) {
   }
 }
 
-TEST(JsonLines, HaveAMemberALine) {
-  JsonLines json;
-  json.Add("box", Bounds{1, 2, 3, 4});
-  json.AddList("none", std::vector<int>(), [](int, std::size_t) { return Json(); });
-  json.AddList("some", std::vector<Point>{{1, 2}, {}}, [](Point p, std::size_t i) {
-    JsonLines inner(2);
-    inner.Add("point", {{"at", p}, {"number", i}});
-    return inner.Take();
-  });
-  EXPECT_EQ(json.Take(),
-            "{\n  \"box\": [1, 2, 3, 4],\n  \"none\": [],\n  \"some\": [\n"
-            "    {\n      \"point\": {\"at\": [1, 2], \"number\": 0}\n    },\n"
-            "    {\n      \"point\": {\"at\": [0, 0], \"number\": 1}\n    }\n  ]\n}\n");
-}
-
 }  // namespace
 }  // namespace kurvo::tools
