@@ -1,6 +1,5 @@
 // Moving the start or the end point of a curve.
 #include "support/curve_text.h"
-#include "support/oracle.h"
 
 namespace kurvo_test {
 namespace {
@@ -79,29 +78,6 @@ TEST(MoveEndPoint, MovesJustTheControlPointsThatActThere) {
       EXPECT_EQ(Moved(*cv, *source), start ? row.start : row.end) << row.curve;
     }
   }
-}
-
-TEST(MoveEndPoint, UnclampedSplines) {
-  Rounds(300, [&](Random& random, int round) {
-    const bool rational = round % 2 == 1, start = round % 4 >= 2;
-    const int order = round % 50 == 0 ? 70 : static_cast<int>(random.Uniform(2, 8));
-    const int count = order + static_cast<int>(random.Uniform(0, 6));
-    Numbers knots(static_cast<std::size_t>(order + count));
-    for (double& u : knots) u = random.Uniform(0, order + count);
-    std::sort(knots.begin(), knots.end());
-    const Owned source = MakeFreeForm(rational ? CV_RBSPLINE : CV_BSPLINE,
-                                      RandomPoints(random, count, rational), knots);
-    Owned cv = Copy(*source);
-    Move(cv.get(), start);
-    const Oracle before(*source), after(*cv);
-    const Wide t = start ? before.start() : before.end();
-    const auto p = before.PointAt(t), q = after.PointAt(t);
-    EXPECT_NEAR(static_cast<double>(q.x - p.x), kDelta[0], 1e-11) << round;
-    EXPECT_NEAR(static_cast<double>(q.y - p.y), kDelta[1], 1e-11) << round;
-    const std::string moved(static_cast<std::size_t>(order - 1), '1'),
-        still(static_cast<std::size_t>(count - order + 1), '0');
-    EXPECT_EQ(Moved(*cv, *source), start ? moved + still : still + moved) << round;
-  });
 }
 
 // With shares 1/6, 2/3 and 1/6 in the end the least change is 1/3, 4/3 and 1/3 of the displacement;

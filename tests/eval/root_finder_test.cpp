@@ -108,17 +108,6 @@ Numbers Apart(Random& random, std::size_t count, double low, double high, Number
   return {ends.begin() + static_cast<std::ptrdiff_t>(before), ends.end()};
 }
 
-TEST(FindRoots, FindsRandomSimpleRoots) {
-  Rounds(3000, [&](Random& random, int) {
-    const auto count = static_cast<std::size_t>(random.Uniform(1, 6));
-    const Numbers planted = Apart(random, count, 0, 1);
-    const std::size_t degree = count + static_cast<std::size_t>(random.Uniform(0, 8));
-    const RootList roots = FindRoots(Planted(planted, degree), 0, 1);
-    for (const double root : planted)
-      ASSERT_TRUE(Near(roots, root, 1e-7)) << root << " not in " << Print(roots);
-  });
-}
-
 // Of polynomials with real roots alone the rule of signs gives their number, on any interval.
 TEST(VariationsOn, CountsRealRoots) {
   int counted[3] = {};
@@ -152,27 +141,6 @@ TEST(TurningPoints, AreTheRootsOfTheDerivative) {
     EXPECT_LE(LargestGap({got.begin(), got.end()}, want), 1e-10)
         << Print(got) << Text(", must be", want);
   });
-}
-
-TEST(FindRoots, EndsForAnyInput) {
-  const std::vector<double> nasty = {kNaN, kInfinity, -kInfinity, 0, 1, -1, 1e308, 5e-324};
-  for (const double a : nasty) {
-    for (const double b : nasty) {
-      for (const double c : nasty) {
-        Polynomial f(4);
-        f[0] = a;
-        f[1] = b;
-        f[2] = c;
-        f[3] = a;
-        for (const double root : FindRoots(kurvo::Normalised(f), 0, 1))
-          EXPECT_FALSE(std::isnan(root));
-      }
-    }
-  }
-  EXPECT_TRUE(FindRoots(Polynomial(), 0, 1).empty());
-  EXPECT_TRUE(FindRoots(Polynomial::Zeros(7), 0, 1).empty());
-  EXPECT_TRUE(FindRoots(Polynomial::Constant(0), 0, 1).empty());
-  EXPECT_TRUE(FindRoots(Polynomial::Constant(3), 0, 1).empty());
 }
 
 // Newton's method closes in on the root of t^21 by a factor of 20 / 21 a step. From .295, the

@@ -133,11 +133,15 @@ TEST(Laws, TransformsCommuteWithEvaluation) {
                 normal = {random.Uniform(.1, 3) * std::cos(tilt), std::sin(tilt), 0},
                 all = {0, 0, 0}, unit = {std::cos(tilt), std::sin(tilt), 0}, p = PointAt(*cv, s);
     Globals g;
-    const auto expect = [&](const char* what, auto&& curve_by, const Point& expected) {
+    const auto expect_at = [&](double at, const char* what, auto&& curve_by,
+                               const Point& expected) {
       Owned moved = Copy(*cv);
       curve_by(moved.get());
       const double bound = 64 * (Size(*cv) + 80) * std::pow(3., Degree(*cv)) * kUlp;
-      EXPECT_LE(Gap(PointAt(*moved, s), expected), bound * WeightRatio(*cv)) << what;
+      EXPECT_LE(Gap(PointAt(*moved, at), expected), bound * WeightRatio(*cv)) << what;
+    };
+    const auto expect = [&](const char* what, auto&& curve_by, const Point& expected) {
+      expect_at(s, what, curve_by, expected);
     };
     expect("move", [&](Curve* c) { KurvocvMove(c, by, &g); }, {p[0] + by[0], p[1] + by[1], 0});
     Point q;
@@ -154,6 +158,13 @@ TEST(Laws, TransformsCommuteWithEvaluation) {
     if (cv->type != CV_ARC && cv->type != CV_SEGCV)  // arcs cannot follow
       expect(
           "stretch", [&](Curve* c) { KurvocvScale(c, centre, unit, factor, &g); }, q);
+    if (cv->type != CV_ARC && cv->type != CV_SEGCV) {  // some ends that do not move
+      const Point a = PointAt(*cv, 0), b = PointAt(*cv, 1);
+      const auto start = [&](Curve* c) { KurvocvMvStartPoint(c, by, &g); };
+      expect_at(0, "start", start, {a[0] + by[0], a[1] + by[1], 0});
+      const auto end = [&](Curve* c) { KurvocvMvEndPoint(c, by, &g); };
+      expect_at(1, "end", end, {b[0] + by[0], b[1] + by[1], 0});
+    }
     EXPECT_EQ(KurvoErrGet(&g), 0);
   });
 }

@@ -91,6 +91,10 @@ const std::vector<Row> kRows = {
     {"KurvocvParameter", "deep 65", "", "2 0 CURVE"},
     {"KurvocvDistPoint", "deep 64", "0 3 0", "1.41421 *"},
     {"KurvocvDistPoint", "c 1 1 (l 0 0 1 0)(l 0 0 1 0) !in 0 type 17", "0 3 0", "0 = CURVE"},
+    // a piece that is no number or fails does not keep another one from winning
+    {"KurvocvDistPoint", "c 1 1 (l 0 5 4 5)(b 0 0 1 1) !in 0 nan 3", "1 1 0", "4 *"},
+    {"KurvofcPOntoCurve", "c 1 1 (b 0 9 4 9)(b 0 0 1 1) !in 0 nan 3", "1 1 0", "*"},
+    {"KurvofcPOntoCurve", "c 1 1 (b 0 9 4 9)(b 0 0 1 1) !in 0 size 21 / c 1 1 (b 0 9 4 9)(b 0 0 1 1) !in 0 array 1", "1 1 0", "* CURVE"},
     {"KurvocvDeriv", "c 1 (b 0 0 1 1) !in 0 data 0", "0", "000 CURVE"},
     {"KurvocvDeriv", "l 0 0 1 2", "nan", "000 CURVE"},
     {"KurvocvDeriv", "B 0 0 1 2 3 0 | 0 0 0 1 1 1", "inf", "000 CURVE"},

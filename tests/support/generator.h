@@ -33,9 +33,9 @@ inline double RandomCut(Random& random, double low, double high) {
 
 // Ends clamped or not, inner knots repeated up to `max_multiplicity` times.
 inline Owned RandomSplineOver(Random& random, bool rational, int order, double start, double end,
-                              int max_multiplicity) {
+                              int max_multiplicity, bool clamp = false) {
   Numbers knots;
-  const bool clamped = Chance(random, .6);
+  const bool clamped = Chance(random, .6) || clamp;
   for (int i = 1; i < order; ++i) knots.push_back(clamped ? start : start - (order - i) * .3);
   knots.push_back(start);
   const int spans = RandomInt(random, 1, 5);

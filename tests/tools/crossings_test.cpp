@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
+#include <span>
 #include <tuple>
 
 #include "support.h"
@@ -38,108 +40,66 @@ struct Known {
   std::vector<KnownOverlap> overlaps;
 };
 
-// A map of the plane that keeps circles, as an attribute and as numbers.
-struct Motion {
-  std::string attribute;
-  Affine map;
+// Maps of the plane that keep circles, as attributes and as numbers.
+const std::pair<const char*, Affine> kMotions[] = {
+    {"translate(0 0)", {}},
+    {"translate(1300 -70.5)", Translation(1300, -70.5)},
+    {"rotate(31)", Rotation(31)},
+    {"scale(-3 3) translate(2 1)", Scaling(-3, 3) * Translation(2, 1)}};
 
-  std::string Apply(const std::string& body) const {
-    return "<g transform='" + attribute + "'>" + body + "</g>";
-  }
-};
+void ExpectOn(Library& library, const CurveList& list, std::size_t curve, double t, Point p) {
+  EXPECT_LE(Size(p - PositionOf(library, *list.curves[curve].curve, t)), kLengthTol);
+}
 
-const Motion kMotions[] = {{"translate(0 0)", {}},
-                           {"translate(1300 -70.5)", Translation(1300, -70.5)},
-                           {"rotate(31)", Rotation(31)},
-                           {"scale(-3 3) translate(2 1)", Scaling(-3, 3) * Translation(2, 1)}};
-
-class Checker {
- public:
-  Checker(const std::string& name, const Motion& motion)
-      : name_(name + ", " + motion.attribute), motion_(motion) {}
-
-  // One drawing.
-  void Check(const std::string& body, bool joints, const Known& known) {
-    const Drawing drawing = ReadText(library_, motion_.Apply(body));
-    const CurveList list = ListCurves(library_, drawing);
-    Expect(FindCrossings(library_, list, joints, [] {}), list, list, known);
-  }
-
-  // Two drawings, in both orders.
-  void Check(const std::string& first_body, const std::string& second_body, const Known& known) {
-    const Drawing first = ReadText(library_, motion_.Apply(first_body));
-    const Drawing second = ReadText(library_, motion_.Apply(second_body));
-    const CurveList first_list = ListCurves(library_, first);
-    const CurveList second_list = ListCurves(library_, second);
-    Expect(FindCrossings(library_, first_list, second_list, [] {}), first_list, second_list, known);
-    name_ += ", swapped";
-    const Crossings swapped = FindCrossings(library_, second_list, first_list, [] {});
-    EXPECT_EQ(swapped.crossings.size(), known.crossings.size()) << name_;
-    EXPECT_EQ(swapped.overlaps.size(), known.overlaps.size()) << name_;
-    for (const Crossing& found : swapped.crossings) {
-      const auto is_it = [&](const KnownCrossing& each) {
-        return Size(motion_.map.Apply(each.point) - found.point) <= kLengthTol;
-      };
-      EXPECT_TRUE(std::any_of(known.crossings.begin(), known.crossings.end(), is_it)) << name_;
+// Of two drawings, or of the first one alone where `joints` says how, moved in some ways.
+void Check(const std::string& name, const std::string& first_body, const std::string& second_body,
+           std::optional<bool> joints, const Known& known, std::size_t ways = 4) {
+  for (const auto& [motion, map] : std::span(kMotions, ways)) {
+    SCOPED_TRACE(name + ", " + motion);
+    Library library;
+    const auto read = [&](const std::string& body) {
+      return ReadText(library, std::string("<g transform='") + motion + "'>" + body + "</g>");
+    };
+    const Drawing drawings[] = {read(first_body), read(second_body)};
+    const CurveList first = ListCurves(library, drawings[0]);
+    const CurveList other = ListCurves(library, drawings[1]);
+    const CurveList& second = joints ? first : other;
+    const Crossings found = joints ? FindCrossings(library, first, *joints, [] {})
+                                   : FindCrossings(library, first, second, [] {});
+    if (!joints) {
+      const Crossings swapped = FindCrossings(library, second, first, [] {});
+      EXPECT_EQ(swapped.crossings.size(), known.crossings.size());
+      EXPECT_EQ(swapped.overlaps.size(), known.overlaps.size());
     }
-  }
-
- private:
-  void Expect(const Crossings& found, const CurveList& first, const CurveList& second,
-              const Known& known) {
-    ASSERT_EQ(found.crossings.size(), known.crossings.size()) << name_ << Describe(found);
-    ASSERT_EQ(found.overlaps.size(), known.overlaps.size()) << name_ << Describe(found);
+    ASSERT_EQ(found.crossings.size(), known.crossings.size());
+    ASSERT_EQ(found.overlaps.size(), known.overlaps.size());
     for (std::size_t i = 0; i < known.crossings.size(); ++i) {
+      SCOPED_TRACE("crossing " + std::to_string(i + 1));
       const auto& [a, b, at, point] = found.crossings[i];
       const KnownCrossing& each = known.crossings[i];
-      const std::string what = name_ + ", crossing " + std::to_string(i + 1);
-      EXPECT_EQ(std::pair(a + 1, b + 1), std::pair(each.first, each.second)) << what;
-      EXPECT_NEAR(at.first, each.t_first, kParameterTol) << what;
-      EXPECT_NEAR(at.second, each.t_second, kParameterTol) << what;
-      EXPECT_LE(Size(point - motion_.map.Apply(each.point)), kLengthTol) << what;
-      ExpectOn(second, b, at.second, point, what);
+      EXPECT_EQ(std::pair(a + 1, b + 1), std::pair(each.first, each.second));
+      EXPECT_NEAR(at.first, each.t_first, kParameterTol);
+      EXPECT_NEAR(at.second, each.t_second, kParameterTol);
+      EXPECT_LE(Size(point - map.Apply(each.point)), kLengthTol);
+      ExpectOn(library, second, b, at.second, point);
     }
     for (std::size_t i = 0; i < known.overlaps.size(); ++i) {
+      SCOPED_TRACE("overlap " + std::to_string(i + 1));
       const Overlap& overlap = found.overlaps[i];
       const KnownOverlap& each = known.overlaps[i];
-      const std::string what = name_ + ", overlap " + std::to_string(i + 1);
       const auto& [from, to] = overlap.stretch;
-      EXPECT_TRUE(overlap.has_ends) << what;
+      EXPECT_TRUE(overlap.has_ends);
       EXPECT_EQ(std::pair(overlap.first + 1, overlap.second + 1),
-                std::pair(each.first, each.second))
-          << what;
-      EXPECT_NEAR(from.first, each.from_first, kParameterTol) << what;
-      EXPECT_NEAR(to.first, each.to_first, kParameterTol) << what;
-      EXPECT_NEAR(from.second, each.from_second, kParameterTol) << what;
-      EXPECT_NEAR(to.second, each.to_second, kParameterTol) << what;
-      ExpectOn(first, overlap.first, from.first, overlap.from, what);
-      ExpectOn(second, overlap.second, from.second, overlap.from, what);
-      ExpectOn(second, overlap.second, to.second, overlap.to, what);
+                std::pair(each.first, each.second));
+      const double got[] = {from.first, to.first, from.second, to.second};
+      const double want[] = {each.from_first, each.to_first, each.from_second, each.to_second};
+      for (int k = 0; k < 4; ++k) EXPECT_NEAR(got[k], want[k], kParameterTol) << k;
+      ExpectOn(library, first, overlap.first, from.first, overlap.from);
+      ExpectOn(library, second, overlap.second, from.second, overlap.from);
+      ExpectOn(library, second, overlap.second, to.second, overlap.to);
     }
   }
-
-  void ExpectOn(const CurveList& list, std::size_t curve, double t, Point p,
-                const std::string& what) {
-    const Point on = PositionOf(library_, *list.curves[curve].curve, t);
-    EXPECT_LE(Size(p - on), kLengthTol) << what;
-  }
-
-  static std::string Describe(const Crossings& found) {
-    std::string text;
-    for (const Crossing& each : found.crossings) {
-      text += "\n  " + std::to_string(each.first + 1) + " at " + std::to_string(each.at.first) +
-              " x " + std::to_string(each.second + 1) + " at " + std::to_string(each.at.second);
-    }
-    for (const Overlap& each : found.overlaps) {
-      text += "\n  " + std::to_string(each.first + 1) + " along " + std::to_string(each.second + 1);
-    }
-    return text;
-  }
-
-  Library library_;
-  std::string name_;
-  const Motion& motion_;
-};
+}
 
 TEST(FindCrossings, OfTwoDrawings) {
   const double turn = std::atan2(4, 3) / kPi;  // of (3, 4), in halves of the circle
@@ -180,10 +140,7 @@ TEST(FindCrossings, OfTwoDrawings) {
       {"nothing to cross", "", Path("M5 0V10"), {}},
   };
   // clang-format on
-  for (const auto& row : rows) {
-    for (const Motion& motion : kMotions)
-      Checker(row.name, motion).Check(row.first, row.second, row.known);
-  }
+  for (const auto& row : rows) Check(row.name, row.first, row.second, {}, row.known);
 }
 
 // A circle of radius 5 and lines that cut, halve and touch it. The line through both ends of its
@@ -211,8 +168,7 @@ TEST(FindCrossings, OfACircleAndAGrid) {
   std::sort(known.begin(), known.end(), [](const KnownCrossing& a, const KnownCrossing& b) {
     return std::tie(a.first, a.second, a.t_first) < std::tie(b.first, b.second, b.t_first);
   });
-  for (const Motion& motion : kMotions)
-    Checker("grid", motion).Check("<circle r='5'/>", Path(lines), {known, {}});
+  Check("grid", "<circle r='5'/>", Path(lines), {}, {known, {}});
 }
 
 TEST(FindCrossings, OfOneDrawing) {
@@ -240,17 +196,13 @@ TEST(FindCrossings, OfOneDrawing) {
       {"two outlines that share a corner", Path("M0 0H5V5M5 0H9"), false, {{{1, 1, 3, 0, {5, 0}}}, {}}},
   };
   // clang-format on
-  for (const auto& row : rows) {
-    for (const Motion& motion : kMotions)
-      Checker(row.name, motion).Check(row.body, row.joints, row.known);
-  }
+  for (const auto& row : rows) Check(row.name, row.body, "", row.joints, row.known);
 }
 
 // The tolerance is a millionth.
 TEST(FindCrossings, GapsWithinTheTolerance) {
-  const auto check = [](const char* name, const char* first, const char* second,
-                        const Known& known) {
-    Checker(name, kMotions[0]).Check(Path(first), Path(second), known);
+  const auto check = [](const char* name, const char* a, const char* b, const Known& known) {
+    Check(name, Path(a), Path(b), {}, known, 1);
   };
   check("a gap below", "M0 0H9.9999991", "M10 -5V5", {{{1, 1, 1, 0.5, {10, 0}}}, {}});
   check("a gap above", "M0 0H9.9999989", "M10 -5V5", {});
