@@ -55,17 +55,5 @@ TEST(ExtendCurve, Table) {
   }
 }
 
-// Bezier curves of degree 4095 and B-splines of order 4096 are the highest that are worked on.
-TEST(ExtendCurve, WorksUpToDegree4095) {
-  for (const char* text : {"b^4095", "b^4096", "B^4095", "B^4096"}) {
-    const Owned cv = Make(text);
-    Globals g;
-    const Owned trimmed = Extend(*cv, -.25, 0, g);
-    const bool worked = text[5] == '5';
-    EXPECT_EQ(KurvoErrGet(&g), worked ? 0 : KURVO_ERR_CURVE) << text;
-    EXPECT_NEAR(worked ? PointAt(*trimmed, 0)[0] : 1, 1, 1e-9) << text;
-  }
-}
-
 }  // namespace
 }  // namespace kurvo_test

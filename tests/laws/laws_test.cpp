@@ -45,57 +45,6 @@ TEST(Laws, ReversedTwiceIsTheSame) {
   });
 }
 
-double LengthOf(const Curve& cv, double from, double to) {
-  Globals g;
-  double length = 0;
-  KurvocvCurveLen(&cv, from, to, &length, &g);
-  EXPECT_EQ(KurvoErrGet(&g), 0);
-  return length;
-}
-double LengthOf(const Curve& cv) {
-  const auto [start, length] = Domain(cv);
-  return LengthOf(cv, start, start + length);
-}
-
-// Each part of a curve is measured to within 0.001.
-double LengthSlack(const Curve& cv) {
-  if (cv.type == CV_LINE || cv.type == CV_ARC) return 1e-11;
-  const double settled = .001 + 1e-6 * Size(cv) * Degree(cv) * Degree(cv);
-  if (cv.type == CV_BEZIER || cv.type == CV_RBEZIER) return settled;
-  if (cv.type != CV_SEGCV) return 16 * (SplineCount(cv) - FreeForm(cv).order + 1) * settled;
-  const auto& block = *static_cast<KurvoSegcv*>(cv.data);
-  double slack = 0;
-  for (int i = 0; i < block.count; ++i) slack += 16 * LengthSlack(block.curves[i]);
-  return slack;
-}
-
-TEST(Laws, DividedLengthsAddUpAndPiecesJoin) {
-  ForRandomCurves([](const Owned& cv, Random& random) {
-    const double cut = RandomCut(random, .01, .99);
-    const bool jumps = cv->type == CV_SEGCV;  // the pieces of random composites do not join
-    double at = cut;
-    CvParam params = {1, &at};
-    Cvseq pieces{};
-    Globals g;
-    KurvocvNDivide(cv.get(), &params, &pieces, &g);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-    ASSERT_EQ(pieces.count, 2);
-    const Curve &first = pieces.curves[0], &second = pieces.curves[1];
-    const double whole = LengthOf(*cv), slack = 3 * LengthSlack(*cv);
-    EXPECT_NEAR(LengthOf(first) + LengthOf(second), whole, slack);
-    EXPECT_NEAR(LengthOf(*cv, 0, cut) + LengthOf(*cv, cut, 1), whole, slack);
-    EXPECT_NEAR(LengthOf(first), LengthOf(*cv, 0, cut), slack);
-    Point end, start;
-    KurvocvEndPoint(&first, end, &g);
-    KurvocvStartPoint(&second, start, &g);
-    if (!jumps && Degree(*cv) > 0) {
-      const bool exact = cv->type != CV_LINE && cv->type != CV_ARC;
-      EXPECT_LE(Gap(end, start), exact ? 0 : Rounding(*cv));
-    }
-    KurvocvFreeCvseq(&pieces);
-  });
-}
-
 // The types that hold every curve of a type, and from which there is a way back to it.
 TEST(Laws, ConvertedThereAndBackIsTheSame) {
   const std::pair<int32_t, std::vector<int32_t>> kWays[] = {
@@ -166,26 +115,6 @@ TEST(Laws, TransformsCommuteWithEvaluation) {
       expect_at(1, "end", end, {b[0] + by[0], b[1] + by[1], 0});
     }
     EXPECT_EQ(KurvoErrGet(&g), 0);
-  });
-}
-
-TEST(Laws, ExtendedThenTrimmedIsTheSame) {
-  ForRandomCurves([](const Owned& cv, Random& random) {
-    if (cv->type == CV_SEGCV) return;  // grow by the rules of their pieces
-    const auto [before, behind] = EndSpans(*cv);
-    const double a = random.Uniform(0, before), b = random.Uniform(0, behind), all = 1 + a + b;
-    Globals g;
-    Owned longer, back;
-    KurvocvExtendCurve(cv.get(), a, b, longer.get(), &g);
-    if (KurvoErrGet(&g) == KURVO_ERR_WEIGHT) return;
-    if (cv->type == CV_ARC && KurvoErrGet(&g) == KURVO_ERR_RANGE) return;
-    ASSERT_EQ(KurvoErrGet(&g), 0);
-    if (!(WeightRatio(*longer) > 0)) return;  // a later weight of a B-spline is negative
-    KurvocvExtendCurve(longer.get(), -a / all, -b / all, back.get(), &g);
-    ASSERT_EQ(KurvoErrGet(&g), 0);
-    const double bound = Rounding(*longer) * WeightRatio(*longer) * std::pow(3., Degree(*cv));
-    for (const double s : {0., RandomCut(random, 0, 1), 1.})
-      EXPECT_LE(Gap(PointAt(*back, s), PointAt(*cv, s)), bound) << "at " << s;
   });
 }
 

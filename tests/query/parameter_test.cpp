@@ -89,20 +89,5 @@ TEST(Parameter, Table) {
   EXPECT_NEAR(Parameter(*Make("b 0 0 1 1 0 2"), {.503, 1.05, 0}, .01).t, .525, 1e-9);
 }
 
-// Rounding never puts an arc's own ends off it, nor gives them a parameter one turn away.
-TEST(Parameter, EndsOfArcsAreZeroAndOne) {
-  Rounds(3000, [&](Random& random, int round) {
-    const double sweep = random.Uniform(1e-3, 6.28) * (round % 2 ? 1 : -1);
-    const Owned arc = Arc(random.Uniform(-9, 9), random.Uniform(-9, 9), random.Uniform(.5, 9),
-                          random.Uniform(-3.2, 3.2), sweep);
-    const auto& block = arc.block<KurvoArc>();
-    for (const double* p : {block.start, block.end}) {
-      const Found found = Parameter(*arc, {p[0], p[1], 0});
-      ASSERT_EQ(found.result, KURVO_ON_CURVE) << sweep;
-      ASSERT_NEAR(found.t, p == block.end, 1e-9) << sweep;
-    }
-  });
-}
-
 }  // namespace
 }  // namespace kurvo_test

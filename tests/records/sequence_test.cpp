@@ -45,19 +45,6 @@ TEST(CvseqInsert, KeepsTheChain) {
   }
 }
 
-TEST(CvseqInsert, TakesACurveOfTheSequenceItself) {
-  const char* const loop = "b 0 0 1 2 1 -2 0 0";
-  Globals g;
-  Chain seq("(b 0 0 1 2 1 -2 0 0)");
-  for (int n = 0; n < 40; ++n) KurvocvCvseqInsert(&seq[n / 2], seq.get(), n / 3, &g);
-  EXPECT_EQ(KurvoErrGet(&g), 0);
-  ASSERT_EQ(seq.count(), 41);
-  for (int i = 0; i < seq.count(); ++i) {
-    EXPECT_TRUE(IsCurve(seq[i], loop));
-    for (int j = 0; j < i; ++j) EXPECT_NE(seq[i].data, seq[j].data);
-  }
-}
-
 TEST(CopyCvseq, IsDeep) {
   const Chain chain("(l 0 0 1 0)(c 1 1 (l 1 0 2 0)(r 2 0 1 3 1 2 4 0 1))(e)(e)");
   chain[2] = {};

@@ -236,7 +236,7 @@ const std::vector<Limit> kLimits = {
     {"KurvofcPOntoCurve", "bB", 20}, {"KurvofcPOntoCurve", "rR", 13},
     {"KurvocvDeriv", "BR", 4095}, {"KurvocvNDeriv", "BR", 4095},
     {"KurvocvPosition", "BR", 4095}, {"KurvocvCurveLen", "br", 1023},
-    {"KurvocvOffsetCurve", "bBrR", 38}, {"KurvocvDistCurve", "bBrR", 63},
+    {"KurvocvExtendCurve", "bB", 4095}, {"KurvocvOffsetCurve", "bBrR", 38}, {"KurvocvDistCurve", "bBrR", 63},
     {"KurvocrCurveCurve", "bBrR", 39}, {"KurvocrCurveCurve", "bBrR", 19, "a 0 0 1 1 2; a 0 0 1 1 2"},
     {"KurvocrCurveCurve", "bBrR", 63, "b 0 0 1 1; b 0 0 1 1"},
 };

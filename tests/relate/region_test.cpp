@@ -162,31 +162,6 @@ TEST(PntBoundForPlane, RandomChainsOfAllKinds) {
   EXPECT_GT(answers[kOut], 1000);
 }
 
-// Points at a distance from a curve that is known: half the tolerance, and twice.
-TEST(PntBoundForPlane, TheBoundaryIsAsWideAsTheTolerance) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 60; ++round) {
-    const XY a = RandomPlace(random);
-    const XY b = RandomPlace(random);
-    std::vector<Owned> curves;
-    curves.push_back(RandomBetween(random, a, b));
-    curves.push_back(LineBetween(b, a));
-    Chain chain(std::move(curves));
-    for (const double tol : {1e-6, 1e-4, .01}) {
-      Globals g;
-      KurvoclSetEpsilon(tol, tol, &g);
-      const double t = random.Uniform(.05, .95);
-      const Point p = PointAt(chain[0], t);
-      EXPECT_EQ(Locate(chain, {p[0], p[1]}, g), kOn) << chain[0].type;
-      EXPECT_EQ(Locate(chain, {p[0] + tol / 2, p[1]}, g), kOn);
-      const View view = ViewFrom({p[0] + 3 * tol, p[1]}, Polyline(chain, 20000));
-      const bool on = Locate(chain, {p[0] + 3 * tol, p[1]}, g) == kOn;
-      EXPECT_FALSE(on && view.dist > 1.5 * tol) << round;
-    }
-  }
-}
-
 TEST(PntBoundForPlane, LeavesAFullStackAsItWas) {
   Chain chain("(l 0 0 0 4)(b 0 4 5 5 4 0)(l 4 0 0 0)");
   Globals g;
