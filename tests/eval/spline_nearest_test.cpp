@@ -55,28 +55,21 @@ Owned RandomSpline(Random& random, double size) {
   const bool rational = Chance(random, .5), hostile = Chance(random, 1. / 8);
   const int order =
       Chance(random, 1. / 3) ? RandomInt(random, 1, rational ? 14 : 21) : RandomInt(random, 2, 5);
-  const int count = order + RandomInt(random, 0, Chance(random, .25) ? 150 : 15);
-  const bool clamped = Chance(random, .7), repeated = Chance(random, .3);
-  Numbers points = RandomPoints(random, count, rational), knots;
-  double u = random.Uniform(-5, 5);
-  const double step = std::pow(10.0, RandomInt(random, -3, 1));
-  for (int i = 0; i < order + count; ++i) {
-    const bool inner = i >= order && i <= count;
-    if ((inner || !clamped) && !(repeated && Chance(random, .5))) u += step * random.Uniform(.1, 1);
-    knots.push_back(u);
+  const int spans = Chance(random, .25) ? RandomInt(random, 5, 60) : 0;
+  Owned cv = RandomSplineOver(random, rational, order, -5,
+                              5 * std::pow(10., RandomInt(random, 0, 3)), order, false, spans);
+  const FreeForm form(*cv);
+  for (int i = 0; i < form.count; ++i) {
+    double* const p = form.point(i);
+    for (int c = 0; c < 2; ++c) {
+      p[c] *= size / kSize;
+      if (Chance(random, .1)) p[c] = i > 0 ? p[c - form.stride] : size;
+      if (hostile && Chance(random, 1. / 40)) p[c] = Chance(random, .5) ? kNaN : 1e308;
+    }
+    if (Chance(random, 1. / 3)) p[0] = i * size / 5;
+    if (rational && hostile && Chance(random, .25)) p[3] = random.Uniform(-1, 1);
   }
-  const std::size_t stride = rational ? 3 : 2;
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    double& x = points[i];
-    if (i % stride < 2) x *= size / kSize;
-    if (i % stride == 0 && Chance(random, 1. / 3)) x = static_cast<double>(i) * size / 10;
-    if (i % stride < 2 && Chance(random, .1)) x = size * RandomInt(random, -1, 1);
-    if (i >= stride && i % stride < 2 && Chance(random, .1)) x = points[i - stride];
-    if (i % stride == 2 && hostile && Chance(random, .25)) x = random.Uniform(-1, 1);
-    if (hostile && Chance(random, 1. / 40))
-      x = Chance(random, .5) ? kNaN : Chance(random, .5) ? kInfinity : 1e308;
-  }
-  return MakeFreeForm(rational ? CV_RBSPLINE : CV_BSPLINE, points, knots);
+  return cv;
 }
 
 void Compare(const Owned& cv, Vec2 p) {

@@ -33,12 +33,12 @@ inline double RandomCut(Random& random, double low, double high) {
 
 // Ends clamped or not, inner knots repeated up to `max_multiplicity` times.
 inline Owned RandomSplineOver(Random& random, bool rational, int order, double start, double end,
-                              int max_multiplicity, bool clamp = false) {
+                              int max_multiplicity, bool clamp = false, int spans = 0) {
   Numbers knots;
   const bool clamped = Chance(random, .6) || clamp;
   for (int i = 1; i < order; ++i) knots.push_back(clamped ? start : start - (order - i) * .3);
   knots.push_back(start);
-  const int spans = RandomInt(random, 1, 5);
+  if (spans == 0) spans = RandomInt(random, 1, 5);
   for (int i = 1; i < spans; ++i) {
     const double share = std::round(64 * (i + random.Uniform(-.3, .3)) / spans) / 64;
     knots.insert(knots.end(), static_cast<std::size_t>(RandomInt(random, 1, max_multiplicity)),
