@@ -239,7 +239,7 @@ class Differential {
     ASSERT_EQ(KurvoErrGet(&g), 0);
     if (!(WeightRatio(*longer) > 0)) return;  // a later weight of a B-spline is negative: a pole
     CheckStretch(kExtension, *longer, cv, start - L(a) * length, start + (1 + L(b)) * length,
-                 WeightRatio(*longer));
+                 std::max(WeightRatio(*longer), WeightRatio(cv, *longer)));
   }
 
   void CheckLengths(const Curve& cv, Random& random) {

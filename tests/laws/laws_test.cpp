@@ -18,13 +18,9 @@ double Rounding(const Curve& cv) { return 16 * Size(cv) * std::pow(3.0, Degree(c
 // Calls law(curve, random) for random curves of all types.
 template <class Law>
 void ForRandomCurves(Law&& law) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  const int cases = Cases(kCases);
-  for (int i = 0; i < cases && !testing::Test::HasFailure(); ++i) {
-    SCOPED_TRACE("case " + std::to_string(i));
+  Rounds(Cases(kCases), [&](Random& random, int i) {
     law(RandomCurve(random, kAllTypes[i % 7], kMaxDegree), random);
-  }
+  });
 }
 
 double Gap(const Point& a, const Point& b) { return std::hypot(a[0] - b[0], a[1] - b[1]); }
@@ -130,11 +126,7 @@ Chain OffsetOf(const Curve& cv, double distance, double tolerance) {
 
 // Right within twice the tolerance each way.
 TEST(Laws, OffsetThereAndBackIsTheSame) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  const int cases = std::max(1, Cases(kCases) / 4);
-  for (int i = 0; i < cases && !HasFailure(); ++i) {
-    SCOPED_TRACE("case " + std::to_string(i));
+  Rounds(std::max(1, Cases(kCases) / 4), [](Random& random, int i) {
     const int32_t type = kAllTypes[i % 6];
     const bool exact = type == CV_LINE || type == CV_ARC;
     const Owned cv = GentleCurve(random, type);
@@ -154,7 +146,7 @@ TEST(Laws, OffsetThereAndBackIsTheSame) {
     }
     EXPECT_NEAR(Gap(PointAt(there[0], 0), PointAt(*cv, 0)), kGentle, 1e-9);
     EXPECT_NEAR(Gap(PointAt(there[there.count() - 1], 1), PointAt(*cv, 1)), kGentle, 1e-9);
-  }
+  });
 }
 
 }  // namespace

@@ -123,8 +123,7 @@ TEST(FindCrossings, OfTwoDrawings) {
       {"circles that touch", circle, "<circle cx='10' r='5'/>", {{{1, 0, 1, 1, {5, 0}}}, {}}},
       {"circles apart whose boxes meet", circle, "<circle cx='8' cy='8' r='5'/>", {}},
       // x = 27 t^2 - 18 t^3, y = 27 t (1 - t) (1 - 2 t)
-      {"cubic and line", Path("M0 0C0 9 9 -9 9 0"), Path("M-1 0H11"),
-       {{{1, 0, 1, 1. / 12, {0, 0}}, {1, 0.5, 1, 5.5 / 12, {4.5, 0}}, {1, 1, 1, 10. / 12, {9, 0}}}, {}}},
+      {"cubic and line", Path("M0 0C0 9 9 -9 9 0"), Path("M-1 0H11"), {{{1, 0, 1, 1. / 12, {0, 0}}, {1, 0.5, 1, 5.5 / 12, {4.5, 0}}, {1, 1, 1, 10. / 12, {9, 0}}}, {}}},
       // y = x^2 and x = y^2, both from -1 to 1 in their parameters.
       {"parabolas", Path("M-1 1Q0 -1 1 1"), Path("M1 -1Q-1 0 1 1"), {{{1, 0.5, 1, 0.5, {0, 0}}, {1, 1, 1, 1, {1, 1}}}, {}}},
       {"ellipse and line", Path("M10 0A10 5 0 0 1 0 5"), Path("M6 0V10"), {{{1, half / (w + half * (1 - w)), 1, 0.4, {6, 4}}}, {}}},
