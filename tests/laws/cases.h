@@ -39,18 +39,19 @@ inline int Degree(const Curve& cv) {
   return degree;
 }
 
-// The largest weight of `of` over the least of `cv`; 1 but for the rational Bezier and B-spline.
-inline double WeightRatio(const Curve& of, const Curve& cv) {
+// The largest weight over the least; 1 but for the rational Bezier and B-spline.
+inline double WeightRatio(const Curve& cv) {
   if (!IsRational(cv.type)) return 1;
   double least = kInfinity, largest = 0;
-  const auto none = [](double) {};
   ForEachPoint(
-      cv, [&](const double* p) { least = std::min(least, p[3]); }, none);
-  ForEachPoint(
-      of, [&](const double* p) { largest = std::max(largest, p[3]); }, none);
+      cv,
+      [&](const double* p) {
+        least = std::min(least, p[3]);
+        largest = std::max(largest, p[3]);
+      },
+      [](double) {});
   return largest / least;
 }
-inline double WeightRatio(const Curve& cv) { return WeightRatio(cv, cv); }
 
 // The shares of the domain that the first and the last span have.
 inline std::pair<double, double> EndSpans(const Curve& cv) {

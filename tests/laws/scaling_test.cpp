@@ -4,7 +4,6 @@
 #include <string>
 
 #include "laws/cases.h"
-#include "relate/closed_chains.h"
 #include "relate/intersection.h"
 
 using namespace kurvo_test;

@@ -165,20 +165,5 @@ TEST(Deriv, OfHighDegree) {
   }
 }
 
-// Moving a curve by an amount that rounds nothing changes nothing, however far it is.
-TEST(Deriv, DoesNotDependOnTheOrigin) {
-  for (const char* text : {"b 0 0 1 3 4 2", "b 0 0 1 3 4 2 6 1", "b 0 0 1 3 4 2 6 1 5 5",
-                           "r 0 0 1 1 3 .3 4 2 2", "r 0 0 1 1 3 .3 4 2 2 5 5 7 6 6 1"}) {
-    const Owned near = Make(text), far = Make(text);
-    const FreeForm form(*far);
-    for (int i = 0; i < form.order; ++i) form.point(i)[0] += 0x1p40;
-    for (const double t : {0.0, .3, .9}) {
-      Globals g;
-      EXPECT_EQ(Deriv(*near, t, g), Deriv(*far, t, g)) << text;
-      EXPECT_EQ(NDeriv(*near, t, 2, g), NDeriv(*far, t, 2, g)) << text;
-    }
-  }
-}
-
 }  // namespace
 }  // namespace kurvo_test

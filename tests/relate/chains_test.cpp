@@ -109,9 +109,7 @@ void Gather(Random& random, std::vector<Owned>& curves) {
 }
 
 TEST(CvseqNormal, OfSimpleClosedChainsIsTheirSense) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 4000; ++round) {
+  Rounds(4000, [](Random& random, int) {
     std::vector<Owned> curves = Star(random);
     if (Chance(random, .3)) Gather(random, curves);
     const int first = RandomInt(random, 0, static_cast<int>(curves.size()) - 1);
@@ -122,9 +120,9 @@ TEST(CvseqNormal, OfSimpleClosedChainsIsTheirSense) {
     for (Owned& cv : curves)
       if (clockwise) KurvocvChgOrder(cv.get(), &g);
     const Orientation o = OrientationOf(Chain(std::move(curves)));
-    EXPECT_EQ(o.error, 0) << round;
-    EXPECT_EQ(o.normal[2], clockwise ? -1 : 1) << "round " << round;
-  }
+    EXPECT_EQ(o.error, 0);
+    EXPECT_EQ(o.normal[2], clockwise ? -1 : 1);
+  });
 }
 
 // ---- joined into one composite

@@ -1,5 +1,5 @@
 // Intersections of lines and arcs among themselves, and of curves that are points.
-#include "relate/cases.h"
+#include "relate/intersection.h"
 
 namespace kurvo_test {
 namespace {

@@ -1,5 +1,5 @@
 // Intersections with free-form curves: contacts, overlaps, joints and other hard places.
-#include "relate/cases.h"
+#include "relate/intersection.h"
 
 namespace kurvo_test {
 namespace {

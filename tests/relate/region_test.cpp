@@ -1,7 +1,7 @@
 // Points on, inside and outside closed chains.
 #include <cstring>
 
-#include "relate/closed_chains.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 namespace {
@@ -70,10 +70,8 @@ TEST(PntBoundForPlane, Table) {
 // Polygons on a lattice, crossing themselves as often as not: every side in another disguise, every
 // answer exact. A side that is missing, in part or altogether, is boundary all the same.
 TEST(PntBoundForPlane, LatticePolygons) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   constexpr int kGrid = 6;
-  const auto side = [&](XY a, XY b) {
+  const auto side = [](Random& random, XY a, XY b) {
     const XY u = {(2 * a.x + b.x) / 3, (2 * a.y + b.y) / 3};
     const XY v = {(a.x + 2 * b.x) / 3, (a.y + 2 * b.y) / 3};
     switch (RandomInt(random, 0, 5)) {
@@ -101,14 +99,14 @@ TEST(PntBoundForPlane, LatticePolygons) {
                             {0, 0, 0, .3, 1, 1, 1});
     }
   };
-  for (int round = 0; round < Cases(150); ++round) {
+  Rounds(Cases(150), [&](Random& random, int) {
     std::vector<XY> corners(static_cast<std::size_t>(RandomInt(random, 3, 9)));
     for (XY& c : corners) c = {1. * RandomInt(random, 0, kGrid), 1. * RandomInt(random, 0, kGrid)};
     std::vector<Owned> sides;
     bool missing = true;  // never two in a row, nor the first or the last
     for (std::size_t i = 0; i < corners.size(); ++i) {
       missing = !missing && i + 1 < corners.size() && Chance(random, .4);
-      if (!missing) sides.push_back(side(corners[i], corners[(i + 1) % corners.size()]));
+      if (!missing) sides.push_back(side(random, corners[i], corners[(i + 1) % corners.size()]));
     }
     Chain chain(std::move(sides));
     for (int i = -2; i <= 2 * kGrid + 1; ++i)
@@ -117,16 +115,14 @@ TEST(PntBoundForPlane, LatticePolygons) {
         const View view = ViewFrom(p, corners);  // exact on half a grid, but for the distance
         Globals g;
         const uint32_t want = view.dist < 1e-9 ? kOn : view.turns != 0 ? kIn : kOut;
-        EXPECT_EQ(Locate(chain, p, g), want) << "round " << round << ": " << p.x << ' ' << p.y;
+        EXPECT_EQ(Locate(chain, p, g), want) << p.x << ' ' << p.y;
       }
-  }
+  });
 }
 
 TEST(PntBoundForPlane, RandomChainsOfAllKinds) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   int answers[5] = {};
-  for (int round = 0; round < Cases(150); ++round) {
+  Rounds(Cases(150), [&](Random& random, int round) {
     std::vector<XY> corners(static_cast<std::size_t>(RandomInt(random, 1, 6)));
     for (XY& c : corners) c = RandomPlace(random);
     std::vector<Owned> curves;
@@ -145,12 +141,11 @@ TEST(PntBoundForPlane, RandomChainsOfAllKinds) {
       const uint32_t got = Locate(chain, p, g);
       const bool differs = got != (view.turns != 0 ? kIn : kOut);
       if (differs) view = ViewFrom(p, Polyline(chain, 40000));  // at a narrow bend
-      EXPECT_TRUE(got == (view.turns != 0 ? kIn : kOut) && view.dist > .001)
-          << "round " << round << ": " << p.x << ' ' << p.y;
+      EXPECT_TRUE(got == (view.turns != 0 ? kIn : kOut) && view.dist > .001) << p.x << ' ' << p.y;
       EXPECT_LT(KurvoErrSeverity(KurvoErrGet(&g)), 2);  // some chains are a line there and back
       if (got < 5) ++answers[got];
     }
-  }
+  });
   EXPECT_GT(answers[kIn], 1000);
   EXPECT_GT(answers[kOut], 1000);
 }

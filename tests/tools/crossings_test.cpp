@@ -119,6 +119,8 @@ TEST(FindCrossings, OfTwoDrawings) {
     Known known;
   } rows[] = {
       {"circles", circle, "<circle cx='6' r='5'/>", {{{1, turn, 1, 1 - turn, {3, 4}}, {2, 1 - turn, 2, turn, {3, -4}}}, {}}},
+      // through both ends of its halves: two crossings, not four
+      {"circle and line", circle, Path("M-10 0H10"), {{{1, 0, 1, .75, {5, 0}}, {1, 1, 1, .25, {-5, 0}}}, {}}},
       // Each at a joint of both; the middle of the contact is at 5 + 0.
       {"circles that touch", circle, "<circle cx='10' r='5'/>", {{{1, 0, 1, 1, {5, 0}}}, {}}},
       {"circles apart whose boxes meet", circle, "<circle cx='8' cy='8' r='5'/>", {}},
@@ -143,34 +145,6 @@ TEST(FindCrossings, OfTwoDrawings) {
   };
   // clang-format on
   for (const auto& row : rows) Check(row.name, row.first, row.second, {}, row.known);
-}
-
-// A circle of radius 5 and lines that cut, halve and touch it. The line through both ends of its
-// halves has two crossings, not four.
-TEST(FindCrossings, OfACircleAndAGrid) {
-  std::string lines;
-  std::vector<KnownCrossing> known;
-  std::size_t line = 0;
-  for (const bool upright : {true, false}) {
-    for (const int at : {-4, 0, 3, 5}) {
-      ++line;
-      const std::string place = std::to_string(at);
-      lines += upright ? "M" + place + " -10V10" : "M-10 " + place + "H10";
-      const double side = std::sqrt(25 - at * at);
-      for (const double along : {side, -side}) {
-        const Point p = upright ? Point{1. * at, along} : Point{along, 1. * at};
-        double turn = std::atan2(p.y, p.x) / kPi;
-        if (turn < 0) turn += 2;
-        const std::size_t half = turn <= 1 ? 1 : 2;
-        known.push_back({half, turn - (half == 2 ? 1 : 0), line, (along + 10) / 20, p});
-        if (side == 0) break;
-      }
-    }
-  }
-  std::sort(known.begin(), known.end(), [](const KnownCrossing& a, const KnownCrossing& b) {
-    return std::tie(a.first, a.second, a.t_first) < std::tie(b.first, b.second, b.t_first);
-  });
-  Check("grid", "<circle r='5'/>", Path(lines), {}, {known, {}});
 }
 
 TEST(FindCrossings, OfOneDrawing) {
