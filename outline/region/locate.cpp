@@ -35,11 +35,6 @@ Bounds CheckLoops(const KurvoRegion& region, double epsilon) {
 struct Field {
   Frame frame;
   double band;  // in the frame
-
-  bool IsOutside(Vec2 q, const Bounds& box) const {
-    return !(q.x >= box.low.x - band && q.x <= box.high.x + band && q.y >= box.low.y - band &&
-             q.y <= box.high.y + band);
-  }
 };
 
 int Rise(bool from_above, bool to_above) { return int{to_above} - int{from_above}; }
@@ -176,10 +171,10 @@ Rises Joined(const Rises* runs) {
 // The spans of all loops, with lines across their joints.
 class Loops {
  public:
-  Loops(const KurvoRegion& region, const Field& field) : field_(field) {
+  Loops(const KurvoRegion& region, const Frame& frame) {
     for (int i = 0; i < region.count; ++i) {
       const std::size_t first = spans_.size();
-      ForEachSpan(region.loops[i], field.frame, [&](const Span& span) {
+      ForEachSpan(region.loops[i], frame, [&](const Span& span) {
         if (spans_.size() > first) Bridge(spans_.back().End(), span.Start());
         spans_.push_back(Kept(span, arena_));
       });
@@ -207,7 +202,6 @@ class Loops {
     spans_.push_back(bridge);
   }
 
-  const Field& field_;
   Array<Span> spans_;
   Arena arena_;
 };
@@ -215,7 +209,7 @@ class Loops {
 class ManyPoints {
  public:
   ManyPoints(const KurvoRegion& region, const Field& field)
-      : field_(field), loops_(region, field), tree_(loops_.Boxes()) {
+      : field_(field), loops_(region, field.frame), tree_(loops_.Boxes()) {
     const Array<Span>& spans = loops_.spans();
     for (uint32_t level = 0; level < tree_.levels(); ++level)
       for (uint32_t i = 0; i < tree_.size(level); ++i)
