@@ -14,6 +14,7 @@ constexpr uint8_t kHostileBit = 1;
 constexpr uint8_t kFailureBit = 2;   // memory fails in half the runs,
 constexpr uint8_t kFromThenBit = 4;  // once or from then on
 constexpr uint8_t kRepeatBit = 8;    // a second run must give the same bits
+constexpr uint8_t kGivenBit = 16;    // curves and chains come from the bytes
 constexpr std::size_t kHeader = 3;
 
 #ifdef KURVO_FUZZER
@@ -39,6 +40,9 @@ std::vector<Entry> EntriesOfThisGroup() {
 }
 
 }  // namespace
+
+[[gnu::weak]] const Gallery* TakeGiven(std::span<const uint8_t>&) { return nullptr; }
+
 }  // namespace kurvo_test
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
@@ -50,10 +54,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   if (data[1] & kHostileBit) options.mode = Mode::kHostile;
   if (data[1] & kFailureBit)
     options.failure = {.granted = data[2] % 32, .from_then = (data[1] & kFromThenBit) != 0};
+  std::span<const uint8_t> bytes(data + kHeader, size - kHeader);
+  if (data[1] & kGivenBit) options.gallery = TakeGiven(bytes);
+  const uint64_t before = options.gallery ? options.gallery->Checksum() : 0;
   const auto run = [&] {
-    Source source(data + kHeader, size - kHeader);
+    Source source(bytes.data(), bytes.size());
     const Outcome outcome = RunOnce(entry, source, options);
     if (!outcome.complaint.empty()) Report(entry, outcome, outcome.complaint.c_str());
+    if (options.gallery && options.gallery->Checksum() != before)
+      Report(entry, outcome, "input changed");
     return outcome;
   };
   const Outcome first = run();
