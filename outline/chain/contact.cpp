@@ -117,6 +117,32 @@ class Pair {
     contact.at_vertex = at_vertex;
   }
 
+  // Newton's method on A(u) = B(v) from where it is asked: two curves that cross at an angle.
+  // Result: whether it settles between the heights.
+  bool Crossing(const NearHeights& near, Position& on_a, Position& on_b) const {
+    constexpr int kMost = 8;
+    constexpr double kSettled = 0x1p-50;
+    const Span& a = PieceOf(a_track_, i_).span;
+    const Span& b = PieceOf(b_track_, k_).span;
+    double u = on_a.u, v = on_b.u;
+    for (int step = 0; step < kMost; ++step) {
+      const Vec2 gap = PointAt(b, v) - PointAt(a, u);
+      const Vec2 along_a = VelocityAt(a, u), along_b = VelocityAt(b, v);
+      const double by = Cross(along_a, along_b);
+      const double du = Cross(gap, along_b) / by, dv = Cross(gap, along_a) / by;
+      u += du;
+      v += dv;
+      if (!(u >= 0 && u <= 1 && v >= 0 && v <= 1)) return false;
+      if (!(kSettled >= std::fabs(du) && kSettled >= std::fabs(dv))) continue;
+      const double height = Dot(PointAt(a, u), axis_.up);
+      if (!(height >= near.low && height <= near.high)) return false;
+      on_a.u = u;
+      on_b.u = v;
+      return true;
+    }
+    return false;
+  }
+
   // Where the sides are the same, or the slopes are; else an end.
   void Closest(const NearHeights& near, Contact& contact) const {
     const double at_low = Apart(near.low), at_high = Apart(near.high);

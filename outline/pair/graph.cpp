@@ -73,8 +73,8 @@ double Graph::HeightOfBezier(double s, double& slope) const {
   });
 }
 
-// Newton's method, kept in a bracket that every step narrows.
-double Graph::ParameterAt(double height, double least, double most) const {
+// Newton's method from the chord, kept in a bracket that every step narrows.
+double Graph::ParameterAt(double height, Known below, Known above, double allowed) const {
   if (height <= low_) return 0;
   if (height >= high_) return 1;
   if (kind_ == Span::Kind::kLine) return (height - low_) / (high_ - low_);
@@ -88,11 +88,13 @@ double Graph::ParameterAt(double height, double least, double most) const {
     const double u = std::clamp(turn / sweep_, 0.0, 1.0);
     return falls_ ? 1 - u : u;
   }
-  double s = 0.5 * (least + most);
+  double least = below.s, most = above.s;
+  double s = least + (most - least) * (height - below.height) / (above.height - below.height);
+  if (!(s > least && s < most)) s = 0.5 * (least + most);
   for (int step = 0; step < kMostSteps; ++step) {
     double slope;
     const double miss = HeightOfBezier(s, slope) - height;
-    if (miss == 0) return s;
+    if (allowed >= std::fabs(miss)) return s;
     (miss > 0 ? most : least) = s;
     double next = s - miss / slope;
     if (!(next > least && next < most)) next = 0.5 * (least + most);

@@ -36,8 +36,12 @@ class Graph {
   double low() const { return low_; }
   double high() const { return high_; }
   // The graph's own parameter s, in [0, 1] upwards; that of the piece is u.
-  double ParameterAt(double height) const { return ParameterAt(height, 0, 1); }
-  double ParameterAt(double height, double least, double most) const;  // known to lie between
+  double ParameterAt(double height) const { return ParameterAt(height, {low_, 0}, {high_, 1}, 0); }
+  // The same where two points of the graph are known between which it lies, to within `miss`.
+  struct Known {
+    double height, s;
+  };
+  double ParameterAt(double height, Known below, Known above, double miss) const;
   double SideAt(double s) const;
   double SlopeAt(double s) const;  // d side / d height
   // The circle of an arc, side and height of its centre; of radius 0 when it is none.

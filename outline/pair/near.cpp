@@ -11,6 +11,7 @@ namespace {
 constexpr int kMostDepth = 90;
 constexpr int kMostStretches = 1 << 16;  // of one pair
 constexpr double kLeastRise = 0x1p-4;    // of the reach: graphs of slope 2.42 stay near across it
+constexpr double kHeightShare = 0x1p-8;  // of the reach: error of the heights of cuts
 constexpr double kUseful = 0.6;          // of the heights: a cut that leaves more is a halving
 
 // d = side of a less side of b over a stretch.
@@ -31,10 +32,16 @@ class Search {
   Search(const Graph& a, const Graph& b, double reach, Work& work, Array<NearHeights>& found)
       : a_(a), b_(b), reach_(reach), work_(work), found_(found), first_(found.size()) {}
 
-  void Run(double low, double high, double a_low, double a_high, double b_low, double b_high,
-           int depth) {
-    const Stretch a = a_.Between(low, high, a_low, a_high);
-    const Stretch b = b_.Between(low, high, b_low, b_high);
+  // A height, and where the graphs have it.
+  struct Level {
+    double height, a, b;
+  };
+  Level At(double height) const { return {height, a_.ParameterAt(height), b_.ParameterAt(height)}; }
+
+  void Run(const Level& bottom, const Level& top, int depth) {
+    const double low = bottom.height, high = top.height;
+    const Stretch a = a_.Between(low, high, bottom.a, top.a);
+    const Stretch b = b_.Between(low, high, bottom.b, top.b);
     const Difference d(a, b);
     if (d.Low() > reach_ || d.High() < -reach_) return;
     const double rise = high - low;
@@ -60,22 +67,24 @@ class Search {
     to = std::min(to + pad, 1.0);
     if (from > to) return;
     if (to - from < kUseful) {
-      const double cut_low = from > 0 ? low + from * rise : low;
-      const double cut_high = to < 1 ? low + to * rise : high;
-      return Run(cut_low, cut_high, from > 0 ? a_.ParameterAt(cut_low, a_low, a_high) : a_low,
-                 to < 1 ? a_.ParameterAt(cut_high, a_low, a_high) : a_high,
-                 from > 0 ? b_.ParameterAt(cut_low, b_low, b_high) : b_low,
-                 to < 1 ? b_.ParameterAt(cut_high, b_low, b_high) : b_high, depth - 1);
+      return Run(from > 0 ? Between(bottom, top, low + from * rise) : bottom,
+                 to < 1 ? Between(bottom, top, low + to * rise) : top, depth - 1);
     }
-    const double middle = 0.5 * (low + high);
-    if (!(middle > low && middle < high)) return Add(low, high);
-    const double a_middle = a_.ParameterAt(middle, a_low, a_high);
-    const double b_middle = b_.ParameterAt(middle, b_low, b_high);
-    Run(low, middle, a_low, a_middle, b_low, b_middle, depth - 1);
-    Run(middle, high, a_middle, a_high, b_middle, b_high, depth - 1);
+    const double height = 0.5 * (low + high);
+    if (!(height > low && height < high)) return Add(low, high);
+    const Level middle = Between(bottom, top, height);
+    Run(bottom, middle, depth - 1);
+    Run(middle, top, depth - 1);
   }
 
  private:
+  // A level between two, as exact as the reach asks for.
+  Level Between(const Level& bottom, const Level& top, double height) const {
+    const double allowed = kHeightShare * reach_;
+    return {height, a_.ParameterAt(height, {bottom.height, bottom.a}, {top.height, top.a}, allowed),
+            b_.ParameterAt(height, {bottom.height, bottom.b}, {top.height, top.b}, allowed)};
+  }
+
   void Add(double low, double high) {
     if (found_.size() > first_ && low <= found_.back().high + kLeastRise * reach_) {
       found_.back().high = std::max(found_.back().high, high);
@@ -97,9 +106,8 @@ class Search {
 
 void FindNear(const Graph& a, const Graph& b, double low, double high, double reach, Work& work,
               Array<NearHeights>& found) {
-  Search(a, b, reach, work, found)
-      .Run(low, high, a.ParameterAt(low), a.ParameterAt(high), b.ParameterAt(low),
-           b.ParameterAt(high), kMostDepth);
+  Search search(a, b, reach, work, found);
+  search.Run(search.At(low), search.At(high), kMostDepth);
 }
 
 void FindNear(const Graph& a, const Graph& b, double reach, Work& work, Array<NearHeights>& found) {

@@ -12,6 +12,15 @@ namespace kurvo::outline {
 template <class Coefficient>
 inline auto BernsteinSum(int n, double t, const Coefficient& coefficient) {
   const double s = 1 - t;
+  // The same terms in the same order, without the counting.
+  if (n == 1) return s * coefficient(0) + t * coefficient(1);
+  if (n == 2) return s * (s * coefficient(0) + (2 * t) * coefficient(1)) + (t * t) * coefficient(2);
+  if (n == 3) {
+    const double tt = t * t;
+    const auto two =
+        s * (s * coefficient(0) + (3 * t) * coefficient(1)) + (3 * tt) * coefficient(2);
+    return s * two + (tt * t) * coefficient(3);
+  }
   auto sum = coefficient(0);
   double power = 1;     // t^i
   double binomial = 1;  // n over i
@@ -27,6 +36,8 @@ inline auto BernsteinSum(int n, double t, const Coefficient& coefficient) {
 template <class F>
 inline auto WithDegree(int degree, const F& f) {
   switch (degree) {
+    case 1:
+      return f(1);
     case 2:
       return f(2);
     case 3:

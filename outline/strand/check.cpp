@@ -8,8 +8,6 @@
 namespace kurvo::outline {
 namespace {
 
-// Far below what could overflow in a difference of two, far above any drawing.
-constexpr double kGreatestCoordinate = 0.25 * std::numeric_limits<double>::max();
 constexpr double kDomainSlack = 1e-6;  // of a piece's domain against [0, 1], in parameters
 
 void AddPoint(const double* p, Bounds& box) {
@@ -118,8 +116,12 @@ Domain DomainOfSpline(const Spline& spline) {
 
 void CheckCurve(const Curve& curve, Bounds& box) { CheckNested(curve, 0, box); }
 
-void CheckChain(const Cvseq* chain, Bounds& box) {
+void RequireChain(const Cvseq* chain) {
   Require(chain && chain->count >= 0 && (chain->count == 0 || chain->curves), KURVO_ERR_CURVE);
+}
+
+void CheckChain(const Cvseq* chain, Bounds& box) {
+  RequireChain(chain);
   for (int i = 0; i < chain->count; ++i) CheckNested(chain->curves[i], 0, box);
 }
 

@@ -3,12 +3,16 @@
 
 #include <kurvo.h>
 
+#include <limits>
+
 #include "base/bounds.h"
 
 namespace kurvo::outline {
 
 inline constexpr int kMostDegree = 63;   // of a curve in an outline
 inline constexpr int kMostNesting = 64;  // composites within composites, as the kernel allows
+// Far below what could overflow in a difference of two, far above any drawing.
+inline constexpr double kGreatestCoordinate = 0.25 * std::numeric_limits<double>::max();
 
 // Adds the control points of a curve to the box; of an arc its circle. Throws Refusal:
 // KURVO_ERR_CURVE for a record that cannot be right (no data, unknown type, counts that contradict
@@ -19,6 +23,9 @@ void CheckCurve(const Curve& curve, Bounds& box);
 
 // The same of every curve; a null chain, or one with a count and no array, cannot be right.
 void CheckChain(const Cvseq* chain, Bounds& box);
+
+// What is refused of the record of a chain itself.
+void RequireChain(const Cvseq* chain);
 
 // Whether a composite has a curve anywhere within.
 bool HasCurves(const Curve& curve);

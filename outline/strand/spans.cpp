@@ -16,11 +16,16 @@ constexpr int kMostHalvings = 48;         // until all weights have one sign
 constexpr double kPointCircle = 0x1p-30;  // of the size: radius of a circle that is a point
 constexpr int kRoom = kMostDegree + 1;
 
+bool IsOneStretch(const Curve& curve) {
+  return !(curve.type == CV_BSPLINE || curve.type == CV_RBSPLINE || curve.type == CV_SEGCV);
+}
+
 // Visits the spans of curves, one after the other. Parameters of a piece are those of the curve:
 // offset + scale t.
 class Walk {
  public:
-  Walk(const Frame& frame, SpanVisitor visit) : frame_(frame), visit_(visit) {}
+  Walk(const Frame& frame, SpanVisitor visit, const StretchFilter* wanted = nullptr)
+      : frame_(frame), visit_(visit), wanted_(wanted) {}
 
   void Whole(const ::Curve& curve, int32_t index) {
     span_.curve = index;
@@ -31,6 +36,7 @@ class Walk {
   void Curve(const ::Curve& curve, double offset, double scale) {
     offset_ = offset;
     scale_ = scale;
+    if (wanted_ && IsOneStretch(curve) && !IsWanted(curve, 0, 1, 0, 0)) return;
     switch (curve.type) {
       case CV_LINE:
         return Line(BlockOf<KurvoLine>(curve));
@@ -41,9 +47,9 @@ class Walk {
       case CV_RBEZIER:
         return Bezier(BlockOf<KurvoRBezier>(curve));
       case CV_BSPLINE:
-        return Spline(BlockOf<KurvoBSpline>(curve));
+        return PolynomialSpline(curve);
       case CV_RBSPLINE:
-        return Spline(BlockOf<KurvoRBSpline>(curve));
+        return RationalSpline(curve);
       default:
         return Composite(BlockOf<KurvoSegcv>(curve), offset, scale);
     }
@@ -95,8 +101,13 @@ class Walk {
     EmitRational(bezier.degree, 0, 1);
   }
 
-  void Spline(const KurvoBSpline& spline) {
+  void PolynomialSpline(const ::Curve& curve) {
+    const auto& spline = BlockOf<KurvoBSpline>(curve);
+    bool has_joint = false;
     ForEachKnotSpan(spline, [&](int k, int p, bool joined) {
+      joined = joined && has_joint;
+      has_joint = !wanted_ || IsWanted(curve, spline.knots[k], spline.knots[k + 1], k - p, p + 1);
+      if (!has_joint) return;
       const Vec2 joint = points_[p];
       for (int i = 0; i <= p; ++i) points_[i] = frame_.Inwards(spline.points[k - p + i]);
       BezierOfSpline(spline.knots, k, p, points_);
@@ -105,8 +116,10 @@ class Walk {
     });
   }
 
-  void Spline(const KurvoRBSpline& spline) {
+  void RationalSpline(const ::Curve& curve) {
+    const auto& spline = BlockOf<KurvoRBSpline>(curve);
     ForEachKnotSpan(spline, [&](int k, int p, bool) {
+      if (wanted_ && !IsWanted(curve, spline.knots[k], spline.knots[k + 1], k - p, p + 1)) return;
       for (int i = 0; i <= p; ++i) Load(spline.points[k - p + i], i);
       BezierOfSpline(spline.knots, k, p, points_);
       BezierOfSpline(spline.knots, k, p, weights_);
@@ -177,13 +190,20 @@ class Walk {
   }
 
   void Emit(double from, double to) {
-    span_.from = offset_ + scale_ * from;
-    span_.to = offset_ + scale_ * to;
+    span_.from = ParameterOf(from);
+    span_.to = ParameterOf(to);
     visit_(span_);
+  }
+
+  double ParameterOf(double t) const { return offset_ + scale_ * t; }
+
+  bool IsWanted(const ::Curve& piece, double from, double to, int first, int count) const {
+    return (*wanted_)({ParameterOf(from), ParameterOf(to), piece, first, count});
   }
 
   const Frame& frame_;
   SpanVisitor visit_;
+  const StretchFilter* wanted_;  // null: all
   Span span_;
   double offset_ = 0, scale_ = 1;
   Vec2 points_[kRoom];
@@ -196,6 +216,11 @@ class Walk {
 
 void ForEachSpan(const Curve& curve, int32_t index, const Frame& frame, SpanVisitor visit) {
   Walk(frame, visit).Whole(curve, index);
+}
+
+void ForEachSpan(const Curve& curve, int32_t index, const Frame& frame, StretchFilter wanted,
+                 SpanVisitor visit) {
+  Walk(frame, visit, &wanted).Whole(curve, index);
 }
 
 void ForEachSpan(const Cvseq& chain, const Frame& frame, SpanVisitor visit) {

@@ -19,6 +19,23 @@ using SpanVisitor = FunctionRef<void(const Span&)>;
 void ForEachSpan(const Curve& curve, int32_t index, const Frame& frame, SpanVisitor visit);
 void ForEachSpan(const Cvseq& chain, const Frame& frame, SpanVisitor visit);
 
+// What one span is made from, or a few: looked at before the work of making them.
+struct Stretch {
+  double from, to;     // parameters of the curve of the chain
+  const Curve& piece;  // of a composite; else that curve
+  int first, count;    // which of its control points, of a spline
+
+  // A box that holds the stretch, in the caller's coordinates: the whole plane where weights of
+  // both signs let it leave its polygon, the circle of an arc.
+  Bounds Box() const;
+};
+using StretchFilter = FunctionRef<bool(const Stretch&)>;
+
+// The same for those stretches alone that `wanted` says yes to. A span of a spline whose neighbour
+// was left out may start a rounding beside where that ends.
+void ForEachSpan(const Curve& curve, int32_t index, const Frame& frame, StretchFilter wanted,
+                 SpanVisitor visit);
+
 // All spans of a chain, kept. `spans` ascends by curve and parameter.
 struct SpanList {
   Frame frame;
