@@ -12,7 +12,7 @@ keep=0
 if [[ ${1-} == --keep ]]; then keep=1; shift; fi
 seconds=${1:?usage: fuzz.sh [--keep] SECONDS [TARGET...]}
 shift
-all=(roots evaluators intersection conversion extension offset region generation records svg)
+all=(roots evaluators intersection conversion extension offset region generation records outline svg)
 targets=("${@:-${all[@]}}")
 (($# > 0)) || targets=("${all[@]}")
 

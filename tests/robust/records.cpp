@@ -167,6 +167,21 @@ Gallery::Gallery(uint64_t seed, int count) {
   }
 }
 
+Gallery::Gallery(const KurvoRegion& sound) {
+  for (int i = 0; i < sound.count; ++i) {
+    Cvseq loop = sound.loops[i];
+    const Curve* const curves = loop.curves;
+    loop.curves = store_.Zeroed<Curve>(static_cast<std::size_t>(loop.count));
+    for (int k = 0; k < loop.count; ++k) {
+      loop.curves[k] = store_.Keep(curves[k]);
+      curves_[0].push_back(loop.curves[k]);
+    }
+    sequences_[0].push_back(loop);
+  }
+  curves_[1] = curves_[0];
+  sequences_[1] = sequences_[0];
+}
+
 const Curve& Gallery::curve(Source& in, Mode mode, int32_t wanted) const {
   const Curve* curve = &in.Pick(curves_[int(mode)]);
   for (int tries = 0; wanted && tries < 20 && curve->type != wanted; ++tries)

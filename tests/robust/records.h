@@ -189,6 +189,8 @@ class Maker {
 class Gallery {
  public:
   Gallery(uint64_t seed, int count);
+  explicit Gallery(const KurvoRegion& sound);  // its loops, in both modes
+  bool empty() const { return curves_[0].empty(); }
   const Curve& curve(Source& in, Mode mode, int32_t wanted) const;
   const Cvseq& sequence(Source& in, Mode mode) const;
   uint64_t Checksum() const { return store_.Checksum(); }
