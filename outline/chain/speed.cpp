@@ -123,8 +123,11 @@ void Speed::SetQuadratic(const Span& span) {
   const auto add = [this](Vec2 zero) {
     quadratic_.branches[quadratic_.branch_count++] = {zero.x, std::fabs(zero.y)};
   };
-  const Vec2 root = Root(Product(p[1], p[1]) - 4.0 * Product(p[0], p[2]));
-  const Vec2 s = -0.5 * (Dot(p[1], root) >= 0 ? p[1] + root : p[1] - root);
+  Vec2 s = -p[1];
+  if (span.degree == 3) {
+    const Vec2 root = Root(Product(p[1], p[1]) - 4.0 * Product(p[0], p[2]));
+    s = -0.5 * (Dot(p[1], root) >= 0 ? p[1] + root : p[1] - root);
+  }
   const double size = SquaredLength(s);
   if (!(size > 0)) return;
   if (kFarAway * kFarAway * SquaredLength(p[2]) > size) add(Quotient(s, p[2]));
@@ -214,7 +217,8 @@ namespace {
 
 constexpr double kCone = 0.7;       // of their mean: how far control vectors may lie from it
 constexpr double kSettled = 1e-11;  // of the scale: the last Legendre coefficients of the speed
-constexpr double kNegligible = 0x1p-54;  // of the scale: a stretch that may be taken as it is
+constexpr double kNegligible = 0x1p-44;  // of the scale: a stretch no longer is taken as it is,
+                                         // which leaves a hundredth of that
 constexpr int kMostHalvings = 32;
 constexpr int kMostWork = 1 << 20;  // coefficients that halving may make; then all is taken
 
