@@ -39,7 +39,7 @@ class LengthMoment {
  private:
   static constexpr double kAgree = 1e-14;
   static constexpr int kMostHalvings = 40;
-  static constexpr int kMostWork = 1024;  // stretches times degree; then each is taken as it is
+  static constexpr int kMostWork = 8192;  // stretches times degree^2; then each is taken as it is
 
   // 16 nodes serve where they give the length that is known.
   Vec2 Stretch(double from, double to, int halvings_left) {
@@ -54,7 +54,7 @@ class LengthMoment {
         moment = moment + part * PointAt(span_, u);
       }
     }
-    work_ += span_.degree;
+    work_ += span_.degree * span_.degree;
     if (halvings_left == 0 || work_ > kMostWork ||
         tolerance_ >= std::fabs(length - speed_.Integral(from, to)))
       return moment;
