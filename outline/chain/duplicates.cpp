@@ -119,12 +119,17 @@ Array<bool> FindDuplicates(const Curve* curves, int32_t count, const Frame& fram
   }
   Array<bool> is_duplicate(size, false);
   const Comparison comparison(frame, tol);
-  Grid(middles, numbers, tol).ForEachPair(kMostInCell, [&](int32_t i, int32_t k, double) {
-    if (is_duplicate[static_cast<std::size_t>(i)] || is_duplicate[static_cast<std::size_t>(k)])
-      return;
-    is_duplicate[static_cast<std::size_t>(k)] = comparison.AreSame(curves[i], curves[k], false) ||
-                                                comparison.AreSame(curves[i], curves[k], true);
-  });
+  // Where very many lie in one cell each is compared with some of them only: then again.
+  for (std::size_t before = numbers.size() + 1; numbers.size() < before;) {
+    before = numbers.size();
+    Grid(middles, numbers, tol).ForEachPair(kMostInCell, [&](int32_t i, int32_t k, double) {
+      if (is_duplicate[static_cast<std::size_t>(i)] || is_duplicate[static_cast<std::size_t>(k)])
+        return;
+      is_duplicate[static_cast<std::size_t>(k)] = comparison.AreSame(curves[i], curves[k], false) ||
+                                                  comparison.AreSame(curves[i], curves[k], true);
+    });
+    std::erase_if(numbers, [&](int32_t i) { return is_duplicate[static_cast<std::size_t>(i)]; });
+  }
   return is_duplicate;
 }
 

@@ -57,25 +57,70 @@ Fan FanOfCubic(const Vec2* p) {
                         0.375 * (ends - inner), 0.125 * (end_gap - 3.0 * inner_gap));
 }
 
-// 16 nodes between two parameters of any span.
-Fan FanOfStretch(const Span& span, double from, double to) {
-  const double middle = 0.5 * (from + to), half = 0.5 * (to - from);
-  Sums sums;
-  for (std::size_t i = 0; i < 8; ++i) {
-    for (const double at : {-half * Gauss<16>::kAt[i], half * Gauss<16>::kAt[i]}) {
-      const double u = middle + at;
-      sums.Add(PointAt(span, u), VelocityAt(span, u), Gauss<16>::kWeight[i]);
+// A free-form span of any degree and its first derivative, W and W' in homogeneous coordinates, as
+// Bernstein sums whose binomials are multiplied in once. The fan needs no quotient rule: with
+// p = W / w, p x p' = W x W' / w^2.
+class Homogeneous {
+ public:
+  explicit Homogeneous(const Span& span) : n_(span.degree) {
+    const auto weight = [&span](int i) { return span.weights ? span.weights[i] : 1; };
+    double binomial = 1, inner = n_;  // n over k, and n times n - 1 over k
+    for (int k = 0; k <= n_; ++k) {
+      value_[k] = {binomial * span.points[k], binomial * weight(k)};
+      if (k < n_) velocity_[k] = inner * (span.points[k + 1] - span.points[k]);
+      binomial = binomial * (n_ - k) / (k + 1);
+      inner = inner * (n_ - 1 - k) / (k + 1);
     }
   }
-  return sums.Scaled(half);
-}
+
+  // 16 nodes between two parameters.
+  Fan Stretch(double from, double to) const {
+    const double middle = 0.5 * (from + to), half = 0.5 * (to - from);
+    Sums sums;
+    for (std::size_t i = 0; i < 8; ++i)
+      for (const double at : {-half * Gauss<16>::kAt[i], half * Gauss<16>::kAt[i]})
+        Add(middle + at, Gauss<16>::kWeight[i], sums);
+    return sums.Scaled(half);
+  }
+
+ private:
+  struct Value {
+    Vec2 point;
+    double weight;
+  };
+
+  // By Horner's rule in the smaller of u / (1 - u) and its inverse, in which the coefficients come
+  // from the other end. A common factor of W and w cancels, but that of W' over W, 1 / larger.
+  void Add(double u, double rule_weight, Sums& sums) const {
+    const bool is_low = u <= 0.5;
+    const double larger = is_low ? 1 - u : u;
+    const double ratio = (is_low ? u : 1 - u) / larger;
+    const int step = is_low ? -1 : 1;
+    const Value* value = is_low ? value_ + n_ : value_;
+    const Vec2* velocity = is_low ? velocity_ + (n_ - 1) : velocity_;
+    Value sum = *value;
+    Vec2 change = {0, 0};
+    for (int k = 0; k < n_; ++k) {
+      value += step;
+      sum = {ratio * sum.point + value->point, ratio * sum.weight + value->weight};
+      change = ratio * change + *velocity;
+      velocity += step;
+    }
+    const double by = 1 / sum.weight;
+    sums.Add(by * sum.point, (by / larger) * change, rule_weight);
+  }
+
+  int n_;
+  Value value_[kMostDegree + 1];
+  Vec2 velocity_[kMostDegree];
+};
 
 // Halves until a rule agrees with two on the halves to the root of the precision, when those have
 // all of it. What a rule could miss is seen beforehand: wiggles by the degree, poles nearby by the
 // weights, of which the heaviest is then at most twice the lightest.
 class Halving {
  public:
-  explicit Halving(const Span& span) : span_(span) {
+  explicit Halving(const Span& span) : span_(span), curve_(span) {
     double far = 0, length = 0;
     for (int i = 0; i <= span.degree; ++i) {
       const double by = span.kind == Span::Kind::kRational ? 1 / span.weights[i] : 1;
@@ -100,7 +145,7 @@ class Halving {
         SplitBernstein(span_.weights, span_.degree, to, weights, unused);
         SplitBernstein(weights, span_.degree, from / to, unused, weights);
       }
-      Stretch(from, to, weights, FanOfStretch(span_, from, to), kMostHalvings, fans);
+      Stretch(from, to, weights, curve_.Stretch(from, to), kMostHalvings, fans);
     }
   }
 
@@ -108,7 +153,8 @@ class Halving {
   static constexpr double kAgree = 1e-10;
   static constexpr int kSmooth = 8;  // degree up to which 16 nodes follow every wiggle
   static constexpr int kMostHalvings = 24;
-  static constexpr int kMostStretches = 512;
+  static constexpr int kMostWork =
+      1536;  // stretches times degree; then halves are taken as they are
 
   bool Agrees(const Fan& whole, const Fan& low, const Fan& high) const {
     const auto agree = [this](double all, double first, double second) {
@@ -129,9 +175,9 @@ class Halving {
   void Stretch(double from, double to, double* weights, const Fan& whole, int halvings_left,
                Fans& fans) {
     const double middle = 0.5 * (from + to);
-    const Fan low = FanOfStretch(span_, from, middle), high = FanOfStretch(span_, middle, to);
-    ++stretches_;
-    if (halvings_left == 0 || stretches_ > kMostStretches ||
+    const Fan low = curve_.Stretch(from, middle), high = curve_.Stretch(middle, to);
+    work_ += span_.degree;
+    if (halvings_left == 0 || work_ > kMostWork ||
         (IsSmooth(weights) && Agrees(whole, low, high))) {
       fans.Add(low);
       fans.Add(high);
@@ -145,8 +191,9 @@ class Halving {
   }
 
   const Span& span_;
+  Homogeneous curve_;
   double tolerance_;
-  int stretches_ = 0;
+  int work_ = 0;
 };
 
 // A segment of the unit circle between the arc from -h to h and its chord: its area, and about the
@@ -223,7 +270,7 @@ void AddFan(const Span& span, Fans& fans) {
     case Span::Kind::kBezier:
       if (span.degree == 2) return fans.Add(FanOfQuadratic(span.points));
       if (span.degree == 3) return fans.Add(FanOfCubic(span.points));
-      if (span.degree <= 8) return fans.Add(FanOfStretch(span, 0, 1));  // 4 n - 2 <= 31
+      if (span.degree <= 8) return fans.Add(Homogeneous(span).Stretch(0, 1));  // 4 n - 2 <= 31
       return Halving(span).Add(fans);
     default:
       return Halving(span).Add(fans);

@@ -39,7 +39,7 @@ class LengthMoment {
  private:
   static constexpr double kAgree = 1e-14;
   static constexpr int kMostHalvings = 40;
-  static constexpr int kMostStretches = 512;
+  static constexpr int kMostWork = 8192;  // stretches times degree^2; then each is taken as it is
 
   // 16 nodes serve where they give the length that is known.
   Vec2 Stretch(double from, double to, int halvings_left) {
@@ -54,8 +54,8 @@ class LengthMoment {
         moment = moment + part * PointAt(span_, u);
       }
     }
-    ++stretches_;
-    if (halvings_left == 0 || stretches_ > kMostStretches ||
+    work_ += span_.degree * span_.degree;
+    if (halvings_left == 0 || work_ > kMostWork ||
         tolerance_ >= std::fabs(length - speed_.Integral(from, to)))
       return moment;
     const Vec2 low = Stretch(from, middle, halvings_left - 1);
@@ -65,7 +65,7 @@ class LengthMoment {
   const Span& span_;
   Speed speed_;
   double tolerance_ = 0;
-  int stretches_ = 0;
+  int work_ = 0;
 };
 
 // The centroid of a chain's length; of a point that point.
@@ -86,10 +86,11 @@ KurvoMoments MomentsOf(const Cvseq& chain, const Frame& frame) {
   Vec2 start = {0, 0}, end = {0, 0};
   bool is_empty = true;
   ForEachSpan(chain, frame, [&](const Span& span) {
+    const Vec2 next = span.Start();
     if (is_empty)
-      start = span.Start();
-    else
-      fans.Add(FanOfLine(end, span.Start()));  // a joint may gape by epsilon
+      start = next;
+    else if (end != next)
+      fans.Add(FanOfLine(end, next));  // a joint may gape by epsilon
     is_empty = false;
     end = span.End();
     length.Add(Speed(span).Whole());

@@ -1,7 +1,7 @@
 // How long spans are.
 #pragma once
 
-#include "strand/check.h"
+#include "chain/hodograph.h"
 #include "strand/span.h"
 
 namespace kurvo::outline {
@@ -39,18 +39,7 @@ class Speed {
     int branch_count;
   };
 
-  // v(u) = N(u) / w(u)^2 in Bernstein form.
-  static constexpr int kMostHodograph = 2 * kMostDegree - 2;  // degree of N
-  struct Hodograph {
-    int degree, weight_degree;  // of N and of w; the latter 0 for w = 1
-    Vec2 points[kMostHodograph + 1];
-    double weights[kMostDegree + 1];
-  };
-  class Halving;
-
   void SetQuadratic(const Span& span);
-  void SetPolynomial(const Span& span);
-  void SetRational(const Span& span);
   double Between(double low, double high, int cuts_left) const;
 
   const Span& span_;

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "base/refusal.h"
+#include "chain/hodograph.h"
 #include "strand/bernstein.h"
 #include "strand/check.h"
 #include "strand/joints.h"
@@ -51,7 +52,7 @@ class Turns {
       return visit(from + 0.5 * width);
     if (changes == 1) return visit(from + width * Root(slope, width));
     work_ += n_ * n_;
-    double high[2 * kMostDegree];
+    double high[Hodograph::kMostDegree + 1];
     SplitBernstein(slope, n_, 0.5, slope, high);
     // A turn just at the middle is a change of sign in neither half.
     if (high[0] == 0) visit(from + 0.5 * width);
@@ -121,29 +122,16 @@ void AddPolynomial(const Span& span, Bounds& box) {
   }
 }
 
-// The numerator X' w - X w' of the derivative of X / w has the coefficients, of degree 2 n - 2,
-// that Speed has too: (j - i) C(n,i) C(n,j) w_i w_j (P_j - P_i) over those i < j with i + j - 1 =
-// k.
+// A coordinate turns where the numerator of its derivative changes its sign.
 void AddRational(const Span& span, Bounds& box) {
-  const int n = span.degree;
-  const double* w = span.weights;
   const double span_tolerance = kBoxTolerance * HullOf(span).LongerSide();
-  const double least = *std::min_element(w, w + n + 1);
-  double binomials[kMostDegree + 1];
-  binomials[0] = 1;
-  for (int i = 1; i <= n; ++i) binomials[i] = binomials[i - 1] * (n - i + 1) / i;
+  const double least = *std::min_element(span.weights, span.weights + span.degree + 1);
+  Hodograph hodograph;
+  hodograph.SetRational(span);
+  double slope[Hodograph::kMostDegree + 1];
   for (const auto axis : {&Vec2::x, &Vec2::y}) {
-    double slope[2 * kMostDegree] = {};
-    for (int i = 0; i < n; ++i)
-      for (int j = i + 1; j <= n; ++j)
-        slope[i + j - 1] += (j - i) * binomials[i] * binomials[j] *
-                            (w[i] * span.points[j].*axis - w[j] * span.points[i].*axis);
-    double binomial = 1;
-    for (int k = 0; k <= 2 * n - 2; ++k) {
-      slope[k] /= binomial;
-      binomial = binomial * (2 * n - 2 - k) / (k + 1);
-    }
-    Turns::Find(slope, 2 * n - 2, least, span_tolerance,
+    for (int i = 0; i <= hodograph.degree; ++i) slope[i] = hodograph.points[i].*axis;
+    Turns::Find(slope, hodograph.degree, least, span_tolerance,
                 [&](double u) { box.Add(PointAt(span, u)); });
   }
 }
