@@ -184,12 +184,6 @@ class Loops {
   }
 
   const Array<Span>& spans() const { return spans_; }
-  Array<Bounds> Boxes() const {
-    Array<Bounds> boxes;
-    boxes.reserve(spans_.size());
-    for (const Span& span : spans_) boxes.push_back(HullOf(span));
-    return boxes;
-  }
 
  private:
   void Bridge(Vec2 from, Vec2 to) {
@@ -209,7 +203,7 @@ class Loops {
 class ManyPoints {
  public:
   ManyPoints(const KurvoRegion& region, const Field& field)
-      : field_(field), loops_(region, field.frame), tree_(loops_.Boxes()) {
+      : field_(field), loops_(region, field.frame), tree_(HullsOf(loops_.spans())) {
     const Array<Span>& spans = loops_.spans();
     for (uint32_t level = 0; level < tree_.levels(); ++level)
       for (uint32_t i = 0; i < tree_.size(level); ++i)

@@ -224,6 +224,7 @@ TEST(RegionLocate, OddLoops) {
       {{"(l 0 0 4 0)(l 4 2e-6 0 0)"},                  0, 1, 1,        0,    0, KURVO_ERR_CHAIN_ENDS},
       {{square, "(l 0 0 4 0)(l 4 0 4 4)"},             0, 1, 1,        0,    0, KURVO_ERR_CHAIN_ENDS},
       {{square, "(e)"},                                0, 1, 1,        0,    0, KURVO_ERR_CURVE},
+      {{square, "(r 0 0 1 1 1 -3 0 0 1)"},             0, 2, 0,        0,    0, KURVO_ERR_WEIGHT},
       {{square},                                       4, 1, 1,        0,    0, KURVO_ERR_OPTION},
       {{square},                                      -1, 1, 1,        0,    0, KURVO_ERR_OPTION},
       {{square},                                       0, kNaN, 1,     0,    0, KURVO_ERR_NOT_FINITE},
