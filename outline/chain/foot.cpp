@@ -23,8 +23,7 @@ void Feet::Assume(double squared_distance) {
   limit_ = std::min(limit_, squared_distance + (kBoundShare * squared_distance + kBoundSquare));
 }
 
-void Feet::Consider(const Span& span, std::size_t number, double u, double squared_distance) {
-  if (!(squared_distance <= limit_)) return;
+void Feet::Add(const Span& span, std::size_t number, double u, double squared_distance) {
   const Foot foot = {
       std::sqrt(squared_distance), span.curve, span.ParameterAt(u), span.from, number, u};
   least_ = std::min(least_, foot.distance);

@@ -23,7 +23,9 @@ struct Foot {
 // apart. What comes out does not hang on the order of the search.
 class Feet {
  public:
-  void Consider(const Span& span, std::size_t number, double u, double squared_distance);
+  void Consider(const Span& span, std::size_t number, double u, double squared_distance) {
+    if (squared_distance <= limit_) Add(span, number, u, squared_distance);
+  }
   // Nothing farther than this counts: some point of the chain is so near.
   void Assume(double squared_distance);
 
@@ -34,6 +36,8 @@ class Feet {
 
  private:
   static constexpr int kMost = 8;
+
+  void Add(const Span& span, std::size_t number, double u, double squared_distance);
 
   Foot feet_[kMost];  // none of them both earlier and nearer than another
   int count_ = 0;

@@ -153,16 +153,10 @@ class OnePoint {
 
 // ---- Many points: a tree over boxes ----
 
-Array<Bounds> BoxesOf(const Array<Span>& spans) {
-  Array<Bounds> boxes;
-  boxes.reserve(spans.size());
-  for (const Span& span : spans) boxes.push_back(HullOf(span));
-  return boxes;
-}
-
 class ManyPoints {
  public:
-  explicit ManyPoints(const SpanList& list) : list_(list), tree_(BoxesOf(list.spans)) {}
+  ManyPoints(const Cvseq& chain, double epsilon)
+      : tree_((Collect(chain, epsilon), HullsOf(list_.spans))) {}
 
   Nearest Find(const double* point) {
     const Array<Span>& spans = list_.spans;
@@ -183,7 +177,16 @@ class ManyPoints {
   }
 
  private:
-  const SpanList& list_;
+  void Collect(const Cvseq& chain, double epsilon) {
+    Glances glances(epsilon);
+    glances.ForEach(chain, [](int, const Glance&) {});
+    list_.frame = Frame(glances.box());
+    list_.spans.reserve(static_cast<std::size_t>(chain.count));
+    ForEachSpan(chain, list_.frame,
+                [this](const Span& span) { list_.spans.push_back(Kept(span, list_.arena)); });
+  }
+
+  SpanList list_;
   const BoxTree tree_;
   Vec2 last_ = {};  // of the chain, nearest to the last point: a point is often near the one before
   bool has_last_ = false;
@@ -211,12 +214,7 @@ extern "C" int KurvoChainNearest(const Cvseq* chain, const double* points, int32
       OnePoint one(*chain, points);
       if (one.Look(GetEpsilon(g))) return write(0, one.Find());
     }
-    Bounds unused;
-    CheckChain(chain, unused);
-    RequireJoined(*chain, GetEpsilon(g));
-    SpanList list;
-    CollectSpans(chain, list);
-    ManyPoints many(list);
+    ManyPoints many(*chain, GetEpsilon(g));
     for (int i = 0; i < n; ++i) write(i, many.Find(points + 3 * std::ptrdiff_t{i}));
   });
 }

@@ -239,6 +239,12 @@ class BezierSearch {
   Piece pieces_[kMostHalvings + 1];
 };
 
+// One frame on the stack for each kind: those of high degree are large.
+template <int kDegree, bool kRational>
+[[gnu::noinline]] void SearchBezier(const Span& span, std::size_t number, Vec2 q, Feet& feet) {
+  BezierSearch<kDegree, kRational>(span, number, q, feet).Run();
+}
+
 }  // namespace
 
 void SearchSpan(const Span& span, std::size_t number, Vec2 q, Feet& feet) {
@@ -248,12 +254,12 @@ void SearchSpan(const Span& span, std::size_t number, Vec2 q, Feet& feet) {
     case Span::Kind::kArc:
       return SearchArc(span, number, q, feet);
     case Span::Kind::kBezier:
-      if (span.degree == 2) return BezierSearch<2, false>(span, number, q, feet).Run();
-      if (span.degree == 3) return BezierSearch<3, false>(span, number, q, feet).Run();
-      return BezierSearch<0, false>(span, number, q, feet).Run();
+      if (span.degree == 2) return SearchBezier<2, false>(span, number, q, feet);
+      if (span.degree == 3) return SearchBezier<3, false>(span, number, q, feet);
+      return SearchBezier<0, false>(span, number, q, feet);
     default:
-      if (span.degree == 2) return BezierSearch<2, true>(span, number, q, feet).Run();
-      return BezierSearch<0, true>(span, number, q, feet).Run();
+      if (span.degree == 2) return SearchBezier<2, true>(span, number, q, feet);
+      return SearchBezier<0, true>(span, number, q, feet);
   }
 }
 

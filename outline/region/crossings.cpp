@@ -143,9 +143,10 @@ class BezierCrossings {
   Piece pieces_[kMostHalvings + 1];
 };
 
+// One frame on the stack for each kind: those of high degree are large.
 template <int kDegree, bool kRational>
-std::optional<int> CrossingsOfBezier(const Span& span, Vec2 q, double band, bool start_above,
-                                     bool end_above) {
+[[gnu::noinline]] std::optional<int> CrossingsOfBezier(const Span& span, Vec2 q, double band,
+                                                       bool start_above, bool end_above) {
   using Crossings = BezierCrossings<kDegree, kRational>;
   const auto count = Crossings(span, q, start_above, end_above).Count(band);
   if (count) return count;

@@ -63,64 +63,76 @@ class OnePoint {
     bool is_first = true;
     again.ForEach(loop, [&](int i, const Glance& glance) {
       if (!glance.has_ends || is_on_) return;
-      if (is_first) {
-        first = frame_.Inwards(glance.start.both());
-        above_ = IsAbove(first);
-      }
-      is_first = false;
       const Vec2 low = glance.low.both(), high = glance.high.both();
-      if (high.x + reach_ < at_.x) return;
-      if (low.y - reach_ > at_.y || high.y + reach_ < at_.y) {
-        above_ = low.y > at_.y;
-      } else if (low.x - reach_ > at_.x) {
-        Enter(frame_.Inwards(glance.start.both()));
-        Leave(frame_.Inwards(glance.end.both()));
+      if (is_first) Jump(first = frame_.Inwards(glance.start.both()));
+      is_first = false;
+      if (PassesBy(low, high)) return;
+      Enter(frame_.Inwards(glance.start.both()));
+      const Vec2 end = frame_.Inwards(glance.end.both());
+      if (low.x - reach_ > at_.x) {
+        turns_ += Rise(above_, IsAbove(end));
+        Jump(end);
       } else {
-        Enter(frame_.Inwards(glance.start.both()));
         Spans(loop.curves[i], i);
-        if (!is_on_) Enter(frame_.Inwards(glance.end.both()));
+        Enter(end);
       }
     });
-    if (!is_first && !is_on_) Enter(first);
+    if (!is_first) Enter(first);
+    has_last_ = false;
   }
 
   void Spans(const Curve& curve, int index) {
+    const bool is_unbroken = IsUnbroken(curve, reach_);
     ForEachSpan(
         curve, index, frame_,
-        [this](const Stretch& stretch) {
+        [&](const Stretch& stretch) {
+          if (is_on_ || !is_unbroken) return !is_on_;
           const Bounds box = stretch.Box();
-          if (is_on_ || box.high.x + reach_ < at_.x) return false;
-          const bool is_above = box.low.y - reach_ > at_.y;
-          if (!is_above && !(box.high.y + reach_ < at_.y)) return true;
-          above_ = is_above;
-          return false;
+          return !PassesBy(box.low, box.high);
         },
         [this](const Span& span) {
-          if (is_on_) return;
           Enter(span.Start());
-          const bool end_above = IsAbove(span.End());
-          const Turns turns = CrossingsOf(span, q_, band_, above_, end_above);
-          is_on_ = !turns;
-          turns_ += turns.value_or(0);
-          above_ = end_above;
+          Count(span, IsAbove(span.End()));
         });
   }
 
   bool IsAbove(Vec2 p) const { return p.y > q_.y; }
 
-  // To the start of the next curve, across a joint as wide as epsilon at the most. After a curve to
-  // the left, which leaves `above_` as it was, the joint is to the left too.
-  void Enter(Vec2 start) {
-    const bool above = IsAbove(start);
-    if (start.x > q_.x) turns_ += Rise(above_, above);
-    above_ = above;
+  // Begins anew, at a point.
+  void Jump(Vec2 to) {
+    last_ = to;
+    has_last_ = true;
+    above_ = IsAbove(to);
   }
 
-  // A curve to the right.
-  void Leave(Vec2 end) {
-    const bool above = IsAbove(end);
-    turns_ += Rise(above_, above);
-    above_ = above;
+  // What lies to the left counts nothing, nor does what lies above or below, whose ends are all on
+  // one side: what follows begins there, but for a joint that does so too.
+  bool PassesBy(Vec2 low, Vec2 high) {
+    const bool is_left = high.x + reach_ < at_.x;
+    if (!is_left && !(low.y - reach_ > at_.y) && !(high.y + reach_ < at_.y)) return false;
+    has_last_ = false;
+    return true;
+  }
+
+  // To the start of the next curve, by a line if that is elsewhere.
+  void Enter(Vec2 start) {
+    if (is_on_) return;
+    if (has_last_ && last_ != start) {
+      const Vec2 ends[] = {last_, start};
+      Span bridge;
+      bridge.points = ends;
+      Count(bridge, IsAbove(start));
+    }
+    Jump(start);
+  }
+
+  void Count(const Span& span, bool end_above) {
+    if (is_on_) return;
+    const Turns turns = CrossingsOf(span, q_, band_, above_, end_above);
+    is_on_ = !turns;
+    turns_ += turns.value_or(0);
+    above_ = end_above;
+    last_ = span.End();
   }
 
   static constexpr double kInfinite = std::numeric_limits<double>::infinity();
@@ -128,8 +140,10 @@ class OnePoint {
   const Frame& frame_;
   const double band_;
   const Vec2 at_, q_;
-  const double reach_;  // the band in the caller's unit
-  bool above_ = false;  // whether the last vertex is
+  const double reach_;     // the band in the caller's unit
+  Vec2 last_ = {};         // where the loop has come to,
+  bool above_ = false;     // whether that is above q
+  bool has_last_ = false;  // and whether it counts
   bool is_on_ = false;
   int turns_ = 0;
 };
@@ -184,12 +198,6 @@ class Loops {
   }
 
   const Array<Span>& spans() const { return spans_; }
-  Array<Bounds> Boxes() const {
-    Array<Bounds> boxes;
-    boxes.reserve(spans_.size());
-    for (const Span& span : spans_) boxes.push_back(HullOf(span));
-    return boxes;
-  }
 
  private:
   void Bridge(Vec2 from, Vec2 to) {
@@ -209,7 +217,7 @@ class Loops {
 class ManyPoints {
  public:
   ManyPoints(const KurvoRegion& region, const Field& field)
-      : field_(field), loops_(region, field.frame), tree_(loops_.Boxes()) {
+      : field_(field), loops_(region, field.frame), tree_(HullsOf(loops_.spans())) {
     const Array<Span>& spans = loops_.spans();
     for (uint32_t level = 0; level < tree_.levels(); ++level)
       for (uint32_t i = 0; i < tree_.size(level); ++i)

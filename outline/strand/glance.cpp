@@ -85,6 +85,8 @@ Glances::Other Glances::GlanceAtOther(const Curve& curve) {
   Bounds points;
   CheckCurve(curve, points);
   const Bounds box = BoxOf(curve);
+  // What may leave its polygon may not be finite: that is told whether the curve matters or not.
+  if (box.high.x == kInfinity) ForEachSpan(curve, 0, Frame(), [](const Span&) {});
   Ends ends = {};
   const bool has_ends = EndsOf(curve, ends);
   return {{Pair(box.low), Pair(box.high), Pair(ends.start), Pair(ends.end), has_ends},

@@ -53,6 +53,13 @@ bool EndsOfComposite(const KurvoSegcv& composite, Ends& ends) {
   return found;
 }
 
+template <class Spline>
+bool HasFullKnot(const Spline& spline) {
+  for (int k = spline.order; k < spline.count; ++k)
+    if (spline.knots[k] == spline.knots[k + spline.order - 1]) return true;
+  return false;
+}
+
 }  // namespace
 
 bool EndsOf(const Curve& curve, Ends& ends) {
@@ -87,6 +94,23 @@ bool EndsOf(const Curve& curve, Ends& ends) {
 }
 
 bool Meet(Vec2 a, Vec2 b, double distance) { return distance >= std::hypot(a.x - b.x, a.y - b.y); }
+
+bool IsUnbroken(const Curve& curve, double gap) {
+  if (curve.type == CV_BSPLINE) return !HasFullKnot(BlockOf<KurvoBSpline>(curve));
+  if (curve.type == CV_RBSPLINE) return !HasFullKnot(BlockOf<KurvoRBSpline>(curve));
+  if (curve.type != CV_SEGCV) return true;
+  const auto& composite = BlockOf<KurvoSegcv>(curve);
+  Ends before, ends;
+  bool has_before = false;
+  for (int i = 0; i < composite.count; ++i) {
+    if (!IsUnbroken(composite.curves[i], gap)) return false;
+    if (!EndsOf(composite.curves[i], ends)) continue;
+    if (has_before && !Meet(before.end, ends.start, gap)) return false;
+    before = ends;
+    has_before = true;
+  }
+  return true;
+}
 
 void RequireJoined(const Cvseq& chain, double gap) {
   Ends before, ends;

@@ -18,6 +18,10 @@ bool EndsOf(const Curve& curve, Ends& ends);
 // Whether two points are no farther apart than the distance.
 bool Meet(Vec2 a, Vec2 b, double distance);
 
+// Whether a checked curve has no jump wider than `gap` within: no knot of a spline is repeated as
+// often as its order, and pieces of composites meet.
+bool IsUnbroken(const Curve& curve, double gap);
+
 // Throws KURVO_ERR_CHAIN_ENDS when neighbours of a checked chain are farther apart than `gap`
 // (length). Curves without ends are passed over.
 void RequireJoined(const Cvseq& chain, double gap);

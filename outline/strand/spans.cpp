@@ -241,4 +241,11 @@ void CollectSpans(const Cvseq* chain, SpanList& list) {
               [&](const Span& span) { list.spans.push_back(Kept(span, list.arena)); });
 }
 
+Array<Bounds> HullsOf(const Array<Span>& spans) {
+  Array<Bounds> boxes;
+  boxes.reserve(spans.size());
+  for (const Span& span : spans) boxes.push_back(HullOf(span));
+  return boxes;
+}
+
 }  // namespace kurvo::outline

@@ -46,6 +46,9 @@ struct SpanList {
 // Checks the chain, puts a frame around it and collects its spans. Throws Refusal.
 void CollectSpans(const Cvseq* chain, SpanList& list);
 
+// HullOf each of them.
+Array<Bounds> HullsOf(const Array<Span>& spans);
+
 // The frame of a chain that is checked here. Throws Refusal.
 Frame FrameOf(const Cvseq* chain);
 
