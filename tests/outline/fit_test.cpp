@@ -173,7 +173,7 @@ TEST(ChainFit, KeepsDeviationAndTangents) {
     const Chain chain(std::move(curves));
     const double deviation = std::pow(10, random.Uniform(-5, -1));
     const Path path(chain);
-    for (const int form : {KURVO_FIT_ARCS}) {
+    for (const int form : {KURVO_FIT_ARCS, KURVO_FIT_QUADRATICS, KURVO_FIT_CUBICS}) {
       SCOPED_TRACE(testing::Message() << kForms[form] << " of " << type << " to " << deviation);
       const Fit fit(chain, form, deviation, g);
       ASSERT_EQ(fit.made, 1) << KurvoErrGet(&g);
