@@ -7,9 +7,9 @@
 namespace kurvo::outline {
 namespace {
 
-constexpr double kTinyStretch = 0x1p-36;  // of the size: below it a stretch is a point
-constexpr double kStraight = 1e-9;        // radians between tangents and chord of a line
-constexpr double kLongestHandle = 2;      // of a cubic against its chord
+constexpr double kTinyStretch = 0x1p-36;         // of the size: below it a stretch is a point
+constexpr double kStraight = 1e-9;               // radians between tangents and chord of a line
+constexpr double kLongestHandle = 2;             // of a cubic against its chord
 constexpr int kLeastPairs = 8, kMostPairs = 64;  // parts that are compared
 
 // The Bezier points of a cubic over [0, 1], as those of a quadratic are when raised.
@@ -151,8 +151,8 @@ class BezierFitting {
   }
 
   // A bound of the distance between the piece and the stretch, in both directions: both are cut
-  // where normals of the stretch meet the piece, and cubics over one parameter are as near as their
-  // control points, across as they lie, and along by the sine of the angle that they turn.
+  // where normals of the stretch meet the piece. Cubics over one parameter are as near as they are
+  // across the velocity; what they are apart along it, at a bend k, counts as k/2 of its square.
   Attempt Compare(const Piece& piece, double from, double to) const {
     const double cells = static_cast<double>(run_.CellOf(to) - run_.CellOf(from) + 1);
     for (int pairs = kLeastPairs; pairs <= kMostPairs; pairs *= 2) {
@@ -192,23 +192,36 @@ class BezierFitting {
     const double length = Length(chord);
     if (!(length > 0)) return true;
     const Vec2 along = (1 / length) * chord;
-    double across = 0, beside = 0, slope = 0;
-    bool forwards = true;
+    double beside = 0, apart = 0, slope = 0, slowest = length;
+    Vec2 gaps[4], steps[3];
     for (int i = 0; i < 4; ++i) {
-      const Vec2 gap = q[i] - p[i];
-      across = std::max(across, std::fabs(Cross(along, gap)));
-      beside = std::max(beside, std::fabs(Dot(along, gap)));
+      gaps[i] = q[i] - p[i];
+      beside = std::max(beside, std::fabs(Dot(along, gaps[i])));
+      apart = std::max(apart, Length(gaps[i]));
       if (i == 3) break;
-      for (const Vec2 step : {p[i + 1] - p[i], q[i + 1] - q[i]}) {
+      steps[i] = p[i + 1] - p[i];
+      for (const Vec2 step : {steps[i], q[i + 1] - q[i]}) {
         const double ahead = Dot(step, along);
-        forwards &= ahead >= 0;
+        slowest = std::min(slowest, ahead);
         if (ahead > 0) slope = std::max(slope, std::fabs(Cross(along, step)) / ahead);
       }
     }
+    // Bends are no sharper than twice the angle between the steps on their length.
+    const double shifted = 2 * slope / length * beside * beside;
+    const double off = slowest > 0 ? AcrossOf(gaps, steps) / slowest + shifted : apart;
+    bound = std::max(bound, std::min(off, apart));
     reached = std::max(reached, Length(q[3] - p[3]));
-    const double off = forwards ? across + beside * std::min(slope, 1.0) : across + beside;
-    bound = std::max(bound, off);
     return !(reached > 4 * deviation_);
+  }
+
+  // A bound of gap x velocity / 3, by its coefficients sum C(3,i) C(2,k-i) / C(5,k) gap x step.
+  static double AcrossOf(const Vec2* gaps, const Vec2* steps) {
+    constexpr double kThree[] = {1, 3, 3, 1}, kTwo[] = {1, 2, 1}, kFive[] = {1, 5, 10, 10, 5, 1};
+    double across[6] = {}, most = 0;
+    for (int i = 0; i < 4; ++i)
+      for (int j = 0; j < 3; ++j) across[i + j] += kThree[i] * kTwo[j] * Cross(gaps[i], steps[j]);
+    for (int k = 0; k < 6; ++k) most = std::max(most, std::fabs(across[k]) / kFive[k]);
+    return most;
   }
 
   // The parameter after `last` at which the piece crosses a normal.
