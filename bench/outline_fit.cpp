@@ -74,6 +74,26 @@ void Flatten(benchmark::State& state, const Make& make, double deviation) {
   if (!KurvoOk(&g)) state.SkipWithError("error pending");
 }
 
+template <class Make>
+void Fit(benchmark::State& state, const Make& make, int32_t form, double deviation) {
+  Chains chains(make);
+  GlobalVar g;
+  KurvoInitGlobalVar(&g);
+  int64_t pieces = 0;
+  for (auto _ : state) {
+    const Cvseq chain = chains.Next();
+    Cvseq out;
+    KurvoChainFit(&chain, form, deviation, &out, &g);
+    pieces += out.count;
+    KurvocvFreeCvseq(&out);
+  }
+  state.counters["pieces"] =
+      benchmark::Counter(static_cast<double>(pieces), benchmark::Counter::kAvgIterations);
+  if (!KurvoOk(&g)) state.SkipWithError("error pending");
+}
+
+constexpr const char* kForms[] = {"arcs", "quadratics", "cubics"};
+
 const auto kKinds = {
     std::pair<const char*, std::function<void(Curve&, bench::Random&)>>{
         "quadratic", [](Curve& c, bench::Random& r) { MakeBezier(c, r, 2); }},

@@ -336,18 +336,26 @@ KURVO_API int KurvoChainMeetings(const Cvseq *a, const Cvseq *b, const KurvoOpti
                                  KurvoMeeting **list, int32_t *count, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* points (out; null allowed), places (out; null allowed), count (out): vertices of a polyline that
- * keeps within `deviation` (in, length, > 0) of the chain and is about as sparse as that allows;
- * every joint is a vertex. Of a closed chain the last is the first again, bit for bit. The caller
- * frees both with KurvoFree. Errors: KURVO_ERR_TOLERANCE for a deviation that is not positive.
- * Cost: linear in the vertices. */
+ * keeps within `deviation` (in, length, > 0) of the chain and is about as sparse as that allows.
+ * Every joint is a vertex, the joints within composites too; knots of B-splines are where the curve
+ * turns a corner. A joint with a gap that is no rounding is two vertices. Ends of curves keep the
+ * bits of their records. Of a closed chain the last is the first again, bit for bit. A deviation
+ * below 2^-44 of the size of the chain counts as that. The caller frees both with KurvoFree.
+ * Errors: KURVO_ERR_TOLERANCE for a deviation that is not positive, KURVO_ERR_TOO_LARGE for more
+ * than 2^31 - 1 vertices. Cost: linear in the vertices. */
 KURVO_API int KurvoChainFlatten(const Cvseq *chain, double deviation, Coord **points,
                                 KurvoPlace **places, int32_t *count, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* out (out): a chain of arcs, quadratics or cubics (`form`, KURVO_FIT_*) within `deviation` (in,
- * length, > 0) of the chain, tangent-continuous where that is; curves that have the form already,
- * and lines, stay. Curves carry the attribute words of those that they replace. The caller frees it
- * with KurvocvFreeCvseq. Errors: KURVO_ERR_OPTION for another form, KURVO_ERR_TOLERANCE for a
- * deviation that is not positive. */
+ * length, > 0) of the chain, tangent-continuous where that is. Lines stay lines. Arcs below half a
+ * turn stay in the form of arcs, longer ones are cut; Bezier curves of the form's degree stay,
+ * those below it are raised, B-splines of no higher degree become one curve between two knots. Arcs
+ * that are made are below half a turn, and straight stretches among them become lines. Curves of
+ * composites become curves of the chain. Each carries the attribute words of the curve of the chain
+ * that it replaces; ends of curves keep their bits, and neighbours share them. A deviation below
+ * 2^-44 of the size of the chain counts as that. The caller frees it with KurvocvFreeCvseq. Errors:
+ * KURVO_ERR_OPTION for another form, KURVO_ERR_TOLERANCE for a deviation that is not positive.
+ * Cost: linear in the chain and in the curves made. */
 KURVO_API int KurvoChainFit(const Cvseq *chain, int32_t form, double deviation, Cvseq *out,
                             GlobalVar *g) KURVO_NOEXCEPT;
 
