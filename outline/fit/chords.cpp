@@ -16,7 +16,7 @@ constexpr double kUneven = 0.125;     // chords that a linear density may be wro
 constexpr double kUnevenShare = .03;  // or the share of its density
 constexpr double kPerhapsOne = 1.1;   // chords, up to which one is tried
 constexpr double kSpare = 1.02;       // the chords that are made for one that is needed
-constexpr int kFew = 6;              // chords, of which some may be too many
+constexpr int kFew = 6;               // chords, of which some may be too many
 constexpr int kMostCutHalvings = 60;
 
 // Whether a part of a cell keeps within the deviation of a chord, by the extrema of its distances
@@ -205,9 +205,9 @@ void Chords::CutUpTo(const End& end, int halvings_left) {
   last_ = end;
 }
 
-// Within one cubic, with second derivatives a and b across the chord at its ends, a step of h is off
-// by h^2/6 s (1 - s) ((2 - s) a + (1 + s) b) = h^2/6 s (1 - s) (3/2 (a + b) + (s - 1/2) (b - a)).
-// The largest of s (1 - s) |s - 1/2| is 0.0481, and where |b - a| <= |a + b| the gain over the
+// Within one cubic, with second derivatives a and b across the chord at its ends, a step of h is
+// off by h^2/6 s (1 - s) ((2 - s) a + (1 + s) b) = h^2/6 s (1 - s) (3/2 (a + b) + (s - 1/2) (b -
+// a)). The largest of s (1 - s) |s - 1/2| is 0.0481, and where |b - a| <= |a + b| the gain over the
 // middle is at most (b - a)^2 / (36 |a + b|). It runs along the chord where its velocity does, in
 // Bernstein form.
 inline bool Chords::IsChord(const End& from, const End& to, double deviation) const {
