@@ -208,6 +208,8 @@ T* OutRoom(Call& c, int count) {
   double* const out = c.Room(size);
   c.Afterwards([=, &c] {
     c.Add(out, size);
+    if (!std::is_same_v<T, int32_t>)
+      c.Expect(std::none_of(out, out + size, [](double x) { return x != x; }), "not a number");
     const auto untouched = std::count(out, out + size, Call::kUnwritten);
     c.Expect(untouched == size || (untouched == 0 && KurvoOk(&c.g)), "partly written, or refused");
   });
