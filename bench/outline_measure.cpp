@@ -71,6 +71,18 @@ void Length(const Cvseq& chain, GlobalVar& g) {
   benchmark::DoNotOptimize(length);
 }
 
+void Moments(const Cvseq& chain, GlobalVar& g) {
+  KurvoMoments moments;
+  KurvoChainMoments(&chain, &moments, &g);
+  benchmark::DoNotOptimize(moments);
+}
+
+void TightBox(const Cvseq& chain, GlobalVar& g) {
+  Box box;
+  KurvoChainTightBox(&chain, box, &g);
+  benchmark::DoNotOptimize(box);
+}
+
 void EqualSteps(const Cvseq& chain, GlobalVar& g) {
   constexpr int32_t kSteps = 100;
   double length = 0, lengths[kSteps];
@@ -109,6 +121,14 @@ void Places(const Cvseq& chain, GlobalVar& g) {
   rings("outline-length/cubics/256", 3, 256, Length);
   rings("outline-places/100-of-cubics/256", 3, 256, Places);
   rings("outline-places/equal-steps/256", 3, 256, EqualSteps);
+  rings("outline-moments/glyph-of-quadratics/30", 2, 30, Moments);
+  rings("outline-moments/glyph-of-cubics/30", 3, 30, Moments);
+  curves("outline-moments/spline/100", bench::BSplines(4, 100), Moments);
+  curves("outline-moments/rational/3", bench::RationalBeziers(3), Moments);
+  rings("outline-box/glyph-of-cubics/30", 3, 30, TightBox);
+  for (const int32_t degree : {3, 9})
+    curves(bench::Name("outline-box/bezier", degree), bench::Beziers(degree), TightBox);
+  curves("outline-box/rational/3", bench::RationalBeziers(3), TightBox);
   return true;
 }();
 

@@ -112,35 +112,31 @@ class OnePoint {
   }
 
  private:
-  double BoundOf(const Stretch& stretch) const {
-    return SquaredDistance(stretch.Box(), at_) * inverse_square_;
-  }
-
   // Of a curve with many spans the nearest box goes first, so that most others need no look.
   void Search(int index) {
     const Curve& curve = chain_.curves[index];
     const auto visit = [this](const Span& span) { SearchSpan(span, 0, q_, feet_); };
     if (curve.type < CV_BSPLINE) return ForEachSpan(curve, index, frame_, visit);
-    double least = std::numeric_limits<double>::infinity(), nearest = 0;
-    const auto look = [&](const Stretch& stretch) {
-      const double bound = BoundOf(stretch);
-      if (bound < least) {
-        least = bound;
-        nearest = stretch.from;
-      }
+    stretches_.clear();
+    const auto look = [this](const Stretch& stretch) {
+      stretches_.push_back(SquaredDistance(stretch.Box(), at_) * inverse_square_);
       return false;
     };
     ForEachSpan(curve, index, frame_, look, visit);
-    if (!(least <= feet_.limit())) return;
-    ForEachSpan(
-        curve, index, frame_, [&](const Stretch& stretch) { return stretch.from == nearest; },
-        visit);
-    ForEachSpan(
-        curve, index, frame_,
-        [&](const Stretch& stretch) {
-          return stretch.from != nearest && BoundOf(stretch) <= feet_.limit();
-        },
-        visit);
+    const auto nearest = static_cast<std::size_t>(
+        std::min_element(stretches_.begin(), stretches_.end()) - stretches_.begin());
+    const auto search = [&](const auto& is_wanted) {
+      std::size_t i = 0;
+      ForEachSpan(
+          curve, index, frame_, [&](const Stretch&) { return is_wanted(i++); }, visit);
+    };
+    search([nearest](std::size_t i) { return i == nearest; });
+    const auto may_be_nearer = [&](std::size_t i) {
+      return i != nearest && stretches_[i] <= feet_.limit();
+    };
+    bool others = false;
+    for (std::size_t i = 0; i < stretches_.size() && !others; ++i) others = may_be_nearer(i);
+    if (others) search(may_be_nearer);
   }
 
   const Cvseq& chain_;
@@ -150,6 +146,7 @@ class OnePoint {
   double inverse_square_ = 1;
   double* bounds_ = nullptr;  // the squared distance of each curve's box, in the caller's unit
   int nearest_ = -1;          // of all boxes; -1: there are no curves
+  Array<double> stretches_;   // the same of the stretches of one curve, in the frame
   Feet feet_;
   Arena arena_;
 };

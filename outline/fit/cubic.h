@@ -25,6 +25,19 @@ struct CubicDerivatives {
   Vec2 first, second;
 };
 
+// The part from a to b, by its blossom (Ramshaw, Blossoms are polar forms, 1989).
+inline void CubicPart(const Vec2* p, double a, double b, Vec2* part) {
+  const Vec2 a0 = Mix(p[0], p[1], a), a1 = Mix(p[1], p[2], a), a2 = Mix(p[2], p[3], a);
+  const Vec2 b0 = Mix(p[0], p[1], b), b1 = Mix(p[1], p[2], b), b2 = Mix(p[2], p[3], b);
+  const Vec2 aa0 = Mix(a0, a1, a), aa1 = Mix(a1, a2, a);
+  const Vec2 ab0 = Mix(a0, a1, b), ab1 = Mix(a1, a2, b);
+  const Vec2 bb0 = Mix(b0, b1, b), bb1 = Mix(b1, b2, b);
+  part[0] = Mix(aa0, aa1, a);
+  part[1] = Mix(aa0, aa1, b);
+  part[2] = Mix(ab0, ab1, b);
+  part[3] = Mix(bb0, bb1, b);
+}
+
 // The range of (C(t) - origin) . axis over [low, high].
 struct Extent {
   double least, most;

@@ -59,6 +59,12 @@ class BoxTree {
 
   uint32_t levels() const { return levels_; }  // the last one has one node; 0: there are no leaves
   const Node& node(uint32_t level, uint32_t i) const { return nodes_[begin_[level] + i]; }
+  // Where it stands among all nodes, lower levels first.
+  uint32_t Number(uint32_t level, uint32_t i) const { return begin_[level] + i; }
+  uint32_t size(uint32_t level) const {
+    const auto end = static_cast<uint32_t>(nodes_.size());
+    return (level + 1 < levels_ ? begin_[level + 1] : end) - begin_[level];
+  }
 
   // Calls visit(leaf) for those whose boxes are no farther from q than the root of limit(), which
   // may fall meanwhile: the nearest of four first.

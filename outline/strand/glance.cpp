@@ -81,16 +81,15 @@ Bounds Stretch::Box() const {
   return box;
 }
 
-// The box of all is that of the control points, whatever holds the curve.
-Glance Glances::GlanceAtOther(const Curve& curve, Pair& low, Pair& high) {
+Glances::Other Glances::GlanceAtOther(const Curve& curve) {
   Bounds points;
   CheckCurve(curve, points);
-  low = Least(Pair(points.low), low);
-  high = Most(Pair(points.high), high);
   const Bounds box = BoxOf(curve);
   Ends ends = {};
   const bool has_ends = EndsOf(curve, ends);
-  return {Pair(box.low), Pair(box.high), Pair(ends.start), Pair(ends.end), has_ends};
+  return {{Pair(box.low), Pair(box.high), Pair(ends.start), Pair(ends.end), has_ends},
+          Pair(points.low),
+          Pair(points.high)};
 }
 
 Bounds Glances::box() const {

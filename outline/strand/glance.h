@@ -42,7 +42,10 @@ class Glances {
         low = Least(glance.low, low);
         high = Most(glance.high, high);
       } else {
-        glance = GlanceAtOther(curve, low, high);
+        const Other other = GlanceAtOther(curve);
+        glance = other.glance;
+        low = Least(other.low, low);
+        high = Most(other.high, high);
       }
       use(i, glance);
       if (!glance.has_ends) continue;
@@ -92,7 +95,11 @@ class Glances {
     return true;
   }
 
-  static Glance GlanceAtOther(const Curve& curve, Pair& low, Pair& high);
+  struct Other {
+    Glance glance;
+    Pair low, high;  // of the control points, whatever holds the curve
+  };
+  static Other GlanceAtOther(const Curve& curve);
   bool IsSound(double sum) const;
   static void CheckAgain(const Cvseq& chain);
 

@@ -31,6 +31,10 @@ const struct {
     {"rational Bezier", "r 0 0 1 1 2 3 3 2 .5", "...r.Rc"},
     {"straight rational Bezier", "r 0 0 1 1 2 3 3 6 1", "l..r.Rc"},
     {"quarter circle", "r " + kQuarter, ".a.r.Rc"},
+    {"clockwise quarter", "r 0 3 1 3 3 .70710678118654752 3 0 1", ".a.r.Rc"},
+    {"half circle as a cubic", "r 3 0 3 3 6 1 -3 6 1 -3 0 3", ".a.r.Rc"},
+    {"full circle", "R " + kHalf + " -1 -1 .70710678118654752 0 -1 1 1 -1 .70710678118654752 1 0 1 | 0 0 0 1 1 2 2 3 3 4 4 4", ".....Rc"},
+    {"straight, points off it by rounding", "r .1 .2 1 .37 .74 2 .7 1.4 .5 1.3 2.6 1", "l..r.Rc"},
     {"weights 1", "r 0 0 1 1 2 1 3 2 1", "..brBRc"},
     {"weights 2", "r 0 0 2 1 2 2 3 2 2", "..br.Rc"},
     {"weights that round to 1", "r 0 0 1.0000004 1 2 .9999996 3 2 1", "...rBRc", 1e-6},
@@ -152,24 +156,6 @@ TEST(Convert, RefusesHalfAndFullCircles) {
     EXPECT_TRUE(Converted(*Arc(3, 4, 5, 1, sweep), CV_RBEZIER)->data) << sweep;
 }
 
-TEST(Convert, RecognisedArcs) {
-  const std::string knots = " -3 3 .70710678118654752 -3 0 1 | -1 -1 -1 3 3 5 5 5";
-  // clang-format off
-  const struct {
-    std::string curve;
-    const char* arc;
-  } rows[] = {
-      {"r 3 0 1 3 3 .70710678118654752 0 3 1", "a 0 0 3 0 1.5707963267948966"},
-      {"r 0 3 1 3 3 .70710678118654752 3 0 1", "a 0 0 3 1.5707963267948966 -1.5707963267948966"},
-      {"r 3 0 3 3 6 1 -3 6 1 -3 0 3", "a 0 0 3 0 3.1415926535897931"},  // as a cubic
-      {"R 3 0 1 3 3 .70710678118654752 0 3 1" + knots, "a 0 0 3 0 3.1415926535897931"},
-      {"c 9 1 (r 3 0 1 3 3 .70710678118654752 0 3 1)(r 0 3 1 -3 3 .70710678118654752 -3 0 1)", "a 0 0 3 0 3.1415926535897931"},
-  };
-  // clang-format on
-  for (const auto& row : rows)
-    EXPECT_TRUE(IsCurve(*Converted(*Make(row.curve), CV_ARC), row.arc, 1e-14)) << row.curve;
-}
-
 // A polygon whose corners are what is looked at: the tolerance does not grow with the radius.
 TEST(Convert, RecognisesArcsWithinAnAbsoluteTolerance) {
   for (const double r : {1.0, 1000.0}) {
@@ -185,23 +171,6 @@ TEST(Convert, RecognisesArcsWithinAnAbsoluteTolerance) {
       EXPECT_EQ(target->data != nullptr, std::fabs(off) < 1e-4) << off << " off a radius of " << r;
     }
   }
-}
-
-// Straight and closed curves lie on no circle, however rounding moves their points.
-TEST(Convert, LinesAndClosedCurvesAreNoArcs) {
-  Rounds(500, [&](Random& random, int) {
-    const Point a = random.Planar(100), b = random.Planar(100);
-    Numbers points;
-    for (const double s : {0.0, .3, .7, 1.0})
-      points.insert(points.end(),
-                    {a[0] + s * (b[0] - a[0]), a[1] + s * (b[1] - a[1]), random.Uniform(.5, 2)});
-    EXPECT_FALSE(Converted(*MakeFreeForm(CV_RBEZIER, points), CV_ARC)->data);
-  });
-  EXPECT_FALSE(Converted(*Make("R " + kHalf +
-                               " -1 -1 .70710678118654752 0 -1 1 1 -1 .70710678118654752 "
-                               "1 0 1 | 0 0 0 1 1 2 2 3 3 4 4 4"),
-                         CV_ARC)
-                   ->data);
 }
 
 TEST(Convert, JoinsByShareOfTheWidths) {

@@ -47,20 +47,6 @@ TEST(Pieces, AreThoseOfTheOracle) {
   });
 }
 
-TEST(Pieces, KeepControlPointsThatAreTheirOwnToTheBit) {
-  Rounds(20, [&](Random& random, int) {
-    const Owned source = MakeFreeForm(CV_RBSPLINE, RandomPoints(random, 10, true),
-                                      {2, 2, 2, 3, 3, 3, 5, 5, 5, 6, 7, 7, 7});
-    const Owned target = Composite(*source);
-    const double* want = FreeForm(*source).points;
-    const auto piece = [&](int i) { return FreeForm(target.block<KurvoSegcv>().curves[i]).points; };
-    EXPECT_TRUE(std::equal(want, want + 12, piece(0)));
-    EXPECT_TRUE(std::equal(want + 12, want + 24, piece(1)));
-    EXPECT_TRUE(std::equal(want + 24, want + 28, piece(2)));
-    EXPECT_TRUE(std::equal(want + 36, want + 40, piece(3) + 8));
-  });
-}
-
 // Span by span the same as the composite's records, over the source's own parameters.
 TEST(Pieces, OneByOneEqualThoseOfTheComposite) {
   Rounds(50, [&](Random& random, int round) {

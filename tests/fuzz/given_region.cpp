@@ -1,5 +1,7 @@
 // Chains that the bytes of a fuzzer stand for: a packed region, in the form that KurvoRegionPack
 // writes, of words and numbers in two bytes each. What KurvoRegionUnpack refuses stands for none.
+#include "fuzz/given_region.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -8,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "fuzz/groups.h"
 #include "support/basics.h"
 
 namespace kurvo_test {

@@ -35,8 +35,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     kurvo::tools::ReadSvg(library, file.Path());
   } catch (const kurvo::tools::InputError& error) {
     const std::string line = error.what();
-    if (line.empty() || line.find('\n') != std::string::npos) {
-      std::fprintf(stderr, "not one line: %s\n", line.c_str());
+    if (!line.starts_with(file.Path() + ":") || line.find('\n') != std::string::npos) {
+      std::fprintf(stderr, "not one line that names the file: %s\n", line.c_str());
       std::abort();
     }
   }

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "laws/cases.h"
-#include "relate/closed_chains.h"
 #include "relate/intersection.h"
 
 using namespace kurvo_test;
@@ -26,14 +25,18 @@ struct Scale {
 };
 
 template <class Law>
-void ForRandomScales(int cases, Law&& law) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < cases && !testing::Test::HasFailure(); ++i) {
+void ForRandomScales(Law&& law) {
+  Rounds(Cases(kCases), [&](Random& random, int i) {
     Scale scale(random);
-    SCOPED_TRACE("case " + std::to_string(i) + ", scale " + std::to_string(scale.factor));
+    SCOPED_TRACE("scale " + std::to_string(scale.factor));
     law(i, random, scale.factor, scale.g);
-  }
+  });
+}
+
+void ExpectScaled(const Chain& scaled, const Chain& original, double factor) {
+  ASSERT_EQ(scaled.count(), original.count());
+  for (int i = 0; i < scaled.count(); ++i)
+    EXPECT_TRUE(IsCurve(scaled[i], *Scaled(original[i], factor))) << "piece " << i;
 }
 
 void ExpectScaled(const Point& scaled, const Point& original, double factor, const char* what) {
@@ -41,7 +44,7 @@ void ExpectScaled(const Point& scaled, const Point& original, double factor, con
 }
 
 TEST(Laws, ScalingScalesPointsAndDerivativesExactly) {
-  ForRandomScales(Cases(kCases), [](int i, Random& random, double factor, GlobalVar& h) {
+  ForRandomScales([](int i, Random& random, double factor, GlobalVar& h) {
     const Owned cv = RandomCurve(random, kAllTypes[i % 7], kMaxDegree),
                 scaled = Scaled(*cv, factor);
     const auto [start, length] = Domain(*cv);
@@ -69,25 +72,17 @@ TEST(Laws, ScalingScalesPointsAndDerivativesExactly) {
 }
 
 TEST(Laws, ScalingScalesDivisionAndExtensionExactly) {
-  ForRandomScales(Cases(kCases), [](int i, Random& random, double factor, GlobalVar& h) {
+  ForRandomScales([](int i, Random& random, double factor, GlobalVar& h) {
     const Owned cv = RandomCurve(random, kAllTypes[i % 7], kMaxDegree),
                 scaled = Scaled(*cv, factor);
     Globals g;
     // Epsilon is a tolerance of parameters too: cuts keep away from all ends and joints.
     double cuts[] = {RandomCut(random, .05, .4), RandomCut(random, .5, .95)};
     const CvParam params = {2, cuts};
-    Cvseq pieces{}, scaled_pieces{};
-    const auto compare = [&](const char* what) {
-      SCOPED_TRACE(what);
-      EXPECT_EQ(pieces.count, scaled_pieces.count);
-      for (int j = 0; j < std::min(pieces.count, scaled_pieces.count); ++j)
-        EXPECT_TRUE(IsCurve(scaled_pieces.curves[j], *Scaled(pieces.curves[j], factor)));
-      KurvocvFreeCvseq(&pieces);
-      KurvocvFreeCvseq(&scaled_pieces);
-    };
-    KurvocvNDivide(cv.get(), &params, &pieces, &g);
-    KurvocvNDivide(scaled.get(), &params, &scaled_pieces, &h);
-    compare("division");
+    Chain pieces, scaled_pieces;
+    KurvocvNDivide(cv.get(), &params, pieces.get(), &g);
+    KurvocvNDivide(scaled.get(), &params, scaled_pieces.get(), &h);
+    ExpectScaled(scaled_pieces, pieces, factor);
     const double a = RandomCut(random, -.3, .3), b = RandomCut(random, -.3, .3);
     Owned longer, scaled_longer;
     KurvocvExtendCurve(cv.get(), a, b, longer.get(), &g);
@@ -102,27 +97,22 @@ TEST(Laws, ScalingScalesDivisionAndExtensionExactly) {
 // Legs are parallel within epsilon as an angle, so that it stays here. Curves grow, and have no
 // cusps, where epsilon would end the halving.
 TEST(Laws, ScalingScalesOffsetsExactly) {
-  ForRandomScales(Cases(kCases), [](int i, Random& random, double factor, GlobalVar&) {
+  ForRandomScales([](int i, Random& random, double factor, GlobalVar&) {
     const Owned cv = GentleCurve(random, kAllTypes[i % 6]), scaled = Scaled(*cv, 1 / factor);
     const double distance = random.Uniform(-kGentle, kGentle),
                  tolerance = std::exp2(random.Uniform(-16, -4));
     Globals g, h;
-    Cvseq pieces{}, scaled_pieces{};
-    KurvocvOffsetCurve(cv.get(), kUp, distance, tolerance, &pieces, &g);
-    KurvocvOffsetCurve(scaled.get(), kUp, distance / factor, tolerance / factor, &scaled_pieces,
-                       &h);
-    EXPECT_GT(pieces.count, 0);
-    EXPECT_EQ(pieces.count, scaled_pieces.count);
-    for (int j = 0; j < std::min(pieces.count, scaled_pieces.count); ++j)
-      EXPECT_TRUE(IsCurve(scaled_pieces.curves[j], *Scaled(pieces.curves[j], 1 / factor)));
+    Chain pieces, large;
+    KurvocvOffsetCurve(cv.get(), kUp, distance, tolerance, pieces.get(), &g);
+    KurvocvOffsetCurve(scaled.get(), kUp, distance / factor, tolerance / factor, large.get(), &h);
+    EXPECT_GT(pieces.count(), 0);
+    ExpectScaled(large, pieces, 1 / factor);
     EXPECT_EQ(KurvoErrGet(&g), KurvoErrGet(&h));
-    KurvocvFreeCvseq(&pieces);
-    KurvocvFreeCvseq(&scaled_pieces);
   });
 }
 
 TEST(Laws, ScalingLeavesIntersectionsTheSame) {
-  ForRandomScales(Cases(kCases), [](int i, Random& random, double factor, GlobalVar& h) {
+  ForRandomScales([](int i, Random& random, double factor, GlobalVar& h) {
     const Owned a = RandomCurve(random, kAllTypes[i % 7], kMaxDegree),
                 b = RandomCurve(random, kAllTypes[i / 7 % 7], kMaxDegree), c = Scaled(*a, factor),
                 d = Scaled(*b, factor);
@@ -139,7 +129,7 @@ TEST(Laws, ScalingLeavesIntersectionsTheSame) {
 }
 
 TEST(Laws, ScalingScalesDistancesExactly) {
-  ForRandomScales(Cases(kCases), [](int i, Random& random, double factor, GlobalVar& h) {
+  ForRandomScales([](int i, Random& random, double factor, GlobalVar& h) {
     const Owned a = RandomCurve(random, kAllTypes[i % 7], kMaxDegree);
     Owned b = RandomCurve(random, kAllTypes[i / 7 % 7], kMaxDegree);
     const double by[] = {random.Uniform(-15, 15), random.Uniform(-15, 15), 0};
@@ -156,7 +146,7 @@ TEST(Laws, ScalingScalesDistancesExactly) {
 }
 
 TEST(Laws, ScalingLeavesInsideInside) {
-  ForRandomScales(Cases(kCases), [](int, Random& random, double factor, GlobalVar& h) {
+  ForRandomScales([](int, Random& random, double factor, GlobalVar& h) {
     const XY corners[] = {RandomPlace(random, 9), RandomPlace(random, 9), RandomPlace(random, 9)};
     std::vector<Owned> sides, scaled_sides;
     for (std::size_t i = 0; i < 3; ++i) {
@@ -175,16 +165,12 @@ TEST(Laws, ScalingLeavesInsideInside) {
 
 // Of each common point, where it is; the two lists may have another order.
 TEST(Laws, IntersectionIsSymmetric) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
   constexpr int kSwapped[] = {0, 2, 1, 3};
-  const int cases = Cases(kCases);
-  for (int i = 0; i < cases && !HasFailure(); ++i) {
+  Rounds(Cases(kCases), [&](Random& random, int i) {
     const Owned a = RandomCurve(random, kAllTypes[i % 7], kMaxDegree),
                 b = RandomCurve(random, kAllTypes[i / 7 % 7], kMaxDegree);
     const auto mode = static_cast<std::size_t>(random.Uniform(0, 4));
-    SCOPED_TRACE("case " + std::to_string(i) + ", types " + std::to_string(a->type) + " and " +
-                 std::to_string(b->type) + ", mode " + std::to_string(mode));
+    SCOPED_TRACE(testing::Message() << a->type << " and " << b->type << ", mode " << mode);
     Globals g;
     const Answer one = Intersect(*a, *b, static_cast<int>(mode), g);
     Answer other = Intersect(*b, *a, kSwapped[mode], g);
@@ -197,7 +183,7 @@ TEST(Laws, IntersectionIsSymmetric) {
       EXPECT_NE(same, other.hits.end()) << hit.a << " and " << hit.b;
       if (same != other.hits.end()) other.hits.erase(same);
     }
-  }
+  });
 }
 
 }  // namespace

@@ -92,7 +92,7 @@ struct Vertex {
   double t;  // index of the curve and the share of its domain
 };
 
-std::vector<Vertex> Polyline(const Chain& chain, int steps) {
+std::vector<Vertex> Vertices(const Chain& chain, int steps) {
   std::vector<Vertex> vertices;
   for (int i = 0; i < chain.count(); ++i) {
     const Oracle oracle(chain[i]);
@@ -161,7 +161,7 @@ TEST(ChainMeetings, RandomChainsAgreeWithTheirPolylines) {
         return kReach >= std::fabs(o.a - c.a) && kReach >= std::fabs(o.b - c.b);
       });
     };
-    const auto cuts = Cuts(Polyline(a, 500), Polyline(other, 500), with_itself);
+    const auto cuts = Cuts(Vertices(a, 500), Vertices(other, 500), with_itself);
     for (const Cut& cut : cuts) {
       if (std::fabs(cut.sine) < kShallow || near(cuts, cut) > 1) continue;
       ++asked;

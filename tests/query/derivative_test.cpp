@@ -123,51 +123,6 @@ TEST(Curvature, Table) {
   }
 }
 
-// All free-form kinds, by their own parameter, at their ends and up to the sixth.
-TEST(NDeriv, AgreesWithTheOracle) {
-  Rounds(120, [&](Random& random, int round) {
-    const bool rational = round % 2 == 1, spline = round % 4 >= 2;
-    const int order = round < 8 ? 12 : RandomInt(random, 2, 6);
-    const Owned cv = spline ? RandomSplineOver(random, rational, order, 2, 5, order - 1)
-                            : RandomBezier(random, rational, order - 1);
-    const Oracle exact(*cv);
-    const auto [start, length] = Domain(*cv);
-    for (int n = 1; n <= (spline ? 2 : 6); ++n) {
-      std::vector<LongPoint> want;
-      const double ts[] = {start, start + .37 * length, start + .81 * length, start + length};
-      Wide size = 1;
-      for (const double t : ts) {
-        const Side side = t < start + length ? Side::kBehind : Side::kBefore;
-        want.push_back(exact.JetAt<8>(t, side).Derivative(static_cast<std::size_t>(n)));
-        size = std::max(size, Gap(want.back(), {0, 0}));
-      }
-      for (std::size_t i = 0; i < 4; ++i) {
-        Globals g;
-        const Point v = NDeriv(*cv, ts[i], n, g), w = Deriv(*cv, ts[i], g);
-        EXPECT_LE(Gap({v[0], v[1]}, want[i]), 1e-11L * size) << round << ", number " << n;
-        EXPECT_TRUE(n > 1 || Gap({w[0], w[1]}, want[i]) <= 1e-11L * size) << round;
-        EXPECT_EQ(KurvoErrGet(&g), 0);
-      }
-    }
-  });
-}
-
-// Derivative n of r (cos, sin)(a + s t) is r s^n (cos, sin)(a + s t + n pi / 2).
-TEST(NDeriv, OfArcs) {
-  for (const double sweep : {.5, 3.0, 6.2, -.5, -3.0, -6.2}) {
-    for (int n = 1; n <= 9; ++n) {
-      for (const double t : {0.0, .3, 1.0, 1.2}) {
-        Globals g;
-        const Point v = NDeriv(*Arc(1, 2, 3, -2, sweep), t, n, g);
-        const Wide angle = -2 + L(sweep) * t + n * kPiL / 2, size = 3 * std::pow(L(sweep), n);
-        EXPECT_LE(Gap({v[0], v[1]}, {size * std::cos(angle), size * std::sin(angle)}),
-                  2e-13L * std::fabs(size))
-            << n;
-      }
-    }
-  }
-}
-
 // (1 / (1 + t), 0): derivative n is (-1)^n n! / (1 + t)^(n+1), at any order.
 TEST(NDeriv, OfARationalCurveAtAnyOrder) {
   const Owned cv = Make("r 1 0 1 .5 0 2");
@@ -206,21 +161,6 @@ TEST(Deriv, OfHighDegree) {
       EXPECT_NEAR(v[0], 1, 1e-11 * more) << degree;
       EXPECT_NEAR(v[1], 2 * t, 1e-11 * more) << degree;
       EXPECT_NEAR(w[1], 2, 1e-7 * more) << degree;
-    }
-  }
-}
-
-// Moving a curve by an amount that rounds nothing changes nothing, however far it is.
-TEST(Deriv, DoesNotDependOnTheOrigin) {
-  for (const char* text : {"b 0 0 1 3 4 2", "b 0 0 1 3 4 2 6 1", "b 0 0 1 3 4 2 6 1 5 5",
-                           "r 0 0 1 1 3 .3 4 2 2", "r 0 0 1 1 3 .3 4 2 2 5 5 7 6 6 1"}) {
-    const Owned near = Make(text), far = Make(text);
-    const FreeForm form(*far);
-    for (int i = 0; i < form.order; ++i) form.point(i)[0] += 0x1p40;
-    for (const double t : {0.0, .3, .9}) {
-      Globals g;
-      EXPECT_EQ(Deriv(*near, t, g), Deriv(*far, t, g)) << text;
-      EXPECT_EQ(NDeriv(*near, t, 2, g), NDeriv(*far, t, 2, g)) << text;
     }
   }
 }

@@ -1,5 +1,6 @@
-// End points, degree, straightness, collapse and boxes.
-#include "support/curve_text.h"
+// End points, degree, straightness, collapse, boxes and lengths.
+#include "support/generator.h"
+#include "support/oracle.h"
 
 namespace kurvo_test {
 namespace {
@@ -143,17 +144,139 @@ TEST(BoundBox, Table) {
       EXPECT_NEAR(BoxOf(*Make(row.curve))[i], row.box[i], 2e-15) << row.curve;
 }
 
-TEST(BoundBox, OfArcsIsTight) {
-  Rounds(300, [&](Random& random, int round) {
-    const double sweep = random.Uniform(.01, 6.2) * (round % 2 ? 1 : -1);
-    const Owned arc = Arc(3, -1, 2, random.Uniform(-3.2, 3.2), sweep);
-    PlaneBox seen = {9, 9, -9, -9};
-    for (int i = 0; i <= 2000; ++i) {
-      const Point p = PointAt(*arc, i / 2000.);
-      seen = {std::min(seen[0], p[0]), std::min(seen[1], p[1]), std::max(seen[2], p[0]),
-              std::max(seen[3], p[1])};
+// ---- lengths
+
+double LengthOf(const Curve& cv, double t0, double t1) {
+  Globals g;
+  double length = -77;
+  KurvocvCurveLen(&cv, t0, t1, &length, &g);
+  EXPECT_EQ(KurvoErrGet(&g), 0);
+  return length;
+}
+
+TEST(CurveLen, Table) {
+  constexpr double kHuge = 1e300;
+  // clang-format off
+  const struct {
+    const char *name, *curve;
+    double t0, t1, length;
+  } rows[] = {
+      {"line", "l 1 1 4 5", 0, 1, 5},
+      {"line, part", "l 1 1 4 5", .2, .6, 2},
+      {"line, backwards", "l 1 1 4 5", 1, 0, -5},
+      {"line, beyond its ends", "l 1 1 4 5", -1, 3, 20},
+      {"within epsilon", "l 0 0 1e6 0", .5, .5 + 9e-7, 0},
+      {"just beyond epsilon", "l 0 0 1e6 0", .5, .5 + 1.1e-6, 1.1},
+      {"within epsilon, backwards", "b 0 0 1e6 0", .5 + 9e-7, .5, 0},
+      {"arc", "a 1 2 2 0 1.5", 0, 1, 3},
+      {"arc of three quarters, part", "a 1 2 2 1 4.5", .25, .5, 2.25},
+      {"clockwise arc, part", "a 1 2 2 0 -1.5", .25, .5, .75},
+      {"clockwise arc, backwards", "a 1 2 2 0 -1.5", 1, 0, -3},
+      {"full circle, whose sweep is 0", "a 1 2 2 0 6.283185307179586476925", 0, 1, 0},
+      {"degree 0", "b 1 2", 0, 1, 0},
+      {"straight Bezier, evenly spaced", "b 0 0 3 4 6 8 9 12", 0, 1, 15},
+      {"straight Bezier, part", "b 0 0 3 4 6 8 9 12", .2, .6, 6},
+      {"straight Bezier, beyond its end", "b 0 0 3 4 6 8 9 12", .5, 2, 22.5},
+      {"straight Bezier, the whole to six decimals", "b 0 0 3 4 6 8 9 12", 4e-7, 1 - 4e-7, 15},
+      {"straight rational Bezier", "r 0 0 2 3 4 5 6 8 2", 0, 1, 10},
+      {"control point of weight 0", "r 0 0 1 5 7 0 2 0 1", 0, 1, 2},
+      {"rational Bezier, half by symmetry", "r 0 0 2 3 4 5 6 8 2", .5, 1, 5},
+      {"B-spline over its own domain", "B 0 0 3 4 | 20 20 50 50", 20, 50, 5},
+      {"B-spline, part", "B 0 0 3 4 | 20 20 50 50", 44, 32, -2},
+      {"B-spline of many spans, part", "B 0 0 1 0 2 0 3 0 4 0 | 1 1 2 3 4 5 5", 1.5, 4.25, 2.75},
+      {"B-spline, within one span", "B 0 0 1 0 2 0 3 0 4 0 | 1 1 2 3 4 5 5", 2.25, 2.75, .5},
+      {"B-spline, beyond both ends", "B 0 0 1 0 2 0 3 0 4 0 | 1 1 2 3 4 5 5", 0, 7, 7},
+      {"B-spline with knots of full multiplicity", "B 0 0 1 0 5 0 6 0 | 0 0 1 1 2 2", 0, 2, 2},
+      {"B-spline without a span", "B 0 0 1 0 | 3 3 3 3", 3, 4, 0},
+      {"unclamped quadratic, straight", "B 0 0 1 0 2 0 3 0 | 0 1 2 3 4 5 6", 2, 4, 2},
+      {"composite of lines", "c 2 3 (l 0 0 2 0)(l 2 0 2 6)", 0, 5, 8},
+      {"composite of lines, part", "c 2 3 (l 0 0 2 0)(l 2 0 2 6)", 1, 3, 3},
+      {"composite of lines, beyond its ends", "c 2 3 (l 0 0 2 0)(l 2 0 2 6)", -1, 6, 11},
+      {"composite of arcs", "c 1 1 (a 0 0 1 0 2)(a 0 0 1 2 -2)", .5, 1.5, 2},
+      {"composite of Beziers", "c .5 .5 (b 0 0 3 4)(b 3 4 3 8 3 12)", 0, 1, 13},
+      {"closed composite, part", "c .5 .5 (b 0 0 3 0 6 0)(l 6 0 0 0)", .25, 1, 9},
+      {"composite of other kinds", "c 1 1 1 (b 0 0 3 4)(B 3 4 6 8 | 0 0 1 1)(c 1 (l 6 8 9 12))", 0, 3, 15},
+      {"piece without a width", "c 1 0 1 (l 0 0 1 0)(l 1 0 1 5)(l 1 5 2 5)", 0, 2, 7},
+      {"piece without a width, before the stretch", "c 1 0 1 (l 0 0 1 0)(l 1 0 1 5)(l 1 5 2 5)", 1.5, 2, .5},
+      {"composite without pieces", "c", 0, 1, 0},
+      {"not finite in between", "b 0 0 1e200 1e200 0 0", 0, 1, kHuge},
+  };
+  // clang-format on
+  for (const auto& row : rows) {
+    const double length = LengthOf(*Make(row.curve), row.t0, row.t1);
+    EXPECT_TRUE(row.length == kHuge ||
+                2e-9 * std::fabs(row.length) + 1e-14 >= std::fabs(length - row.length))
+        << row.name << ": " << length;
+  }
+}
+
+// ---- The rule, in long double and by recursion ----
+
+using Polygon = std::vector<WidePoint>;
+
+// The pieces of a curve after `depth` halvings.
+std::vector<Polygon> Halved(const Polygon& polygon, int depth) {
+  if (depth == 0) return {polygon};
+  Polygon left, right = polygon;
+  for (std::size_t n = polygon.size(); n > 0; --n) {
+    left.push_back(right[0]);
+    for (std::size_t i = 0; i + 1 < n; ++i) right[i] = Between(right[i], right[i + 1], .5L);
+  }
+  auto pieces = Halved(left, depth - 1);
+  for (auto& piece : Halved(right, depth - 1)) pieces.push_back(std::move(piece));
+  return pieces;
+}
+
+Wide PolygonLength(const Polygon& polygon, int depth) {
+  Wide sum = 0;
+  for (const Polygon& piece : Halved(polygon, depth))
+    for (std::size_t i = 1; i < piece.size(); ++i) {
+      const auto &a = piece[i - 1], &b = piece[i];
+      sum += Gap({a.x / a.w, a.y / a.w}, {b.x / b.w, b.y / b.w});
     }
-    for (std::size_t i = 0; i < 4; ++i) ASSERT_NEAR(BoxOf(*arc)[i], seen[i], 1e-5) << sweep;
+  return sum;
+}
+
+Wide ByRule(const Polygon& polygon) {
+  Wide length = PolygonLength(polygon, 0);
+  for (int pass = 1; pass <= 10; ++pass) {
+    const Wide before = length;
+    length = PolygonLength(polygon, pass);
+    if (std::fabs(length - before) <= .001L) break;
+  }
+  return length;
+}
+
+void Scale(const Curve& cv, double factor) {
+  ForEachPoint(
+      cv, [=](double* p) { p[0] *= factor, p[1] *= factor; }, [](double) {});
+}
+
+// Small and large curves: some settle at once, some not in ten passes.
+TEST(CurveLen, FollowsItsRule) {
+  Rounds(60, [&](Random& random, int round) {
+    const bool rational = round % 2 == 1;
+    const int count = round < 4 ? 31 : RandomInt(random, 2, 8);
+    const double scale = round < 4 ? 10 : std::pow(10, random.Uniform(-4, 5));
+    const Owned alone = RandomBezier(random, rational, count - 1);
+    Scale(*alone, scale);
+    const Polygon polygon = Oracle(*alone).Parts()[0].points;
+    const Wide want = ByRule(polygon);
+    EXPECT_NEAR(static_cast<double>(LengthOf(*alone, 0, 1) / want), 1, 1e-12) << round;
+    if (scale > 1e3) return;  // ten passes on 16 parts take the recursion too long
+
+    std::vector<Owned> pieces;
+    pieces.push_back(Copy(*alone));
+    const double member = LengthOf(*MakeComposite({1}, std::move(pieces)), 0, 1);
+    Wide sum = 0;
+    for (const Polygon& part : Halved(polygon, 4)) sum += ByRule(part);
+    EXPECT_NEAR(static_cast<double>(member / sum), 1, 1e-12) << round;
+
+    Owned span(rational ? CV_RBSPLINE : CV_BSPLINE);
+    Globals g;
+    ASSERT_EQ(KurvocvConvert(alone.get(), span.get(), &g), KURVO_CONVERTED);
+    for (int i = 0; i < 2 * count; ++i) FreeForm(*span).knots[i] = i < count ? 3 : 5;
+    EXPECT_EQ(LengthOf(*span, 3, 5), member) << round;
   });
 }
 

@@ -1,4 +1,6 @@
-// Sequences of curves and lists of parameters.
+// Making, copying and freeing curve records, sequences of curves and lists of parameters.
+#include <pthread.h>
+
 #include <cstring>
 
 #include "support/curve_text.h"
@@ -45,44 +47,6 @@ TEST(CvseqInsert, KeepsTheChain) {
   }
 }
 
-TEST(CvseqInsert, TakesACurveOfTheSequenceItself) {
-  const char* const loop = "b 0 0 1 2 1 -2 0 0";
-  Globals g;
-  Chain seq("(b 0 0 1 2 1 -2 0 0)");
-  for (int n = 0; n < 40; ++n) KurvocvCvseqInsert(&seq[n / 2], seq.get(), n / 3, &g);
-  EXPECT_EQ(KurvoErrGet(&g), 0);
-  ASSERT_EQ(seq.count(), 41);
-  for (int i = 0; i < seq.count(); ++i) {
-    EXPECT_TRUE(IsCurve(seq[i], loop));
-    for (int j = 0; j < i; ++j) EXPECT_NE(seq[i].data, seq[j].data);
-  }
-}
-
-TEST(Cvseq, MallocAndFree) {
-  Chain seq;
-  for (const int32_t n : {0, -1, INT32_MIN}) {
-    *seq = {5, seq->curves};
-    EXPECT_EQ(KurvocvMallocCvseq(seq.get(), n), nullptr);
-    EXPECT_EQ(seq->count, 0);
-    EXPECT_EQ(seq->curves, nullptr);
-  }
-  ASSERT_NE(KurvocvMallocCvseq(seq.get(), 3), nullptr);
-  EXPECT_EQ(seq->count, 3);
-  for (const Curve& cv : seq) EXPECT_EQ(cv.data, nullptr);
-  EXPECT_EQ(seq[2].type | seq[2].attr, 0);
-  KurvocvFreeCvseq(seq.get());
-  EXPECT_EQ(seq->count, 0);
-  EXPECT_EQ(seq->curves, nullptr);
-
-  Curve header = {};
-  Cvseq not_owned = {0, &header};  // a count of 0 owns nothing
-  KurvocvFreeCvseq(&not_owned);
-  EXPECT_EQ(not_owned.curves, &header);
-  KurvocvFreeCvseq(nullptr);
-  KurvocvInitCvseq(nullptr);
-  EXPECT_EQ(KurvocvMallocCvseq(nullptr, 3), nullptr);
-}
-
 TEST(CopyCvseq, IsDeep) {
   const Chain chain("(l 0 0 1 0)(c 1 1 (l 1 0 2 0)(r 2 0 1 3 1 2 4 0 1))(e)(e)");
   chain[2] = {};
@@ -100,20 +64,15 @@ TEST(SegcvToCvseq, CopiesThePieces) {
   Curve dummy = {};
   for (const char* text :
        {"c 1 3 (l 0 0 1 0)(b 1 0 2 2 3 0)", "c 1 (c 1 1 (l 0 0 1 0)(l 1 0 2 0))", "c"}) {
-    SCOPED_TRACE(text);
     Globals g;
     const Owned cv = Make(text);
     const auto& block = cv.block<KurvoSegcv>();
     Chain out;
     *out = {4, &dummy};  // overwritten, not freed
     KurvocvSegcvToCvseq(cv.get(), out.get(), &g);
-    EXPECT_EQ(KurvoErrGet(&g), 0);
-    ASSERT_EQ(out.count(), block.count);
-    EXPECT_EQ(out->curves != nullptr, block.count > 0);
-    for (int i = 0; i < block.count; ++i) {
-      EXPECT_NE(out[i].data, block.curves[i].data);
-      EXPECT_TRUE(IsCurve(out[i], block.curves[i]));
-    }
+    ASSERT_EQ(out.count(), block.count) << text;
+    EXPECT_EQ(out->curves != nullptr, block.count > 0) << text;
+    for (int i = 0; i < block.count; ++i) EXPECT_TRUE(IsCurve(out[i], block.curves[i])) << text;
   }
 }
 
@@ -150,31 +109,61 @@ TEST(CvseqBoundBox, IsAroundTheBoxesOfAllCurves) {
   EXPECT_EQ((Numbers{box, box + 6}), (Numbers{0, 0, 4, 9, 9, 4}));
 }
 
-TEST(CvParam, MallocAndFree) {
-  CvParam list;
-  KurvocrInitCvParam(&list);
-  EXPECT_EQ(list.count, 0);
-  EXPECT_EQ(list.values, nullptr);
-  double not_owned = 0;
-  for (const int32_t count : {0, -3}) {
-    list = {count, &not_owned};
-    KurvocrMallocCvParam(&list);
-    EXPECT_EQ(list.count, count);
-    EXPECT_EQ(list.values, &not_owned);
-    KurvocrFreeCvParam(&list);
-    EXPECT_EQ(list.count, 0);
-    EXPECT_EQ(list.values, nullptr);
+// ---- curves
+
+TEST(CopyCurve, IsDeep) {
+  for (const char* text :
+       {"l 1 2 3 4", "a 1 2 3 4 5", "b 1 2 3 4 5 6", "r 1 2 3 4 5 6", "B 1 2 3 4 5 6 | 0 0 1 2 3",
+        "R 1 2 3 4 5 6 | 0 0 1 1", "c", "c 1 2 (l 1 2 3 4) (c 3 (a 1 2 3 4 5))"}) {
+    Owned source = Make(text), copy;
+    source->attr = 5;
+    source->attr_p1 = 6;
+    Globals g;
+    EXPECT_NE(KurvocvCopyCurve(source.get(), copy.get(), &g), nullptr) << text;
+    EXPECT_TRUE(IsCurve(*copy, text));
+    EXPECT_EQ(copy->attr, 0);
+    EXPECT_EQ(copy->attr_p1 | copy->attr_p2, 0u);
+    EXPECT_EQ(KurvoErrGet(&g), 0);
   }
-  list.count = 3;
-  KurvocrMallocCvParam(&list);
-  ASSERT_NE(list.values, nullptr);
-  list.values[2] = 1;
-  KurvocrFreeCvParam(&list);
-  EXPECT_EQ(list.count, 0);
-  EXPECT_EQ(list.values, nullptr);
-  KurvocrInitCvParam(nullptr);
-  KurvocrMallocCvParam(nullptr);
-  KurvocrFreeCvParam(nullptr);
+}
+
+TEST(CopyCurve, StopsAtAPieceOfUnknownType) {
+  Owned source = Make("c 1 2 3 (l 1 2 3 4) (l 5 6 7 8) (l 1 1 2 2)"), copy;
+  auto& pieces = source.block<KurvoSegcv>();
+  pieces.curves[1].type = 17;
+  Globals g;
+  EXPECT_EQ(KurvocvCopyCurve(source.get(), copy.get(), &g), copy->data);
+  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_CURVE);
+  const auto& copied = copy.block<KurvoSegcv>();
+  EXPECT_TRUE(IsCurve(copied.curves[0], pieces.curves[0]));
+  EXPECT_EQ(copied.curves[1].type, 17);
+  EXPECT_EQ(copied.curves[1].data, nullptr);
+  EXPECT_EQ(copied.curves[2].type, 0);
+  EXPECT_EQ(copied.widths[2], 3);
+}
+
+// Composites nest as deep as memory allows; freeing them takes no stack.
+void* FreeDeep(void*) {
+  Curve cv;
+  KurvocvMallocCurve(&cv, CV_LINE);
+  for (int level = 0; level < 100000; ++level) {
+    Curve outer;
+    auto* block = static_cast<KurvoSegcv*>(KurvocvMallocCurve(&outer, CV_SEGCV, 2));
+    block->curves[level % 2] = cv;
+    cv = outer;
+  }
+  KurvocvFreeCurve(&cv);
+  return nullptr;
+}
+
+TEST(FreeCurve, FreesAnyDepthOnASmallStack) {
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, 256 * 1024);
+  pthread_t thread;
+  ASSERT_EQ(pthread_create(&thread, &attributes, FreeDeep, nullptr), 0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
-// Intersections of lines and arcs among themselves.
-#include "relate/brute_force.h"
-#include "relate/cases.h"
-#include "support/generator.h"
+// Intersections of lines and arcs among themselves, and of curves that are points.
+#include "relate/intersection.h"
 
 namespace kurvo_test {
 namespace {
@@ -10,6 +8,10 @@ namespace {
 #define TWO "l 0 0 2 0"
 
 const double kAngle345 = std::atan2(4, 3);
+// Half the chord that a line 1.01e-6 inside a circle of radius 100 has, and half the height of the
+// lens of two circles of radius 100 and 200 that are as deep in each other.
+const double kDeep = std::sqrt(2 * 100 * 1.01e-6);
+const double kLens = std::sqrt(2 * 1.01e-6 / (1. / 100 + 1. / 200));
 const std::string kUpperHalf = Text("a 0 0 1 0", {kPi});
 const std::string kLowerHalf = Text("a 0 0 1", {kPi, kPi});
 
@@ -52,6 +54,10 @@ const Case kCases[] = {
     {"5e-7 short of it", "l -1 1.0000005 1 1.0000005", kUpperHalf, {{.5, .5}}},
     {"5e-7 too deep", "l -1 .9999995 1 .9999995", kUpperHalf, {{.5, .5}}},
     {"1.5e-6 short of it", "l -1 1.0000015 1 1.0000015", kUpperHalf, {}},
+    {"just within epsilon of a large one", "l -1 100.00000099 1 100.00000099", Text("a 0 0 100 0", {kPi}), {{.5, .5}}, "", 1e-6},
+    {"just beyond", "l -1 100.00000101 1 100.00000101", Text("a 0 0 100 0", {kPi}), {}},
+    {"just less than epsilon deep", "l -1 99.99999901 1 99.99999901", Text("a 0 0 100 0", {kPi}), {{.5, .5}}, "", 1e-6},
+    {"just deeper", "l -1 99.99999899 1 99.99999899", Text("a 0 0 100 0", {kPi}), {{(1 + kDeep) / 2, .5 - kDeep / 100 / kPi}, {(1 - kDeep) / 2, .5 + kDeep / 100 / kPi}}, "", 1e-7},
     {"ends on it", "l 0 1 0 5", kUpperHalf, {{0, .5}, {-.5, -.5}}},
     {"meets its end", "l 1 0 1 2", kUpperHalf, {{0, 0}}, "", 1e-7},
     {"meets both ends", "l -1 0 1 0", kUpperHalf, {{0, 1}, {1, 0}}},
@@ -65,6 +71,12 @@ const Case kCases[] = {
     {"5e-7 apart", Text("a 0 0 1 -1", {2}), Text("a 3.0000005 0 2", {kPi - 1, 2}), {{.5, .5}}},
     {"5e-7 into each other", Text("a 0 0 1 -1", {2}), Text("a 2.9999995 0 2", {kPi - 1, 2}), {{.5, .5}}},
     {"2e-6 apart", Text("a 0 0 1 -1", {2}), Text("a 3.000002 0 2", {kPi - 1, 2}), {}},
+    {"just within epsilon", "a 0 0 100 -1 2", Text("a 300.00000099 0 200", {kPi - 1, 2}), {{.5, .5}}, "", 1e-6},
+    {"just beyond it", "a 0 0 100 -1 2", Text("a 300.00000101 0 200", {kPi - 1, 2}), {}},
+    {"just less than it deep", "a 0 0 100 -1 2", Text("a 299.99999901 0 200", {kPi - 1, 2}), {{.5, .5}}, "", 1e-6},
+    {"just deeper than it", "a 0 0 100 -1 2", Text("a 299.99999899 0 200", {kPi - 1, 2}), {{.5 + kLens / 200, .5 - kLens / 400}, {.5 - kLens / 200, .5 + kLens / 400}}, "", 1e-7},
+    {"inside, just within it", "a 0 0 200 -1 2", "a 99.99999901 0 100 -1 2", {{.5, .5}}, "", 1e-6},
+    {"inside, just beyond it", "a 0 0 200 -1 2", "a 99.99999899 0 100 -1 2", {}},
     {"touch inside", "a 0 0 2 -1 2", "a 1 0 1 -1 2", {{.5, .5}}},
     {"touch inside, 5e-7 apart", "a 0 0 2 -1 2", "a .9999995 0 1 -1 2", {{.5, .5}}},
     {"touch inside, 5e-7 too far", "a 0 0 2 -1 2", "a 1.0000005 0 1 -1 2", {{.5, .5}}},
@@ -81,96 +93,6 @@ const Case kCases[] = {
 
 TEST(IntersectElementary, Table) {
   for (const Case& row : kCases) CaseCheck(row).Run();
-}
-
-// What a circle has in common with a line or another circle, from their records in long double.
-struct WideChord {
-  Wide gap;       // between them, negative where they run into each other
-  WideJet touch;  // where they are closest
-  WideJet foot;   // middle of the chord, and half of it as direction
-  Wide radius;    // of the smaller circle
-};
-
-constexpr double kFar = 1e4, kTol = 1e-6;
-
-// Two ends of the chord, one point where the gap is within the tolerance, none beyond it.
-void ExpectChord(const Owned& a, const Owned& b, const WideChord& want) {
-  constexpr Wide kRounding = 1e-11L;  // of points, and of gaps between them
-  constexpr Wide kGapRounding = 4e-12L;
-  if (kRounding >= std::fabs(std::fabs(want.gap) - kTol)) return;  // too close to call
-  SCOPED_TRACE(testing::Message() << "gap " << want.gap << " of radius " << want.radius);
-  Globals g;
-  const Answer got = Intersect(*a, *b, 0, g);
-  const std::size_t count = want.gap > kTol ? 0 : (want.gap >= -kTol ? 1 : 2);
-  ASSERT_EQ(got.hits.size(), count);
-  if (count == 0) return;
-  const WidePiece on_a = Pieces(*a)[0], on_b = Pieces(*b)[0];
-  const WideJet& foot = want.foot;
-  // The ends move along the circle by what rounding does to the gap, magnified.
-  const Wide magnified = kGapRounding * want.radius / std::hypot(foot.dx, foot.dy);
-  for (const Wide side : {-1, 1}) {
-    const WideJet end = {foot.x + side * foot.dx, foot.y + side * foot.dy, 0, 0};
-    const WideJet& expected = count == 2 ? end : want.touch;
-    Wide off = HUGE_VALL;
-    for (const Hit& hit : got.hits) {
-      const WideJet p = on_a(hit.a), q = on_b(hit.b);
-      off = std::min(off, std::max(Gap(p, expected), Gap(q, expected)));
-      EXPECT_LE(Gap(p, q), count == 2 ? 2 * kRounding : kTol);
-    }
-    EXPECT_LE(off, count == 2 ? kRounding + magnified : kTol);
-  }
-}
-
-// Between -1e-3 and 1e-3, mostly small, often next to the tolerance.
-double RandomGap(Random& random) {
-  const int kind = RandomInt(random, 0, 3);
-  if (kind < 2) return kTol * (kind == 0 ? 1 : -1) * (1 + random.Uniform(-1e-4, 1e-4));
-  return kind == 2 ? random.Uniform(-3 * kTol, 3 * kTol) : random.Uniform(-1e-3, 1e-3);
-}
-
-TEST(IntersectElementary, LineAndCircleNearlyTangentFarOut) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 300; ++i) {
-    const auto [x, y] = RandomPlace(random, kFar);
-    const double r = std::pow(10, random.Uniform(-2, 4)), angle = random.Uniform(-3, 3);
-    const double dist = r + RandomGap(random), half = random.Uniform(.5, 5) * r;
-    const double nx = std::cos(angle), ny = std::sin(angle);
-    const double fx = x + dist * nx, fy = y + dist * ny;
-    const Owned a = Line(fx + half * ny, fy - half * nx, fx - half * ny, fy + half * nx);
-    const auto& ends = a.block<KurvoLine>();
-    const Wide dx = L(ends.end[0]) - ends.start[0], dy = L(ends.end[1]) - ends.start[1];
-    const Wide length = std::hypot(dx, dy), ux = dx / length, uy = dy / length;
-    const Wide sx = L(ends.start[0]) - x, sy = L(ends.start[1]) - y;
-    const Wide aside = sx * uy - sy * ux, d = std::fabs(aside);
-    const Wide chord = d < r ? std::sqrt((r - d) * (r + d)) : 0;
-    const WideJet foot = {x + aside * uy, y - aside * ux, chord * ux, chord * uy};
-    ExpectChord(a, Arc(x, y, r, angle - 1, 2), {d - r, foot, foot, r});
-  }
-}
-
-TEST(IntersectElementary, CirclesNearlyTangentFarOut) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int i = 0; i < 300; ++i) {
-    const auto [x, y] = RandomPlace(random, kFar);
-    const double r = std::pow(10, random.Uniform(-2, 4)), s = r * random.Uniform(1.1, 4);
-    const double angle = random.Uniform(-3, 3), apart = RandomGap(random);
-    const bool inside = i % 2 == 0;
-    const double dist = inside ? s - r - apart : s + r + apart;
-    const double u = x + dist * std::cos(angle), v = y + dist * std::sin(angle);
-    const Wide dx = L(u) - x, dy = L(v) - y, d = std::hypot(dx, dy), ux = dx / d, uy = dy / d;
-    // Of the triangle with the sides r, s, d: its foot on d, and its height.
-    const Wide gap = inside ? (L(s) - r) - d : d - (L(s) + r);
-    const Wide foot = (d + (L(r) - s) * ((L(r) + s) / d)) / 2;
-    const Wide height = std::sqrt(std::max(0.0L, (L(r) - foot) * (L(r) + foot)));
-    const Wide out = inside ? -r : r;
-    ExpectChord(Arc(x, y, r, angle - 1, 2), Arc(u, v, s, angle + 2, 2),
-                {gap,
-                 {x + out * ux, y + out * uy, 0, 0},
-                 {x + foot * ux, y + foot * uy, -height * uy, height * ux},
-                 r});
-  }
 }
 
 TEST(IntersectElementary, EndsReachAsFarAsEpsilonInXAndInY) {
@@ -193,6 +115,52 @@ TEST(IntersectElementary, LinesAtSmallAnglesWithAWideEpsilon) {
     Globals g(.01);
     EXPECT_EQ(Intersect(*Make(UNIT), *Line(0, -angle / 2, 1, angle / 2), 0, g).result, result)
         << angle;
+  }
+}
+
+// ---- curves that are collapsed to a point
+
+TEST(IntersectCollapsed, MeetsACurveThatPassesThroughIt) {
+  const struct {
+    const char* name;
+    std::string point, curve;
+    std::vector<Hit> hits;
+  } rows[] = {
+      // clang-format off
+      {"line on a line", "l 1 1 1 1", "l 0 0 4 4", {{0, .25}}},
+      {"line off a line", "l 1 1.1 1 1.1", "l 0 0 4 4", {}},
+      {"line shorter than epsilon", "l 1 1 1.0000005 1", "l 0 0 4 4", {{0, .25}}},
+      {"Bezier on an arc", "b 0 1 0 1 0 1", "a 0 0 1 0 2", {{0, kPi / 4}}},
+      {"full circle, a point to intersection", Text("a 1 0 1 0", {2 * kPi}), "l 2 -1 2 1", {{0, .5}}},
+      {"rational Bezier on a Bezier", "r 1 .5 1 1 .5 3", "b 0 0 1 1 2 0", {{0, .5}}},
+      {"B-spline on a B-spline", "B 2 0 2 0 2 0 | 2 2 2 5 5 5", "B 2 -1 2 0 2 1 | 0 0 0 1 1 1", {{2, .5}}},
+      {"composite on a composite", "c 1 2 (b 1 1 1 1)(b 1 1 1 1)", "c 2 2 (b 0 0 0 1)(b 0 1 4 1)", {{0, 2.5}}},
+      {"composite off a composite", "c 1 2 (b 1 1 1 1)(b 1 1 1 1)", "c 2 2 (b 0 0 0 1)(b 0 2 4 2)", {}},
+      {"two at one place", "l 1 1 1 1", "b 1 1 1 1", {}},
+      // degrees without a polynomial of foot points
+      {"on a Bezier of degree 21", "l 7 0 7 0", Even('b', 21), {{0, 1 / 3.}}},
+      {"on a Bezier of degree 39", "l 39 0 39 0", Even('b', 39), {{0, 1}}},
+      {"off a Bezier of degree 21", "l 7 1e-5 7 1e-5", Even('b', 21), {}},
+      {"on a rational Bezier of degree 14", "a 7 1 1 -1.57079632679489662 0", Even('r', 14), {{0, .5}}},
+      {"on a B-spline of order 26", "b 5 0 5 0", Even('B', 25), {{0, .2}}},
+      {"on a rational B-spline of order 15", "l 7 0 7 0", Even('R', 14), {{0, .5}}},
+      {"on a composite", "l 7 0 7 0", "c 1 1 (b 0 1 0 0)(" + Even('b', 21) + ")", {{0, 1 + 1 / 3.}}},
+      // clang-format on
+  };
+  for (const auto& row : rows) {
+    const Owned point = Make(row.point), curve = Make(row.curve);
+    for (int mode = 0; mode < 8; ++mode) {
+      Globals g;
+      const Answer got = mode % 2 == 0 ? Intersect(*point, *curve, mode / 2, g)
+                                       : Intersect(*curve, *point, mode / 2, g);
+      ASSERT_EQ(got.hits.size(), row.hits.size()) << row.name << ", mode " << mode / 2;
+      EXPECT_EQ(got.result, static_cast<uint32_t>(row.hits.empty() ? KURVO_NOTHING : KURVO_FOUND))
+          << row.name;
+      for (const Hit& hit : got.hits) {
+        EXPECT_EQ(mode % 2 == 0 ? hit.a : hit.b, row.hits[0].a) << row.name;
+        EXPECT_NEAR(mode % 2 == 0 ? hit.b : hit.a, row.hits[0].b, 1e-9) << row.name;
+      }
+    }
   }
 }
 

@@ -3,7 +3,7 @@
 #include FT_FREETYPE_H
 #include FT_OUTLINE_H
 
-#include "relate/closed_chains.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 namespace {

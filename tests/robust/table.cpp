@@ -150,7 +150,7 @@ std::vector<Entry> Rows() {
       {ROW(KurvocvFreeCurve, Gives{[](Call& c, Curve* curve) { c.Expect(!curve || (curve->type == 0 && !curve->data && curve->attr == 5), "not empty"); }}, OrNull(OwnedCurve))},
       {ROW(KurvocvCopyCurve, Gives{kNewBlock}, _, OrNull(Bare<Curve>)), {"l 0 0 4 0", "", "block *", "null 0", "null 0", "null T", "null T CURVE"}},
       {ROW(KurvocvInitCvseq, OrNull(Fresh<Cvseq>))},
-      {ROW(KurvocvMallocCvseq, Gives{[](Call& c, Curve* curves, Cvseq* seq, int32_t count) { c.Expect(curves == seq->curves && (!curves || seq->count == count), "another array"); }}, _, Items), {}, kAsks | kSilent},
+      {ROW(KurvocvMallocCvseq, Gives{[](Call& c, Curve* curves, Cvseq* seq, int32_t count) { c.Expect(curves == seq->curves && seq->count == (curves ? count : 0), "another array"); }}, _, Items), {}, kAsks | kSilent},
       {ROW(KurvocvFreeCvseq, Gives{[](Call& c, Cvseq* seq) { c.Expect(!seq || (!seq->curves && seq->count <= 0), "not emptied"); }}, OrNull(OwnedSequence))},
       {ROW(KurvocvCopyCvseq, Gives{kNewBlock}, _, OrNull(Bare<Cvseq>)), {"(l 0 0 4 0)(l 4 0 5 0)", "", "block *", "null 0", "null 0", "block *", "null 0 CURVE"}},
       {ROW(KurvocvSegcvToCvseq, CurveOf<CV_SEGCV>, OrNull(Emptied)), {"c 1 (l 0 0 4 0)", "", "*", "=", "0", "0", "0 CURVE"}},

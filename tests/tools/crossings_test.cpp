@@ -6,8 +6,13 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
+#include <random>
+#include <set>
+#include <span>
 #include <tuple>
 
+#include "geometry/box_sweep.h"
 #include "support.h"
 
 namespace kurvo::tools {
@@ -38,108 +43,66 @@ struct Known {
   std::vector<KnownOverlap> overlaps;
 };
 
-// A map of the plane that keeps circles, as an attribute and as numbers.
-struct Motion {
-  std::string attribute;
-  Affine map;
+// Maps of the plane that keep circles, as attributes and as numbers.
+const std::pair<const char*, Affine> kMotions[] = {
+    {"translate(0 0)", {}},
+    {"translate(1300 -70.5)", Translation(1300, -70.5)},
+    {"rotate(31)", Rotation(31)},
+    {"scale(-3 3) translate(2 1)", Scaling(-3, 3) * Translation(2, 1)}};
 
-  std::string Apply(const std::string& body) const {
-    return "<g transform='" + attribute + "'>" + body + "</g>";
-  }
-};
+void ExpectOn(Library& library, const CurveList& list, std::size_t curve, double t, Point p) {
+  EXPECT_LE(Size(p - PositionOf(library, *list.curves[curve].curve, t)), kLengthTol);
+}
 
-const Motion kMotions[] = {{"translate(0 0)", {}},
-                           {"translate(1300 -70.5)", Translation(1300, -70.5)},
-                           {"rotate(31)", Rotation(31)},
-                           {"scale(-3 3) translate(2 1)", Scaling(-3, 3) * Translation(2, 1)}};
-
-class Checker {
- public:
-  Checker(const std::string& name, const Motion& motion)
-      : name_(name + ", " + motion.attribute), motion_(motion) {}
-
-  // One drawing.
-  void Check(const std::string& body, bool joints, const Known& known) {
-    const Drawing drawing = ReadText(library_, motion_.Apply(body));
-    const CurveList list = ListCurves(library_, drawing);
-    Expect(FindCrossings(library_, list, joints, [] {}), list, list, known);
-  }
-
-  // Two drawings, in both orders.
-  void Check(const std::string& first_body, const std::string& second_body, const Known& known) {
-    const Drawing first = ReadText(library_, motion_.Apply(first_body));
-    const Drawing second = ReadText(library_, motion_.Apply(second_body));
-    const CurveList first_list = ListCurves(library_, first);
-    const CurveList second_list = ListCurves(library_, second);
-    Expect(FindCrossings(library_, first_list, second_list, [] {}), first_list, second_list, known);
-    name_ += ", swapped";
-    const Crossings swapped = FindCrossings(library_, second_list, first_list, [] {});
-    EXPECT_EQ(swapped.crossings.size(), known.crossings.size()) << name_;
-    EXPECT_EQ(swapped.overlaps.size(), known.overlaps.size()) << name_;
-    for (const Crossing& found : swapped.crossings) {
-      const auto is_it = [&](const KnownCrossing& each) {
-        return Size(motion_.map.Apply(each.point) - found.point) <= kLengthTol;
-      };
-      EXPECT_TRUE(std::any_of(known.crossings.begin(), known.crossings.end(), is_it)) << name_;
+// Of two drawings, or of the first one alone where `joints` says how, moved in some ways.
+void Check(const std::string& name, const std::string& first_body, const std::string& second_body,
+           std::optional<bool> joints, const Known& known, std::size_t ways = 4) {
+  for (const auto& [motion, map] : std::span(kMotions, ways)) {
+    SCOPED_TRACE(name + ", " + motion);
+    Library library;
+    const auto read = [&](const std::string& body) {
+      return ReadText(library, std::string("<g transform='") + motion + "'>" + body + "</g>");
+    };
+    const Drawing drawings[] = {read(first_body), read(second_body)};
+    const CurveList first = ListCurves(library, drawings[0]);
+    const CurveList other = ListCurves(library, drawings[1]);
+    const CurveList& second = joints ? first : other;
+    const Crossings found = joints ? FindCrossings(library, first, *joints, [] {})
+                                   : FindCrossings(library, first, second, [] {});
+    if (!joints) {
+      const Crossings swapped = FindCrossings(library, second, first, [] {});
+      EXPECT_EQ(swapped.crossings.size(), known.crossings.size());
+      EXPECT_EQ(swapped.overlaps.size(), known.overlaps.size());
     }
-  }
-
- private:
-  void Expect(const Crossings& found, const CurveList& first, const CurveList& second,
-              const Known& known) {
-    ASSERT_EQ(found.crossings.size(), known.crossings.size()) << name_ << Describe(found);
-    ASSERT_EQ(found.overlaps.size(), known.overlaps.size()) << name_ << Describe(found);
+    ASSERT_EQ(found.crossings.size(), known.crossings.size());
+    ASSERT_EQ(found.overlaps.size(), known.overlaps.size());
     for (std::size_t i = 0; i < known.crossings.size(); ++i) {
+      SCOPED_TRACE("crossing " + std::to_string(i + 1));
       const auto& [a, b, at, point] = found.crossings[i];
       const KnownCrossing& each = known.crossings[i];
-      const std::string what = name_ + ", crossing " + std::to_string(i + 1);
-      EXPECT_EQ(std::pair(a + 1, b + 1), std::pair(each.first, each.second)) << what;
-      EXPECT_NEAR(at.first, each.t_first, kParameterTol) << what;
-      EXPECT_NEAR(at.second, each.t_second, kParameterTol) << what;
-      EXPECT_LE(Size(point - motion_.map.Apply(each.point)), kLengthTol) << what;
-      ExpectOn(second, b, at.second, point, what);
+      EXPECT_EQ(std::pair(a + 1, b + 1), std::pair(each.first, each.second));
+      EXPECT_NEAR(at.first, each.t_first, kParameterTol);
+      EXPECT_NEAR(at.second, each.t_second, kParameterTol);
+      EXPECT_LE(Size(point - map.Apply(each.point)), kLengthTol);
+      ExpectOn(library, second, b, at.second, point);
     }
     for (std::size_t i = 0; i < known.overlaps.size(); ++i) {
+      SCOPED_TRACE("overlap " + std::to_string(i + 1));
       const Overlap& overlap = found.overlaps[i];
       const KnownOverlap& each = known.overlaps[i];
-      const std::string what = name_ + ", overlap " + std::to_string(i + 1);
       const auto& [from, to] = overlap.stretch;
-      EXPECT_TRUE(overlap.has_ends) << what;
+      EXPECT_TRUE(overlap.has_ends);
       EXPECT_EQ(std::pair(overlap.first + 1, overlap.second + 1),
-                std::pair(each.first, each.second))
-          << what;
-      EXPECT_NEAR(from.first, each.from_first, kParameterTol) << what;
-      EXPECT_NEAR(to.first, each.to_first, kParameterTol) << what;
-      EXPECT_NEAR(from.second, each.from_second, kParameterTol) << what;
-      EXPECT_NEAR(to.second, each.to_second, kParameterTol) << what;
-      ExpectOn(first, overlap.first, from.first, overlap.from, what);
-      ExpectOn(second, overlap.second, from.second, overlap.from, what);
-      ExpectOn(second, overlap.second, to.second, overlap.to, what);
+                std::pair(each.first, each.second));
+      const double got[] = {from.first, to.first, from.second, to.second};
+      const double want[] = {each.from_first, each.to_first, each.from_second, each.to_second};
+      for (int k = 0; k < 4; ++k) EXPECT_NEAR(got[k], want[k], kParameterTol) << k;
+      ExpectOn(library, first, overlap.first, from.first, overlap.from);
+      ExpectOn(library, second, overlap.second, from.second, overlap.from);
+      ExpectOn(library, second, overlap.second, to.second, overlap.to);
     }
   }
-
-  void ExpectOn(const CurveList& list, std::size_t curve, double t, Point p,
-                const std::string& what) {
-    const Point on = PositionOf(library_, *list.curves[curve].curve, t);
-    EXPECT_LE(Size(p - on), kLengthTol) << what;
-  }
-
-  static std::string Describe(const Crossings& found) {
-    std::string text;
-    for (const Crossing& each : found.crossings) {
-      text += "\n  " + std::to_string(each.first + 1) + " at " + std::to_string(each.at.first) +
-              " x " + std::to_string(each.second + 1) + " at " + std::to_string(each.at.second);
-    }
-    for (const Overlap& each : found.overlaps) {
-      text += "\n  " + std::to_string(each.first + 1) + " along " + std::to_string(each.second + 1);
-    }
-    return text;
-  }
-
-  Library library_;
-  std::string name_;
-  const Motion& motion_;
-};
+}
 
 TEST(FindCrossings, OfTwoDrawings) {
   const double turn = std::atan2(4, 3) / kPi;  // of (3, 4), in halves of the circle
@@ -156,12 +119,13 @@ TEST(FindCrossings, OfTwoDrawings) {
     Known known;
   } rows[] = {
       {"circles", circle, "<circle cx='6' r='5'/>", {{{1, turn, 1, 1 - turn, {3, 4}}, {2, 1 - turn, 2, turn, {3, -4}}}, {}}},
+      // through both ends of its halves: two crossings, not four
+      {"circle and line", circle, Path("M-10 0H10"), {{{1, 0, 1, .75, {5, 0}}, {1, 1, 1, .25, {-5, 0}}}, {}}},
       // Each at a joint of both; the middle of the contact is at 5 + 0.
       {"circles that touch", circle, "<circle cx='10' r='5'/>", {{{1, 0, 1, 1, {5, 0}}}, {}}},
       {"circles apart whose boxes meet", circle, "<circle cx='8' cy='8' r='5'/>", {}},
       // x = 27 t^2 - 18 t^3, y = 27 t (1 - t) (1 - 2 t)
-      {"cubic and line", Path("M0 0C0 9 9 -9 9 0"), Path("M-1 0H11"),
-       {{{1, 0, 1, 1. / 12, {0, 0}}, {1, 0.5, 1, 5.5 / 12, {4.5, 0}}, {1, 1, 1, 10. / 12, {9, 0}}}, {}}},
+      {"cubic and line", Path("M0 0C0 9 9 -9 9 0"), Path("M-1 0H11"), {{{1, 0, 1, 1. / 12, {0, 0}}, {1, 0.5, 1, 5.5 / 12, {4.5, 0}}, {1, 1, 1, 10. / 12, {9, 0}}}, {}}},
       // y = x^2 and x = y^2, both from -1 to 1 in their parameters.
       {"parabolas", Path("M-1 1Q0 -1 1 1"), Path("M1 -1Q-1 0 1 1"), {{{1, 0.5, 1, 0.5, {0, 0}}, {1, 1, 1, 1, {1, 1}}}, {}}},
       {"ellipse and line", Path("M10 0A10 5 0 0 1 0 5"), Path("M6 0V10"), {{{1, half / (w + half * (1 - w)), 1, 0.4, {6, 4}}}, {}}},
@@ -180,39 +144,7 @@ TEST(FindCrossings, OfTwoDrawings) {
       {"nothing to cross", "", Path("M5 0V10"), {}},
   };
   // clang-format on
-  for (const auto& row : rows) {
-    for (const Motion& motion : kMotions)
-      Checker(row.name, motion).Check(row.first, row.second, row.known);
-  }
-}
-
-// A circle of radius 5 and lines that cut, halve and touch it. The line through both ends of its
-// halves has two crossings, not four.
-TEST(FindCrossings, OfACircleAndAGrid) {
-  std::string lines;
-  std::vector<KnownCrossing> known;
-  std::size_t line = 0;
-  for (const bool upright : {true, false}) {
-    for (const int at : {-4, 0, 3, 5}) {
-      ++line;
-      const std::string place = std::to_string(at);
-      lines += upright ? "M" + place + " -10V10" : "M-10 " + place + "H10";
-      const double side = std::sqrt(25 - at * at);
-      for (const double along : {side, -side}) {
-        const Point p = upright ? Point{1. * at, along} : Point{along, 1. * at};
-        double turn = std::atan2(p.y, p.x) / kPi;
-        if (turn < 0) turn += 2;
-        const std::size_t half = turn <= 1 ? 1 : 2;
-        known.push_back({half, turn - (half == 2 ? 1 : 0), line, (along + 10) / 20, p});
-        if (side == 0) break;
-      }
-    }
-  }
-  std::sort(known.begin(), known.end(), [](const KnownCrossing& a, const KnownCrossing& b) {
-    return std::tie(a.first, a.second, a.t_first) < std::tie(b.first, b.second, b.t_first);
-  });
-  for (const Motion& motion : kMotions)
-    Checker("grid", motion).Check("<circle r='5'/>", Path(lines), {known, {}});
+  for (const auto& row : rows) Check(row.name, row.first, row.second, {}, row.known);
 }
 
 TEST(FindCrossings, OfOneDrawing) {
@@ -240,17 +172,13 @@ TEST(FindCrossings, OfOneDrawing) {
       {"two outlines that share a corner", Path("M0 0H5V5M5 0H9"), false, {{{1, 1, 3, 0, {5, 0}}}, {}}},
   };
   // clang-format on
-  for (const auto& row : rows) {
-    for (const Motion& motion : kMotions)
-      Checker(row.name, motion).Check(row.body, row.joints, row.known);
-  }
+  for (const auto& row : rows) Check(row.name, row.body, "", row.joints, row.known);
 }
 
 // The tolerance is a millionth.
 TEST(FindCrossings, GapsWithinTheTolerance) {
-  const auto check = [](const char* name, const char* first, const char* second,
-                        const Known& known) {
-    Checker(name, kMotions[0]).Check(Path(first), Path(second), known);
+  const auto check = [](const char* name, const char* a, const char* b, const Known& known) {
+    Check(name, Path(a), Path(b), {}, known, 1);
   };
   check("a gap below", "M0 0H9.9999991", "M10 -5V5", {{{1, 1, 1, 0.5, {10, 0}}}, {}});
   check("a gap above", "M0 0H9.9999989", "M10 -5V5", {});
@@ -268,6 +196,57 @@ TEST(FindCrossings, OverlapWithoutKnownEnds) {
   ASSERT_EQ(found.overlaps.size(), 1u);
   EXPECT_EQ(found.overlaps[0].first, 0u);
   EXPECT_EQ(found.overlaps[0].second, 2u);
+}
+
+// ---- the sweep, beside a comparison of every box with every other
+
+using Pairs = std::set<std::pair<std::size_t, std::size_t>>;
+
+bool Meet(const Bounds& a, const Bounds& b) {
+  return a.min_x <= b.max_x && b.min_x <= a.max_x && a.min_y <= b.max_y && b.min_y <= a.max_y;
+}
+
+TEST(SweepBoxes, FindsEachPairOnce) {
+  constexpr unsigned kSeed = 7;
+  std::mt19937 random(kSeed);
+  // On a grid, so that many sides agree; `wide` and `tall` are the largest sizes.
+  const auto boxes = [&](int count, int wide, int tall) {
+    const auto upto = [&](int most) { return std::uniform_int_distribution<>(0, most)(random); };
+    std::vector<Bounds> all;
+    for (int i = 0; i < count; ++i) {
+      const int x = upto(60), y = upto(60);
+      all.push_back({1. * x, 1. * y, 1. * x + upto(wide), 1. * y + upto(tall)});
+    }
+    return all;
+  };
+  const struct {
+    int count, wide, tall;
+  } rows[] = {{0, 1, 1}, {1, 1, 1}, {100, 5, 5}, {100, 60, 2}, {100, 2, 60}, {60, 0, 0}};
+  for (const auto& row : rows) {
+    const std::vector<Bounds> first = boxes(row.count, row.wide, row.tall);
+    const std::vector<Bounds> second = boxes(row.count / 2, row.tall, row.wide);
+    Pairs expected_one, expected_two, one, two;
+    for (std::size_t i = 0; i < first.size(); ++i) {
+      for (std::size_t k = i + 1; k < first.size(); ++k) {
+        if (Meet(first[i], first[k])) expected_one.emplace(i, k);
+      }
+      for (std::size_t k = 0; k < second.size(); ++k) {
+        if (Meet(first[i], second[k])) expected_two.emplace(i, k);
+      }
+    }
+    const auto collect = [](Pairs& pairs) {
+      return [&pairs](std::size_t i, std::size_t k) {
+        EXPECT_TRUE(pairs.emplace(i, k).second) << i << ", " << k << " comes twice";
+      };
+    };
+    std::size_t done = 0;
+    SweepBoxes(first, collect(one), [&] { ++done; });
+    EXPECT_EQ(done, first.size());
+    SweepBoxes(first, second, collect(two), [&] { ++done; });
+    EXPECT_EQ(done, 2 * first.size() + second.size());
+    EXPECT_EQ(one, expected_one) << row.wide << " by " << row.tall << ", seed " << kSeed;
+    EXPECT_EQ(two, expected_two) << row.wide << " by " << row.tall << ", seed " << kSeed;
+  }
 }
 
 }  // namespace

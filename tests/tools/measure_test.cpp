@@ -1,37 +1,23 @@
-// Arc length, curvature combs and nearest points against closed forms and search.
+// Arc length, curvature combs, nearest points and what lies inside, against closed forms and
+// search.
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
+#include <random>
 
 #include "geometry/arc_length.h"
 #include "geometry/comb.h"
+#include "geometry/locate.h"
 #include "support.h"
 #include "svg/writer.h"
 
 namespace kurvo::tools {
 namespace {
 
-// The parabola y = x^2 over [-1, 1].
-OwnedCurve Parabola() { return OwnedCurve::Quadratic({-1, 1}, {0, -1}, {1, 1}); }
-
 // A quarter of the ellipse with half axes 4 and 1.
 OwnedCurve EllipseQuarter() {
   return OwnedCurve::RationalQuadratic({4, 0}, {4, 1}, M_SQRT1_2, {0, 1});
-}
-
-// Of the parabola from the vertex to x: (2 x sqrt(1 + 4 x^2) + asinh(2 x)) / 4.
-TEST(ArcLength, BothWaysAlongAParabola) {
-  Library library;
-  const OwnedCurve curve = Parabola();
-  const ArcLength length(library, curve);
-  const auto to = [](double x) {
-    return (2 * x * std::sqrt(1 + 4 * x * x) + std::asinh(2 * x)) / 4;
-  };
-  EXPECT_NEAR(length.Total(), 2 * to(1), 1e-4);
-  for (const double x : {-.9, -.3, 0., .25, .8})
-    EXPECT_NEAR(length.ParameterAt(to(1) + to(x)), (x + 1) / 2, 1e-4) << x;
-  EXPECT_EQ(length.ParameterAt(-1), 0);
-  EXPECT_EQ(length.ParameterAt(9), 1);
 }
 
 TEST(ArcLength, ExactOnLinesAndArcsOfAComposite) {
@@ -149,6 +135,81 @@ TEST(NearestOn, IsNotTheFirstFootPoint) {
   EXPECT_GT(x, 0);
   EXPECT_NEAR(2 * x * x * x - 3 * x - 0.2, 0, 1e-12);
   EXPECT_NEAR(nearest.parameter, (x + 2) / 4, 1e-12);
+}
+
+// ---- what lies inside, beside the angles under which it sees the outlines
+
+// Closed and open paths through points of a lattice, by segments of every kind.
+std::string RandomPath(std::mt19937& random) {
+  const auto number = [&] { return " " + std::to_string(random() % 13); };
+  const auto point = [&] { return number() + number(); };
+  std::string data;
+  for (int outline = 0; outline < 3; ++outline) {
+    data += "M" + point();
+    for (int i = 0; i < 4; ++i) {
+      const std::string segments[] = {"L" + point(),
+                                      "H" + number(),
+                                      "V" + number(),
+                                      "Q" + point() + point(),
+                                      "C" + point() + point() + point(),
+                                      "A" + std::string(random() % 2 == 0 ? "5 5 0" : "7 3 30") +
+                                          (random() % 2 == 0 ? " 0" : " 1") +
+                                          (random() % 2 == 0 ? " 0" : " 1") + point()};
+      data += segments[random() % std::size(segments)];
+    }
+    if (random() % 2 == 0) data += "Z";
+  }
+  return data;
+}
+
+// What fills a point, by the angles under which it sees small steps along the outlines, which is
+// told only where none comes near.
+Place PlaceByAngles(const std::vector<std::vector<Point>>& outlines, bool even_odd, Point p) {
+  constexpr double kNear = 0.02;
+  int turns = 0;
+  for (const std::vector<Point>& outline : outlines) {
+    double angle = 0;
+    for (std::size_t i = 0; i < outline.size(); ++i) {
+      const Point from = outline[i] - p;
+      const Point to = outline[(i + 1) % outline.size()] - p;
+      if (Size(from) < kNear) return Place::kOn;
+      angle += std::atan2(Cross(from, to), Dot(from, to));
+    }
+    turns += static_cast<int>(std::lround(angle / (2 * std::numbers::pi)));
+  }
+  return (even_odd ? turns % 2 : turns) != 0 ? Place::kInside : Place::kOutside;
+}
+
+TEST(Locator, AgreesWithAngles) {
+  constexpr int kSteps = 1500;  // along a curve: each is shorter than what is near
+  std::mt19937 random(20261121);
+  for (int i = 0; i < 24; ++i) {
+    const bool even_odd = i % 2 == 1;
+    const std::string path = RandomPath(random);
+    Library library;
+    const Drawing drawing =
+        ReadText(library, std::string("<g fill-rule='") + (even_odd ? "evenodd" : "nonzero") +
+                              "'>" + Path(path) + "</g>");
+    std::vector<std::vector<Point>> outlines;
+    for (const Outline& outline : drawing.shapes.at(0).outlines) {
+      std::vector<Point>& points = outlines.emplace_back();
+      const auto add = [&](const OwnedCurve& curve) {
+        for (int k = 0; k < kSteps; ++k)
+          points.push_back(PositionOf(library, curve, static_cast<double>(k) / kSteps));
+      };
+      for (const OwnedCurve& curve : outline.curves) add(curve);
+      add(OwnedCurve::Line(EndOf(library, outline.curves.back()), points.front()));  // closes it
+    }
+    const Locator locator(library, drawing);
+    for (int k = 0; k < 60; ++k) {
+      const Point p = {0.5 * static_cast<double>(random() % 27),
+                       0.5 * static_cast<double>(random() % 27)};
+      const Place expected = PlaceByAngles(outlines, even_odd, p);
+      if (expected == Place::kOn) continue;
+      EXPECT_EQ(PlaceName(locator.InDrawing(p)), PlaceName(expected))
+          << path << (even_odd ? " evenodd" : "") << " at " << p.x << "," << p.y;
+    }
+  }
 }
 
 }  // namespace

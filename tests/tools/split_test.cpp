@@ -1,7 +1,8 @@
-// The pieces that kurvo split writes and prints are the outlines.
+// The pieces that kurvo split writes and prints are the outlines; JSON reads back.
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 #include "report/json.h"
 #include "support.h"
@@ -37,22 +38,33 @@ void ExpectSame(const Json& p, const Json& q) {
 
 double Number(const Json& record, const char* key) { return record[key].get<double>(); }
 
-// What is written is read as pieces that follow each other along the same outlines.
+// What is written is read as pieces that follow each other along the same outlines; circles stay
+// circles, however large the rest of the drawing is.
 TEST_F(SplitTest, PiecesAreTheOutlinesInPartsOfEqualLength) {
-  const Json outlines = Measured(input_);
-  for (const std::size_t parts : {1u, 2u, 7u, 100u}) {
-    const Json pieces = MeasuredPieces(input_, "--parts " + std::to_string(parts));
-    ASSERT_EQ(pieces.size(), parts * outlines.size());
-    for (std::size_t i = 0; i < outlines.size(); ++i) {
-      const double length = Number(outlines[i], "length") / static_cast<double>(parts);
-      Json at = outlines[i]["start"];
-      for (std::size_t k = 0; k < parts; ++k) {
-        const Json& piece = pieces[i * parts + k];
-        EXPECT_NEAR(Number(piece, "length"), length, 2e-3);
-        ExpectSame(piece["start"], at);
-        at = piece["end"];
+  const std::string sheet =
+      directory_.Write("sheet.svg",
+                       "<svg><circle cx='1500' cy='1500' r='50'/><circle cx='7.3' cy='2e3' r='.1'/>"
+                       "<path d='M0 0H3000'/></svg>");
+  for (const std::string& file : {input_, sheet, KURVO_SAMPLES + std::string("/bracket.svg")}) {
+    const Json outlines = Measured(file);
+    for (const std::size_t parts : {1u, 2u, 7u, 100u}) {
+      const Json pieces = MeasuredPieces(file, "--parts " + std::to_string(parts));
+      ASSERT_EQ(pieces.size(), parts * outlines.size());
+      for (std::size_t i = 0; i < outlines.size(); ++i) {
+        const bool circle = outlines[i]["outline"].get<std::string>().find("circle") == 0;
+        const double length = Number(outlines[i], "length") / static_cast<double>(parts);
+        Json at = outlines[i]["start"];
+        for (std::size_t k = 0; k < parts; ++k) {
+          const Json& piece = pieces[i * parts + k];
+          EXPECT_NEAR(Number(piece, "length"), length, circle ? 1e-9 * length : 2e-3);
+          ExpectSame(piece["start"], at);
+          at = piece["end"];
+          const double greatest = Number(outlines[i]["greatest"], "curvature");
+          for (const Json& arc : circle ? piece["curves"] : Json::array())
+            EXPECT_NEAR(Number(arc["greatest"], "curvature") / greatest, 1, 1e-12);
+        }
+        ExpectSame(outlines[i]["end"], at);
       }
-      ExpectSame(outlines[i]["end"], at);
     }
   }
 }
@@ -79,54 +91,36 @@ TEST_F(SplitTest, CurvesKeepTheirKindAndTheirBend) {
   EXPECT_EQ(pieces.size(), next);
 }
 
-// However large the rest of the drawing is.
-TEST_F(SplitTest, CirclesStayCircles) {
-  const std::string sheet =
-      directory_.Write("sheet.svg",
-                       "<svg><circle cx='1500' cy='1500' r='50'/><circle cx='7.3' cy='2e3' r='.1'/>"
-                       "<path d='M0 0H3000'/></svg>");
-  for (const std::string& file : {sheet, KURVO_SAMPLES + std::string("/bracket.svg")}) {
-    const Json outlines = Measured(file);
-    for (const std::size_t parts : {1u, 2u, 3u, 12u}) {
-      const Json pieces = MeasuredPieces(file, "--parts " + std::to_string(parts));
-      for (std::size_t i = 0; i < outlines.size(); ++i) {
-        const std::string name = outlines[i]["outline"];
-        double length = 0;
-        for (std::size_t k = 0; k < parts; ++k) {
-          const Json& piece = pieces[i * parts + k];
-          length += Number(piece, "length");
-          if (name.find("circle") == std::string::npos) continue;
-          const double greatest = Number(outlines[i]["greatest"], "curvature");
-          for (const Json& arc : piece["curves"])
-            EXPECT_NEAR(Number(arc["greatest"], "curvature") / greatest, 1, 1e-12);
-        }
-        const double bound = name.find("ellipse") == std::string::npos ? 1e-9 : 1e-5;
-        EXPECT_NEAR(length / Number(outlines[i], "length"), 1, bound) << name;
-      }
-    }
-  }
+// ---- JSON as written, read back
+
+TEST(JsonText, StringsAreEscapedAndValidUtf8) {
+  const std::string cut = "\"\xEF\xBF\xBDt\"";  // U+FFFD
+  const struct {
+    std::string text, written;
+  } rows[] = {
+      {"", R"("")"},
+      {"a\"b\\c\n", R"("a\"b\\c\n")"},
+      {{'\0', '\x1f'}, R"("\u0000\u001f")"},
+      {"\xC3\xA9 \xE2\x82\xAC \xF0\x9D\x84\x9E", "\"\xC3\xA9 \xE2\x82\xAC \xF0\x9D\x84\x9E\""},
+      {"\xE9t", cut},
+      {"\xE2\x82t", cut},
+  };
+  for (const auto& row : rows) EXPECT_EQ(JsonText(row.text), row.written);
 }
 
-// Where a place falls on a line or an arc there is nothing to search for.
-TEST_F(SplitTest, CutsLinesAndArcsExactly) {
-  const struct {
-    const char* data;
-    const char* parts;
-    double x, y;  // where the first piece ends
-  } rows[] = {
-      {"M0 0H104.8", "2", 52.4, 0},
-      {"M0 0H104.8", "8", 13.1, 0},
-      {"M0 0H10V30", "4", 10, 0},
-      {"M0 0H10V30", "2", 10, 10},
-      {"M5 0A5 5 0 0 1 -5 0", "2", 0, 5},
-      {"M3 0H5A5 5 0 0 1 0 5V3", "2", 5 * std::sqrt(.5), 5 * std::sqrt(.5)},
-  };
-  for (const auto& row : rows) {
-    const std::string file = directory_.Write("row.svg", "<svg>" + Path(row.data) + "</svg>");
-    const Json json = Json::parse(Client("split --json " + file + " --parts " + row.parts));
-    const Json& end = json["outlines"][0]["pieces"][0]["end"];
-    EXPECT_DOUBLE_EQ(end[0].get<double>() + 1, row.x + 1) << row.data;
-    EXPECT_DOUBLE_EQ(end[1].get<double>() + 1, row.y + 1) << row.data;
+TEST(JsonText, NumbersReadBackFromTheFewestDigits) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  // clang-format off
+  const std::pair<double, const char*> rows[] = {
+      {0, "0"}, {-0.0, "0"}, {-1.5, "-1.5"}, {100000, "100000"}, {5e-324, "5e-324"}, {1e23, "1e+23"},
+      {2. / 3, "0.6666666666666666"}, {.1 + .2, "0.30000000000000004"}, {kInfinity, "null"},
+      {1.7976931348623157e308, "1.7976931348623157e+308"}, {kInfinity - kInfinity, "null"}};
+  // clang-format on
+  for (const auto& [value, written] : rows) {
+    EXPECT_EQ(JsonText(value), written);
+    if (std::isfinite(value)) {
+      EXPECT_EQ(Json::parse(written).get<double>(), value);
+    }
   }
 }
 

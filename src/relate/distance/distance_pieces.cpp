@@ -7,11 +7,18 @@
 #include "calc/arc_span.h"
 #include "control/bezier_pieces.h"
 #include "foundation/error_codes.h"
-#include "foundation/reserve_more.h"
 #include "relate/piece_bounds.h"
 
 namespace kurvo {
 namespace {
+
+// Makes room for `more` elements behind those of `v`. Unlike reserve(), which may take just what is
+// asked for, it at least doubles what has to grow: many small parts cost no more than one large.
+template <class T>
+void ReserveMore(std::vector<T>& v, std::size_t more) {
+  const std::size_t needed = v.size() + more;
+  if (needed > v.capacity()) v.reserve(std::max(needed, 2 * v.capacity()));
+}
 
 constexpr double kQuarter = 0.5 * kPi;
 

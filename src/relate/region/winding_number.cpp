@@ -82,20 +82,22 @@ int WindingNumber::CrossLine(Vec2 a, Vec2 b) const {
   return step * Cross(b - a, p_ - a) > 0.0 ? step : 0;  // p is to the left of the upward line
 }
 
-bool WindingNumber::OnLine(Vec2 a, Vec2 b) const {
-  return tol_ >= Length(p_ - NearestOnLine(a, b, p_));
-}
-
 int WindingNumber::MeetLine(Vec2 a, Vec2 b) {
-  on_curve_ = on_curve_ || OnLine(a, b);
+  on_curve_ = on_curve_ || tol_ >= Length(p_ - NearestOnLine(a, b, p_));
   return CrossLine(a, b);
 }
 
-void WindingNumber::Bridge(Vec2 from, Vec2 to) {
-  const double ends[][3] = {{from.x, from.y, 0.0}, {to.x, to.y, 0.0}};
+int WindingNumber::TurnsOfLine(Vec2 a, Vec2 b, bool& near) {
+  const double ends[][3] = {{a.x, a.y, 0.0}, {b.x, b.y, 0.0}};
   const Side side = SideOf(ends, 2);
-  if (side == Side::kAway) return;
-  turns_ += side == Side::kRight ? StepUp(from, to) : MeetLine(from, to);
+  if (side != Side::kAround) return TurnsBeside(side, a, b);
+  near = true;
+  return MeetLine(a, b);
+}
+
+void WindingNumber::Bridge(Vec2 from, Vec2 to) {
+  bool near = false;
+  turns_ += TurnsOfLine(from, to, near);
 }
 
 void WindingNumber::Append(Vec2 start, Vec2 end, int turns) {
@@ -121,14 +123,8 @@ void WindingNumber::Close() {
 }
 
 void WindingNumber::AddLine(const KurvoLine& line) {
-  const double ends[][3] = {{line.start[0], line.start[1], 0.0}, {line.end[0], line.end[1], 0.0}};
-  const Side side = SideOf(ends, 2);
-  const Vec2 start = Planar(line.start);
-  const Vec2 end = Planar(line.end);
-  if (side == Side::kAway) return Append(start, end, 0);
-  if (side == Side::kRight) return Append(start, end, StepUp(start, end));
-  near_ = true;
-  Append(start, end, MeetLine(start, end));
+  const Vec2 start = Planar(line.start), end = Planar(line.end);
+  Append(start, end, TurnsOfLine(start, end, near_));
 }
 
 // An arc is cut at its highest and lowest points. Each part stays on the right or on the left half
@@ -180,10 +176,8 @@ void WindingNumber::AddArc(const KurvoArc& arc) {
     const Vec2 radial = Planar(stored) - centre;
     return centre + r / Length(radial) * radial;
   };
-  const Vec2 start = on_circle(arc.start);
-  const Vec2 end = on_circle(arc.end);
-  if (side == Side::kAway) return Append(start, end, 0);
-  if (side == Side::kRight) return Append(start, end, StepUp(start, end));
+  const Vec2 start = on_circle(arc.start), end = on_circle(arc.end);
+  if (side != Side::kAround) return Append(start, end, TurnsBeside(side, start, end));
   near_ = true;
   const auto dist = [&](const auto& evaluator) { return evaluator.NearestPoint(OnPlane(p_)).dist; };
   on_curve_ = on_curve_ || tol_ >= WithEvaluator(arc, g_, dist);
@@ -192,8 +186,7 @@ void WindingNumber::AddArc(const KurvoArc& arc) {
 
 template <std::size_t kDim>
 bool WindingNumber::IsStraight(const double (*points)[kDim], int32_t n) const {
-  const Vec2 start = Planar(points[0]);
-  const Vec2 end = Planar(points[n]);
+  const Vec2 start = Planar(points[0]), end = Planar(points[n]);
   for (int32_t i = 1; i < n; ++i) {
     const Vec2 p = Planar(points[i]);
     if (!(kStraightness * tol_ >= Length(p - NearestOnLine(start, end, p)))) return false;
@@ -208,8 +201,7 @@ int WindingNumber::CrossBezier(double (*points)[kDim], int32_t n) {
     if (on_curve_ || work_.exhausted()) return 0;
     const Side side = SideOf(part, m + 1);
     if (side == Side::kAway) return 0;
-    const Vec2 start = Planar(part[0]);
-    const Vec2 end = Planar(part[m]);
+    const Vec2 start = Planar(part[0]), end = Planar(part[m]);
     if (side == Side::kRight) return StepUp(start, end);
     if (depth == 0 || IsNoCurve(part, m) || IsStraight(part, m)) return MeetLine(start, end);
     return std::nullopt;
@@ -221,10 +213,8 @@ template <std::size_t kDim>
 void WindingNumber::AddBezier(const BezierView<kDim>& bezier) {
   const int32_t n = bezier.degree;
   const Side side = SideOf(bezier.points, n + 1);
-  const Vec2 start = Planar(bezier.points[0]);
-  const Vec2 end = Planar(bezier.points[n]);
-  if (side == Side::kAway) return Append(start, end, 0);
-  if (side == Side::kRight) return Append(start, end, StepUp(start, end));
+  const Vec2 start = Planar(bezier.points[0]), end = Planar(bezier.points[n]);
+  if (side != Side::kAround) return Append(start, end, TurnsBeside(side, start, end));
   near_ = true;
   if (n > kMaxSplitDegree) return Fail(g_, KURVO_ERR_CURVE);
   const auto count = static_cast<std::size_t>(n) + 1;
@@ -242,9 +232,8 @@ void WindingNumber::AddSpline(const SplineView<kDim>& spline) {
     return Append(Planar(spline.points[0]), Planar(spline.points[spline.count - 1]), 0);
   }
   if (side != Side::kAround) {
-    const Vec2 start = Planar(StartOfSpline(spline));
-    const Vec2 end = Planar(EndOfSpline(spline));
-    return Append(start, end, side == Side::kRight ? StepUp(start, end) : 0);
+    const Vec2 start = Planar(StartOfSpline(spline)), end = Planar(EndOfSpline(spline));
+    return Append(start, end, TurnsBeside(side, start, end));
   }
   near_ = true;
   const int32_t n = spline.order - 1;
@@ -265,16 +254,14 @@ void WindingNumber::AddSpline(const SplineView<kDim>& spline) {
     }
     ChargeSpan(n, work_);
     ExtractBezier(spline, i, points.data());
-    const Vec2 start = Planar(points[0]);
-    const Vec2 end = Planar(points[static_cast<std::size_t>(n)]);
+    const Vec2 start = Planar(points[0]), end = Planar(points[static_cast<std::size_t>(n)]);
     Append(start, end, away ? 0 : CrossBezier(points.data(), n));
     return on_curve_ || work_.exhausted();
   });
 }
 
 int32_t WindingNumber::PassBy(const Cvseq& seq, int32_t i) {
-  const double high = p_.y + tol_;
-  const double low = p_.y - tol_;
+  const double high = p_.y + tol_, low = p_.y - tol_;
   const KurvoBezier* passed = passed_;
   int passed_side = passed_side_;  // 0 when none has
   for (; i < seq.count; ++i) {

@@ -51,9 +51,14 @@ class WindingNumber {
   template <std::size_t kDim>
   Side SideOf(const double (*points)[kDim], int32_t count);
   int StepUp(Vec2 a, Vec2 b) const { return (b.y > p_.y) - (a.y > p_.y); }
+  // Of a piece that does not lie around p.
+  int TurnsBeside(Side side, Vec2 a, Vec2 b) const {
+    return side == Side::kRight ? StepUp(a, b) : 0;
+  }
   int CrossLine(Vec2 a, Vec2 b) const;
-  bool OnLine(Vec2 a, Vec2 b) const;
   int MeetLine(Vec2 a, Vec2 b);
+  // Tells of p in the box of the line.
+  int TurnsOfLine(Vec2 a, Vec2 b, bool& near);
 
   void AddLine(const KurvoLine& line);
   void AddArc(const KurvoArc& arc);

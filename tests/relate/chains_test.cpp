@@ -1,8 +1,4 @@
-// Centre and sense of chains.
-#include <gtest/gtest.h>
-
-#include <string>
-
+// Centre and sense of chains, and chains joined into one composite.
 #include "support/generator.h"
 
 namespace kurvo_test {
@@ -100,38 +96,6 @@ std::vector<Owned> Star(Random& random) {
   return curves;
 }
 
-// A straight Bezier curve, or many lines, which pull the mean to them.
-void AddStraight(Random& random, XY p, XY q, std::vector<Owned>& curves) {
-  const int parts = Chance(random, .3) ? RandomInt(random, 2, 40) : 1;
-  const int degree = RandomInt(random, 1, 5);
-  for (int i = 0; i < parts; ++i) {
-    Numbers points;
-    for (int j = 0; j <= degree; ++j) {
-      const double s = (i + j * 1.0 / degree) / parts;
-      points.insert(points.end(), {(1 - s) * p.x + s * q.x, (1 - s) * p.y + s * q.y});
-    }
-    curves.push_back(degree > 1 ? MakeFreeForm(CV_BEZIER, points)
-                                : Line(points[0], points[1], points[2], points[3]));
-  }
-}
-
-// Arcs about one centre and their ends; thin or nearly closed ones have the mean outside.
-std::vector<Owned> Crescent(Random& random) {
-  const double outer = random.Uniform(1, 5), inner = outer * random.Uniform(.2, .999);
-  const double from = random.Uniform(-4, 4), sweep = random.Uniform(.3, 6.2);
-  const double to = from + sweep;
-  std::vector<Owned> curves;
-  const auto add_arcs = [&](double r, double angle, double all) {
-    const int n = RandomInt(random, 1, 3);
-    for (int i = 0; i < n; ++i) curves.push_back(Arc(0, 0, r, angle + all * i / n, all / n));
-  };
-  add_arcs(outer, from, sweep);
-  AddStraight(random, Polar(outer, to), Polar(inner, to), curves);
-  add_arcs(inner, to, -sweep);
-  AddStraight(random, Polar(inner, from), Polar(outer, from), curves);
-  return curves;
-}
-
 // Some curves that follow each other, or all, become one composite.
 void Gather(Random& random, std::vector<Owned>& curves) {
   const int n = static_cast<int>(curves.size());
@@ -145,10 +109,8 @@ void Gather(Random& random, std::vector<Owned>& curves) {
 }
 
 TEST(CvseqNormal, OfSimpleClosedChainsIsTheirSense) {
-  Random random;
-  SCOPED_TRACE(random.Trace());
-  for (int round = 0; round < 4000; ++round) {
-    std::vector<Owned> curves = Chance(random, .5) ? Star(random) : Crescent(random);
+  Rounds(4000, [](Random& random, int) {
+    std::vector<Owned> curves = Star(random);
     if (Chance(random, .3)) Gather(random, curves);
     const int first = RandomInt(random, 0, static_cast<int>(curves.size()) - 1);
     std::rotate(curves.begin(), curves.begin() + first, curves.end());
@@ -158,8 +120,58 @@ TEST(CvseqNormal, OfSimpleClosedChainsIsTheirSense) {
     for (Owned& cv : curves)
       if (clockwise) KurvocvChgOrder(cv.get(), &g);
     const Orientation o = OrientationOf(Chain(std::move(curves)));
-    EXPECT_EQ(o.error, 0) << round;
-    EXPECT_EQ(o.normal[2], clockwise ? -1 : 1) << "round " << round;
+    EXPECT_EQ(o.error, 0);
+    EXPECT_EQ(o.normal[2], clockwise ? -1 : 1);
+  });
+}
+
+// ---- joined into one composite
+
+Owned Segmented(const Chain& chain) {
+  Globals g;
+  Owned out(CV_LINE);
+  KurvocvCvseqToSegcv(chain.get(), out.get(), &g);
+  EXPECT_EQ(KurvoErrGet(&g), 0);
+  EXPECT_EQ(out->type, out->data ? CV_SEGCV : 0);
+  return out;
+}
+
+// Widths and degrees of the pieces; rational ones have the degree negated.
+TEST(CvseqToSegcv, Table) {
+  const struct {
+    const char *name, *chain;
+    Numbers widths;
+    std::vector<int> degrees;
+  } rows[] = {
+      // clang-format off
+      {"lines of length 1 and 3", "(l 0 0 1 0)(l 1 0 1 3)", {.25, .75}, {1, 1}},
+      {"line and quarter circle", "(l 0 0 3.14159265358979323846 0)(a 3.14159265358979323846 2 2 -1.57079632679489661923 1.57079632679489661923)", {.5, .5}, {1, -2}},
+      {"B-spline in its own pieces", "(l -5 0 0 0)(B 0 0 1 0 2 0 3 0 5 0 | 3 3 5 9 11 13 13)", {.5, .1, .2, .1, .1}, {1, 1, 1, 1, 1}},
+      {"composite whose widths do not add up to 1", "(c 3 6 9 (l 0 0 1 0)(b 1 0 2 0)(b 2 0 4 0))(l 4 0 8 0)", {1. / 12, 2. / 12, 3. / 12, .5}, {0, 1, 1, 1}},
+      {"composite whose widths add up to nothing", "(l 0 0 2 0)(c 0 0 (b 2 0 3 0)(b 3 0 4 0))(l 2 0 4 0)", {.5, 0, 0, .5}, {1, 1, 1, 1}},
+      {"first curve degenerate", "(l 0 0 0 0)(l 0 0 0 2)", {0, 1}, {1, 1}},
+      {"last curve degenerate", "(l 1 1 0 0)(l 0 0 0 2)(b 0 2 0 2)", {M_SQRT2 / (2 + M_SQRT2), 2 / (2 + M_SQRT2), 0}, {1, 1, 1}},
+      {"ends within epsilon", "(l 0 0 1 0)(l 1.0000009 0 2.0000009 0)", {.5, .5}, {1, 1}},
+      // clang-format on
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const Owned out = Segmented(Chain(row.chain));
+    ASSERT_TRUE(out->data);
+    const auto& c = out.block<KurvoSegcv>();
+    ASSERT_EQ(static_cast<std::size_t>(c.count), row.widths.size());
+    double sum = 0;
+    for (int i = 0; i < c.count; ++i) {
+      const auto at = static_cast<std::size_t>(i);
+      EXPECT_NEAR(c.widths[i], row.widths[at], 1e-15) << i;
+      const int degree = row.degrees[at];
+      EXPECT_EQ(c.curves[i].type, degree > 0 ? CV_BEZIER : degree < 0 ? CV_RBEZIER : CV_LINE) << i;
+      if (degree != 0) {
+        EXPECT_EQ(FreeForm(c.curves[i]).order, std::abs(degree) + 1) << i;
+      }
+      sum += c.widths[i];
+    }
+    EXPECT_EQ(sum, 1.0);
   }
 }
 
