@@ -22,8 +22,8 @@ Called OutlineRow(const char* name, Return (*function)(Args...) noexcept, Gives<
   if (!function) return {name, {}, {}, true};
   return {name, Drawn(function, gives, roles...), {}, true};
 }
-template <class... Args, class... Roles>
-Called OutlineRow(const char* name, int (*function)(Args...) noexcept, Roles... roles) {
+template <class Return, class... Args, class... Roles>
+Called OutlineRow(const char* name, Return (*function)(Args...) noexcept, Roles... roles) {
   return OutlineRow(name, function, Gives{kDone}, roles...);
 }
 
