@@ -216,8 +216,8 @@ constexpr double kCone = 0.7;       // of their mean: how far control vectors ma
 constexpr double kSettled = 1e-11;  // of the scale: the last Legendre coefficients of the speed
 constexpr double kNegligible = 0x1p-54;  // of the scale: a stretch that may be taken as it is
 constexpr int kMostHalvings = 32;
-constexpr int kLeastWork = 16;      // of a halving: lines halve too
-constexpr int kMostWork = 1 << 20;  // coefficients that halving may make; then all is taken
+constexpr int kMostWork = 1 << 17;  // that halving may do; then all is taken as it is
+constexpr int kWorkOfHalving = 64;  // beside its coefficients
 
 // P_12 ... P_15 at the positive nodes of Gauss<16>.
 constexpr int kTail = 4;
@@ -282,7 +282,7 @@ class Speed::Halving {
       const double sum = Sum(points, weights, tail);
       if (is_last || kSettled * scale_ >= width * tail) return width * sum;
     }
-    work_ += kLeastWork + degree_ * degree_;
+    work_ += degree_ * degree_ + kWorkOfHalving;
     Vec2 high[kMostHodograph + 1];
     double high_weights[kMostDegree + 1];
     SplitBernstein(points, degree_, 0.5, points, high);
