@@ -216,8 +216,8 @@ constexpr double kCone = 0.7;       // of their mean: how far control vectors ma
 constexpr double kSettled = 1e-11;  // of the scale: the last Legendre coefficients of the speed
 constexpr double kNegligible = 0x1p-54;  // of the scale: a stretch that may be taken as it is
 constexpr int kMostHalvings = 32;
-constexpr int kMostWork = 1 << 17;  // that halving may do; then all is taken as it is
-constexpr int kWorkOfHalving = 64;  // beside its coefficients
+constexpr int kMostWork = 1 << 20;   // that halving may do; then all is taken as it is
+constexpr int kWorkOfHalving = 512;  // beside its coefficients
 
 // P_12 ... P_15 at the positive nodes of Gauss<16>.
 constexpr int kTail = 4;

@@ -173,11 +173,5 @@ TEST(Convert, RecognisesArcsWithinAnAbsoluteTolerance) {
   }
 }
 
-TEST(Convert, JoinsByShareOfTheWidths) {
-  const Owned source = Make("c 1 2 5 (b 0 0 1 2 3 2)(b 3 2 4 2 4 4)(b 4 4 0 4 0 1)");
-  EXPECT_TRUE(IsCurve(*Converted(*source, CV_BSPLINE),
-                      "B 0 0 1 2 3 2 4 2 4 4 0 4 0 1 | 0 0 0 .125 .125 .375 .375 1 1 1"));
-}
-
 }  // namespace
 }  // namespace kurvo_test

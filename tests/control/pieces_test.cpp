@@ -44,6 +44,13 @@ TEST(Pieces, AreThoseOfTheOracle) {
       const double* end = piece.point(piece.order - 1);  // the next one starts there, to the bit
       EXPECT_TRUE(std::equal(end, end + piece.stride, FreeForm(c.curves[i + 1]).points));
     }
+    // A span between knots as often as they can be has control points that are its own to the bit.
+    const Owned own =
+        MakeFreeForm(CV_RBSPLINE, RandomPoints(random, 6, true), {2, 2, 2, 3, 3, 3, 5, 5, 5});
+    const Owned two = Composite(*own);
+    for (int i = 0; i < 6; ++i)
+      EXPECT_TRUE(std::equal(FreeForm(*own).point(i), FreeForm(*own).point(i + 1),
+                             FreeForm(two.block<KurvoSegcv>().curves[i / 3]).point(i % 3)));
   });
 }
 

@@ -145,24 +145,6 @@ TEST(Laws, ScalingScalesDistancesExactly) {
   });
 }
 
-TEST(Laws, ScalingLeavesInsideInside) {
-  ForRandomScales([](int, Random& random, double factor, GlobalVar& h) {
-    const XY corners[] = {RandomPlace(random, 9), RandomPlace(random, 9), RandomPlace(random, 9)};
-    std::vector<Owned> sides, scaled_sides;
-    for (std::size_t i = 0; i < 3; ++i) {
-      sides.push_back(RandomBetween(random, corners[i], corners[(i + 1) % 3]));
-      scaled_sides.push_back(Scaled(*sides.back(), factor));
-    }
-    Chain chain(std::move(sides)), scaled(std::move(scaled_sides));
-    Globals g;
-    for (int i = 0; i < 8; ++i) {
-      const XY p = RandomPlace(random, 12);
-      EXPECT_EQ(Locate(chain, p, g), Locate(scaled, {p.x * factor, p.y * factor}, h));
-    }
-    EXPECT_EQ(KurvoErrGet(&g), KurvoErrGet(&h));
-  });
-}
-
 // Of each common point, where it is; the two lists may have another order.
 TEST(Laws, IntersectionIsSymmetric) {
   constexpr int kSwapped[] = {0, 2, 1, 3};

@@ -91,20 +91,6 @@ TEST(Position, WeightsNearOneCountOnSplines) {
   }
 }
 
-TEST(Position, FindsSpansInLargeKnotVectors) {
-  Random random;
-  constexpr int kCount = 100000;
-  Numbers knots;
-  for (int i = 0; i < kCount + 4; ++i)  // widths over many orders of magnitude
-    knots.push_back(std::pow(std::clamp(i - 3, 0, kCount - 3), 3) * 1e-9);
-  const Owned large = MakeFreeForm(CV_BSPLINE, RandomPoints(random, kCount, false), knots);
-  const Oracle exact(*large);
-  for (int i = 0; i < 20; ++i) {
-    const double t = random.Uniform(0, knots.back());
-    EXPECT_LE(exact.DistanceAt(t, At(*large, t)), 1e-4) << t;
-  }
-}
-
 // ---- and back
 
 struct Found {

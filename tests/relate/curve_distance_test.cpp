@@ -90,8 +90,9 @@ TEST(DistCurve, OfLinesAndArcsIsExact) {
       {"line inside an arc", Make("l -1 0 1 0"), Arc(0, 0, 2, -right, right), 1, 1, 1},
       {"line through an arc", Make("l -3 0 3 0"), Arc(0, 0, 2, 0 - right, 2 * right), 0, 5. / 6, .5},
       {"line below an arc", Make("l -4 -3 4 -3"), Arc(0, 0, 2, 0, 2 * right), 3, .25, 1},
-      {"oblique line", Make("l 5.8 -.6 -2.2 5.4"), Arc(0, 0, 2, oblique - right, 2 * right), 1, .5, .5},
-      {"oblique line, backwards", Make("l -2.2 5.4 5.8 -.6"), Arc(0, 0, 2, oblique - right, 2 * right), 1, .5, .5},
+      // off the middle of the arc, where its quarters join
+      {"oblique line", Make("l 5.8 -.6 -2.2 5.4"), Arc(0, 0, 2, oblique - .6 * right, 2 * right), 1, .5, .3},
+      {"oblique line, backwards", Make("l -2.2 5.4 5.8 -.6"), Arc(0, 0, 2, oblique - .6 * right, 2 * right), 1, .5, .3},
       {"line touching", Make("l -4 2 4 2"), Arc(0, 0, 2, 0, 2 * right), 0, .5, .5},
       {"arcs apart", Arc(0, 0, 1, -right, 2 * right), Arc(5, 0, 2, right, 2 * right), 2, .5, .5},
       {"arcs turned away", Arc(0, 0, 1, right, 2 * right), Arc(5, 0, 2, -right, 2 * right), std::sqrt(26.0), 0, 1},
