@@ -22,7 +22,14 @@ int main(void) {
   HalfCircle(&halves[0], 10, 0, 4);
   HalfCircle(&halves[1], 0, 4, 0);
   const Cvseq chain = {2, halves};
-  if (KurvoRegionAdd(&slot, &chain, 10, &g)) printf("%d curves\n", slot.loops[0].count);
+  double length;
+  if (KurvoRegionAdd(&slot, &chain, 10, &g) && KurvoChainLength(&slot.loops[0], &length, &g))
+    printf("%d curves, %.3f long\n", slot.loops[0].count, length);
+
+  const double points[6] = {11, 2, 0, 11, 4, 0};
+  int32_t where[2];
+  if (KurvoRegionLocate(&slot, points, 2, where, NULL, &g))
+    for (int i = 0; i < 2; ++i) printf("%s\n", where[i] == KURVO_REGION_INSIDE ? "in" : "out");
   if (!KurvoOk(&g)) printf("error %06X\n", (unsigned)KurvoErrGet(&g));
 
   KurvoRegionFree(&slot);

@@ -7,7 +7,8 @@ int main() {
   plate.Add(hole[0], context).value();
   plate.SetRule(kurvo::Fill::kEvenOdd);
   for (const kurvo::Chain& loop : plate) {
-    auto box = loop.Bounds(context).value();
-    std::printf("%zu curves, %g wide\n", loop.size(), box.max.x - box.min.x);
+    auto nearest = loop.NearestTo({40, 20}, context).value();
+    std::printf("%.3f long, %g away\n", loop.Length(context).value(), nearest.distance);
   }
+  if (plate.Locate({20, 20}, context)->where == kurvo::Where::kOutside) std::puts("a hole");
 }

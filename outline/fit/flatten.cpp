@@ -32,7 +32,7 @@ struct Vertex {
 
 class Flattening {
  public:
-  Flattening(const Cvseq* chain, double deviation) : chain_(*chain) {
+  Flattening(const Cvseq* chain, double deviation) : chain_(chain) {
     CollectSpans(chain, list_);
     deviation_ = std::max(list_.frame.LengthInwards(deviation),
                           kLeastDeviation * list_.frame.LengthInwards(list_.frame.size()));
@@ -40,7 +40,7 @@ class Flattening {
   }
 
   void Run(double epsilon) {
-    RequireJoined(chain_, epsilon);
+    RequireJoined(*chain_, epsilon);
     const Array<Span>& spans = list_.spans;
     for (std::size_t i = 0; i < spans.size();) {
       const int32_t curve = spans[i].curve;
@@ -49,7 +49,7 @@ class Flattening {
       AddCurve(i, end);
       i = end;
     }
-    if (!vertices_.empty() && IsClosed(chain_, list_.frame.size(), epsilon)) Close();
+    if (!vertices_.empty() && IsClosed(*chain_, list_.frame.size(), epsilon)) Close();
   }
 
   void HandOut(Coord** points, KurvoPlace** places, int32_t* count) const {
@@ -77,7 +77,7 @@ class Flattening {
  private:
   // The spans of one curve. Its ends are those of its record, to the bit.
   void AddCurve(std::size_t begin, std::size_t end) {
-    const Curve& curve = chain_.curves[list_.spans[begin].curve];
+    const Curve& curve = chain_->curves[list_.spans[begin].curve];
     Ends ends;
     EndsOf(curve, ends);
     AddStart({begin, 0, ends.start});
@@ -158,7 +158,7 @@ class Flattening {
       vertices_.push_back({vertices_.back().span, 1, first});
   }
 
-  const Cvseq& chain_;
+  const Cvseq* chain_;
   SpanList list_;
   double deviation_ = 0;
   double same_ = 0;  // the caller's coordinates

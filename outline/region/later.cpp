@@ -65,7 +65,8 @@ int KurvoChainStroke(const Cvseq*, int32_t, double, double, const KurvoOptions*,
 
 int KurvoRegionNesting(const KurvoRegion*, int32_t*, GlobalVar* g) noexcept { return Refuse(g); }
 
-int KurvoRegionMoments(const KurvoRegion*, KurvoMoments*, GlobalVar* g) noexcept {
+int KurvoRegionMoments(const KurvoRegion*, KurvoMoments* moments, GlobalVar* g) noexcept {
+  if (moments) *moments = {};
   return Refuse(g);
 }
 

@@ -12,6 +12,9 @@
 namespace kurvo::outline {
 namespace {
 
+// Powers of weights beyond leave the range of double. Where all lie so far from 1, they are scaled
+// to about 1, exactly; where those of an end are so light beside another, its point is lost.
+constexpr double kHeavy = 0x1p200, kLight = 0x1p-200;
 constexpr int kMostHalvings = 48;         // until all weights have one sign
 constexpr double kPointCircle = 0x1p-30;  // of the size: radius of a circle that is a point
 constexpr int kRoom = kMostDegree + 1;
@@ -175,6 +178,11 @@ class Walk {
         positive_points_[i] = sign * points[i];
         positive_weights_[i] = sign * weights[i];
       }
+      const double heaviest = std::max(sign * *least, sign * *most);
+      Require(std::min(positive_weights_[0], positive_weights_[n]) >= kLight * heaviest,
+              KURVO_ERR_WEIGHT);
+      if (heaviest >= kHeavy || heaviest <= kLight) [[unlikely]]
+        Rescale(n, -std::ilogb(heaviest));
       span_.points = positive_points_;
       span_.weights = positive_weights_;
       return Emit(from, to);
@@ -187,6 +195,14 @@ class Walk {
     const double middle = 0.5 * (from + to);
     EmitPositive(low, low_weights, from, middle, halvings_left - 1);
     EmitPositive(high, high_weights, middle, to, halvings_left - 1);
+  }
+
+  void Rescale(int degree, int exponent) {
+    for (int i = 0; i <= degree; ++i) {
+      Vec2& p = positive_points_[i];
+      p = {std::scalbn(p.x, exponent), std::scalbn(p.y, exponent)};
+      positive_weights_[i] = std::scalbn(positive_weights_[i], exponent);
+    }
   }
 
   void Emit(double from, double to) {

@@ -68,6 +68,16 @@ inline const KurvoPlace* SomePlaces(Call& c) {
   return places;
 }
 
+// So small a share of the size of the chain before that the result is not absurdly large.
+inline double Deviation(Call& c) {
+  Box box = {0, 0, 0, 0, 0, 0};
+  Globals g;
+  KurvocvCvseqBoundBox(c.given.chain, box, &g);
+  if (c.hostile() && c.in().OneIn(8)) return c.in().Pick({0., -1., kNaN, kInfinity});
+  const double size = std::max(box[3] - box[0], box[4] - box[1]);
+  return (size > 0 ? size : 1) * c.in().Pick({.1, .01, 1e-3, c.hostile() ? 1e-7 : 1e-4});
+}
+
 // Asks a caller who may say no, and tells whether it was asked as it should be.
 struct Progress {
   double last = 0;
@@ -208,6 +218,8 @@ T* OutRoom(Call& c, int count) {
   double* const out = c.Room(size);
   c.Afterwards([=, &c] {
     c.Add(out, size);
+    if (!std::is_same_v<T, int32_t>)
+      c.Expect(std::none_of(out, out + size, [](double x) { return x != x; }), "not a number");
     const auto untouched = std::count(out, out + size, Call::kUnwritten);
     c.Expect(untouched == size || (untouched == 0 && KurvoOk(&c.g)), "partly written, or refused");
   });
@@ -216,6 +228,18 @@ T* OutRoom(Call& c, int count) {
 template <class T>
 T* OutOne(Call& c) {
   return OutRoom<T>(c, 1);
+}
+// A record, which a refusal empties.
+template <class T>
+T* OutRecord(Call& c) {
+  constexpr int kDoubles = sizeof(T) / sizeof(double);
+  double* const out = Written(c, kDoubles);
+  c.Afterwards([=, &c] {
+    const bool is_empty = std::count(out, out + kDoubles, 0.) == kDoubles;
+    c.Expect(KurvoOk(&c.g) || is_empty, "a record of a refused call");
+    c.Expect(std::none_of(out, out + kDoubles, [](double x) { return x != x; }), "not a number");
+  });
+  return reinterpret_cast<T*>(out);
 }
 template <class T>
 T* OutMany(Call& c) {

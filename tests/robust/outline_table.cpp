@@ -22,8 +22,8 @@ Called OutlineRow(const char* name, Return (*function)(Args...) noexcept, Gives<
   if (!function) return {name, {}, {}, true};
   return {name, Drawn(function, gives, roles...), {}, true};
 }
-template <class... Args, class... Roles>
-Called OutlineRow(const char* name, int (*function)(Args...) noexcept, Roles... roles) {
+template <class Return, class... Args, class... Roles>
+Called OutlineRow(const char* name, Return (*function)(Args...) noexcept, Roles... roles) {
   return OutlineRow(name, function, Gives{kDone}, roles...);
 }
 
@@ -91,7 +91,7 @@ void CallUnpack(Call& c) {
 std::vector<Entry> Rows() {
   const auto operation = Choice({KURVO_UNION, KURVO_INTERSECTION, KURVO_DIFFERENCE, KURVO_XOR}, {-1, 4}, 16);
   const auto form = Choice({KURVO_FIT_ARCS, KURVO_FIT_QUADRATICS, KURVO_FIT_CUBICS}, {-1, 3}, 16);
-  const auto deviation = Choice({.1, .01, 1}, 4), distance = Choice({.5, -.5, 0, 2}, 4), width = Choice({.5, 0, 2}, 4);
+  const auto distance = Choice({.5, -.5, 0, 2}, 4), width = Choice({.5, 0, 2}, 4);
   return {
       {ROW(KurvoOutlineVersion, Gives{[](Call& c, int32_t version) { c.Expect(version > 0, "no version"); }})},
       {ROW(KurvoRegionInit, Gives{[](Call&, auto...) {}}, OrNull(NewRegion))}, {{"KurvoRegionFree", CallFree, {}}},
@@ -107,17 +107,17 @@ std::vector<Entry> Rows() {
       {ROW(KurvoRegionClip, OneRegion, SomeChains, Count, SomeOptions, NewRegion, NewRegion, NewReport), {}, kRefuses},
       {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}, kRefuses},
       {ROW(KurvoRegionLocate, OneRegion, Points, Count, OrNull(OutMany<int32_t>), OrNull(OutMany<int32_t>))},
-      {ROW(KurvoRegionNesting, OneRegion, OutLoops), {}, kRefuses}, {ROW(KurvoRegionMoments, OneRegion, OutOne<KurvoMoments>), {}, kRefuses},
+      {ROW(KurvoRegionNesting, OneRegion, OutLoops), {}, kRefuses}, {ROW(KurvoRegionMoments, OneRegion, OutRecord<KurvoMoments>), {}, kRefuses},
 
       {ROW(KurvoChainLength, OneChain, OutOne<double>)}, {ROW(KurvoChainPlaces, OneChain, SomeLengths, Count, OutMany<KurvoPlace>)},
       {ROW(KurvoChainLengths, OneChain, SomePlaces, Count, OutMany<double>)},
       {ROW(KurvoChainNearest, OneChain, Points, Count, OrNull(OutMany<KurvoPlace>), OrNull(OutMany<double>))},
-      {ROW(KurvoChainMoments, OneChain, OutOne<KurvoMoments>)}, {ROW(KurvoChainTightBox, OneChain, OutBox)},
+      {ROW(KurvoChainMoments, OneChain, OutRecord<KurvoMoments>)}, {ROW(KurvoChainTightBox, OneChain, OutBox)},
       {ROW(KurvoChainMeetings, Gives{[](Call& c, int done, auto, auto, auto, KurvoMeeting** list, int32_t* count, auto) {
           JudgeDone(c, done), TakeList(c, list, count); }}, OneChain, OrNull(OneChain), SomeOptions, OutList<KurvoMeeting>, OutCount), {}, kHeavy},
       {ROW(KurvoChainFlatten, Gives{[](Call& c, int done, auto, double, Coord** points, KurvoPlace** places, int32_t* count, auto) {
-          JudgeDone(c, done), TakeList(c, points, count), TakeList(c, places, count); }}, OneChain, deviation, OrNull(OutList<Coord>), OrNull(OutList<KurvoPlace>), OutCount)},
-      {ROW(KurvoChainFit, OneChain, form, deviation, NewChain)}, {ROW(KurvoChainTrim, OneChain, SomePlaces, SomePlaces, NewChain)},
+          JudgeDone(c, done), TakeList(c, points, count), TakeList(c, places, count); }}, OneChain, Deviation, OrNull(OutList<Coord>), OrNull(OutList<KurvoPlace>), OutCount)},
+      {ROW(KurvoChainFit, OneChain, form, Deviation, NewChain)}, {ROW(KurvoChainTrim, OneChain, SomePlaces, SomePlaces, NewChain)},
       {ROW(KurvoChainJoin, SomeCurves, Count, SomeOptions, NewRegion, NewRegion, NewReport)}};
 }
 // clang-format on
