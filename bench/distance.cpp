@@ -157,7 +157,7 @@ void Register(const std::string& name, Run* run, const Args&... args) {
     pair(Name("bezier3-apart", size), cubics, cubics, Second::kNext, 2.0, size);
     pair(Name("bezier3-alongside", size), cubics, cubics, Second::kCopy, 0.01, size);
   }
-  for (const int32_t count : {20, 100, 500, 5000}) {
+  for (const int32_t count : {20, 100, 500, 1000, 2000, 5000}) {
     const Kind outlines = bench::Outlines(count), waves = bench::BSplines(4, count);
     pair(Name("outline-apart", count), outlines, outlines, Second::kNext, 1.5);
     pair(Name("outline-crossing", count), outlines, outlines, Second::kNext, 0.25);

@@ -39,12 +39,16 @@ void Interpolate(benchmark::State& state, int32_t order, bool uneven) {
   state.SetItemsProcessed(state.iterations() * count);
 }
 
-void Growth(benchmark::internal::Benchmark* b) { b->RangeMultiplier(10)->Range(10, 100000); }
+void Growth(benchmark::internal::Benchmark* b) { b->RangeMultiplier(10)->Range(10, 1000000); }
 BENCHMARK_CAPTURE(Interpolate, o2, 2, false)->Name("interpolate/order2")->Apply(Growth);
 BENCHMARK_CAPTURE(Interpolate, o3, 3, false)->Name("interpolate/order3")->Apply(Growth);
 BENCHMARK_CAPTURE(Interpolate, o4, 4, false)->Name("interpolate/order4")->Apply(Growth);
 BENCHMARK_CAPTURE(Interpolate, u4, 4, true)->Name("interpolate/order4-uneven")->Apply(Growth);
 BENCHMARK_CAPTURE(Interpolate, o6, 6, false)->Name("interpolate/order6")->Apply(Growth);
-BENCHMARK_CAPTURE(Interpolate, o20, 20, false)->Name("interpolate/order20")->Arg(100)->Arg(10000);
+BENCHMARK_CAPTURE(Interpolate, o20, 20, false)
+    ->Name("interpolate/order20")
+    ->Arg(100)
+    ->Arg(10000)
+    ->Arg(100000);
 
 }  // namespace

@@ -1,5 +1,5 @@
-# What is built beside the library, which needs nothing: each part that is set to AUTO where the
-# packages are that it needs.
+# What is built beside the library, which needs nothing unless threads are asked for: each part that
+# is set to AUTO where the packages are that it needs.
 
 list(APPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
 
@@ -8,7 +8,7 @@ list(APPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
 # so; ON stops. What is found is known to the directories below.
 function(kurvo_part variable what)
   set(default OFF)
-  if(PROJECT_IS_TOP_LEVEL)
+  if(PROJECT_IS_TOP_LEVEL AND NOT variable IN_LIST KURVO_ONLY_WHEN_ASKED)
     set(default AUTO)
   endif()
   set(${variable} ${default} CACHE STRING
@@ -42,6 +42,11 @@ function(kurvo_part variable what)
             "${variable} is ${wanted}, but ${what} cannot be built for want of ${missing}")
   endif()
 endfunction()
+
+# Not where a package happens to lie: what the library needs would hang on the machine that built it,
+# and whoever runs it needs that too.
+set(KURVO_ONLY_WHEN_ASKED KURVO_PARALLEL)
+kurvo_part(KURVO_PARALLEL "long loops on several threads" TBB:libtbb-dev)
 
 kurvo_part(KURVO_BUILD_TOOL "the client" CLI11:libcli11-dev pugixml:libpugixml-dev
            nlohmann_json:nlohmann-json3-dev fmt:libfmt-dev utf8cpp:libutfcpp-dev)

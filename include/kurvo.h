@@ -46,7 +46,9 @@
  *
  * Threads
  *   There is no process-wide state and no lock. A `GlobalVar` must not be used by two threads at
- *   once; curves may be read by any number of threads.
+ *   once; curves may be read by any number of threads. A library built with KURVO_PARALLEL runs the
+ *   long loops of KurvocvGenBspl and KurvocvDistCurve on several threads and returns when all have
+ *   ended, with the same bits.
  *
  * Units and parameters
  *   Lengths are in the caller's unit, angles in radians. Geometry is planar: z is carried, written

@@ -8,6 +8,7 @@
 #include "eval/polynomial.h"
 #include "foundation/guard.h"
 #include "foundation/new_array.h"
+#include "foundation/parallel_for.h"
 #include "foundation/point.h"
 #include "records/owned_curve.h"
 
@@ -30,19 +31,22 @@ constexpr int32_t kMaxFitOrder = Polynomial::kCapacity;
 // hundred units in the last place of the end of the domain.
 constexpr double kParametersApart = 0x1p-44;
 
+// From how many points on their loops, of a few nanoseconds a point, are worth other threads.
+constexpr std::ptrdiff_t kManyPoints = 400000;
+
 constexpr double kMax = std::numeric_limits<double>::max();
 
-const double* PointAt(const double* points, int32_t i) {
-  return points + 3 * static_cast<std::ptrdiff_t>(i);
-}
+const double* PointAt(const double* points, std::ptrdiff_t i) { return points + 3 * i; }
 
 bool CanPass(const double* points, int32_t count, double length_tol) {
-  for (int32_t i = 0; i < count; ++i) {
-    const double* p = PointAt(points, i);
-    if (!std::isfinite(p[0]) || !std::isfinite(p[1]) || !std::isfinite(p[2])) return false;
-    if (i > 0 && SamePoint(OnPlane(Planar(p)), OnPlane(Planar(p - 3)), length_tol)) return false;
-  }
-  return true;
+  return ParallelAll(count, kManyPoints, [=](std::ptrdiff_t begin, std::ptrdiff_t end) {
+    for (std::ptrdiff_t i = begin; i < end; ++i) {
+      const double* p = PointAt(points, i);
+      if (!std::isfinite(p[0]) || !std::isfinite(p[1]) || !std::isfinite(p[2])) return false;
+      if (i > 0 && SamePoint(OnPlane(Planar(p)), OnPlane(Planar(p - 3)), length_tol)) return false;
+    }
+    return true;
+  });
 }
 
 double LargestCoordinate(const double* points, int32_t count) {
@@ -64,21 +68,28 @@ double ScaleFor(double largest) {
 // exactly 0 and 1 at the ends. False when they do not ascend by more than kParametersApart. Lengths
 // are taken after multiplication of the coordinates by `scale`, so that no square overflows.
 bool ChordLengthParameters(const double* points, int32_t count, double scale, double* t) {
+  const std::ptrdiff_t legs = count - 1;
+  ParallelFor(legs, kManyPoints, [=](std::ptrdiff_t begin, std::ptrdiff_t end) {
+    Vec2 before = scale * Planar(PointAt(points, begin));
+    for (std::ptrdiff_t i = begin + 1; i <= end; ++i) {
+      const Vec2 point = scale * Planar(PointAt(points, i));
+      t[i] = Length(point - before);
+      before = point;
+    }
+  });
   t[0] = 0.0;
-  Vec2 before = scale * Planar(PointAt(points, 0));
-  for (int32_t i = 1; i < count; ++i) {
-    const Vec2 point = scale * Planar(PointAt(points, i));
-    t[i] = t[i - 1] + Length(point - before);
-    before = point;
-  }
-  const double inverse = 1.0 / t[count - 1];
-  bool apart = true;
-  for (int32_t i = 1; i < count - 1; ++i) {
-    t[i] *= inverse;
-    apart = apart && t[i] - t[i - 1] > kParametersApart;
-  }
-  t[count - 1] = 1.0;
-  return apart && 1.0 - t[count - 2] > kParametersApart;
+  for (std::ptrdiff_t i = 1; i <= legs; ++i) t[i] += t[i - 1];
+  const double inverse = 1.0 / t[legs];
+  ParallelFor(legs - 1, kManyPoints, [=](std::ptrdiff_t begin, std::ptrdiff_t end) {
+    for (std::ptrdiff_t i = begin + 1; i <= end; ++i) t[i] *= inverse;
+  });
+  t[legs] = 1.0;
+  return ParallelAll(legs, kManyPoints, [=](std::ptrdiff_t begin, std::ptrdiff_t end) {
+    bool apart = true;
+    for (std::ptrdiff_t i = begin + 1; i <= end; ++i)
+      apart = apart && t[i] - t[i - 1] > kParametersApart;
+    return apart;
+  });
 }
 
 void EvenParameters(int32_t count, double* t) {
@@ -91,11 +102,13 @@ void EvenParameters(int32_t count, double* t) {
 void AveragedKnots(const double* t, int32_t count, int32_t order, double* knots) {
   const int32_t degree = order - 1;
   std::fill_n(knots, order, 0.0);
-  for (int32_t j = 1; j + degree < count; ++j) {
-    double sum = t[j];  // in one order for all knots, so that rounding keeps them ascending
-    for (int32_t i = j + 1; i < j + degree; ++i) sum += t[i];
-    knots[j + degree] = sum / degree;
-  }
+  ParallelFor(count - order, kManyPoints, [=](std::ptrdiff_t begin, std::ptrdiff_t end) {
+    for (std::ptrdiff_t j = begin + 1; j <= end; ++j) {
+      double sum = t[j];  // in one order for all knots, so that rounding keeps them ascending
+      for (std::ptrdiff_t i = j + 1; i < j + degree; ++i) sum += t[i];
+      knots[j + degree] = sum / degree;
+    }
+  });
   std::fill_n(knots + count, order, 1.0);
 }
 

@@ -9,10 +9,14 @@
 #include "eval/basis_polynomials.h"
 #include "foundation/clamped_size.h"
 #include "foundation/new_array.h"
+#include "foundation/parallel_for.h"
 #include "foundation/point.h"
 
 namespace kurvo {
 namespace {
+
+// From how many products on, order * order a row, basis values are worth other threads.
+constexpr std::ptrdiff_t kManyProducts = 2000000;
 
 // The collocation matrix, entry (i, j) the basis function j at t[i], is totally positive, so that
 // elimination without pivoting is stable (de Boor and Pinkus, Numerische Mathematik 27, 1977). With
@@ -44,12 +48,21 @@ class Elimination {
   // False for a pivot that is not positive.
   bool Eliminate() {
     SetRightSide(Row(0), Point(0));  // the ends of the clamped curve: rows of the identity
+    // Elimination goes from row to row, but the basis values of each are its own affair.
+    const std::ptrdiff_t many = kManyProducts / (order_ * order_);
+    const bool ahead = !kFixedLength && RunsParallel(last_ - 1, many);
+    if (ahead)
+      ParallelFor(last_ - 1, many, [this](std::ptrdiff_t begin, std::ptrdiff_t end) {
+        int32_t s = std::max(static_cast<int32_t>(begin), p());
+        for (auto i = static_cast<int32_t>(begin) + 1; i <= end; ++i) {
+          s = SpanOf(i, s);
+          FillBasisOf(i, s, Row(i));
+        }
+      });
     int32_t s = p();
     for (int32_t i = 1; i < last_; ++i) {
-      while (s < last_ && t_[i] >= knots_.u[s + 1]) ++s;
-      // Rounding may put a parameter on the wrong side of a knot.
-      s = std::clamp(s, std::max(i + 1, p()), std::min(i + p() - 1, last_));
-      if (!EliminateRow(i, s)) return false;
+      s = SpanOf(i, s);
+      if (!EliminateRow(i, s, ahead)) return false;
     }
     SetRightSide(Row(last_), Point(last_));
     return true;
@@ -100,12 +113,25 @@ class Elimination {
     return scale_ * Planar(points_ + 3 * static_cast<std::ptrdiff_t>(i));
   }
 
-  // Row i, whose parameter lies on span s.
-  bool EliminateRow(int32_t i, int32_t s) {
+  // The span of parameter i; `s` is that of an earlier one, or p, or any up to i.
+  int32_t SpanOf(int32_t i, int32_t s) const {
+    while (s < last_ && t_[i] >= knots_.u[s + 1]) ++s;
+    // Rounding may put a parameter on the wrong side of a knot.
+    return std::clamp(s, std::max(i + 1, p()), std::min(i + p() - 1, last_));
+  }
+
+  // The basis values of row i, whose parameter lies on span s.
+  void FillBasisOf(int32_t i, int32_t s, double* out) const {
+    const BasisValues basis(knots_, s, t_[i]);
+    for (int32_t j = 0; j <= p(); ++j) out[j] = basis[j];
+  }
+
+  // Row i, whose parameter lies on span s; its basis values lie in it when they were found ahead.
+  bool EliminateRow(int32_t i, int32_t s, bool ahead) {
     double local[kLocalBand];  // in registers, where the order is fixed
     double* band = kFixedLength ? local : band_.get();
     const int32_t first = s - i - 1;
-    FillBand(s, t_[i], first, band);
+    FillBand(i, s, ahead, first, band);
     Vec2 right = Point(i);
     for (int32_t q = kFixedLength ? 0 : first; q < p() - 1; ++q) {
       const double* above = Row(i - p() + 1 + q);
@@ -124,10 +150,10 @@ class Elimination {
 
   // Place q of the band is the column q places after that p - 1 left of the diagonal; the basis
   // values of span s begin at place `first`.
-  void FillBand(int32_t s, double t, int32_t first, double* band) const {
+  void FillBand(int32_t i, int32_t s, bool ahead, int32_t first, double* band) {
     if constexpr (kFixedLength) {
       double left[Order()], right[Order()];
-      FillBasis(order_, knots_.u + s, t, band, left, right);
+      FillBasis(order_, knots_.u + s, t_[i], band, left, right);
       std::fill_n(band + order_, p() - 2, 0.0);
       for (int32_t shift = 0; shift < p() - 2; ++shift) {
         const bool stays = shift >= first;
@@ -136,8 +162,10 @@ class Elimination {
       }
     } else {
       std::fill_n(band, 2 * p() - 1, 0.0);
-      const BasisValues basis(knots_, s, t);
-      for (int32_t j = 0; j <= p(); ++j) band[first + j] = basis[j];
+      if (ahead)
+        std::copy_n(Row(i), order_, band + first);
+      else
+        FillBasisOf(i, s, band + first);
     }
   }
 

@@ -9,7 +9,7 @@ compilers=(-G "$3" "-DCMAKE_C_COMPILER=$4" "-DCMAKE_CXX_COMPILER=$5")
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-packages=(CLI11 pugixml nlohmann_json fmt utf8cpp GTest Freetype DejaVu PNG benchmark)
+packages=(TBB CLI11 pugixml nlohmann_json fmt utf8cpp GTest Freetype DejaVu PNG benchmark)
 parts=(TOOL=AUTO TESTS=AUTO BENCH=OFF)  # unless a case asks otherwise
 
 # configure HIDDEN PART=VALUE...: prints what CMake says; every package and part is set anew.
@@ -55,6 +55,9 @@ builds 'nothing but a compiler' "${packages[*]}" 'kurvo' \
 builds 'no picture library' PNG 'kurvo kurvo_tool' 'Left out: the tests.*libpng-dev' '!the client'
 builds 'no client' 'fmt PNG' 'kurvo records_test' 'the client.*libfmt-dev' \
   '!the tests' '!libcli11-dev'
+expect 'threads asked for where they are' "$(configure TBB -DKURVO_PARALLEL=AUTO)" \
+  'Left out: long loops on several threads, for want of TBB .*libtbb-dev'
+expect 'no threads unless asked for' "$(configure TBB -UKURVO_PARALLEL)" '!TBB'
 stops 'client asked for' CLI11 TOOL libcli11-dev
 stops 'tests asked for' GTest TESTS libgtest-dev
 stops 'benchmarks asked for' benchmark BENCH libbenchmark-dev

@@ -3,11 +3,11 @@
 # C++ against each of its libraries: once through find_package, once through pkg-config. Looks at what
 # each component brings. The second library is linked once more, against the installed kernel alone.
 # usage: install.sh BUILD SOURCE CMAKE GENERATOR CC CXX VERSION SONAME OUTLINE_VERSION OUTLINE_SONAME
-#                   OUTLINE_OBJECT_OR_FLAG...
+#                   LIBRARY_BESIDES OUTLINE_OBJECT_OR_FLAG...
 set -euo pipefail
 
 build=$1 source=$2 cmake=$3 generator=$4 cc=$5 cxx=$6 version=$7 soname=$8
-outline_version=$9 outline_soname=${10}
+outline_version=$9 outline_soname=${10} besides=${11}
 examples=$source/examples
 
 work=$(mktemp -d)
@@ -79,9 +79,9 @@ needs() {
     exit 1
   fi
 }
-needs "$library" '$'
+needs "$library" "$besides\."
 needs "$outline" "$soname\$"
-"$cxx" -shared -Wl,-z,defs -o "$work/again.so" "${@:11}" -L "$libdir" -lkurvo
+"$cxx" -shared -Wl,-z,defs -o "$work/again.so" "${@:12}" -L "$libdir" -lkurvo
 found=$(env -u LD_LIBRARY_PATH ldd "$outline")
 [[ $found == *"$soname => $libdir/"* ]] || {
   printf 'does not find the kernel beside it:\n%s\n' "$found" >&2

@@ -6,6 +6,7 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -26,9 +27,10 @@ struct State {
 
 thread_local State state;
 thread_local bool used_libm = false;
+std::atomic<bool> unwatched_fail = false;
 
 bool Grants(std::size_t size) {
-  if (!state.watched) return true;
+  if (!state.watched) return !unwatched_fail.load(std::memory_order_relaxed);
   ++state.use.requests;
   state.use.largest = std::max(state.use.largest, size);
   const int64_t granted = state.failure.granted;
@@ -56,6 +58,7 @@ void Lose(void* p) {
 }  // namespace
 
 int64_t LiveBlocks() { return state.live_blocks; }
+void FailUnwatched(bool fail) { unwatched_fail = fail; }
 bool UsedLibm() { return std::exchange(used_libm, false); }
 
 void WatchMemory(const MemoryFailure& failure, uint8_t fill) {

@@ -29,6 +29,10 @@ int64_t LiveBlocks();
 void WatchMemory(const MemoryFailure& failure, uint8_t fill);
 MemoryUse UnwatchMemory();
 
+// Whether requests of all threads that are not watched fail; of no library that is linked
+// dynamically.
+void FailUnwatched(bool fail);
+
 // Whether this thread has computed a sine, cosine, arc tangent or power since the last question:
 // their last bit may change with the version of the C library, that of other operations never.
 bool UsedLibm();

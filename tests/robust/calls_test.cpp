@@ -17,6 +17,7 @@
 #include <map>
 #include <set>
 
+#include "robust/long_loops.h"
 #include "robust/table.h"
 
 namespace kurvo_test {
@@ -143,17 +144,19 @@ INSTANTIATE_TEST_SUITE_P(All, FailingMemory, testing::ValuesIn(Table()), kName);
 
 // ---- the same bits in every build
 
+std::string Hexadecimal(uint64_t digest) {
+  char text[17];
+  std::snprintf(text, sizeof text, "%016" PRIx64, digest);
+  return text;
+}
+
 // Of calls made of correctly rounded operations alone: the same on every machine; and of the
 // others, which hang on the C library's sines and the like.
 struct Digests {
   Digest of[2];
   int calls[2] = {0, 0};
 
-  std::string Text(int libm) const {
-    char text[17];
-    std::snprintf(text, sizeof text, "%016" PRIx64, of[libm].value());
-    return text;
-  }
+  std::string Text(int libm) const { return Hexadecimal(of[libm].value()); }
 };
 
 // Results hang on no memory that has not been written: another filling gives the same.
@@ -187,20 +190,25 @@ TEST(Digest, IsTheSameInEveryBuild) {
   for (std::string name, digest; file >> name >> digest;) kept[name] = digest;
   const char* const path = std::getenv("KURVO_WRITE_DIGESTS");
   std::ofstream renewed(path ? path : ""), none;
+  const auto keep = [&](const std::string& name, const std::string& digest) {
+    renewed << name << ' ' << digest << '\n';
+    EXPECT_TRUE(path || kept[name] == digest)
+        << name << ": if its results are meant to change, KURVO_WRITE_DIGESTS=" << KURVO_DIGESTS
+        << " keeps the new value";
+  };
   Digests all;
   for (const Entry& entry : Table()) {
     const Digests digests = DigestsOf(entry, kDigestCalls, none);
     std::printf("%-24s %s %s\n", entry.name, digests.Text(0).c_str(), digests.Text(1).c_str());
-    renewed << entry.name << ' ' << digests.Text(0) << '\n';
-    EXPECT_TRUE(path || kept[entry.name] == digests.Text(0))
-        << entry.name
-        << ": if its results are meant to change, KURVO_WRITE_DIGESTS=" << KURVO_DIGESTS
-        << " keeps the new value";
+    keep(entry.name, digests.Text(0));
     for (const int libm : {0, 1}) {
       all.of[libm].Add(digests.of[libm].value());
       all.calls[libm] += digests.calls[libm];
     }
   }
+  const std::string long_loops = Hexadecimal(LongLoopsDigest());
+  keep("LongLoops", long_loops);
+  std::printf("long loops digest %s\n", long_loops.c_str());
   std::printf("exact digest %s of %d calls\n", all.Text(0).c_str(), all.calls[0]);
   std::printf("libm digest  %s of %d calls\n", all.Text(1).c_str(), all.calls[1]);
 }

@@ -3,9 +3,11 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "foundation/guard.h"
+#include "foundation/parallel_for.h"
 #include "records/domain.h"
 #include "relate/distance/elementary_distance.h"
 #include "relate/distance/piece_distance.h"
@@ -22,6 +24,9 @@ constexpr int kMaxExponent = 1000;  // of the scale
 constexpr int64_t kBaseWork = int64_t{1} << 24;  // some hundredths of a second
 constexpr int64_t kWorkEach = int64_t{1} << 14;  // of the pieces
 constexpr int64_t kMostWork = int64_t{1} << 27;  // some tenths of a second
+
+// Pieces of so many points, at some 10 ns each, are worth another thread.
+constexpr std::ptrdiff_t kManyPoints = 2000;
 
 // What the steps of the search cost.
 constexpr int64_t kNodeCost = 4;      // of one tree
@@ -166,19 +171,41 @@ struct CurveDistance {
   NearPair at{0.0, 0.0, 0.0};
 };
 
+// About how many points the pieces of the curve have: what their making costs.
+std::ptrdiff_t PointsIn(const Curve& curve) {
+  std::ptrdiff_t points = 0;
+  const auto add = Overloaded{
+      [&](const Curve&, const auto&) { points += 2; },
+      [&]<std::size_t kDim>(const Curve&, const BezierView<kDim>& view) { points += view.degree; },
+      [&]<std::size_t kDim>(const Curve&, const SplineView<kDim>& view) {
+        points += std::ptrdiff_t{view.count} * view.order;
+      }};
+  AllLeaves(curve, [&](const Curve& leaf, const auto& view) { return add(leaf, view), true; });
+  return points;
+}
+
 CurveDistance DistanceBetween(const Curve& a, const Curve& b, GlobalVar& g) {
-  DistancePieces pieces_a(a, g), pieces_b(b, g);
-  if (ErrorPending(g) || pieces_a.size() == 0 || pieces_b.size() == 0) return {};
-  const double largest = std::max(pieces_a.LargestCoordinate(), pieces_b.LargestCoordinate());
+  const Curve* const curves[] = {&a, &b};
+  std::optional<DistancePieces> pieces[2];
+  // A thread a curve. The search between them goes from one pair to the next.
+  const std::ptrdiff_t least = std::min(PointsIn(a), PointsIn(b)) >= kManyPoints ? 2 : 3;
+  const auto for_both = [least](const auto& prepare) {
+    ParallelFor(2, least, [&prepare](std::ptrdiff_t begin, std::ptrdiff_t end) {
+      for (std::ptrdiff_t i = begin; i < end; ++i) prepare(i);
+    });
+  };
+  for_both([&](std::ptrdiff_t i) { pieces[i].emplace(*curves[i], g.epsilon); });
+  if (pieces[0]->refused() || pieces[1]->refused())
+    return Fail(g, KURVO_ERR_CURVE), CurveDistance{};
+  if (pieces[0]->size() == 0 || pieces[1]->size() == 0) return {};
+  const double largest = std::max(pieces[0]->LargestCoordinate(), pieces[1]->LargestCoordinate());
   const double scale = ScaleFor(largest);
-  if (scale != 1.0) {
-    pieces_a.Scale(scale);
-    pieces_b.Scale(scale);
-  }
-  pieces_a.BuildTree();
-  pieces_b.BuildTree();
+  for_both([&](std::ptrdiff_t i) {
+    if (scale != 1.0) pieces[i]->Scale(scale);
+    pieces[i]->BuildTree();
+  });
   NearestPair nearest(scale * g.epsilon, scale * largest, DomainOf(a).width(), DomainOf(b).width());
-  DistanceSearch(pieces_a, pieces_b, nearest).Run();
+  DistanceSearch(*pieces[0], *pieces[1], nearest).Run();
   if (!nearest.found()) return {};
   return {true, {nearest.best().ta, nearest.best().tb, nearest.distance() / scale}};
 }

@@ -40,14 +40,12 @@ double DistancePiece::FromBezier(double s) const {
   return std::clamp(circle.ParameterOf(PointAt(bezier, s) - circle.centre), 0.0, 1.0);
 }
 
-DistancePieces::DistancePieces(const Curve& curve, GlobalVar& g) : tol_(g.epsilon) {
+DistancePieces::DistancePieces(const Curve& curve, double length_tol) : tol_(length_tol) {
   const auto add = [this](const Curve& leaf, const auto& view, LeafStretch on) {
     return Add(leaf, view, on);
   };
-  if (!AllLeafStretches(curve, add)) {
-    pieces_.clear();
-    Fail(g, KURVO_ERR_CURVE);
-  }
+  refused_ = !AllLeafStretches(curve, add);
+  if (refused_) pieces_.clear();
   const WeightedPoint* next = points_.data();  // all points are in place now
   for (DistancePiece& piece : pieces_) next = SetPoints(next, piece.bezier);
 }

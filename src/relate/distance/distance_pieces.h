@@ -46,12 +46,13 @@ struct DistancePiece {
 // are scaled on request, so that they can be squared.
 class DistancePieces {
  public:
-  // Records the bad-curve error, and is empty, for a record that cannot be right and for a degree
-  // above kMaxPieceDegree. Throws std::bad_alloc.
-  DistancePieces(const Curve& curve, GlobalVar& g);
+  // Refused, and empty, for a record that cannot be right and for a degree above kMaxPieceDegree.
+  // Throws std::bad_alloc.
+  DistancePieces(const Curve& curve, double length_tol);
   DistancePieces(const DistancePieces&) = delete;
   DistancePieces& operator=(const DistancePieces&) = delete;
 
+  bool refused() const { return refused_; }
   double LargestCoordinate() const;
   void Scale(double scale);
   // Puts the boxes together; once, after scaling.
@@ -88,6 +89,7 @@ class DistancePieces {
   PlanarBox Build(const Range& range);
 
   const double tol_;
+  bool refused_;
   std::vector<DistancePiece> pieces_;
   std::vector<WeightedPoint> points_;
   std::vector<PlanarBox> boxes_;

@@ -1,0 +1,11 @@
+// Calls long enough for several threads, where the build has them.
+#pragma once
+
+#include <cstdint>
+
+namespace kurvo_test {
+
+// Of splines through many points and distances of splines.
+uint64_t LongLoopsDigest();
+
+}  // namespace kurvo_test
