@@ -299,11 +299,11 @@ KURVO_API int KurvoRegionMoments(const KurvoRegion *region, KurvoMoments *moment
  * with weights from 1e-6 to 1e6 or dozens of cusps reach, costs them digits. */
 KURVO_API int KurvoChainLength(const Cvseq *chain, double *length, GlobalVar *g) KURVO_NOEXCEPT;
 
-/* places (out, n): where the chain has the lengths (in, n, any order) from its start. At a joint
- * the later curve is named. On a closed chain lengths are taken modulo its length; on an open one
- * those outside [0, length] by no more than epsilon are the ends. Within 1e-15 of the length of a
- * joint it is the joint. Errors: KURVO_ERR_RANGE for others. Cost: that of KurvoChainLength, and a
- * few evaluations a place. */
+/* places (out, n): where the chain has the lengths (in, n, any order) from its start. At a joint,
+ * and within 1e-15 of the chain's length of it, the later curve is named. On a closed chain lengths
+ * are taken modulo its length; on an open one those outside [0, length] by no more than epsilon are
+ * the ends. Errors: KURVO_ERR_RANGE for others. Cost: that of KurvoChainLength, and a few
+ * evaluations a place. */
 KURVO_API int KurvoChainPlaces(const Cvseq *chain, const double *lengths, int32_t n,
                                KurvoPlace *places, GlobalVar *g) KURVO_NOEXCEPT;
 
