@@ -53,8 +53,9 @@ constexpr double kSettled = 1e-11;  // of the scale: the last Legendre coefficie
 constexpr double kNegligible = 0x1p-44;  // of the scale: a stretch no longer is taken as it is,
                                          // which leaves a hundredth of that
 constexpr int kMostHalvings = 32;
-constexpr int kMostWork = 1 << 20;   // that halving may do; then all is taken as it is
-constexpr int kWorkOfHalving = 512;  // beside its coefficients
+constexpr int kMostWork = 3 << 19;   // that halving may do; then all is taken as it is
+constexpr int kConeWork = 1 << 19;   // beyond, the last coefficients alone decide
+constexpr int kWorkOfHalving = 768;  // beside its coefficients
 
 // P_12 ... P_15 at the positive nodes of Gauss<16>.
 constexpr int kTail = 4;
@@ -91,8 +92,8 @@ bool IsCone(const Vec2* vectors, int count) {
 // The integral of a hodograph by halving.
 class Halving {
  public:
-  Halving(const Hodograph& whole, double scale)
-      : degree_(whole.degree), weight_degree_(whole.weight_degree), scale_(scale) {
+  explicit Halving(const Hodograph& whole)
+      : degree_(whole.degree), weight_degree_(whole.weight_degree) {
     Binomials(degree_, binomials_);
     Binomials(weight_degree_, weight_binomials_);
     for (int i = 0; i < 8; ++i) {
@@ -102,6 +103,8 @@ class Halving {
       for (int k = 0; k < degree_; ++k) power_[i] *= far;
       for (int k = 0; k < weight_degree_; ++k) weight_power_[i] *= far;
     }
+    double unused = 0;
+    scale_ = Sum(whole.points, whole.weights, unused);
   }
 
   // `points` and `weights` are of the stretch, of this width, and are overwritten.
@@ -112,7 +115,7 @@ class Halving {
     const double lightest = *light, heaviest = *heavy;
     const double bound = width * std::sqrt(most) / (lightest * lightest);
     const bool is_last = halvings_left == 0 || work_ > kMostWork || kNegligible * scale_ >= bound;
-    if (is_last || (IsCone(points, degree_ + 1) && 2 * lightest >= heaviest)) {
+    if (is_last || work_ > kConeWork || (IsCone(points, degree_ + 1) && 2 * lightest >= heaviest)) {
       double tail = 0;
       const double sum = Sum(points, weights, tail);
       if (is_last || kSettled * scale_ >= width * tail) return width * sum;
@@ -186,7 +189,7 @@ class Halving {
   }
 
   int degree_, weight_degree_;
-  double scale_;
+  double scale_;  // a first guess at the length of the whole
   int work_ = 0;
   double ratio_[8], power_[8], weight_power_[8];
   double binomials_[Hodograph::kMostDegree + 1], weight_binomials_[kMostDegree + 1];
@@ -197,12 +200,8 @@ class Halving {
 double Hodograph::Integral(double u0, double u1) const {
   Vec2 part[kMostDegree + 1], unused[kMostDegree + 1];
   double part_weights[outline::kMostDegree + 1], unused_weights[outline::kMostDegree + 1];
-  double scale = 0;
   std::copy(points, points + degree + 1, part);
   std::copy(weights, weights + weight_degree + 1, part_weights);
-  for (int i = 0; i <= degree; ++i) scale += Length(points[i]);
-  const double heaviest = *std::max_element(weights, weights + weight_degree + 1);
-  scale /= (degree + 1) * heaviest * heaviest;
   if (u1 < 1) {
     SplitBernstein(part, degree, u1, part, unused);
     SplitBernstein(part_weights, weight_degree, u1, part_weights, unused_weights);
@@ -211,7 +210,7 @@ double Hodograph::Integral(double u0, double u1) const {
     SplitBernstein(part, degree, u0 / u1, unused, part);
     SplitBernstein(part_weights, weight_degree, u0 / u1, unused_weights, part_weights);
   }
-  return Halving(*this, scale).Integral(part, part_weights, u1 - u0, kMostHalvings);
+  return Halving(*this).Integral(part, part_weights, u1 - u0, kMostHalvings);
 }
 
 }  // namespace kurvo::outline

@@ -39,7 +39,7 @@ class LengthMoment {
  private:
   static constexpr double kAgree = 1e-14;
   static constexpr int kMostHalvings = 40;
-  static constexpr int kMostWork = 8192;  // stretches times degree^2; then each is taken as it is
+  static constexpr int kMostWork = 4096;  // stretches times degree^2; then each is taken as it is
 
   // 16 nodes serve where they give the length that is known.
   Vec2 Stretch(double from, double to, int halvings_left) {

@@ -6,103 +6,24 @@
 
 #include "base/refusal.h"
 #include "chain/hodograph.h"
-#include "strand/bernstein.h"
 #include "strand/check.h"
 #include "strand/joints.h"
+#include "strand/roots.h"
 #include "strand/spans.h"
 
 namespace kurvo::outline {
 namespace {
 
-// Finds where one coordinate of a free-form span turns: at the sign changes of a polynomial in
-// Bernstein form. By Descartes's rule it has no more of them than its coefficients; pieces with
-// several are halved until the coordinate changes by rounding only over them.
-class Turns {
- public:
-  // `slope`: of degree n, overwritten; over the square of the least weight it bounds the derivative
-  // of the coordinate by u. `visit` takes a u near each turn, at which the coordinate is within
-  // `tolerance` of its extreme.
-  template <class Visit>
-  static void Find(double* slope, int n, double least_weight, double tolerance,
-                   const Visit& visit) {
-    Turns turns(n, least_weight * least_weight * tolerance);
-    turns.Piece(slope, 0, 1, kMostHalvings, visit);
-  }
-
- private:
-  static constexpr int kMostHalvings = 50;
-  static constexpr int kMostSteps = 60;      // of regula falsi, after which it has halved
-  static constexpr int kMostWork = 1 << 21;  // coefficients made by halving; then pieces are left
-
-  Turns(int n, double tolerance) : n_(n), tolerance_(tolerance) {}
-
-  template <class Visit>
-  void Piece(double* slope, double from, double width, int halvings_left, const Visit& visit) {
-    double most = 0;
-    int changes = 0;
-    double last = 0;
-    for (int i = 0; i <= n_; ++i) {
-      most = std::max(most, std::fabs(slope[i]));
-      if (slope[i] == 0) continue;
-      if (last * slope[i] < 0) ++changes;
-      last = slope[i] < 0 ? -1 : 1;
-    }
-    if (changes == 0) return;
-    if (width * most <= tolerance_ || halvings_left == 0 || work_ > kMostWork)
-      return visit(from + 0.5 * width);
-    if (changes == 1) return visit(from + width * Root(slope, width));
-    work_ += n_ * n_;
-    double high[Hodograph::kMostDegree + 1];
-    SplitBernstein(slope, n_, 0.5, slope, high);
-    // A turn just at the middle is a change of sign in neither half.
-    if (high[0] == 0) visit(from + 0.5 * width);
-    Piece(slope, from, 0.5 * width, halvings_left - 1, visit);
-    Piece(high, from + 0.5 * width, 0.5 * width, halvings_left - 1, visit);
-  }
-
-  // The one root in a piece: regula falsi in which an end that stays loses half its value (Dowell
-  // and Jarratt, BIT 11, 1971: the Illinois method).
-  double Root(const double* slope, double width) const {
-    const auto at = [&](double u) {
-      return BernsteinSum(n_, u, [slope](int i) { return slope[i]; });
-    };
-    double low = 0, high = 1, f_low = slope[0], f_high = slope[n_];
-    double u = f_low == 0 ? 0 : 1;
-    if (f_low == 0 || f_high == 0) {  // the ends are zeros: the sign changes within
-      f_low = at(low = 0x1p-30);
-      f_high = at(high = 1 - 0x1p-30);
-    }
-    if (f_low * f_high >= 0) return u;
-    for (int step = 0; step < kMostSteps; ++step) {
-      u = (low * f_high - high * f_low) / (f_high - f_low);
-      if (!(u > low && u < high)) u = 0.5 * (low + high);
-      const double f = at(u);
-      // The coordinate at u differs from its extreme by no more.
-      if (width * std::fabs(f) * (high - low) <= tolerance_) break;
-      if (f * f_high > 0) {
-        high = u;
-        f_high = f;
-        f_low *= 0.5;
-      } else {
-        low = u;
-        f_low = f;
-        f_high *= 0.5;
-      }
-    }
-    return u;
-  }
-
-  int n_;
-  double tolerance_;  // of the coordinate times the square of the least weight
-  int work_ = 0;
-};
-
-constexpr double kBoxTolerance = 0x1p-48;  // of the frame's unit
+// The points where a coordinate turns: where its derivative, or a multiple of it, changes its sign.
+void AddTurns(const Span& span, const double* slope, int degree, Bounds& box) {
+  RootList turns;
+  AddSignChanges(slope, degree, turns);
+  for (const double u : turns) box.Add(PointAt(span, u));
+}
 
 void AddPolynomial(const Span& span, Bounds& box) {
   const Vec2* p = span.points;
   const int n = span.degree;
-  const double span_tolerance = kBoxTolerance * HullOf(span).LongerSide();
   const auto add = [&](double u) { box.Add(PointAt(span, u)); };
   double slope[kMostDegree];
   for (const auto axis : {&Vec2::x, &Vec2::y}) {
@@ -118,21 +39,18 @@ void AddPolynomial(const Span& span, Bounds& box) {
         if (u > 0 && u < 1) add(u);
       continue;
     }
-    Turns::Find(slope, n - 1, 1, span_tolerance, add);
+    AddTurns(span, slope, n - 1, box);
   }
 }
 
 // A coordinate turns where the numerator of its derivative changes its sign.
 void AddRational(const Span& span, Bounds& box) {
-  const double span_tolerance = kBoxTolerance * HullOf(span).LongerSide();
-  const double least = *std::min_element(span.weights, span.weights + span.degree + 1);
   Hodograph hodograph;
   hodograph.SetRational(span);
   double slope[Hodograph::kMostDegree + 1];
   for (const auto axis : {&Vec2::x, &Vec2::y}) {
     for (int i = 0; i <= hodograph.degree; ++i) slope[i] = hodograph.points[i].*axis;
-    Turns::Find(slope, hodograph.degree, least, span_tolerance,
-                [&](double u) { box.Add(PointAt(span, u)); });
+    AddTurns(span, slope, hodograph.degree, box);
   }
 }
 
