@@ -271,7 +271,8 @@ KURVO_API int KurvoChainStroke(const Cvseq *chains, int32_t n, double left, doub
 /* Where n points lie. points (in): n triples x, y, z. where (out, n; null allowed):
  * KURVO_REGION_ON within max(epsilon, 2^-30 of the region's size) of a loop, else
  * KURVO_REGION_INSIDE or KURVO_REGION_OUTSIDE by the region's rule. turns (out, n; null allowed):
- * how often the loops go around the point, counter-clockwise positive; on a loop 0.
+ * how often the loops go around the point, counter-clockwise positive; on a loop 0. A jump within
+ * a curve, of a spline or between pieces of a composite, counts as a line.
  * Errors: the shared ones. Cost: the loops are prepared once a call, then O(log m) a point beyond
  * the spans that it is near to or level with. */
 KURVO_API int KurvoRegionLocate(const KurvoRegion *region, const double *points, int32_t n,

@@ -45,6 +45,7 @@ class LaterPlace {
     u_ = 0;
     return at_end;
   }
+  Vec2 point() const { return point_; }
   Nearest Of(Vec2 q) const { return {place_, frame_.LengthOutwards(Length(point_ - q))}; }
 
  private:
@@ -169,10 +170,10 @@ class ManyPoints {
         q, [&feet] { return feet.limit(); },
         [&](std::size_t i) { SearchSpan(spans[i], i, q, feet); });
     const Foot& foot = feet.First();
-    last_ = PointAt(spans[foot.span], foot.u);
-    has_last_ = true;
     LaterPlace later(list_.frame, foot.u);
     for (std::size_t i = foot.span; i < spans.size() && later.Offer(spans[i]);) ++i;
+    last_ = later.point();
+    has_last_ = true;
     return later.Of(q);
   }
 
