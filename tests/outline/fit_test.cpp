@@ -363,6 +363,7 @@ TEST(ChainFit, EndsInTimeForAnyDeviation) {
     EXPECT_EQ(Fit(chain, form, 1e300, g).made, 1);
     EXPECT_EQ(Fit(Chain("(r 0 0 1 1 4 3 2 0 1)"), form, 1e-300, g).made, 1);
     EXPECT_EQ(Fit(Chain("(b^63)"), form, 1e-9, g).made, 1);
+    EXPECT_EQ(Fit(Chain("(r 0 0 4e-12 9 9 9e5 3 7 5e3 8 1 3e7)"), form, 1e-4, g).made, 1);
   }
 }
 
