@@ -110,6 +110,11 @@ const int kRegistered = [] {
       benchmark::RegisterBenchmark(
           ("flatten/" + tail).c_str(),
           [make = make, deviation](benchmark::State& state) { Flatten(state, make, deviation); });
+      for (int32_t form = KURVO_FIT_ARCS; form <= KURVO_FIT_CUBICS; ++form)
+        benchmark::RegisterBenchmark((std::string(kForms[form]) + '/' + tail).c_str(),
+                                     [make = make, form, deviation](benchmark::State& state) {
+                                       Fit(state, make, form, deviation);
+                                     });
     }
   }
   return 0;

@@ -8,7 +8,9 @@
 namespace kurvo::outline {
 namespace {
 
-constexpr int kMostHalvings = 30;  // of a span: then a cell is taken as it is
+constexpr int kMostHalvings = 30;            // of a span: then a cell is taken as it is,
+constexpr std::size_t kMostCells = 1 << 14;  // as are cells beyond these of one span
+constexpr double kRounding = 0x1p-52;        // of handles, by the square of the degree
 
 // The cubic of a polynomial of degree 1 to 3.
 void RaiseDegree(const Span& span, Vec2* cubic) {
@@ -72,13 +74,13 @@ bool IsAlongside(const Span& part, const Vec2* cubic, double error) {
 // is at most 2/27 sin^6(sweep / 4) / cos^2(sweep / 4) radii (Goldapp, Approximation of circular
 // arcs by cubic polynomials, CAGD 8, 1991).
 void AppendArc(const Span& arc, int32_t index, double error, Array<CubicCell>& cells) {
-  constexpr int kMostCells = 1 << 20;
+  constexpr int kMostParts = 1 << 20;
   const auto gap = [&](int n) {
     const double s = std::sin(std::fabs(arc.sweep) / (4 * n));
     return 2.0 / 27 * arc.radius * std::pow(s, 6) / (1 - s * s);
   };
   int n = std::max(1, static_cast<int>(std::ceil(std::fabs(arc.sweep) / 2)));
-  while (n < kMostCells && !(error >= gap(n))) n += 1 + n / 8;
+  while (n < kMostParts && !(error >= gap(n))) n += 1 + n / 8;
   const double reach = 4.0 / 3 * std::tan(arc.sweep / (4 * n)) / arc.sweep;
   for (int i = 0; i < n; ++i) {
     const double from = static_cast<double>(i) / n, to = static_cast<double>(i + 1) / n;
@@ -106,13 +108,16 @@ bool AppendCells(const Span& span, int32_t index, double error, Array<CubicCell>
   }
   // Cells are dyadic: the next one may be as wide as its start allows.
   Arena arena;
+  const std::size_t most = cells.size() + kMostCells;
+  const double rounding = kRounding * span.degree * span.degree;
   int halvings = 0;
   for (double width = 1; cell.from < 1;) {
     cell.to = cell.from + width;
     arena.Clear();
     const Span part = PartOf(span, cell.from, cell.to, arena);
     Hermite(part, cell.points);
-    if (halvings < kMostHalvings && !IsAlongside(part, cell.points, error)) {
+    if (halvings < kMostHalvings && cells.size() < most &&
+        !IsAlongside(part, cell.points, std::max(error, rounding))) {
       width /= 2;
       ++halvings;
       continue;

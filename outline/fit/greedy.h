@@ -26,7 +26,9 @@ void FitGreedily(double end, double deviation, double order, const Try& attempt,
   constexpr int kMostGrowing = 12;   // tries that look for a longer piece
   constexpr int kMostTries = 64;     // in all
   constexpr double kLeastStep = 0x1p-44;
+  constexpr int kMostPieces = 1 << 17;  // then pieces are taken that are long enough to end soon
   double step = 1;
+  int pieces = 0;
   for (double from = 0; from < end;) {
     Piece best{}, piece{};
     double low = from, high = 2 * end + 1;
@@ -63,6 +65,10 @@ void FitGreedily(double end, double deviation, double order, const Try& attempt,
     if (!(low > from)) {
       best = piece;
       low = std::min(end, std::max(to, from + kLeastStep));
+    }
+    if (++pieces > kMostPieces && low < end) {
+      low = std::min(end, std::max(low, from + end / kMostPieces));
+      attempt(from, low, best);
     }
     take(best, low);
     step = std::max(low - from, kLeastStep);

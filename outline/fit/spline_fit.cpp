@@ -8,6 +8,7 @@ namespace kurvo::outline {
 namespace {
 
 constexpr double kTinyStretch = 0x1p-36;         // of the size: below it a stretch is a point
+constexpr double kShortStretch = 0x1p-16;        // of the size: below it tangents need not meet
 constexpr double kStraight = 1e-9;               // radians between tangents and chord of a line
 constexpr double kLongestHandle = 2;             // of a cubic against its chord
 constexpr int kLeastPairs = 8, kMostPairs = 64;  // parts that are compared
@@ -102,7 +103,8 @@ class BezierFitting {
     double a, b;
     const bool found = degree_ == 3 ? HandlesOfCubic(leaves, arrives, from, to, along, length, a, b)
                                     : HandlesOfQuadratic(leaves, arrives, a, b);
-    if (!found) return {false, 0};
+    // Tangents that differ by rounding may not meet: a short stretch then has a straight piece.
+    if (!found) return {IsWithin(std::min(kShortStretch, 0.5 * deviation_), from, to, start), 0};
     piece.points[1] = start + (a * length) * run_.TangentAt(from);
     piece.points[2] = end - (b * length) * run_.TangentAt(to);
     return Compare(piece, from, to);
@@ -242,12 +244,15 @@ class BezierFitting {
   }
 
   bool IsTiny(double from, double to, Vec2 start) const {
+    return IsWithin(std::min(kTinyStretch, 0.5 * deviation_), from, to, start);
+  }
+  bool IsWithin(double distance, double from, double to, Vec2 start) const {
     double most = 0;
     run_.ForEachPart(from, to, [&](const Vec2* part) {
       for (int i = 0; i < 4; ++i) most = std::max(most, SquaredLength(part[i] - start));
       return true;
     });
-    return std::min(kTinyStretch, 0.5 * deviation_) >= std::sqrt(most);
+    return distance >= std::sqrt(most);
   }
 
   const CellRun& run_;

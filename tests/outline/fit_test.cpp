@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "outline/moved.h"
 #include "support/generator.h"
 #include "support/oracle.h"
 
@@ -323,27 +324,19 @@ TEST(ChainFit, TakesTrouble) {
   };
   // clang-format on
   for (const Row& row : rows) {
-    for (const auto& [scale, shift] : {std::pair{1.0, 0.0}, {1e-9, 0.0}, {1e9, 1e9}, {1.0, 1e6}}) {
-      SCOPED_TRACE(testing::Message() << row.chain << ' ' << scale << ' ' << shift);
-      Globals g(1e-12 * scale + 1e-9 * shift);
-      const Chain chain(row.chain);
-      const double factor = scale, offset = shift;
-      for (Curve& curve : chain)
-        ForEachPoint(
-            curve,
-            [&](double* p) {
-              for (int k = 0; k < 2; ++k) p[k] = p[k] * factor + offset;
-            },
-            [&](double& radius) { radius *= factor; });
+    for (const Move& move : kMoves) {
+      SCOPED_TRACE(testing::Message() << row.chain << ' ' << move.scale << ' ' << move.shift);
+      Globals g(EpsilonOf(move));
+      const Chain chain = Moved(row.chain, move);
       const int most[] = {row.arcs, row.quadratics, row.cubics};
       for (int form = KURVO_FIT_ARCS; form <= KURVO_FIT_CUBICS; ++form) {
         SCOPED_TRACE(kForms[form]);
-        const double deviation = 1e-3 * scale;
+        const double deviation = 1e-3 * move.scale;
         const Fit fit(chain, form, deviation, g);
         ASSERT_EQ(fit.made, 1) << KurvoErrGet(&g);
         EXPECT_LE(fit.out.count(), most[form]);
         EXPECT_GE(fit.out.count(), 1);
-        if (scale != 1 || shift != 0) continue;
+        if (&move != kMoves) continue;
         const Path path(chain), fitted(fit.out);
         EXPECT_LE(path.FarthestFrom(fitted), deviation * (1 + 1e-9));
         EXPECT_LE(fitted.FarthestFrom(path), deviation * (1 + 1e-9));
@@ -370,6 +363,7 @@ TEST(ChainFit, EndsInTimeForAnyDeviation) {
     EXPECT_EQ(Fit(chain, form, 1e300, g).made, 1);
     EXPECT_EQ(Fit(Chain("(r 0 0 1 1 4 3 2 0 1)"), form, 1e-300, g).made, 1);
     EXPECT_EQ(Fit(Chain("(b^63)"), form, 1e-9, g).made, 1);
+    EXPECT_EQ(Fit(Chain("(r 0 0 4e-12 9 9 9e5 3 7 5e3 8 1 3e7)"), form, 1e-4, g).made, 1);
   }
 }
 
