@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "base/refusal.h"
+#include "strand/arc_box.h"
 
 namespace kurvo::outline {
 namespace {
@@ -60,10 +61,12 @@ void CheckArc(const KurvoArc& arc, Bounds& box) {
   Require(arc.radius >= 0, KURVO_ERR_CURVE);
   AddPoint(arc.start, box);
   AddPoint(arc.end, box);
+  Bounds circle;  // looked at for numbers that are too large
   const double low[] = {arc.centre[0] - arc.radius, arc.centre[1] - arc.radius};
   const double high[] = {arc.centre[0] + arc.radius, arc.centre[1] + arc.radius};
-  AddPoint(low, box);
-  AddPoint(high, box);
+  AddPoint(low, circle);
+  AddPoint(high, circle);
+  AddArc(arc, box);
 }
 
 void CheckNested(const Curve& curve, int nesting, Bounds& box);

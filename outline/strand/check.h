@@ -14,7 +14,7 @@ inline constexpr int kMostNesting = 64;  // composites within composites, as the
 // Far below what could overflow in a difference of two, far above any drawing.
 inline constexpr double kGreatestCoordinate = 0.25 * std::numeric_limits<double>::max();
 
-// Adds the control points of a curve to the box; of an arc its circle. Throws Refusal:
+// Adds the control points of a curve to the box; of an arc what AddArc adds. Throws Refusal:
 // KURVO_ERR_CURVE for a record that cannot be right (no data, unknown type, counts that contradict
 // each other, a degree above kMostDegree, knots that do not ascend, a piece of a composite that
 // does not run over [0, 1]), KURVO_ERR_NOT_FINITE for a number that is not finite and

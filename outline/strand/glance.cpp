@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "strand/arc_box.h"
 #include "strand/spans.h"
 
 namespace kurvo::outline {
@@ -31,14 +32,8 @@ void AddCurve(const Curve& curve, Bounds& box) {
       AddPoints(&line.start, 1, box);
       return AddPoints(&line.end, 1, box);
     }
-    case CV_ARC: {
-      const auto& arc = BlockOf<KurvoArc>(curve);
-      const Vec2 centre = {arc.centre[0], arc.centre[1]}, reach = {arc.radius, arc.radius};
-      box.Add(centre - reach);
-      box.Add(centre + reach);
-      AddPoints(&arc.start, 1, box);
-      return AddPoints(&arc.end, 1, box);
-    }
+    case CV_ARC:
+      return AddArc(BlockOf<KurvoArc>(curve), box);
     case CV_BEZIER: {
       const auto& bezier = BlockOf<KurvoBezier>(curve);
       return AddPoints(bezier.points, bezier.degree + 1, box);
