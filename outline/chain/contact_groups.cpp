@@ -19,14 +19,23 @@ Cover OfB(const Contact& c) {
   return {c.b_from.piece, std::min(c.b_from.u, c.b_to.u), std::max(c.b_from.u, c.b_to.u)};
 }
 
+// Along the chain: two pieces may meet in a joint and once more.
 bool Joined(const Track& track, const Cover& x, const Cover& y, double gap) {
-  const auto meet = [&](const Cover& first, const Cover& next) {
-    return Length(track.PointAt({first.piece, first.high}) -
-                  track.PointAt({next.piece, next.low})) <= gap;
+  const auto apart = [&](Position a, Position b) {
+    return Length(track.PointAt(a) - track.PointAt(b));
   };
-  if (x.piece == y.piece) return (x.low <= y.high && y.low <= x.high) || meet(x, y) || meet(y, x);
-  return (track.After(x.piece) == y.piece && meet(x, y)) ||
-         (track.After(y.piece) == x.piece && meet(y, x));
+  if (x.piece == y.piece) {
+    return (x.low <= y.high && y.low <= x.high) ||
+           apart({x.piece, x.high}, {y.piece, y.low}) <= gap ||
+           apart({y.piece, y.high}, {x.piece, x.low}) <= gap;
+  }
+  const auto meet = [&](const Cover& first, const Cover& next) {
+    return track.After(first.piece) == next.piece &&
+           apart({first.piece, first.high}, {first.piece, 1}) +
+                   apart({next.piece, 0}, {next.piece, next.low}) <=
+               gap;
+  };
+  return meet(x, y) || meet(y, x);
 }
 
 using Key = std::pair<int32_t, int32_t>;

@@ -135,26 +135,39 @@ Extent ExtentOf(const Track& a, const Contact* contacts, std::size_t count) {
   return extent;
 }
 
+namespace {
+
+// From the first to the last place where they are the same. Of contacts of one piece the one that
+// reaches farther counts: curves that part slowly are the same for a while beyond a joint.
+Extent ExactPart(const Track& a, const Contact* contacts, std::size_t count, const Extent& extent) {
+  Extent exact = extent;
+  bool is_first = true;
+  for (const std::size_t i : InOrder(a, contacts, count)) {
+    const Contact& contact = contacts[i];
+    if (!(contact.exact_length > 0)) continue;
+    const int32_t piece = contact.a_from.piece;
+    if (is_first || (piece == exact.a_from.piece && contact.exact_a_from.u < exact.a_from.u)) {
+      exact.a_from = contact.exact_a_from;
+      exact.b_from = contact.exact_b_from;
+    }
+    if (is_first || piece != exact.a_to.piece || contact.exact_a_to.u > exact.a_to.u) {
+      exact.a_to = contact.exact_a_to;
+      exact.b_to = contact.exact_b_to;
+    }
+    is_first = false;
+  }
+  return exact;
+}
+
+}  // namespace
+
 std::optional<Extent> SharedStretch(const Track& a, const Track& b, const Contact* contacts,
                                     std::size_t count, const Extent& extent,
                                     const Nearness& nearness) {
   double exact_length = 0;
   for (std::size_t i = 0; i < count; ++i) exact_length += contacts[i].exact_length;
   if (exact_length >= kExactShare * extent.length && exact_length > 0) {
-    const Array<std::size_t> order = InOrder(a, contacts, count);
-    Extent exact = extent;
-    bool is_first = true;
-    for (const std::size_t i : order) {
-      const Contact& contact = contacts[i];
-      if (!(contact.exact_length > 0)) continue;
-      if (is_first) {
-        exact.a_from = contact.exact_a_from;
-        exact.b_from = contact.exact_b_from;
-      }
-      is_first = false;
-      exact.a_to = contact.exact_a_to;
-      exact.b_to = contact.exact_b_to;
-    }
+    Extent exact = ExactPart(a, contacts, count, extent);
     MoveOntoVertex(a, b, kParting, exact.a_from, exact.b_from);
     MoveOntoVertex(a, b, kParting, exact.a_to, exact.b_to);
     return exact;
