@@ -157,21 +157,22 @@ TEST(ChainMeetings, RandomChainsAgreeWithTheirPolylines) {
     }
     // Two polylines may pass by a sliver that the curves cut twice.
     constexpr double kReach = 2e-2, kSliver = .1, kShallow = .15;
-    const auto near = [](const std::vector<Cut>& list, const Cut& c, double reach = kReach) {
+    const auto near = [](const std::vector<Cut>& list, const Cut& c, double reach) {
       return std::count_if(list.begin(), list.end(), [&](const Cut& o) {
         return reach >= std::fabs(o.a - c.a) && reach >= std::fabs(o.b - c.b);
       });
     };
     const auto cuts = Cuts(Vertices(a, 500), Vertices(other, 500), with_itself);
     for (const Cut& cut : cuts) {
-      if (std::fabs(cut.sine) < kShallow || near(cuts, cut) > 1) continue;
+      if (std::fabs(cut.sine) < kShallow || near(cuts, cut, kReach) > 1) continue;
       ++asked;
-      EXPECT_GE(near(found, cut), 1) << cut.a << ' ' << cut.b << ' ' << Written(meetings);
+      EXPECT_GE(near(found, cut, kReach), 1) << cut.a << ' ' << cut.b << ' ' << Written(meetings);
     }
     for (const Cut& meeting : found) {
       ++listed;
       EXPECT_TRUE(meeting.sine == 0 || near(found, meeting, kSliver) > 1 ||
-                  near(cuts, meeting) > 0 || (with_itself && meeting.b - meeting.a < kReach))
+                  near(cuts, meeting, kReach) > 0 ||
+                  (with_itself && meeting.b - meeting.a < kReach))
           << meeting.a << ' ' << meeting.b;
     }
   });
