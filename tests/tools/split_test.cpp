@@ -56,7 +56,7 @@ TEST_F(SplitTest, PiecesAreTheOutlinesInPartsOfEqualLength) {
         Json at = outlines[i]["start"];
         for (std::size_t k = 0; k < parts; ++k) {
           const Json& piece = pieces[i * parts + k];
-          EXPECT_NEAR(Number(piece, "length"), length, circle ? 1e-9 * length : 2e-3);
+          EXPECT_NEAR(Number(piece, "length"), length, 1e-11 * Number(outlines[i], "length"));
           ExpectSame(piece["start"], at);
           at = piece["end"];
           const double greatest = Number(outlines[i]["greatest"], "curvature");
@@ -85,7 +85,7 @@ TEST_F(SplitTest, CurvesKeepTheirKindAndTheirBend) {
                   Number(curve["greatest"], "curvature") + 1e-9);
       }
       EXPECT_NEAR(turning, Number(curve, "turning"), 1e-6);  // degrees
-      EXPECT_NEAR(length, Number(curve, "length"), 2e-3);
+      EXPECT_NEAR(length, Number(curve, "length"), 1e-11 * length);
     }
   }
   EXPECT_EQ(pieces.size(), next);

@@ -16,6 +16,7 @@ Command AddDistanceCommand(CLI::App& app);
 Command AddDrawCommand(CLI::App& app);
 Command AddFitCommand(CLI::App& app);
 Command AddIntersectCommand(CLI::App& app);
+Command AddJoinCommand(CLI::App& app);
 Command AddLocateCommand(CLI::App& app);
 Command AddMeasureCommand(CLI::App& app);
 Command AddOffsetCommand(CLI::App& app);

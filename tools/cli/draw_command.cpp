@@ -12,11 +12,15 @@ namespace {
 // Units of the drawing.
 constexpr double kThinnestStroke = 1e-6;
 constexpr double kThickestStroke = 1e6;
+constexpr double kLeastDeviation = 1e-6;
+constexpr double kGreatestDeviation = 1e9;
 
 struct DrawOptions {
   std::string input;
   OutputOptions output;
   PictureOptions picture;
+  double flatten = 0;  // deviations; 0: the curves as they are
+  double biarcs = 0;
 };
 
 void AddPictureOptions(CLI::App& draw, PictureOptions& picture, OutputOptions& output) {
@@ -49,9 +53,30 @@ void AddPictureOptions(CLI::App& draw, PictureOptions& picture, OutputOptions& o
   AddSize(draw, output)->group(kGroup);
 }
 
+void AddDeviations(CLI::App& draw, DrawOptions& options) {
+  const auto add = [&](const char* name, double& deviation, const char* text) {
+    return draw.add_option(name, deviation, text)
+        ->check(Between(kLeastDeviation, kGreatestDeviation))
+        ->type_name("DEVIATION");
+  };
+  CLI::Option* flatten =
+      add("--flatten", options.flatten,
+          "Take chords that stay this close to the outlines, in units of the drawing");
+  add("--biarcs", options.biarcs,
+      "Take lines and arcs that stay this close to the outlines, the arcs in alternating colours")
+      ->excludes(flatten);
+}
+
+Drawing ReadDrawing(Library& library, const DrawOptions& options) {
+  Drawing drawing = ReadSvg(library, options.input);
+  if (options.flatten > 0) return Flattened(library, drawing, options.flatten);
+  if (options.biarcs > 0) return FittedByArcs(library, drawing, options.biarcs);
+  return drawing;
+}
+
 void Draw(const DrawOptions& options) {
   Library library;
-  const Drawing drawing = ReadSvg(library, options.input);
+  const Drawing drawing = ReadDrawing(library, options);
   Deliver(
       options.output, {{options.input, &drawing}},
       [&] { return DrawingPicture(library, drawing, options.picture, options.output.size); },
@@ -69,12 +94,16 @@ Command AddDrawCommand(CLI::App& app) {
             "Write the picture of the curves to this SVG file; without it only the table is "
             "printed");
   AddQuiet(*draw, options->output);
+  AddDeviations(*draw, *options);
   AddPictureOptions(*draw, options->picture, options->output);
   draw->footer(
       "Lines become line records, circular arcs arc records, other arcs of ellipses rational "
       "Beziers,\nquadratic and cubic curves Beziers. Paint, clipping and style sheets are not "
       "looked at.");
-  return {draw, [options] { Draw(*options); }};
+  return {draw, [options] {
+            options->picture.alternate = options->biarcs > 0;
+            Draw(*options);
+          }};
 }
 
 }  // namespace kurvo::tools

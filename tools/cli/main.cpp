@@ -38,7 +38,8 @@ std::string Problem(const CLI::App& app, const CLI::Error& error) {
 int Run(int argc, char** argv) {
   CLI::App app(
       "Reads outlines as curve records, shows what they are made of, draws, intersects, measures, "
-      "splits and offsets them, tells what lies inside and how far drawings are apart, and fits "
+      "splits, joins and offsets them, tells what lies inside and how far drawings are apart, and "
+      "fits "
       "curves to points.",
       "kurvo");
   app.set_version_flag("--version", "kurvo " KURVO_VERSION);
@@ -52,16 +53,17 @@ int Run(int argc, char** argv) {
       "  kurvo measure part.svg --near 120,45\n"
       "  kurvo locate part.svg 10,20 --grid 90 -o region.svg\n"
       "  kurvo split part.svg --parts=12 -o pieces.svg\n"
+      "  kurvo join loose.svg --gap 0.05 -o joined.svg\n"
       "  kurvo offset part.svg -d 2 -o offset.svg\n"
       "  kurvo distance part.svg tool.svg -o links.svg\n"
       "  kurvo fit points.csv --order 4 -o curve.svg\n\n"
       "Exit status: 0 done; 1 wrong options, or the output cannot be written; 2 the input cannot "
       "be\nread. Each fault is one line on standard error; no output file is then made or "
       "changed.");
-  const Command commands[] = {AddDrawCommand(app),     AddIntersectCommand(app),
-                              AddMeasureCommand(app),  AddLocateCommand(app),
-                              AddSplitCommand(app),    AddOffsetCommand(app),
-                              AddDistanceCommand(app), AddFitCommand(app)};
+  const Command commands[] = {
+      AddDrawCommand(app),   AddIntersectCommand(app), AddMeasureCommand(app),
+      AddLocateCommand(app), AddSplitCommand(app),     AddJoinCommand(app),
+      AddOffsetCommand(app), AddDistanceCommand(app),  AddFitCommand(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

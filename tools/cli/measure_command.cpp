@@ -1,4 +1,4 @@
-// kurvo measure: the curves of a drawing, one by one.
+// kurvo measure: the outlines of a drawing and their curves, one by one.
 #include <unistd.h>
 
 #include <memory>
@@ -41,8 +41,8 @@ Command AddMeasureCommand(CLI::App& app) {
   const auto options = std::make_shared<MeasureOptions>();
   CLI::App* measure = app.add_subcommand(
       "measure",
-      "List the curves of a drawing: type, ends, box, length, bends, and what is nearest to a "
-      "point");
+      "List the outlines of a drawing and their curves: type, ends, box, length, bends, area, "
+      "centroid, and what is nearest to a point");
   AddDrawing(*measure, options->input);
   measure
       ->add_option_function<std::string>(
@@ -52,10 +52,13 @@ Command AddMeasureCommand(CLI::App& app) {
       ->type_name("X,Y");
   AddJson(*measure, options->output);
   measure->footer(
-      "The box of a Bezier curve is that of its control points. Curvature is 1 / radius, its least "
-      "and its\ngreatest value; turning is what the tangent turns by, in degrees, in an outline "
-      "with its corners.\nBoth are positive from x towards y, clockwise as SVG is seen. Curves are "
-      "counted from 1 in each\noutline; t runs from 0 to 1 along a curve.");
+      "Boxes are the narrowest. Curvature is 1 / radius, its least and its greatest value; turning "
+      "is what the\ntangent turns by, in degrees, in an outline with its corners. Both and the "
+      "area "
+      "are positive from x\ntowards y, clockwise as SVG is seen. The length of a closed outline is "
+      "its perimeter; a line closes an\nopen one for its area, and without an area the centroid is "
+      "that of the length. Curves are counted\nfrom 1 in each outline; t runs from 0 to 1 along a "
+      "curve.");
   return {measure, [options] { RunMeasure(*options); }};
 }
 

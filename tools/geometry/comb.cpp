@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "geometry/arc_length.h"
+#include "geometry/chain.h"
 
 namespace kurvo::tools {
 namespace {
@@ -37,16 +37,17 @@ class CombMaker {
 
   void Add(const OwnedCurve& curve) {
     if (curve.Type() == CV_LINE) return;
-    const ArcLength length(library_, curve);
-    const auto count = static_cast<int>(
-        std::clamp<double>(teeth_per_unit_ * length.Total(), kFewestTeeth, kMostTeeth));
+    const double length = LengthOf(library_, curve);
+    const auto count = static_cast<std::size_t>(
+        std::clamp<double>(teeth_per_unit_ * length, kFewestTeeth, kMostTeeth));
+    const std::vector<KurvoPlace> places = EqualSteps(library_, curve, count);
     combs_.emplace_back();
-    for (int i = 0; i <= count; ++i) {
-      const double t = length.ParameterAt(length.Total() * i / count);
+    for (std::size_t i = 0; i <= count; ++i) {
+      const double t = i < count ? places[i].t : 1;  // also where the curve closes
       const auto curvature = CurvatureOf(library_, curve, t);
       if (curvature) {
         combs_.back().push_back(
-            {PositionOf(library_, curve, t), *curvature, length.Total() / count});
+            {PositionOf(library_, curve, t), *curvature, length / static_cast<double>(count)});
       } else if (!combs_.back().empty()) {
         combs_.emplace_back();
       }
@@ -105,7 +106,7 @@ class CombMaker {
 std::vector<Comb> CombsOf(Library& library, const Drawing& drawing, double extent) {
   if (!(extent > 0)) return {};
   double total = 0;
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { total += LengthOf(library, curve, 0, 1); });
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) { total += LengthOf(library, curve); });
   CombMaker maker(library, extent, total);
   ForEachCurve(drawing, [&](const OwnedCurve& curve) { maker.Add(curve); });
   return maker.Take();

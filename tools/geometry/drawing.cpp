@@ -1,5 +1,7 @@
 #include "geometry/drawing.h"
 
+#include "geometry/chain.h"
+
 namespace kurvo::tools {
 namespace {
 
@@ -9,7 +11,32 @@ bool EndMeetsStart(Library& library, const Outline& outline) {
                  EndOf(library, outline.curves.back()));
 }
 
+// The drawing with other curves along its outlines: remake(chain). Outlines that keep none, which
+// are points, are left out.
+template <class Remake>
+Drawing Remade(const Drawing& drawing, const Remake& remake) {
+  Drawing remade;
+  remade.skipped = drawing.skipped;
+  for (const Shape& shape : drawing.shapes) {
+    Shape& copy = remade.shapes.emplace_back(Shape{shape.label, shape.even_odd, {}});
+    for (const Outline& outline : shape.outlines) {
+      std::vector<OwnedCurve> curves = remake(Chain(outline.curves));
+      if (!curves.empty()) copy.outlines.push_back({std::move(curves), outline.closed});
+    }
+  }
+  return remade;
+}
+
 }  // namespace
+
+Drawing Flattened(Library& library, const Drawing& drawing, double deviation) {
+  return Remade(drawing, [&](const Chain& chain) { return Flattened(library, chain, deviation); });
+}
+
+Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation) {
+  return Remade(drawing,
+                [&](const Chain& chain) { return FittedByArcs(library, chain, deviation); });
+}
 
 std::string OutlineLabel(const Shape& shape, std::size_t outline) {
   if (shape.outlines.size() < 2) return shape.label;

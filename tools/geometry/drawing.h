@@ -57,6 +57,11 @@ using CurveDone = std::function<void()>;
 
 std::size_t CurveCount(const Drawing& drawing);
 
+// The drawing by chords, or by lines and arcs, that stay within `deviation` (a length) of its
+// outlines.
+Drawing Flattened(Library& library, const Drawing& drawing, double deviation);
+Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation);
+
 // The box around all curves.
 Bounds BoundsOf(Library& library, const Drawing& drawing);
 

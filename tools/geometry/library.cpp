@@ -17,14 +17,6 @@ void Put(Coord out, Point p) { KurvoclSetCoord(out, p.x, p.y, 0); }
 
 Point Take(const Coord p) { return {p[0], p[1]}; }
 
-NearestPoint NearestByLibrary(Library& library, const OwnedCurve& curve, Point p) {
-  const Coord point = {p.x, p.y, 0};
-  double t = 0;
-  const double distance = KurvocvDistPoint(curve.Get(), point, &t, library.State());
-  library.Check();
-  return {t, PositionOf(library, curve, t), distance};
-}
-
 }  // namespace
 
 LibraryError::LibraryError(int code) : std::runtime_error(ErrorText(code)) {}
@@ -135,14 +127,9 @@ std::vector<OwnedCurve> OwnedCurve::Pieces(Library& library, const OwnedCurve& s
 std::vector<OwnedCurve> OwnedCurve::Divided(Library& library, const OwnedCurve& source,
                                             std::vector<double> parameters) {
   const CvParam list = {static_cast<std::int32_t>(parameters.size()), parameters.data()};
-  std::vector<OwnedCurve> curves(parameters.size() + 1);
   Cvseq pieces;
   KurvocvNDivide(source.Get(), &list, &pieces, library.State());
-  for (std::size_t i = 0; i < curves.size() && pieces.count > 0; ++i)
-    std::swap(curves[i].curve_, pieces.curves[i]);
-  KurvocvFreeCvseq(&pieces);
-  library.Check();
-  return curves;
+  return TakeAll(library, pieces);
 }
 
 std::vector<OwnedCurve> OwnedCurve::Offset(Library& library, const OwnedCurve& source,
@@ -151,13 +138,15 @@ std::vector<OwnedCurve> OwnedCurve::Offset(Library& library, const OwnedCurve& s
   Cvseq sequence;
   KurvocvOffsetCurve(source.Get(), into_the_picture, distance, tolerance, &sequence,
                      library.State());
-  library.Check();
-  std::vector<OwnedCurve> pieces(static_cast<std::size_t>(sequence.count));
-  for (std::size_t i = 0; i < pieces.size(); ++i) {
-    std::swap(pieces[i].curve_, sequence.curves[i]);
-  }
+  return TakeAll(library, sequence);
+}
+
+std::vector<OwnedCurve> OwnedCurve::TakeAll(Library& library, Cvseq& sequence) {
+  std::vector<OwnedCurve> curves(static_cast<std::size_t>(sequence.count));
+  for (std::size_t i = 0; i < curves.size(); ++i) std::swap(curves[i].curve_, sequence.curves[i]);
   KurvocvFreeCvseq(&sequence);
-  return pieces;
+  library.Check();
+  return curves;
 }
 
 Point PositionOf(Library& library, const OwnedCurve& curve, double t) {
@@ -211,13 +200,6 @@ std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Poi
   return t;
 }
 
-double LengthOf(Library& library, const OwnedCurve& curve, double from, double to) {
-  double length = 0;
-  KurvocvCurveLen(curve.Get(), from, to, &length, library.State());
-  library.Check();
-  return length;
-}
-
 Point DerivativeOf(Library& library, const OwnedCurve& curve, double t, int n) {
   Coord v = {0, 0, 0};
   KurvocvNDeriv(curve.Get(), t, v, n, library.State());
@@ -244,17 +226,6 @@ Closest ClosestOn(Library& library, const OwnedCurve& first, const OwnedCurve& s
   return closest;
 }
 
-// The distance of a point from a Bezier curve is, in the library, that of the first foot point,
-// which need not be the nearest one. On a B-spline it is the least of all foot points and ends. So
-// a Bezier curve is asked as the B-spline of one span that it also is: the same points at the same
-// parameters.
-NearestPoint NearestOn(Library& library, const OwnedCurve& curve, Point p) {
-  if (curve.Type() == CV_LINE || curve.Type() == CV_ARC) return NearestByLibrary(library, curve, p);
-  const int spline_type = curve.Type() == CV_BEZIER ? CV_BSPLINE : CV_RBSPLINE;
-  const OwnedCurve spline = OwnedCurve::Converted(library, curve, spline_type);
-  return NearestByLibrary(library, spline, p);
-}
-
 std::string_view TypeName(int type) {
   switch (type) {
     case CV_LINE:
@@ -266,13 +237,6 @@ std::string_view TypeName(int type) {
     default:
       return "rational Bezier";
   }
-}
-
-Bounds BoundsOf(Library& library, const OwnedCurve& curve) {
-  Box box = {0, 0, 0, 0, 0, 0};
-  KurvocvBoundBox(curve.Get(), box, library.State());
-  library.Check();
-  return {box[0], box[1], box[3], box[4]};
 }
 
 }  // namespace kurvo::tools

@@ -80,6 +80,9 @@ class OwnedCurve {
   static std::vector<OwnedCurve> Offset(Library& library, const OwnedCurve& source, double distance,
                                         double tolerance);
 
+  // All curves of a sequence, which is then freed. Throws LibraryError when an error is pending.
+  static std::vector<OwnedCurve> TakeAll(Library& library, Cvseq& sequence);
+
  private:
   // The new data block; throws std::bad_alloc.
   void* Allocate(int type, int degree);
@@ -98,9 +101,6 @@ bool AreSame(Library& library, Point p, Point q);
 // The parameter of a point that lies on the curve within the length tolerance.
 std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p);
 
-// The length between two parameters; that of stretches of a free-form curve is no closer than the
-// library finds it, about a thousandth of a unit each.
-double LengthOf(Library& library, const OwnedCurve& curve, double from, double to);
 // The derivative of order n.
 Point DerivativeOf(Library& library, const OwnedCurve& curve, double t, int n);
 // 1 / radius towards the centre of curvature; nothing where the tangent is too short to have one.
@@ -115,19 +115,7 @@ struct Closest {
 
 Closest ClosestOn(Library& library, const OwnedCurve& first, const OwnedCurve& second);
 
-// Where a curve is nearest to a point.
-struct NearestPoint {
-  double parameter;
-  Point point;
-  double distance;
-};
-
-// Of all points of the bounded curve; on a tie any one of the nearest.
-NearestPoint NearestOn(Library& library, const OwnedCurve& curve, Point p);
-
 // "line", "arc", "Bezier" or "rational Bezier".
 std::string_view TypeName(int type);
-
-Bounds BoundsOf(Library& library, const OwnedCurve& curve);
 
 }  // namespace kurvo::tools

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "geometry/chain.h"
+
 namespace kurvo::tools {
 namespace {
 

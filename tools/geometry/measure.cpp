@@ -4,8 +4,6 @@
 #include <cmath>
 #include <functional>
 
-#include "geometry/arc_length.h"
-
 namespace kurvo::tools {
 namespace {
 
@@ -121,7 +119,7 @@ CurveMeasures MeasureCurve(Library& library, const OwnedCurve& curve,
                             StartOf(library, curve),
                             EndOf(library, curve),
                             BoundsOf(library, curve),
-                            ArcLength(library, curve).Total(),
+                            LengthOf(library, curve),
                             BendingOf(library, curve),
                             std::nullopt};
   if (near) measures.nearest = NearestOn(library, curve, *near);
@@ -160,6 +158,9 @@ OutlineMeasures MeasureOutline(Library& library, const std::string& label, const
     done();
   }
   measures.turning = TurningOf(measures);
+  const KurvoMoments moments = MomentsOf(library, outline.curves);
+  measures.area = moments.area;
+  measures.centroid = {moments.centroid[0], moments.centroid[1]};
   return measures;
 }
 
@@ -226,6 +227,12 @@ std::vector<OutlineMeasures> Measure(Library& library, const Drawing& drawing,
     outlines.push_back(MeasureOutline(library, label, outline, near, done));
   });
   return outlines;
+}
+
+double TotalLength(const std::vector<OutlineMeasures>& outlines) {
+  double total = 0;
+  for (const OutlineMeasures& outline : outlines) total += outline.length;
+  return total;
 }
 
 const NearestPoint& NearestIn(const OutlineMeasures& outline) {

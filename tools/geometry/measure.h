@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "geometry/chain.h"
 #include "geometry/drawing.h"
 #include "geometry/library.h"
 
@@ -42,7 +43,7 @@ struct CurveMeasures {
   int degree;
   Point start;
   Point end;
-  Bounds box;  // of the control points, for a Bezier curve
+  Bounds box;
   double length;
   Bending bending;
   std::optional<NearestPoint> nearest;
@@ -56,11 +57,18 @@ struct OutlineMeasures {
   std::size_t nearest_curve = 0;      // the first of those that are nearest
   double length = 0;
   double turning = 0;  // of the curves and in the corners between them, radians
+  // Positive from x towards y; an open outline is closed by a line. Without an area the centroid is
+  // that of the length.
+  double area = 0;
+  Point centroid = {};
 };
 
 // `near` is the point to be near to, when there is one. `done` is called for each curve.
 std::vector<OutlineMeasures> Measure(Library& library, const Drawing& drawing,
                                      const std::optional<Point>& near, const CurveDone& done);
+
+// Of all outlines together.
+double TotalLength(const std::vector<OutlineMeasures>& outlines);
 
 // The outline with the nearest point, the first of several; nothing without outlines.
 const OutlineMeasures* NearestOutline(const std::vector<OutlineMeasures>& outlines);

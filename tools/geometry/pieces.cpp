@@ -2,11 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <deque>
 #include <iterator>
 #include <utility>
-
-#include "geometry/arc_length.h"
 
 namespace kurvo::tools {
 namespace {
@@ -22,65 +19,6 @@ std::vector<SplitOutline> SplitEach(const Drawing& drawing, const Split& split) 
   return outlines;
 }
 
-// Parameters that are to ascend may be the same where the measured length jumps.
-void AppendAfter(double t, std::vector<double>& parameters) {
-  if (!parameters.empty()) t = std::max(t, std::nextafter(parameters.back(), 1.0));
-  parameters.push_back(t);
-}
-
-// The outline is walked curve by curve. A cut that is at the end of one of them, to within the
-// length tolerance, falls between it and the next.
-class PartSplitter {
- public:
-  PartSplitter(Library& library, const Outline& outline, std::size_t count)
-      : library_(library), count_(count) {
-    for (const OwnedCurve& curve : outline.curves) {
-      lengths_.emplace_back(library, curve);
-      total_ += lengths_.back().Total();
-    }
-  }
-
-  void Run(const Outline& outline, std::vector<Piece>& pieces, const CurveDone& done) {
-    if (!(total_ > static_cast<double>(count_) * library_.Tolerance())) return;
-    pieces.resize(count_);
-    for (std::size_t i = 0; i < outline.curves.size(); ++i) {
-      Add(outline.curves[i], lengths_[i], pieces);
-      done();
-    }
-    std::erase_if(pieces, [](const Piece& piece) { return piece.curves.empty(); });
-  }
-
- private:
-  // From the start of the outline to the start of piece k.
-  double CutAt(std::size_t k) const {
-    return total_ * static_cast<double>(k) / static_cast<double>(count_);
-  }
-
-  void Add(const OwnedCurve& curve, const ArcLength& length, std::vector<Piece>& pieces) {
-    const double end = walked_ + length.Total();
-    std::vector<double> parameters;
-    const std::size_t first = piece_;
-    for (; piece_ + 1 < count_ && end - CutAt(piece_ + 1) > library_.Tolerance(); ++piece_)
-      AppendAfter(length.ParameterAt(CutAt(piece_ + 1) - walked_), parameters);
-    auto parts = OwnedCurve::Divided(library_, curve, std::move(parameters));
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-      const std::size_t k = first + i;
-      pieces[k].length +=
-          std::min(end, i + 1 < parts.size() ? CutAt(k + 1) : end) - std::max(walked_, CutAt(k));
-      if (!IsPoint(library_, parts[i])) pieces[k].curves.push_back(std::move(parts[i]));
-    }
-    walked_ = end;
-    if (piece_ + 1 < count_ && !(CutAt(piece_ + 1) - end > library_.Tolerance())) ++piece_;
-  }
-
-  Library& library_;
-  const std::size_t count_;
-  std::deque<ArcLength> lengths_;
-  double total_ = 0;
-  double walked_ = 0;      // up to the start of the next curve
-  std::size_t piece_ = 0;  // that it belongs to
-};
-
 OutlineOffset OffsetOutline(Library& library, std::string label, const Outline& outline,
                             double distance, double tolerance, const CurveDone& done) {
   OutlineOffset offset = {std::move(label), &outline, distance, {}};
@@ -93,7 +31,39 @@ OutlineOffset OffsetOutline(Library& library, std::string label, const Outline& 
   return offset;
 }
 
+// A region, or a record of chains, that frees itself.
+struct OwnedRegion {
+  OwnedRegion() { KurvoRegionInit(&record); }
+  OwnedRegion(const OwnedRegion&) = delete;
+  OwnedRegion& operator=(const OwnedRegion&) = delete;
+  ~OwnedRegion() { KurvoRegionFree(&record); }
+
+  KurvoRegion record;
+};
+
 }  // namespace
+
+JoinedCurves JoinCurves(Library& library, const Drawing& drawing, double gap) {
+  std::vector<Curve> curves;  // headers
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) { curves.push_back(*curve.Get()); });
+  KurvoOptions options = {};
+  options.size = sizeof options;
+  options.gap = gap;
+  OwnedRegion closed, open;
+  JoinedCurves joined;
+  KurvoChainJoin(curves.data(), static_cast<std::int32_t>(curves.size()), &options, &closed.record,
+                 &open.record, &joined.report, library.State());
+  library.Check();
+  for (const OwnedRegion* chains : {&closed, &open}) {
+    for (std::int32_t i = 0; i < chains->record.count; ++i) {
+      Piece piece = {OwnedCurve::TakeAll(library, chains->record.loops[i]), 0, chains == &closed};
+      piece.length = LengthOf(library, piece.curves);
+      joined.chains.pieces.push_back(std::move(piece));
+    }
+  }
+  joined.closed = static_cast<std::size_t>(closed.record.count);
+  return joined;
+}
 
 std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
                                   const std::vector<double>& parameters, const CurveDone& done) {
@@ -102,7 +72,7 @@ std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
       for (OwnedCurve& part : OwnedCurve::Divided(library, curve, parameters)) {
         if (IsPoint(library, part)) continue;
         pieces.emplace_back();
-        pieces.back().length = ArcLength(library, part).Total();
+        pieces.back().length = LengthOf(library, part);
         pieces.back().curves.push_back(std::move(part));
       }
       done();
@@ -113,7 +83,17 @@ std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
 std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawing,
                                          std::size_t count, const CurveDone& done) {
   return SplitEach(drawing, [&](const Outline& outline, std::vector<Piece>& pieces) {
-    PartSplitter(library, outline, count).Run(outline, pieces, done);
+    const Chain chain(outline.curves);
+    const double length = LengthOf(library, chain) / static_cast<double>(count);
+    if (length > library.Tolerance()) {
+      const std::vector<KurvoPlace> places = EqualSteps(library, chain, count);
+      for (std::size_t i = 0; i < count; ++i) {
+        Piece piece = {Trimmed(library, chain, places[i], places[i + 1]), length, false};
+        std::erase_if(piece.curves, [&](const OwnedCurve& part) { return IsPoint(library, part); });
+        if (!piece.curves.empty()) pieces.push_back(std::move(piece));
+      }
+    }
+    for (std::size_t i = 0; i < outline.curves.size(); ++i) done();
   });
 }
 

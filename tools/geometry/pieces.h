@@ -1,4 +1,4 @@
-// Outlines in pieces, and their pieces at a distance.
+// Outlines in pieces, loose curves as chains, and pieces at a distance.
 #pragma once
 
 #include <cstddef>
@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "geometry/chain.h"
 #include "geometry/drawing.h"
 #include "geometry/library.h"
 
@@ -15,6 +16,7 @@ namespace kurvo::tools {
 struct Piece {
   std::vector<OwnedCurve> curves;  // at least one, none of them a point
   double length = 0;
+  bool closed = false;
 };
 
 struct SplitOutline {
@@ -30,6 +32,16 @@ std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
 // Every outline in `count` pieces of the same arc length; one without length gives none.
 std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawing,
                                          std::size_t count, const CurveDone& done);
+
+struct JoinedCurves {
+  SplitOutline chains;  // without a name; closed ones first
+  std::size_t closed = 0;
+  KurvoReport report = {};
+};
+
+// Chains of all curves of the drawing, in any order and direction, where ends no farther apart than
+// `gap` (a length; 0: the length tolerance) are joined. A curve given twice comes once.
+JoinedCurves JoinCurves(Library& library, const Drawing& drawing, double gap);
 
 // One outline of the drawing, which must outlive it, at one distance.
 struct OutlineOffset {

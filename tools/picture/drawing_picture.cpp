@@ -1,6 +1,7 @@
 // The curves of a drawing by type, with what they are made of.
 #include <fmt/format.h>
 
+#include "geometry/chain.h"
 #include "geometry/comb.h"
 #include "picture/frame.h"
 #include "picture/pictures.h"
@@ -22,11 +23,12 @@ struct CurveTrace {
   Point start;
   Point end;
   std::vector<Point> controls;  // of a Bezier curve; the centre of an arc
+  bool other = false;           // of two colours the other
 };
 
 struct OutlineTrace {
   std::vector<CurveTrace> curves;
-  Bounds box;  // of the control points
+  Bounds box;
   bool closed;
 };
 
@@ -46,12 +48,18 @@ std::vector<Point> ControlPoints(const OwnedCurve& curve) {
   return {{arc.centre[0], arc.centre[1]}};
 }
 
-OutlineTrace TraceOutline(Library& library, const Outline& outline, double extent) {
+OutlineTrace TraceOutline(Library& library, const Outline& outline, bool alternate) {
   OutlineTrace trace = {{}, {}, outline.closed};
   for (const OwnedCurve& curve : outline.curves) {
-    trace.curves.push_back(
-        {curve.Type(), {}, StartOf(library, curve), EndOf(library, curve), ControlPoints(curve)});
-    trace.curves.back().drawn.Add(library, curve, extent);
+    const bool other = alternate && curve.Type() == CV_ARC && !trace.curves.empty() &&
+                       trace.curves.back().type == CV_ARC && !trace.curves.back().other;
+    trace.curves.push_back({curve.Type(),
+                            {},
+                            StartOf(library, curve),
+                            EndOf(library, curve),
+                            ControlPoints(curve),
+                            other});
+    trace.curves.back().drawn.Add(library, curve);
     trace.box.Add(BoundsOf(library, curve));
   }
   return trace;
@@ -65,7 +73,7 @@ class DrawingPictureWriter {
         options_(options),
         extent_(Extent(library, {&drawing})) {
     ForEachOutline(drawing, [&](const Outline& outline, const std::string&) {
-      traces_.push_back(TraceOutline(library, outline, extent_));
+      traces_.push_back(TraceOutline(library, outline, options.alternate));
     });
     if (options.comb && !options.curves_only) combs_ = CombsOf(library, drawing, extent_);
   }
@@ -119,7 +127,8 @@ class DrawingPictureWriter {
     if (options_.boxes) WriteBoxes(out);
     WriteCombs(out);
     if (options_.control) WriteControls(out);
-    for (const CurveStyle& style : kCurveStyles) WriteCurves(style, out);
+    for (const CurveStyle& style : kCurveStyles) WriteCurves(style, false, out);
+    if (options_.alternate) WriteCurves(kOtherArcs, true, out);
     if (options_.points) WritePoints(out);
   }
 
@@ -171,10 +180,10 @@ class DrawingPictureWriter {
     out.Path(marks, out.Fill(kControlColour));
   }
 
-  void WriteCurves(const CurveStyle& style, Picture& out) const {
+  void WriteCurves(const CurveStyle& style, bool other, Picture& out) const {
     std::string data;
     ForEachTrace([&](const CurveTrace& curve) {
-      if (curve.type == style.type) data += curve.drawn.data;
+      if (curve.type == style.type && curve.other == other) data += curve.drawn.data;
     });
     out.Path(data, out.Stroke(style.colour, width_));
   }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "geometry/sampling.h"
+#include "geometry/chain.h"
 #include "svg/curve_path.h"
 
 namespace kurvo::tools {
@@ -130,14 +130,14 @@ void Picture::WriteMark(const LegendEntry& entry, Point left) {
   }
 }
 
-void DrawnCurves::Add(Library& library, const OwnedCurve& curve, double extent) {
+void DrawnCurves::Add(Library& library, const OwnedCurve& curve) {
   data += PathData(library, curve);
-  for (const Point p : SampleCurve(library, curve, kChordTolerance * extent)) box.Add(p);
+  box.Add(BoundsOf(library, curve));
   ++count;
 }
 
-void DrawnCurves::Add(Library& library, const Drawing& drawing, double extent) {
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { Add(library, curve, extent); });
+void DrawnCurves::Add(Library& library, const Drawing& drawing) {
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) { Add(library, curve); });
 }
 
 }  // namespace kurvo::tools

@@ -20,6 +20,7 @@ struct CurveStyle {
 
 inline constexpr CurveStyle kCurveStyles[] = {
     {CV_LINE, "#334155"}, {CV_ARC, "#d95f02"}, {CV_BEZIER, "#1d5fd1"}, {CV_RBEZIER, "#0b8a5b"}};
+inline constexpr CurveStyle kOtherArcs = {CV_ARC, "#1d5fd1"};  // where colours alternate
 inline constexpr std::string_view kControlColour = "#94a3b8";
 inline constexpr std::string_view kBoxColour = "#c4b5a0";
 inline constexpr std::string_view kCombColour = "#c026d3";
@@ -84,19 +85,14 @@ class Picture : public SvgWriter {
   Point legend_corner_;
 };
 
-// Between a curve and the chords by which a picture is told where it runs; a part of the longer
-// side of the drawing.
-inline constexpr double kChordTolerance = 5e-5;
-
 // Curves as a picture shows them.
 struct DrawnCurves {
   std::string data;  // of a path
-  Bounds box;        // around what is drawn, closer than that of control points
+  Bounds box;
   std::size_t count = 0;
 
-  // `extent` is the size of the drawing.
-  void Add(Library& library, const OwnedCurve& curve, double extent);
-  void Add(Library& library, const Drawing& drawing, double extent);
+  void Add(Library& library, const OwnedCurve& curve);
+  void Add(Library& library, const Drawing& drawing);
 };
 
 }  // namespace kurvo::tools

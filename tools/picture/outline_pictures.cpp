@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "geometry/sampling.h"
+#include "geometry/chain.h"
 #include "picture/frame.h"
 #include "picture/pictures.h"
 #include "svg/curve_path.h"
@@ -56,14 +56,6 @@ std::vector<Point> ControlPoints(const OwnedCurve& spline) {
   return points;
 }
 
-// What the picture of a spline shows: span by span, so that no bend hides between two samples.
-Bounds FitBox(Library& library, const OwnedCurve& spline, double extent, Bounds box) {
-  for (const OwnedCurve& span : OwnedCurve::Pieces(library, spline)) {
-    for (const Point p : SampleCurve(library, span, kChordTolerance * extent)) box.Add(p);
-  }
-  return box;
-}
-
 void WriteControl(const std::vector<Point>& control, Picture& out) {
   out.Path(out.Polyline(control), out.PixelStroke(kControlColour, kThinWidth));
   std::string marks;
@@ -77,7 +69,7 @@ std::string LocatePicture(Library& library, const Drawing& drawing, const Locate
                           double size) {
   const double extent = Extent(library, {&drawing});
   DrawnCurves curves;
-  curves.Add(library, drawing, extent);
+  curves.Add(library, drawing);
   Bounds shown = curves.box;
   for (const auto* points : {&report.points, &report.grid}) {
     for (const LocatedPoint& at : *points) shown.Add(at.point);
@@ -102,9 +94,9 @@ std::string OffsetPicture(Library& library, const Drawing& drawing,
                           double size) {
   const double extent = Extent(library, {&drawing});
   DrawnCurves sources, moved;
-  sources.Add(library, drawing, extent);
+  sources.Add(library, drawing);
   for (const OutlineOffset& offset : offsets) {
-    for (const OwnedCurve& piece : offset.pieces) moved.Add(library, piece, extent);
+    for (const OwnedCurve& piece : offset.pieces) moved.Add(library, piece);
   }
   Bounds shown = sources.box;
   shown.Add(moved.box);
@@ -122,7 +114,7 @@ std::string OffsetPicture(Library& library, const Drawing& drawing,
   return out.Finish();
 }
 
-std::string SplitPicture(Library& library, const std::vector<SplitOutline>& outlines, double extent,
+std::string SplitPicture(Library& library, std::span<const SplitOutline> outlines, double extent,
                          double size) {
   Bounds shown;
   for (const SplitOutline& outline : outlines) {
@@ -137,7 +129,8 @@ std::string SplitPicture(Library& library, const std::vector<SplitOutline>& outl
   for (const SplitOutline& outline : outlines) {
     for (std::size_t i = 0; i < outline.pieces.size(); ++i) {
       const std::string_view colour = PieceColour(i, outline.pieces.size());
-      out.Path(PathData(library, outline.pieces[i].curves),
+      const Piece& piece = outline.pieces[i];
+      out.Path(PathData(library, piece.curves) + (piece.closed ? "Z" : ""),
                "stroke=\"" + std::string(colour) + "\"");
     }
   }
@@ -150,7 +143,7 @@ std::string FitPicture(Library& library, const std::vector<Point>& points, const
   Bounds shown;
   for (const Point p : points) shown.Add(p);
   const double extent = shown.LongerSide();
-  shown = FitBox(library, spline, extent, shown);
+  shown.Add(BoundsOf(library, spline));
   std::vector<LegendEntry> legend = {
       {Mark::kCurve, kDrawingColours[0], "B-spline"},
       {Mark::kPoint, kPointColour, fmt::format("point ({})", points.size())}};

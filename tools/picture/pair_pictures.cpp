@@ -1,7 +1,7 @@
 // Two drawings and what lies between them: crossings and links.
-#include "geometry/sampling.h"
 #include "picture/frame.h"
 #include "picture/pictures.h"
+#include "svg/curve_path.h"
 
 namespace kurvo::tools {
 namespace {
@@ -20,12 +20,11 @@ class PairPicture {
   PairPicture(Library& library, const std::vector<const Drawing*>& drawings)
       : extent_(Extent(library, drawings)) {
     for (const Drawing* drawing : drawings) {
-      curves_.emplace_back().Add(library, *drawing, extent_);
+      curves_.emplace_back().Add(library, *drawing);
       shown_.Add(curves_.back().box);
     }
   }
 
-  double DrawingExtent() const { return extent_; }
   Picture Begin(double size, std::vector<LegendEntry> legend) const {
     return Picture({.extent = extent_,
                     .shown = shown_,
@@ -60,14 +59,14 @@ std::vector<LegendEntry> Entries(const CrossingReport& report) {
   return entries;
 }
 
-void WriteOverlaps(Library& library, const CrossingReport& report, double extent, Picture& out) {
+void WriteOverlaps(Library& library, const CrossingReport& report, Picture& out) {
   std::string stretches;
   for (const Overlap& overlap : report.found.overlaps) {
     // All of the curve, when it is not known where they part.
     const double from = overlap.has_ends ? overlap.stretch.from.first : 0;
     const double to = overlap.has_ends ? overlap.stretch.to.first : 1;
     const OwnedCurve& curve = *report.first.curves[overlap.first].curve;
-    stretches += out.Polyline(SampleCurve(library, curve, kChordTolerance * extent, from, to));
+    stretches += PathData(library, OwnedCurve::Divided(library, curve, {from, to})[1]);
   }
   out.Path(stretches,
            out.PixelStroke(kCrossingColour, kOverlapWidth) + " " + std::string(kOverlapOpacity));
@@ -107,7 +106,7 @@ std::string CrossingPicture(Library& library, const Drawing& first, const Drawin
   if (second != nullptr) drawings.push_back(second);
   const PairPicture pair(library, drawings);
   Picture out = pair.Begin(size, Entries(report));
-  WriteOverlaps(library, report, pair.DrawingExtent(), out);
+  WriteOverlaps(library, report, out);
   pair.WriteCurves(out);
   out.OpenGroup(out.PixelStroke(kCrossingColour, kRingWidth));
   for (const Crossing& crossing : report.found.crossings)

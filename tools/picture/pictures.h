@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ struct PictureOptions {
   bool boxes = true;    // of each outline
   bool legend = true;
   bool comb = false;         // curvature combs
+  bool alternate = false;    // neighbouring arcs in two colours
   bool curves_only = false;  // one thin black stroke and nothing else
   bool fill = false;         // the shapes filled by their fill rule; with curves_only, not stroked
   std::optional<double> stroke_width;  // of the curves, in units of the drawing
@@ -46,7 +48,7 @@ std::string OffsetPicture(Library& library, const Drawing& drawing,
 
 // One path for each piece and nothing else, so that it can be read as a drawing of the pieces;
 // neighbours have different colours. `extent` is that of the drawing they come from.
-std::string SplitPicture(Library& library, const std::vector<SplitOutline>& outlines, double extent,
+std::string SplitPicture(Library& library, std::span<const SplitOutline> outlines, double extent,
                          double size);
 
 // A spline with a ring around each point that it passes through; `control` shows its control

@@ -12,9 +12,12 @@ namespace {
 constexpr auto kRight = TextTable::Align::kRight;
 
 std::vector<TextTable::Column> Columns(bool near) {
-  std::vector<TextTable::Column> columns = {
-      {"outline"}, {"curve", kRight}, {"type"},           {"degree", kRight}, {"start"},
-      {"end"},     {"box"},           {"length", kRight}, {"curvature"},      {"turning", kRight}};
+  std::vector<TextTable::Column> columns = {{"outline"},      {"curve", kRight},
+                                            {"type"},         {"degree", kRight},
+                                            {"start"},        {"end"},
+                                            {"box"},          {"length", kRight},
+                                            {"curvature"},    {"turning", kRight},
+                                            {"area", kRight}, {"centroid"}};
   if (near) columns.insert(columns.end(), {{"distance", kRight}, {"t"}, {"nearest point"}});
   return columns;
 }
@@ -56,6 +59,7 @@ void AddOutline(const OutlineMeasures& outline, bool near, TextTable& table) {
                                   BoundsText(outline.box)};
   AddBending(outline.length, Extreme(outline, LeastCurved(outline), &Bending::least),
              Extreme(outline, MostCurved(outline), &Bending::greatest), outline.turning, row);
+  row.insert(row.end(), {ShortNumber(outline.area), PointText(outline.centroid)});
   if (near) AddNearest(NearestIn(outline), "", row);
   table.Add(std::move(row));
   for (std::size_t i = 0; i < outline.curves.size(); ++i) {
@@ -69,9 +73,15 @@ void AddOutline(const OutlineMeasures& outline, bool near, TextTable& table) {
            BoundsText(curve.box)};
     AddBending(curve.length, curve.bending.least, curve.bending.greatest, curve.bending.turning,
                row);
+    row.insert(row.end(), {"", ""});  // areas are of outlines
     if (near) AddNearest(*curve.nearest, ShortNumber(curve.nearest->parameter), row);
     table.Add(std::move(row));
   }
+}
+
+std::string TotalText(const MeasureReport& report) {
+  return fmt::format("{}, total length {}\n", CountText(report.outlines.size(), "outline"),
+                     ShortNumber(TotalLength(report.outlines)));
 }
 
 std::string NearestText(const MeasureReport& report) {
@@ -130,6 +140,8 @@ std::string OutlineRecord(const OutlineMeasures& outline, bool near) {
   json.Add("end", outline.curves.back().end);
   json.Add("box", outline.box);
   json.Add("length", outline.length);
+  json.Add("area", outline.area);
+  json.Add("centroid", outline.centroid);
   json.Add("turning", Degrees(outline.turning));
   json.Add("least", ExtremeJson(Extreme(outline, least, &Bending::least), least));
   json.Add("greatest", ExtremeJson(Extreme(outline, most, &Bending::greatest), most));
@@ -155,7 +167,7 @@ std::string MeasureTable(const MeasureReport& report) {
   for (const OutlineMeasures& outline : report.outlines) {
     AddOutline(outline, report.near.has_value(), table);
   }
-  return table.Text() + (report.near ? NearestText(report) : "");
+  return table.Text() + TotalText(report) + (report.near ? NearestText(report) : "");
 }
 
 std::string MeasureJson(const MeasureReport& report) {
@@ -165,6 +177,7 @@ std::string MeasureJson(const MeasureReport& report) {
     json.Add("near", *report.near);
     json.Add("nearest", OverallNearest(report));
   }
+  json.Add("length", TotalLength(report.outlines));
   json.AddList("outlines", report.outlines, [&](const OutlineMeasures& outline, std::size_t) {
     return OutlineRecord(outline, report.near.has_value());
   });

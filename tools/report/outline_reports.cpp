@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <span>
 
+#include "geometry/chain.h"
 #include "report/json.h"
 #include "report/reports.h"
 #include "report/text.h"
@@ -112,10 +113,50 @@ std::string SplitJson(Library& library, const std::string& name,
   return json.Take();
 }
 
+std::string JoinTable(Library& library, const JoinedCurves& joined) {
+  TextTable table({{"chain", kRight},
+                   {""},
+                   {"curves", kRight},
+                   {"start"},
+                   {"end"},
+                   {"length", kRight},
+                   {"box"}});
+  const std::vector<Piece>& chains = joined.chains.pieces;
+  for (std::size_t i = 0; i < chains.size(); ++i) {
+    const std::vector<OwnedCurve>& curves = chains[i].curves;
+    table.Add({std::to_string(i + 1), chains[i].closed ? "closed" : "open",
+               std::to_string(curves.size()), PointText(StartOf(library, curves.front())),
+               PointText(EndOf(library, curves.back())), ShortNumber(chains[i].length),
+               BoundsText(BoundsOf(library, curves))});
+  }
+  return table.Text() + fmt::format("{} closed, {} open; {}, {} dropped\n", joined.closed,
+                                    chains.size() - joined.closed,
+                                    CountText(static_cast<std::size_t>(joined.report.gaps), "gap"),
+                                    joined.report.dropped);
+}
+
+std::string JoinJson(Library& library, const std::string& name, const JoinedCurves& joined) {
+  JsonLines json;
+  json.Add("file", name);
+  json.Add("gaps", joined.report.gaps);
+  json.Add("dropped", joined.report.dropped);
+  json.Add("moved", joined.report.moved);
+  json.AddList("chains", joined.chains.pieces, [&](const Piece& chain, std::size_t i) -> Json {
+    return {{"chain", i + 1},
+            {"closed", chain.closed},
+            {"curves", chain.curves.size()},
+            {"start", StartOf(library, chain.curves.front())},
+            {"end", EndOf(library, chain.curves.back())},
+            {"length", chain.length},
+            {"box", BoundsOf(library, chain.curves)}};
+  });
+  return json.Take();
+}
+
 std::string FitText(Library& library, const OwnedCurve& spline) {
   const KurvoBSpline& block = spline.Block<KurvoBSpline>();
   return fmt::format("B-spline of order {} through {} points, length {}\n", block.order,
-                     block.count, ShortNumber(LengthOf(library, spline, 0, 1)));
+                     block.count, ShortNumber(LengthOf(library, spline)));
 }
 
 std::string FitJson(const OwnedCurve& spline) {

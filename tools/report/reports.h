@@ -70,8 +70,8 @@ struct MeasureReport {
   const std::vector<OutlineMeasures>& outlines;
 };
 
-// One line for each outline, followed by one for each of its curves, and in the end the nearest
-// point of all.
+// One line for each outline, followed by one for each of its curves, and in the end the length of
+// all and the nearest point of all.
 std::string MeasureTable(const MeasureReport& report);
 std::string MeasureJson(const MeasureReport& report);
 
@@ -82,6 +82,10 @@ std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offs
 std::string SplitTable(Library& library, const std::vector<SplitOutline>& outlines);
 std::string SplitJson(Library& library, const std::string& name,
                       const std::vector<SplitOutline>& outlines);
+
+// One line for each chain, then how many there are and what was done to join them.
+std::string JoinTable(Library& library, const JoinedCurves& joined);
+std::string JoinJson(Library& library, const std::string& name, const JoinedCurves& joined);
 
 // A spline through points: a line about it, or its knots and control points.
 std::string FitText(Library& library, const OwnedCurve& spline);

@@ -5,6 +5,7 @@
 #include <limits>
 #include <numbers>
 
+#include "geometry/chain.h"
 #include "geometry/cubic_fit.h"
 #include "geometry/elliptical_arc.h"
 #include "svg/input.h"
@@ -181,7 +182,7 @@ class PathWriter {
     const Point start = At(arc.start);
     const bool is_circle = start.x == arc.end[0] && start.y == arc.end[1];
     WriteParts(arc, start, At(arc.end),
-               is_circle ? 2 * std::numbers::pi : LengthOf(library_, curve, 0, 1) / arc.radius);
+               is_circle ? 2 * std::numbers::pi : LengthOf(library_, curve) / arc.radius);
   }
 
   // Parts within the length tolerance would be lost when they are read.

@@ -1,0 +1,55 @@
+// What the library for outlines tells of curves that run end to start, and makes of them. All of it
+// throws LibraryError.
+#pragma once
+
+#include <kurvo_outline.h>
+
+#include <vector>
+
+#include "geometry/library.h"
+
+namespace kurvo::tools {
+
+// A view of curves, which must outlive it.
+class Chain {
+ public:
+  // Implicit, so that questions to chains can be asked of curves.
+  Chain(const std::vector<OwnedCurve>& curves);
+  Chain(const OwnedCurve& curve) : curves_{*curve.Get()} {}
+
+  // The library does not write to a chain that it reads, but its record has no const array.
+  Cvseq Seq() const {
+    return {static_cast<std::int32_t>(curves_.size()), const_cast<Curve*>(curves_.data())};
+  }
+  bool IsEmpty() const { return curves_.empty(); }
+
+ private:
+  std::vector<Curve> curves_;  // headers; the blocks belong to the curves
+};
+
+double LengthOf(Library& library, const Chain& chain);
+// The narrowest box; an empty one without curves.
+Bounds BoundsOf(Library& library, const Chain& chain);
+// The area is positive from the x axis to the y axis, an open chain closed by its chord.
+KurvoMoments MomentsOf(Library& library, const Chain& chain);
+
+// Where a curve is nearest to a point: the first of several places.
+struct NearestPoint {
+  double parameter;
+  Point point;
+  double distance;
+};
+NearestPoint NearestOn(Library& library, const OwnedCurve& curve, Point p);
+
+// The places that divide the chain into `count` stretches of the same length, both ends included;
+// of a chain that closes the last is the first.
+std::vector<KurvoPlace> EqualSteps(Library& library, const Chain& chain, std::size_t count);
+// The part from one place to another.
+std::vector<OwnedCurve> Trimmed(Library& library, const Chain& chain, const KurvoPlace& from,
+                                const KurvoPlace& to);
+
+// Chords and arcs that stay within `deviation` (a length) of the chain.
+std::vector<OwnedCurve> Flattened(Library& library, const Chain& chain, double deviation);
+std::vector<OwnedCurve> FittedByArcs(Library& library, const Chain& chain, double deviation);
+
+}  // namespace kurvo::tools
