@@ -18,6 +18,13 @@ void TakeAttributes(const Curve& from, Curve& to) {
   for (int i = 0; i < count; ++i) TakeAttributes(sources.curves[i], pieces.curves[i]);
 }
 
+OwnedCurve LineBetween(Vec2 start, Vec2 end) {
+  auto [curve, line] = OwnedCurve::New<KurvoLine>(CV_LINE);
+  KurvoclSetCoord(line->start, start.x, start.y, 0);
+  KurvoclSetCoord(line->end, end.x, end.y, 0);
+  return std::move(curve);
+}
+
 OwnedCurve CopyOf(const Curve& curve) {
   OwnedCurve copy;
   GlobalVar g;

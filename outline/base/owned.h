@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/memory.h"
+#include "base/vec2.h"
 
 namespace kurvo::outline {
 
@@ -43,6 +44,9 @@ class OwnedCurve {
  private:
   Curve curve_;
 };
+
+// The line between two points of the caller's coordinates. Throws std::bad_alloc.
+OwnedCurve LineBetween(Vec2 start, Vec2 end);
 
 // A deep copy, attribute words included, also of the pieces of composites. Throws Refusal with the
 // kernel's code.

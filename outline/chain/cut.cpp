@@ -20,13 +20,6 @@ void TakeWords(const Curve& from, Curve& to) {
 
 void Set(double* coord, Vec2 p) { KurvoclSetCoord(coord, p.x, p.y, 0); }
 
-OwnedCurve LineOf(Vec2 start, Vec2 end) {
-  auto [curve, line] = OwnedCurve::New<KurvoLine>(CV_LINE);
-  Set(line->start, start);
-  Set(line->end, end);
-  return std::move(curve);
-}
-
 // The points of a line or an arc at the ends of a part: as stored where it is not cut.
 Vec2 EndOf(const Span& span, const Frame& frame, double u, const double* start, const double* end) {
   if (u == 0) return {start[0], start[1]};
@@ -37,8 +30,8 @@ Vec2 EndOf(const Span& span, const Frame& frame, double u, const double* start, 
 void AppendLine(const Curve& curve, const Span& span, double from, double to, const Frame& frame,
                 Array<OwnedCurve>& parts) {
   const auto& line = BlockOf<KurvoLine>(curve);
-  parts.push_back(LineOf(EndOf(span, frame, from, line.start, line.end),
-                         EndOf(span, frame, to, line.start, line.end)));
+  parts.push_back(LineBetween(EndOf(span, frame, from, line.start, line.end),
+                              EndOf(span, frame, to, line.start, line.end)));
 }
 
 // An arc so short that its ends, rounded, would make it a point or nearly a circle is a line.
@@ -47,7 +40,7 @@ OwnedCurve ArcOf(const KurvoArc& whole, Vec2 start, Vec2 end, double sweep, cons
   const double sense = whole.normal[2] < 0 ? -1 : 1;
   const double got =
       SweepBetween(frame.Inwards(start) - centre, frame.Inwards(end) - centre, sense, start == end);
-  if (!(std::numbers::pi / 2 >= std::fabs(got - sweep))) return LineOf(start, end);
+  if (!(std::numbers::pi / 2 >= std::fabs(got - sweep))) return LineBetween(start, end);
   auto [curve, arc] = OwnedCurve::New<KurvoArc>(CV_ARC);
   *arc = whole;
   Set(arc->start, start);

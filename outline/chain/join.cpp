@@ -30,13 +30,6 @@ Vec2 Beyond(const Curve& curve, const Frame& frame, Vec2& at_start) {
   return at_end;
 }
 
-OwnedCurve Line(Vec2 from, Vec2 to) {
-  auto [curve, line] = OwnedCurve::New<KurvoLine>(CV_LINE);
-  KurvoclSetCoord(line->start, from.x, from.y, 0);
-  KurvoclSetCoord(line->end, to.x, to.y, 0);
-  return std::move(curve);
-}
-
 OwnedCurve Turned(const Curve& curve) {
   OwnedCurve turned = CopyOf(curve);
   GlobalVar g;
@@ -143,7 +136,7 @@ class Joiner {
 
   void Bridge(Vec2 from, Vec2 to, OwnedChain& chain) {
     if (Meet(from, to, epsilon_)) return;
-    chain.Add(Line(from, to));
+    chain.Add(LineBetween(from, to));
     ++gaps_;
   }
 

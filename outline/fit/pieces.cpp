@@ -16,12 +16,7 @@ void Put(Vec2 p, double* to) {
 
 }  // namespace
 
-void Pieces::Line(Vec2 end) {
-  auto [curve, line] = OwnedCurve::New<KurvoLine>(CV_LINE);
-  Put(at_, line->start);
-  Put(end, line->end);
-  Add(std::move(curve), end);
-}
+void Pieces::Line(Vec2 end) { Add(LineBetween(at_, end), end); }
 
 void Pieces::Arc(Vec2 centre, double radius, bool clockwise, Vec2 end) {
   auto [curve, arc] = OwnedCurve::New<KurvoArc>(CV_ARC);

@@ -23,13 +23,6 @@ KurvoOrigin* CopyOfOrigins(const KurvoRegion& region) {
   return Handed<KurvoOrigin>(Array<KurvoOrigin>(region.origins, region.origins + count)).Release();
 }
 
-OwnedCurve LineBetween(Vec2 from, Vec2 to) {
-  auto [curve, line] = OwnedCurve::New<KurvoLine>(CV_LINE);
-  KurvoclSetCoord(line->start, from.x, from.y, 0);
-  KurvoclSetCoord(line->end, to.x, to.y, 0);
-  return std::move(curve);
-}
-
 // A copy of a checked loop in which lines close the joints wider than epsilon, the last one too.
 OwnedChain Closed(const Cvseq& loop, double epsilon, double gap) {
   OwnedChain closed;
