@@ -331,10 +331,18 @@ KURVO_API int KurvoChainMoments(const Cvseq *chain, KurvoMoments *moments,
 KURVO_API int KurvoChainTightBox(const Cvseq *chain, Box box, GlobalVar *g) KURVO_NOEXCEPT;
 
 /* list (out), count (out): where two chains meet, ascending by (index_a, a, index_b); `b` null:
- * where one chain meets itself, each pair once, the joints of neighbours not. A stretch that both
- * share is two entries, RUN_FROM and RUN_TO, between which `b` may fall. A place where curves of
- * one chain join counts once, with the later of them. The caller frees the list with KurvoFree.
- * options: tol, gap, proceed. Chains that come within tol of each other meet. */
+ * where one chain meets itself, each pair of places once, the joints of neighbours not. The caller
+ * frees the list with KurvoFree; without meetings it is null.
+ * Points no farther apart than tol meet. A place where curves of one chain join counts once, with
+ * the later of them; whether two chains cross there is told by where both come from and go to. A
+ * chain that ends at a meeting touches. A stretch that both share (curves that are the same but for
+ * rounding, or stay within tol over 1/32 of the size or a whole curve) is two entries, RUN_FROM and
+ * RUN_TO, between which `b` may fall; at joints its ends name the curves on which it lies, so that
+ * all of a closed chain is from the start of its first curve to the end of its last. Stretches go
+ * on over joints; one that passes the start of a closed chain ends at a lower index. options: tol,
+ * gap (joints up to it are passed over, their gaps meet nothing), proceed. Errors: the shared ones,
+ * KURVO_ERR_STOPPED, KURVO_ERR_OPTION and KURVO_ERR_TOLERANCE for options. Cost: n log n, and some
+ * microseconds for each pair of curves that come near each other. */
 KURVO_API int KurvoChainMeetings(const Cvseq *a, const Cvseq *b, const KurvoOptions *options,
                                  KurvoMeeting **list, int32_t *count, GlobalVar *g) KURVO_NOEXCEPT;
 
