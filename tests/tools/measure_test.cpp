@@ -114,12 +114,17 @@ TEST(Locator, AgreesWithAngles) {
       add(OwnedCurve::Line(EndOf(library, outline.curves.back()), points.front()));  // closes it
     }
     const Locator locator(library, drawing);
-    for (int k = 0; k < 60; ++k) {
-      const Point p = {0.5 * static_cast<double>(random() % 27),
-                       0.5 * static_cast<double>(random() % 27)};
+    std::vector<Point> points(60);
+    for (Point& p : points) {
+      p.x = 0.5 * static_cast<double>(random() % 27);
+      p.y = 0.5 * static_cast<double>(random() % 27);
+    }
+    const std::vector<Place> places = locator.InDrawing(points);
+    for (std::size_t k = 0; k < points.size(); ++k) {
+      const Point p = points[k];
       const Place expected = PlaceByAngles(outlines, even_odd, p);
       if (expected == Place::kOn) continue;
-      EXPECT_EQ(PlaceName(locator.InDrawing(p)), PlaceName(expected))
+      EXPECT_EQ(PlaceName(places[k]), PlaceName(expected))
           << path << (even_odd ? " evenodd" : "") << " at " << p.x << "," << p.y;
     }
   }

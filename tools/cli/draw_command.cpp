@@ -102,6 +102,8 @@ Command AddDrawCommand(CLI::App& app) {
       "looked at.");
   return {draw, [options] {
             options->picture.alternate = options->biarcs > 0;
+            // Centres of flat arcs lie far out.
+            if (options->flatten > 0 || options->biarcs > 0) options->picture.control = false;
             Draw(*options);
           }};
 }

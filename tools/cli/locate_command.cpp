@@ -42,15 +42,19 @@ LocateReport ReportOn(Library& library, const Drawing& drawing, const LocateOpti
   ForEachOutline(
       drawing, [&](const Outline&, const std::string& label) { report.outlines.push_back(label); });
   const Locator locator(library, drawing);
-  for (const Point p : options.points) {
-    LocatedPoint at = {p, locator.InDrawing(p), {}};
-    for (std::size_t i = 0; i < report.outlines.size(); ++i) {
-      at.outlines.push_back(locator.InOutline(i, p));
-    }
-    report.points.push_back(std::move(at));
+  const auto located = [&](const std::vector<Point>& points) {
+    std::vector<LocatedPoint> list;
+    list.reserve(points.size());
+    const std::vector<Place> places = locator.InDrawing(points);
+    for (std::size_t i = 0; i < points.size(); ++i) list.push_back({points[i], places[i], {}});
+    return list;
+  };
+  report.points = located(options.points);
+  for (std::size_t i = 0; i < report.outlines.size(); ++i) {
+    const std::vector<Place> places = locator.InOutline(i, options.points);
+    for (std::size_t k = 0; k < places.size(); ++k) report.points[k].outlines.push_back(places[k]);
   }
-  const std::vector<Point> grid = GridPoints(BoundsOf(library, drawing), options.grid);
-  for (const Point p : grid) report.grid.push_back({p, locator.InDrawing(p), {}});
+  report.grid = located(GridPoints(BoundsOf(library, drawing), options.grid));
   return report;
 }
 

@@ -1,6 +1,27 @@
 #include "geometry/chain.h"
 
 namespace kurvo::tools {
+namespace {
+
+// The reader takes curves as joined whose ends agree within the length tolerance in x and in y,
+// chains are joined where the distance is within it. While it lives, the tolerance is wide enough
+// for the diagonal.
+class WiderTolerance {
+ public:
+  explicit WiderTolerance(Library& library) : library_(library) {
+    KurvoclPushEpsilon(kDiagonal * library.Tolerance(), library.State());
+  }
+  WiderTolerance(const WiderTolerance&) = delete;
+  WiderTolerance& operator=(const WiderTolerance&) = delete;
+  ~WiderTolerance() { KurvoclPopEpsilon(library_.State()); }
+
+ private:
+  static constexpr double kDiagonal = 1.5;
+
+  Library& library_;
+};
+
+}  // namespace
 
 Chain::Chain(const std::vector<OwnedCurve>& curves) {
   curves_.reserve(curves.size());
@@ -10,6 +31,7 @@ Chain::Chain(const std::vector<OwnedCurve>& curves) {
 double LengthOf(Library& library, const Chain& chain) {
   const Cvseq seq = chain.Seq();
   double length = 0;
+  const WiderTolerance wider(library);
   KurvoChainLength(&seq, &length, library.State());
   library.Check();
   return length;
@@ -19,6 +41,7 @@ Bounds BoundsOf(Library& library, const Chain& chain) {
   if (chain.IsEmpty()) return {};
   const Cvseq seq = chain.Seq();
   Box box = {0, 0, 0, 0, 0, 0};
+  const WiderTolerance wider(library);
   KurvoChainTightBox(&seq, box, library.State());
   library.Check();
   return {box[0], box[1], box[3], box[4]};
@@ -27,6 +50,7 @@ Bounds BoundsOf(Library& library, const Chain& chain) {
 KurvoMoments MomentsOf(Library& library, const Chain& chain) {
   const Cvseq seq = chain.Seq();
   KurvoMoments moments = {};
+  const WiderTolerance wider(library);
   KurvoChainMoments(&seq, &moments, library.State());
   library.Check();
   return moments;
@@ -50,6 +74,7 @@ std::vector<KurvoPlace> EqualSteps(Library& library, const Chain& chain, std::si
     lengths[i] = whole * static_cast<double>(i) / static_cast<double>(count);
   std::vector<KurvoPlace> places(lengths.size());
   const Cvseq seq = chain.Seq();
+  const WiderTolerance wider(library);
   KurvoChainPlaces(&seq, lengths.data(), static_cast<std::int32_t>(lengths.size()), places.data(),
                    library.State());
   library.Check();
@@ -60,6 +85,7 @@ std::vector<OwnedCurve> Trimmed(Library& library, const Chain& chain, const Kurv
                                 const KurvoPlace& to) {
   const Cvseq seq = chain.Seq();
   Cvseq part = {0, nullptr};
+  const WiderTolerance wider(library);
   KurvoChainTrim(&seq, &from, &to, &part, library.State());
   return OwnedCurve::TakeAll(library, part);
 }
@@ -68,6 +94,7 @@ std::vector<OwnedCurve> Flattened(Library& library, const Chain& chain, double d
   const Cvseq seq = chain.Seq();
   Coord* points = nullptr;
   std::int32_t count = 0;
+  const WiderTolerance wider(library);
   KurvoChainFlatten(&seq, deviation, &points, nullptr, &count, library.State());
   library.Check();
   std::vector<OwnedCurve> lines;
@@ -82,6 +109,7 @@ std::vector<OwnedCurve> Flattened(Library& library, const Chain& chain, double d
 std::vector<OwnedCurve> FittedByArcs(Library& library, const Chain& chain, double deviation) {
   const Cvseq seq = chain.Seq();
   Cvseq arcs = {0, nullptr};
+  const WiderTolerance wider(library);
   KurvoChainFit(&seq, KURVO_FIT_ARCS, deviation, &arcs, library.State());
   return OwnedCurve::TakeAll(library, arcs);
 }

@@ -27,6 +27,16 @@ class Chain {
   std::vector<Curve> curves_;  // headers; the blocks belong to the curves
 };
 
+// A region, or a record of chains, that frees itself.
+struct OwnedRegion {
+  OwnedRegion() { KurvoRegionInit(&record); }
+  OwnedRegion(const OwnedRegion&) = delete;
+  OwnedRegion& operator=(const OwnedRegion&) = delete;
+  ~OwnedRegion() { KurvoRegionFree(&record); }
+
+  KurvoRegion record;
+};
+
 double LengthOf(Library& library, const Chain& chain);
 // The narrowest box; an empty one without curves.
 Bounds BoundsOf(Library& library, const Chain& chain);

@@ -31,16 +31,6 @@ OutlineOffset OffsetOutline(Library& library, std::string label, const Outline& 
   return offset;
 }
 
-// A region, or a record of chains, that frees itself.
-struct OwnedRegion {
-  OwnedRegion() { KurvoRegionInit(&record); }
-  OwnedRegion(const OwnedRegion&) = delete;
-  OwnedRegion& operator=(const OwnedRegion&) = delete;
-  ~OwnedRegion() { KurvoRegionFree(&record); }
-
-  KurvoRegion record;
-};
-
 }  // namespace
 
 JoinedCurves JoinCurves(Library& library, const Drawing& drawing, double gap) {
