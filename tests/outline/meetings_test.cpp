@@ -233,10 +233,9 @@ TEST(ChainMeetings, TangentArcsTouch) {
     const KurvoPlace& place = places[0];
     // Not beside a corner.
     if (KurvoclInnerProduct(places[1].tangent, places[2].tangent) < .9) return;
-    Coord bend;
-    KurvocvCurvature(&chain[0], place.t, bend, &g);
-    KurvoErrReset(&g);
-    const double curvature = std::hypot(bend[0], bend[1]);
+    Coord turned;
+    KurvoclOuterProduct(places[1].tangent, places[2].tangent, turned);
+    const double curvature = std::fabs(turned[2]) / (cuts[2] - cuts[1]);
     const double radius = curvature > .2 ? 2.5 / curvature : random.Uniform(.4, 2);
     if (!(radius < 20)) return;
     const double side = Chance(random, .5) ? 1 : -1;
