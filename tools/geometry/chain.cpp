@@ -106,12 +106,12 @@ std::vector<OwnedCurve> Flattened(Library& library, const Chain& chain, double d
   return lines;
 }
 
-std::vector<OwnedCurve> FittedByArcs(Library& library, const Chain& chain, double deviation) {
+std::vector<OwnedCurve> Fitted(Library& library, const Chain& chain, int form, double deviation) {
   const Cvseq seq = chain.Seq();
-  Cvseq arcs = {0, nullptr};
+  Cvseq fitted = {0, nullptr};
   const WiderTolerance wider(library);
-  KurvoChainFit(&seq, KURVO_FIT_ARCS, deviation, &arcs, library.State());
-  return OwnedCurve::TakeAll(library, arcs);
+  KurvoChainFit(&seq, form, deviation, &fitted, library.State());
+  return OwnedCurve::TakeAll(library, fitted);
 }
 
 }  // namespace kurvo::tools

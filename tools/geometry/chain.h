@@ -58,8 +58,9 @@ std::vector<KurvoPlace> EqualSteps(Library& library, const Chain& chain, std::si
 std::vector<OwnedCurve> Trimmed(Library& library, const Chain& chain, const KurvoPlace& from,
                                 const KurvoPlace& to);
 
-// Chords and arcs that stay within `deviation` (a length) of the chain.
+// Chords, or lines and curves of a form (KURVO_FIT_ARCS ...), that stay within `deviation` (a
+// length) of the chain.
 std::vector<OwnedCurve> Flattened(Library& library, const Chain& chain, double deviation);
-std::vector<OwnedCurve> FittedByArcs(Library& library, const Chain& chain, double deviation);
+std::vector<OwnedCurve> Fitted(Library& library, const Chain& chain, int form, double deviation);
 
 }  // namespace kurvo::tools

@@ -34,8 +34,9 @@ Drawing Flattened(Library& library, const Drawing& drawing, double deviation) {
 }
 
 Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation) {
-  return Remade(drawing,
-                [&](const Chain& chain) { return FittedByArcs(library, chain, deviation); });
+  return Remade(drawing, [&](const Chain& chain) {
+    return Fitted(library, chain, KURVO_FIT_ARCS, deviation);
+  });
 }
 
 std::string OutlineLabel(const Shape& shape, std::size_t outline) {

@@ -6,7 +6,6 @@
 #include <numbers>
 
 #include "geometry/chain.h"
-#include "geometry/cubic_fit.h"
 #include "geometry/elliptical_arc.h"
 #include "svg/input.h"
 #include "svg/writer.h"
@@ -25,26 +24,21 @@ constexpr double kParabolaTolerance = 1e-10;
 // The lesser axis of an ellipse in parts of the greater: what is flatter is a line, there and back.
 constexpr double kFlatEllipse = 1e-10;
 
-// Parts of kPathDeviation: what is measured at a few places may be more between them.
-constexpr double kMeasuredShare = 0.25;
+// Of kPathDeviation, so that it holds too where the size of a curve is judged by points of it.
+constexpr double kFitShare = 0.5;
 
 // Of the coordinates: what evaluation may round.
 constexpr double kRounding = 16 * std::numeric_limits<double>::epsilon();
-
-constexpr int kSizeSamples = 8;  // along a curve whose size is wanted
 
 constexpr double kShortestHalved = 2.5;  // length tolerances
 
 // Of a part of an ellipse; at the cap it is written as any other curve.
 constexpr int kMostHalvings = 12;
 
-// Of the parameters of a curve: a stretch is written as it is when it is no longer.
-constexpr double kShortestStretch = 1.0 / 65536;
-
-// A stretch is cut into as many parts as bring an error of order 6 within the bound, and a few
-// more.
-constexpr double kPartsMargin = 1.5;
-constexpr double kMostParts = 8;
+// A fit with pieces that would be lost when they are read is made again, so much coarser, up to so
+// many times.
+constexpr double kCoarser = 8;
+constexpr int kMostFits = 20;
 
 Point At(const double* p) { return {p[0], p[1]}; }
 
@@ -229,26 +223,19 @@ class PathWriter {
   }
 
   void WriteCubics(const OwnedCurve& curve) {
-    Bounds box;
-    for (int i = 0; i <= kSizeSamples; ++i)
-      box.Add(PositionOf(library_, curve, static_cast<double>(i) / kSizeSamples));
+    const Bounds box = BoundsOf(library_, curve);
     const double size = std::max(box.LongerSide(), least_size_);
     const double rounding = std::max(Rounding(box.Min()), Rounding(box.Max()));
-    WriteStretch(curve, 0, 1, kMeasuredShare * kPathDeviation * size + rounding);
-  }
-
-  void WriteStretch(const OwnedCurve& curve, double from, double to, double bound) {
-    const auto [cubic, deviation] = FitCubic(library_, curve, from, to);
-    const double length = Size(cubic.p3 - cubic.p0);
-    if (bound >= deviation || kShortestStretch >= to - from || !CanHalve(length)) {
-      const Point end = to == 1 ? EndOf(library_, curve) : cubic.p3;
-      return Write('C', {cubic.p1, cubic.p2, end});
+    double deviation = kFitShare * kPathDeviation * size + rounding;
+    std::vector<OwnedCurve> cubics;
+    for (int i = 0; i < kMostFits; ++i, deviation *= kCoarser) {
+      cubics = Fitted(library_, curve, KURVO_FIT_CUBICS, deviation);
+      if (cubics.size() < 2 || std::all_of(cubics.begin(), cubics.end(), [&](const auto& piece) {
+            return CanHalve(2 * Size(EndOf(library_, piece) - StartOf(library_, piece)));
+          }))
+        break;
     }
-    const double wanted = kPartsMargin * std::pow(deviation / bound, 1.0 / 6);
-    const double most = std::min(kMostParts, 2 * length / ShortestHalved());
-    const int parts = std::max(2, static_cast<int>(std::min(wanted, most)));
-    const auto at = [&](int i) { return i == parts ? to : from + (to - from) * i / parts; };
-    for (int i = 0; i < parts; ++i) WriteStretch(curve, at(i), at(i + 1), bound);
+    for (const OwnedCurve& piece : cubics) WriteCurve(piece, 0);
   }
 
   void WriteArc(const EndpointArc& arc) {
