@@ -99,7 +99,7 @@ class Pair {
     contact.a_from = contact.a_to = a;
     contact.b_from = contact.b_to = b;
     contact.distance = std::numeric_limits<double>::infinity();
-    Consider(a, b, contact);
+    ConsiderEnd(a, b, contact);
     if (contact.distance <= nearness_.tol) contacts.push_back(contact);
   }
 
@@ -115,6 +115,14 @@ class Pair {
     contact.b = b;
     contact.distance = distance;
     contact.at_vertex = at_vertex;
+  }
+
+  // Positions at one height, and those nearest to either of them, which need not be.
+  void ConsiderEnd(Position a, Position b, Contact& contact) const {
+    Consider(a, b, contact);
+    if (contact.distance <= nearness_.exact) return;
+    Consider(a, b_track_.FootNear(b, a_track_.PointAt(a)), contact);
+    Consider(a_track_.FootNear(a, b_track_.PointAt(b)), b, contact);
   }
 
   // Newton's method on A(u) = B(v) from where it is asked: two curves that cross at an angle.
@@ -156,8 +164,8 @@ class Pair {
         consider(SignChange([this](double h) { return SlopesApart(h); }, near.low, near.high,
                             slope_low, slope_high));
     }
-    Consider(contact.a_from, contact.b_from, contact);
-    Consider(contact.a_to, contact.b_to, contact);
+    const Position ends[][2] = {{contact.a_from, contact.b_from}, {contact.a_to, contact.b_to}};
+    for (const auto& end : ends) ConsiderEnd(end[0], end[1], contact);
   }
 
   void Exact(const NearHeights& near, Work& work, Contact& contact) const {

@@ -10,7 +10,6 @@ namespace {
 constexpr double kExactShare = 0.125;
 constexpr double kLeastWhole = 0x1p-10;  // of the size: length of a span that is followed whole
 constexpr double kParting = 0x1p-18;  // of the size: how far from an end rounding hides a parting
-constexpr int kMostSteps = 30;
 constexpr double kFar = std::numeric_limits<double>::infinity();
 
 // Indices into a group, in the order of the first chain; a group that passes the start of a closed
@@ -37,22 +36,6 @@ Array<std::size_t> InOrder(const Track& a, const Contact* contacts, std::size_t 
 double ChordsBetween(const Track& track, Position from, Position to) {
   const double chords = track.ChordsTo(to) - track.ChordsTo(from);
   return to < from ? chords + track.Chords() : chords;
-}
-
-// The foot of a point near a position, by Newton's method on (P - q) . P'.
-Position FootNear(const Track& track, Position at, Vec2 q) {
-  const Span& span = track.pieces()[static_cast<std::size_t>(at.piece)].span;
-  for (int step = 0; step < kMostSteps; ++step) {
-    const Jet jet = JetAt(span, at.u);
-    const Vec2 gap = jet.point - q;
-    const double slope = SquaredLength(jet.first) + Dot(gap, jet.second);
-    if (!(slope > 0)) break;
-    const double u = std::clamp(at.u - Dot(gap, jet.first) / slope, 0.0, 1.0);
-    const bool done = std::fabs(u - at.u) <= 0x1p-52;
-    at.u = u;
-    if (done) break;
-  }
-  return at;
 }
 
 // The vertex of a track next to a position, no farther along it than `reach`; whether there is one.
@@ -86,10 +69,10 @@ void MoveOntoVertex(const Track& a, const Track& b, double reach, Position& on_a
   const double to_b = has_b ? Length(b.PointAt(vertex_b) - b.PointAt(on_b)) : kFar;
   if (to_a <= to_b) {
     on_a = vertex_a;
-    on_b = FootNear(b, on_b, a.PointAt(on_a));
+    on_b = b.FootNear(on_b, a.PointAt(on_a));
   } else {
     on_b = vertex_b;
-    on_a = FootNear(a, on_a, b.PointAt(on_b));
+    on_a = a.FootNear(on_a, b.PointAt(on_b));
   }
   // Both end there.
   constexpr double kSame = 0x1p-40;

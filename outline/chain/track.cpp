@@ -1,5 +1,8 @@
 #include "chain/track.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "chain/place.h"
 #include "strand/spans.h"
 
@@ -28,6 +31,23 @@ int32_t Track::Before(int32_t piece) const {
 
 Vec2 Track::PointAt(Position at) const {
   return outline::PointAt(pieces()[static_cast<std::size_t>(at.piece)].span, at.u);
+}
+
+// Newton's method on (P - q) . P'.
+Position Track::FootNear(Position at, Vec2 q) const {
+  constexpr int kMostSteps = 30;
+  const Span& span = pieces()[static_cast<std::size_t>(at.piece)].span;
+  for (int step = 0; step < kMostSteps; ++step) {
+    const Jet jet = JetAt(span, at.u);
+    const Vec2 gap = jet.point - q;
+    const double slope = SquaredLength(jet.first) + Dot(gap, jet.second);
+    if (!(slope > 0)) break;
+    const double u = std::clamp(at.u - Dot(gap, jet.first) / slope, 0.0, 1.0);
+    const bool done = std::fabs(u - at.u) <= 0x1p-52;
+    at.u = u;
+    if (done) break;
+  }
+  return at;
 }
 
 bool Track::IsVertex(Position at) const {

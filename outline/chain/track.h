@@ -35,6 +35,8 @@ class Track {
   int32_t Before(int32_t piece) const;
 
   Vec2 PointAt(Position at) const;
+  // The foot of a point near a position, on the same piece.
+  Position FootNear(Position at, Vec2 q) const;
   // Whether a curve of the chain, or a span of a spline, begins or ends there.
   bool IsVertex(Position at) const;
   // The place on the piece's curve, and that on the later curve at a joint.
