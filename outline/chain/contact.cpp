@@ -4,32 +4,12 @@
 #include <cmath>
 #include <limits>
 
+#include "strand/bracket.h"
+
 namespace kurvo::outline {
 namespace {
 
-constexpr double kSteepest = 2.62;  // distance along the side over distance: slopes up to 2.42
-constexpr double kShort = 64;       // of the reach: shorter stretches are points in any case
-constexpr int kMostSteps = 80;
-
-// The height at which f, of different signs at the ends, changes its sign.
-template <class F>
-double SignChange(const F& f, double low, double high, double at_low, double at_high) {
-  int held = 0;
-  for (int step = 0; step < kMostSteps; ++step) {
-    double h =
-        step % 3 == 2 ? 0.5 * (low + high) : (low * at_high - high * at_low) / (at_high - at_low);
-    if (!(h > low && h < high)) h = 0.5 * (low + high);
-    if (!(h > low && h < high)) break;
-    const double value = f(h);
-    if (value == 0) return h;
-    const bool below = (value < 0) == (at_low < 0);
-    (below ? low : high) = h;
-    (below ? at_low : at_high) = value;
-    if (held == (below ? 1 : 2)) (below ? at_high : at_low) *= 0.5;
-    held = below ? 1 : 2;
-  }
-  return std::fabs(at_low) < std::fabs(at_high) ? low : high;
-}
+constexpr double kShort = 64;  // of the reach: shorter stretches are points in any case
 
 class Pair {
  public:
@@ -156,13 +136,13 @@ class Pair {
     const double at_low = Apart(near.low), at_high = Apart(near.high);
     const auto consider = [&](double height) { Consider(OnA(height), OnB(height), contact); };
     if ((at_low < 0) != (at_high < 0) && at_low != 0 && at_high != 0) {
-      consider(
-          SignChange([this](double h) { return Apart(h); }, near.low, near.high, at_low, at_high));
+      consider(SignChangeBetween([this](double h) { return Apart(h); }, near.low, near.high, at_low,
+                                 at_high));
     } else if (near.high > near.low) {
       const double slope_low = SlopesApart(near.low), slope_high = SlopesApart(near.high);
       if ((slope_low < 0) != (slope_high < 0))
-        consider(SignChange([this](double h) { return SlopesApart(h); }, near.low, near.high,
-                            slope_low, slope_high));
+        consider(SignChangeBetween([this](double h) { return SlopesApart(h); }, near.low, near.high,
+                                   slope_low, slope_high));
     }
     const Position ends[][2] = {{contact.a_from, contact.b_from}, {contact.a_to, contact.b_to}};
     for (const auto& end : ends) ConsiderEnd(end[0], end[1], contact);

@@ -2,7 +2,6 @@
 #include <kurvo_outline.h>
 
 #include <algorithm>
-#include <limits>
 
 #include "base/options.h"
 #include "base/owned.h"
@@ -18,6 +17,7 @@ namespace {
 
 constexpr double kLeastReach = 0x1p-40;  // of the size: ends that are the same but for rounding
 
+// The directions that point out of a curve at its ends. Result: that at the end.
 Vec2 Beyond(const Curve& curve, const Frame& frame, Vec2& at_start) {
   bool is_first = true;
   Vec2 at_end = {0, 0};
@@ -54,9 +54,7 @@ class Joiner {
     Collect();
     progress.Tell(0.4);
     const double same = std::max(frame_.LengthInwards(epsilon_), kLeastReach);
-    partners_ = MatchEnds(loose_, is_free_,
-                          std::min(same, std::max(frame_.LengthInwards(gap), kLeastReach)),
-                          frame_.LengthInwards(gap));
+    partners_ = MatchEnds(loose_, is_free_, same, std::max(frame_.LengthInwards(gap), same));
     progress.Tell(0.6);
   }
 

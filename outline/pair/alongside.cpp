@@ -8,8 +8,7 @@ namespace kurvo::outline {
 namespace {
 
 constexpr int kMostDegreeAlongside = 5;
-constexpr double kClose = 0.01;     // of the shortest leg: apart at equal parameters
-constexpr double kSteepest = 2.62;  // distances along the side over distances: slopes up to 2.42
+constexpr double kClose = 0.01;  // of the shortest leg: apart at equal parameters
 constexpr double kSameWeight = 0x1p-40;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();

@@ -16,7 +16,7 @@ constexpr int kMostSteps = 60;
 // between opposite ones at the sector that follows the first: no direction of either sector is
 // farther than 67.5 degrees away.
 Axis AxisBetween(int first_sector, int second_sector) {
-  constexpr double kCos = 0.92387953251128675613, kSin = 0.38268343236508977173;
+  constexpr double kCos = kCosBorder, kSin = kSinBorder;
   constexpr double kHalf = 0.70710678118654752440;
   constexpr Vec2 kAxes[] = {{1, 0}, {kCos, kSin},  {kHalf, kHalf},  {kSin, kCos},
                             {0, 1}, {-kSin, kCos}, {-kHalf, kHalf}, {-kCos, kSin}};

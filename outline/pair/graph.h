@@ -14,6 +14,9 @@ struct Axis {
   Vec2 Right() const { return {up.y, -up.x}; }
 };
 
+// Distances along the side are no more than so many times true ones: 1 / cos of 67.5 degrees.
+inline constexpr double kSteepest = 2.62;
+
 // The axis along which two pieces of these sectors both advance.
 Axis AxisBetween(int first_sector, int second_sector);
 

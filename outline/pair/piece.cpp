@@ -14,8 +14,10 @@ constexpr double kEighth = std::numbers::pi / 4;
 constexpr double kLeastPart = 0x1p-40;  // of a span, in parameters: closer cuts are one
 
 // Unit vectors of 22.5, 67.5, 112.5 and 157.5 degrees.
-constexpr double kCos = 0.92387953251128675613, kSin = 0.38268343236508977173;
-constexpr Vec2 kBorders[] = {{kCos, kSin}, {kSin, kCos}, {-kSin, kCos}, {-kCos, kSin}};
+constexpr Vec2 kBorders[] = {{kCosBorder, kSinBorder},
+                             {kSinBorder, kCosBorder},
+                             {-kSinBorder, kCosBorder},
+                             {-kCosBorder, kSinBorder}};
 
 bool IsPoint(const Span& span) {
   if (span.kind == Span::Kind::kArc) return !(std::fabs(span.sweep) * span.radius > 0);

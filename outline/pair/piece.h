@@ -7,6 +7,10 @@
 
 namespace kurvo::outline {
 
+// Sectors of 45 degrees around 0, 45, 90 and 135: their borders have these sines and cosines.
+inline constexpr double kCosBorder = 0.92387953251128675613;
+inline constexpr double kSinBorder = 0.38268343236508977173;
+
 // Two pieces of known sectors have an axis along which both advance: neither leaves it by more than
 // 67.5 degrees. Seen along that axis each is a function, side over height, of slope at most 2.42.
 struct Piece {

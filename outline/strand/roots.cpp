@@ -4,12 +4,12 @@
 #include <cmath>
 
 #include "strand/bernstein.h"
+#include "strand/bracket.h"
 
 namespace kurvo::outline {
 namespace {
 
 constexpr int kMostHalvings = 48;
-constexpr int kMostSteps = 100;
 
 // Changes of sign along the coefficients, zeros passed over.
 int Variations(const double* c, int n) {
@@ -21,34 +21,6 @@ int Variations(const double* c, int n) {
     last = c[i];
   }
   return variations;
-}
-
-// The one change of sign in [low, high], at the ends of which the values differ in sign: false
-// position whose held end is halved (Dowell and Jarratt, the Illinois method, 1971), and a
-// bisection every third step.
-template <class F>
-double Bracketed(const F& f, double low, double high, double at_low, double at_high) {
-  int held = 0;
-  for (int step = 0; step < kMostSteps; ++step) {
-    double t =
-        step % 3 == 2 ? 0.5 * (low + high) : (low * at_high - high * at_low) / (at_high - at_low);
-    if (!(t > low && t < high)) t = 0.5 * (low + high);
-    if (!(t > low && t < high)) break;
-    const double value = f(t);
-    if (value == 0) return t;
-    if ((value < 0) == (at_low < 0)) {
-      low = t;
-      at_low = value;
-      if (held == 1) at_high *= 0.5;
-      held = 1;
-    } else {
-      high = t;
-      at_high = value;
-      if (held == 2) at_low *= 0.5;
-      held = 2;
-    }
-  }
-  return std::fabs(at_low) < std::fabs(at_high) ? low : high;
 }
 
 struct Search {
@@ -82,7 +54,7 @@ struct Search {
       const auto f = [this](double t) {
         return BernsteinSum(n, t, [this](int i) { return whole[i]; });
       };
-      return Add(Bracketed(f, low, high, c[0], c[n]));
+      return Add(SignChangeBetween(f, low, high, c[0], c[n]));
     }
     const double middle = 0.5 * (low + high);
     if (halvings_left == 0) {
