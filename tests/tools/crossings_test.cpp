@@ -60,8 +60,9 @@ void Check(const std::string& name, const std::string& first_body, const std::st
   for (const auto& [motion, map] : std::span(kMotions, ways)) {
     SCOPED_TRACE(name + ", " + motion);
     Library library;
+    const std::string group = std::string("<g transform='") + motion + "'>";
     const auto read = [&](const std::string& body) {
-      return ReadText(library, std::string("<g transform='") + motion + "'>" + body + "</g>");
+      return ReadText(library, group + body + "</g>");
     };
     const Drawing drawings[] = {read(first_body), read(second_body)};
     const CurveList first = ListCurves(library, drawings[0]);
