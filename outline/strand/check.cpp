@@ -128,14 +128,6 @@ void CheckChain(const Cvseq* chain, Bounds& box) {
   for (int i = 0; i < chain->count; ++i) CheckNested(chain->curves[i], 0, box);
 }
 
-bool HasCurves(const Curve& curve) {
-  if (curve.type != CV_SEGCV) return true;
-  const auto& composite = BlockOf<KurvoSegcv>(curve);
-  for (int i = 0; i < composite.count; ++i)
-    if (HasCurves(composite.curves[i])) return true;
-  return false;
-}
-
 Domain DomainOf(const Curve& curve) {
   switch (curve.type) {
     case CV_BSPLINE:

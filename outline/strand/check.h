@@ -27,9 +27,6 @@ void CheckChain(const Cvseq* chain, Bounds& box);
 // What is refused of the record of a chain itself.
 void RequireChain(const Cvseq* chain);
 
-// Whether a composite has a curve anywhere within.
-bool HasCurves(const Curve& curve);
-
 // The parameters over which a checked curve runs.
 struct Domain {
   double from, to;

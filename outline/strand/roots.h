@@ -21,7 +21,6 @@ class RootList {
   void Add(double root) {
     if (size_ < roots_.size()) roots_[size_++] = root;
   }
-  void Clear() { size_ = 0; }
 
  private:
   std::array<double, 4 * kMostRootDegree> roots_;
