@@ -136,8 +136,14 @@ class Pair {
     const double at_low = Apart(near.low), at_high = Apart(near.high);
     const auto consider = [&](double height) { Consider(OnA(height), OnB(height), contact); };
     if ((at_low < 0) != (at_high < 0) && at_low != 0 && at_high != 0) {
-      consider(SignChangeBetween([this](double h) { return Apart(h); }, near.low, near.high, at_low,
-                                 at_high));
+      const double middle = 0.5 * (near.low + near.high);
+      Position a = OnA(middle), b = OnB(middle);
+      if (Crossing(near, a, b)) {
+        Consider(a, b, contact);
+      } else {
+        consider(SignChangeBetween([this](double h) { return Apart(h); }, near.low, near.high,
+                                   at_low, at_high));
+      }
     } else if (near.high > near.low) {
       const double slope_low = SlopesApart(near.low), slope_high = SlopesApart(near.high);
       if ((slope_low < 0) != (slope_high < 0))

@@ -11,12 +11,6 @@
 namespace kurvo_test {
 namespace {
 
-LongPoint operator-(const LongPoint& a, const LongPoint& b) { return {a.x - b.x, a.y - b.y}; }
-LongPoint operator*(Wide s, const LongPoint& p) { return {s * p.x, s * p.y}; }
-Wide Dot(const LongPoint& a, const LongPoint& b) { return a.x * b.x + a.y * b.y; }
-Wide Cross(const LongPoint& a, const LongPoint& b) { return a.x * b.y - a.y * b.x; }
-LongPoint Unit(const LongPoint& v) { return (1 / Gap(v, {0, 0})) * v; }
-
 // A chain by dense points, and the distance to the chain itself from the nearest chords on.
 class Path {
  public:

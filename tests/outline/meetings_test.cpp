@@ -112,25 +112,22 @@ struct Cut {
   double a, b, sine;
 };
 
-// Where two polylines cross, each of at least `apart` vertices between when they are one.
+// Where two polylines cross; of one, not where neighbours do.
 std::vector<Cut> Cuts(const std::vector<Vertex>& a, const std::vector<Vertex>& b, bool is_one) {
-  const auto cross = [](LongPoint u, LongPoint v) { return u.x * v.y - u.y * v.x; };
-  const auto minus = [](LongPoint u, LongPoint v) { return LongPoint{u.x - v.x, u.y - v.y}; };
   std::vector<Cut> cuts;
   for (std::size_t i = 0; i + 1 < a.size(); ++i) {
-    const LongPoint p = a[i].p, u = minus(a[i + 1].p, p);
+    const LongPoint p = a[i].p, u = a[i + 1].p - p;
     const Wide low = std::min(p.x, a[i + 1].p.x), high = std::max(p.x, a[i + 1].p.x);
     for (std::size_t k = is_one ? i + 2 : 0; k + 1 < b.size(); ++k) {
       if (std::max(b[k].p.x, b[k + 1].p.x) < low || std::min(b[k].p.x, b[k + 1].p.x) > high)
         continue;
-      const LongPoint q = b[k].p, v = minus(b[k + 1].p, q);
-      const Wide by = cross(u, v);
-      const Wide s = cross(minus(q, p), v) / by, t = cross(minus(q, p), u) / by;
+      const LongPoint q = b[k].p, v = b[k + 1].p - q;
+      const Wide by = Cross(u, v);
+      const Wide s = Cross(q - p, v) / by, t = Cross(q - p, u) / by;
       if (!(s >= 0 && s < 1 && t >= 0 && t < 1)) continue;
-      cuts.push_back(
-          {a[i].t + static_cast<double>(s) * (a[i + 1].t - a[i].t),
-           b[k].t + static_cast<double>(t) * (b[k + 1].t - b[k].t),
-           static_cast<double>(by / std::sqrt((u.x * u.x + u.y * u.y) * (v.x * v.x + v.y * v.y)))});
+      cuts.push_back({a[i].t + static_cast<double>(s) * (a[i + 1].t - a[i].t),
+                      b[k].t + static_cast<double>(t) * (b[k + 1].t - b[k].t),
+                      static_cast<double>(by / std::sqrt(Dot(u, u) * Dot(v, v)))});
     }
   }
   return cuts;

@@ -17,7 +17,14 @@ using Wide = long double;
 struct LongPoint {
   Wide x, y;
 };
+inline LongPoint operator-(const LongPoint& a, const LongPoint& b) {
+  return {a.x - b.x, a.y - b.y};
+}
+inline LongPoint operator*(Wide s, const LongPoint& p) { return {s * p.x, s * p.y}; }
+inline Wide Dot(const LongPoint& a, const LongPoint& b) { return a.x * b.x + a.y * b.y; }
+inline Wide Cross(const LongPoint& a, const LongPoint& b) { return a.x * b.y - a.y * b.x; }
 inline Wide Gap(const LongPoint& a, const LongPoint& b) { return std::hypot(a.x - b.x, a.y - b.y); }
+inline LongPoint Unit(const LongPoint& v) { return (1 / Gap(v, {0, 0})) * v; }
 inline double Distance(const LongPoint& a, const LongPoint& b) {
   return static_cast<double>(Gap(a, b));
 }
