@@ -32,9 +32,10 @@
  *   KURVO_ERR_CURVE       a null chain, a record that cannot be right, a curve of degree above 63,
  *                         a piece of a composite that does not run over [0, 1]
  *   KURVO_ERR_NOT_FINITE  a coordinate, weight, knot or argument that is not finite
- *   KURVO_ERR_WEIGHT      a rational curve that is not finite, or has a weight at an end that is 0
- * or 2^-200 of another KURVO_ERR_CHAIN_ENDS  a joint wider than epsilon (where there are options:
- * than `gap`) KURVO_ERR_MEMORY, KURVO_ERR_TOO_LARGE
+ *   KURVO_ERR_WEIGHT      a rational curve that is not finite, or has an end whose weight is 0 or
+ *                         2^-200 of another
+ *   KURVO_ERR_CHAIN_ENDS  a joint wider than epsilon (where there are options: than `gap`)
+ *   KURVO_ERR_MEMORY, KURVO_ERR_TOO_LARGE
  *
  * Chains
  *   Joints between neighbours may be as wide as epsilon. A chain is closed when its ends are no
