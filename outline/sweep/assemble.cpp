@@ -75,7 +75,7 @@ void Assembler::Assemble(int32_t k, Row& lower, Row& upper, std::span<const int3
   CollectPositions(flats);
   // Clusters of positions at most tol from their first.
   for (std::size_t first = 0; first < positions_.size();) {
-    std::size_t last = first;
+    std::size_t last = first + 1;
     while (last < positions_.size() &&
            stage_.tol() >= positions_[last].side - positions_[first].side)
       ++last;

@@ -1,5 +1,7 @@
 #include "sweep/scene.h"
 
+#include <cmath>
+
 #include "base/refusal.h"
 #include "strand/joints.h"
 #include "strand/spans.h"
@@ -42,7 +44,7 @@ class LoopLoader {
     const int32_t from = last_ < 0 ? (first_ = scene_.AddVertex(start)) : Joined(start, begins);
     made_any_ = true;
     last_ = from;
-    if (span.kind == Span::Kind::kArc) last_ = OnCircle(span, span.points[0]);
+    if (span.kind == Span::Kind::kArc) last_ = Joined(OnCircle(span, span.angle), false);
     const Vertex end = Found(span.End());
     scene_.sources.push_back(
         {Kept(span, scene_.arena), operand_, number_, last_, scene_.AddVertex(end)});
@@ -50,15 +52,13 @@ class LoopLoader {
     if (span.kind == Span::Kind::kArc) LeaveCircle(span, end);
   }
 
-  // The vertex where an arc starts whose record's end may lie beside its circle.
-  int32_t OnCircle(const Span& arc, Vec2 end) {
-    const Vec2 out = end - arc.centre;
-    return Joined(Found(arc.centre + (arc.radius / Length(out)) * out), false);
+  // Where an arc's record says that it is, which may lie beside its ends.
+  Vertex OnCircle(const Span& arc, double angle) const {
+    return Found(arc.centre + arc.radius * Vec2{std::cos(angle), std::sin(angle)});
   }
 
   void LeaveCircle(const Span& arc, const Vertex& end) {
-    const Vec2 out = end.point - arc.centre;
-    const Vertex on_circle = Found(arc.centre + (arc.radius / Length(out)) * out);
+    const Vertex on_circle = OnCircle(arc, arc.angle + arc.sweep);
     if (IsShared(on_circle, end)) return;
     scene_.vertices[static_cast<std::size_t>(last_)] = on_circle;
     last_ = Joined(end, false);
