@@ -5,17 +5,10 @@
 #include <numeric>
 
 #include "support/generator.h"
+#include "support/region.h"
 
 namespace kurvo_test {
 namespace {
-
-class Region : public Owner<KurvoRegion, KurvoRegionFree> {
- public:
-  void Add(const Chain& loop) {
-    Globals g;
-    EXPECT_EQ(KurvoRegionAdd(&record_, loop.get(), 0, &g), 1);
-  }
-};
 
 std::vector<int32_t> ParentsOf(const KurvoRegion& region, double epsilon = 1e-6) {
   Globals g(epsilon);
