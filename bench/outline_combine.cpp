@@ -200,7 +200,8 @@ void SimplifyLetters(benchmark::State& state) {
 BENCHMARK(SimplifyLetters)->Name("simplify/letters");
 void SimplifyOverlaps(benchmark::State& state) {
   Some letters;
-  for (const std::size_t i : {4, 6, 11}) letters.push_back(Letter(i, 0, 0, 0));
+  for (std::size_t i = kurvo_test::kSimpleGlyphCount; i < kurvo_test::kGlyphCount; ++i)
+    letters.push_back(Letter(i, 0, 0, 0));
   Simplify(state, letters);
 }
 BENCHMARK(SimplifyOverlaps)->Name("simplify/letters_with_overlaps");
