@@ -6,6 +6,21 @@
 
 namespace kurvo_test {
 
+inline double SizeOf(const Inputs& inputs) {
+  double low[2] = {kInfinity, kInfinity}, high[2] = {-kInfinity, -kInfinity};
+  for (const KurvoRegion* input : inputs)
+    ForEachCurve(*input, [&](const Curve& cv) {
+      const auto add = [&](const double* p) {
+        for (int c = 0; c < 2; ++c) {
+          low[c] = std::min(low[c], p[c]);
+          high[c] = std::max(high[c], p[c]);
+        }
+      };
+      ForEachPoint(cv, add, [](double) {});
+    });
+  return std::max({high[0] - low[0], high[1] - low[1], 0.});
+}
+
 struct Combined {
   Region region;
   KurvoReport report = {};
@@ -15,7 +30,7 @@ struct Combined {
 constexpr int32_t kSimplify = -1;  // of one region
 
 inline Combined Combine(int32_t operation, const Inputs& inputs, double gap = 0, double tol = 0) {
-  Globals g(1e-300);
+  Globals g(std::max(0x1p-44 * SizeOf(inputs), 1e-300));  // the joints of arcs are rounded
   KurvoOptions options = {};
   options.size = sizeof options;
   options.flags = KURVO_WITH_ORIGINS;
@@ -40,27 +55,12 @@ inline Region Made(int32_t operation, const Inputs& inputs) {
 }
 
 inline KurvoMoments MomentsOf(const KurvoRegion& region) {
-  Globals g(1e-300);
+  Globals g(std::max(0x1p-44 * SizeOf({&region}), 1e-300));
   KurvoMoments moments = {};
   EXPECT_EQ(KurvoRegionMoments(&region, &moments, &g), 1) << KurvoErrGet(&g);
   return moments;
 }
 inline double AreaOf(const KurvoRegion& region) { return MomentsOf(region).area; }
-
-inline double SizeOf(const Inputs& inputs) {
-  double low[2] = {kInfinity, kInfinity}, high[2] = {-kInfinity, -kInfinity};
-  for (const KurvoRegion* input : inputs)
-    ForEachCurve(*input, [&](const Curve& cv) {
-      const auto add = [&](const double* p) {
-        for (int c = 0; c < 2; ++c) {
-          low[c] = std::min(low[c], p[c]);
-          high[c] = std::max(high[c], p[c]);
-        }
-      };
-      ForEachPoint(cv, add, [](double) {});
-    });
-  return std::max({high[0] - low[0], high[1] - low[1], 0.});
-}
 
 // All that must hold of any result; '' if it does.
 inline std::string Judge(Probes& probes, int32_t operation, const Inputs& inputs,

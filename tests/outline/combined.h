@@ -94,11 +94,16 @@ inline std::pair<XY, XY> EndsOf(const Curve& cv) {
     const auto& arc = *static_cast<const KurvoArc*>(cv.data);
     return {xy(arc.start), xy(arc.end)};
   }
-  if (cv.type == CV_BEZIER || cv.type == CV_RBEZIER) {
-    const FreeForm form(cv);
-    return {xy(form.point(0)), xy(form.point(form.count - 1))};
+  if (cv.type == CV_SEGCV) {
+    const auto& block = *static_cast<const KurvoSegcv*>(cv.data);
+    return {EndsOf(block.curves[0]).first, EndsOf(block.curves[block.count - 1]).second};
   }
-  return {xy(PointAt(cv, 0)), xy(PointAt(cv, 1))};
+  const FreeForm form(cv);
+  const auto clamped = [&](int first) {
+    return !form.knots || form.knots[first] == form.knots[first + form.order - 1];
+  };
+  return {clamped(0) ? xy(form.point(0)) : xy(PointAt(cv, 0)),
+          clamped(form.count) ? xy(form.point(form.count - 1)) : xy(PointAt(cv, 1))};
 }
 
 inline bool operator<(XY a, XY b) { return a.x != b.x ? a.x < b.x : a.y < b.y; }
