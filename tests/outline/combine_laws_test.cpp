@@ -94,8 +94,7 @@ TEST(RegionCombine, KeepsWhatNothingTouches) {
   const std::string splines =
       "(B 20 0 22 -1 24 1 26 0 | 0 0 0 1 2 2 2)(R 26 0 1 27 2 .5 26 4 1 | 0 0 0 1 1 1)(c .5 .5 (l "
       "26 4 23 5)(l 23 5 20 4))(b 20 4 19 2 20 0)";
-  const std::string arcs = "(a 0 0 9 0 3)(a 0 0 9 3 3.283185307179586)",
-                    hole = "(a 0 0 5 2 -4)(l 4.9 0 5 0)";
+  const std::string arcs = "(a 0 0 9 0 3)(a 0 0 9 3 3.283185307179586)";
   const std::string mixed = "(l -1 -1 1 -1)(r 1 -1 1 3 0 .7 1 1 1)(l 1 1 -1 1)(b -1 1 -2 0 -1 -1)";
   Region a({arcs, mixed, splines}, KURVO_FILL_EVENODD),
       b({"(l 50 0 60 0)(l 60 0 55 5)(l 55 5 50 0)"});
@@ -109,7 +108,7 @@ TEST(RegionCombine, KeepsWhatNothingTouches) {
   const auto same = [](const Cvseq& got, const Cvseq& want) {
     ASSERT_EQ(got.count, want.count);
     for (int k = 0; k < got.count; ++k) {
-      EXPECT_TRUE(IsCurve(got.curves[k], want.curves[k])) << k;
+      EXPECT_TRUE(IsCurve(got.curves[k], want.curves[k], 1e-14)) << k;  // arcs join to rounding
       EXPECT_EQ(got.curves[k].attr, want.curves[k].attr);
     }
   };
@@ -132,7 +131,7 @@ TEST(RegionCombine, KeepsWhatNothingTouches) {
 // Cuts alone make more curves: of each type as many as there were, and one for each cut.
 TEST(RegionCombine, CutsKeepTypes) {
   const Region a({"(a 0 0 4 0 2)(a 0 0 4 2 2)(a 0 0 4 4 2.283185307179586)"});
-  const Region b({"(B 3 -6 5 -1 5 1 3 6 | 0 0 0 1 2 2 2)(l 3 6 9 6)(l 9 6 9 -6)(l 9 -6 3 -6)"});
+  const Region b({"(B 3 -6 2 -1 2 1 3 6 | 0 0 0 1 2 2 2)(l 3 6 9 6)(l 9 6 9 -6)(l 9 -6 3 -6)"});
   const Combined made = Combine(KURVO_XOR, {a.get(), b.get()});
   ASSERT_EQ(made.code, 0);
   std::map<int32_t, int> types;

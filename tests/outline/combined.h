@@ -11,6 +11,8 @@ namespace kurvo_test {
 
 using Inputs = std::vector<const KurvoRegion*>;
 
+constexpr double kPerTol = 0x1p30;  // tolerances in the size of the inputs
+
 constexpr int32_t kOperations[] = {KURVO_UNION, KURVO_INTERSECTION, KURVO_DIFFERENCE, KURVO_XOR};
 constexpr const char* kOperationNames[] = {"union", "intersection", "difference", "xor"};
 
@@ -32,7 +34,7 @@ inline bool IsWanted(int32_t operation, const std::vector<bool>& in) {
 class Probes {
  public:
   Probes(Random& random, const Inputs& inputs, Wide off, int count) : inputs_(inputs) {
-    for (const KurvoRegion* input : inputs) flattened_.emplace_back(*input, off / 20);
+    for (const KurvoRegion* input : inputs) flattened_.emplace_back(*input, off / 8);
     std::vector<const Flattened*> with_edges;
     for (const Flattened& flat : flattened_)
       if (!flat.edges().empty()) with_edges.push_back(&flat);
@@ -56,7 +58,7 @@ class Probes {
   // The first point at which the result goes around another number of times than once where it is
   // wanted and never elsewhere.
   std::string Wrong(int32_t operation, const KurvoRegion& result, Wide off) {
-    const Flattened flat(result, off / 20);
+    const Flattened flat(result, off / 8);
     for (std::size_t i = 0; i < points_.size(); ++i) {
       ++asked;
       const int want = IsWanted(operation, in_[i]), got = flat.Turns(points_[i]);
@@ -108,6 +110,41 @@ inline std::pair<XY, XY> EndsOf(const Curve& cv) {
 
 inline bool operator<(XY a, XY b) { return a.x != b.x ? a.x < b.x : a.y < b.y; }
 inline bool operator==(XY a, XY b) { return a.x == b.x && a.y == b.y; }
+
+// Whether two curves that meet at a and b keep together from there to ends of theirs: parts end at
+// vertices that lie up to tol beside them, and where they leave one at a small angle they may
+// cross.
+inline bool IsNoise(const Curve& first, double a, const Curve& second, double b, double near) {
+  const auto [from_a, size_a] = Domain(first);
+  const auto [from_b, size_b] = Domain(second);
+  constexpr int kLooks = 64;
+  for (const double end_a : {0., 1.})
+    for (const double end_b : {0., 1.}) {
+      double farthest = 0;
+      for (int i = 0; i <= 4; ++i) {
+        const double share_a = (a - from_a) / size_a, share_b = (b - from_b) / size_b;
+        const Point p = PointAt(first, share_a + (end_a - share_a) * i / 4);
+        double least = kInfinity;
+        Point before = {};
+        for (int k = 0; k <= kLooks; ++k) {
+          const Point q = PointAt(second, share_b + (end_b - share_b) * k / kLooks);
+          const double dx = q[0] - before[0], dy = q[1] - before[1], square = dx * dx + dy * dy;
+          const double t =
+              k == 0 || !(square > 0)
+                  ? 1
+                  : std::clamp(((p[0] - before[0]) * dx + (p[1] - before[1]) * dy) / square, 0.,
+                               1.);
+          least = std::min(
+              least, k == 0 ? std::hypot(p[0] - q[0], p[1] - q[1])
+                            : std::hypot(p[0] - before[0] - t * dx, p[1] - before[1] - t * dy));
+          before = q;
+        }
+        farthest = std::max(farthest, least);
+      }
+      if (farthest < near) return true;
+    }
+  return false;
+}
 
 // Loops that close to the bit and pass no vertex twice, cross neither themselves nor each other,
 // outer ones counter-clockwise and each followed by its holes, clockwise.
@@ -163,20 +200,14 @@ inline std::string Invalid(const KurvoRegion& region, double tol) {
       for (int m = 0; m < count; ++m) {
         const KurvoMeeting& found = list[m];
         if (found.kind == KURVO_MEET_TOUCH) continue;
-        const auto near_end = [&](const Curve& cv) {
-          const auto [from, to] = EndsOf(cv);
-          return std::min(std::hypot(from.x - found.point[0], from.y - found.point[1]),
-                          std::hypot(to.x - found.point[0], to.y - found.point[1])) < 8 * tol;
-        };
         const bool is_run = found.kind == KURVO_MEET_RUN_FROM && m + 1 < count;
-        if (is_run && std::hypot(list[m + 1].point[0] - found.point[0],
-                                 list[m + 1].point[1] - found.point[1]) < 8 * tol) {
-          ++m;  // a point where several curves end
-          continue;
-        }
-        // Parts end at vertices that lie up to tol beside them, and may part there on either side.
-        if (near_end(region.loops[i].curves[found.index_a]) &&
-            near_end(region.loops[k].curves[found.index_b]))
+        const KurvoMeeting& last = is_run ? list[++m] : found;
+        const double extent =
+            std::hypot(last.point[0] - found.point[0], last.point[1] - found.point[1]);
+        if (is_run && extent < 8 * tol) continue;  // a point where several curves end
+        if (extent < 0x1p-9 * kPerTol * tol &&
+            IsNoise(region.loops[i].curves[found.index_a], found.a,
+                    region.loops[k].curves[found.index_b], found.b, 8 * tol))
           continue;
         wrong += Text(found.kind == KURVO_MEET_CROSS ? "cross" : "run along",
                       {double(i), double(found.index_a), double(k), double(found.index_b),
