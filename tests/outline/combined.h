@@ -191,6 +191,10 @@ inline std::string Invalid(const KurvoRegion& region, double tol) {
   for (std::size_t i = 0; i < boxes.size(); ++i)
     for (std::size_t k = i; k < boxes.size(); ++k) {
       const auto &a = boxes[i], &b = boxes[k];
+      // Loops farther from each other in the forest cross others first.
+      const bool is_near = i == k || parents[i] == parents[k] || parents[i] == int32_t(k) ||
+                           parents[k] == int32_t(i);
+      if (!is_near) continue;
       if (a[0] > b[3] || b[0] > a[3] || a[1] > b[4] || b[1] > a[4]) continue;
       KurvoMeeting* list;
       int32_t count;
