@@ -292,13 +292,19 @@ KURVO_API int KurvoChainStroke(const Cvseq *chains, int32_t n, double left, doub
 KURVO_API int KurvoRegionLocate(const KurvoRegion *region, const double *points, int32_t n,
                                 int32_t *where, int32_t *turns, GlobalVar *g) KURVO_NOEXCEPT;
 
-/* parents (out, region->count): for each loop the one directly around it, -1 for none. Not there
- * yet: refuses with KURVO_ERR_OPTION. */
+/* parents (out, region->count): for each loop the one directly around it, -1 for none. Loops may
+ * touch. A loop is around another that surrounds a smaller area (that of KurvoChainMoments, without
+ * its sign), or the same and comes later, when its box holds that of the other and it winds around
+ * the middle of the first span of the other that does not run along it, or when all run along it:
+ * so of equal loops the first is the outermost, and loops that cross get an answer too, always a
+ * forest. Of several around a loop the one of the smallest area is named.
+ * Errors: the shared ones. Cost: n log n, and O(log m) for each loop in the box of another. */
 KURVO_API int KurvoRegionNesting(const KurvoRegion *region, int32_t *parents,
                                  GlobalVar *g) KURVO_NOEXCEPT;
 
-/* Length, area and moments of a region, every loop weighted as it winds. Not there yet: refuses
- * with KURVO_ERR_OPTION. */
+/* moments (out): those of KurvoChainMoments for all loops together, each weighted as it winds,
+ * whatever the rule: where loops go around a point twice it counts twice, where they go around it
+ * clockwise it counts against. Of the results of combining, the moments of the set of points. */
 KURVO_API int KurvoRegionMoments(const KurvoRegion *region, KurvoMoments *moments,
                                  GlobalVar *g) KURVO_NOEXCEPT;
 

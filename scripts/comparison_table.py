@@ -17,6 +17,7 @@ PACKAGES = {
     "sisl": "libsisl-dev",
     "occt": "libocct-modeling-algorithms-dev",
     "boost": "libboost-dev",
+    "boost_polygons": "libboost-dev",
     "kurbo": "librust-kurbo-dev",
     "lyon": "librust-lyon-geom-dev",
 }

@@ -3,7 +3,9 @@
 #include <2geom/2geom.h>
 #include <2geom/bezier-curve.h>
 #include <2geom/elliptical-arc.h>
+#include <2geom/intersection-graph.h>
 #include <2geom/path.h>
+#include <2geom/pathvector.h>
 #include <2geom/sbasis-geometric.h>
 #include <2geom/sbasis-to-bezier.h>
 
@@ -116,6 +118,56 @@ class Lib2geom {
       for (const Geom::Curve& curve : path)
         for (int i = 0; i <= 32; ++i) samples.push_back(P(curve.pointAt(i / 32.0)));
     return samples;
+  }
+
+  static Geom::PathVector MakeOutline(const peers::Outline& outline) {
+    Geom::PathVector paths;
+    for (const peers::Glyph& contour : outline) {
+      Geom::Path path(G(contour[0][0]));
+      for (const peers::Bezier& b : contour) {
+        if (b.size() == 2) path.appendNew<Geom::LineSegment>(G(b[1]));
+        if (b.size() == 3) path.appendNew<Geom::QuadraticBezier>(G(b[1]), G(b[2]));
+        if (b.size() == 4) path.appendNew<Geom::CubicBezier>(G(b[1]), G(b[2]), G(b[3]));
+      }
+      path.close();
+      paths.push_back(path);
+    }
+    return paths;
+  }
+  static Geom::PathVector Combine(const Geom::PathVector& a, const Geom::PathVector& b,
+                                  int operation) {
+    try {
+      Geom::PathIntersectionGraph graph(a, b);
+      switch (operation) {
+        case 0:
+          return graph.getUnion();
+        case 1:
+          return graph.getIntersection();
+        case 2:
+          return graph.getAminusB();
+        default:
+          return graph.getXOR();
+      }
+    } catch (...) {  // some of what it throws is no exception of the standard
+      return {};
+    }
+  }
+  static peers::Outline ReadOutline(const Geom::PathVector& paths) {
+    peers::Outline outline;
+    for (const Geom::Path& path : paths) {
+      peers::Glyph contour;
+      const auto add = [&contour](const Geom::BezierCurve& curve) {
+        peers::Bezier b;
+        for (unsigned i = 0; i < curve.size(); ++i) b.push_back(P(curve.controlPoint(i)));
+        contour.push_back(b);
+      };
+      for (const Geom::Curve& curve : path)
+        if (const auto* bezier = dynamic_cast<const Geom::BezierCurve*>(&curve)) add(*bezier);
+      if (path.initialPoint() != path.finalPoint())
+        contour.push_back({P(path.finalPoint()), P(path.initialPoint())});
+      outline.push_back(contour);
+    }
+    return outline;
   }
 
   static bool Inside(const Geom::Path& glyph, Point p) { return glyph.winding(G(p)) != 0; }

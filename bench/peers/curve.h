@@ -29,8 +29,11 @@ struct Spline {
   std::vector<double> knots;
 };
 
-// Closed contours of Bezier curves, each beginning where the one before it ends.
+// A closed contour of Bezier curves, each beginning where the one before it ends.
 using Glyph = std::vector<Bezier>;
+
+// Closed contours of lines and Bezier curves, filled where they go around at all.
+using Outline = std::vector<Glyph>;
 
 // A common point of two curves, by its parameters on both.
 struct Common {

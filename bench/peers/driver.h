@@ -58,6 +58,11 @@ class Driver {
         {"offset/glyph-cubic", Q::template OffsetGlyph<3>, kEm},
         {"classify/glyph", Q::Classify, kUsual},
         {"classify/glyph", Q::Classify, kEm},
+        {"combine/letters-shifted", Q::template Combine<Placing::kShifted>, kEm},
+        {"combine/letters-overlaid", Q::template Combine<Placing::kOverlaid>, kEm},
+        {"combine/letters-slid", Q::template Combine<Placing::kSlid>, kEm},
+        {"combine/letters-turned", Q::template Combine<Placing::kTurned>, kEm},
+        {"combine/letters-identical", Q::template Combine<Placing::kIdentical>, kEm},
     };
     return kRows;
   }

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "oracle.h"
+#include "support/letters.h"
 
 namespace peers {
 namespace {
@@ -29,6 +30,7 @@ enum Seed : std::uint64_t {
   kSeedGlyphStrokes,
   kSeedGlyphs,
   kSeedGlyphPoints,
+  kSeedLetters,
 };
 
 Point operator+(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
@@ -329,6 +331,53 @@ std::vector<About<Point>> PointsInGlyphs(const std::vector<Glyph>& glyphs, doubl
     if (off) points.push_back({i, p});
   }
   return points;
+}
+
+static Outline LetterOf(std::size_t i, double size, double turn, Point by) {
+  Outline outline;
+  const auto place = [=](double x, double y) {
+    const Point p = Turned({x / 1000 - 0.5, y / 1000 - 0.5}, turn);
+    return Point{size * (p.x + 0.5) + by.x, size * (p.y + 0.5) + by.y};
+  };
+  for (auto& contour :
+       kurvo_test::ContoursOf(kurvo_test::kGlyphs[i % kurvo_test::kSimpleGlyphCount], place))
+    outline.push_back(std::move(contour));
+  return outline;
+}
+
+std::vector<Letters> LetterPairs(double size, Placing placing) {
+  constexpr std::size_t kLooks = 32;
+  Random random(kSeedLetters);
+  std::vector<Letters> all;
+  for (std::size_t i = 0; i < kCurves; ++i) {
+    const bool same = placing != Placing::kShifted && placing != Placing::kOverlaid;
+    const double far = placing == Placing::kShifted ? size : 0;
+    Point by = {random.Between(0.1, 0.5) * far, random.Between(-0.3, 0.3) * far};
+    if (placing == Placing::kSlid) by = {1e-6 * size, -7e-7 * size};
+    const double turn = placing == Placing::kTurned ? 1e-7 : 0;
+    Letters letters = {
+        LetterOf(i, size, 0, {}), LetterOf(same ? i : 7 * i + 3, size, turn, by), {}};
+    while (letters.looks.size() < kLooks) {
+      const Outline& outline = random.Unit() < 0.5 ? letters.a : letters.b;
+      const auto some = [&](const auto& list) -> const auto& {
+        return list[static_cast<std::size_t>(random.Between(0, double(list.size())))];
+      };
+      const auto pieces = oracle::PiecesOf(some(some(outline)));
+      const oracle::Real t = random.Unit(), side = random.Unit() < 0.5 ? 1 : -1;
+      const oracle::Vec at = oracle::At(pieces, t), d = oracle::DerivativeAt(pieces, t);
+      const oracle::Vec look = at + side * 5e-4L * size / oracle::Size(d) * oracle::Vec{-d.y, d.x};
+      const auto is_clear = [&](const Outline& of) {
+        for (const Glyph& contour : of)
+          for (const Bezier& bezier : contour)
+            if (oracle::Distance(oracle::PiecesOf(bezier), look) < 2.5e-4L * size) return false;
+        return true;
+      };
+      if (is_clear(letters.a) && is_clear(letters.b))
+        letters.looks.push_back({double(look.x), double(look.y)});
+    }
+    all.push_back(std::move(letters));
+  }
+  return all;
 }
 
 }  // namespace peers

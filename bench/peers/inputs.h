@@ -77,6 +77,17 @@ std::vector<Stroke> Strokes(double size);
 // Quarters of ovals, as outlines of letters have them, of degree 2 or 3: `size` units an em.
 std::vector<Stroke> GlyphStrokes(double size, int degree);
 
+// Two letters to combine, of contours that do not cross, and points beside their outlines at which
+// to look whether that was right: half a thousandth of the size off, at least a quarter of one from
+// all of them.
+enum class Placing { kShifted, kOverlaid, kSlid, kTurned, kIdentical };
+struct Letters {
+  Outline a, b;
+  std::vector<Point> looks;
+};
+// Slid by a millionth of the size, turned by 1e-7 radians.
+std::vector<Letters> LetterPairs(double size, Placing placing);
+
 // The letter S in quadratic curves, a little different each time, and points in its box that are
 // not on the outline.
 std::vector<Glyph> Glyphs(double size);

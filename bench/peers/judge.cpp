@@ -149,6 +149,19 @@ bool Offset(const Stroke& stroke, double tolerance, const std::vector<Point>& sa
   return true;
 }
 
+bool Combined(const Letters& letters, int operation, const Outline& result) {
+  const auto turns = [](const Outline& outline, Point p) {
+    int sum = 0;
+    for (const Glyph& contour : outline) sum += oracle::Winding(contour, V(p));
+    return sum;
+  };
+  return std::all_of(letters.looks.begin(), letters.looks.end(), [&](Point p) {
+    const bool a = turns(letters.a, p) != 0, b = turns(letters.b, p) != 0;
+    const bool wanted[] = {a || b, a && b, a && !b, a != b};
+    return std::abs(turns(result, p)) == (wanted[operation] ? 1 : 0);
+  });
+}
+
 bool Inside(const Glyph& glyph, Point p, bool inside) {
   return (oracle::Winding(glyph, V(p)) != 0) == inside;
 }

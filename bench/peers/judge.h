@@ -41,6 +41,10 @@ bool Split(const Spline& curve, double t, const Half& half);
 // point of the true offset as near to the samples' polygon.
 bool Offset(const Stroke& stroke, double tolerance, const std::vector<Point>& samples);
 
+// Union, intersection, difference and xor by number: at every look it goes around once where it
+// should and not at all elsewhere, to one sense or the other.
+bool Combined(const Letters& letters, int operation, const Outline& result);
+
 bool Inside(const Glyph& glyph, Point p, bool inside);
 
 }  // namespace peers::judge

@@ -1,5 +1,5 @@
-// Kurvo, through its public interface.
-#include "kurvo.h"
+// Kurvo, through its public interfaces.
+#include <kurvo_outline.h>
 
 #include <algorithm>
 #include <cmath>
@@ -32,6 +32,17 @@ class Chain {
   ~Chain() { KurvocvFreeCvseq(&seq); }
 
   Cvseq seq;
+};
+
+class Region {
+ public:
+  Region() { KurvoRegionInit(&region); }
+  Region(Region&& other) noexcept : region(std::exchange(other.region, KurvoRegion{})) {}
+  Region(const Region&) = delete;
+  Region& operator=(const Region&) = delete;
+  ~Region() { KurvoRegionFree(&region); }
+
+  KurvoRegion region;
 };
 
 struct Points {
@@ -168,6 +179,48 @@ class Kurvo {
         samples.push_back({p[0], p[1]});
       }
     return samples;
+  }
+
+  Region MakeOutline(const peers::Outline& outline) {
+    Region r;
+    for (const peers::Glyph& contour : outline) {
+      Chain chain;
+      KurvocvMallocCvseq(&chain.seq, static_cast<int32_t>(contour.size()));
+      for (std::size_t i = 0; i < contour.size(); ++i) {
+        const peers::Bezier& b = contour[i];
+        Record piece = b.size() == 2 ? MakeLine({b[0], b[1]}) : MakeCubic(b);
+        std::swap(chain.seq.curves[i], piece.curve);
+      }
+      KurvoRegionAdd(&r.region, &chain.seq, 0, &g_);
+    }
+    return r;
+  }
+  Region Combine(const Region& a, const Region& b, int operation) {
+    Region out;
+    KurvoRegionCombine(operation, &a.region, &b.region, nullptr, &out.region, nullptr, &g_);
+    return out;
+  }
+  static peers::Outline ReadOutline(const Region& r) {
+    peers::Outline outline;
+    for (int32_t i = 0; i < r.region.count; ++i) {
+      peers::Glyph contour;
+      for (int32_t k = 0; k < r.region.loops[i].count; ++k) {
+        const Curve& curve = r.region.loops[i].curves[k];
+        peers::Bezier b;
+        const auto add = [&b](const double* p) { b.push_back({p[0], p[1]}); };
+        if (curve.type == CV_LINE) {
+          const auto& line = *static_cast<const KurvoLine*>(curve.data);
+          add(line.start);
+          add(line.end);
+        } else {
+          const auto& bezier = *static_cast<const KurvoBezier*>(curve.data);
+          for (int32_t j = 0; j <= bezier.degree; ++j) add(bezier.points[j]);
+        }
+        contour.push_back(std::move(b));
+      }
+      outline.push_back(std::move(contour));
+    }
+    return outline;
   }
 
   bool Inside(const Chain& chain, Point p) {

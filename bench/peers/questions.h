@@ -16,6 +16,8 @@
 //   Offset(curve, distance, tolerance)           positive to the left of travel; for
 //                                  SampleOffset(answer): std::vector<Point>, in order, 33 a piece
 //   Inside(glyph, Point)           bool
+//   MakeOutline(Outline), Combine(outline, outline, operation)   for ReadOutline(answer): Outline;
+//                                  union, intersection, difference and xor by number
 #pragma once
 
 #include <cstddef>
@@ -286,6 +288,30 @@ class Questions {
         return Offset(
             peer, GlyphStrokes(size, 3), kShare * size,
             [&](const Bezier& b) { return peer.MakeCubic(b); }, result);
+    }
+    return false;
+  }
+
+  template <Placing kPlacing>
+  static bool Combine(P& peer, double size, Result* result) {
+    if constexpr (requires(const Outline& o) {
+                    peer.Combine(peer.MakeOutline(o), peer.MakeOutline(o), 0);
+                  }) {
+      constexpr std::size_t kOperations = 4;
+      const auto numbers = LetterPairs(size, kPlacing);
+      const auto a = All(numbers, [&](const Letters& pair) { return peer.MakeOutline(pair.a); });
+      const auto b = All(numbers, [&](const Letters& pair) { return peer.MakeOutline(pair.b); });
+      *result = Measure(
+          kOperations * numbers.size(),
+          [&](std::size_t i) {
+            const std::size_t pair = i / kOperations;
+            return peer.Combine(a[pair], b[pair], static_cast<int>(i % kOperations));
+          },
+          [&](std::size_t i, const auto& answer) {
+            return judge::Combined(numbers[i / kOperations], static_cast<int>(i % kOperations),
+                                   peer.ReadOutline(answer));
+          });
+      return true;
     }
     return false;
   }

@@ -1,11 +1,9 @@
-// Length, area, centroid and second moments of a chain.
-#include <kurvo_outline.h>
+// Length, area, centroid and second moments of chains.
+#include "chain/moments.h"
 
 #include <cmath>
 
 #include "base/refusal.h"
-#include "base/sum.h"
-#include "chain/fan.h"
 #include "chain/gauss.h"
 #include "chain/speed.h"
 #include "strand/joints.h"
@@ -68,21 +66,22 @@ class LengthMoment {
   int work_ = 0;
 };
 
-// The centroid of a chain's length; of a point that point.
-Vec2 CentroidOfLength(const Cvseq& chain, const Frame& frame, double length) {
+// The centroid of the length of chains; of points the first of them.
+Vec2 CentroidOfLength(std::span<const Cvseq> chains, const Frame& frame, double length) {
   Vec2 moment = {0, 0}, start = {0, 0};
   bool is_first = true;
-  ForEachSpan(chain, frame, [&](const Span& span) {
-    if (is_first) start = span.Start();
-    is_first = false;
-    if (length > 0) moment = moment + LengthMoment(span).Value();
-  });
+  for (const Cvseq& chain : chains)
+    ForEachSpan(chain, frame, [&](const Span& span) {
+      if (is_first) start = span.Start();
+      is_first = false;
+      if (length > 0) moment = moment + LengthMoment(span).Value();
+    });
   return length > 0 ? (1 / length) * moment : start;
 }
 
-KurvoMoments MomentsOf(const Cvseq& chain, const Frame& frame) {
-  Sum length;
-  Fans fans;
+}  // namespace
+
+bool AddMoments(const Cvseq& chain, const Frame& frame, Sum& length, Fans& fans) {
   Vec2 start = {0, 0}, end = {0, 0};
   bool is_empty = true;
   ForEachSpan(chain, frame, [&](const Span& span) {
@@ -96,15 +95,23 @@ KurvoMoments MomentsOf(const Cvseq& chain, const Frame& frame) {
     length.Add(Speed(span).Whole());
     AddFan(span, fans);
   });
+  if (!is_empty) fans.Add(FanOfLine(end, start));
+  return !is_empty;
+}
+
+KurvoMoments MomentsOf(std::span<const Cvseq> chains, const Frame& frame) {
+  Sum length;
+  Fans fans;
+  bool is_empty = true;
+  for (const Cvseq& chain : chains) is_empty = !AddMoments(chain, frame, length, fans) && is_empty;
   if (is_empty) return {};
-  fans.Add(FanOfLine(end, start));
   Fan fan = fans.Value();
 
   const double total = length.Value();
   const bool is_flat = kFlat * total >= std::fabs(fan.one);
   if (is_flat) fan.one = 0;
   const Vec2 centroid =
-      is_flat ? CentroidOfLength(chain, frame, total) : Vec2{fan.x / fan.one, fan.y / fan.one};
+      is_flat ? CentroidOfLength(chains, frame, total) : Vec2{fan.x / fan.one, fan.y / fan.one};
   const auto about = [&](double moment, double first, double second, double a, double b) {
     const double shifted = moment - a * second - b * first + a * b * fan.one;
     return frame.AreaOutwards(frame.AreaOutwards(shifted));
@@ -118,7 +125,6 @@ KurvoMoments MomentsOf(const Cvseq& chain, const Frame& frame) {
           about(fan.yy, fan.y, fan.y, centroid.y, centroid.y)};
 }
 
-}  // namespace
 }  // namespace kurvo::outline
 
 using namespace kurvo::outline;
@@ -129,6 +135,6 @@ extern "C" int KurvoChainMoments(const Cvseq* chain, KurvoMoments* moments, Glob
     Require(moments, KURVO_ERR_OPTION);
     const Frame frame = FrameOf(chain);
     RequireJoined(*chain, GetEpsilon(g));
-    *moments = MomentsOf(*chain, frame);
+    *moments = MomentsOf({chain, 1}, frame);
   });
 }

@@ -1,5 +1,5 @@
 // The narrowest box around a chain.
-#include <kurvo_outline.h>
+#include "chain/tight_box.h"
 
 #include <algorithm>
 #include <cmath>
@@ -54,7 +54,9 @@ void AddRational(const Span& span, Bounds& box) {
   }
 }
 
-void AddSpan(const Span& span, Bounds& box) {
+}  // namespace
+
+void AddTightBox(const Span& span, Bounds& box) {
   box.Add(span.Start());
   box.Add(span.End());
   if (span.kind == Span::Kind::kArc) return box.Join(HullOf(span));
@@ -62,7 +64,6 @@ void AddSpan(const Span& span, Bounds& box) {
   if (span.kind == Span::Kind::kRational) return AddRational(span, box);
 }
 
-}  // namespace
 }  // namespace kurvo::outline
 
 using namespace kurvo::outline;
@@ -73,7 +74,7 @@ extern "C" int KurvoChainTightBox(const Cvseq* chain, Box box, GlobalVar* g) noe
     const Frame frame = FrameOf(chain);
     RequireJoined(*chain, GetEpsilon(g));
     Bounds bounds;
-    ForEachSpan(*chain, frame, [&bounds](const Span& span) { AddSpan(span, bounds); });
+    ForEachSpan(*chain, frame, [&bounds](const Span& span) { AddTightBox(span, bounds); });
     const bool is_empty = bounds.IsEmpty();
     const Vec2 low = is_empty ? Vec2{0, 0} : frame.Outwards(bounds.low);
     const Vec2 high = is_empty ? Vec2{0, 0} : frame.Outwards(bounds.high);

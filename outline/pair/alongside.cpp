@@ -120,7 +120,9 @@ Verdict Alongside(const Circle& a, const Stretch& part_a, const Circle& b, const
   const bool arc_a = a.radius > 0, arc_b = b.radius > 0;
   if (arc_a && arc_b) {
     const double apart = Length(a.centre - b.centre) + std::fabs(a.radius - b.radius);
-    return kSteepest * apart <= reach.near ? Verdict::kNear : Verdict::kUnknown;
+    // The two halves of a circle share ends and nothing else.
+    const bool is_near = a.bulge == b.bulge && kSteepest * apart <= reach.near;
+    return is_near ? Verdict::kNear : Verdict::kUnknown;
   }
   if (arc_a) return BesideCircle(a, part_b, reach);
   if (arc_b) return BesideCircle(b, part_a, reach);

@@ -2,6 +2,7 @@
 
 #include "base/refusal.h"
 #include "strand/check.h"
+#include "strand/glance.h"
 
 namespace kurvo::outline {
 
@@ -14,6 +15,16 @@ void CheckRegionRecord(const KurvoRegion* region) {
 void CheckRegion(const KurvoRegion* region, Bounds& box) {
   CheckRegionRecord(region);
   for (int i = 0; i < region->count; ++i) CheckChain(&region->loops[i], box);
+}
+
+Bounds CheckLoops(const KurvoRegion& region, double epsilon) {
+  Glances glances(epsilon);
+  for (const Cvseq& loop : LoopsOf(region)) {
+    RequireChain(&loop);
+    glances.ForEach(loop, [](int, const Glance&) {});
+    Require(glances.IsClosed(), KURVO_ERR_CHAIN_ENDS);
+  }
+  return glances.box();
 }
 
 }  // namespace kurvo::outline

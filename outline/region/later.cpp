@@ -46,11 +46,4 @@ int KurvoChainStroke(const Cvseq*, int32_t, double, double, const KurvoOptions*,
   return Refuse({}, out, report, g);
 }
 
-int KurvoRegionNesting(const KurvoRegion*, int32_t*, GlobalVar* g) noexcept { return Refuse(g); }
-
-int KurvoRegionMoments(const KurvoRegion*, KurvoMoments* moments, GlobalVar* g) noexcept {
-  if (moments) *moments = {};
-  return Refuse(g);
-}
-
 }  // extern "C"

@@ -2,14 +2,12 @@
 #include <kurvo_outline.h>
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
-#include "base/memory.h"
 #include "base/refusal.h"
 #include "region/check_region.h"
 #include "region/crossings.h"
-#include "strand/box_tree.h"
+#include "region/many_points.h"
 #include "strand/glance.h"
 #include "strand/spans.h"
 
@@ -18,26 +16,10 @@ namespace {
 
 constexpr double kOnShare = 0x1p-30;  // of the region's size: as near as that is on a loop
 
-// How often the loops go around a point; nothing when it is on one.
-using Turns = std::optional<int>;
-
-// Every loop, checked: its records, its joints and that it closes.
-Bounds CheckLoops(const KurvoRegion& region, double epsilon) {
-  Glances glances(epsilon);
-  for (int i = 0; i < region.count; ++i) {
-    RequireChain(&region.loops[i]);
-    glances.ForEach(region.loops[i], [](int, const Glance&) {});
-    Require(glances.IsClosed(), KURVO_ERR_CHAIN_ENDS);
-  }
-  return glances.box();
-}
-
 struct Field {
   Frame frame;
   double band;  // in the frame
 };
-
-int Rise(bool from_above, bool to_above) { return int{to_above} - int{from_above}; }
 
 // ---- One point: one more look at each record ----
 
@@ -148,131 +130,6 @@ class OnePoint {
   int turns_ = 0;
 };
 
-// ---- Many points: a tree over boxes ----
-
-// What a run of spans crosses of a ray that starts to the left of them all: for each y in `up` that
-// is above it one, for each y in `down` one less. The ends of neighbours cancel, so that at most
-// two of either are left: of a loop that the run cuts at its beginning, and of one at its end.
-struct Rises {
-  static constexpr double kNone = -std::numeric_limits<double>::infinity();  // never above
-  double up[2] = {kNone, kNone}, down[2] = {kNone, kNone};
-
-  int At(double y) const { return Rise(down[0] > y, up[0] > y) + Rise(down[1] > y, up[1] > y); }
-};
-
-// Four runs, one behind the other.
-Rises Joined(const Rises* runs) {
-  double up[8], down[8];
-  int ups = 0, downs = 0;
-  const auto add = [](double y, double* to, int& count, double* against, int& others) {
-    if (y == Rises::kNone) return;
-    double* found = std::find(against, against + others, y);
-    if (found == against + others)
-      to[count++] = y;
-    else
-      *found = against[--others];
-  };
-  for (uint32_t k = 0; k < BoxTree::kFan; ++k) {
-    for (const double y : runs[k].down) add(y, down, downs, up, ups);
-    for (const double y : runs[k].up) add(y, up, ups, down, downs);
-  }
-  Rises rises;
-  std::copy(up, up + std::min(ups, 2), rises.up);
-  std::copy(down, down + std::min(downs, 2), rises.down);
-  return rises;
-}
-
-// The spans of all loops, with lines across their joints.
-class Loops {
- public:
-  Loops(const KurvoRegion& region, const Frame& frame) {
-    for (int i = 0; i < region.count; ++i) {
-      const std::size_t first = spans_.size();
-      ForEachSpan(region.loops[i], frame, [&](const Span& span) {
-        if (spans_.size() > first) Bridge(spans_.back().End(), span.Start());
-        spans_.push_back(Kept(span, arena_));
-      });
-      if (spans_.size() > first) Bridge(spans_.back().End(), spans_[first].Start());
-    }
-    CountOf(spans_.size());
-  }
-
-  const Array<Span>& spans() const { return spans_; }
-
- private:
-  void Bridge(Vec2 from, Vec2 to) {
-    if (from == to) return;
-    Span bridge;
-    auto* ends = arena_.New<Vec2>(2);
-    ends[0] = from;
-    ends[1] = to;
-    bridge.points = ends;
-    spans_.push_back(bridge);
-  }
-
-  Array<Span> spans_;
-  Arena arena_;
-};
-
-class ManyPoints {
- public:
-  ManyPoints(const KurvoRegion& region, const Field& field)
-      : field_(field), loops_(region, field.frame), tree_(HullsOf(loops_.spans())) {
-    const Array<Span>& spans = loops_.spans();
-    for (uint32_t level = 0; level < tree_.levels(); ++level)
-      for (uint32_t i = 0; i < tree_.size(level); ++i)
-        for (uint32_t child = BoxTree::kFan * i; child < BoxTree::kFan * (i + 1); ++child) {
-          Rises rises;
-          if (level == 0 && child < spans.size()) {
-            rises.down[0] = spans[child].Start().y;
-            rises.up[0] = spans[child].End().y;
-          } else if (level > 0 && child < tree_.size(level - 1)) {
-            rises = Joined(&rises_[BoxTree::kFan * tree_.Number(level - 1, child)]);
-          }
-          rises_.push_back(rises);
-        }
-  }
-
-  Turns Around(const double* point) const {
-    const Vec2 q = field_.frame.Inwards(point);
-    struct Entry {
-      uint32_t level, index;
-    };
-    Entry stack[BoxTree::kMostLevels * BoxTree::kFan];
-    uint32_t count = 0;
-    if (tree_.levels() > 0) stack[count++] = {tree_.levels() - 1, 0};
-    int turns = 0;
-    while (count > 0) {
-      const auto [level, index] = stack[--count];
-      const BoxTree::Node& node = tree_.node(level, index);
-      for (uint32_t k = 0; k < BoxTree::kFan; ++k) {
-        if (node.high_x[k] + field_.band < q.x || node.high_y[k] + field_.band < q.y ||
-            node.low_y[k] - field_.band > q.y)
-          continue;
-        const uint32_t child = BoxTree::kFan * index + k;
-        if (node.low_x[k] - field_.band > q.x) {
-          turns += rises_[BoxTree::kFan * tree_.Number(level, index) + k].At(q.y);
-        } else if (level > 0) {
-          stack[count++] = {level - 1, child};
-        } else {
-          const Span& span = loops_.spans()[child];
-          const Turns own =
-              CrossingsOf(span, q, field_.band, span.Start().y > q.y, span.End().y > q.y);
-          if (!own) return own;
-          turns += *own;
-        }
-      }
-    }
-    return turns;
-  }
-
- private:
-  const Field& field_;
-  const Loops loops_;
-  const BoxTree tree_;
-  Array<Rises> rises_;  // of the children of every node
-};
-
 bool IsInside(int turns, int32_t rule) {
   switch (rule) {
     case KURVO_FILL_NONZERO:
@@ -312,7 +169,8 @@ extern "C" int KurvoRegionLocate(const KurvoRegion* region, const double* points
                                                    : KURVO_REGION_OUTSIDE;
     };
     if (n == 1) return write(0, OnePoint(field, points).Around(*region));
-    const ManyPoints many(*region, field);
-    for (std::ptrdiff_t i = 0; i < n; ++i) write(i, many.Around(points + 3 * i));
+    const ManyPoints many(LoopsOf(*region), field.frame);
+    for (std::ptrdiff_t i = 0; i < n; ++i)
+      write(i, many.Around(field.frame.Inwards(points + 3 * i), field.band));
   });
 }

@@ -64,11 +64,12 @@ double Strand::ParameterAt(double height) const {
   if (height >= y_high) return 1;
   if (kind == Span::Kind::kLine) return (height - y_low) / (y_high - y_low);
   if (kind == Span::Kind::kArc) {
+    // Turns from the lower end, at most half of one: the sign of that is rounding.
     const Vec2 from = {x_low - centre.x, y_low - centre.y};
     const Vec2 to = {x_high - centre.x, y_high - centre.y};
     const Vec2 here = {SideOfArc(height) - centre.x, height - centre.y};
-    const double all = std::atan2(Cross(from, to), Dot(from, to));
-    return std::clamp(std::atan2(Cross(from, here), Dot(from, here)) / all, 0.0, 1.0);
+    const double all = std::fabs(std::atan2(Cross(from, to), Dot(from, to)));
+    return std::clamp(std::fabs(std::atan2(Cross(from, here), Dot(from, here))) / all, 0.0, 1.0);
   }
   if (kind == Span::Kind::kBezier && degree == 2) {
     // The root of y2 v^2 + y1 v = rise that does not cancel.
@@ -114,7 +115,7 @@ Vec2 Strand::PointAt(double v) const {
   if (kind == Span::Kind::kArc) {
     const Vec2 from = {x_low - centre.x, y_low - centre.y};
     const Vec2 to = {x_high - centre.x, y_high - centre.y};
-    const double turn = v * std::atan2(Cross(from, to), Dot(from, to));
+    const double turn = v * bulge * std::fabs(std::atan2(Cross(from, to), Dot(from, to)));
     const double c = std::cos(turn), s = std::sin(turn);
     return centre + Vec2{c * from.x - s * from.y, s * from.x + c * from.y};
   }

@@ -5,11 +5,10 @@
 #include <map>
 
 #include "support/generator.h"
+#include "support/region.h"
 
 namespace kurvo_test {
 namespace {
-
-class Region : public Owner<KurvoRegion, KurvoRegionFree> {};
 
 struct Joined {
   Region closed, open;

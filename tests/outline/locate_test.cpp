@@ -4,13 +4,11 @@
 
 #include <optional>
 
-#include "support/generator.h"
+#include "outline/random_chain.h"
 #include "support/oracle.h"
 
 namespace kurvo_test {
 namespace {
-
-class Region : public Owner<KurvoRegion, KurvoRegionFree> {};
 
 // The angles that the loops turn by as seen from a point: stretches short enough to stay on one
 // side of it as they look from there.
@@ -74,36 +72,7 @@ class AngleSum {
 };
 
 int Where(int turns, int rule) {
-  const bool inside[] = {turns != 0, turns % 2 != 0, turns > 0, turns < 0};
-  return inside[rule] ? KURVO_REGION_INSIDE : KURVO_REGION_OUTSIDE;
-}
-
-// Loops of random curves that close to the last bit; some twice, some of nothing, some there and
-// back.
-Region RandomRegion(Random& random, double scale, double far, GlobalVar& g) {
-  Region region;
-  for (int loops = RandomInt(random, 1, 4); loops > 0; --loops) {
-    std::vector<Owned> curves;
-    const XY first = RandomPlace(random);
-    XY at = first;
-    for (int left = RandomInt(random, 0, 4); left >= 0; --left) {
-      const XY next = left ? Chance(random, .1) ? at : RandomPlace(random) : first;
-      if (at.x != next.x || at.y != next.y) curves.push_back(RandomBetween(random, at, next));
-      at = next;
-    }
-    const Chain loop(std::move(curves));
-    for (const Curve& curve : loop)
-      ForEachPoint(
-          curve,
-          [=](double* p) {
-            p[0] = scale * p[0] + far;
-            p[1] = scale * p[1] - far;
-          },
-          [=](double& radius) { radius *= scale; });
-    for (int copies = RandomInt(random, 1, 5) / 4; copies >= 0; --copies)
-      EXPECT_EQ(KurvoRegionAdd(region.get(), loop.get(), 1e-6 * scale, &g), 1);
-  }
-  return region;
+  return IsFilled(turns, rule) ? KURVO_REGION_INSIDE : KURVO_REGION_OUTSIDE;
 }
 
 TEST(RegionLocate, TurnsAreSumsOfAngles) {
@@ -113,7 +82,7 @@ TEST(RegionLocate, TurnsAreSumsOfAngles) {
     constexpr double kScales[] = {1, 1, 1e-9, 1e-3, 1e8};
     const double scale = kScales[round % 5], far = round % 7 == 0 ? 1e6 * scale : 0;
     Globals g(1e-9 * scale);
-    Region region = RandomRegion(random, scale, far, g);
+    Region region = RandomRegion(random, scale, far);
     const AngleSum sum(*region);
     const int rule = round % 4;
     region->rule = rule;

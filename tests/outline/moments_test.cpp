@@ -54,6 +54,47 @@ TEST(ChainMoments, ClosedForms) {
   }
 }
 
+// Every loop counts as it winds; together, not each about its own centroid.
+TEST(RegionMoments, SumsOfLoops) {
+  struct Row {
+    std::vector<const char*> loops;
+    double length, area, x, y, xx, xy, yy;
+    int code = 0;
+  };
+  const char* const square = "(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)";
+  const char* const hole = "(l 1 1 1 2)(l 1 2 2 2)(l 2 2 2 1)(l 2 1 1 1)";
+  const char* const back = "(l 0 0 0 4)(l 0 4 4 4)(l 4 4 4 0)(l 4 0 0 0)";
+  // Second moments of squares of side s about (x, y): s^2 (s^2 / 12 + distance^2).
+  const double c = (32 - 1.5) / 15,
+               xx = 16 * (16. / 12 + (2 - c) * (2 - c)) - (1. / 12 + (1.5 - c) * (1.5 - c));
+  const double xy = 16 * (2 - c) * (2 - c) - (1.5 - c) * (1.5 - c);
+  const Row rows[] = {
+      {{square, hole}, 20, 15, c, c, xx, xy, xx},
+      {{hole, "", square}, 20, 15, c, c, xx, xy, xx},
+      {{square, square}, 32, 32, 2, 2, 128. / 3, 0, 128. / 3},
+      {{square, back}, 32, 0, 2, 2, 0, 0, 0},
+      {{}, 0, 0, 0, 0, 0, 0, 0},
+      {{"(l 3 4 3 4)"}, 0, 0, 3, 4, 0, 0, 0},
+      {{square, "(l 1 1 2 2)"}, 0, 0, 0, 0, 0, 0, 0, KURVO_ERR_CHAIN_ENDS},
+  };
+  for (const Row& row : rows) {
+    std::vector<Chain> chains;
+    std::vector<Cvseq> loops;
+    for (const char* text : row.loops) chains.emplace_back(text);
+    for (const Chain& chain : chains) loops.push_back(*chain);
+    const KurvoRegion region = {static_cast<int>(loops.size()), KURVO_FILL_POSITIVE, loops.data(),
+                                nullptr};
+    Globals g;
+    KurvoMoments got;
+    EXPECT_EQ(KurvoRegionMoments(&region, &got, &g), !row.code);
+    EXPECT_EQ(KurvoErrGet(&g), row.code);
+    const double want[] = {row.length, row.area, row.x, row.y, row.xx, row.xy, row.yy};
+    const double is[] = {got.length, got.area, got.centroid[0], got.centroid[1],
+                         got.xx,     got.xy,   got.yy};
+    for (int k = 0; k < 7; ++k) EXPECT_NEAR(is[k], want[k], 2e-13) << k;
+  }
+}
+
 // A thin lens of two arcs: nothing cancels. The area of a segment is r^2 (s - sin s) / 2.
 TEST(ChainMoments, TinySweeps) {
   for (const double sweep : {1e-3, .1, .99, 1.01, 2.}) {

@@ -1,10 +1,11 @@
-// Chains of random curves.
+// Chains and regions of random curves.
 #pragma once
 
 #include <utility>
 #include <vector>
 
 #include "support/generator.h"
+#include "support/region.h"
 
 namespace kurvo_test {
 
@@ -21,6 +22,39 @@ inline Chain RandomChain(Random& random, bool closed) {
     at = next;
   }
   return Chain(std::move(curves));
+}
+
+// Loops of random curves that close to the last bit; some twice, some of nothing, some there and
+// back.
+inline Region RandomRegion(Random& random, double scale, double far = 0) {
+  Region region;
+  for (int loops = RandomInt(random, 1, 4); loops > 0; --loops) {
+    std::vector<Owned> curves;
+    const XY first = RandomPlace(random);
+    XY at = first;
+    for (int left = RandomInt(random, 0, 4); left >= 0; --left) {
+      const XY next = left ? Chance(random, .1) ? at : RandomPlace(random) : first;
+      if (at.x != next.x || at.y != next.y) curves.push_back(RandomBetween(random, at, next));
+      at = next;
+    }
+    const Chain loop(std::move(curves));
+    for (const Curve& curve : loop)
+      ForEachPoint(
+          curve,
+          [=](double* p) {
+            p[0] = scale * p[0] + far;
+            p[1] = scale * p[1] - far;
+          },
+          [=](double& radius) { radius *= scale; });
+    for (int copies = RandomInt(random, 1, 5) / 4; copies >= 0; --copies)
+      region.Add(loop, 1e-6 * scale);
+  }
+  return region;
+}
+
+inline bool IsFilled(int turns, int32_t rule) {
+  const bool filled[] = {turns != 0, turns % 2 != 0, turns > 0, turns < 0};
+  return filled[rule];
 }
 
 }  // namespace kurvo_test

@@ -4,11 +4,10 @@
 #include <cstring>
 
 #include "support/generator.h"
+#include "support/region.h"
 
 namespace kurvo_test {
 namespace {
-
-class Region : public Owner<KurvoRegion, KurvoRegionFree> {};
 
 std::string TextOf(const KurvoRegion& region) {
   std::string text = std::to_string(region.rule);

@@ -107,7 +107,7 @@ std::vector<Entry> Rows() {
       {ROW(KurvoRegionClip, OneRegion, SomeChains, Count, SomeOptions, NewRegion, NewRegion, NewReport), {}, kRefuses},
       {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}, kRefuses},
       {ROW(KurvoRegionLocate, OneRegion, Points, Count, OrNull(OutMany<int32_t>), OrNull(OutMany<int32_t>))},
-      {ROW(KurvoRegionNesting, OneRegion, OutLoops), {}, kRefuses}, {ROW(KurvoRegionMoments, OneRegion, OutRecord<KurvoMoments>), {}, kRefuses},
+      {ROW(KurvoRegionNesting, OneRegion, OutLoops)}, {ROW(KurvoRegionMoments, OneRegion, OutRecord<KurvoMoments>)},
 
       {ROW(KurvoChainLength, OneChain, OutOne<double>)}, {ROW(KurvoChainPlaces, OneChain, SomeLengths, Count, OutMany<KurvoPlace>)},
       {ROW(KurvoChainLengths, OneChain, SomePlaces, Count, OutMany<double>)},

@@ -1,0 +1,246 @@
+// Regions combined. Names are combine/operation/what/count; the counter tells the curves of the
+// results. Pairs are asked in turn, every operation of each.
+#include <benchmark/benchmark.h>
+#include <kurvo_outline.h>
+
+#include <memory>
+
+#include "curves.h"
+#include "support/letters.h"
+
+namespace {
+
+struct XY {
+  double x, y;
+};
+
+class Region {
+ public:
+  Region() = default;
+  ~Region() {
+    for (Cvseq& loop : loops_) KurvocvFreeCvseq(&loop);
+  }
+  Region(const Region&) = delete;
+  Region& operator=(const Region&) = delete;
+
+  KurvoRegion* get() {
+    region_ = {static_cast<int32_t>(loops_.size()), KURVO_FILL_NONZERO, loops_.data(), nullptr};
+    return &region_;
+  }
+
+  void Contour(const kurvo_test::Contour<XY>& pieces) {
+    Cvseq loop;
+    KurvocvMallocCvseq(&loop, static_cast<int32_t>(pieces.size()));
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+      const auto& points = pieces[i];
+      if (points.size() == 2) {
+        auto* line = static_cast<KurvoLine*>(KurvocvMallocCurve(loop.curves + i, CV_LINE));
+        Put(line->start, points[0]);
+        Put(line->end, points[1]);
+        continue;
+      }
+      auto* bezier = static_cast<KurvoBezier*>(
+          KurvocvMallocCurve(loop.curves + i, CV_BEZIER, static_cast<int32_t>(points.size()) - 1));
+      for (std::size_t k = 0; k < points.size(); ++k) Put(bezier->points[k], points[k]);
+    }
+    loops_.push_back(loop);
+  }
+
+  // Half circles and more between corners: bulges as their sagittas over half their chords.
+  void Arcs(const std::vector<XY>& corners, const std::vector<double>& bulges) {
+    Cvseq loop;
+    KurvocvMallocCvseq(&loop, static_cast<int32_t>(corners.size()));
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+      const XY a = corners[i], b = corners[(i + 1) % corners.size()];
+      const double half = std::tan(2 * std::atan(bulges[i]));  // of half the sweep
+      const XY centre = {(a.x + b.x) / 2 - (b.y - a.y) / 2 / half,
+                         (a.y + b.y) / 2 + (b.x - a.x) / 2 / half};
+      auto* arc = static_cast<KurvoArc*>(KurvocvMallocCurve(loop.curves + i, CV_ARC));
+      arc->radius = std::hypot(a.x - centre.x, a.y - centre.y);
+      Put(arc->centre, centre);
+      KurvoclSetCoord(arc->normal, 0, 0, bulges[i] < 0 ? -1 : 1);
+      Put(arc->start, a);
+      Put(arc->end, b);
+    }
+    loops_.push_back(loop);
+  }
+
+  void Circle(XY c, double r) { Arcs({{c.x - r, c.y}, {c.x + r, c.y}}, {1, 1}); }
+
+ private:
+  static void Put(double* to, XY p) { KurvoclSetCoord(to, p.x, p.y, 0); }
+
+  std::vector<Cvseq> loops_;  // adding one by one would be quadratic
+  KurvoRegion region_;
+};
+
+using Some = std::vector<std::unique_ptr<Region>>;
+
+// Letter `index`, turned about its middle and moved.
+std::unique_ptr<Region> Letter(std::size_t index, double turn, double dx, double dy) {
+  auto region = std::make_unique<Region>();
+  const double c = std::cos(turn), s = std::sin(turn);
+  const auto place = [=](double x, double y) {
+    return XY{c * (x - 500) - s * (y - 500) + 500 + dx, s * (x - 500) + c * (y - 500) + 500 + dy};
+  };
+  const std::string path = kurvo_test::kGlyphs[index % kurvo_test::kGlyphCount];
+  for (const auto& contour : kurvo_test::ContoursOf(path, place)) region->Contour(contour);
+  return region;
+}
+
+struct Pairs {
+  Some a, b;
+};
+using MakePairs = Pairs (*)();
+
+template <class Place>
+Pairs PairsOf(bool same, const Place& place) {
+  Pairs pairs;
+  bench::Random random;
+  for (std::size_t i = 0; i < 64; ++i) {
+    pairs.a.push_back(Letter(i, 0, 0, 0));
+    pairs.b.push_back(place(same ? i : 7 * i + 3, random));
+  }
+  return pairs;
+}
+Pairs Shifted() {
+  return PairsOf(false, [](std::size_t i, bench::Random& random) {
+    return Letter(i, 0, random.Between(100, 500), random.Between(-300, 300));
+  });
+}
+Pairs Overlaid() {
+  return PairsOf(false, [](std::size_t i, bench::Random&) { return Letter(i, 0, 0, 0); });
+}
+Pairs Slid() {
+  return PairsOf(true, [](std::size_t i, bench::Random&) { return Letter(i, 0, 1e-3, -7e-4); });
+}
+Pairs Turned() {
+  return PairsOf(true, [](std::size_t i, bench::Random&) { return Letter(i, 1e-7, 0, 0); });
+}
+Pairs Identical() {
+  return PairsOf(true, [](std::size_t i, bench::Random&) { return Letter(i, 0, 0, 0); });
+}
+// Waving rings of arcs, one beside the middle of the other.
+template <int kArcs>
+Pairs ArcChains() {
+  Pairs pairs;
+  bench::Random random;
+  for (int i = 0; i < 64; ++i)
+    for (Some* some : {&pairs.a, &pairs.b}) {
+      std::vector<XY> corners;
+      std::vector<double> bulges;
+      const double x = random.Between(-30, 30), y = random.Between(-30, 30);
+      for (int k = 0; k < kArcs; ++k) {
+        const double angle = 2 * std::numbers::pi * k / kArcs, r = random.Between(60, 100);
+        corners.push_back({x + r * std::cos(angle), y + r * std::sin(angle)});
+        bulges.push_back(random.Between(.1, .4) * (random.Unit() < .5 ? -1 : 1));
+      }
+      some->push_back(std::make_unique<Region>());
+      some->back()->Arcs(corners, bulges);
+    }
+  return pairs;
+}
+
+void Count(benchmark::State& state, int64_t curves) {
+  state.counters["curves"] = benchmark::Counter(double(curves), benchmark::Counter::kAvgIterations);
+}
+int64_t CurvesOf(const KurvoRegion& region) {
+  int64_t curves = 0;
+  for (int32_t i = 0; i < region.count; ++i) curves += region.loops[i].count;
+  return curves;
+}
+
+void CombinePairs(benchmark::State& state, MakePairs make) {
+  const Pairs pairs = make();
+  GlobalVar g;
+  KurvoInitGlobalVar(&g);
+  std::size_t i = 0;
+  int64_t curves = 0;
+  for (auto _ : state) {
+    const std::size_t pair = i / 4 % pairs.a.size();
+    KurvoRegion out;
+    if (!KurvoRegionCombine(static_cast<int32_t>(i % 4), pairs.a[pair]->get(), pairs.b[pair]->get(),
+                            nullptr, &out, nullptr, &g))
+      return state.SkipWithError("refused");
+    curves += CurvesOf(out);
+    KurvoRegionFree(&out);
+    ++i;
+  }
+  Count(state, curves);
+}
+BENCHMARK_CAPTURE(CombinePairs, shifted, Shifted)->Name("combine/each/letters/shifted");
+BENCHMARK_CAPTURE(CombinePairs, overlaid, Overlaid)->Name("combine/each/letters/overlaid");
+BENCHMARK_CAPTURE(CombinePairs, slid, Slid)->Name("combine/each/letters/slid_1e-3");
+BENCHMARK_CAPTURE(CombinePairs, turned, Turned)->Name("combine/each/letters/turned_1e-7");
+BENCHMARK_CAPTURE(CombinePairs, same, Identical)->Name("combine/each/letters/identical");
+BENCHMARK_CAPTURE(CombinePairs, arcs_16, ArcChains<16>)->Name("combine/each/arcs/16");
+BENCHMARK_CAPTURE(CombinePairs, arcs_256, ArcChains<256>)->Name("combine/each/arcs/256");
+
+void Simplify(benchmark::State& state, const Some& some) {
+  GlobalVar g;
+  KurvoInitGlobalVar(&g);
+  std::size_t i = 0;
+  int64_t curves = 0;
+  for (auto _ : state) {
+    KurvoRegion out;
+    if (!KurvoRegionSimplify(some[i++ % some.size()]->get(), nullptr, &out, nullptr, &g))
+      return state.SkipWithError("refused");
+    curves += CurvesOf(out);
+    KurvoRegionFree(&out);
+  }
+  Count(state, curves);
+}
+
+// All letters, those with contours that overlap or cross themselves among them.
+void SimplifyLetters(benchmark::State& state) {
+  Some letters;
+  for (std::size_t i = 0; i < kurvo_test::kGlyphCount; ++i) letters.push_back(Letter(i, 0, 0, 0));
+  Simplify(state, letters);
+}
+BENCHMARK(SimplifyLetters)->Name("simplify/letters");
+void SimplifyOverlaps(benchmark::State& state) {
+  Some letters;
+  for (std::size_t i = kurvo_test::kSimpleGlyphCount; i < kurvo_test::kGlyphCount; ++i)
+    letters.push_back(Letter(i, 0, 0, 0));
+  Simplify(state, letters);
+}
+BENCHMARK(SimplifyOverlaps)->Name("simplify/letters_with_overlaps");
+
+// Circles anywhere, as many in any square: of radius 20 around 1000 of them in a square of 1000.
+void Circles(benchmark::State& state) {
+  const double size = 1000 * std::sqrt(double(state.range(0)) / 1000);
+  bench::Random random;
+  Some one;
+  one.push_back(std::make_unique<Region>());
+  for (int64_t i = 0; i < state.range(0); ++i) {
+    const double x = random.Between(0, size);
+    one[0]->Circle({x, random.Between(0, size)}, random.Between(10, 30));
+  }
+  Simplify(state, one);
+}
+BENCHMARK(Circles)
+    ->Name("simplify/circles")
+    ->Arg(250)
+    ->Arg(1000)
+    ->Arg(4000)
+    ->Arg(16000)
+    ->Unit(benchmark::kMillisecond);
+
+// Discs of two arcs that touch nothing; the argument counts arcs.
+void Apart(benchmark::State& state) {
+  Some one;
+  one.push_back(std::make_unique<Region>());
+  const auto side = static_cast<int64_t>(std::sqrt(double(state.range(0)) / 2)) + 1;
+  for (int64_t i = 0; i < state.range(0) / 2; ++i)
+    one[0]->Circle({2.5 * double(i % side), 2.5 * double(i / side)}, 1);
+  Simplify(state, one);
+}
+BENCHMARK(Apart)
+    ->Name("simplify/apart")
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Arg(1000000)
+    ->Unit(benchmark::kMillisecond);
+
+}  // namespace
