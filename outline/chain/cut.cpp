@@ -291,4 +291,30 @@ void SetEnd(Curve& curve, Vec2 point) {
   if (double* end = PointsOf(curve).end) Set(end, point);
 }
 
+double SweepOf(const KurvoArc& arc) {
+  const Vec2 centre = {arc.centre[0], arc.centre[1]};
+  const Vec2 from = Vec2{arc.start[0], arc.start[1]} - centre;
+  const Vec2 to = Vec2{arc.end[0], arc.end[1]} - centre;
+  const double by = 1 / arc.radius;
+  return SweepBetween(by * from, by * to, arc.normal[2] < 0 ? -1 : 1, false);
+}
+
+// The centre lies on the middle normal of the chord, chord / 2 / tan(sweep / 2) to its left.
+void Recentre(KurvoArc& arc, double sweep, double slack) {
+  constexpr double kLeastSine = 0x1p-10;  // nearly all around the chord says nothing of the circle
+  const Vec2 start = {arc.start[0], arc.start[1]}, end = {arc.end[0], arc.end[1]};
+  const Vec2 centre = {arc.centre[0], arc.centre[1]};
+  const auto miss = [&](Vec2 p) {
+    return std::fabs(std::hypot(p.x - centre.x, p.y - centre.y) - arc.radius);
+  };
+  const double sine = std::sin(0.5 * sweep);
+  if (slack >= std::max(miss(start), miss(end)) || !(sine > 0)) return;
+  if (sweep > std::numbers::pi && kLeastSine >= sine) return;
+  const double sense = arc.normal[2] < 0 ? -1 : 1;
+  const Vec2 half = 0.5 * (end - start);
+  const Vec2 moved = start + half + (sense * std::cos(0.5 * sweep) / sine) * Left(half);
+  Set(arc.centre, moved);
+  arc.radius = std::hypot(half.x, half.y) / sine;
+}
+
 }  // namespace kurvo::outline

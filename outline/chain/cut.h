@@ -22,4 +22,10 @@ void AppendPart(const Curve& curve, double from, double to, const Frame& frame,
 void SetStart(Curve& curve, Vec2 point);
 void SetEnd(Curve& curve, Vec2 point);
 
+// Gives an arc whose ends were moved the circle through both on which it goes as far as before,
+// when one of them lies farther than `slack` from its own.
+void Recentre(KurvoArc& arc, double sweep, double slack);
+// How far an arc goes, in radians: in [0, 2 pi).
+double SweepOf(const KurvoArc& arc);
+
 }  // namespace kurvo::outline

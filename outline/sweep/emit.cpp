@@ -200,11 +200,25 @@ class Emitter {
   // Control points are moved only where the end is not there already: those of a spline whose outer
   // knots are not p + 1 fold are no ends of it.
   void MoveEnds(const Part& part) {
-    Ends ends;
-    if (EndsOf(*records_.front(), ends) && ends.start != part.start)
-      SetStart(*records_.front().Get(), part.start);
-    if (EndsOf(*records_.back(), ends) && ends.end != part.end)
-      SetEnd(*records_.back().Get(), part.end);
+    Ends first, last;
+    Curve& front = *records_.front().Get();
+    Curve& back = *records_.back().Get();
+    const double front_sweep = SweepOf(front), back_sweep = SweepOf(back);
+    if (EndsOf(front, first) && first.start != part.start) SetStart(front, part.start);
+    if (EndsOf(back, last) && last.end != part.end) SetEnd(back, part.end);
+    Recentre(front, front_sweep);
+    if (&front != &back) Recentre(back, back_sweep);
+  }
+
+  static double SweepOf(const Curve& curve) {
+    return curve.type == CV_ARC ? outline::SweepOf(BlockOf<KurvoArc>(curve)) : 0;
+  }
+  // Its ends would be bridged to its circle if it came back.
+  void Recentre(Curve& curve, double sweep) const {
+    constexpr double kSlack = 0x1p-8;  // of tol
+    if (curve.type != CV_ARC) return;
+    outline::Recentre(*static_cast<KurvoArc*>(curve.data), sweep,
+                      scene_.frame.LengthOutwards(kSlack * scene_.tol));
   }
 
   const Scene& scene_;

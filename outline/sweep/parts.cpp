@@ -52,9 +52,10 @@ class Collector {
         part.to = source.span.ParameterAt(edge.u_to);
       }
     }
-    if (part.start == part.end && part.from == part.to) return;
+    if (IsNothing(part)) return;
     if (!loop_.parts.empty() && GoesOn(loop_.parts.back(), part)) {
       Extend(loop_.parts.back(), part);
+      if (IsNothing(loop_.parts.back())) loop_.parts.pop_back();
     } else {
       loop_.parts.push_back(part);
     }
@@ -67,11 +68,15 @@ class Collector {
     loop_.moved = std::max(loop_.moved, Length(arrangement_.corner(corner).point - on_source));
   }
 
+  // Also back along it, as edges may by less than tol within a beam.
   static bool GoesOn(const Part& a, const Part& b) {
     if (a.IsLine() || std::tie(a.operand, a.loop, a.curve) != std::tie(b.operand, b.loop, b.curve))
       return false;
-    const bool turns = (a.to - a.from) * (b.to - b.from) < 0;
-    return !turns && kSameParameter >= std::fabs(a.to - b.from);
+    return kSameParameter >= std::fabs(a.to - b.from);
+  }
+
+  static bool IsNothing(const Part& part) {
+    return part.start == part.end && (part.from == part.to || part.IsLine());
   }
 
   static void Extend(Part& part, const Part& next) {

@@ -25,6 +25,7 @@ namespace {
 
 constexpr int64_t kHostileCalls = 10000, kMemoryCalls = 150, kDigestCalls = 80;
 constexpr int64_t kManyRequests = 200;  // above it only some of them fail
+constexpr int64_t kManyOfHeavy = 40;    // the same of calls that work hard
 
 TEST(Table, HasEveryFunctionOfTheInterfaceOnce) {
   std::ifstream file(KURVO_EXPORTS);
@@ -128,7 +129,8 @@ TEST_P(FailingMemory, IsReportedAndHarmless) {
     const int64_t requests = untroubled.memory.requests;
     most = std::max(most, requests);
     if (untroubled.memory.refused > 0) continue;  // more than there is
-    const int64_t step = 1 + requests / kManyRequests;
+    const int64_t many = entry.traits & kHeavy ? kManyOfHeavy : kManyRequests;
+    const int64_t step = 1 + requests / many;
     for (int64_t granted = 0; granted < requests; granted += step)
       for (const bool from_then : {false, true}) {
         options.failure = {granted, from_then};
