@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "strand/arc_sweep.h"
+#include "strand/bracket.h"
 #include "strand/roots.h"
 
 namespace kurvo::outline {
@@ -11,7 +12,7 @@ namespace {
 
 // By powers of u.
 struct Polynomial {
-  static constexpr int kMostDegree = 12;
+  static constexpr int kMostDegree = 6;
   int degree = 0;
   double at[kMostDegree + 1] = {};
 };
@@ -124,24 +125,6 @@ void FindHalts(const Hodograph3& h, double distance, Halts& halts) {
   add(1);
 }
 
-// |v|^3 + d (v x a) = 0, squared; the sign of v x a tells the roots of the other side.
-void AddTightest(const Hodograph3& h, double distance, double low, double high, Breaks& breaks) {
-  const Polynomial speed = SquaredSpeed(h), cross = CrossOf(h);
-  double s[5], c[3];
-  ToBernstein(speed, s);
-  ToBernstein(cross, c);
-  double tightest = 0;
-  for (const double value : c) tightest = std::max(tightest, -distance * value);
-  if (!(tightest > 0)) return;
-  const double slowest = std::max(*std::min_element(s, s + 5), 0.0);
-  if (slowest * slowest * slowest > tightest * tightest) return;
-  const Polynomial both = Sum(1, speed * speed * speed, -distance * distance, cross * cross);
-  for (const double u : RootsOf(both)) {
-    const double bend = cross.at[0] + u * (cross.at[1] + u * cross.at[2]);
-    if (u > low && u < high && distance * bend < 0) breaks.Add(u);
-  }
-}
-
 // The derivative of (v x a) / |v|^3 is that of v x a times |v|^2, less 3/2 of v x a times that of
 // |v|^2, over |v|^5.
 void AddVertices(const Hodograph3& h, double low, double high, Breaks& breaks) {
@@ -151,6 +134,37 @@ void AddVertices(const Hodograph3& h, double low, double high, Breaks& breaks) {
       3, {speed.at[1], 2 * speed.at[2], 3 * speed.at[3], 4 * speed.at[4]}};
   for (const double u : RootsOf(Sum(1, cross_slope * speed, -1.5, cross * speed_slope)))
     if (u > low && u < high) breaks.Add(u);
+}
+
+// Where |v|^3 + d (v x a) changes its sign: once at most between two vertices.
+void AddTightest(const Hodograph3& h, double distance, double low, double high, Breaks& breaks) {
+  constexpr double kBeside = 0x1p-40;  // parameter: so far from an end without velocity
+  const Polynomial speed = SquaredSpeed(h), cross = CrossOf(h);
+  double s[5], c[3];
+  ToBernstein(speed, s);
+  ToBernstein(cross, c);
+  double tightest = 0;
+  for (const double value : c) tightest = std::max(tightest, -distance * value);
+  if (!(tightest > 0)) return;
+  const double slowest = std::max(*std::min_element(s, s + 5), 0.0);
+  if (slowest * slowest * slowest > tightest * tightest) return;
+  const auto run = [&](double u) {
+    const Vec2 v = h.VelocityAt(u);
+    const double square = SquaredLength(v);
+    return square * std::sqrt(square) + distance * Cross(v, h.BendAt(u));
+  };
+  Breaks ends;
+  AddVertices(h, low, high, ends);
+  ends.Add(SquaredLength(h.VelocityAt(high)) == 0 ? high - kBeside : high);
+  double from = SquaredLength(h.VelocityAt(low)) == 0 ? low + kBeside : low;
+  double before = run(from);
+  for (std::size_t i = 0; i < ends.count; ++i) {
+    const double to = ends.at[i], after = run(to);
+    if ((before < 0) != (after < 0) && to > from)
+      breaks.Add(SignChangeBetween(run, from, to, before, after));
+    from = to;
+    before = after;
+  }
 }
 
 void AddTurns(const Hodograph3& h, double low, Vec2 leaves, double high, Vec2 arrives,

@@ -83,13 +83,13 @@ class Comparison {
   // Cuts both where normals of the cubic meet the piece, in the middle of each part too.
   bool Walk(const CubicSide::At& start, double u0, const CubicSide::At& end, double u1,
             int parts) {
-    Meeting from = {u0, 0, start.stretch};
+    Meeting from = {u0, 0, start.stretch, start.halts};
     const double step = 0.5 * (u1 - u0) / parts;
     for (int i = 0; i < parts; ++i) {
       Meeting middle, to;
       if (!Meet(u0 + (2 * i + 1) * step, u1 - u0, from, middle)) return false;
       if (i + 1 == parts) {
-        to = {u1, 1, end.stretch};
+        to = {u1, 1, end.stretch, end.halts};
       } else if (!Meet(u0 + (2 * i + 2) * step, u1 - u0, middle, to)) {
         return false;
       }
@@ -103,24 +103,27 @@ class Comparison {
   struct Meeting {
     double u, t;     // of the cubic and of the piece
     double stretch;
+    bool halts;
   };
 
-  // The normal at u meets the piece after `before`: Newton's method.
+  // The normal at u meets the piece after `before`: Newton's method, within a bracket that halves
+  // when a step leaves it.
   bool Meet(double u, double width, const Meeting& before, Meeting& meeting) {
-    constexpr int kMostSteps = 12;
-    constexpr double kSettled = 1e-10;
+    constexpr int kMostSteps = 40;
+    constexpr double kSettled = 1e-4;  // parameter: then the next step is off by the square
     const CubicSide::At at = side_.LookAt(u);
-    double t = before.t + (u - before.u) / width;
+    double low = before.t, high = 1;
+    double t = std::min(before.t + (u - before.u) / width, 1.0);
     bool settled = false;
     for (int i = 0; i < kMostSteps && !settled; ++i) {
       const double ahead = Dot(CubicAt(piece_, t) - at.point, at.tangent);
-      const double speed = Dot(CubicDerivatives(piece_, t).first, at.tangent);
-      if (!(speed > 0)) return false;
-      const double next = std::clamp(t - ahead / speed, before.t, 1.0);
+      (ahead > 0 ? high : low) = t;
+      double next = t - ahead / Dot(CubicDerivatives(piece_, t).first, at.tangent);
+      if (!(next > low && next < high)) next = 0.5 * (low + high);
       settled = kSettled >= std::fabs(next - t);
       t = next;
     }
-    meeting = {u, t, at.stretch};
+    meeting = {u, t, at.stretch, false};
     const double gap = Length(CubicAt(piece_, t) - at.point);
     reached_ = std::max(reached_, std::fabs(gap - distance_));
     return settled;
@@ -133,12 +136,22 @@ class Comparison {
     Vec2 b[4], p[4], q[4], g[7] = {};
     CubicPart(side_.points(), from.u, to.u, b);
     const Vec2 chord = b[3] - b[0];
-    double slowest = Dot(b[1] - b[0], chord);
-    for (int i = 1; i < 3; ++i) slowest = std::min(slowest, Dot(b[i + 1] - b[i], chord));
-    slowest *= 3 / Length(chord);
     ToPowers(b, p);
     CubicPart(piece_, from.t, to.t, b);
     ToPowers(b, q);
+    Vec2 along[3] = {p[1], 2.0 * p[2], 3.0 * p[3]};  // the velocity of P
+    if (from.halts) {  // over w
+      along[0] = along[1];
+      along[1] = along[2];
+      along[2] = {0, 0};
+    } else if (to.halts) {  // over 1 - w
+      along[1] = along[0] + along[1];
+      along[2] = {0, 0};
+    }
+    const Vec2 middle_leg = along[0] + 0.5 * along[1];
+    const double slowest =
+        std::min({Dot(along[0], chord), Dot(middle_leg, chord),
+                  Dot(along[0] + along[1] + along[2], chord)}) / Length(chord);
     const double c = 4 * ((middle.t - from.t) / (to.t - from.t) - 0.5), a = 1 + c;
     if (!(std::fabs(c) < 1 && slowest > 0)) return false;
     g[0] = q[0] - p[0];
@@ -152,7 +165,7 @@ class Comparison {
     double square[13] = {}, ahead[9] = {};
     for (int i = 0; i < 7; ++i) {
       for (int k = 0; k < 7; ++k) square[i + k] += Dot(g[i], g[k]);
-      for (int k = 1; k < 4; ++k) ahead[i + k - 1] += k * Dot(g[i], p[k]);
+      for (int k = 0; k < 3; ++k) ahead[i + k] += Dot(g[i], along[k]);
     }
     const Range gap = RangeOf(square, 12);
     const Range slip = RangeOf(ahead, 8);
@@ -173,11 +186,21 @@ class Comparison {
 
 }  // namespace
 
+// What is straight but for rounding is straight.
+CubicSide::CubicSide(const Vec2* points, double distance) : points_(points), distance_(distance) {
+  constexpr double kRounding = 0x1p-46;
+  double farthest = 0, longest = 0;
+  for (int i = 0; i < 4; ++i) farthest = std::max(farthest, Length(points[i]));
+  for (int i = 0; i < 3; ++i) longest = std::max(longest, Length(points[i + 1] - points[i]));
+  noise_ = kRounding * longest * farthest;
+}
+
 CubicSide::At CubicSide::LookAt(double u) const {
   const CubicDerivatives d(points_, u);
-  const double speed = Length(d.first);
-  const double stretch = 1 + distance_ * Cross(d.first, d.second) / (speed * speed * speed);
-  return {CubicAt(points_, u), (1 / speed) * d.first, stretch, speed * stretch};
+  const double speed = Length(d.first), cross = Cross(d.first, d.second);
+  const double bend = noise_ >= std::fabs(cross) ? 0 : cross / (speed * speed * speed);
+  const double stretch = 1 + distance_ * bend;
+  return {CubicAt(points_, u), (1 / speed) * d.first, stretch, speed * stretch, false};
 }
 
 SideFit FitSide(const CubicSide& side, const CubicSide::At& start, double u0,

@@ -8,7 +8,7 @@ namespace kurvo::outline {
 // One side of a cubic: its points, at a distance along the normals to the right.
 class CubicSide {
  public:
-  CubicSide(const Vec2* points, double distance) : points_(points), distance_(distance) {}
+  CubicSide(const Vec2* points, double distance);
 
   const Vec2* points() const { return points_; }
   double distance() const { return distance_; }
@@ -17,12 +17,14 @@ class CubicSide {
     Vec2 point, tangent;  // of the cubic; the latter a unit vector
     double stretch;       // by how much the side is longer: 1 + distance x curvature
     double run;           // the speed of the side: that of the cubic times the stretch
+    bool halts = false;   // an end whose handle has no length: the speed is 0
   };
   At LookAt(double u) const;
 
  private:
   const Vec2* points_;
   double distance_;
+  double noise_;  // of velocity x bend
 };
 
 // How near the cubic is to the side: a bound, or where that is beyond `tol` what it is at least.

@@ -17,7 +17,7 @@ namespace {
 
 constexpr double kCellShare = 0.125;  // of the tolerance, for cubics in place of other curves
 constexpr double kPointShare = 0.125;  // of the tolerance: an arc with such a radius is a point
-constexpr int kMostCuts = 12;            // of a stretch into parts, one in the other,
+constexpr int kMostCuts = 24;            // of a stretch into parts, one in the other,
 constexpr std::size_t kMostPieces = 4096;  // and pieces of a cubic: then they are taken as they are
 
 OffsetPiece LinePiece(Vec2 start, Vec2 end, double from, double to) {
@@ -96,6 +96,7 @@ class CellStrips {
     const double bend = beside.stretch - 1;
     at.stretch = kStraight >= std::fabs(bend) ? 1 : std::copysign(std::numeric_limits<double>::infinity(), bend);
     at.run = std::max(beside.run, 0.0);
+    at.halts = true;
     return at;
   }
   static constexpr double kBeside = 1e-3;  // parameter
