@@ -61,8 +61,12 @@ PenOptions ReadPenOptions(const KurvoOptions* given) {
     whole += options.dashes[i];
   }
   Require(options.dash_count == 0 || whole > 0, KURVO_ERR_RANGE);
-  return {options.join,  options.cap,        options.miter_limit > 0 ? options.miter_limit : kUsualMiterLimit,
-          options.phase, options.dash_count, options.dashes};
+  return {options.join,
+          options.cap,
+          options.miter_limit > 0 ? options.miter_limit : kUsualMiterLimit,
+          options.phase,
+          options.dash_count,
+          options.dashes};
 }
 
 }  // namespace kurvo::outline

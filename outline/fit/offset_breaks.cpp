@@ -120,7 +120,8 @@ void FindHalts(const Hodograph3& h, double distance, Halts& halts) {
     halts.at[halts.count++] = {u, std::min(width, 0.125)};
   };
   add(0);
-  const Polynomial slope = {3, {square.at[1], 2 * square.at[2], 3 * square.at[3], 4 * square.at[4]}};
+  const Polynomial slope = {3,
+                            {square.at[1], 2 * square.at[2], 3 * square.at[3], 4 * square.at[4]}};
   for (const double u : RootsOf(slope)) add(u);
   add(1);
 }
@@ -130,15 +131,14 @@ void FindHalts(const Hodograph3& h, double distance, Halts& halts) {
 void AddVertices(const Hodograph3& h, double low, double high, Breaks& breaks) {
   const Polynomial speed = SquaredSpeed(h), cross = CrossOf(h);
   const Polynomial cross_slope = {1, {cross.at[1], 2 * cross.at[2]}};
-  const Polynomial speed_slope = {
-      3, {speed.at[1], 2 * speed.at[2], 3 * speed.at[3], 4 * speed.at[4]}};
+  const Polynomial speed_slope = {3,
+                                  {speed.at[1], 2 * speed.at[2], 3 * speed.at[3], 4 * speed.at[4]}};
   for (const double u : RootsOf(Sum(1, cross_slope * speed, -1.5, cross * speed_slope)))
     if (u > low && u < high) breaks.Add(u);
 }
 
 // Where |v|^3 + d (v x a) changes its sign: once at most between two vertices.
 void AddTightest(const Hodograph3& h, double distance, double low, double high, Breaks& breaks) {
-  constexpr double kBeside = 0x1p-40;  // parameter: so far from an end without velocity
   const Polynomial speed = SquaredSpeed(h), cross = CrossOf(h);
   double s[5], c[3];
   ToBernstein(speed, s);
@@ -155,8 +155,8 @@ void AddTightest(const Hodograph3& h, double distance, double low, double high, 
   };
   Breaks ends;
   AddVertices(h, low, high, ends);
-  ends.Add(SquaredLength(h.VelocityAt(high)) == 0 ? high - kBeside : high);
-  double from = SquaredLength(h.VelocityAt(low)) == 0 ? low + kBeside : low;
+  ends.Add(SquaredLength(h.VelocityAt(high)) == 0 ? high - kBesideHalt : high);
+  double from = SquaredLength(h.VelocityAt(low)) == 0 ? low + kBesideHalt : low;
   double before = run(from);
   for (std::size_t i = 0; i < ends.count; ++i) {
     const double to = ends.at[i], after = run(to);
@@ -180,8 +180,7 @@ void AddTurns(const Hodograph3& h, double low, Vec2 leaves, double high, Vec2 ar
     const double bend = h.cross[0] + middle * (h.cross[1] + middle * h.cross[2]);
     const double sense = bend < 0 ? -1 : 1;
     const Vec2 between = h.VelocityAt(middle);
-    const double turn =
-        TurnBetween(direction, between, sense) + TurnBetween(between, next, sense);
+    const double turn = TurnBetween(direction, between, sense) + TurnBetween(between, next, sense);
     if (turned + turn > kMostTurn + kSlack) {
       if (i > 0) breaks.Add(from);  // at an inflection
       const int parts = std::max(1, static_cast<int>(std::ceil(turn / kMostTurn - kSlack)));

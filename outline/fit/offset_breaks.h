@@ -42,6 +42,9 @@ struct Halts {
 };
 void FindHalts(const Hodograph3& hodograph, double distance, Halts& halts);
 
+// So far from an end without velocity, in parameters, tells what becomes of the curvature there.
+inline constexpr double kBesideHalt = 0x1p-18;
+
 // Where the centre of curvature lies at this distance to the right, which is negative to the left.
 void AddTightest(const Hodograph3& hodograph, double distance, double low, double high,
                  Breaks& breaks);

@@ -81,8 +81,7 @@ class Comparison {
 
  private:
   // Cuts both where normals of the cubic meet the piece, in the middle of each part too.
-  bool Walk(const CubicSide::At& start, double u0, const CubicSide::At& end, double u1,
-            int parts) {
+  bool Walk(const CubicSide::At& start, double u0, const CubicSide::At& end, double u1, int parts) {
     Meeting from = {u0, 0, start.stretch, start.halts};
     const double step = 0.5 * (u1 - u0) / parts;
     for (int i = 0; i < parts; ++i) {
@@ -101,7 +100,7 @@ class Comparison {
   }
 
   struct Meeting {
-    double u, t;     // of the cubic and of the piece
+    double u, t;  // of the cubic and of the piece
     double stretch;
     bool halts;
   };
@@ -140,7 +139,7 @@ class Comparison {
     CubicPart(piece_, from.t, to.t, b);
     ToPowers(b, q);
     Vec2 along[3] = {p[1], 2.0 * p[2], 3.0 * p[3]};  // the velocity of P
-    if (from.halts) {  // over w
+    if (from.halts) {                                // over w
       along[0] = along[1];
       along[1] = along[2];
       along[2] = {0, 0};
@@ -149,9 +148,9 @@ class Comparison {
       along[2] = {0, 0};
     }
     const Vec2 middle_leg = along[0] + 0.5 * along[1];
-    const double slowest =
-        std::min({Dot(along[0], chord), Dot(middle_leg, chord),
-                  Dot(along[0] + along[1] + along[2], chord)}) / Length(chord);
+    const double slowest = std::min({Dot(along[0], chord), Dot(middle_leg, chord),
+                                     Dot(along[0] + along[1] + along[2], chord)}) /
+                           Length(chord);
     const double c = 4 * ((middle.t - from.t) / (to.t - from.t) - 0.5), a = 1 + c;
     if (!(std::fabs(c) < 1 && slowest > 0)) return false;
     g[0] = q[0] - p[0];
@@ -173,7 +172,8 @@ class Comparison {
     const double stretch = 0.5 * std::min({from.stretch, middle.stretch, to.stretch});
     const double curved = s * s / (2 * distance_ * std::max(stretch, 0.0));
     const double nearer = s > curved ? curved : s;  // s where that is 0 / 0
-    const double least = std::sqrt(std::max(gap.low, 0.0)), most = std::sqrt(std::max(gap.high, 0.0));
+    const double least = std::sqrt(std::max(gap.low, 0.0)),
+                 most = std::sqrt(std::max(gap.high, 0.0));
     bound_ = std::max({bound_, most - distance_, distance_ - least + nearer});
     return true;
   }
@@ -218,11 +218,9 @@ SideFit FitSide(const CubicSide& side, const CubicSide::At& start, double u0,
   const double guess_a = third * std::max(start.run, 0.0);
   const double guess_b = third * std::max(end.run, 0.0);
   double a = guess_a, b = guess_b;
-  const bool is_straight =
-      std::fabs(leaves.y) <= kStraight && std::fabs(arrives.y) <= kStraight;
+  const bool is_straight = std::fabs(leaves.y) <= kStraight && std::fabs(arrives.y) <= kStraight;
   if (is_straight ||
-      !OverChord(leaves, arrives)
-           .Solve(UnderSide(side, u0, u1, first, along, length), a, b)) {
+      !OverChord(leaves, arrives).Solve(UnderSide(side, u0, u1, first, along, length), a, b)) {
     a = guess_a;
     b = guess_b;
   }

@@ -5,9 +5,9 @@
 #include <iterator>
 #include <numbers>
 
+#include "fit/cell_run.h"
 #include "fit/cubic.h"
 #include "fit/cubic_cells.h"
-#include "fit/cell_run.h"
 #include "fit/offset_breaks.h"
 #include "fit/offset_cubic.h"
 #include "strand/arc_sweep.h"
@@ -15,9 +15,9 @@
 namespace kurvo::outline {
 namespace {
 
-constexpr double kCellShare = 0.125;  // of the tolerance, for cubics in place of other curves
-constexpr double kPointShare = 0.125;  // of the tolerance: an arc with such a radius is a point
-constexpr int kMostCuts = 24;            // of a stretch into parts, one in the other,
+constexpr double kCellShare = 0.125;       // of the tolerance, for cubics in place of other curves
+constexpr double kPointShare = 0.125;      // of the tolerance: an arc with such a radius is a point
+constexpr int kMostCuts = 24;              // of a stretch into parts, one in the other,
 constexpr std::size_t kMostPieces = 4096;  // and pieces of a cubic: then they are taken as they are
 
 OffsetPiece LinePiece(Vec2 start, Vec2 end, double from, double to) {
@@ -40,17 +40,22 @@ void AppendArc(const Span& span, double distance, double tol, StripList& list) {
   double radius = span.radius + sense * distance;
   const bool is_point = kPointShare * tol >= radius && distance != 0;
   const double reach = is_point ? -sense * span.radius : distance;
-  Strip strip = {span.Start(), span.End(), TangentAt(span, 0), TangentAt(span, 1), reach, reach,
-                 span.from, span.to, span.curve, false, list.pieces.size(), 0};
+  Strip strip = {span.Start(), span.End(), TangentAt(span, 0), TangentAt(span, 1),
+                 reach,        reach,      span.from,          span.to,
+                 span.curve,   false,      list.pieces.size(), 0};
   // Pieces below half a turn have ends apart.
   const int count = is_point ? 0 : static_cast<int>(std::ceil(std::fabs(span.sweep) / 3));
   Vec2 start = strip.First();
   for (int i = 1; i <= count; ++i) {
     const double angle = span.angle + span.sweep * i / count;
-    const Vec2 end = i == count ? strip.Last()
-                                : span.centre + radius * Vec2{std::cos(angle), std::sin(angle)};
-    list.pieces.push_back({OffsetPiece::Kind::kArc, sense < 0, {start, {}, {}, end}, span.centre,
-                           radius, span.ParameterAt(static_cast<double>(i - 1) / count),
+    const Vec2 end =
+        i == count ? strip.Last() : span.centre + radius * Vec2{std::cos(angle), std::sin(angle)};
+    list.pieces.push_back({OffsetPiece::Kind::kArc,
+                           sense < 0,
+                           {start, {}, {}, end},
+                           span.centre,
+                           radius,
+                           span.ParameterAt(static_cast<double>(i - 1) / count),
                            span.ParameterAt(static_cast<double>(i) / count)});
     start = end;
   }
@@ -61,8 +66,7 @@ void AppendArc(const Span& span, double distance, double tol, StripList& list) {
 // The strips of one cubic.
 class CellStrips {
  public:
-  CellStrips(const Span& span, const CubicCell& cell, double distance, double tol,
-             StripList& list)
+  CellStrips(const Span& span, const CubicCell& cell, double distance, double tol, StripList& list)
       : span_(span),
         cell_(cell),
         hodograph_(cell.points),
@@ -91,16 +95,14 @@ class CellStrips {
     if (SquaredLength(hodograph_.VelocityAt(u)) > 0) return at;
     // The end of a cubic whose handle has no length: in the direction of the next control point,
     // where it is straight or bends without end.
-    const At beside = side_.LookAt(u < 0.5 ? u + kBeside : u - kBeside);
+    const At beside = side_.LookAt(u < 0.5 ? u + kBesideHalt : u - kBesideHalt);
     at.tangent = u < 0.5 ? DirectionAtStart(cell_) : DirectionAtEnd(cell_);
-    const double bend = beside.stretch - 1;
-    at.stretch = kStraight >= std::fabs(bend) ? 1 : std::copysign(std::numeric_limits<double>::infinity(), bend);
+    const double endless = std::numeric_limits<double>::infinity();
+    at.stretch = beside.stretch < 0 ? -endless : beside.stretch > 1 ? endless : beside.stretch;
     at.run = std::max(beside.run, 0.0);
     at.halts = true;
     return at;
   }
-  static constexpr double kBeside = 1e-3;  // parameter
-  static constexpr double kStraight = 1e-12;  // of the distance by the radius
 
   double ReachOf(const At& at) const {
     return at.stretch < 0 ? distance_ / (1 - at.stretch) : distance_;
@@ -115,9 +117,9 @@ class CellStrips {
     if (!(high > low)) return;
     const At start = LookAt(low), end = LookAt(high);
     if (SquaredLength(start.tangent) == 0 || SquaredLength(end.tangent) == 0) return;  // a point
-    Strip strip = {start.point, end.point, start.tangent, end.tangent, ReachOf(start),
-                   ReachOf(end), ParameterAt(low), ParameterAt(high), span_.curve, false,
-                   list_.pieces.size(), 0};
+    Strip strip = {start.point,    end.point,    start.tangent,       end.tangent,
+                   ReachOf(start), ReachOf(end), ParameterAt(low),    ParameterAt(high),
+                   span_.curve,    false,        list_.pieces.size(), 0};
     if (distance_ == 0) {
       OffsetPiece& piece = AddPiece(OffsetPiece::Kind::kCubic, low, high);
       CubicPart(cell_.points, low, high, piece.points);
@@ -192,12 +194,12 @@ class CellStrips {
     if (fits || cuts_left == 0 || list_.pieces.size() >= most_pieces_) {
       if (!fits) ++list_.capped;
       list_.off = std::max(list_.off, fit.off);
-      std::copy(fit.points, fit.points + 4,
-                AddPiece(OffsetPiece::Kind::kCubic, from, to).points);
+      std::copy(fit.points, fit.points + 4, AddPiece(OffsetPiece::Kind::kCubic, from, to).points);
       return;
     }
     const double foretold = std::ceil(std::pow(fit.off / (kAim * tol_), 1.0 / 6));
-    const int parts = std::isfinite(foretold) ? static_cast<int>(std::clamp(foretold, 2.0, kMostParts)) : 2;
+    const int parts =
+        std::isfinite(foretold) ? static_cast<int>(std::clamp(foretold, 2.0, kMostParts)) : 2;
     double at = from;
     At before = start;
     for (int i = 1; i <= parts; ++i) {

@@ -17,9 +17,9 @@ struct OffsetPiece {
   enum class Kind : uint8_t { kLine, kArc, kCubic };
 
   Kind kind;
-  bool clockwise;   // of an arc
-  Vec2 points[4];   // of a cubic; of the others the first and the last are the ends
-  Vec2 centre;      // of an arc
+  bool clockwise;  // of an arc
+  Vec2 points[4];  // of a cubic; of the others the first and the last are the ends
+  Vec2 centre;     // of an arc
   double radius;
   double from, to;  // parameters of the span's curve
 };
@@ -28,11 +28,11 @@ struct OffsetPiece {
 // to the left. Where the part bends tighter than that around its centres of curvature, the normals
 // end there.
 struct Strip {
-  Vec2 start, end;         // of the part
-  Vec2 leaves, arrives;    // its directions there, unit vectors
+  Vec2 start, end;           // of the part
+  Vec2 leaves, arrives;      // its directions there, unit vectors
   double reach, last_reach;  // of the normals at the ends: the distance unless they are cut short
-  double from, to;         // parameters of the curve
-  int32_t curve;           // index in the chain
+  double from, to;           // parameters of the curve
+  int32_t curve;             // index in the chain
   bool is_line;
   std::size_t first_piece, piece_count;  // none where the offset is a point
 
@@ -43,8 +43,8 @@ struct Strip {
 struct StripList {
   Array<Strip> strips;
   Array<OffsetPiece> pieces;
-  int capped = 0;    // pieces taken at a limit of work
-  double off = 0;    // the farthest that a piece may be off, in the frame's unit
+  int capped = 0;  // pieces taken at a limit of work
+  double off = 0;  // the farthest that a piece may be off, in the frame's unit
 };
 
 // Appends the strips of a span, one after the other: between two of them the span has a cusp, or

@@ -32,10 +32,9 @@ bool OverChord::Solve(const Under& want, double& a, double& b) const {
   return a > 0 && b > 0 && a <= kLongestHandle && b <= kLongestHandle;
 }
 
-
 // With the derivatives by both lengths.
 Under OverChord::At(double a, double b, double& area_a, double& area_b, double& moment_a,
-         double& moment_b) const {
+                    double& moment_b) const {
   const Vec2 points[] = {{0, 0}, a * leaves_, Vec2{1, 0} - b * arrives_, {1, 0}};
   Under under = {0, 0};
   area_a = area_b = moment_a = moment_b = 0;

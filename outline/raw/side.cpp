@@ -7,7 +7,7 @@ namespace kurvo::outline {
 namespace {
 
 constexpr double kSnap = 0x1p-4;       // of the tolerance: ends so near are one
-constexpr double kReversal = 0x1p-36;  // radians: a turn so near half a turn has two outer sides
+constexpr double kReversal = 0x1p-28;  // radians: a turn so near half a turn has two outer sides
 
 void NameOffset(const Strip& strip, RawLoop& loop) {
   if (IsBridge(strip.curve))
@@ -54,8 +54,8 @@ Side::Corner Side::CornerAfter(std::size_t i) const {
   if (distance_ * sine > 0) return {Kind::kOuter, {}};
   if (!(before.is_line && after.is_line && cosine > 0.5)) return {Kind::kInner, {}};
   const double needed = 2 * d * std::max(std::fabs(sine) / (1 + cosine), std::fabs(sine));
-  const bool is_long = Length(before.end - before.start) > needed &&
-                       Length(after.end - after.start) > needed;
+  const bool is_long =
+      Length(before.end - before.start) > needed && Length(after.end - after.start) > needed;
   if (!is_long) return {Kind::kInner, {}};
   return {Kind::kShort, after.start + (distance_ / (1 + cosine)) * Right(t1 + t2)};
 }
@@ -76,7 +76,8 @@ void Side::AppendCorner(std::size_t i, const Corner& corner, RawLoop& loop) cons
   if (corner.kind == Kind::kShort) return;
   NameJoint(after, loop);
   if (corner.kind == Kind::kSmooth) {
-    if (Length(before.Last() - after.First()) > 2 * kSnap * corners_.tol) loop.LineTo(after.First());
+    if (Length(before.Last() - after.First()) > 2 * kSnap * corners_.tol)
+      loop.LineTo(after.First());
     return;
   }
   if (corner.kind == Kind::kInner) {

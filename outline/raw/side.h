@@ -45,8 +45,8 @@ class Side {
   const Corners& corners_;
 };
 
-// Whether a strip stands for a gap of the chain: those have the index of the curve after it, negated
-// and less 1.
+// Whether a strip stands for a gap of the chain: those have the index of the curve after it,
+// negated and less 1.
 inline bool IsBridge(int32_t curve) { return curve < 0; }
 
 }  // namespace kurvo::outline

@@ -11,7 +11,7 @@
 namespace kurvo::outline {
 namespace {
 
-constexpr double kJoined = 0.125;  // of the tolerance: ends so near are one
+constexpr double kJoined = 0.125;      // of the tolerance: ends so near are one
 constexpr double kLeastDash = 0x1p-4;  // of the tolerance
 
 // The span run through the other way.
@@ -61,8 +61,9 @@ class Stroker {
     }
     if (joints.is_closed && !spans_.empty())
       Bridge(spans_.back().End(), spans_.front().Start(), spans_.front());
-    if (!spans_.empty()) start_ = {spans_.front().Start(), {1, 0}, pen_.right, pen_.left,
-                                   spans_.front().curve, spans_.front().from};
+    if (!spans_.empty())
+      start_ = {spans_.front().Start(), {1, 0}, pen_.right, pen_.left, spans_.front().curve,
+                spans_.front().from};
   }
 
   void Append(bool is_closed) {

@@ -34,9 +34,8 @@ extern "C" int KurvoRegionOffset(const KurvoRegion* region, double distance,
       const Frame frame = FrameFor(box, reach);
       RawRegion raw;
       Progress progress = work.ProgressOver(0.4, 0.5);
-      const Made made =
-          AppendOffsetLoops(*simple, frame, frame.LengthInwards(distance),
-                            frame.LengthInwards(work.raw_tol()), pen, progress, raw);
+      const Made made = AppendOffsetLoops(*simple, frame, frame.LengthInwards(distance),
+                                          frame.LengthInwards(work.raw_tol()), pen, progress, raw);
       work.Finish(raw, made, frame, &*simple, result);
     }
     *out = result.Release();

@@ -36,12 +36,14 @@ Array<std::size_t> FirstCurves(const KurvoRegion& region) {
 KurvoOrigin Seen(const KurvoOrigin& origin, const KurvoRegion& source,
                  const Array<std::size_t>& first) {
   const Cvseq& loop = source.loops[origin.loop];
-  const KurvoOrigin& behind =
-      source.origins[first[static_cast<std::size_t>(origin.loop)] +
-                     static_cast<std::size_t>(origin.curve)];
+  const KurvoOrigin& behind = source.origins[first[static_cast<std::size_t>(origin.loop)] +
+                                             static_cast<std::size_t>(origin.curve)];
   const Domain domain = DomainOf(loop.curves[origin.curve]);
   const double width = domain.to - domain.from;
-  return {behind.region, behind.loop, behind.curve, origin.kind,
+  return {behind.region,
+          behind.loop,
+          behind.curve,
+          origin.kind,
           Through(behind, (origin.from - domain.from) / width),
           Through(behind, (origin.to - domain.from) / width)};
 }

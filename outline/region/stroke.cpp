@@ -66,8 +66,8 @@ extern "C" int KurvoChainStroke(const Cvseq* chains, int32_t n, double left, dou
     for (int i = 0; i < n && reach > 0; ++i) {
       progress.Tell(static_cast<double>(i) / n);
       const bool is_closed = IsClosed(chains[i], sizes[static_cast<std::size_t>(i)], epsilon);
-      const Made more = AppendStrokeLoops(chains[i], i, frame,
-                                          {epsilon, work.settings().gap, is_closed}, pen, gaps, raw);
+      const Made more = AppendStrokeLoops(
+          chains[i], i, frame, {epsilon, work.settings().gap, is_closed}, pen, gaps, raw);
       made.capped += more.capped;
       made.off = std::max(made.off, more.off);
     }
