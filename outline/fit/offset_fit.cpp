@@ -171,35 +171,69 @@ class CellStrips {
     }
   }
 
+  // As many cubics as there are turns of 60 degrees. Where one of them does not fit, as many as all
+  // their errors foretell, each with its share of them.
   void AppendTurns(double from, const At& start, double to, const At& end) {
-    Breaks breaks;
-    AddTurns(hodograph_, from, start.tangent, to, end.tangent, breaks);
-    breaks.Sort();
-    At before = start;
-    for (std::size_t i = 0; i < breaks.count; ++i) {
-      const At after = LookAt(breaks.at[i]);
-      AppendCubics(from, before, breaks.at[i], after, kMostCuts);
-      from = breaks.at[i];
-      before = after;
+    Breaks stops;
+    stops.Add(from);
+    AddTurns(hodograph_, from, start.tangent, to, end.tangent, stops);
+    stops.Sort();
+    stops.Add(to);
+    const auto look = [&](double u) { return u == from ? start : u == to ? end : LookAt(u); };
+    const std::size_t first = list_.pieces.size();
+    const double off_before = list_.off;
+    Breaks needed;  // cubics up to each stop
+    needed.Add(0);
+    bool fits = true;
+    for (std::size_t i = 1; i < stops.count; ++i) {
+      const double u0 = stops.at[i - 1], u1 = stops.at[i];
+      const SideFit fit = FitSide(side_, look(u0), u0, look(u1), u1, tol_);
+      fits = fits && tol_ >= fit.off;
+      Take(fit, u0, u1);
+      needed.Add(needed.at[i - 1] + CubicsFor(fit.off));
     }
-    AppendCubics(from, before, to, end, kMostCuts);
+    if (fits) return;
+    list_.pieces.resize(first);
+    list_.off = off_before;
+    const double all = needed.at[stops.count - 1];
+    const int count = static_cast<int>(std::ceil(all));
+    double at = from;
+    std::size_t i = 1;
+    for (int k = 1; k <= count; ++k) {
+      const double want = all * k / count;
+      while (i + 1 < stops.count && needed.at[i] < want) ++i;
+      const double share = (want - needed.at[i - 1]) / (needed.at[i] - needed.at[i - 1]);
+      const double inside = stops.at[i - 1] + share * (stops.at[i] - stops.at[i - 1]);
+      const double next = k == count ? to : std::min(inside, to);
+      if (!(next > at)) continue;
+      AppendCubics(at, look(at), next, look(next), kMostCuts);
+      at = next;
+    }
+  }
+
+  // By an error that falls with the sixth power.
+  double CubicsFor(double off) const {
+    constexpr double kAim = 0.8;  // of the tolerance
+    constexpr double kLeast = 0.1, kMost = 8, kUnknown = 2;
+    if (!std::isfinite(off)) return kUnknown;
+    return std::clamp(std::pow(off / (kAim * tol_), 1.0 / 6), kLeast, kMost);
+  }
+
+  void Take(const SideFit& fit, double from, double to) {
+    list_.off = std::max(list_.off, fit.off);
+    OffsetPiece& piece = AddPiece(OffsetPiece::Kind::kCubic, from, to);
+    std::copy(fit.points, fit.points + 4, piece.points);
   }
 
   // One cubic, or as many as its error, which falls with the sixth power, foretells.
   void AppendCubics(double from, const At& start, double to, const At& end, int cuts_left) {
-    constexpr double kAim = 0.8;  // of the tolerance
-    constexpr double kMostParts = 8;
     const SideFit fit = FitSide(side_, start, from, end, to, tol_);
     const bool fits = tol_ >= fit.off;
     if (fits || cuts_left == 0 || list_.pieces.size() >= most_pieces_) {
       if (!fits) ++list_.capped;
-      list_.off = std::max(list_.off, fit.off);
-      std::copy(fit.points, fit.points + 4, AddPiece(OffsetPiece::Kind::kCubic, from, to).points);
-      return;
+      return Take(fit, from, to);
     }
-    const double foretold = std::ceil(std::pow(fit.off / (kAim * tol_), 1.0 / 6));
-    const int parts =
-        std::isfinite(foretold) ? static_cast<int>(std::clamp(foretold, 2.0, kMostParts)) : 2;
+    const int parts = std::max(2, static_cast<int>(std::ceil(CubicsFor(fit.off))));
     double at = from;
     At before = start;
     for (int i = 1; i <= parts; ++i) {

@@ -24,7 +24,7 @@ struct Dash {
 
 // Calls `visit` for each dash along the spans, in order. Stretches shorter than `least` are left
 // out. Throws Refusal with KURVO_ERR_TOO_LARGE when there are more than kMostDashes.
-inline constexpr double kMostDashes = 1 << 22;
+inline constexpr double kMostDashes = 1 << 18;
 void ForEachDash(const Array<Span>& spans, const DashPattern& pattern, double least,
                  FunctionRef<void(const Dash&)> visit);
 

@@ -10,16 +10,13 @@ constexpr double kSnap = 0x1p-4;       // of the tolerance: ends so near are one
 constexpr double kReversal = 0x1p-28;  // radians: a turn so near half a turn has two outer sides
 
 void NameOffset(const Strip& strip, RawLoop& loop) {
-  if (IsBridge(strip.curve))
-    loop.Name(KURVO_ORIGIN_BRIDGE, -1 - strip.curve, strip.from, strip.to);
-  else
-    loop.Name(KURVO_ORIGIN_OFFSET, strip.curve, strip.from, strip.to);
+  loop.Name(IsBridge(strip.curve) ? KURVO_ORIGIN_BRIDGE : KURVO_ORIGIN_OFFSET, CurveOf(strip.curve),
+            strip.from, strip.to);
 }
 
 // A joint is named after the curve that begins there.
 void NameJoint(const Strip& after, RawLoop& loop) {
-  const int32_t curve = IsBridge(after.curve) ? -1 - after.curve : after.curve;
-  loop.Name(KURVO_ORIGIN_JOIN, curve, after.from, after.from);
+  loop.Name(KURVO_ORIGIN_JOIN, CurveOf(after.curve), after.from, after.from);
 }
 
 }  // namespace

@@ -48,5 +48,6 @@ class Side {
 // Whether a strip stands for a gap of the chain: those have the index of the curve after it,
 // negated and less 1.
 inline bool IsBridge(int32_t curve) { return curve < 0; }
+inline int32_t CurveOf(int32_t curve) { return IsBridge(curve) ? -1 - curve : curve; }
 
 }  // namespace kurvo::outline

@@ -71,7 +71,8 @@ class Stroker {
     if (pen_.dashes.lengths.empty()) return Stroke(spans_, is_closed);
     if (IsPoint()) return Dot(start_);
     ForEachDash(spans_, pen_.dashes, kLeastDash * pen_.tol, [this](const Dash& dash) {
-      start_ = {dash.point, dash.direction, pen_.right, pen_.left, dash.curve, dash.parameter};
+      start_ = {dash.point, dash.direction,      pen_.right,
+                pen_.left,  CurveOf(dash.curve), dash.parameter};
       Stroke(dash.spans, false);
     });
   }
@@ -136,8 +137,7 @@ class Stroker {
   }
 
   static Tip TipOf(const Strip& strip, double to_right, double to_left) {
-    const int32_t curve = IsBridge(strip.curve) ? -1 - strip.curve : strip.curve;
-    return {strip.end, strip.arrives, to_right, to_left, curve, strip.to};
+    return {strip.end, strip.arrives, to_right, to_left, CurveOf(strip.curve), strip.to};
   }
 
   // From the right of the tip to its left.

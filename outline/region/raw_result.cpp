@@ -96,7 +96,8 @@ void Composition::Simplify(const KurvoRegion& region, double gap, double from, d
     options.user = this;
   }
   KurvoReport report;
-  Require(KurvoRegionSimplify(&region, &options, out.Get(), &report, &g_), KurvoErrGet(&g_));
+  const bool made = KurvoRegionSimplify(&region, &options, out.Get(), &report, &g_) != 0;
+  Require(made, KurvoErrGet(&g_));
   report_.gaps += report.gaps;
   report_.dropped += report.dropped;
   report_.unresolved += report.unresolved;

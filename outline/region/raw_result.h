@@ -56,7 +56,7 @@ class Composition {
   void CountGaps(int32_t gaps) { report_.gaps += gaps; }
 
  private:
-  static constexpr double kRawShare = 0.5, kSimplifyShare = 0.25;
+  static constexpr double kRawShare = 0.75, kSimplifyShare = 0.125;
 
   static int Ask(double done, void* user);
 

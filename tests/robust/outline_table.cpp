@@ -103,9 +103,9 @@ std::vector<Entry> Rows() {
       {ROW(KurvoRegionCombine, operation, OneRegion, OneRegion, SomeOptions, NewRegion, NewReport), {}, kRefuses},
       {ROW(KurvoRegionCombineMany, operation, SomeRegions, RegionCount, SomeOptions, NewRegion, NewReport), {}, kRefuses},
       {ROW(KurvoRegionSimplify, OneRegion, SomeOptions, NewRegion, NewReport), {}, kRefuses},
-      {ROW(KurvoRegionOffset, OneRegion, distance, SomeOptions, NewRegion, NewReport), {}, kRefuses},
+      {ROW(KurvoRegionOffset, OneRegion, distance, SomeOptions, NewRegion, NewReport), {}},
       {ROW(KurvoRegionClip, OneRegion, SomeChains, Count, SomeOptions, NewRegion, NewRegion, NewReport), {}, kRefuses},
-      {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}, kRefuses},
+      {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}},
       {ROW(KurvoRegionLocate, OneRegion, Points, Count, OrNull(OutMany<int32_t>), OrNull(OutMany<int32_t>))},
       {ROW(KurvoRegionNesting, OneRegion, OutLoops), {}, kRefuses}, {ROW(KurvoRegionMoments, OneRegion, OutRecord<KurvoMoments>), {}, kRefuses},
 
