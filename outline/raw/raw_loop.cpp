@@ -1,11 +1,14 @@
 #include "raw/raw_loop.h"
 
+#include <cmath>
+
 #include "fit/pieces.h"
 
 namespace kurvo::outline {
 
 void RawLoop::LineTo(Vec2 end) {
-  if (end == at_) return;
+  constexpr double kRounding = 0x1p-49;
+  if (kRounding * (std::fabs(end.x) + std::fabs(end.y)) >= Length(end - at_)) return;
   curves_.push_back({{OffsetPiece::Kind::kLine, false, {at_, {}, {}, end}, {}, 0, 0, 0}, origin_});
   at_ = end;
 }
@@ -25,7 +28,7 @@ void RawLoop::Piece(const OffsetPiece& piece, Vec2 end) {
 }
 
 void RawLoop::Close(RawRegion& region) {
-  LineTo(start_);
+  if (!(at_ == start_)) LineTo(start_);
   if (curves_.empty()) return;
   const Curve no_source = {};
   Pieces pieces(frame_);
