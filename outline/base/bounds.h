@@ -22,6 +22,11 @@ struct Bounds {
     Add(other.low);
     Add(other.high);
   }
+  // The largest coordinate.
+  double Farthest() const {
+    if (IsEmpty()) return 0;
+    return std::max(std::max(-low.x, high.x), std::max(-low.y, high.y));
+  }
   double LongerSide() const { return IsEmpty() ? 0 : std::max(high.x - low.x, high.y - low.y); }
 };
 

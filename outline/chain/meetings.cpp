@@ -23,6 +23,13 @@ constexpr double kJoined = 4;            // of the tolerance: gaps within one pl
 constexpr double kJoint = 16;            // of the tolerance: a chain is not asked whether it meets
                                          // itself across less of it
 
+Array<Bounds> BoxesOf(const Array<Piece>& pieces) {
+  Array<Bounds> boxes;
+  boxes.reserve(pieces.size());
+  for (const Piece& piece : pieces) boxes.push_back(piece.box);
+  return boxes;
+}
+
 // One entry, or the two of a stretch.
 struct Meeting {
   KurvoMeeting from, to;
@@ -41,9 +48,9 @@ class Search {
       AddContacts(a_, i, b_, k, nearness_, work_, contacts_);
       if (++pairs % 256 == 0) progress.Tell(0.8 * i / pieces);
     };
-    const BoxTree tree(a_.pieces());
+    const PairTree tree(BoxesOf(a_.pieces()));
     if (with_itself_) return tree.ForEachPair(nearness_.tol, look);
-    tree.ForEachPair(BoxTree(b_.pieces()), nearness_.tol, look);
+    tree.ForEachPair(PairTree(BoxesOf(b_.pieces())), nearness_.tol, look);
   }
 
   Array<Meeting> Meetings() {
@@ -139,11 +146,6 @@ class Search {
   Array<Contact> contacts_;
 };
 
-double LargestCoordinate(const Bounds& box) {
-  return std::max(
-      {std::fabs(box.low.x), std::fabs(box.low.y), std::fabs(box.high.x), std::fabs(box.high.y)});
-}
-
 Array<KurvoMeeting> FindMeetings(const Cvseq* a, const Cvseq* b, const KurvoOptions* options,
                                  double epsilon) {
   Bounds box;
@@ -157,7 +159,7 @@ Array<KurvoMeeting> FindMeetings(const Cvseq* a, const Cvseq* b, const KurvoOpti
   Array<KurvoMeeting> list;
   if (box.IsEmpty()) return list;
 
-  const double rounding = frame.LengthInwards(kCoordinate * LargestCoordinate(box));
+  const double rounding = frame.LengthInwards(kCoordinate * box.Farthest());
   const double tol = std::max(frame.LengthInwards(settings.tol), rounding);
   const Nearness nearness = {tol, std::min(std::max(kExact, rounding), tol)};
   const Track first(*a, frame, IsClosed(*a, frame.size(), epsilon));

@@ -50,7 +50,7 @@ bool HaveSameWeights(const Stretch& a, const Stretch& b) {
 // equal parameters. The distance of A(t) from B is that across B' but for the square of what lies
 // along it: |D x B'| / |B'| with an error below 2 |D|^2 |B''| / |B'|^2. Bernstein coefficients
 // bound the product of polynomials.
-Verdict OfOneDegree(const Stretch& a, const Stretch& b, double reach) {
+Verdict OfOneDegree(const Stretch& a, const Stretch& b, const SideReach& reach) {
   const int n = a.degree;
   if (n != b.degree || n < 2 || !HaveSameWeights(a, b)) return Verdict::kUnknown;
   Vec2 apart[kMostDegree + 1];
@@ -60,7 +60,7 @@ Verdict OfOneDegree(const Stretch& a, const Stretch& b, double reach) {
     most = std::max({most, std::fabs(apart[i].x), std::fabs(apart[i].y)});
   }
   // What heights differ by counts for the side by the slope.
-  if ((1 + kSteepest) * most <= 2 * reach) return Verdict::kNear;
+  if ((1 + kSteepest) * most <= reach.near) return Verdict::kNear;
   if (n > kMostDegreeAlongside || a.is_rational) return Verdict::kUnknown;
 
   Vec2 leg[kMostDegreeAlongside];
@@ -78,13 +78,13 @@ Verdict OfOneDegree(const Stretch& a, const Stretch& b, double reach) {
       product[i + j] += kBinomials[n][i] * kBinomials[n - 1][j] * Cross(apart[i], leg[j]);
   const Range range = RangeOfProduct(product, 2 * n - 1);
   const double error = 2 * (2 * most * most) * bend / shortest;
-  const double far = reach * longest + error;
+  const double far = reach.apart * longest + error;
   return range.least > far || range.most < -far ? Verdict::kApart : Verdict::kUnknown;
 }
 
 // P = W / w lies |P - c| - r beside a circle, and (|P - c| - r)(|P - c| + r) w^2 is the polynomial
 // |W - c w|^2 - r^2 w^2, here over r^2 and with the weights of W at most 1.
-Verdict BesideCircle(const Graph& arc, const Stretch& curve, double reach) {
+Verdict BesideCircle(const Circle& arc, const Stretch& curve, const SideReach& reach) {
   const int n = curve.degree;
   if (n < 2 || n > kMostDegreeAlongside) return Verdict::kUnknown;
   Vec2 out[kMostDegreeAlongside + 1];
@@ -94,10 +94,10 @@ Verdict BesideCircle(const Graph& arc, const Stretch& curve, double reach) {
     most = *std::max_element(curve.weight, curve.weight + n + 1);
     least = *std::min_element(curve.weight, curve.weight + n + 1) / most;
   }
-  const double by = 1 / arc.radius();
+  const double by = 1 / arc.radius;
   for (int i = 0; i <= n; ++i) {
     weight[i] = curve.is_rational ? curve.weight[i] / most : 1;
-    out[i] = (weight[i] * by) * (Vec2{curve.side[i], curve.height[i]} - arc.centre());
+    out[i] = (weight[i] * by) * (Vec2{curve.side[i], curve.height[i]} - arc.centre);
   }
   double product[2 * kMostDegreeAlongside + 1] = {};
   for (int i = 0; i <= n; ++i)
@@ -105,22 +105,22 @@ Verdict BesideCircle(const Graph& arc, const Stretch& curve, double reach) {
       product[i + j] +=
           kBinomials[n][i] * kBinomials[n][j] * (Dot(out[i], out[j]) - weight[i] * weight[j]);
   const Range range = RangeOfProduct(product, 2 * n);
-  const double widest = arc.radius() * std::max(range.most, -range.least) / (least * least);
-  if (kSteepest * widest <= 2 * reach) return Verdict::kNear;
+  const double widest = arc.radius * std::max(range.most, -range.least) / (least * least);
+  if (kSteepest * widest <= reach.near) return Verdict::kNear;
   // |P - c| + r is at most 2 r and the distance.
   const double apart = std::max(range.least, -range.most);
-  const double far = reach * by;
+  const double far = reach.apart * by;
   return apart > far * (2 + far) ? Verdict::kApart : Verdict::kUnknown;
 }
 
 }  // namespace
 
-Verdict Alongside(const Graph& a, const Stretch& part_a, const Graph& b, const Stretch& part_b,
-                  double reach) {
-  const bool arc_a = a.radius() > 0, arc_b = b.radius() > 0;
+Verdict Alongside(const Circle& a, const Stretch& part_a, const Circle& b, const Stretch& part_b,
+                  const SideReach& reach) {
+  const bool arc_a = a.radius > 0, arc_b = b.radius > 0;
   if (arc_a && arc_b) {
-    const double apart = Length(a.centre() - b.centre()) + std::fabs(a.radius() - b.radius());
-    return kSteepest * apart <= 2 * reach ? Verdict::kNear : Verdict::kUnknown;
+    const double apart = Length(a.centre - b.centre) + std::fabs(a.radius - b.radius);
+    return kSteepest * apart <= reach.near ? Verdict::kNear : Verdict::kUnknown;
   }
   if (arc_a) return BesideCircle(a, part_b, reach);
   if (arc_b) return BesideCircle(b, part_a, reach);

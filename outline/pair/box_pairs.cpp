@@ -2,18 +2,18 @@
 
 namespace kurvo::outline {
 
-BoxTree::BoxTree(const Array<Piece>& pieces) {
-  while (leaves_ < pieces.size()) leaves_ *= 2;
+PairTree::PairTree(const Array<Bounds>& boxes) {
+  while (leaves_ < boxes.size()) leaves_ *= 2;
   nodes_.resize(2 * leaves_, Bounds());
-  for (std::size_t i = 0; i < pieces.size(); ++i) nodes_[leaves_ + i] = pieces[i].box;
+  for (std::size_t i = 0; i < boxes.size(); ++i) nodes_[leaves_ + i] = boxes[i];
   for (std::size_t node = leaves_; node-- > 1;) {
     nodes_[node] = nodes_[2 * node];
     nodes_[node].Join(nodes_[2 * node + 1]);
   }
 }
 
-void BoxTree::Descend(std::size_t node, const BoxTree& other, std::size_t other_node, double margin,
-                      Pair f) const {
+void PairTree::Descend(std::size_t node, const PairTree& other, std::size_t other_node,
+                       double margin, Pair f) const {
   if (!Near(nodes_[node], other.nodes_[other_node], margin)) return;
   const bool leaf = node >= leaves_, other_leaf = other_node >= other.leaves_;
   if (leaf && other_leaf)
@@ -30,17 +30,17 @@ void BoxTree::Descend(std::size_t node, const BoxTree& other, std::size_t other_
   }
 }
 
-void BoxTree::DescendSelf(std::size_t node, double margin, Pair f) const {
+void PairTree::DescendSelf(std::size_t node, double margin, Pair f) const {
   if (node >= leaves_ || nodes_[node].IsEmpty()) return;
   DescendSelf(2 * node, margin, f);
   DescendSelf(2 * node + 1, margin, f);
   Descend(2 * node, *this, 2 * node + 1, margin, f);
 }
 
-void BoxTree::ForEachPair(const BoxTree& other, double margin, Pair f) const {
+void PairTree::ForEachPair(const PairTree& other, double margin, Pair f) const {
   Descend(1, other, 1, margin, f);
 }
 
-void BoxTree::ForEachPair(double margin, Pair f) const { DescendSelf(1, margin, f); }
+void PairTree::ForEachPair(double margin, Pair f) const { DescendSelf(1, margin, f); }
 
 }  // namespace kurvo::outline

@@ -1,32 +1,31 @@
-// Which pieces of two chains come near each other by their boxes.
+// Which of many things come near each other by their boxes.
 #pragma once
 
 #include "base/bounds.h"
 #include "base/function_ref.h"
 #include "base/memory.h"
-#include "pair/piece.h"
 
 namespace kurvo::outline {
 
-// Boxes around runs of consecutive pieces, which lie near each other in any outline: a binary tree
-// in an array, the children of node k at 2 k and 2 k + 1, the pieces from `leaves_` on.
-class BoxTree {
+// Boxes around runs of consecutive boxes, which lie near each other in any outline: a binary tree
+// in an array, the children of node k at 2 k and 2 k + 1, the boxes given from `leaves_` on.
+class PairTree {
  public:
-  explicit BoxTree(const Array<Piece>& pieces);
+  explicit PairTree(const Array<Bounds>& boxes);
 
   using Pair = FunctionRef<void(int32_t, int32_t)>;
-  // Calls f(i, k) for all pieces i of this and k of the other tree whose boxes are no farther apart
+  // Calls f(i, k) for all boxes i of this and k of the other tree that are no farther apart
   // than `margin` in x and y. Cost: that of the pairs, and of the nodes above them.
-  void ForEachPair(const BoxTree& other, double margin, Pair f) const;
+  void ForEachPair(const PairTree& other, double margin, Pair f) const;
   // The same for pairs i < k of one tree.
   void ForEachPair(double margin, Pair f) const;
 
  private:
-  void Descend(std::size_t node, const BoxTree& other, std::size_t other_node, double margin,
+  void Descend(std::size_t node, const PairTree& other, std::size_t other_node, double margin,
                Pair f) const;
   void DescendSelf(std::size_t node, double margin, Pair f) const;
 
-  Array<Bounds> nodes_;  // empty ones where there are no pieces
+  Array<Bounds> nodes_;  // empty ones where there are none
   std::size_t leaves_ = 1;
 };
 

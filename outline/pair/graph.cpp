@@ -74,7 +74,7 @@ double Graph::HeightOfBezier(double s, double& slope) const {
 }
 
 // Newton's method from the chord, kept in a bracket that every step narrows.
-double Graph::ParameterAt(double height, Known below, Known above, double allowed) const {
+double Graph::ParameterAt(double height, KnownLevel below, KnownLevel above, double allowed) const {
   if (height <= low_) return 0;
   if (height >= high_) return 1;
   if (kind_ == Span::Kind::kLine) return (height - low_) / (high_ - low_);
@@ -142,54 +142,59 @@ double Graph::SlopeAt(double s) const {
   return (dx - dw * SideAt(s)) / w / rise;
 }
 
-// The hull of the control points bounds how far a Bezier piece bends. An arc bends by its sagitta,
-// which is (chord / 2)^2 / (r + the distance from the centre to the chord), measured along the
-// side.
 Stretch Graph::Between(double low, double high, double s_low, double s_high) const {
-  Stretch stretch;
-  stretch.low = low;
-  stretch.high = high;
-  stretch.least = stretch.most = 0;
-  stretch.degree = 0;
-  stretch.is_rational = kind_ == Span::Kind::kRational;
+  Stretch stretch(low, high);
   if (kind_ == Span::Kind::kLine) {
     stretch.at_low = SideAt(s_low);
     stretch.at_high = SideAt(s_high);
-    return stretch;
-  }
-  const double rise = high - low;
-  if (kind_ == Span::Kind::kArc) {
-    constexpr double kRounding = 1e-12;
+  } else if (kind_ == Span::Kind::kArc) {
     stretch.at_low = SideOfArc(low);
     stretch.at_high = SideOfArc(high);
-    const double run = stretch.at_high - stretch.at_low;
-    const double quarter = 0.25 * (run * run + rise * rise);
-    const double sagitta =
-        quarter / (radius_ + std::sqrt(std::max(radius_ * radius_ - quarter, 0.0)));
-    const double bend = rise > 0 ? sagitta * 2 * std::sqrt(quarter) / rise * (1 + kRounding) : 0;
-    (bulge_ > 0 ? stretch.most : stretch.least) = bulge_ * bend;
-    return stretch;
-  }
-  const int n = degree_;
-  stretch.degree = n;
-  CutBernstein(side_, n, s_low, s_high, stretch.side);
-  CutBernstein(height_, n, s_low, s_high, stretch.height);
-  if (stretch.is_rational) {
-    CutBernstein(weight_, n, s_low, s_high, stretch.weight);
-    for (int i = 0; i <= n; ++i) {
-      stretch.side[i] /= stretch.weight[i];
-      stretch.height[i] /= stretch.weight[i];
-    }
-  }
-  stretch.at_low = stretch.side[0];
-  stretch.at_high = stretch.side[n];
-  const double slope = rise > 0 ? (stretch.at_high - stretch.at_low) / rise : 0;
-  for (int i = 1; i < n; ++i) {
-    const double bend = stretch.side[i] - (stretch.at_low + slope * (stretch.height[i] - low));
-    stretch.least = std::min(stretch.least, bend);
-    stretch.most = std::max(stretch.most, bend);
+    stretch.BendAsArc(radius_, bulge_);
+  } else {
+    const bool is_rational = kind_ == Span::Kind::kRational;
+    stretch.Cut(degree_, side_, height_, is_rational ? weight_ : nullptr, s_low, s_high);
+    stretch.at_low = stretch.side[0];
+    stretch.at_high = stretch.side[degree_];
+    stretch.BendAsControls();
   }
   return stretch;
+}
+
+// The sagitta is (chord / 2)^2 / (r + the distance from the centre to the chord), and measured
+// along the side as much more as the chord is longer than its rise.
+void Stretch::BendAsArc(double radius, double bulge) {
+  constexpr double kRounding = 1e-12;
+  const double rise = high - low, run = at_high - at_low;
+  const double quarter = 0.25 * (run * run + rise * rise);
+  const double sagitta = quarter / (radius + std::sqrt(std::max(radius * radius - quarter, 0.0)));
+  const double bend = rise > 0 ? sagitta * 2 * std::sqrt(quarter) / rise * (1 + kRounding) : 0;
+  (bulge > 0 ? most : least) = bulge * bend;
+}
+
+void Stretch::Cut(int n, const double* x, const double* y, const double* w, double s_low,
+                  double s_high) {
+  degree = n;
+  is_rational = w != nullptr;
+  CutBernstein(x, n, s_low, s_high, side);
+  CutBernstein(y, n, s_low, s_high, height);
+  if (!is_rational) return;
+  CutBernstein(w, n, s_low, s_high, weight);
+  for (int i = 0; i <= n; ++i) {
+    side[i] /= weight[i];
+    height[i] /= weight[i];
+  }
+}
+
+// The hull of the control points bounds how far a Bezier piece bends.
+void Stretch::BendAsControls() {
+  const double rise = high - low;
+  const double slope = rise > 0 ? (at_high - at_low) / rise : 0;
+  for (int i = 1; i < degree; ++i) {
+    const double bend = side[i] - (at_low + slope * (height[i] - low));
+    least = std::min(least, bend);
+    most = std::max(most, bend);
+  }
 }
 
 }  // namespace kurvo::outline

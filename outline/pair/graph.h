@@ -1,6 +1,8 @@
 // A piece seen along an axis: side over height.
 #pragma once
 
+#include <algorithm>
+
 #include "base/vec2.h"
 #include "pair/piece.h"
 #include "strand/check.h"
@@ -22,14 +24,52 @@ Axis AxisBetween(int first_sector, int second_sector);
 
 // The part of a graph between two heights: its chord, and how far it bends away from it.
 struct Stretch {
-  double low, high;        // heights
-  double at_low, at_high;  // sides
-  double least, most;      // side less that of the chord at the same height
-  int degree;              // of the control points that follow; 0 when there are none
-  bool is_rational;        // they have weights
+  double low, high;            // heights
+  double at_low, at_high;      // sides
+  double least = 0, most = 0;  // side less that of the chord at the same height
+  int degree = 0;              // of the control points that follow; 0 when there are none
+  bool is_rational = false;    // they have weights
   double side[kMostDegree + 1];
   double height[kMostDegree + 1];
   double weight[kMostDegree + 1];
+
+  Stretch(double from, double to) : low(from), high(to) {}  // without bends: a line's
+
+  // Makes the control points those of a graph (sides and heights, with weights times these; null:
+  // none) between two parameters.
+  void Cut(int n, const double* x, const double* y, const double* w, double s_low, double s_high);
+  // Bounds the bends, where the sides at the ends are known.
+  void BendAsControls();
+  void BendAsArc(double radius, double bulge);
+};
+
+// A point of a graph: its height, and its parameter.
+struct KnownLevel {
+  double height, s;
+};
+
+// How far the sides of two graphs are from each other where they count as apart, and where as near.
+struct SideReach {
+  double apart, near;
+};
+
+// Side of one graph less that of another over a stretch.
+struct SideDifference {
+  double at_low, at_high, least, most;
+
+  SideDifference(const Stretch& a, const Stretch& b)
+      : at_low(a.at_low - b.at_low),
+        at_high(a.at_high - b.at_high),
+        least(a.least - b.most),
+        most(a.most - b.least) {}
+  double Low() const { return std::min(at_low, at_high) + least; }
+  double High() const { return std::max(at_low, at_high) + most; }
+};
+
+// The circle of an arc, side and height of its centre; of radius 0 when it is none.
+struct Circle {
+  Vec2 centre;
+  double radius;
 };
 
 class Graph {
@@ -41,15 +81,10 @@ class Graph {
   // The graph's own parameter s, in [0, 1] upwards; that of the piece is u.
   double ParameterAt(double height) const { return ParameterAt(height, {low_, 0}, {high_, 1}, 0); }
   // The same where two points of the graph are known between which it lies, to within `miss`.
-  struct Known {
-    double height, s;
-  };
-  double ParameterAt(double height, Known below, Known above, double miss) const;
+  double ParameterAt(double height, KnownLevel below, KnownLevel above, double miss) const;
   double SideAt(double s) const;
   double SlopeAt(double s) const;  // d side / d height
-  // The circle of an arc, side and height of its centre; of radius 0 when it is none.
-  Vec2 centre() const { return centre_; }
-  double radius() const { return radius_; }
+  Circle circle() const { return {centre_, radius_}; }
   double ToPiece(double s) const { return falls_ ? 1 - s : s; }
 
   Stretch Between(double low, double high, double s_low, double s_high) const;

@@ -2,14 +2,9 @@
 #pragma once
 
 #include "base/memory.h"
-#include "pair/graph.h"
+#include "pair/near_search.h"
 
 namespace kurvo::outline {
-
-// Heights between which two graphs are near.
-struct NearHeights {
-  double low, high;
-};
 
 // The work that one call may do, in stretches that are looked at; beyond it they are taken for near
 // unless their chords say otherwise.
@@ -24,10 +19,7 @@ class Work {
 };
 
 // All heights at which the sides of the graphs differ by no more than `reach`, and some at which
-// they differ by no more than twice as much; ascending, apart. Heights are halved, and cut back to
-// where the chords and the ranges of the bends allow it (a fat line for functions; Sederberg and
-// Nishita, Curve intersection using Bezier clipping, 1990), until a stretch is near as a whole.
-// Polynomials that run alongside each other are compared as such: stretches need no flattening.
+// they differ by no more than twice as much; ascending, apart.
 void FindNear(const Graph& a, const Graph& b, double reach, Work& work, Array<NearHeights>& found);
 
 // The same between two heights.

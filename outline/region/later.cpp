@@ -29,23 +29,6 @@ int Refuse(Inputs inputs, KurvoRegion* out, KurvoReport* report, GlobalVar* g) n
 
 extern "C" {
 
-int KurvoRegionCombine(int32_t, const KurvoRegion* a, const KurvoRegion* b, const KurvoOptions*,
-                       KurvoRegion* out, KurvoReport* report, GlobalVar* g) noexcept {
-  const KurvoRegion* const inputs[] = {a, b};
-  return Refuse(inputs, out, report, g);
-}
-
-int KurvoRegionCombineMany(int32_t, const KurvoRegion* const* regions, int32_t n,
-                           const KurvoOptions*, KurvoRegion* out, KurvoReport* report,
-                           GlobalVar* g) noexcept {
-  return Refuse({regions, regions && n > 0 ? static_cast<std::size_t>(n) : 0}, out, report, g);
-}
-
-int KurvoRegionSimplify(const KurvoRegion* region, const KurvoOptions*, KurvoRegion* out,
-                        KurvoReport* report, GlobalVar* g) noexcept {
-  return Refuse({&region, 1}, out, report, g);
-}
-
 int KurvoRegionClip(const KurvoRegion* region, const Cvseq*, int32_t, const KurvoOptions*,
                     KurvoRegion* inside, KurvoRegion* outside, KurvoReport* report,
                     GlobalVar* g) noexcept {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 
 #include "strand/check.h"
 
@@ -59,10 +60,29 @@ inline void SplitBernstein(const T* from, int n, double t, T* low, T* high) {
   }
 }
 
+// CutBernstein of a known degree, for loops that unroll.
+template <int n, class T>
+inline void CutLowBernstein(const T* from, double t0, double t1, T* out) {
+  T c[static_cast<std::size_t>(n) + 1];
+  for (int i = 0; i <= n; ++i) c[i] = out[i] = from[i];
+  if (t1 < 1) {
+    for (int k = 1; k <= n; ++k) {
+      for (int i = 0; i <= n - k; ++i) c[i] = (1 - t1) * c[i] + t1 * c[i + 1];
+      out[k] = c[0];
+    }
+  }
+  if (!(t0 > 0)) return;
+  const double t = t0 / t1;
+  for (int k = 1; k <= n; ++k)
+    for (int i = 0; i <= n - k; ++i) out[i] = (1 - t) * out[i] + t * out[i + 1];
+}
+
 // The coefficients of the part between t0 and t1; those at an end that is not cut off stay as they
 // are. `out` may not be `from`.
 template <class T>
 inline void CutBernstein(const T* from, int n, double t0, double t1, T* out) {
+  if (n == 2) return CutLowBernstein<2>(from, t0, t1, out);
+  if (n == 3) return CutLowBernstein<3>(from, t0, t1, out);
   T beyond[kMostDegree + 1];
   if (t1 < 1) {
     SplitBernstein(from, n, t1, out, beyond);

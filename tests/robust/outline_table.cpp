@@ -100,12 +100,12 @@ std::vector<Entry> Rows() {
           JudgeDone(c, done), TakeList(c, words, word_count), TakeList(c, numbers, number_count); }}, OneRegion, OutList<int32_t>, OutCount, OutList<double>, OutCount)},
       {{"KurvoRegionUnpack", CallUnpack, {}, true}},
 
-      {ROW(KurvoRegionCombine, operation, OneRegion, OneRegion, SomeOptions, NewRegion, NewReport), {}, kRefuses},
-      {ROW(KurvoRegionCombineMany, operation, SomeRegions, RegionCount, SomeOptions, NewRegion, NewReport), {}, kRefuses},
-      {ROW(KurvoRegionSimplify, OneRegion, SomeOptions, NewRegion, NewReport), {}, kRefuses},
-      {ROW(KurvoRegionOffset, OneRegion, distance, SomeOptions, NewRegion, NewReport), {}},
+      {ROW(KurvoRegionCombine, operation, OneRegion, OneRegion, SomeOptions, NewRegion, NewReport), {}, kHeavy},
+      {ROW(KurvoRegionCombineMany, operation, SomeRegions, RegionCount, SomeOptions, NewRegion, NewReport), {}, kHeavy},
+      {ROW(KurvoRegionSimplify, OneRegion, SomeOptions, NewRegion, NewReport), {}, kHeavy},
+      {ROW(KurvoRegionOffset, OneRegion, distance, SomeOptions, NewRegion, NewReport), {}, kHeavy},
       {ROW(KurvoRegionClip, OneRegion, SomeChains, Count, SomeOptions, NewRegion, NewRegion, NewReport), {}, kRefuses},
-      {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}},
+      {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}, kHeavy},
       {ROW(KurvoRegionLocate, OneRegion, Points, Count, OrNull(OutMany<int32_t>), OrNull(OutMany<int32_t>))},
       {ROW(KurvoRegionNesting, OneRegion, OutLoops), {}, kRefuses}, {ROW(KurvoRegionMoments, OneRegion, OutRecord<KurvoMoments>), {}, kRefuses},
 

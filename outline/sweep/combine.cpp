@@ -1,0 +1,45 @@
+#include "sweep/combine.h"
+
+#include <algorithm>
+
+#include "strand/joints.h"
+#include "sweep/sweep.h"
+
+namespace kurvo::outline {
+namespace {
+
+constexpr double kCoordinate = 0x1p-49;  // of the largest coordinate: what its rounding makes
+
+}  // namespace
+
+Emitted Combine(Request& request, KurvoReport& report) {
+  Progress& progress = request.settings.progress;
+  progress.Tell(0);
+  Scene scene;
+  scene.frame = Frame(request.box);
+  const double rounding = kCoordinate * request.box.Farthest();
+  scene.tol = scene.frame.LengthInwards(std::max(request.settings.tol, rounding));
+  Array<int32_t> rules;
+  for (std::size_t i = 0; i < request.operands.size(); ++i) {
+    AddLoops(request.operands[i], CountOf(i), request.settings.gap, scene);
+    rules.push_back(request.operands[i].rule);
+  }
+  report.gaps = scene.gaps;
+  Array<Strand> strands;
+  CutIntoStrands(scene, strands);
+  Events events;
+  FindEvents(scene, strands, progress, events);
+  report.capped = events.capped;
+  Arrangement arrangement;
+  Counts counts;
+  RunSweep(scene, strands, rules, FillRule(request.operation, CountOf(rules.size())), progress,
+           events, arrangement, counts);
+  report.unresolved = counts.unresolved;
+  const double closed = std::min(request.epsilon, kClosingShare * scene.frame.size());
+  Emitted emitted = Emit(scene, request.operands, arrangement, closed, report);
+  report.moved = std::max(report.moved, scene.frame.LengthOutwards(arrangement.worst_bridge));
+  progress.Tell(1);
+  return emitted;
+}
+
+}  // namespace kurvo::outline

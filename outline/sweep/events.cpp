@@ -1,0 +1,198 @@
+#include "sweep/events.h"
+
+#include <limits>
+
+#include "pair/box_pairs.h"
+#include "pair/near_search.h"
+#include "strand/bracket.h"
+
+namespace kurvo::outline {
+namespace {
+
+// Of tol:
+constexpr double kSure = 0x1p-9;       // sides that differ by more have a sure sign
+constexpr double kNear = 0.5;          // sides that differ by no more are near
+constexpr double kLeastRise = 0x1p-4;  // stretches that are no higher are events
+constexpr double kPad = 0x1p-7;        // heights that are kept beside what is near
+constexpr double kBeside = 0x1p-3;     // heights within which ends are reached
+constexpr double kShort = 16;          // shorter ones are events however they end
+constexpr double kLongShare =
+    0x1p-10;  // of the size: shorter ones are, unless they are all there is
+
+constexpr int kMostStretches = 4000;  // of one pair
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+// The slopes d side / d height under which a stretch is seen from one of its ends: those of its
+// control points, of an arc those of chord and tangent.
+struct Cone {
+  double least = kInfinity, most = -kInfinity;
+
+  Cone(const Strand& strand, const Stretch& part, bool from_low) {
+    const double x = from_low ? part.at_low : part.at_high;
+    const double y = from_low ? part.low : part.high;
+    const double sign = from_low ? 1 : -1;
+    const auto see = [&](double px, double py) { Add(sign * (px - x), sign * (py - y)); };
+    see(from_low ? part.at_high : part.at_low, from_low ? part.high : part.low);
+    for (int i = 1; i < part.degree; ++i) see(part.side[i], part.height[i]);
+    if (strand.kind == Span::Kind::kArc) AddTangent(strand, x, y);
+  }
+
+  bool IsApartFrom(const Cone& other) const { return most < other.least || other.most < least; }
+
+ private:
+  void Add(double run, double rise) {
+    if (rise < 0) {
+      Join(-kInfinity);
+      Join(kInfinity);
+    } else if (rise > 0) {
+      Join(run / rise);
+    } else if (run != 0) {
+      Join(run > 0 ? kInfinity : -kInfinity);
+    }
+  }
+  void Join(double slope) {
+    least = std::min(least, slope);
+    most = std::max(most, slope);
+  }
+  void AddTangent(const Strand& arc, double x, double y) {
+    constexpr double kLevel = 1e-9;  // of the radius: beside the top or the bottom
+    const double out = arc.bulge * (x - arc.centre.x), rise = y - arc.centre.y;
+    if (out > kLevel * arc.radius) return Join(-arc.bulge * rise / out);
+    Join(rise > 0 ? -arc.bulge * kInfinity : arc.bulge * kInfinity);
+  }
+};
+
+// What the search goes by for a pair of strands.
+class Rules {
+ public:
+  Rules(const Strand& a, const Strand& b) : a_(a), b_(b) {}
+
+  bool TakeWork() { return --stretches_left_ > 0; }
+  bool NearAtLimit() const { return false; }
+  bool HitLimit() const { return stretches_left_ <= 0; }
+
+  // From a common end strands part at once when their cones do; it is an event unless it is a
+  // vertex of both.
+  template <class Search>
+  bool Decide(const Stretch& a, const Stretch& b, const SideDifference& d, Search& search) const {
+    if (d.at_low == 0 && d.at_high != 0 && Cone(a_, a, true).IsApartFrom(Cone(b_, b, true))) {
+      if (!(a.low == a_.y_low && a_.low == b_.low)) search.Add(a.low, a.low);
+      return true;
+    }
+    if (d.at_high == 0 && d.at_low != 0 && Cone(a_, a, false).IsApartFrom(Cone(b_, b, false))) {
+      if (!(a.high == a_.y_high && a_.high == b_.high)) search.Add(a.high, a.high);
+      return true;
+    }
+    return false;
+  }
+
+ private:
+  const Strand &a_, &b_;
+  int stretches_left_ = kMostStretches;
+};
+
+class Finder {
+ public:
+  Finder(double tol, double size, const Array<Strand>& strands, Events& events)
+      : tol_(tol),
+        longest_(std::max(kLongShare * size, kShort * tol)),
+        strands_(strands),
+        events_(events) {}
+
+  void Look(int32_t i, int32_t k) {
+    a_ = &strands_[static_cast<std::size_t>(i)];
+    b_ = &strands_[static_cast<std::size_t>(k)];
+    low_ = std::max(a_->y_low, b_->y_low);
+    high_ = std::min(a_->y_high, b_->y_high);
+    if (!(low_ <= high_)) return;
+    near_.clear();
+    if (low_ == high_) {
+      if (tol_ >= std::fabs(Apart(low_))) near_.push_back({low_, low_});
+    } else {
+      const NearLimits limits = {
+          {kSure * kNear * tol_, kNear * tol_}, kLeastRise * tol_, kPad * tol_, 0};
+      Rules rules(*a_, *b_);
+      NearSearch<Strand, Rules>(*a_, *b_, limits, rules, near_).Run(low_, high_);
+      events_.capped += rules.HitLimit();
+    }
+    for (const NearHeights& near : near_) Add(near, i, k);
+  }
+
+ private:
+  double Apart(double height) const { return a_->At(height) - b_->At(height); }
+
+  void Add(const NearHeights& near, int32_t i, int32_t k) {
+    const double slack = kBeside * tol_;
+    const double from = std::max(low_, near.low - slack), to = std::min(high_, near.high + slack);
+    const double at_from = Apart(from), at_to = Apart(to);
+    const bool changes = (at_from < 0 && at_to > 0) || (at_from > 0 && at_to < 0);
+    const bool is_all = near.low <= low_ + slack && near.high >= high_ - slack;
+    const double longest = changes || !is_all ? longest_ : kShort * tol_;
+    if (near.high - near.low > longest) {
+      events_.together.push_back({near.low, near.high, i, k});
+      return;
+    }
+    const auto apart = [this](double height) { return Apart(height); };
+    const double height =
+        changes ? SignChangeBetween(apart, from, to, at_from, at_to) : Closest(near);
+    events_.crossings.push_back({height, SideAt(height), i, k});
+  }
+
+  // The height of a touch: a common end, or where they are closest.
+  double Closest(const NearHeights& near) const {
+    if (near.low <= low_ + kBeside * tol_ && tol_ >= std::fabs(Apart(low_))) return low_;
+    if (near.high >= high_ - kBeside * tol_ && tol_ >= std::fabs(Apart(high_))) return high_;
+    double low = near.low, high = near.high;
+    constexpr int kSteps = 40;
+    for (int step = 0; step < kSteps && high - low > kBeside * tol_; ++step) {
+      const double third = (high - low) / 3;
+      if (std::fabs(Apart(low + third)) < std::fabs(Apart(high - third))) {
+        high -= third;
+      } else {
+        low += third;
+      }
+    }
+    return 0.5 * (low + high);
+  }
+
+  // A crossing is placed by the steeper strand: the other one runs far within a rounding of height.
+  double SideAt(double height) const {
+    const double e = kBeside * tol_;
+    const double run_a = std::fabs(a_->At(height + e) - a_->At(height - e));
+    const double run_b = std::fabs(b_->At(height + e) - b_->At(height - e));
+    return (run_a <= run_b ? a_ : b_)->At(height);
+  }
+
+  const double tol_, longest_;
+  const Array<Strand>& strands_;
+  Events& events_;
+  const Strand *a_ = nullptr, *b_ = nullptr;
+  double low_ = 0, high_ = 0;  // their common heights
+  Array<NearHeights> near_;
+};
+
+}  // namespace
+
+void FindEvents(const Scene& scene, const Array<Strand>& strands, Progress& progress,
+                Events& events) {
+  Array<Bounds> boxes;
+  boxes.reserve(strands.size());
+  for (const Strand& s : strands) {
+    Bounds box;
+    if (!s.is_flat) {
+      box.low = {s.least_x, s.y_low};
+      box.high = {s.most_x, s.y_high};
+    }
+    boxes.push_back(box);
+  }
+  Finder finder(scene.tol, scene.frame.LengthInwards(scene.frame.size()), strands, events);
+  int64_t pairs = 0;
+  const auto all = static_cast<double>(strands.size());
+  PairTree(boxes).ForEachPair(scene.tol, [&](int32_t i, int32_t k) {
+    finder.Look(i, k);
+    constexpr int64_t kPairsATell = 1024;
+    if (++pairs % kPairsATell == 0) progress.Tell(0.5 * i / all);
+  });
+}
+
+}  // namespace kurvo::outline

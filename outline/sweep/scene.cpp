@@ -1,0 +1,137 @@
+#include "sweep/scene.h"
+
+#include "base/refusal.h"
+#include "strand/joints.h"
+#include "strand/spans.h"
+
+namespace kurvo::outline {
+namespace {
+
+// Of tol: ends that are no farther apart are one vertex, and the curves bend that much.
+constexpr double kSharedVertex = 0x1p-4;
+
+bool IsPoint(const Span& span) {
+  if (span.kind == Span::Kind::kArc) return !(span.radius > 0) || span.sweep == 0;
+  const Bounds box = HullOf(span);
+  return box.low == box.high;
+}
+
+// Adds the spans of one loop, in order.
+class LoopLoader {
+ public:
+  LoopLoader(const Cvseq& loop, int32_t operand, int32_t number, double gap, Scene& scene)
+      : loop_(loop), operand_(operand), number_(number), gap_(gap), scene_(scene) {}
+
+  void Run() {
+    ForEachSpan(loop_, scene_.frame, [this](const Span& span) { Add(span); });
+    if (last_ < 0) return;
+    EndCurve();
+    Close();
+  }
+
+ private:
+  void Add(const Span& span) {
+    const bool begins = span.curve != curve_;
+    if (begins) {
+      if (curve_ >= 0) EndCurve();
+      curve_ = span.curve;
+      EndsOf(loop_.curves[curve_], ends_);
+    }
+    if (IsPoint(span)) return;
+    const Vertex start = made_any_ ? Found(span.Start()) : Given(ends_.start);
+    const int32_t from = last_ < 0 ? (first_ = scene_.AddVertex(start)) : Joined(start, begins);
+    made_any_ = true;
+    last_ = from;
+    if (span.kind == Span::Kind::kArc) last_ = OnCircle(span, span.points[0]);
+    const Vertex end = Found(span.End());
+    scene_.sources.push_back(
+        {Kept(span, scene_.arena), operand_, number_, last_, scene_.AddVertex(end)});
+    last_ = scene_.sources.back().end;
+    if (span.kind == Span::Kind::kArc) LeaveCircle(span, end);
+  }
+
+  // The vertex where an arc starts whose record's end may lie beside its circle.
+  int32_t OnCircle(const Span& arc, Vec2 end) {
+    const Vec2 out = end - arc.centre;
+    return Joined(Found(arc.centre + (arc.radius / Length(out)) * out), false);
+  }
+
+  void LeaveCircle(const Span& arc, const Vertex& end) {
+    const Vec2 out = end.point - arc.centre;
+    const Vertex on_circle = Found(arc.centre + (arc.radius / Length(out)) * out);
+    if (IsShared(on_circle, end)) return;
+    scene_.vertices[static_cast<std::size_t>(last_)] = on_circle;
+    last_ = Joined(end, false);
+  }
+
+  Vertex Given(Vec2 p) const { return {scene_.frame.Inwards(p), p, true}; }
+  Vertex Found(Vec2 p) const { return {p, scene_.frame.Outwards(p), false}; }
+
+  // The last end of a curve is that of its record.
+  void EndCurve() {
+    if (made_any_) scene_.vertices[static_cast<std::size_t>(last_)] = Given(ends_.end);
+    made_any_ = false;
+  }
+
+  // The vertex where the next source starts: the last one, or another beyond a bridge.
+  int32_t Joined(const Vertex& start, bool is_joint) {
+    Vertex& last = scene_.vertices[static_cast<std::size_t>(last_)];
+    if (is_joint) CountGap(last, start);
+    if (IsShared(last, start)) {
+      if (start.is_given) last = start;
+      return last_;
+    }
+    const int32_t next = scene_.AddVertex(start);
+    AddBridge(last_, next);
+    return next;
+  }
+
+  void Close() {
+    const Vertex& first = scene_.vertex(first_);
+    const Vertex& last = scene_.vertex(last_);
+    CountGap(last, first);
+    if (IsShared(last, first)) {
+      scene_.sources.back().end = first_;
+    } else {
+      AddBridge(last_, first_);
+    }
+  }
+
+  bool IsShared(const Vertex& a, const Vertex& b) const {
+    return kSharedVertex * scene_.tol >= Length(a.point - b.point);
+  }
+
+  void CountGap(const Vertex& end, const Vertex& start) {
+    if (end.given == start.given) return;
+    Require(Meet(end.given, start.given, gap_), KURVO_ERR_CHAIN_ENDS);
+    ++scene_.gaps;
+  }
+
+  void AddBridge(int32_t from, int32_t to) {
+    auto* points = scene_.arena.New<Vec2>(2);
+    points[0] = scene_.vertex(from).point;
+    points[1] = scene_.vertex(to).point;
+    Span line;
+    line.points = points;
+    line.curve = Source::kNone;
+    scene_.sources.push_back({line, operand_, number_, from, to});
+  }
+
+  const Cvseq& loop_;
+  const int32_t operand_, number_;
+  const double gap_;
+  Scene& scene_;
+  int32_t curve_ = -1;              // that is being added
+  Ends ends_ = {};                  // its ends
+  bool made_any_ = false;           // a source of it
+  int32_t first_ = -1, last_ = -1;  // vertices
+};
+
+}  // namespace
+
+void AddLoops(const Operand& operand, int32_t number, double gap, Scene& scene) {
+  for (int32_t i = 0; i < operand.count; ++i)
+    LoopLoader(operand.loops[i], number, i, gap, scene).Run();
+}
+
+}  // namespace kurvo::outline

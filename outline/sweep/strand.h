@@ -1,0 +1,57 @@
+// Strands: parts of sources that go up all the way, x as a function of y.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "base/memory.h"
+#include "base/vec2.h"
+#include "pair/graph.h"
+#include "sweep/scene.h"
+
+namespace kurvo::outline {
+
+// From its lower to its upper vertex over v in [0, 1]. Arrays lie in the arena of the scene.
+struct Strand {
+  Span::Kind kind;
+  bool is_flat;                   // both ends are level: it stands for what is horizontal
+  int32_t degree;                 // of the Bezier kinds, lines included
+  int32_t source;                 // its number
+  int32_t operand;                // that of the source
+  int32_t low, high;              // vertices
+  int32_t direction;              // 1: the source goes up, -1: down
+  double u_low, u_high;           // of the source's span at its ends
+  double y_low, y_high;           // of its ends
+  double x_low, x_high;           // and their sides
+  double least_x, most_x;         // of all of it
+  const double *x, *y, *w;        // control points upwards, of a rational one times w; null: none
+  double x1, x2, x3, y1, y2, y3;  // x = x_low + x1 v + x2 v^2 + x3 v^3, up to cubics
+  Vec2 centre;                    // of an arc
+  double radius, bulge;           // it lies to the right (1) or left (-1) of its centre
+
+  // The side at a height, that of the nearer end beyond both. The only answer to where a strand is:
+  // who asks twice gets the same bits.
+  double At(double height) const;
+  double ParameterAt(double height) const;
+  double ParameterAt(double height, KnownLevel, KnownLevel, double) const {
+    return ParameterAt(height);
+  }
+  Stretch Between(double from, double to, double v_from, double v_to) const;
+  Circle circle() const { return {centre, kind == Span::Kind::kArc ? radius : 0}; }
+  Vec2 PointAt(double v) const;
+  double SourceAt(double v) const {
+    return v >= 1 ? u_high : v <= 0 ? u_low : u_low + v * (u_high - u_low);
+  }
+  double Height() const { return y_high - y_low; }
+
+ private:
+  double SideOfArc(double height) const;
+  double SideAt(double v) const;
+  double HeightAt(double v, double& slope) const;
+};
+
+// The strands of all sources, in their order. Vertices are added where curves turn back.
+void CutIntoStrands(Scene& scene, Array<Strand>& strands);
+
+}  // namespace kurvo::outline
