@@ -66,10 +66,11 @@ struct SideDifference {
   double High() const { return std::max(at_low, at_high) + most; }
 };
 
-// The circle of an arc, side and height of its centre; of radius 0 when it is none.
+// The circle of an arc, side and height of its centre; of radius 0 when it is none. The arc is on
+// the half to which it bulges, 1 or -1 by the side.
 struct Circle {
   Vec2 centre;
-  double radius;
+  double radius, bulge;
 };
 
 class Graph {
@@ -84,7 +85,7 @@ class Graph {
   double ParameterAt(double height, KnownLevel below, KnownLevel above, double miss) const;
   double SideAt(double s) const;
   double SlopeAt(double s) const;  // d side / d height
-  Circle circle() const { return {centre_, radius_}; }
+  Circle circle() const { return {centre_, radius_, bulge_}; }
   double ToPiece(double s) const { return falls_ ? 1 - s : s; }
 
   Stretch Between(double low, double high, double s_low, double s_high) const;

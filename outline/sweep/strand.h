@@ -38,7 +38,7 @@ struct Strand {
     return ParameterAt(height);
   }
   Stretch Between(double from, double to, double v_from, double v_to) const;
-  Circle circle() const { return {centre, kind == Span::Kind::kArc ? radius : 0}; }
+  Circle circle() const { return {centre, kind == Span::Kind::kArc ? radius : 0, bulge}; }
   Vec2 PointAt(double v) const;
   double SourceAt(double v) const {
     return v >= 1 ? u_high : v <= 0 ? u_low : u_low + v * (u_high - u_low);
