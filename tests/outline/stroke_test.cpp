@@ -102,7 +102,7 @@ TEST(ChainStroke, AreasInClosedForm) {
       {line, 1, 1, kRound, kButt, {2, 1}, 1, 4, 2 * (1 + 2 + 2 + 2)},
       {line, 1, 1, kRound, kButt, {2, 1}, -1, 3, 2 * 6},
       {line, 1, 1, kRound, kButt, {1}, 0, 5, 10},
-      {line, .1, .1, kRound, kDisc, {0, 4}, 2, 2, 2 * kPi / 100},
+      {line, .1, .1, kRound, kDisc, {0, 4}, 2, 3, 3 * kPi / 100},  // one at the end
       {line, .1, .1, kRound, kBox, {0, 4}, 0, 3, 3 * .04},
       {corner, 1, 1, kMiter, kButt, {6, 9}, 1, 1, 10},
       {square, .5, .5, kMiter, kButt, {8, 8}, 4, 1, 8 - .25},  // begun anew at the corner
