@@ -263,8 +263,21 @@ KURVO_API int KurvoRegionSimplify(const KurvoRegion *region, const KurvoOptions 
                                   KurvoRegion *out, KurvoReport *report,
                                   GlobalVar *g) KURVO_NOEXCEPT;
 
-/* All points no farther than `distance` (length; negative: shrinks) from the region. Not there yet:
- * refuses with KURVO_ERR_OPTION, `out` empty. */
+/* All points no farther than `distance` (in, length) from the region (in), or where it is negative
+ * all points of the region that are farther than its size from the outside: the region by its own
+ * rule grows or shrinks whatever the directions of its loops, holes the other way round; loops
+ * merge, split and vanish. 0 is KurvoRegionSimplify. Corners that come apart are joined as options'
+ * `join` says: by arcs, by miters no longer than `miter_limit` distances from the vertex (else as
+ * bevels), or by bevels. Lines stay lines and arcs arcs; of other curves cubics are made, within
+ * tol of where they belong. out, report as KurvoRegionCombine gives them; report's `capped` also
+ * counts cubics that were taken at a limit of work, and `moved` how far they may be off. Curves
+ * that run alongside one of the region's carry its attribute words, those of joins 0. With
+ * KURVO_WITH_ORIGINS the former are KURVO_ORIGIN_OFFSET with the parameters beside which they run,
+ * the latter KURVO_ORIGIN_JOIN, named after the curve that begins at the vertex. options: tol, gap,
+ * flags, join, miter_limit, proceed. Errors: KURVO_ERR_NOT_FINITE for an infinite distance or
+ * limit, KURVO_ERR_RANGE for a limit below 1, KURVO_ERR_OPTION for an unknown join, and those of
+ * KurvoRegionCombine. Cost: twice that of KurvoRegionSimplify, and some microseconds for each cubic
+ * that is made. */
 KURVO_API int KurvoRegionOffset(const KurvoRegion *region, double distance,
                                 const KurvoOptions *options, KurvoRegion *out, KurvoReport *report,
                                 GlobalVar *g) KURVO_NOEXCEPT;
@@ -276,8 +289,25 @@ KURVO_API int KurvoRegionClip(const KurvoRegion *region, const Cvseq *chains, in
                               KurvoRegion *outside, KurvoReport *report,
                               GlobalVar *g) KURVO_NOEXCEPT;
 
-/* What a pen covers that runs along n chains, reaching `left` to their left and `right` to their
- * right. Not there yet: refuses with KURVO_ERR_OPTION, `out` empty. */
+/* What a pen covers that runs along n chains (in), reaching `left` to their left and `right` to
+ * their right (in, lengths, >= 0; both 0: nothing; one may be 0), all in one region. Corners are
+ * joined on their outer side as KurvoRegionOffset joins them. An open chain ends in options' `cap`:
+ * straight across, half a disc, or half a square; where the sides differ, it is that of a pen of
+ * half the sum, on the middle of the end. A closed chain is a ring. A chain that is a point is a
+ * dot: a disc under round caps, a square under square ones, nothing under butt ones. Where a chain
+ * turns back exactly the wider side is the outer one. A side ends at the centres of curvature where
+ * the chain bends tighter than it reaches.
+ * options' `dashes` (`dash_count` lengths: on, off, on ...; an odd count is taken twice) begin anew
+ * on each chain, `phase` into the pattern, and run on around corners; each dash has caps, and one
+ * of length 0 is a dot in the direction of the chain. Joints wider than epsilon and no wider than
+ * `gap` are bridged by lines, which count as `gaps` and are KURVO_ORIGIN_BRIDGE. out, report as
+ * KurvoRegionOffset gives them, origins naming chains as loops; caps are KURVO_ORIGIN_CAP, named
+ * after the curve that ends there. options: tol, gap, flags, join, miter_limit, cap, dashes,
+ * dash_count, phase, proceed. Errors: KURVO_ERR_RANGE for widths and dashes that are negative,
+ * dashes that sum to 0 and a limit below 1, KURVO_ERR_NOT_FINITE for an infinite width, dash, phase
+ * or limit, KURVO_ERR_TOO_LARGE for more than 2^18 dashes on a chain, KURVO_ERR_OPTION for an
+ * unknown join or cap, the shared ones, KURVO_ERR_STOPPED. Cost: linear in the curves and dashes,
+ * and KurvoRegionSimplify of what they make. */
 KURVO_API int KurvoChainStroke(const Cvseq *chains, int32_t n, double left, double right,
                                const KurvoOptions *options, KurvoRegion *out, KurvoReport *report,
                                GlobalVar *g) KURVO_NOEXCEPT;

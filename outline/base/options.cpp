@@ -44,4 +44,29 @@ Settings ReadOptions(const KurvoOptions* given, double size, double epsilon) {
           std::max(options.gap, epsilon), options.flags, Progress(options.proceed, options.user)};
 }
 
+PenOptions ReadPenOptions(const KurvoOptions* given) {
+  constexpr double kUsualMiterLimit = 4;
+  const KurvoOptions options = given ? Known(*given) : KurvoOptions{};
+  Require(options.join >= KURVO_JOIN_ROUND && options.join <= KURVO_JOIN_BEVEL &&
+              options.cap >= KURVO_CAP_BUTT && options.cap <= KURVO_CAP_SQUARE &&
+              options.dash_count >= 0 && (options.dash_count == 0 || options.dashes),
+          KURVO_ERR_OPTION);
+  RequireFinite(options.miter_limit);
+  RequireFinite(options.phase);
+  Require(options.miter_limit == 0 || options.miter_limit >= 1, KURVO_ERR_RANGE);
+  double whole = 0;
+  for (int i = 0; i < options.dash_count; ++i) {
+    RequireFinite(options.dashes[i]);
+    Require(options.dashes[i] >= 0, KURVO_ERR_RANGE);
+    whole += options.dashes[i];
+  }
+  Require(options.dash_count == 0 || whole > 0, KURVO_ERR_RANGE);
+  return {options.join,
+          options.cap,
+          options.miter_limit > 0 ? options.miter_limit : kUsualMiterLimit,
+          options.phase,
+          options.dash_count,
+          options.dashes};
+}
+
 }  // namespace kurvo::outline

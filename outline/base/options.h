@@ -33,4 +33,18 @@ struct Settings {
 // infinite tol.
 Settings ReadOptions(const KurvoOptions* options, double size, double epsilon);
 
+// How corners and ends are drawn.
+struct PenOptions {
+  int32_t join, cap;     // KURVO_JOIN_*, KURVO_CAP_*
+  double miter_limit;    // at least 1
+  double phase;          // length, of the dashes
+  int32_t dash_count;    // 0: none
+  const double* dashes;  // the caller's
+};
+
+// Throws Refusal: KURVO_ERR_OPTION for an unknown join or cap, a count of dashes that is negative
+// or has no array; KURVO_ERR_NOT_FINITE for a limit, phase or dash that is not finite;
+// KURVO_ERR_RANGE for a limit below 1 and for dashes that are negative or sum to 0.
+PenOptions ReadPenOptions(const KurvoOptions* options);
+
 }  // namespace kurvo::outline

@@ -3,6 +3,8 @@
 
 #include <kurvo.h>
 
+#include <utility>
+
 #include "base/owned.h"
 #include "base/vec2.h"
 #include "strand/frame.h"
@@ -27,6 +29,7 @@ class Pieces {
   // An arc or a Bezier curve as it is, but for z.
   void Copy(const Curve& curve);
   Cvseq Release() { return chain_.Release(); }
+  OwnedChain Take() { return std::move(chain_); }
 
  private:
   void Add(OwnedCurve curve, Vec2 end);

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "fit/greedy.h"
+#include "fit/over_chord.h"
 
 namespace kurvo::outline {
 namespace {
@@ -10,80 +11,11 @@ namespace {
 constexpr double kTinyStretch = 0x1p-36;         // of the size: below it a stretch is a point
 constexpr double kShortStretch = 0x1p-16;        // of the size: below it tangents need not meet
 constexpr double kStraight = 1e-9;               // radians between tangents and chord of a line
-constexpr double kLongestHandle = 2;             // of a cubic against its chord
 constexpr int kLeastPairs = 8, kMostPairs = 64;  // parts that are compared
 
 // The Bezier points of a cubic over [0, 1], as those of a quadratic are when raised.
 struct Piece {
   Vec2 points[4];
-};
-
-// Area and first moment under a curve over its chord, which is [0, 1] of the x axis: the integrals
-// of y dx and x y dx.
-struct Under {
-  double area, moment;
-};
-
-// Nodes and weights of the Gauss-Legendre rule of five points on [0, 1]: exact up to degree 9, the
-// integrand x y dx of a cubic having degree 8.
-constexpr double kNodes[] = {0.046910077030668, 0.230765344947158, 0.5, 0.769234655052842,
-                             0.953089922969332};
-constexpr double kWeights[] = {0.118463442528095, 0.239314335249683, 0.284444444444444,
-                               0.239314335249683, 0.118463442528095};
-
-// A cubic over the chord [0, 1] with handles of lengths a and b in given directions.
-class OverChord {
- public:
-  OverChord(Vec2 leaves, Vec2 arrives) : leaves_(leaves), arrives_(arrives) {}
-
-  // The lengths for which area and first moment are those of the run: a fit of order 6 (Levien,
-  // Fitting cubic Bezier curves, 2021). By Newton's method on both equations from a guess that is
-  // right for arcs. Result: whether it arrived.
-  bool Solve(const Under& want, double& a, double& b) const {
-    constexpr int kMostSteps = 12;
-    constexpr double kClose = 1e-12, kMostStep = 0.5;
-    for (int i = 0; i < kMostSteps; ++i) {
-      double area_a, area_b, moment_a, moment_b;
-      const Under under = At(a, b, area_a, area_b, moment_a, moment_b);
-      const double area = want.area - under.area, moment = want.moment - under.moment;
-      const double determinant = area_a * moment_b - area_b * moment_a;
-      const double step_a = (area * moment_b - area_b * moment) / determinant;
-      const double step_b = (area_a * moment - area * moment_a) / determinant;
-      const double longest = std::max(std::fabs(step_a), std::fabs(step_b));
-      if (!(longest < 1 / kClose)) return false;
-      const double share = std::min(1.0, kMostStep / longest);
-      a += share * step_a;
-      b += share * step_b;
-      if (kClose >= longest) break;
-    }
-    return a > 0 && b > 0 && a <= kLongestHandle && b <= kLongestHandle;
-  }
-
- private:
-  // With the derivatives by both lengths.
-  Under At(double a, double b, double& area_a, double& area_b, double& moment_a,
-           double& moment_b) const {
-    const Vec2 points[] = {{0, 0}, a * leaves_, Vec2{1, 0} - b * arrives_, {1, 0}};
-    Under under = {0, 0};
-    area_a = area_b = moment_a = moment_b = 0;
-    for (int i = 0; i < 5; ++i) {
-      const double t = kNodes[i], s = 1 - t, w = kWeights[i];
-      const Vec2 p = CubicAt(points, t), v = CubicDerivatives(points, t).first;
-      const double first = 3 * s * s * t, last = 3 * s * t * t;
-      const double first_slope = 3 * s * (s - 2 * t), last_slope = 3 * t * (2 * s - t);
-      const Vec2 by_a = first * leaves_, by_b = -last * arrives_;
-      const double slope_a = first_slope * leaves_.x, slope_b = -last_slope * arrives_.x;
-      under.area += w * p.y * v.x;
-      under.moment += w * p.x * p.y * v.x;
-      area_a += w * (by_a.y * v.x + p.y * slope_a);
-      area_b += w * (by_b.y * v.x + p.y * slope_b);
-      moment_a += w * ((by_a.x * p.y + p.x * by_a.y) * v.x + p.x * p.y * slope_a);
-      moment_b += w * ((by_b.x * p.y + p.x * by_b.y) * v.x + p.x * p.y * slope_b);
-    }
-    return under;
-  }
-
-  Vec2 leaves_, arrives_;
 };
 
 class BezierFitting {
@@ -141,11 +73,11 @@ class BezierFitting {
     Under under = {0, 0};
     run_.ForEachPart(from, to, [&](const Vec2* part) {
       for (int i = 0; i < 5; ++i) {
-        const Vec2 w = CubicAt(part, kNodes[i]) - start;
+        const Vec2 w = CubicAt(part, kFiveNodes[i]) - start;
         const double x = Dot(w, along), y = Cross(along, w);
-        const double dx = Dot(CubicDerivatives(part, kNodes[i]).first, along);
-        under.area += kWeights[i] * y * dx;
-        under.moment += kWeights[i] * x * y * dx;
+        const double dx = Dot(CubicDerivatives(part, kFiveNodes[i]).first, along);
+        under.area += kFiveWeights[i] * y * dx;
+        under.moment += kFiveWeights[i] * x * y * dx;
       }
       return true;
     });

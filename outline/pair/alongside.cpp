@@ -106,7 +106,10 @@ Verdict BesideCircle(const Circle& arc, const Stretch& curve, const SideReach& r
           kBinomials[n][i] * kBinomials[n][j] * (Dot(out[i], out[j]) - weight[i] * weight[j]);
   const Range range = RangeOfProduct(product, 2 * n);
   const double widest = arc.radius * std::max(range.most, -range.least) / (least * least);
-  if (kSteepest * widest <= reach.near) return Verdict::kNear;
+  // Beside the half on which the arc is, not beside the other one.
+  const auto other = [&](Vec2 p) { return -arc.bulge * arc.radius * p.x > reach.near; };
+  const bool is_beside = std::none_of(out, out + n + 1, other);
+  if (is_beside && kSteepest * widest <= reach.near) return Verdict::kNear;
   // |P - c| + r is at most 2 r and the distance.
   const double apart = std::max(range.least, -range.most);
   const double far = reach.apart * by;

@@ -29,21 +29,11 @@ int Refuse(Inputs inputs, KurvoRegion* out, KurvoReport* report, GlobalVar* g) n
 
 extern "C" {
 
-int KurvoRegionOffset(const KurvoRegion* region, double, const KurvoOptions*, KurvoRegion* out,
-                      KurvoReport* report, GlobalVar* g) noexcept {
-  return Refuse({&region, 1}, out, report, g);
-}
-
 int KurvoRegionClip(const KurvoRegion* region, const Cvseq*, int32_t, const KurvoOptions*,
                     KurvoRegion* inside, KurvoRegion* outside, KurvoReport* report,
                     GlobalVar* g) noexcept {
   Empty(inside, {&region, 1});
   return Refuse({&region, 1}, outside, report, g);
-}
-
-int KurvoChainStroke(const Cvseq*, int32_t, double, double, const KurvoOptions*, KurvoRegion* out,
-                     KurvoReport* report, GlobalVar* g) noexcept {
-  return Refuse({}, out, report, g);
 }
 
 }  // extern "C"

@@ -103,9 +103,9 @@ std::vector<Entry> Rows() {
       {ROW(KurvoRegionCombine, operation, OneRegion, OneRegion, SomeOptions, NewRegion, NewReport), {}, kHeavy},
       {ROW(KurvoRegionCombineMany, operation, SomeRegions, RegionCount, SomeOptions, NewRegion, NewReport), {}, kHeavy},
       {ROW(KurvoRegionSimplify, OneRegion, SomeOptions, NewRegion, NewReport), {}, kHeavy},
-      {ROW(KurvoRegionOffset, OneRegion, distance, SomeOptions, NewRegion, NewReport), {}, kRefuses},
+      {ROW(KurvoRegionOffset, OneRegion, distance, SomeOptions, NewRegion, NewReport), {}, kHeavy},
       {ROW(KurvoRegionClip, OneRegion, SomeChains, Count, SomeOptions, NewRegion, NewRegion, NewReport), {}, kRefuses},
-      {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}, kRefuses},
+      {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}, kHeavy},
       {ROW(KurvoRegionLocate, OneRegion, Points, Count, OrNull(OutMany<int32_t>), OrNull(OutMany<int32_t>))},
       {ROW(KurvoRegionNesting, OneRegion, OutLoops)}, {ROW(KurvoRegionMoments, OneRegion, OutRecord<KurvoMoments>)},
 

@@ -1,0 +1,102 @@
+#include "raw/side.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kurvo::outline {
+namespace {
+
+constexpr double kSnap = 0x1p-4;       // of the tolerance: ends so near are one
+constexpr double kReversal = 0x1p-28;  // radians: a turn so near half a turn has two outer sides
+
+void NameOffset(const Strip& strip, RawLoop& loop) {
+  loop.Name(IsBridge(strip.curve) ? KURVO_ORIGIN_BRIDGE : KURVO_ORIGIN_OFFSET, CurveOf(strip.curve),
+            strip.from, strip.to);
+}
+
+// A joint is named after the curve that begins there.
+void NameJoint(const Strip& after, RawLoop& loop) {
+  loop.Name(KURVO_ORIGIN_JOIN, CurveOf(after.curve), after.from, after.from);
+}
+
+}  // namespace
+
+void Side::AppendTo(RawLoop& loop) const {
+  Corner before = {Kind::kSmooth, {}};
+  if (is_closed_) before = CornerAfter(count() - 1);
+  const Strip& first = At(0);
+  const Vec2 start = before.kind == Kind::kShort ? before.meet : first.First();
+  if (is_closed_)
+    loop.StartAt(start);
+  else
+    loop.LineTo(start);
+  for (std::size_t i = 0; i < count(); ++i) {
+    const bool has_corner = HasCorner(i);
+    const Corner after = has_corner ? CornerAfter(i) : Corner{Kind::kSmooth, {}};
+    AppendStrip(i, after, loop);
+    if (has_corner) AppendCorner(i, after, loop);
+  }
+}
+
+// The short cut is right where the two lines are long enough that the vertex and the points abreast
+// of it lie within the other strip.
+Side::Corner Side::CornerAfter(std::size_t i) const {
+  const Strip& before = At(i);
+  const Strip& after = At(i + 1);
+  const Vec2 t1 = before.arrives, t2 = after.leaves;
+  const double sine = Cross(t1, t2), cosine = Dot(t1, t2), d = std::fabs(distance_);
+  if (cosine > 0 && kSnap * corners_.tol >= d * Length(t1 - t2)) return {Kind::kSmooth, {}};
+  if (d == 0) return {Kind::kSmooth, {}};
+  if (cosine < 0 && kReversal >= std::fabs(sine)) return {Kind::kOuter, {}};
+  if (distance_ * sine > 0) return {Kind::kOuter, {}};
+  if (!(before.is_line && after.is_line && cosine > 0.5)) return {Kind::kInner, {}};
+  const double needed = 2 * d * std::max(std::fabs(sine) / (1 + cosine), std::fabs(sine));
+  const bool is_long =
+      Length(before.end - before.start) > needed && Length(after.end - after.start) > needed;
+  if (!is_long) return {Kind::kInner, {}};
+  return {Kind::kShort, after.start + (distance_ / (1 + cosine)) * Right(t1 + t2)};
+}
+
+void Side::AppendStrip(std::size_t i, const Corner& after, RawLoop& loop) const {
+  const Strip& strip = At(i);
+  NameOffset(strip, loop);
+  for (std::size_t k = 0; k < strip.piece_count; ++k) {
+    const OffsetPiece& piece = list_.pieces[strip.first_piece + k];
+    const bool is_short = after.kind == Kind::kShort && k + 1 == strip.piece_count;
+    loop.Piece(piece, is_short ? after.meet : piece.points[3]);
+  }
+}
+
+void Side::AppendCorner(std::size_t i, const Corner& corner, RawLoop& loop) const {
+  const Strip& before = At(i);
+  const Strip& after = At(i + 1);
+  if (corner.kind == Kind::kShort) return;
+  NameJoint(after, loop);
+  if (corner.kind == Kind::kSmooth) {
+    if (Length(before.Last() - after.First()) > 2 * kSnap * corners_.tol)
+      loop.LineTo(after.First());
+    return;
+  }
+  if (corner.kind == Kind::kInner) {
+    loop.LineTo(after.start);
+  } else {
+    loop.LineTo(before.end + distance_ * Right(before.arrives));
+    AppendJoin(before, after, after.start + distance_ * Right(after.leaves), loop);
+  }
+  loop.LineTo(after.First());
+}
+
+// The tip of a miter is 1 / cos(turn / 2) distances from the vertex.
+void Side::AppendJoin(const Strip& before, const Strip& after, Vec2 end, RawLoop& loop) const {
+  const Vec2 v = after.start, t1 = before.arrives, t2 = after.leaves;
+  if (corners_.join == KURVO_JOIN_ROUND)
+    return loop.ArcTo(v, std::fabs(distance_), distance_ < 0, end);
+  const double open = 1 + Dot(t1, t2);  // 2 cos^2(turn / 2)
+  const bool is_reversal = Dot(t1, t2) < 0 && kReversal >= std::fabs(Cross(t1, t2));
+  const double limit = corners_.miter_limit;
+  if (corners_.join == KURVO_JOIN_MITER && !is_reversal && limit * limit * open >= 2)
+    loop.LineTo(v + (distance_ / open) * Right(t1 + t2));
+  loop.LineTo(end);
+}
+
+}  // namespace kurvo::outline

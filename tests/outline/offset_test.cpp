@@ -1,0 +1,324 @@
+// Regions grown and shrunk, against areas in closed form and distances of points. A long run:
+// KURVO_TEST_CASES=2000 asks a million questions.
+#include <kurvo_outline.h>
+
+#include <algorithm>
+#include <numbers>
+
+#include "support/generator.h"
+
+namespace kurvo_test {
+namespace {
+
+constexpr double kPi = std::numbers::pi;
+
+class Region : public Owner<KurvoRegion, KurvoRegionFree> {
+ public:
+  Region() = default;
+  // Loops with a bar between them.
+  explicit Region(const std::string& text) {
+    Globals g;
+    for (std::size_t from = 0, to; from <= text.size(); from = to + 1) {
+      to = std::min(text.find('|', from), text.size());
+      const Chain loop(text.substr(from, to - from));
+      EXPECT_TRUE(KurvoRegionAdd(get(), loop.get(), 0, &g)) << text;
+    }
+  }
+};
+
+struct Offset {
+  Region region;
+  KurvoReport report;
+  int code;
+};
+
+KurvoOptions Options(double tol = 0) {
+  KurvoOptions options = {};
+  options.size = sizeof options;
+  options.tol = tol;
+  options.flags = KURVO_WITH_ORIGINS;
+  return options;
+}
+
+Offset OffsetOf(const Region& region, double distance, const KurvoOptions& options) {
+  Offset offset;
+  Globals g;
+  KurvoRegionOffset(region.get(), distance, &options, offset.region.get(), &offset.report, &g);
+  offset.code = KurvoErrGet(&g);
+  return offset;
+}
+
+double AreaOf(const Region& region) {
+  Globals g;
+  double area = 0;
+  for (int i = 0; i < region->count; ++i) {
+    KurvoMoments moments;
+    EXPECT_TRUE(KurvoChainMoments(&region->loops[i], &moments, &g));
+    area += moments.area;
+  }
+  return area;
+}
+
+const char kSquare[] = "(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)";
+const char kBackwards[] = "(l 0 0 0 4)(l 0 4 4 4)(l 4 4 4 0)(l 4 0 0 0)";
+const char kHole[] =
+    "(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)|(l 1 1 1 3)(l 1 3 3 3)(l 3 3 3 1)(l 3 1 1 1)";
+const char kEll[] = "(l 0 0 4 0)(l 4 0 4 2)(l 4 2 2 2)(l 2 2 2 4)(l 2 4 0 4)(l 0 4 0 0)";
+const char kTriangle[] = "(l 0 0 4 0)(l 4 0 0 3)(l 0 3 0 0)";
+const char kCircle[] = "(a 0 0 2 0 6.283185307179586)";
+const char kWaist[] =  // two squares and a slot of width 1 between them
+    "(l 0 0 2 0)(l 2 0 2 1)(l 2 1 4 1)(l 4 1 4 0)(l 4 0 6 0)(l 6 0 6 3)(l 6 3 4 3)(l 4 3 4 2)(l 4 "
+    "2 2 2)(l 2 2 2 3)(l 2 3 0 3)(l 0 3 0 0)";
+const char kLens[] =
+    "(a 0 -1 1.4142135623730951 0.7853981633974483 1.5707963267948966)"
+    "(a 0 1 1.4142135623730951 -2.356194490192345 1.5707963267948966)";
+
+TEST(RegionOffset, AreasInClosedForm) {
+  struct Row {
+    const char* region;
+    double distance;
+    int join;
+    double limit;
+    int loops;
+    double area;
+  };
+  const double legs = 3 + 4 + 5;
+  // clang-format off
+  const Row rows[] = {
+      {kSquare, 1, KURVO_JOIN_ROUND, 0, 1, 32 + kPi},
+      {kBackwards, 1, KURVO_JOIN_ROUND, 0, 1, 32 + kPi},
+      {kSquare, 1, KURVO_JOIN_MITER, 0, 1, 36},
+      {kSquare, 1, KURVO_JOIN_MITER, 1.4, 1, 34},
+      {kSquare, 1, KURVO_JOIN_BEVEL, 0, 1, 34},
+      {kSquare, -1, KURVO_JOIN_ROUND, 0, 1, 4},
+      {kSquare, -2.5, KURVO_JOIN_ROUND, 0, 0, 0},
+      {kSquare, -1e9, KURVO_JOIN_ROUND, 0, 0, 0},
+      {kSquare, 4000, KURVO_JOIN_ROUND, 0, 1, 16 + 16 * 4000. + kPi * 16e6},
+      {kHole, .5, KURVO_JOIN_ROUND, 0, 2, 24 + kPi / 4 - 1},
+      {kHole, 1.5, KURVO_JOIN_MITER, 0, 1, 49},
+      {kHole, -.25, KURVO_JOIN_MITER, 0, 2, 3.5 * 3.5 - 2.5 * 2.5},
+      {kHole, -.25, KURVO_JOIN_ROUND, 0, 2, 3.5 * 3.5 - (4 + 2 + kPi / 16)},
+      {kHole, -.6, KURVO_JOIN_ROUND, 0, 0, 0},
+      {kEll, 1, KURVO_JOIN_ROUND, 0, 1, 12 + 16 + 5 * kPi / 4 - 1},
+      {kEll, -.5, KURVO_JOIN_ROUND, 0, 1, 12 - 8 + 5 * .25 - kPi / 16},
+      {kTriangle, .5, KURVO_JOIN_ROUND, 0, 1, 6 + legs / 2 + kPi / 4},
+      {kTriangle, .5, KURVO_JOIN_MITER, 9, 1, 13.5},  // similar, inradius 1.5 of 1
+      {kTriangle, -.5, KURVO_JOIN_BEVEL, 0, 1, 1.5},
+      {kCircle, 1, KURVO_JOIN_ROUND, 0, 1, 9 * kPi},
+      {kCircle, -1, KURVO_JOIN_ROUND, 0, 1, kPi},
+      {kCircle, -2.5, KURVO_JOIN_ROUND, 0, 0, 0},
+      {kWaist, -.6, KURVO_JOIN_MITER, 0, 2, 2 * .8 * 1.8},
+      {kWaist, .5, KURVO_JOIN_MITER, 0, 1, 3 * 4 * 2 + 2},
+      {kWaist, 1.5, KURVO_JOIN_MITER, 0, 1, 9 * 6},
+      {kLens, .5, KURVO_JOIN_ROUND, 0, 1, kPi - 2 + std::sqrt(.5) * kPi + kPi / 4},
+      {"(l 0 0 4 0)(l 4 0 0 0)", 1, KURVO_JOIN_ROUND, 0, 0, 0},
+  };
+  // clang-format on
+  for (const Row& row : rows) {
+    KurvoOptions options = Options();
+    options.join = row.join;
+    options.miter_limit = row.limit;
+    const Offset offset = OffsetOf(Region(row.region), row.distance, options);
+    SCOPED_TRACE(std::string(row.region) + " by " + std::to_string(row.distance) + " join " +
+                 std::to_string(row.join));
+    EXPECT_EQ(offset.code, 0);
+    EXPECT_EQ(offset.region->count, row.loops);
+    EXPECT_NEAR(AreaOf(offset.region), row.area, 1e-7 * std::max(1.0, row.area));
+  }
+}
+
+// A star about the origin, of curves of all types between points on rays; loops of such curves
+// cross themselves as often as not.
+Chain RandomStar(Random& random) {
+  const int n = RandomInt(random, 3, 8);
+  std::vector<XY> points;
+  for (int i = 0; i < n; ++i) {
+    const double angle = 2 * kPi * i / n, r = random.Uniform(1, 6);
+    points.push_back({r * std::cos(angle), r * std::sin(angle)});
+  }
+  std::vector<Owned> curves;
+  for (int i = 0; i < n; ++i)
+    curves.push_back(RandomBetween(random, points[static_cast<std::size_t>(i)],
+                                   points[static_cast<std::size_t>((i + 1) % n)]));
+  return Chain(std::move(curves));
+}
+
+double DistanceTo(const KurvoRegion& region, const Point& q) {
+  Globals g;
+  double least = kInfinity;
+  for (int i = 0; i < region.count; ++i) {
+    KurvoPlace place;
+    double distance;
+    EXPECT_TRUE(KurvoChainNearest(&region.loops[i], q.data(), 1, &place, &distance, &g));
+    least = std::min(least, distance);
+  }
+  return least;
+}
+
+int32_t Where(const KurvoRegion& region, const Point& q) {
+  Globals g;
+  int32_t where = 0;
+  EXPECT_TRUE(KurvoRegionLocate(&region, q.data(), 1, &where, nullptr, &g));
+  return where;
+}
+
+// Points everywhere, and beside the result's own curves.
+TEST(RegionOffset, PointsAreInsideByTheirDistance) {
+  constexpr double kTol = 1e-4;
+  Random random;
+  for (int round = 0; round < Cases(60); ++round) {
+    SCOPED_TRACE(round);
+    Globals g;
+    Region crossed, region;
+    KurvoRegionAdd(crossed.get(), RandomStar(random).get(), 1e-6, &g);
+    KurvoOptions options = Options(kTol);
+    // Distances are measured to what is left of the loop when nothing crosses.
+    ASSERT_TRUE(KurvoRegionSimplify(crossed.get(), &options, region.get(), nullptr, &g));
+    const double distance = random.Uniform(-1.5, 3);
+    const Offset offset = OffsetOf(crossed, distance, options);
+    ASSERT_EQ(offset.code, 0);
+    EXPECT_EQ(offset.report.capped, 0);
+    for (int k = 0; k < 60; ++k) {
+      const XY place = RandomPlace(random, 10);
+      Point q = {place.x, place.y, 0};
+      if (k % 2 && offset.region->count > 0) {
+        const Cvseq& loop = offset.region->loops[RandomInt(random, 0, offset.region->count - 1)];
+        q = PointAt(loop.curves[RandomInt(random, 0, loop.count - 1)], random.Uniform(0, 1));
+        for (int i = 0; i < 2; ++i) q[static_cast<std::size_t>(i)] += random.Uniform(-5, 5) * kTol;
+      }
+      const double beyond = DistanceTo(*region, q) - std::fabs(distance);
+      if (3 * kTol >= std::fabs(beyond)) continue;
+      const bool inside = Where(*region, q) == KURVO_REGION_INSIDE;
+      const bool want = distance > 0 ? inside || beyond < 0 : inside && beyond > 0;
+      EXPECT_EQ(Where(*offset.region, q) == KURVO_REGION_INSIDE, want)
+          << q[0] << " " << q[1] << " distance " << distance << " beyond " << beyond;
+    }
+  }
+}
+
+TEST(RegionOffset, OriginsAndAttributes) {
+  Region region(kHole);
+  for (int i = 0; i < 2; ++i)
+    for (int k = 0; k < 4; ++k) region->loops[i].curves[k].attr = 10 * i + k + 1;
+  const Offset offset = OffsetOf(region, .25, Options());
+  ASSERT_EQ(offset.region->count, 2);
+  const KurvoOrigin* origin = offset.region->origins;
+  ASSERT_NE(origin, nullptr);
+  int joins = 0;
+  for (int i = 0; i < 2; ++i)
+    for (int k = 0; k < offset.region->loops[i].count; ++k, ++origin) {
+      const Curve& curve = offset.region->loops[i].curves[k];
+      EXPECT_EQ(origin->loop, i);
+      if (origin->kind == KURVO_ORIGIN_JOIN) {
+        ++joins;
+        EXPECT_EQ(curve.attr, 0);
+        EXPECT_EQ(origin->from, origin->to);
+        continue;
+      }
+      EXPECT_EQ(origin->kind, KURVO_ORIGIN_OFFSET);
+      EXPECT_EQ(curve.attr, 10 * i + origin->curve + 1);
+      const Curve& source = region->loops[i].curves[origin->curve];
+      for (const double share : {0., .3, 1.}) {
+        const Point p = PointAt(curve, share);
+        const Point q = PointAt(source, origin->from + share * (origin->to - origin->from));
+        EXPECT_NEAR(std::hypot(p[0] - q[0], p[1] - q[1]), .25, 1e-8);
+      }
+    }
+  EXPECT_EQ(joins, 4);
+}
+
+TEST(RegionOffset, CubicsAreFew) {
+  // A letter of four-point curves, size 1000.
+  const Region letter(
+      "(b 412 118 380 40 310 -12 225 -12)(b 225 -12 140 -12 30 80 30 225)(b 30 225 30 370 110 482 "
+      "232 482)"
+      "(b 232 482 354 482 415 395 415 262)(l 415 262 415 240)(l 415 240 128 240)(b 128 240 130 120 "
+      "178 48 258 48)"
+      "(b 258 48 315 48 358 78 388 132)(l 388 132 412 118)");
+  for (const double distance : {10., -10.}) {
+    const Offset offset = OffsetOf(letter, distance, Options(1e-3));
+    int cubics = 0;
+    ASSERT_EQ(offset.region->count, 1);
+    for (int k = 0; k < offset.region->loops[0].count; ++k)
+      cubics += offset.region->loops[0].curves[k].type == CV_BEZIER;
+    EXPECT_LE(cubics, 14) << distance;  // of six, quarters of ellipses most of them
+    EXPECT_LE(offset.report.moved, 1e-3);
+  }
+}
+
+TEST(RegionOffset, OutwardTwiceIsOutwardOnce) {
+  const KurvoOptions options = Options(1e-6);
+  for (const char* text : {kSquare, kHole, kEll, kLens}) {
+    const Offset once = OffsetOf(Region(text), .4, options);
+    const Offset twice = OffsetOf(OffsetOf(Region(text), .15, options).region, .25, options);
+    EXPECT_NEAR(AreaOf(once.region), AreaOf(twice.region), 1e-4) << text;
+  }
+}
+
+TEST(RegionOffset, PowersOfTwoChangeNoBits) {
+  const Offset plain = OffsetOf(Region(kEll), .3, Options());
+  const Offset larger = OffsetOf(
+      Region("(l 0 0 64 0)(l 64 0 64 32)(l 64 32 32 32)(l 32 32 32 64)(l 32 64 0 64)(l 0 64 0 0)"),
+      16 * .3, Options());
+  ASSERT_EQ(plain.region->count, larger.region->count);
+  ASSERT_EQ(plain.region->loops[0].count, larger.region->loops[0].count);
+  for (int k = 0; k < plain.region->loops[0].count; ++k) {
+    Numbers small = AllNumbers(plain.region->loops[0].curves[k]);
+    const Numbers large = AllNumbers(larger.region->loops[0].curves[k]);
+    if (plain.region->loops[0].curves[k].type == CV_ARC) continue;  // whose normals do not grow
+    for (double& number : small) number *= 16;
+    EXPECT_EQ(small, large) << k;
+  }
+}
+
+TEST(RegionOffset, Refusals) {
+  struct Row {
+    double distance;
+    void (*set)(KurvoOptions&);
+    int code;
+  };
+  // clang-format off
+  const Row rows[] = {
+      {NAN, [](KurvoOptions&) {}, KURVO_ERR_NOT_FINITE},
+      {kInfinity, [](KurvoOptions&) {}, KURVO_ERR_NOT_FINITE},
+      {1, [](KurvoOptions& o) { o.join = 3; }, KURVO_ERR_OPTION},
+      {1, [](KurvoOptions& o) { o.join = -1; }, KURVO_ERR_OPTION},
+      {1, [](KurvoOptions& o) { o.miter_limit = .5; }, KURVO_ERR_RANGE},
+      {1, [](KurvoOptions& o) { o.miter_limit = kInfinity; }, KURVO_ERR_NOT_FINITE},
+      {1, [](KurvoOptions& o) { o.tol = -1; }, KURVO_ERR_TOLERANCE},
+      {1, [](KurvoOptions& o) { o.flags = 2; }, KURVO_ERR_OPTION},
+      {1, [](KurvoOptions& o) { o.proceed = [](double, void*) { return 0; }; }, KURVO_ERR_STOPPED},
+      {1, [](KurvoOptions& o) { o.proceed = [](double done, void*) { return done < .5 ? 1 : 0; }; }, KURVO_ERR_STOPPED},
+  };
+  // clang-format on
+  for (const Row& row : rows) {
+    KurvoOptions options = Options();
+    row.set(options);
+    const Offset offset = OffsetOf(Region(kSquare), row.distance, options);
+    EXPECT_EQ(offset.code, row.code) << &row - rows;
+    EXPECT_EQ(offset.region->count, 0);
+  }
+  Globals g;
+  Region square(kSquare);
+  EXPECT_FALSE(KurvoRegionOffset(square.get(), 1, nullptr, square.get(), nullptr, &g));
+  EXPECT_EQ(KurvoErrGet(&g), KURVO_ERR_OPTION);
+  EXPECT_EQ(square->count, 1);
+}
+
+TEST(RegionOffset, ProceedIsToldOfProgress) {
+  KurvoOptions options = Options();
+  std::vector<double> told;
+  options.user = &told;
+  options.proceed = [](double done, void* user) {
+    static_cast<std::vector<double>*>(user)->push_back(done);
+    return 1;
+  };
+  EXPECT_EQ(OffsetOf(Region(kHole), .1, options).code, 0);
+  ASSERT_FALSE(told.empty());
+  EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+  EXPECT_GE(told.front(), 0);
+  EXPECT_LE(told.back(), 1);
+}
+
+}  // namespace
+}  // namespace kurvo_test

@@ -1,0 +1,338 @@
+// Strokes, against areas in closed form, distances of points, and for polylines the union of
+// rectangles, wedges and caps. A long run: KURVO_TEST_CASES=2000.
+#include <kurvo_outline.h>
+
+#include <algorithm>
+#include <numbers>
+
+#include "support/generator.h"
+#include "support/oracle.h"
+
+namespace kurvo_test {
+namespace {
+
+constexpr double kPi = std::numbers::pi;
+
+class Region : public Owner<KurvoRegion, KurvoRegionFree> {};
+
+struct Stroke {
+  Region region;
+  KurvoReport report;
+  int code;
+};
+
+KurvoOptions Options(int join, int cap, double limit = 0, double tol = 0) {
+  KurvoOptions options = {};
+  options.size = sizeof options;
+  options.flags = KURVO_WITH_ORIGINS;
+  options.join = join;
+  options.cap = cap;
+  options.miter_limit = limit;
+  options.tol = tol;
+  return options;
+}
+
+Stroke StrokeOf(const Chain& chain, double left, double right, const KurvoOptions& options) {
+  Stroke stroke;
+  Globals g;
+  KurvoChainStroke(chain.get(), 1, left, right, &options, stroke.region.get(), &stroke.report, &g);
+  stroke.code = KurvoErrGet(&g);
+  return stroke;
+}
+
+double AreaOf(const KurvoRegion& region) {
+  Globals g;
+  double area = 0;
+  for (int i = 0; i < region.count; ++i) {
+    KurvoMoments moments;
+    EXPECT_TRUE(KurvoChainMoments(&region.loops[i], &moments, &g));
+    area += moments.area;
+  }
+  return area;
+}
+
+int32_t Where(const KurvoRegion& region, const Point& q) {
+  Globals g;
+  int32_t where = 0;
+  EXPECT_TRUE(KurvoRegionLocate(&region, q.data(), 1, &where, nullptr, &g));
+  return where;
+}
+
+TEST(ChainStroke, AreasInClosedForm) {
+  struct Row {
+    const char* chain;
+    double left, right;
+    int join, cap;
+    std::vector<double> dashes;
+    double phase;
+    int loops;
+    double area;
+  };
+  constexpr int kRound = KURVO_JOIN_ROUND, kMiter = KURVO_JOIN_MITER, kBevel = KURVO_JOIN_BEVEL;
+  constexpr int kButt = KURVO_CAP_BUTT, kDisc = KURVO_CAP_ROUND, kBox = KURVO_CAP_SQUARE;
+  const char *line = "(l 0 0 10 0)", *corner = "(l 0 0 4 0)(l 4 0 4 4)", *point = "(l 1 1 1 1)";
+  const char* square = "(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)";
+  const char *hairpin = "(l 0 0 4 0)(l 4 0 0 0)", *circle = "(a 0 0 2 0 6.283185307179586)";
+  // clang-format off
+  const Row rows[] = {
+      {line, 1, 1, kRound, kButt, {}, 0, 1, 20},
+      {line, 1, 1, kRound, kDisc, {}, 0, 1, 20 + kPi},
+      {line, 1, 1, kRound, kBox, {}, 0, 1, 24},
+      {line, 0, 1, kRound, kButt, {}, 0, 1, 10},
+      {line, 2, 0, kRound, kDisc, {}, 0, 1, 20 + kPi},
+      {line, 2, 1, kRound, kBox, {}, 0, 1, 30 + 9},
+      {line, 0, 0, kRound, kBox, {}, 0, 0, 0},
+      {corner, 1, 1, kRound, kButt, {}, 0, 1, 16 - 1 + kPi / 4},
+      {corner, 1, 1, kMiter, kButt, {}, 0, 1, 16},
+      {corner, 1, 1, kBevel, kButt, {}, 0, 1, 16 - .5},
+      {corner, 0, 2, kMiter, kButt, {}, 0, 1, 20},
+      {corner, 2, 0, kMiter, kButt, {}, 0, 1, 12},
+      {square, 1, 1, kMiter, kButt, {}, 0, 2, 36 - 4},
+      {square, 1, 1, kRound, kBox, {}, 0, 2, 32 + kPi - 4},
+      {square, 3, 0, kRound, kBox, {}, 0, 1, 16},
+      {square, 0, 1, kBevel, kBox, {}, 0, 2, 34 - 16},
+      {hairpin, 1, 1, kRound, kButt, {}, 0, 1, 8 + kPi / 2 * 2},
+      {hairpin, 1, 1, kBevel, kButt, {}, 0, 1, 8},
+      {circle, 1, 1, kRound, kButt, {}, 0, 2, 8 * kPi},
+      {circle, 3, 1, kRound, kButt, {}, 0, 1, 9 * kPi},
+      {point, 1, 1, kRound, kButt, {}, 0, 0, 0},
+      {point, 1, 1, kRound, kDisc, {}, 0, 1, kPi},
+      {point, 1, 3, kRound, kBox, {}, 0, 1, 16},
+      {line, 1, 1, kRound, kButt, {2, 1}, 0, 4, 14},
+      {line, 1, 1, kRound, kButt, {2, 1}, 1, 4, 2 * (1 + 2 + 2 + 2)},
+      {line, 1, 1, kRound, kButt, {2, 1}, -1, 3, 2 * 6},
+      {line, 1, 1, kRound, kButt, {1}, 0, 5, 10},
+      {line, .1, .1, kRound, kDisc, {0, 4}, 2, 3, 3 * kPi / 100},  // one at the end
+      {line, .1, .1, kRound, kBox, {0, 4}, 0, 3, 3 * .04},
+      {corner, 1, 1, kMiter, kButt, {6, 9}, 1, 1, 10},
+      {square, .5, .5, kMiter, kButt, {8, 8}, 4, 1, 8 - .25},  // begun anew at the corner
+  };
+  // clang-format on
+  for (const Row& row : rows) {
+    KurvoOptions options = Options(row.join, row.cap);
+    options.dash_count = static_cast<int32_t>(row.dashes.size());
+    options.dashes = row.dashes.data();
+    options.phase = row.phase;
+    const Stroke stroke = StrokeOf(Chain(row.chain), row.left, row.right, options);
+    SCOPED_TRACE(&row - rows);
+    EXPECT_EQ(stroke.code, 0);
+    EXPECT_EQ(stroke.region->count, row.loops);
+    EXPECT_NEAR(AreaOf(*stroke.region), row.area, 1e-7);
+  }
+}
+
+// ---- Polylines ----
+
+using Polygon = std::vector<LongPoint>;
+
+LongPoint operator+(const LongPoint& a, const LongPoint& b) { return {a.x + b.x, a.y + b.y}; }
+
+// What a polyline's stroke is the union of; a round join or cap is a disc of which the polygon
+// holds the part that counts.
+class Model {
+ public:
+  Model(const Polygon& p, bool closed, Wide left, Wide right, const KurvoOptions& options)
+      : left_(left), right_(right), options_(options) {
+    const std::size_t n = p.size(), count = closed ? n : n - 1;
+    const auto at = [&](std::size_t i) { return p[i % n]; };
+    const auto along = [&](std::size_t i) { return Unit(at(i % count + 1) - at(i % count)); };
+    for (std::size_t i = 0; i < count; ++i) {
+      const LongPoint normal = Right(along(i));
+      Add({at(i) + right * normal, at(i + 1) + right * normal, at(i + 1) - left * normal,
+           at(i) - left * normal});
+      if (closed || i + 1 < count) AddJoin(at(i + 1), along(i), along(i + 1));
+    }
+    if (closed) return;
+    AddCap(p.back(), along(count - 1), right);
+    AddCap(p.front(), -1 * along(0), left);
+  }
+
+  // 1 inside, 0 outside, -1 too near an edge to tell.
+  int Holds(const LongPoint& q, Wide tol) const {
+    bool inside = false;
+    for (const Piece& piece : pieces_) {
+      Wide depth = piece.radius > 0 ? piece.radius - Gap(q, piece.centre) : 1e9L;
+      const std::size_t n = piece.polygon.size();
+      for (std::size_t i = 0; i < n; ++i) {
+        const LongPoint a = piece.polygon[i], b = piece.polygon[(i + 1) % n];
+        if (Gap(a, b) > 0) depth = std::min(depth, Cross(b - a, q - a) / Gap(a, b));
+      }
+      if (std::fabs(depth) <= tol) return -1;
+      inside = inside || depth > 0;
+    }
+    return inside;
+  }
+
+ private:
+  struct Piece {
+    Polygon polygon;  // convex, counter-clockwise
+    LongPoint centre;
+    Wide radius;
+  };
+  static LongPoint Right(const LongPoint& v) { return {v.y, -v.x}; }
+
+  void Add(Polygon polygon, LongPoint centre = {0, 0}, Wide radius = 0) {
+    if (polygon.size() > 2 && Cross(polygon[1] - polygon[0], polygon[2] - polygon[1]) < 0)
+      std::reverse(polygon.begin(), polygon.end());
+    pieces_.push_back({polygon, centre, radius});
+  }
+
+  void AddJoin(const LongPoint& v, const LongPoint& t1, const LongPoint& t2) {
+    const Wide cosine = Dot(t1, t2), d = Cross(t1, t2) > 0 ? right_ : -left_;
+    const LongPoint a = v + d * Right(t1), b = v + d * Right(t2);
+    if (d == 0) return;
+    const LongPoint tip = v + d / (1 + cosine) * (Right(t1) + Right(t2));
+    const Wide limit = options_.miter_limit;
+    if (options_.join == KURVO_JOIN_ROUND)
+      Add({v, a, v + d * 2 / (1 + cosine) * (Right(t1) + Right(t2)), b}, v, std::fabs(d));
+    else if (options_.join == KURVO_JOIN_MITER && limit * limit * (1 + cosine) >= 2)
+      Add({v, a, tip, b});
+    else
+      Add({v, a, b});
+  }
+
+  void AddCap(const LongPoint& v, const LongPoint& t, Wide to_right) {
+    const Wide half = (left_ + right_) / 2;
+    const LongPoint c = v + (to_right - half) * Right(t), n = half * Right(t);
+    if (options_.cap == KURVO_CAP_BUTT) return;
+    const bool disc = options_.cap == KURVO_CAP_ROUND;
+    Add({c + n, c + n + half * t, c - n + half * t, c - n}, c, disc ? half : 0);
+  }
+
+  Wide left_, right_;
+  const KurvoOptions& options_;
+  std::vector<Piece> pieces_;
+};
+
+TEST(ChainStroke, PolylinesAreUnionsOfTheirParts) {
+  constexpr double kTol = 1e-5;
+  Random random;
+  for (int round = 0; round < Cases(100); ++round) {
+    SCOPED_TRACE(round);
+    Polygon p;
+    for (int n = RandomInt(random, 3, 7); n > 0; --n) {
+      const XY place = RandomPlace(random, 5);
+      p.push_back({place.x, place.y});
+    }
+    const bool closed = Chance(random, .5);
+    std::vector<Owned> curves;
+    for (std::size_t i = 0; i + (closed ? 0 : 1) < p.size(); ++i) {
+      const LongPoint a = p[i], b = p[(i + 1) % p.size()];
+      curves.push_back(Line(double(a.x), double(a.y), double(b.x), double(b.y)));
+    }
+    const double left = Chance(random, .2) ? 0 : random.Uniform(.01, 3);
+    const double right = Chance(random, .2) && left > 0 ? 0 : random.Uniform(.01, 3);
+    const KurvoOptions options =
+        Options(RandomInt(random, 0, 2), RandomInt(random, 0, 2), random.Uniform(1, 9), kTol);
+    const Stroke stroke = StrokeOf(Chain(std::move(curves)), left, right, options);
+    ASSERT_EQ(stroke.code, 0);
+    const Model model(p, closed, left, right, options);
+    for (int k = 0; k < 100; ++k) {
+      const XY q = RandomPlace(random, 9);
+      const int want = model.Holds({q.x, q.y}, 3 * kTol);
+      if (want < 0) continue;
+      EXPECT_EQ(Where(*stroke.region, {q.x, q.y, 0}) == KURVO_REGION_INSIDE, want == 1)
+          << q.x << " " << q.y << " join " << options.join << " cap " << options.cap;
+    }
+  }
+}
+
+TEST(ChainStroke, RoundStrokesHoldWhatIsNear) {
+  constexpr double kTol = 1e-4;
+  Random random;
+  for (int round = 0; round < Cases(60); ++round) {
+    SCOPED_TRACE(round);
+    std::vector<Owned> curves;
+    XY at = RandomPlace(random, 5);
+    const XY start = at;
+    const bool closed = Chance(random, .3);
+    for (int n = RandomInt(random, 2, 4); n > 0; --n) {
+      const XY next = closed && n == 1 ? start : RandomPlace(random, 5);
+      curves.push_back(RandomBetween(random, at, next));
+      at = next;
+    }
+    const Chain chain(std::move(curves));
+    const double width = random.Uniform(.01, 4);
+    KurvoOptions options = Options(KURVO_JOIN_ROUND, KURVO_CAP_ROUND, 0, kTol);
+    options.gap = kInfinity;  // within composites curves meet but for rounding
+    const Stroke stroke = StrokeOf(chain, width, width, options);
+    ASSERT_EQ(stroke.code, 0);
+    EXPECT_EQ(stroke.report.capped, 0);
+    Globals g;
+    for (int k = 0; k < 60; ++k) {
+      const Point on =
+          PointAt(chain[RandomInt(random, 0, chain.count() - 1)], random.Uniform(0, 1));
+      const double angle = random.Uniform(0, 2 * kPi);
+      const double away =
+          Chance(random, .5) ? width + random.Uniform(-9, 9) * kTol : random.Uniform(0, 6);
+      const Point q = {on[0] + away * std::cos(angle), on[1] + away * std::sin(angle), 0};
+      KurvoPlace place;
+      double distance;
+      ASSERT_TRUE(KurvoChainNearest(chain.get(), q.data(), 1, &place, &distance, &g));
+      if (3 * kTol >= std::fabs(distance - width)) continue;
+      EXPECT_EQ(Where(*stroke.region, q) == KURVO_REGION_INSIDE, distance < width)
+          << q[0] << " " << q[1] << " width " << width << " distance " << distance;
+    }
+  }
+}
+
+TEST(ChainStroke, OriginsNameChains) {
+  Chain chain("(l 0 0 4 0)(l 4.5 0 4.5 4)");
+  chain[0].attr = 1;
+  chain[1].attr = 2;
+  KurvoOptions options = Options(KURVO_JOIN_MITER, KURVO_CAP_SQUARE);
+  EXPECT_EQ(StrokeOf(chain, 1, 1, options).code, KURVO_ERR_CHAIN_ENDS);
+  options.gap = .5;
+  const Stroke stroke = StrokeOf(chain, 1, 1, options);
+  ASSERT_EQ(stroke.code, 0);
+  EXPECT_EQ(stroke.report.gaps, 1);
+  ASSERT_EQ(stroke.region->count, 1);
+  int counts[5] = {};
+  for (int k = 0; k < stroke.region->loops[0].count; ++k) {
+    const KurvoOrigin& origin = stroke.region->origins[k];
+    ++counts[origin.kind];
+    const bool is_offset = origin.kind == KURVO_ORIGIN_OFFSET;
+    EXPECT_EQ(stroke.region->loops[0].curves[k].attr, is_offset ? origin.curve + 1 : 0) << k;
+  }
+  EXPECT_EQ(counts[KURVO_ORIGIN_OFFSET], 4);
+  EXPECT_GE(counts[KURVO_ORIGIN_CAP], 2);
+  EXPECT_GE(counts[KURVO_ORIGIN_BRIDGE], 1);
+}
+
+TEST(ChainStroke, Refusals) {
+  struct Row {
+    double left, right;
+    void (*set)(KurvoOptions&);
+    int code;
+  };
+  static const double kBad[] = {1, -1}, kNone[] = {0, 0}, kEndless[] = {1, kInfinity},
+                      kShort[] = {1e-9, 1e-9};
+  // clang-format off
+  const Row rows[] = {
+      {-1, 1, [](KurvoOptions&) {}, KURVO_ERR_RANGE},
+      {1, kInfinity, [](KurvoOptions&) {}, KURVO_ERR_NOT_FINITE},
+      {1, NAN, [](KurvoOptions&) {}, KURVO_ERR_NOT_FINITE},
+      {1, 1, [](KurvoOptions& o) { o.cap = 3; }, KURVO_ERR_OPTION},
+      {1, 1, [](KurvoOptions& o) { o.join = 3; }, KURVO_ERR_OPTION},
+      {1, 1, [](KurvoOptions& o) { o.miter_limit = .9; }, KURVO_ERR_RANGE},
+      {1, 1, [](KurvoOptions& o) { o.dash_count = 1; }, KURVO_ERR_OPTION},
+      {1, 1, [](KurvoOptions& o) { o.dash_count = -1; }, KURVO_ERR_OPTION},
+      {1, 1, [](KurvoOptions& o) { o.dash_count = 2, o.dashes = kBad; }, KURVO_ERR_RANGE},
+      {1, 1, [](KurvoOptions& o) { o.dash_count = 2, o.dashes = kNone; }, KURVO_ERR_RANGE},
+      {1, 1, [](KurvoOptions& o) { o.dash_count = 2, o.dashes = kEndless; }, KURVO_ERR_NOT_FINITE},
+      {1, 1, [](KurvoOptions& o) { o.dash_count = 2, o.dashes = kShort; }, KURVO_ERR_TOO_LARGE},
+      {1, 1, [](KurvoOptions& o) { o.phase = kInfinity; }, KURVO_ERR_NOT_FINITE},
+      {1, 1, [](KurvoOptions& o) { o.proceed = [](double, void*) { return 0; }; }, KURVO_ERR_STOPPED},
+  };
+  // clang-format on
+  for (const Row& row : rows) {
+    KurvoOptions options = Options(KURVO_JOIN_ROUND, KURVO_CAP_ROUND);
+    row.set(options);
+    const Stroke stroke = StrokeOf(Chain("(l 0 0 9 0)"), row.left, row.right, options);
+    EXPECT_EQ(stroke.code, row.code) << &row - rows;
+    EXPECT_EQ(stroke.region->count, 0);
+  }
+}
+
+}  // namespace
+}  // namespace kurvo_test
