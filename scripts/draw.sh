@@ -14,7 +14,7 @@ for sample in samples/*.svg; do
   picture=build/pictures/${sample##*/}
   echo
   echo "== $sample"
-  build/release/tools/kurvo draw "$sample" -o "$picture"
+  build/release/tools/kurvo draw "$sample" --picture "$picture"
 done
 echo
 echo "The pictures, for any browser:"

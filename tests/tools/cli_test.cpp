@@ -5,8 +5,8 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include "cli/output.h"
 #include "cli/progress.h"
+#include "cli/whole_file.h"
 #include "support.h"
 
 namespace kurvo::tools {

@@ -9,7 +9,7 @@ namespace kurvo::tools {
 // A command and what it does once its options are read.
 struct Command {
   CLI::App* options;
-  std::function<void()> run;
+  std::function<int()> run;  // the exit status
 };
 
 Command AddDistanceCommand(CLI::App& app);

@@ -11,14 +11,11 @@
 
 #include "cli/commands.h"
 #include "cli/output.h"
+#include "cli/whole_file.h"
 #include "svg/input.h"
 
 namespace kurvo::tools {
 namespace {
-
-constexpr int kSuccess = 0;
-constexpr int kFailure = 1;   // wrong options, or the output could not be written
-constexpr int kBadInput = 2;  // the input cannot be read
 
 // The first word that the parser could not place, "drow" of "kurvo drow part.svg", says more than
 // what it misses for that reason.
@@ -48,18 +45,23 @@ int Run(int argc, char** argv) {
     return "kurvo: " + OneLine(Problem(*parser, error)) + " (try --help)\n";
   });
   app.footer(
-      "Examples:\n  kurvo draw part.svg -o curves.svg\n"
-      "  kurvo intersect part.svg tool.svg -o crossings.svg\n"
-      "  kurvo measure part.svg --near 120,45\n"
-      "  kurvo locate part.svg 10,20 --grid 90 -o region.svg\n"
+      "Examples:\n  kurvo draw part.svg --picture curves.svg\n"
+      "  kurvo draw part.svg --biarcs 0.01mm -o arcs.svg\n"
+      "  kurvo intersect part.svg tool.svg --picture crossings.svg\n"
+      "  kurvo measure part.svg --near 120,45 --unit mm\n"
+      "  kurvo locate part.svg 10,20 --grid 90 --picture region.svg\n"
       "  kurvo split part.svg --parts=12 -o pieces.svg\n"
-      "  kurvo join loose.svg --gap 0.05 -o joined.svg\n"
-      "  kurvo offset part.svg -d 2 -o offset.svg\n"
-      "  kurvo distance part.svg tool.svg -o links.svg\n"
+      "  kurvo join loose.svg --gap 0.05mm -o joined.svg\n"
+      "  kurvo offset part.svg -d 2mm -o offset.svg\n"
+      "  kurvo distance part.svg tool.svg --picture links.svg\n"
       "  kurvo fit points.csv --order 4 -o curve.svg\n\n"
-      "Exit status: 0 done; 1 wrong options, or the output cannot be written; 2 the input cannot "
-      "be\nread. Each fault is one line on standard error; no output file is then made or "
-      "changed.");
+      "-o writes the result as a drawing of its curves alone, at the scale of the source, "
+      "--picture "
+      "explains\nit; the file - is standard input or output. Lengths take the units mm, cm, in, "
+      "pt, pc "
+      "and px;\nwithout one they are in units of the drawing.\n\n"
+      "Exit status: 0 done; 1 wrong options, or an output cannot be written; 2 an input cannot be "
+      "read.\nEach fault is one line on standard error; no output file is then made or changed.");
   const Command commands[] = {
       AddDrawCommand(app),   AddIntersectCommand(app), AddMeasureCommand(app),
       AddLocateCommand(app), AddSplitCommand(app),     AddJoinCommand(app),
@@ -73,7 +75,7 @@ int Run(int argc, char** argv) {
     return status == 0 ? kSuccess : kFailure;
   }
   for (const Command& command : commands) {
-    if (command.options->parsed()) command.run();
+    if (command.options->parsed()) return command.run();
   }
   return kSuccess;
 }

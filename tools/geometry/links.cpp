@@ -52,6 +52,12 @@ std::vector<Link> FindLinks(Library& library, const CurveList& first, const Curv
   return links;
 }
 
+std::vector<OwnedCurve> LinesOf(const std::vector<Link>& links) {
+  std::vector<OwnedCurve> lines;
+  for (const Link& link : links) lines.push_back(OwnedCurve::Line(link.from, link.to));
+  return lines;
+}
+
 const Link* Shortest(const std::vector<Link>& links) {
   const auto shortest =
       std::min_element(links.begin(), links.end(),

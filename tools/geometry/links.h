@@ -22,6 +22,9 @@ struct Link {
 // order; none when one of the drawings is empty.
 std::vector<Link> FindLinks(Library& library, const CurveList& first, const CurveList& second);
 
+// A line for each of them.
+std::vector<OwnedCurve> LinesOf(const std::vector<Link>& links);
+
 // The first of the shortest; null without links.
 const Link* Shortest(const std::vector<Link>& links);
 

@@ -66,6 +66,44 @@ std::string OutlineTable(Library& library, const Drawing& drawing) {
   return table.Text();
 }
 
+std::string OutlineJson(Library& library, const std::string& name, const Drawing& drawing) {
+  std::vector<Json> records;
+  ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
+    Totals own;
+    for (const OwnedCurve& curve : outline.curves) own.Add(library, curve);
+    Json& record = records.emplace_back();
+    record["outline"] = label;
+    record["closed"] = outline.closed;
+    for (std::size_t i = 0; i < std::size(kTypes); ++i)
+      record[std::string(TypeName(kTypes[i]))] = own.counts[i];
+    record["degree"] = own.degree;
+    record["start"] = StartOf(library, outline.curves.front());
+    record["end"] = EndOf(library, outline.curves.back());
+    record["box"] = own.box;
+  });
+  JsonLines json;
+  json.Add("file", name);
+  json.AddList("outlines", records, [](const Json& record, std::size_t) { return record; });
+  return json.Take();
+}
+
+std::string OffsetJson(Library& library, const std::string& name,
+                       const std::vector<OutlineOffset>& offsets) {
+  JsonLines json;
+  json.Add("file", name);
+  json.AddList("offsets", offsets, [&](const OutlineOffset& offset, std::size_t) -> Json {
+    Bounds box;
+    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(library, piece));
+    return {{"outline", offset.label},
+            {"closed", offset.source->closed},
+            {"curves", offset.source->curves.size()},
+            {"distance", offset.distance},
+            {"pieces", offset.pieces.size()},
+            {"box", box.IsEmpty() ? Json() : Json(box)}};
+  });
+  return json.Take();
+}
+
 std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offsets) {
   TextTable table(
       {{"outline"}, {""}, {"curves", kRight}, {"distance", kRight}, {"pieces", kRight}, {"box"}});

@@ -139,6 +139,11 @@ std::optional<double> Length(const pugi::xml_node& element, const char* attribut
                              const Viewport& viewport) {
   const std::string_view text = element.attribute(attribute).value();
   if (Trimmed(text).empty() || Trimmed(text) == "auto") return std::nullopt;
+  return ParseLength(attribute, text, axis, viewport);
+}
+
+double ParseLength(std::string_view attribute, std::string_view text, Axis axis,
+                   const Viewport& viewport) {
   TextScanner in(attribute, text);
   in.SkipSpace();
   const double number = in.Number();

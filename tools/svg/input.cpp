@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 
 namespace kurvo::tools {
@@ -30,6 +31,7 @@ std::string Excerpt(std::string_view text) {
 }
 
 std::string ReadWholeFile(const std::string& path) {
+  if (path == kStandardStream) return {std::istreambuf_iterator<char>(std::cin), {}};
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) {
     throw InputError(OneLine(path) + ": is a directory");

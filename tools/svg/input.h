@@ -37,7 +37,10 @@ std::string OneLine(std::string_view text);
 // The same, cut when it is long.
 std::string Excerpt(std::string_view text);
 
-// All bytes of a file. Throws InputError.
+// The file name of standard input and of standard output.
+inline constexpr std::string_view kStandardStream = "-";
+
+// All bytes of a file, or of standard input. Throws InputError.
 std::string ReadWholeFile(const std::string& path);
 
 // Numbers above this are refused: doubles there are further apart than any drawing is fine.

@@ -1,10 +1,12 @@
 #include "svg/reader.h"
 
+#include <fmt/format.h>
 #include <utf8.h>
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <map>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -13,6 +15,7 @@
 #include "svg/document.h"
 #include "svg/input.h"
 #include "svg/shapes.h"
+#include "svg/sheet.h"
 
 namespace kurvo::tools {
 namespace {
@@ -21,6 +24,7 @@ constexpr int kMaxUseDepth = 32;          // use inside what use shows
 constexpr int kMaxNamedUses = 4;          // of them in the name of a shape
 constexpr int kMaxUsedElements = 200000;  // that use elements show, all together
 constexpr std::size_t kMaxCurves = 5000000;
+constexpr std::string_view kLayer = "layer";
 
 // What an element inherits.
 struct Context {
@@ -28,6 +32,8 @@ struct Context {
   Viewport viewport;
   bool visible = true;
   bool even_odd = false;
+  Paint paint;            // the width of strokes in the units around
+  std::size_t group = 0;  // into Drawing::groups
   int use_depth = 0;
   std::string users;  // labels of the use elements around, each with a '/' after it
 };
@@ -35,7 +41,8 @@ struct Context {
 // Walks the tree with a stack of its own, so that nesting is limited by memory alone.
 class SvgReader {
  public:
-  SvgReader(Library& library, const std::string& path) : library_(library), document_(path) {}
+  SvgReader(Library& library, const std::string& path, const ReadOptions& options)
+      : library_(library), options_(options), document_(path) {}
 
   Drawing Read() {
     Context context;
@@ -48,6 +55,7 @@ class SvgReader {
       }
       AtElement(pending.element, pending.context, [&] { Visit(pending.element, pending.context); });
     }
+    NoteSkipped();
     return std::move(drawing_);
   }
 
@@ -79,6 +87,12 @@ class SvgReader {
       context.viewport.width = Size(root, "width", Axis::kX, {}).value_or(0);
       context.viewport.height = Size(root, "height", Axis::kY, {}).value_or(0);
     }
+    drawing_.sheet = ReadSheet(root);
+    if (options_.mm_per_unit > 0) {
+      const double factor = drawing_.sheet.mm_per_unit / options_.mm_per_unit;
+      drawing_.sheet = drawing_.sheet.Scaled(factor);
+      context.map = Scaling(factor, factor);
+    }
     if (Inherit(root, context)) PushChildren(root, context);
   }
 
@@ -94,9 +108,9 @@ class SvgReader {
     // What is neither a shape nor a group (defs, clipPath, metadata, ...) shows nothing here.
     const bool is_shape = IsShape(name);
     if ((!is_shape && !IsGroup(name)) || !Inherit(element, context)) return;
-    if (is_shape) {
-      AddShape(name, element, context);
-    } else if (name == "svg") {
+    if (is_shape) return AddShape(name, element, context);
+    OpenGroup(name, element, context);
+    if (name == "svg") {
       EnterViewport(element, element, context);
     } else if (name == "switch") {
       EnterSwitch(element, context);
@@ -111,9 +125,26 @@ class SvgReader {
     return name == "g" || name == "a" || name == "svg" || name == "switch" || name == "use";
   }
 
+  // Groups, and others around elements where they have a name.
+  void OpenGroup(std::string_view name, const pugi::xml_node& element, Context& context) {
+    const Group group = {context.group, element.attribute("id").value(),
+                         element.attribute("inkscape:label").value(),
+                         element.attribute("inkscape:groupmode").value() == kLayer};
+    if (name != "g" && group.id.empty()) return;
+    context.group = drawing_.groups.size();
+    drawing_.groups.push_back(group);
+  }
+
   void CountSkipped(std::string_view name, const pugi::xml_node& element, const Context& context) {
     const bool shown = context.visible && Property(element, "display") != "none";
-    if (shown) ++drawing_.skipped[std::string(name)];
+    if (shown) ++skipped_[std::string(name)];
+  }
+
+  void NoteSkipped() {
+    for (const auto& [name, count] : skipped_) {
+      drawing_.notes.push_back(fmt::format("note: {} {} element{} no outline", count, name,
+                                           count == 1 ? " has" : "s have"));
+    }
   }
 
   // Takes over what the attributes of `element` change for it and for what it contains. Result:
@@ -124,11 +155,32 @@ class SvgReader {
     if (!visibility.empty() && visibility != "inherit") context.visible = visibility == "visible";
     const std::string fill_rule = Property(element, "fill-rule");
     if (!fill_rule.empty() && fill_rule != "inherit") context.even_odd = fill_rule == "evenodd";
+    InheritPaint(element, context);
 
     context.map = context.map * OwnMap(element);
     const double determinant = context.map.Determinant();
     if (!std::isfinite(determinant)) throw ElementError("transform", 0, "out of range");
     return determinant != 0;  // what a transform flattens is not displayed
+  }
+
+  static void InheritPaint(const pugi::xml_node& element, Context& context) {
+    const auto take = [&](std::string_view name, std::string& colour) {
+      const std::string value = Property(element, name);
+      if (value.empty() || value == "inherit") return;
+      // Gradients and patterns stay behind, and so does what colour is current.
+      const bool is_plain = value.find("url(") == std::string::npos && value != "currentColor";
+      colour = is_plain ? value : "#000";
+    };
+    take("fill", context.paint.fill);
+    take("stroke", context.paint.stroke);
+    const std::string width = Property(element, "stroke-width");
+    if (width.empty() || width == "inherit") return;
+    try {
+      context.paint.stroke_width =
+          ParseLength("stroke-width", width, Axis::kDiagonal, context.viewport);
+    } catch (const ElementError&) {
+      // Paint is no reason to refuse an outline.
+    }
   }
 
   static Affine OwnMap(const pugi::xml_node& element) {
@@ -226,6 +278,10 @@ class SvgReader {
     shape.label = context.users + document_.Label(element);
     shape.even_odd = context.even_odd;
     shape.outlines = pen.Finish();
+    shape.id = element.attribute("id").value();
+    shape.group = context.group;
+    shape.paint = context.paint;
+    shape.paint.stroke_width *= std::sqrt(std::fabs(context.map.Determinant()));
     if (shape.outlines.empty()) return;
     for (const Outline& outline : shape.outlines) curve_count_ += outline.curves.size();
     if (curve_count_ > kMaxCurves) {
@@ -235,9 +291,11 @@ class SvgReader {
   }
 
   Library& library_;
+  const ReadOptions options_;
   const SvgDocument document_;
   std::vector<Pending> stack_;
   Drawing drawing_;
+  std::map<std::string, int> skipped_;  // elements without outline, by name
   int used_elements_ = 0;
   std::size_t curve_count_ = 0;
 };
@@ -254,8 +312,8 @@ Point ParseLine(TextScanner& scanner) {
 
 }  // namespace
 
-Drawing ReadSvg(Library& library, const std::string& path) {
-  return SvgReader(library, path).Read();
+Drawing ReadSvg(Library& library, const std::string& path, const ReadOptions& options) {
+  return SvgReader(library, path, options).Read();
 }
 
 std::vector<Point> ReadPoints(Library& library, const std::string& path) {

@@ -9,9 +9,13 @@
 
 namespace kurvo::tools {
 
+struct ReadOptions {
+  double mm_per_unit = 0;  // of the units that the drawing is taken in; 0: its own
+};
+
 // The shapes of the file that are displayed, whatever they are painted with, in the coordinates of
-// the outermost viewBox; y points as in the file. Throws InputError.
-Drawing ReadSvg(Library& library, const std::string& path);
+// the outermost viewBox or scaled to other units; y points as in the file. Throws InputError.
+Drawing ReadSvg(Library& library, const std::string& path, const ReadOptions& options = {});
 
 // The points of a file with one on each line, "x,y" or "x y"; empty lines and lines that begin with
 // # say nothing. There are at least two, and no neighbours are the same. Throws InputError, which
