@@ -97,8 +97,7 @@ Command AddDrawCommand(CLI::App& app) {
   AddPictureOptions(*draw, options->picture, options->stroke_width);
   draw->footer(
       "Lines become line records, circular arcs arc records, other arcs of ellipses rational "
-      "Beziers,\nquadratic and cubic curves Beziers. Paint, clipping and style sheets are not "
-      "looked at.");
+      "Beziers,\nquadratic and cubic curves Beziers. Clip paths and masks are not looked at.");
   return {draw, [options] {
             options->picture.alternate = options->biarcs.number > 0;
             // Centres of flat arcs lie far out.

@@ -54,14 +54,16 @@ LengthOption ParseLengthOption(const std::string& name, const std::string& text,
 }
 
 Drawing ReadDrawing(Library& library, const std::string& path, const InputOptions& options) {
-  if (options.unit.empty()) return ReadSvg(library, path);
-  Drawing drawing = ReadSvg(library, path, {.mm_per_unit = *MillimetresOf(options.unit)});
-  if (options.unit != "px") NoteAssumption(drawing);
+  const double mm = options.unit.empty() ? 0 : *MillimetresOf(options.unit);
+  Drawing drawing = ReadSvg(library, path, {.strict = options.strict, .mm_per_unit = mm});
+  if (mm > 0 && options.unit != "px") NoteAssumption(drawing);
   return drawing;
 }
 
-Drawing ReadBeside(Library& library, const std::string& path, const InputOptions&, Drawing& first) {
-  Drawing second = ReadSvg(library, path, {.mm_per_unit = first.sheet.mm_per_unit});
+Drawing ReadBeside(Library& library, const std::string& path, const InputOptions& options,
+                   Drawing& first) {
+  Drawing second =
+      ReadSvg(library, path, {.strict = options.strict, .mm_per_unit = first.sheet.mm_per_unit});
   if (first.sheet.physical != second.sheet.physical) {
     NoteAssumption(first);
     NoteAssumption(second);

@@ -9,7 +9,8 @@
 namespace kurvo::tools {
 
 struct InputOptions {
-  std::string unit;  // that drawings are taken in; empty for their own
+  bool strict = false;  // whether an element that cannot be read ends all
+  std::string unit;     // that drawings are taken in; empty for their own
 };
 
 // A length that was given with or without a unit.

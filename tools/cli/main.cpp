@@ -61,7 +61,8 @@ int Run(int argc, char** argv) {
       "pt, pc "
       "and px;\nwithout one they are in units of the drawing.\n\n"
       "Exit status: 0 done; 1 wrong options, or an output cannot be written; 2 an input cannot be "
-      "read.\nEach fault is one line on standard error; no output file is then made or changed.");
+      "read;\n3 done, but without elements that cannot be read. Each fault is one line on standard "
+      "error; with 1\nand 2 no output file is made or changed.");
   const Command commands[] = {
       AddDrawCommand(app),   AddIntersectCommand(app), AddMeasureCommand(app),
       AddLocateCommand(app), AddSplitCommand(app),     AddJoinCommand(app),

@@ -64,6 +64,9 @@ void AddReading(CLI::App& command, InputOptions& options) {
           },
           ""))
       ->type_name("UNIT");
+  command.add_flag("--strict", options.strict,
+                   "Refuse a drawing with an element that cannot be read, instead of leaving it "
+                   "out");
 }
 
 CLI::Option* AddLength(CLI::App& command, const std::string& name, LengthOption& length, double low,

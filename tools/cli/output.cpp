@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
@@ -18,6 +19,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::size_t kMostFaults = 20;  // that are named
+
 void RefuseSource(const std::vector<Source>& sources, const std::string& output) {
   for (const Source& source : sources) {
     std::error_code ignored;
@@ -30,9 +33,21 @@ void RefuseSource(const std::vector<Source>& sources, const std::string& output)
 void Note(const std::vector<Source>& sources) {
   for (const Source& source : sources) {
     if (source.drawing == nullptr) continue;
-    for (const std::string& note : source.drawing->notes)
-      std::cerr << "kurvo: " << OneLine(source.path) << ": " << note << "\n";
+    const std::string start = "kurvo: " + OneLine(source.path) + ": ";
+    const std::vector<std::string>& faults = source.drawing->faults;
+    const std::size_t named = std::min(faults.size(), kMostFaults);
+    for (std::size_t i = 0; i < named; ++i) std::cerr << start << "left out: " << faults[i] << "\n";
+    if (faults.size() > named) {
+      std::cerr << start << "left out: " << faults.size() - named << " more elements\n";
+    }
+    for (const std::string& note : source.drawing->notes) std::cerr << start << note << "\n";
   }
+}
+
+bool HasFaults(const std::vector<Source>& sources) {
+  return std::any_of(sources.begin(), sources.end(), [](const Source& source) {
+    return source.drawing != nullptr && !source.drawing->faults.empty();
+  });
 }
 
 // The unit of what is printed, where it is known or was asked for; empty for units of the drawing.
@@ -102,7 +117,7 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
   Write(options.drawing, drawing);
   Note(sources);
   Print(report);
-  return kSuccess;
+  return HasFaults(sources) ? kLeftOut : kSuccess;
 }
 
 }  // namespace kurvo::tools

@@ -16,6 +16,7 @@ bool EndMeetsStart(Library& library, const Outline& outline) {
 template <class Remake>
 Drawing Remade(const Drawing& drawing, const Remake& remake) {
   Drawing remade;
+  remade.faults = drawing.faults;
   remade.notes = drawing.notes;
   remade.groups = drawing.groups;
   remade.sheet = drawing.sheet;

@@ -67,7 +67,8 @@ struct Drawing {
   std::vector<Shape> shapes;  // in drawing order
   std::vector<Group> groups = {{}};
   Sheet sheet = {};
-  std::vector<std::string> notes;  // lines about the file: what of it was not read, for one
+  std::vector<std::string> faults;  // of elements that were left out, a line each
+  std::vector<std::string> notes;   // lines about the file: what of it was not read, for one
 };
 
 // Calls step(outline, label), or step(outline, label, shape) with the number of the shape, for all

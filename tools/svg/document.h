@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "svg/style_sheet.h"
+
 namespace kurvo::tools {
 
 class SvgDocument {
@@ -21,6 +23,8 @@ class SvgDocument {
   std::string_view LocalName(const pugi::xml_node& element) const;
   // The element with that id; empty when there is none.
   pugi::xml_node ById(std::string_view id) const;
+  // What style elements say; their rules are in the style attributes of the elements already.
+  const StyleSheet& Style() const { return style_; }
   // Where its tag begins in the file.
   static std::ptrdiff_t Offset(const pugi::xml_node& element) { return element.offset_debug() - 1; }
   // "path#id", or "path[3]" for the third path of the file.
@@ -29,9 +33,11 @@ class SvgDocument {
  private:
   void Parse(const std::string& bytes);
   void IndexElements();
+  void ApplyStyle();
 
   std::string path_;
   pugi::xml_document tree_;
+  StyleSheet style_;
   std::string prefix_;  // "svg:" where the file names its elements so
   std::map<std::string, pugi::xml_node, std::less<>> by_id_;
   std::map<std::ptrdiff_t, int> ordinals_;  // by offset in the file: among elements of its name

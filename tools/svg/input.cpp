@@ -45,6 +45,12 @@ std::string ReadWholeFile(const std::string& path) {
 
 bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
 
+std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
+  return text;
+}
+
 bool TextScanner::Accept(char c) {
   if (AtEnd() || text_[position_] != c) return false;
   ++position_;

@@ -25,9 +25,18 @@ class ElementError : public std::runtime_error {
                            ": " + problem),
         has_offset_(true) {}
 
+  // What makes the whole drawing one that cannot be read.
+  static ElementError Limit(const std::string& problem) {
+    ElementError error(problem);
+    error.is_limit_ = true;
+    return error;
+  }
+
   bool HasOffset() const { return has_offset_; }
+  bool IsLimit() const { return is_limit_; }
 
  private:
+  bool is_limit_ = false;
   bool has_offset_ = false;
 };
 
@@ -87,5 +96,8 @@ class TextScanner {
 };
 
 bool IsSpace(char c);
+
+// Without spaces at its ends.
+std::string_view Trimmed(std::string_view text);
 
 }  // namespace kurvo::tools

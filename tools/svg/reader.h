@@ -10,6 +10,9 @@
 namespace kurvo::tools {
 
 struct ReadOptions {
+  // Whether an element that cannot be read is an InputError; otherwise it is one of the drawing's
+  // faults and left out with what is in it.
+  bool strict = false;
   double mm_per_unit = 0;  // of the units that the drawing is taken in; 0: its own
 };
 
