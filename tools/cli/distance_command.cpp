@@ -1,8 +1,11 @@
 // kurvo distance: the shortest links between two drawings.
+#include <unistd.h>
+
 #include <memory>
 
 #include "cli/commands.h"
 #include "cli/options.h"
+#include "cli/progress.h"
 #include "picture/pictures.h"
 
 namespace kurvo::tools {
@@ -21,7 +24,10 @@ int RunDistance(const DistanceOptions& options) {
   const Drawing second = ReadBeside(library, options.second, options.reading, first);
   const CurveList first_curves = ListCurves(library, first);
   const CurveList second_curves = ListCurves(library, second);
-  const std::vector<Link> links = FindLinks(library, first_curves, second_curves);
+  const std::vector<Link> links = [&] {
+    Progress progress(STDERR_FILENO, "linked", first_curves.curves.size());
+    return FindLinks(first_curves, second_curves, [&] { progress.Step(); });
+  }();
   const LinkReport report = {BaseName(options.first), BaseName(options.second), first_curves,
                              second_curves, links};
   const std::vector<OwnedCurve> lines = LinesOf(links);

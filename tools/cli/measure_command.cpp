@@ -20,16 +20,15 @@ struct MeasureOptions {
   std::optional<Point> near;
 };
 
-std::vector<OutlineMeasures> MeasureAll(Library& library, const Drawing& drawing,
-                                        const std::optional<Point>& near) {
+std::vector<OutlineMeasures> MeasureAll(const Drawing& drawing, const std::optional<Point>& near) {
   Progress progress(STDERR_FILENO, "measured", CurveCount(drawing));
-  return Measure(library, drawing, near, [&] { progress.Step(); });
+  return Measure(drawing, near, [&] { progress.Step(); });
 }
 
 int RunMeasure(const MeasureOptions& options) {
   Library library;
   const Drawing drawing = ReadDrawing(library, options.input, options.reading);
-  const std::vector<OutlineMeasures> outlines = MeasureAll(library, drawing, options.near);
+  const std::vector<OutlineMeasures> outlines = MeasureAll(drawing, options.near);
   const MeasureReport report = {OneLine(options.input), options.near, outlines};
   return Deliver(library, options.reading, options.output, {{options.input, &drawing}},
                  {.drawing = nullptr,

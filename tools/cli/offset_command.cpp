@@ -25,20 +25,19 @@ struct OffsetOptions {
   LengthOption tolerance;  // 0: the usual part of the distance
 };
 
-std::vector<OutlineOffset> Offset(Library& library, Drawing& drawing,
-                                  const OffsetOptions& options) {
+std::vector<OutlineOffset> Offset(Drawing& drawing, const OffsetOptions& options) {
   std::vector<double> distances;
   for (const LengthOption& distance : options.distances) distances.push_back(distance.In(drawing));
   std::optional<double> tolerance;
   if (options.tolerance.number > 0) tolerance = options.tolerance.In(drawing);
   Progress progress(STDERR_FILENO, "offset", CurveCount(drawing) * distances.size());
-  return OffsetOutlines(library, drawing, distances, tolerance, [&] { progress.Step(); });
+  return OffsetOutlines(drawing, distances, tolerance, [&] { progress.Step(); });
 }
 
 int RunOffset(const OffsetOptions& options) {
   Library library;
   Drawing drawing = ReadDrawing(library, options.input, options.reading);
-  const std::vector<OutlineOffset> offsets = Offset(library, drawing, options);
+  const std::vector<OutlineOffset> offsets = Offset(drawing, options);
   const std::string name = BaseName(options.input);
   return Deliver(
       library, options.reading, options.output, {{options.input, &drawing}},

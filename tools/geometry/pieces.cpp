@@ -5,6 +5,8 @@
 #include <iterator>
 #include <utility>
 
+#include "geometry/parallel.h"
+
 namespace kurvo::tools {
 namespace {
 
@@ -86,19 +88,20 @@ std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawin
   });
 }
 
-std::vector<OutlineOffset> OffsetOutlines(Library& library, const Drawing& drawing,
+std::vector<OutlineOffset> OffsetOutlines(const Drawing& drawing,
                                           const std::vector<double>& distances,
                                           const std::optional<double>& tolerance,
                                           const CurveDone& done) {
   std::vector<OutlineOffset> offsets;
-  ForEachOutline(
-      drawing, [&](const Outline& outline, const std::string& label, std::size_t element) {
-        for (const double distance : distances) {
-          offsets.push_back({label, &outline, distance, {}, element});
-          OffsetOutline(library, tolerance.value_or(kOffsetTolerance * std::fabs(distance)), done,
-                        offsets.back());
-        }
-      });
+  ForEachOutline(drawing,
+                 [&](const Outline& outline, const std::string& label, std::size_t element) {
+                   for (const double distance : distances)
+                     offsets.push_back({label, &outline, distance, {}, element});
+                 });
+  ParallelFor(offsets.size(), [&](std::size_t i, Library& library) {
+    const double usual = kOffsetTolerance * std::fabs(offsets[i].distance);
+    OffsetOutline(library, tolerance.value_or(usual), done, offsets[i]);
+  });
   return offsets;
 }
 

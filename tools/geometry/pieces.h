@@ -60,8 +60,9 @@ inline constexpr double kOffsetTolerance = 1e-3;
 
 // Every outline at every distance, in drawing order; positive distances go to the left of travel as
 // seen in the drawing, whose y points down. `done` is called for each curve at each
-// distance. Curves are offset one by one: nothing is put in or cut off at corners.
-std::vector<OutlineOffset> OffsetOutlines(Library& library, const Drawing& drawing,
+// distance, from several threads. Curves are offset one by one: nothing is put in or cut off at
+// corners.
+std::vector<OutlineOffset> OffsetOutlines(const Drawing& drawing,
                                           const std::vector<double>& distances,
                                           const std::optional<double>& tolerance,
                                           const CurveDone& done);
