@@ -15,6 +15,7 @@
 #include "geometry/elliptical_arc.h"
 #include "picture/pictures.h"
 #include "support.h"
+#include "svg/curve_file.h"
 #include "svg/drawing_writer.h"
 
 namespace kurvo::tools {
@@ -198,7 +199,7 @@ TEST(PathData, RandomOutlinesReadBack) {
     svg += "<path d='" + PathData(library, outlines.back()) + "'/>";
   }
   const TemporaryDirectory directory;
-  const Drawing read = ReadSvg(library, directory.Write("in.svg", svg + "</svg>"));
+  const Drawing read = ReadDrawing(library, directory.Write("in.svg", svg + "</svg>"));
   ASSERT_EQ(read.shapes.size(), outlines.size());
   int failures = 0;
   for (std::size_t i = 0; i < outlines.size(); ++i) {
@@ -224,9 +225,13 @@ TEST(DrawingText, DrawingsReadBack) {
   const TemporaryDirectory directory;
   Library library;
   for (const std::string& file : files) {
-    const Drawing drawing = ReadSvg(library, file);
+    const Drawing drawing = ReadDrawing(library, file);
     const std::string text = DrawingText(library, ResultOf(drawing), {});
-    const Drawing read = ReadSvg(library, directory.Write("out.svg", text));
+    const Drawing read = ReadDrawing(library, directory.Write("out.svg", text));
+    const std::string json = CurveFileText(library, ResultOf(drawing));
+    const Drawing records = ReadDrawing(library, directory.Write("out.json", json));
+    EXPECT_EQ(CurveFileText(library, ResultOf(records)), json) << file;
+    EXPECT_EQ(DrawingText(library, ResultOf(records), {}), text) << file;
     const std::string full = DrawingPicture(library, drawing, {}, 1000);
     EXPECT_TRUE(pugi::xml_document().load_string(full.c_str())) << file;
     EXPECT_TRUE(full.find("nan") == full.npos && full.find("inf") == full.npos) << file;

@@ -20,7 +20,7 @@ struct DistanceOptions {
 
 int RunDistance(const DistanceOptions& options) {
   Library library;
-  Drawing first = ReadDrawing(library, options.first, options.reading);
+  Drawing first = ReadInput(library, options.first, options.reading);
   const Drawing second = ReadBeside(library, options.second, options.reading, first);
   const CurveList first_curves = ListCurves(library, first);
   const CurveList second_curves = ListCurves(library, second);

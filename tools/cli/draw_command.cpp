@@ -72,7 +72,7 @@ Drawing Remade(Library& library, Drawing drawing, const DrawOptions& options) {
 
 int Draw(const DrawOptions& options) {
   Library library;
-  Drawing drawing = Remade(library, ReadDrawing(library, options.input, options.reading), options);
+  Drawing drawing = Remade(library, ReadInput(library, options.input, options.reading), options);
   PictureOptions picture = options.picture;
   if (options.stroke_width.number > 0) picture.stroke_width = options.stroke_width.In(drawing);
   return Deliver(

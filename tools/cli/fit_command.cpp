@@ -53,7 +53,7 @@ int Fit(const FitOptions& options) {
 Command AddFitCommand(CLI::App& app) {
   const auto options = std::make_shared<FitOptions>();
   CLI::App* fit = app.add_subcommand("fit", "Make a B-spline that passes through points");
-  fit->add_option("points", options->input, "A text file with a point x,y on each line")
+  fit->add_option("points", options->input, "A text file with a point on each line, x,y or x;y")
       ->required()
       ->type_name("FILE");
   fit->add_option("--order", options->order,
@@ -64,8 +64,9 @@ Command AddFitCommand(CLI::App& app) {
              "Write a picture of the spline with the points marked to this SVG file");
   fit->add_flag("--control", options->control, "Show the control polygon in the picture too");
   fit->footer(
-      "Numbers may stand apart by spaces in place of the comma; empty lines and lines that begin "
-      "with #\nare passed over. In the picture y runs downwards, as it does in SVG.");
+      "Numbers may stand apart by spaces too; empty lines, lines that begin with # and a first "
+      "line "
+      "of names\nare passed over. In the picture y runs downwards, as it does in SVG.");
   return {fit, [options] { return Fit(*options); }};
 }
 

@@ -53,17 +53,17 @@ LengthOption ParseLengthOption(const std::string& name, const std::string& text,
       "expected a length such as 2, 1.5mm, 1cm, 0.5in, 3pt or 4px, found '" + Excerpt(text) + "'");
 }
 
-Drawing ReadDrawing(Library& library, const std::string& path, const InputOptions& options) {
+Drawing ReadInput(Library& library, const std::string& path, const InputOptions& options) {
   const double mm = options.unit.empty() ? 0 : *MillimetresOf(options.unit);
-  Drawing drawing = ReadSvg(library, path, {.strict = options.strict, .mm_per_unit = mm});
+  Drawing drawing = ReadDrawing(library, path, {.strict = options.strict, .mm_per_unit = mm});
   if (mm > 0 && options.unit != "px") NoteAssumption(drawing);
   return drawing;
 }
 
 Drawing ReadBeside(Library& library, const std::string& path, const InputOptions& options,
                    Drawing& first) {
-  Drawing second =
-      ReadSvg(library, path, {.strict = options.strict, .mm_per_unit = first.sheet.mm_per_unit});
+  Drawing second = ReadDrawing(library, path,
+                               {.strict = options.strict, .mm_per_unit = first.sheet.mm_per_unit});
   if (first.sheet.physical != second.sheet.physical) {
     NoteAssumption(first);
     NoteAssumption(second);

@@ -31,7 +31,7 @@ LengthOption ParseLengthOption(const std::string& name, const std::string& text,
 std::string OutOfRange(double low, double high);
 
 // The drawing in its own units, or in those that were asked for.
-Drawing ReadDrawing(Library& library, const std::string& path, const InputOptions& options);
+Drawing ReadInput(Library& library, const std::string& path, const InputOptions& options);
 // A second drawing at the scale of the first. Either notes when its size had to be assumed for
 // that.
 Drawing ReadBeside(Library& library, const std::string& path, const InputOptions& options,

@@ -30,7 +30,7 @@ bool IsOneFile(const IntersectOptions& options) {
 // The drawings and their curves; with one file the second drawing is missing.
 struct Inputs {
   Inputs(Library& library, const IntersectOptions& options)
-      : first(ReadDrawing(library, options.first, options.reading)),
+      : first(ReadInput(library, options.first, options.reading)),
         first_curves(ListCurves(library, first)) {
     if (IsOneFile(options)) return;
     second = ReadBeside(library, options.second, options.reading, first);

@@ -20,7 +20,7 @@ struct JoinOptions {
 
 int RunJoin(const JoinOptions& options) {
   Library library;
-  Drawing drawing = ReadDrawing(library, options.input, options.reading);
+  Drawing drawing = ReadInput(library, options.input, options.reading);
   const JoinedCurves joined = JoinCurves(library, drawing, options.gap.In(drawing));
   const double extent = Extent(library, {&drawing});
   return Deliver(

@@ -63,7 +63,7 @@ int Locate(const LocateOptions& options) {
     throw std::runtime_error("locate needs points or --grid (try --help)");
   }
   Library library;
-  const Drawing drawing = ReadDrawing(library, options.input, options.reading);
+  const Drawing drawing = ReadInput(library, options.input, options.reading);
   const LocateReport report = ReportOn(library, drawing, options);
   return Deliver(
       library, options.reading, options.output, {{options.input, &drawing}},

@@ -27,7 +27,7 @@ std::vector<OutlineMeasures> MeasureAll(const Drawing& drawing, const std::optio
 
 int RunMeasure(const MeasureOptions& options) {
   Library library;
-  const Drawing drawing = ReadDrawing(library, options.input, options.reading);
+  const Drawing drawing = ReadInput(library, options.input, options.reading);
   const std::vector<OutlineMeasures> outlines = MeasureAll(drawing, options.near);
   const MeasureReport report = {OneLine(options.input), options.near, outlines};
   return Deliver(library, options.reading, options.output, {{options.input, &drawing}},

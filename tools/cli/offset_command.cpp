@@ -36,7 +36,7 @@ std::vector<OutlineOffset> Offset(Drawing& drawing, const OffsetOptions& options
 
 int RunOffset(const OffsetOptions& options) {
   Library library;
-  Drawing drawing = ReadDrawing(library, options.input, options.reading);
+  Drawing drawing = ReadInput(library, options.input, options.reading);
   const std::vector<OutlineOffset> offsets = Offset(drawing, options);
   const std::string name = BaseName(options.input);
   return Deliver(

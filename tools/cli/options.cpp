@@ -1,6 +1,8 @@
 #include "cli/options.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 
 #include "report/text.h"
 #include "svg/input.h"
@@ -96,6 +98,19 @@ void AddOutputs(CLI::App& command, OutputOptions& options, const char* drawing,
   };
   if (drawing != nullptr) {
     add_file("-o,--output", options.drawing, drawing);
+    command
+        .add_option("--format", options.format,
+                    "Write it as svg, svgz or json; what the name of the file ends with unless "
+                    "given, or else svg")
+        ->check(CLI::Validator(
+            [](const std::string& text) {
+              const bool is_known =
+                  std::find(std::begin(kFormats), std::end(kFormats), text) != std::end(kFormats);
+              return is_known ? "" : "not one of svg, svgz and json";
+            },
+            ""))
+        ->type_name("FORMAT")
+        ->group(kGroup);
     AddLength(command, "--deviation", options.deviation, kLeastDeviation, kGreatestDeviation,
               "How far curves that the drawing has no form for may be off; a ten thousandth of "
               "their size unless given")

@@ -10,7 +10,9 @@
 #include "cli/whole_file.h"
 #include "report/csv.h"
 #include "report/text.h"
+#include "svg/curve_file.h"
 #include "svg/drawing_writer.h"
+#include "svg/gzip.h"
 #include "svg/input.h"
 #include "svg/sheet.h"
 
@@ -81,6 +83,14 @@ PathAccuracy AccuracyOf(const LengthOption& deviation, const Result& result) {
   return accuracy;
 }
 
+std::string DrawingIn(Library& library, const OutputOptions& options, const Result& result) {
+  const std::string end = options.format.empty() ? fs::path(options.drawing).extension().string()
+                                                 : "." + options.format;
+  if (end == ".json") return CurveFileText(library, result);
+  const std::string text = DrawingText(library, result, AccuracyOf(options.deviation, result));
+  return end == ".svgz" ? Packed(text) : text;
+}
+
 void Write(const std::string& file, const std::string& content) {
   if (file.empty()) return;
   if (file == kStandardStream) {
@@ -110,8 +120,7 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
       throw std::runtime_error(OneLine(options.drawing) + ": cannot be drawing and picture");
     }
     RefuseSource(sources, options.drawing);
-    const Result result = products.drawing();
-    drawing = DrawingText(library, result, AccuracyOf(options.deviation, result));
+    drawing = DrawingIn(library, options, products.drawing());
   }
   Write(options.picture, picture);
   Write(options.drawing, drawing);

@@ -61,7 +61,7 @@ std::vector<SplitOutline> Split(Library& library, const Drawing& drawing,
 
 int RunSplit(const SplitOptions& options) {
   Library library;
-  const Drawing drawing = ReadDrawing(library, options.input, options.reading);
+  const Drawing drawing = ReadInput(library, options.input, options.reading);
   const std::vector<SplitOutline> outlines = Split(library, drawing, options);
   const double extent = Extent(library, {&drawing});
   return Deliver(

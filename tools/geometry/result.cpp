@@ -3,6 +3,44 @@
 #include "geometry/chain.h"
 
 namespace kurvo::tools {
+namespace {
+
+constexpr Bounds kNothing = {0, 0, 1, 1};  // the view of an empty drawing
+constexpr const char* kNoPaint = "none";
+
+}  // namespace
+
+std::vector<std::span<const ResultChain>> Elements(const Result& result) {
+  const std::span<const ResultChain> chains = result.chains;
+  std::vector<std::span<const ResultChain>> elements;
+  for (std::size_t begin = 0, end; begin < chains.size(); begin = end) {
+    end = begin + 1;
+    while (end < chains.size() && chains[end].element == chains[begin].element &&
+           chains[end].element != kNoElement)
+      ++end;
+    elements.push_back(chains.subspan(begin, end - begin));
+  }
+  return elements;
+}
+
+Bounds ViewOf(Library& library, const Result& result) {
+  Bounds view = result.source.sheet.view;
+  if (!view.IsEmpty()) return view;
+  for (const ResultChain& chain : result.chains) {
+    for (const OwnedCurve& curve : chain.curves) view.Add(BoundsOf(library, curve));
+  }
+  if (view.IsEmpty()) view = kNothing;
+  view.Grow(ThinStroke(view));
+  return view;
+}
+
+Paint PaintOf(const Result& result, std::size_t element, double thin) {
+  if (element == kNoElement) return {kNoPaint, "#000", thin};
+  const Paint& paint = result.source.shapes[element].paint;
+  if (!result.lines) return paint;
+  if (paint.stroke != kNoPaint) return {kNoPaint, paint.stroke, paint.stroke_width};
+  return {kNoPaint, paint.fill == kNoPaint ? "#000" : paint.fill, thin};
+}
 
 Result ResultOf(const Drawing& drawing) {
   Result result = {drawing, {}};
@@ -30,14 +68,6 @@ void AddRuns(Library& library, std::span<const OwnedCurve> curves, std::size_t e
         AreSame(library, EndOf(library, curves[end - 1]), StartOf(library, curves[begin]));
     chains.push_back({curves.subspan(begin, end - begin), closed, element});
   }
-}
-
-Bounds BoundsOf(Library& library, const Result& result) {
-  Bounds box;
-  for (const ResultChain& chain : result.chains) {
-    for (const OwnedCurve& curve : chain.curves) box.Add(BoundsOf(library, curve));
-  }
-  return box;
 }
 
 }  // namespace kurvo::tools

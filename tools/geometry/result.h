@@ -25,6 +25,19 @@ struct Result {
   bool lines = false;
 };
 
+// The chains by the element that they come from; one that comes from none is alone.
+std::vector<std::span<const ResultChain>> Elements(const Result& result);
+
+// The view of the sheet, or else a box around the chains, which is never empty.
+Bounds ViewOf(Library& library, const Result& result);
+
+// Of lines that nothing says the width of; thin beside the view.
+inline double ThinStroke(const Bounds& view) { return 1e-3 * view.LongerSide(); }
+
+// How the chains of an element are painted. A shape that was only filled shows its fill in the
+// lines that are made of it.
+Paint PaintOf(const Result& result, std::size_t element, double thin_stroke);
+
 // The drawing as it is.
 Result ResultOf(const Drawing& drawing);
 
@@ -35,7 +48,5 @@ Result OneByOne(const Drawing& source, std::span<const OwnedCurve> curves);
 // start.
 void AddRuns(Library& library, std::span<const OwnedCurve> curves, std::size_t element,
              std::vector<ResultChain>& chains);
-
-Bounds BoundsOf(Library& library, const Result& result);
 
 }  // namespace kurvo::tools

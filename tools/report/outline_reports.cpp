@@ -14,7 +14,9 @@ namespace {
 
 constexpr auto kRight = TextTable::Align::kRight;
 
-constexpr int kTypes[] = {CV_LINE, CV_ARC, CV_BEZIER, CV_RBEZIER};  // in the order of the columns
+// In the order of the columns; the last two share one.
+constexpr int kTypes[] = {CV_LINE, CV_ARC, CV_BEZIER, CV_RBEZIER, CV_BSPLINE, CV_RBSPLINE};
+constexpr std::size_t kSplines = 4;  // the first of them
 
 // What is said of one outline and of all.
 struct Totals {
@@ -28,9 +30,11 @@ struct Totals {
     box.Add(BoundsOf(library, curve));
   }
   std::vector<std::string> Row(const std::string& label, const std::string& kind,
-                               const std::string& start, const std::string& end) const {
+                               const std::string& start, const std::string& end,
+                               bool splines) const {
     std::vector<std::string> row = {label};
-    for (const std::size_t count : counts) row.push_back(std::to_string(count));
+    for (std::size_t i = 0; i < kSplines; ++i) row.push_back(std::to_string(counts[i]));
+    if (splines) row.push_back(std::to_string(counts[kSplines] + counts[kSplines + 1]));
     row.insert(row.end(), {std::to_string(degree), kind, start, end, BoundsText(box)});
     return row;
   }
@@ -39,16 +43,22 @@ struct Totals {
 }  // namespace
 
 std::string OutlineTable(Library& library, const Drawing& drawing) {
-  TextTable table({{"outline"},
-                   {"line", kRight},
-                   {"arc", kRight},
-                   {"Bezier", kRight},
-                   {"rational", kRight},
-                   {"degree", kRight},
-                   {""},
-                   {"start"},
-                   {"end"},
-                   {"box"}});
+  bool splines = false;
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) {
+    splines = splines || curve.Type() == CV_BSPLINE || curve.Type() == CV_RBSPLINE;
+  });
+  std::vector<TextTable::Column> columns = {{"outline"},
+                                            {"line", kRight},
+                                            {"arc", kRight},
+                                            {"Bezier", kRight},
+                                            {"rational", kRight},
+                                            {"degree", kRight},
+                                            {""},
+                                            {"start"},
+                                            {"end"},
+                                            {"box"}};
+  if (splines) columns.insert(columns.begin() + 1 + kSplines, {"spline", kRight});
+  TextTable table(columns);
   std::size_t outlines = 0;
   Totals all;
   ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
@@ -60,9 +70,9 @@ std::string OutlineTable(Library& library, const Drawing& drawing) {
     ++outlines;
     table.Add(own.Row(label, outline.closed ? "closed" : "open",
                       PointText(StartOf(library, outline.curves.front())),
-                      PointText(EndOf(library, outline.curves.back()))));
+                      PointText(EndOf(library, outline.curves.back())), splines));
   });
-  table.Add(all.Row(CountText(outlines, "outline"), "", "", ""));
+  table.Add(all.Row(CountText(outlines, "outline"), "", "", "", splines));
   return table.Text();
 }
 

@@ -28,8 +28,8 @@ std::string PrefixOfSvg(const pugi::xml_node& root) {
 
 }  // namespace
 
-SvgDocument::SvgDocument(const std::string& path) : path_(path) {
-  Parse(ReadWholeFile(path));
+SvgDocument::SvgDocument(const std::string& path, std::string_view bytes) : path_(path) {
+  Parse(bytes);
   prefix_ = PrefixOfSvg(Root());
   if (LocalName(Root()) != "svg") {
     throw InputError(OneLine(path_) + ": not an SVG drawing: the root element is <" +
@@ -39,10 +39,7 @@ SvgDocument::SvgDocument(const std::string& path) : path_(path) {
   if (!style_.IsEmpty()) ApplyStyle();
 }
 
-void SvgDocument::Parse(const std::string& bytes) {
-  if (bytes.substr(0, 2) == "\x1f\x8b") {
-    throw InputError(OneLine(path_) + ": compressed SVG; unpack it with gunzip first");
-  }
+void SvgDocument::Parse(std::string_view bytes) {
   // Attribute values stay as they are written, so that offsets in them are those of the file.
   constexpr unsigned kOptions = pugi::parse_escapes | pugi::parse_cdata;
   const pugi::xml_parse_result result = tree_.load_buffer(bytes.data(), bytes.size(), kOptions);

@@ -13,8 +13,8 @@ namespace kurvo::tools {
 
 class SvgDocument {
  public:
-  // Throws InputError when the file cannot be read or is no SVG drawing.
-  explicit SvgDocument(const std::string& path);
+  // `bytes` are those of the file. Throws InputError when they are no SVG drawing.
+  SvgDocument(const std::string& path, std::string_view bytes);
 
   pugi::xml_node Root() const { return tree_.document_element(); }
   const std::string& Path() const { return path_; }
@@ -31,7 +31,7 @@ class SvgDocument {
   std::string Label(const pugi::xml_node& element) const;
 
  private:
-  void Parse(const std::string& bytes);
+  void Parse(std::string_view bytes);
   void IndexElements();
   void ApplyStyle();
 

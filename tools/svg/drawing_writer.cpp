@@ -11,8 +11,6 @@
 namespace kurvo::tools {
 namespace {
 
-constexpr Bounds kNothing = {0, 0, 1, 1};  // the sheet of an empty drawing
-constexpr double kStrokeShare = 1e-3;      // of the sheet, where the source has no stroke
 constexpr std::string_view kNoPaint = "none";
 constexpr std::string_view kEditor = "http://www.inkscape.org/namespaces/inkscape";  // of layers
 
@@ -26,14 +24,7 @@ class DrawingWriter {
 
   std::string Write() {
     OpenSheet();
-    const std::vector<ResultChain>& chains = result_.chains;
-    for (std::size_t begin = 0, end; begin < chains.size(); begin = end) {
-      end = begin + 1;
-      while (end < chains.size() && chains[end].element == chains[begin].element &&
-             chains[end].element != kNoElement)
-        ++end;
-      WriteElement({&chains[begin], end - begin});
-    }
+    for (const auto& chains : Elements(result_)) WriteElement(chains);
     EnterGroup(0);
     return std::move(text_) + "</svg>\n";
   }
@@ -41,16 +32,11 @@ class DrawingWriter {
  private:
   void OpenSheet() {
     const Sheet& sheet = source_.sheet;
-    Bounds view = sheet.view;
-    double width = sheet.width, height = sheet.height;
-    if (view.IsEmpty()) {
-      view = BoundsOf(library_, result_);
-      if (view.IsEmpty()) view = kNothing;
-      view.Grow(kStrokeShare * view.LongerSide());
-      width = sheet.mm_per_unit * view.Width();
-      height = sheet.mm_per_unit * view.Height();
-    }
-    stroke_width_ = kStrokeShare * view.LongerSide();
+    const Bounds view = ViewOf(library_, result_);
+    const bool is_given = !sheet.view.IsEmpty();
+    const double width = is_given ? sheet.width : sheet.mm_per_unit * view.Width();
+    const double height = is_given ? sheet.height : sheet.mm_per_unit * view.Height();
+    thin_stroke_ = ThinStroke(view);
     text_ = "<svg xmlns=\"http://www.w3.org/2000/svg\"";
     if (std::any_of(source_.groups.begin(), source_.groups.end(),
                     [](const Group& group) { return group.is_layer || !group.layer.empty(); }))
@@ -111,34 +97,15 @@ class DrawingWriter {
     text_ += "<path";
     if (shape != nullptr) AddId(shape->id);
     text_ += " d=\"" + data + "\"";
-    if (shape == nullptr) {
-      AddLinePaint("#000", stroke_width_);
-    } else if (result_.lines) {
-      AddPaintOfLines(shape->paint);
-    } else {
-      AddPaint(*shape);
+    const Paint paint = PaintOf(result_, element, thin_stroke_);
+    AddText("fill", paint.fill);
+    if (shape != nullptr && shape->even_odd && paint.fill != kNoPaint)
+      AddText("fill-rule", "evenodd");
+    if (paint.stroke != kNoPaint) {
+      AddText("stroke", paint.stroke);
+      AddText("stroke-width", ExactNumber(paint.stroke_width));
     }
     text_ += "/>\n";
-  }
-
-  void AddLinePaint(const std::string& colour, double width) {
-    AddText("fill", kNoPaint);
-    AddText("stroke", colour);
-    AddText("stroke-width", ExactNumber(width));
-  }
-
-  // A shape that was only filled shows its fill in its lines.
-  void AddPaintOfLines(const Paint& paint) {
-    if (paint.stroke != kNoPaint) return AddLinePaint(paint.stroke, paint.stroke_width);
-    AddLinePaint(paint.fill == kNoPaint ? "#000" : paint.fill, stroke_width_);
-  }
-
-  void AddPaint(const Shape& shape) {
-    AddText("fill", shape.paint.fill);
-    if (shape.even_odd) AddText("fill-rule", "evenodd");
-    if (shape.paint.stroke == kNoPaint) return;
-    AddText("stroke", shape.paint.stroke);
-    AddText("stroke-width", ExactNumber(shape.paint.stroke_width));
   }
 
   Library& library_;
@@ -148,7 +115,7 @@ class DrawingWriter {
   std::string text_;
   std::vector<std::size_t> open_;  // groups
   std::set<std::string> ids_;
-  double stroke_width_ = 1;
+  double thin_stroke_ = 1;
 };
 
 }  // namespace

@@ -14,11 +14,27 @@ namespace {
 // The point on a line that is not empty. Throws ElementError.
 Point ParseLine(TextScanner& scanner) {
   const double x = scanner.Number();
-  scanner.SkipCommaSpace();
+  scanner.SkipSpace();
+  if (!scanner.Accept(';')) scanner.SkipCommaSpace();
+  scanner.SkipSpace();
   const double y = scanner.Number();
   scanner.SkipSpace();
   if (!scanner.AtEnd()) scanner.Fail("expected the end of the line, found " + scanner.Found());
   return {x, y};
+}
+
+// Names of two columns.
+bool IsHeader(std::string_view line) {
+  const std::size_t end = line.find_first_of(",;\t ");
+  if (end == line.npos) return false;
+  for (const std::string_view name :
+       {Trimmed(line.substr(0, end)), Trimmed(line.substr(end + 1))}) {
+    const std::string_view bare = name.substr(std::min(name.find_first_not_of("\"'"), name.size()));
+    const bool begins_with_letter =
+        !bare.empty() && (('a' <= bare[0] && bare[0] <= 'z') || ('A' <= bare[0] && bare[0] <= 'Z'));
+    if (!begins_with_letter || name.starts_with("nan") || name.starts_with("inf")) return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -38,6 +54,7 @@ std::vector<Point> ReadPoints(Library& library, const std::string& path) {
     TextScanner scanner(where, line);
     scanner.SkipSpace();
     if (scanner.AtEnd() || scanner.Peek() == '#') continue;
+    if (number == 1 && IsHeader(line)) continue;
     try {
       points.push_back(ParseLine(scanner));
     } catch (const ElementError& error) {

@@ -9,7 +9,9 @@
 #include <utility>
 
 #include "svg/attributes.h"
+#include "svg/curve_file.h"
 #include "svg/document.h"
+#include "svg/gzip.h"
 #include "svg/inherited.h"
 #include "svg/input.h"
 #include "svg/shapes.h"
@@ -27,8 +29,9 @@ constexpr std::string_view kLayer = "layer";
 // Walks the tree with a stack of its own, so that nesting is limited by memory alone.
 class SvgReader {
  public:
-  SvgReader(Library& library, const std::string& path, const ReadOptions& options)
-      : library_(library), options_(options), document_(path) {}
+  SvgReader(Library& library, const std::string& path, std::string_view bytes,
+            const ReadOptions& options)
+      : library_(library), options_(options), document_(path, bytes) {}
 
   Drawing Read() {
     Inherited context;
@@ -267,8 +270,11 @@ class SvgReader {
 
 }  // namespace
 
-Drawing ReadSvg(Library& library, const std::string& path, const ReadOptions& options) {
-  return SvgReader(library, path, options).Read();
+Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options) {
+  std::string bytes = ReadWholeFile(path);
+  if (IsGzip(bytes)) bytes = Unpacked(path, bytes);
+  if (IsCurveFile(bytes)) return ReadCurveFile(library, path, bytes, options);
+  return SvgReader(library, path, bytes, options).Read();
 }
 
 }  // namespace kurvo::tools
