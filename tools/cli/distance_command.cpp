@@ -42,12 +42,12 @@ int RunDistance(const DistanceOptions& options) {
 
 }  // namespace
 
-Command AddDistanceCommand(CLI::App& app) {
+Command AddDistanceCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<DistanceOptions>();
   CLI::App* distance = app.add_subcommand(
       "distance", "List the shortest link from each outline of a drawing to those of another");
   AddDrawings(*distance, options->first, options->second, "Another one", true);
-  AddReading(*distance, options->reading);
+  AddReading(*distance, options->reading, stage);
   AddOutputs(*distance, options->output, "Write the links to this SVG file, each as a line",
              "Write a picture of the drawings with their links to this SVG file");
   distance->footer(

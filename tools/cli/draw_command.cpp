@@ -85,12 +85,12 @@ int Draw(const DrawOptions& options) {
 
 }  // namespace
 
-Command AddDrawCommand(CLI::App& app) {
+Command AddDrawCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<DrawOptions>();
   CLI::App* draw = app.add_subcommand(
       "draw", "Read the outlines of an SVG drawing, print a table of them and draw their curves");
   AddDrawing(*draw, options->input);
-  AddReading(*draw, options->reading);
+  AddReading(*draw, options->reading, stage);
   AddDeviations(*draw, *options);
   AddOutputs(*draw, options->output, "Write the curves alone to this SVG file",
              "Write a picture of the curves by type, with what they are made of, to this SVG file");

@@ -50,8 +50,9 @@ int Fit(const FitOptions& options) {
 
 }  // namespace
 
-Command AddFitCommand(CLI::App& app) {
+Command AddFitCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<FitOptions>();
+  options->reading.stage = &stage;
   CLI::App* fit = app.add_subcommand("fit", "Make a B-spline that passes through points");
   fit->add_option("points", options->input, "A text file with a point on each line, x,y or x;y")
       ->required()

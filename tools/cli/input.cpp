@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <stdexcept>
+#include <utility>
 
 #include "report/text.h"
 #include "svg/input.h"
@@ -54,6 +56,14 @@ LengthOption ParseLengthOption(const std::string& name, const std::string& text,
 }
 
 Drawing ReadInput(Library& library, const std::string& path, const InputOptions& options) {
+  if (options.stage->given) {
+    if (!options.unit.empty()) {
+      throw std::runtime_error("--unit belongs to the first command of a pipe");
+    }
+    Drawing given = std::move(*options.stage->given);
+    options.stage->given.reset();
+    return given;
+  }
   const double mm = options.unit.empty() ? 0 : *MillimetresOf(options.unit);
   Drawing drawing = ReadDrawing(library, path, {.strict = options.strict, .mm_per_unit = mm});
   if (mm > 0 && options.unit != "px") NoteAssumption(drawing);

@@ -73,7 +73,7 @@ int Intersect(const IntersectOptions& options) {
 
 }  // namespace
 
-Command AddIntersectCommand(CLI::App& app) {
+Command AddIntersectCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<IntersectOptions>();
   CLI::App* intersect = app.add_subcommand(
       "intersect", "List the points and the stretches that the curves of two drawings share");
@@ -81,7 +81,7 @@ Command AddIntersectCommand(CLI::App& app) {
               "Another one; without it, or when it is the same file, the curves of the first are "
               "intersected with each other",
               false);
-  AddReading(*intersect, options->reading);
+  AddReading(*intersect, options->reading, stage);
   AddOutputs(*intersect, options->output, nullptr,
              "Write a picture of the drawings with the crossings marked to this SVG file");
   intersect->add_flag("--joints", options->joints,

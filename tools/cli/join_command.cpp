@@ -39,12 +39,12 @@ int RunJoin(const JoinOptions& options) {
 
 }  // namespace
 
-Command AddJoinCommand(CLI::App& app) {
+Command AddJoinCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<JoinOptions>();
   CLI::App* join = app.add_subcommand(
       "join", "Join the curves of a drawing to chains, whatever their order and direction");
   AddDrawing(*join, options->input);
-  AddReading(*join, options->reading);
+  AddReading(*join, options->reading, stage);
   AddLength(*join, "--gap", options->gap, 0, kWidestGap,
             "Join ends no farther apart than this; without it those that meet");
   AddOutputs(*join, options->output, "Write the chains to this SVG file, each as a path of its own",

@@ -75,7 +75,7 @@ int Locate(const LocateOptions& options) {
 
 }  // namespace
 
-Command AddLocateCommand(CLI::App& app) {
+Command AddLocateCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<LocateOptions>();
   CLI::App* locate = app.add_subcommand(
       "locate", "Tell which points lie on, inside or outside the outlines of a drawing");
@@ -96,7 +96,7 @@ Command AddLocateCommand(CLI::App& app) {
                    "side; one is the middle")
       ->check(CLI::Range(1, kMostGridPoints))
       ->type_name("COUNT");
-  AddReading(*locate, options->reading);
+  AddReading(*locate, options->reading, stage);
   AddOutputs(*locate, options->output, nullptr,
              "Write a picture of the curves and the points to this SVG file");
   locate->footer(

@@ -39,7 +39,7 @@ int RunMeasure(const MeasureOptions& options) {
 
 }  // namespace
 
-Command AddMeasureCommand(CLI::App& app) {
+Command AddMeasureCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<MeasureOptions>();
   CLI::App* measure = app.add_subcommand(
       "measure",
@@ -52,7 +52,7 @@ Command AddMeasureCommand(CLI::App& app) {
           [options](const std::string& text) { options->near = ParsePoint("--near", text); },
           "Find the nearest point of each curve, of each outline and of all to this one")
       ->type_name("X,Y");
-  AddReading(*measure, options->reading);
+  AddReading(*measure, options->reading, stage);
   AddOutputs(*measure, options->output, nullptr, nullptr);
   measure->footer(
       "Boxes are the narrowest. Curvature is 1 / radius, its least and its greatest value; turning "

@@ -50,7 +50,7 @@ int RunOffset(const OffsetOptions& options) {
 
 }  // namespace
 
-Command AddOffsetCommand(CLI::App& app) {
+Command AddOffsetCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<OffsetOptions>();
   CLI::App* offset = app.add_subcommand(
       "offset", "Move the curves of a drawing sideways by a distance, list and draw them");
@@ -72,7 +72,7 @@ Command AddOffsetCommand(CLI::App& app) {
   AddLength(*offset, "--tolerance", options->tolerance, kSmallestTolerance, kLargestDistance,
             "How far offsets of Bezier curves may be off; a thousandth of the distance unless "
             "given");
-  AddReading(*offset, options->reading);
+  AddReading(*offset, options->reading, stage);
   AddOutputs(*offset, options->output, "Write the offsets alone to this SVG file",
              "Write a picture of the drawing and its offsets to this SVG file");
   offset->footer(

@@ -56,7 +56,8 @@ void AddDrawings(CLI::App& command, std::string& first, std::string& second,
   command.add_option("second", second, about_second)->required(needs_second)->type_name("FILE");
 }
 
-void AddReading(CLI::App& command, InputOptions& options) {
+void AddReading(CLI::App& command, InputOptions& options, Stage& stage) {
+  options.stage = &stage;
   command
       .add_option("--unit", options.unit,
                   "Take drawings in this unit: mm, cm, in, pt, pc or px; in their own unless given")

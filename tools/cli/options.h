@@ -21,7 +21,7 @@ void AddDrawings(CLI::App& command, std::string& first, std::string& second,
                  const std::string& about_second, bool needs_second);
 
 // The options of all commands that read drawings.
-void AddReading(CLI::App& command, InputOptions& options);
+void AddReading(CLI::App& command, InputOptions& options, Stage& stage);
 
 // A length with or without a unit, whose number is from `low` to `high`.
 CLI::Option* AddLength(CLI::App& command, const std::string& name, LengthOption& length, double low,

@@ -23,10 +23,12 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kMostFaults = 20;  // that are named
 
-void RefuseSource(const std::vector<Source>& sources, const std::string& output) {
-  for (const Source& source : sources) {
+void RefuseSource(const std::vector<Source>& sources, std::vector<std::string> files,
+                  const std::string& output) {
+  for (const Source& source : sources) files.push_back(source.path);
+  for (const std::string& file : files) {
     std::error_code ignored;
-    if (fs::equivalent(source.path, output, ignored)) {
+    if (fs::equivalent(file, output, ignored)) {
       throw std::runtime_error(OneLine(output) + ": is the input; choose another output");
     }
   }
@@ -108,23 +110,30 @@ std::string BaseName(const std::string& path) {
 
 int Deliver(Library& library, const InputOptions& input, const OutputOptions& options,
             const std::vector<Source>& sources, const Products& products) {
-  const bool is_report = options.drawing != kStandardStream && options.picture != kStandardStream;
+  Stage& stage = *input.stage;
+  if (!stage.is_last && !products.drawing) {
+    throw std::runtime_error("only the last command of a pipe may make no drawing");
+  }
+  const bool is_report =
+      stage.is_last && options.drawing != kStandardStream && options.picture != kStandardStream;
   std::string report, picture, drawing;
   if (is_report) report = ReportText(UnitOf(input, sources), options, products);
   if (!options.picture.empty()) {
-    RefuseSource(sources, options.picture);
+    RefuseSource(sources, stage.files, options.picture);
     picture = products.picture();
   }
   if (!options.drawing.empty()) {
     if (options.drawing == options.picture) {
       throw std::runtime_error(OneLine(options.drawing) + ": cannot be drawing and picture");
     }
-    RefuseSource(sources, options.drawing);
+    RefuseSource(sources, stage.files, options.drawing);
     drawing = DrawingIn(library, options, products.drawing());
   }
   Write(options.picture, picture);
   Write(options.drawing, drawing);
   Note(sources);
+  for (const Source& source : sources) stage.files.push_back(source.path);
+  if (!stage.is_last) stage.made = DrawingOf(library, products.drawing());
   Print(report);
   return HasFaults(sources) ? kLeftOut : kSuccess;
 }

@@ -74,7 +74,7 @@ int RunSplit(const SplitOptions& options) {
 
 }  // namespace
 
-Command AddSplitCommand(CLI::App& app) {
+Command AddSplitCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<SplitOptions>();
   CLI::App* split = app.add_subcommand("split", "Cut the outlines of a drawing into pieces");
   AddDrawing(*split, options->input);
@@ -87,7 +87,7 @@ Command AddSplitCommand(CLI::App& app) {
       ->check(Between(1, kMostParts))
       ->type_name("N");
   how->require_option(1);
-  AddReading(*split, options->reading);
+  AddReading(*split, options->reading, stage);
   AddOutputs(*split, options->output,
              "Write the pieces to this SVG file, those of an element as the parts of one path",
              "Write a picture of the pieces, neighbours in different colours, to this SVG file");

@@ -125,6 +125,13 @@ std::optional<OwnedCurve> OwnedCurve::Through(Library& library, const std::vecto
   return curve;
 }
 
+OwnedCurve OwnedCurve::Copied(Library& library, const OwnedCurve& source) {
+  OwnedCurve copy;
+  KurvocvCopyCurve(source.Get(), &copy.curve_, library.State());
+  library.Check();
+  return copy;
+}
+
 OwnedCurve OwnedCurve::Composite(Library& library, const std::vector<const OwnedCurve*>& pieces) {
   OwnedCurve curve;
   auto* block = static_cast<KurvoSegcv*>(

@@ -70,6 +70,7 @@ class OwnedCurve {
   // nothing when none in doubles passes through them. Throws LibraryError.
   static std::optional<OwnedCurve> Through(Library& library, const std::vector<Point>& points,
                                            int order);
+  static OwnedCurve Copied(Library& library, const OwnedCurve& source);
   // Copies of curves, which need not meet, as one: number i, from 0, has the parameters from i to
   // i + 1. Throws LibraryError.
   static OwnedCurve Composite(Library& library, const std::vector<const OwnedCurve*>& pieces);

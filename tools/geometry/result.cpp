@@ -1,5 +1,7 @@
 #include "geometry/result.h"
 
+#include <string>
+
 #include "geometry/chain.h"
 
 namespace kurvo::tools {
@@ -40,6 +42,33 @@ Paint PaintOf(const Result& result, std::size_t element, double thin) {
   if (!result.lines) return paint;
   if (paint.stroke != kNoPaint) return {kNoPaint, paint.stroke, paint.stroke_width};
   return {kNoPaint, paint.fill == kNoPaint ? "#000" : paint.fill, thin};
+}
+
+Drawing DrawingOf(Library& library, const Result& result) {
+  Drawing drawing;
+  drawing.groups = result.source.groups;
+  drawing.sheet = result.source.sheet;
+  const double thin = ThinStroke(ViewOf(library, result));
+  for (const auto& chains : Elements(result)) {
+    Shape& shape = drawing.shapes.emplace_back();
+    const std::size_t element = chains.front().element;
+    shape.label = "path[" + std::to_string(drawing.shapes.size()) + "]";
+    shape.paint = PaintOf(result, element, thin);
+    if (element != kNoElement) {
+      const Shape& source = result.source.shapes[element];
+      shape.label = source.label;
+      shape.id = source.id;
+      shape.group = source.group;
+      shape.even_odd = source.even_odd;
+    }
+    for (const ResultChain& chain : chains) {
+      Outline& outline = shape.outlines.emplace_back();
+      outline.closed = chain.closed;
+      for (const OwnedCurve& curve : chain.curves)
+        outline.curves.push_back(OwnedCurve::Copied(library, curve));
+    }
+  }
+  return drawing;
 }
 
 Result ResultOf(const Drawing& drawing) {

@@ -38,6 +38,9 @@ inline double ThinStroke(const Bounds& view) { return 1e-3 * view.LongerSide(); 
 // lines that are made of it.
 Paint PaintOf(const Result& result, std::size_t element, double thin_stroke);
 
+// The same with curves of its own.
+Drawing DrawingOf(Library& library, const Result& result);
+
 // The drawing as it is.
 Result ResultOf(const Drawing& drawing);
 
