@@ -48,9 +48,10 @@ struct KnownLevel {
   double height, s;
 };
 
-// How far the sides of two graphs are from each other where they count as apart, and where as near.
+// How far the sides of two graphs are from each other where they count as apart, and where as near;
+// and how far the curves are whose sides are near for that, whatever their slopes.
 struct SideReach {
-  double apart, near;
+  double apart, near, distance;
 };
 
 // Side of one graph less that of another over a stretch.

@@ -12,6 +12,7 @@ namespace {
 // Of tol:
 constexpr double kSure = 0x1p-9;       // sides that differ by more have a sure sign
 constexpr double kNear = 0.5;          // sides that differ by no more are near
+constexpr double kClose = 0.35;        // curves that are no farther apart are
 constexpr double kLeastRise = 0x1p-4;  // stretches that are no higher are events
 constexpr double kPad = 0x1p-7;        // heights that are kept beside what is near
 constexpr double kBeside = 0x1p-3;     // heights within which ends are reached
@@ -107,10 +108,11 @@ class Finder {
     if (!(low_ <= high_)) return;
     near_.clear();
     if (low_ == high_) {
+      if (a_->high == b_->low || a_->low == b_->high) return;  // one goes on where the other ends
       if (tol_ >= std::fabs(Apart(low_))) near_.push_back({low_, low_});
     } else {
-      const NearLimits limits = {
-          {kSure * kNear * tol_, kNear * tol_}, kLeastRise * tol_, kPad * tol_, 0};
+      const SideReach sides = {kSure * kNear * tol_, kNear * tol_, kClose * tol_};
+      const NearLimits limits = {sides, kLeastRise * tol_, kPad * tol_, 0};
       Rules rules(*a_, *b_);
       NearSearch<Strand, Rules>(*a_, *b_, limits, rules, near_).Run(low_, high_);
       events_.capped += rules.HitLimit();
