@@ -5,6 +5,7 @@
 #include "pair/box_pairs.h"
 #include "pair/near_search.h"
 #include "strand/bracket.h"
+#include "strand/place_order.h"
 
 namespace kurvo::outline {
 namespace {
@@ -173,10 +174,11 @@ class Finder {
   Array<NearHeights> near_;
 };
 
-}  // namespace
-
-void FindEvents(const Scene& scene, const Array<Strand>& strands, Progress& progress,
-                Events& events) {
+// Calls look(i, k) for strands i < k whose boxes are near. Neighbours in the input lie near each
+// other; many curves in any order are put in one that keeps them together first.
+template <class F>
+void ForEachNearPair(const Array<Strand>& strands, double tol, const F& look) {
+  constexpr std::size_t kMany = 256;
   Array<Bounds> boxes;
   boxes.reserve(strands.size());
   for (const Strand& s : strands) {
@@ -187,13 +189,30 @@ void FindEvents(const Scene& scene, const Array<Strand>& strands, Progress& prog
     }
     boxes.push_back(box);
   }
+  if (strands.size() < kMany) return PairTree(boxes).ForEachPair(tol, look);
+  const Array<int32_t> order = InPlaceOrder(boxes);
+  Array<Bounds> ordered;
+  ordered.reserve(boxes.size());
+  for (const int32_t i : order) ordered.push_back(boxes[static_cast<std::size_t>(i)]);
+  PairTree(ordered).ForEachPair(tol, [&](int32_t i, int32_t k) {
+    const int32_t a = order[static_cast<std::size_t>(i)], b = order[static_cast<std::size_t>(k)];
+    look(std::min(a, b), std::max(a, b));
+  });
+}
+
+}  // namespace
+
+void FindEvents(const Scene& scene, const Array<Strand>& strands, Progress& progress,
+                Events& events) {
   Finder finder(scene.tol, scene.frame.LengthInwards(scene.frame.size()), strands, events);
   int64_t pairs = 0;
-  const auto all = static_cast<double>(strands.size());
-  PairTree(boxes).ForEachPair(scene.tol, [&](int32_t i, int32_t k) {
+  ForEachNearPair(strands, scene.tol, [&](int32_t i, int32_t k) {
     finder.Look(i, k);
     constexpr int64_t kPairsATell = 1024;
-    if (++pairs % kPairsATell == 0) progress.Tell(0.5 * i / all);
+    constexpr double kUsualPairs = 16;  // of a strand
+    if (++pairs % kPairsATell != 0) return;
+    const double share = static_cast<double>(pairs) / static_cast<double>(strands.size());
+    progress.Tell(0.5 * std::min(share / kUsualPairs, 1.0));
   });
 }
 
