@@ -84,6 +84,10 @@ class Graph {
   double ParameterAt(double height) const { return ParameterAt(height, {low_, 0}, {high_, 1}, 0); }
   // The same where two points of the graph are known between which it lies, to within `miss`.
   double ParameterAt(double height, KnownLevel below, KnownLevel above, double miss) const;
+  double LevelAt(double height) const { return ParameterAt(height); }
+  double LevelAt(double height, KnownLevel below, KnownLevel above, double miss) const {
+    return ParameterAt(height, below, above, miss);
+  }
   double SideAt(double s) const;
   double SlopeAt(double s) const;  // d side / d height
   Circle circle() const { return {centre_, radius_, bulge_}; }
