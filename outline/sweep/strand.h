@@ -35,11 +35,13 @@ struct Strand {
   // who asks twice gets the same bits.
   double At(double height) const;
   double ParameterAt(double height) const;
-  // What Between takes for a height: of lines and arcs it needs none.
+  // What Between takes for a height, also from two that are known: of lines and arcs it needs none.
   double LevelAt(double height) const {
     return kind == Span::Kind::kLine || kind == Span::Kind::kArc ? 0 : ParameterAt(height);
   }
-  double LevelAt(double height, KnownLevel, KnownLevel, double) const { return LevelAt(height); }
+  double LevelAt(double height, KnownLevel below, KnownLevel above, double) const;
+  // Of an arc: the share of it at the direction of a point from its centre.
+  double TurnTo(Vec2 point) const;
   Stretch Between(double from, double to, double v_from, double v_to) const;
   Circle circle() const { return {centre, kind == Span::Kind::kArc ? radius : 0, bulge}; }
   Vec2 PointAt(double v) const;
@@ -52,6 +54,8 @@ struct Strand {
   double SideOfArc(double height) const;
   double SideAt(double v) const;
   double HeightAt(double v, double& slope) const;
+  double Solve(double height, double least, double most, double v) const;
+  double Turn() const;
 };
 
 // The strands of all sources, in their order. Vertices are added where curves turn back.
