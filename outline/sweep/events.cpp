@@ -101,7 +101,10 @@ class Finder {
         strands_(strands),
         events_(events) {}
 
+  // Equal operands have equal events: pairs stand as they would in one of them.
   void Look(int32_t i, int32_t k) {
+    const auto place = [this](int32_t s) { return strands_[static_cast<std::size_t>(s)].place; };
+    if (place(k) < place(i)) std::swap(i, k);
     a_ = &strands_[static_cast<std::size_t>(i)];
     b_ = &strands_[static_cast<std::size_t>(k)];
     low_ = std::max(a_->y_low, b_->y_low);

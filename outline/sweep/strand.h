@@ -19,6 +19,7 @@ struct Strand {
   int32_t degree;                 // of the Bezier kinds, lines included
   int32_t source;                 // its number
   int32_t operand;                // that of the source
+  int32_t place;                  // among the strands of the operand
   int32_t low, high;              // vertices
   int32_t direction;              // 1: the source goes up, -1: down
   double u_low, u_high;           // of the source's span at its ends

@@ -147,6 +147,8 @@ class Cutter {
     strand.degree = std::max(span.degree, 1);
     strand.source = number_;
     strand.operand = source_.operand;
+    const bool goes_on = !strands_.empty() && strands_.back().operand == strand.operand;
+    strand.place = goes_on ? strands_.back().place + 1 : 0;
     int32_t to = source_.end;
     if (span.kind == Span::Kind::kBezier || span.kind == Span::Kind::kRational) {
       to = CutControls(start, end, from, ends_inside);
