@@ -19,8 +19,8 @@ constexpr double kCellShare = 0.125;      // of the tolerance, for cubics in pla
 constexpr double kPointShare = 0.125;     // of the tolerance: an arc with such a radius is a point
 constexpr int kMostCuts = 8;              // of a stretch into parts, one in the other,
 constexpr std::size_t kMostPieces = 256;  // and pieces of a cubic: then they are taken as they are
-constexpr std::size_t kUsualPieces = 64;  // of a span
-constexpr std::size_t kMostExtra = 1 << 14;  // pieces beyond that, of all spans
+constexpr std::size_t kUsualPieces = 16;  // of a cubic
+constexpr std::size_t kMostExtra = 1 << 13;  // pieces beyond that, of all cubics
 constexpr double kCoarse = 0x1p-20;          // the tolerance from there on, in the frame
 constexpr double kFinest = 0x1p-40;  // and at best: below it fits are told from rounding no more
 
@@ -80,7 +80,7 @@ class CellStrips {
         list_(list) {}
 
   void Append() {
-    most_pieces_ = list_.pieces.size() + kMostPieces;
+    most_pieces_ = list_.pieces.size() + (list_.extra > kMostExtra ? kUsualPieces : kMostPieces);
     Halts halts;
     FindHalts(hodograph_, distance_, halts);
     double from = 0;
@@ -269,10 +269,12 @@ void AppendStrips(const Span& span, double distance, double tol, StripList& list
   Array<CubicCell> cells;
   AppendCells(span, 0, kCellShare * off, cells);
   const double left = (1 - kCellShare) * off;
-  const std::size_t had = list.pieces.size();
-  for (const CubicCell& cell : cells) CellStrips(span, cell, distance, left, list).Append();
-  const std::size_t made = list.pieces.size() - had;
-  if (made > kUsualPieces) list.extra += made - kUsualPieces;
+  for (const CubicCell& cell : cells) {
+    const std::size_t had = list.pieces.size();
+    CellStrips(span, cell, distance, left, list).Append();
+    const std::size_t made = list.pieces.size() - had;
+    if (made > kUsualPieces) list.extra += made - kUsualPieces;
+  }
 }
 
 }  // namespace kurvo::outline

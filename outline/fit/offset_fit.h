@@ -45,7 +45,7 @@ struct StripList {
   Array<OffsetPiece> pieces;
   int capped =
       0;  // pieces taken at a limit of work, or spans that were fitted more coarsely for it
-  std::size_t extra = 0;  // pieces of spans that took more than usual: all of them have one limit
+  std::size_t extra = 0;  // pieces of cubics beyond the usual few, which together have a limit
   double off = 0;         // the farthest that a piece may be off, in the frame's unit
 };
 
