@@ -13,7 +13,8 @@ struct Extent {
   double length;    // of chords along the first chain
   bool is_against;  // the second chain runs against the first
 };
-Extent ExtentOf(const Track& a, const Contact* contacts, std::size_t count);
+// Contacts of a group are no farther apart than `gap`.
+Extent ExtentOf(const Track& a, const Contact* contacts, std::size_t count, double gap);
 
 // The stretch that the chains share, or nothing when they only meet. Curves that are the same but
 // for rounding over an eighth of where they are near at all share it: a touch of order m is as
