@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install_packages.sh g++ cmake ninja-build libcli11-dev libpugixml-dev nlohmann-json3-dev \
-  libfmt-dev libutfcpp-dev
+  libfmt-dev libutfcpp-dev libboost-dev zlib1g-dev
 
 cmake --preset release -DKURVO_BUILD_TESTS=OFF
 cmake --build --preset release
@@ -14,7 +14,7 @@ for sample in samples/*.svg; do
   picture=build/pictures/${sample##*/}
   echo
   echo "== $sample"
-  build/release/tools/kurvo draw "$sample" -o "$picture"
+  build/release/tools/kurvo draw "$sample" --picture "$picture"
 done
 echo
 echo "The pictures, for any browser:"

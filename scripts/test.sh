@@ -5,7 +5,7 @@ cd "$(dirname "$0")/.."
 
 # The last five are what tests read glyphs and icons from and compare pictures with.
 scripts/install_packages.sh g++ cmake ninja-build pkgconf libgtest-dev libcli11-dev libpugixml-dev \
-  nlohmann-json3-dev libfmt-dev libutfcpp-dev \
+  nlohmann-json3-dev libfmt-dev libutfcpp-dev libboost-dev zlib1g-dev \
   libfreetype-dev fonts-dejavu-core adwaita-icon-theme librsvg2-bin libpng-dev
 
 cmake --workflow --preset dev

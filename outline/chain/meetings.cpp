@@ -40,9 +40,11 @@ class Search {
       AddContacts(a_, i, b_, k, nearness_, work_, contacts_);
       if (++pairs % 256 == 0) progress.Tell(0.8 * i / pieces);
     };
-    const PairTree tree(BoxesOf(a_.pieces()));
+    const Array<Bounds> boxes = BoxesOf(a_.pieces());
+    const PairTree tree(boxes);
     if (with_itself_) return tree.ForEachPair(nearness_.tol, look);
-    tree.ForEachPair(PairTree(BoxesOf(b_.pieces())), nearness_.tol, look);
+    const Array<Bounds> others = BoxesOf(b_.pieces());
+    tree.ForEachPair(PairTree(others), nearness_.tol, look);
   }
 
   Array<Meeting> Meetings() {

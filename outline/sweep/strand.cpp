@@ -20,11 +20,8 @@ double Strand::At(double height) const {
 // From the lower end: with rises d and d0 over the centre and sides s and s0 of it, s - s0 is
 // (d0^2 - d^2) / (s + s0), which loses nothing on circles far larger than the drawing.
 double Strand::SideOfArc(double height) const {
-  const auto half = [this](double rise) {
-    return std::sqrt(std::max((radius - rise) * (radius + rise), 0.0));
-  };
   const double rise = height - centre.y, rise_low = y_low - centre.y;
-  const double sum = half(rise) + half(rise_low);
+  const double sum = std::sqrt(std::max((radius - rise) * (radius + rise), 0.0)) + half_low;
   if (!(sum > 0)) return x_low;
   return x_low + bulge * ((y_low - height) * (rise_low + rise) / sum);
 }

@@ -28,15 +28,18 @@ struct Strand {
   const double *x, *y, *w;        // control points upwards, of a rational one times w; null: none
   double x1, x2, x3, y1, y2, y3;  // x = x_low + x1 v + x2 v^2 + x3 v^3, up to cubics
   Vec2 centre;                    // of an arc
+  double half_low;                // how far its lower end lies to the side of the centre
   double radius, bulge;           // it lies to the right (1) or left (-1) of its centre
 
   // The side at a height, that of the nearer end beyond both. The only answer to where a strand is:
   // who asks twice gets the same bits.
   double At(double height) const;
   double ParameterAt(double height) const;
-  double ParameterAt(double height, KnownLevel, KnownLevel, double) const {
-    return ParameterAt(height);
+  // What Between takes for a height: of lines and arcs it needs none.
+  double LevelAt(double height) const {
+    return kind == Span::Kind::kLine || kind == Span::Kind::kArc ? 0 : ParameterAt(height);
   }
+  double LevelAt(double height, KnownLevel, KnownLevel, double) const { return LevelAt(height); }
   Stretch Between(double from, double to, double v_from, double v_to) const;
   Circle circle() const { return {centre, kind == Span::Kind::kArc ? radius : 0, bulge}; }
   Vec2 PointAt(double v) const;

@@ -210,6 +210,8 @@ class Cutter {
   static void SetArc(Strand& strand, const Span& arc, double middle) {
     strand.centre = arc.centre;
     strand.radius = arc.radius;
+    const double rise = strand.y_low - arc.centre.y;
+    strand.half_low = std::sqrt(std::max((arc.radius - rise) * (arc.radius + rise), 0.0));
     strand.bulge = std::cos(arc.angle + middle * arc.sweep) > 0 ? 1 : -1;
     if (strand.y_low < arc.centre.y && strand.y_high > arc.centre.y) {
       const double side = arc.centre.x + strand.bulge * arc.radius;

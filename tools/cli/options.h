@@ -20,13 +20,16 @@ void AddDrawing(CLI::App& command, std::string& input);
 void AddDrawings(CLI::App& command, std::string& first, std::string& second,
                  const std::string& about_second, bool needs_second);
 
-// The file to write, which is empty when it is not given; the longer side of the picture in pixels;
-// JSON in place of the table; no table.
-void AddOutput(CLI::App& command, OutputOptions& options, const std::string& about);
-CLI::Option* AddSize(CLI::App& command, OutputOptions& options);
-void AddJson(CLI::App& command, OutputOptions& options,
-             const std::string& about = "Print JSON with all digits in place of the table");
-void AddQuiet(CLI::App& command, OutputOptions& options,
-              const std::string& about = "Do not print the table");
+// The options of all commands that read drawings.
+void AddReading(CLI::App& command, InputOptions& options, Stage& stage);
+
+// A length with or without a unit, whose number is from `low` to `high`.
+CLI::Option* AddLength(CLI::App& command, const std::string& name, LengthOption& length, double low,
+                       double high, const std::string& about);
+
+// The options of what a command leaves. `drawing` and `picture` say what they hold; nullptr where
+// there is none.
+void AddOutputs(CLI::App& command, OutputOptions& options, const char* drawing,
+                const char* picture);
 
 }  // namespace kurvo::tools

@@ -18,6 +18,7 @@ namespace kurvo::tools {
 // One line for each outline: name, curves by type, largest degree, start, end, box; then the
 // totals.
 std::string OutlineTable(Library& library, const Drawing& drawing);
+std::string OutlineJson(Library& library, const std::string& name, const Drawing& drawing);
 
 // Two lists of curves, which may be the same one, and what they have in common.
 struct CrossingReport {
@@ -77,6 +78,8 @@ std::string MeasureJson(const MeasureReport& report);
 
 // One line for each outline and distance: how many curves became how many pieces, and their box.
 std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offsets);
+std::string OffsetJson(Library& library, const std::string& name,
+                       const std::vector<OutlineOffset>& offsets);
 
 // One line for each outline, followed by one for each of its pieces. `name` is that of the file.
 std::string SplitTable(Library& library, const std::vector<SplitOutline>& outlines);
