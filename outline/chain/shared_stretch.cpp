@@ -8,6 +8,7 @@ namespace kurvo::outline {
 namespace {
 
 constexpr double kExactShare = 0.125;
+constexpr double kRoughShare = 1.5;      // of the root of what is exact in the tolerance
 constexpr double kLeastWhole = 0x1p-10;  // of the size: length of a span that is followed whole
 constexpr double kParting = 0x1p-18;  // of the size: how far from an end rounding hides a parting
 constexpr double kFar = std::numeric_limits<double>::infinity();
@@ -198,7 +199,9 @@ std::optional<Extent> SharedStretch(const Track& a, const Track& b, const Contac
   const double gap = kJoined * nearness.tol;
   double exact_length = 0;
   for (std::size_t i = 0; i < count; ++i) exact_length += contacts[i].exact_length;
-  if (exact_length >= kExactShare * extent.length && exact_length > 0) {
+  const double share =
+      std::max(kExactShare, kRoughShare * std::sqrt(nearness.exact / nearness.tol));
+  if (exact_length >= share * extent.length && exact_length > 0) {
     Extent exact = ExactPart(a, contacts, count, gap, extent);
     MoveOntoVertex(a, b, kParting, exact.a_from, exact.b_from);
     MoveOntoVertex(a, b, kParting, exact.a_to, exact.b_to);
