@@ -20,7 +20,7 @@ constexpr double kPointShare = 0.125;     // of the tolerance: an arc with such 
 constexpr int kMostCuts = 8;              // of a stretch into parts, one in the other,
 constexpr std::size_t kMostPieces = 256;  // and pieces of a cubic: then they are taken as they are
 constexpr std::size_t kUsualPieces = 16;  // of a cubic
-constexpr std::size_t kMostExtra = 1 << 13;  // pieces beyond that, of all cubics
+constexpr std::size_t kMostExtra = 1 << 11;  // pieces beyond that, of all cubics
 constexpr double kCoarse = 0x1p-20;          // the tolerance from there on, in the frame
 constexpr double kFinest = 0x1p-40;  // and at best: below it fits are told from rounding no more
 

@@ -125,7 +125,7 @@ TEST_P(FailingMemory, IsReportedAndHarmless) {
     const int64_t requests = untroubled.memory.requests;
     most = std::max(most, requests);
     if (untroubled.memory.refused > 0) continue;  // more than there is
-    const int64_t many = entry.traits & kHeavy ? kManyOfHeavy : kManyRequests;
+    const int64_t many = entry.traits & (kHeavy | kSquare) ? kManyOfHeavy : kManyRequests;
     const int64_t step = 1 + requests / many;
     for (int64_t granted = 0; granted < requests; granted += step)
       for (const bool from_then : {false, true}) {

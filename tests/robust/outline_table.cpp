@@ -101,9 +101,9 @@ std::vector<Entry> Rows() {
       {ROW(KurvoRegionCombine, operation, OneRegion, OneRegion, SomeOptions, NewRegion, NewReport), {}, kHeavy},
       {ROW(KurvoRegionCombineMany, operation, SomeRegions, RegionCount, SomeOptions, NewRegion, NewReport), {}, kHeavy},
       {ROW(KurvoRegionSimplify, OneRegion, SomeOptions, NewRegion, NewReport), {}, kHeavy},
-      {ROW(KurvoRegionOffset, OneRegion, distance, SomeOptions, NewRegion, NewReport), {}, kHeavy},
+      {ROW(KurvoRegionOffset, OneRegion, distance, SomeOptions, NewRegion, NewReport), {}, kSquare},
       {ROW(KurvoRegionClip, OneRegion, SomeChains, Count, SomeOptions, NewRegion, NewRegion, NewReport), {}, kHeavy},
-      {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}, kHeavy},
+      {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}, kSquare},
       {ROW(KurvoRegionLocate, OneRegion, Points, Count, OrNull(OutMany<int32_t>), OrNull(OutMany<int32_t>))},
       {ROW(KurvoRegionNesting, OneRegion, OutLoops)}, {ROW(KurvoRegionMoments, OneRegion, OutRecord<KurvoMoments>)},
 

@@ -16,6 +16,7 @@ enum Trait : unsigned {
   kAsks = 1,    // asks for as much memory as the caller says
   kSilent = 2,  // has no record to write an error to
   kHeavy = 4,   // works hard on every piece of a curve, so that it gets no long ones
+  kSquare = 8,  // on every pair of places where curves cross, so that it gets short ones
 };
 
 // A function, a random call of it, and one that is written down.
