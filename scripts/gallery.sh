@@ -43,7 +43,7 @@ case_of() {
   fi
   printf '| %s<br>`kurvo %s` | %s | ![](%s.svg) |\n' "$words" "$line" "$shown" "$name" >> "$page"
   if $can; then
-    (cd "$gallery" && "$OLDPWD/$client" $line)
+    (cd "$gallery" && "$OLDPWD/$client" $line -q)
   fi
 }
 
