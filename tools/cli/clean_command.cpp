@@ -6,8 +6,7 @@
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/progress.h"
-#include "picture/pictures.h"
-#include "svg/input.h"
+#include "cli/region_command.h"
 
 namespace kurvo::tools {
 namespace {
@@ -28,11 +27,8 @@ int RunClean(const CleanOptions& options) {
     return Cleaned(drawing, closing, [&] { progress.Step(); });
   }();
   const RegionReport report = {{BaseName(options.input)}, "clean", drawing, regions};
-  return Deliver(library, options.reading, options.output, {{options.input, &drawing}},
-                 {.drawing = [&] { return ResultOf(drawing, regions, Look::kAsElements); },
-                  .picture = [&] { return RegionPicture(library, report, options.output.size); },
-                  .table = [&] { return RegionTable(report); },
-                  .json = [&] { return RegionJson(report); }});
+  return DeliverRegions(library, options.reading, options.output, {{options.input, &drawing}},
+                        report, Look::kAsElements);
 }
 
 }  // namespace

@@ -8,8 +8,7 @@
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/progress.h"
-#include "picture/pictures.h"
-#include "svg/input.h"
+#include "cli/region_command.h"
 
 namespace kurvo::tools {
 namespace {
@@ -51,12 +50,9 @@ int RunCombine(const CombineOptions& options) {
                                regions,
                                false,
                                count};
-  return Deliver(library, options.reading, options.output,
-                 {{options.first, &first}, {options.second, &second}},
-                 {.drawing = [&] { return ResultOf(both, regions, Look::kAsElements); },
-                  .picture = [&] { return RegionPicture(library, report, options.output.size); },
-                  .table = [&] { return RegionTable(report); },
-                  .json = [&] { return RegionJson(report); }});
+  return DeliverRegions(library, options.reading, options.output,
+                        {{options.first, &first}, {options.second, &second}}, report,
+                        Look::kAsElements);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/progress.h"
+#include "cli/region_command.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
 
@@ -86,11 +87,8 @@ int RunOffset(const OffsetOptions& options) {
   }();
   const RegionReport report = {{BaseName(options.input)}, "offset", drawing, regions, true};
   const Look look = distances.size() > 1 ? Look::kLines : Look::kAsElements;
-  return Deliver(library, options.reading, options.output, {{options.input, &drawing}},
-                 {.drawing = [&] { return ResultOf(drawing, regions, look); },
-                  .picture = [&] { return RegionPicture(library, report, options.output.size); },
-                  .table = [&] { return RegionTable(report); },
-                  .json = [&] { return RegionJson(report); }});
+  return DeliverRegions(library, options.reading, options.output, {{options.input, &drawing}},
+                        report, look);
 }
 
 }  // namespace

@@ -7,8 +7,7 @@
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/progress.h"
-#include "picture/pictures.h"
-#include "svg/input.h"
+#include "cli/region_command.h"
 
 namespace kurvo::tools {
 namespace {
@@ -51,11 +50,8 @@ int RunStroke(const StrokeOptions& options) {
     return Stroked(drawing, left, right, pen, [&] { progress.Step(); });
   }();
   const RegionReport report = {{BaseName(options.input)}, "stroke", drawing, regions};
-  return Deliver(library, options.reading, options.output, {{options.input, &drawing}},
-                 {.drawing = [&] { return ResultOf(drawing, regions, Look::kSurround); },
-                  .picture = [&] { return RegionPicture(library, report, options.output.size); },
-                  .table = [&] { return RegionTable(report); },
-                  .json = [&] { return RegionJson(report); }});
+  return DeliverRegions(library, options.reading, options.output, {{options.input, &drawing}},
+                        report, Look::kSurround);
 }
 
 }  // namespace
