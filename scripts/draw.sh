@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the client and draws every sample; the pictures land in build/pictures/.
+# Builds the client, draws every sample and some of their offsets; the pictures land in
+# build/pictures/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -16,6 +17,15 @@ for sample in samples/*.svg; do
   echo "== $sample"
   build/release/tools/kurvo draw "$sample" --picture "$picture"
 done
+draw_offset() {
+  echo
+  echo "== kurvo offset samples/$1.svg ${*:3}"
+  build/release/tools/kurvo offset "samples/$1.svg" "${@:3}" --picture "build/pictures/$2.svg"
+}
+draw_offset bracket kerf --outside 3mm
+draw_offset bodice seam --outside 10mm --join miter
+draw_offset letters outlined --outside 12
+draw_offset letters inlined --inside 12
 echo
 echo "The pictures, for any browser:"
 printf '  %s\n' "$PWD"/build/pictures/*.svg

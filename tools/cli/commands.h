@@ -15,6 +15,8 @@ struct Command {
 };
 
 // `stage` is where the command stands in a pipe.
+Command AddCleanCommand(CLI::App& app, Stage& stage);
+Command AddCombineCommand(CLI::App& app, Stage& stage);
 Command AddDistanceCommand(CLI::App& app, Stage& stage);
 Command AddDrawCommand(CLI::App& app, Stage& stage);
 Command AddFitCommand(CLI::App& app, Stage& stage);
@@ -24,5 +26,6 @@ Command AddLocateCommand(CLI::App& app, Stage& stage);
 Command AddMeasureCommand(CLI::App& app, Stage& stage);
 Command AddOffsetCommand(CLI::App& app, Stage& stage);
 Command AddSplitCommand(CLI::App& app, Stage& stage);
+Command AddStrokeCommand(CLI::App& app, Stage& stage);
 
 }  // namespace kurvo::tools

@@ -1,5 +1,7 @@
 #include "cli/options.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
@@ -18,6 +20,9 @@ constexpr double kLargestSize = 32768;
 // Lengths.
 constexpr double kLeastDeviation = 1e-6;
 constexpr double kGreatestDeviation = 1e9;
+constexpr double kWidestGap = 1e9;
+
+constexpr double kGreatestMiterLimit = 1e6;  // of the distance
 
 }  // namespace
 
@@ -83,6 +88,53 @@ CLI::Option* AddLength(CLI::App& command, const std::string& name, LengthOption&
           },
           about)
       ->type_name("LENGTH");
+}
+
+CLI::Option* AddChoice(CLI::App& command, const std::string& name, std::int32_t& value,
+                       std::vector<std::string> names, const std::string& about) {
+  return command
+      .add_option_function<std::string>(
+          name,
+          [names, name, &value](const std::string& text) {
+            const auto at = std::find(names.begin(), names.end(), text);
+            if (at == names.end()) {
+              throw CLI::ValidationError(name,
+                                         fmt::format("not one of {}", fmt::join(names, ", ")));
+            }
+            value = static_cast<std::int32_t>(at - names.begin());
+          },
+          about)
+      ->type_name("KIND");
+}
+
+void AddGap(CLI::App& command, LengthOption& gap) {
+  AddLength(command, "--gap", gap, 0, kWidestGap,
+            "Close outlines whose ends are no farther apart than this; without it those that meet, "
+            "and those that are filled");
+}
+
+CLI::Option* AddNested(CLI::App& command, Nesting& nesting, const std::string& about) {
+  return command.add_flag_callback(
+      "--nested", [&nesting] { nesting = Nesting::kAll; }, about);
+}
+
+void AddCorners(CLI::App& command, CornerOptions& options) {
+  AddChoice(command, "--join", options.record.join, {"round", "miter", "bevel"},
+            "What corners become that come apart: round unless given, miter or bevel");
+  command
+      .add_option("--miter-limit", options.record.miter_limit,
+                  "Bevel miters that are longer than this many distances, 4 unless given")
+      ->check(Between(1, kGreatestMiterLimit))
+      ->type_name("NUMBER");
+  AddLength(command, "--tolerance", options.tolerance, kLeastDeviation, kGreatestDeviation,
+            "How far what is made of curves may be off; a thousandth of the distance unless given, "
+            "or a hundred thousandth of the drawing where that is less");
+}
+
+PenOptions PenOf(const CornerOptions& options, Drawing& drawing) {
+  PenOptions pen = {.record = options.record};
+  if (options.tolerance.number > 0) pen.tolerance = options.tolerance.In(drawing);
+  return pen;
 }
 
 void AddOutputs(CLI::App& command, OutputOptions& options, const char* drawing,

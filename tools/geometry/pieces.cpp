@@ -106,7 +106,7 @@ std::vector<OutlineOffset> OffsetOutlines(const Drawing& drawing,
 }
 
 Result ResultOf(const Drawing& source, std::span<const SplitOutline> outlines) {
-  Result result = {source, {}, true};
+  Result result = {source, {}, Look::kLines};
   for (const SplitOutline& outline : outlines) {
     for (const Piece& piece : outline.pieces)
       result.chains.push_back({piece.curves, piece.closed, outline.element});
@@ -115,7 +115,7 @@ Result ResultOf(const Drawing& source, std::span<const SplitOutline> outlines) {
 }
 
 Result ResultOf(Library& library, const Drawing& source, std::span<const OutlineOffset> offsets) {
-  Result result = {source, {}, true};
+  Result result = {source, {}, Look::kLines};
   for (const OutlineOffset& offset : offsets)
     AddRuns(library, offset.pieces, offset.element, result.chains);
   return result;

@@ -39,7 +39,11 @@ Bounds ViewOf(Library& library, const Result& result) {
 Paint PaintOf(const Result& result, std::size_t element, double thin) {
   if (element == kNoElement) return {kNoPaint, "#000", thin};
   const Paint& paint = result.source.shapes[element].paint;
-  if (!result.lines) return paint;
+  if (result.look == Look::kAsElements) return paint;
+  if (result.look == Look::kSurround) {
+    const std::string& line = paint.stroke != kNoPaint ? paint.stroke : paint.fill;
+    return {line == kNoPaint ? "#000" : line, kNoPaint, 0};
+  }
   if (paint.stroke != kNoPaint) return {kNoPaint, paint.stroke, paint.stroke_width};
   return {kNoPaint, paint.fill == kNoPaint ? "#000" : paint.fill, thin};
 }
@@ -81,7 +85,7 @@ Result ResultOf(const Drawing& drawing) {
 }
 
 Result OneByOne(const Drawing& source, std::span<const OwnedCurve> curves) {
-  Result result = {source, {}, true};
+  Result result = {source, {}, Look::kLines};
   for (const OwnedCurve& curve : curves) result.chains.push_back({{&curve, 1}});
   return result;
 }

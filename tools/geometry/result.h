@@ -18,11 +18,14 @@ struct ResultChain {
   std::size_t element = kNoElement;  // into the shapes of the source
 };
 
+// How chains are painted: as the elements are; as lines, since they are no longer what the elements
+// fill; or filled with the colour of the lines, which they surround.
+enum class Look { kAsElements, kLines, kSurround };
+
 struct Result {
   const Drawing& source;            // its sheet, groups and elements
   std::vector<ResultChain> chains;  // those of one element one after the other
-  // Whether the chains are no longer what the elements fill: they are drawn as lines then.
-  bool lines = false;
+  Look look = Look::kAsElements;
 };
 
 // The chains by the element that they come from; one that comes from none is alone.
