@@ -136,7 +136,8 @@ class OutlineBatch:
 
         The loop is -1 and the distance NaN where there is none.
         """
-        return _kurvo.batch_nearest(self.columns, points, threads)
+        loops, places, distances, codes = _kurvo.batch_nearest(self.columns, points, threads)
+        return loops, places, distances, codes
 
     def flatten(
         self, deviation: float, *, threads: int = 1
@@ -146,4 +147,7 @@ class OutlineBatch:
         Loop k has the points from point_starts[k] to point_starts[k + 1], region i the loops from
         loop_starts[i] to loop_starts[i + 1].
         """
-        return _kurvo.batch_flatten(self.columns, deviation, threads)
+        points, point_starts, loop_starts, codes = _kurvo.batch_flatten(
+            self.columns, deviation, threads
+        )
+        return points, point_starts, loop_starts, codes

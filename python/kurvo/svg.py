@@ -214,7 +214,7 @@ def path(shown: _kurvo.Region | _kurvo.Chain | _kurvo.Curve) -> str:
     if isinstance(shown, Region):
         return "".join(path(loop) + "Z" for loop in shown if len(loop))
     text, at = "", None
-    curves: Iterable[_kurvo.Curve] = [shown] if isinstance(shown, Curve) else shown
+    curves: Iterable[_kurvo.Curve] = (shown,) if isinstance(shown, Curve) else iter(shown)
     for curve in curves:
         start = curve.points[0] if curve.type in ("line", "arc") else curve.start
         x, y = start.tolist()

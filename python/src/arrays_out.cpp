@@ -49,9 +49,17 @@ const py::dtype& OriginType() {
 
 }  // namespace
 
+// What py::array_t makes of lists of sides and strides, without the lists: calls for one point are
+// many.
 py::array Pair(double x, double y) {
-  py::array_t<double> out(2);
-  double* to = out.mutable_data();
+  const auto& numpy = py::detail::npy_api::get();
+  const Py_intptr_t side = 2;
+  PyObject* made = numpy.PyArray_NewFromDescr_(
+      numpy.PyArray_Type_, numpy.PyArray_DescrFromType_(py::detail::npy_api::NPY_DOUBLE_), 1, &side,
+      nullptr, nullptr, 0, nullptr);
+  if (!made) throw py::error_already_set();
+  auto out = py::reinterpret_steal<py::array>(made);
+  auto* to = static_cast<double*>(out.mutable_data());
   to[0] = x;
   to[1] = y;
   return out;

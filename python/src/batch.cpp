@@ -116,7 +116,8 @@ py::tuple NearestTo(const py::tuple& arrays, py::handle points, int threads) {
   const PointList list(points, "points");
   if (list.Shape().size() != 1 || list.Points().size() != count)
     throw py::value_error("points: one point for each region is needed, of shape (n, 2)");
-  GlobalVar g = *ThreadContext().Get();
+  GlobalVar g;
+  KurvoInitGlobalVar(&g);
   auto places = Array<Place>::Sized(count, &g);
   if (places.size() != count) Fail(KURVO_ERR_TOO_LARGE, "nearest");
   auto loop = Column<int32_t>(count), codes = Column<int32_t>(count);

@@ -36,6 +36,7 @@ def load_tests(loader, only):
     suite = unittest.TestSuite()
     if not only:
         suite.addTests(doctest.DocTestSuite(_kurvo, test_finder=_Finder()))
+        suite.addTests(doctest.DocFileSuite(str(pathlib.Path(__file__).parents[1] / "README.md"), module_relative=False))
         for name in MODULES:
             module = importlib.import_module(name)
             suite.addTests(doctest.DocTestSuite(module, test_finder=doctest.DocTestFinder(exclude_empty=False)))

@@ -49,6 +49,8 @@ class Batches(unittest.TestCase):
             self.assertEqual(values.tolist(), [getattr(region, name) for region in REGIONS])
             self.assertFalse(codes.any())
         points = RNG.uniform(-2, 2, (len(BATCH), 2))
+        with self.assertRaises(kurvo.Error):  # an earlier error says nothing
+            BATCH[0].offset(float("nan"))
         found = BATCH.nearest(points, threads=3)
         self.assertEqual(bits(found), bits(BATCH.nearest(points)))
         for i, region in enumerate(REGIONS):
