@@ -3,6 +3,7 @@
 CMAKE_PREFIX_PATH says where they are, when they are not where CMake looks anyway.
 """
 
+import os
 import pathlib
 import subprocess
 import sys
@@ -18,8 +19,10 @@ class BuildByCMake(build_ext):
         target = pathlib.Path(self.get_ext_fullpath(extension.name)).resolve().parent
         build = pathlib.Path(self.build_temp).resolve()
         build.mkdir(parents=True, exist_ok=True)
-        configure = [f"-DPython3_EXECUTABLE={sys.executable}", "-DCMAKE_BUILD_TYPE=Release"]
-        subprocess.check_call(["cmake", "-S", HERE, "-B", build, *configure])
+        os.environ.setdefault("CMAKE_BUILD_TYPE", "Release")
+        subprocess.check_call(
+            ["cmake", "-S", HERE, "-B", build, f"-DPython3_EXECUTABLE={sys.executable}"]
+        )
         subprocess.check_call(["cmake", "--build", build])
         subprocess.check_call(
             ["cmake", "--install", build, "--component", "python", "--prefix", target.parent]
