@@ -60,7 +60,9 @@ kurvo_part(KURVO_BUILD_TESTS "the tests and examples" ${test_needs})
 kurvo_part(KURVO_BUILD_BENCH "the benchmarks" benchmark:libbenchmark-dev)
 
 # The sanitizers' runtime would have to be in the interpreter.
-if(NOT KURVO_SANITIZE)
+if(KURVO_SANITIZE)
+  set(KURVO_PYTHON OFF)
+else()
   list(APPEND CMAKE_MODULE_PATH ${PROJECT_SOURCE_DIR}/python)
   kurvo_part(KURVO_PYTHON "the Python package"
              "KurvoPython:python3-dev, python3-numpy, pybind11-dev")
