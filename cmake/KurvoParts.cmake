@@ -59,3 +59,12 @@ endif()
 kurvo_part(KURVO_BUILD_TESTS "the tests and examples" ${test_needs})
 
 kurvo_part(KURVO_BUILD_BENCH "the benchmarks" benchmark:libbenchmark-dev)
+
+# The sanitizers' runtime would have to be in the interpreter.
+if(KURVO_SANITIZE)
+  set(KURVO_PYTHON OFF)
+else()
+  list(APPEND CMAKE_MODULE_PATH ${PROJECT_SOURCE_DIR}/python)
+  kurvo_part(KURVO_PYTHON "the Python package"
+             "KurvoPython:python3-dev, python3-numpy, pybind11-dev")
+endif()

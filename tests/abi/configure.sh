@@ -9,7 +9,8 @@ compilers=(-G "$3" "-DCMAKE_C_COMPILER=$4" "-DCMAKE_CXX_COMPILER=$5")
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-packages=(TBB CLI11 pugixml nlohmann_json fmt utf8cpp Boost GTest Freetype DejaVu PNG benchmark)
+packages=(TBB CLI11 pugixml nlohmann_json fmt utf8cpp Boost GTest Freetype DejaVu PNG benchmark
+          KurvoPython)
 parts=(TOOL=AUTO TESTS=AUTO BENCH=OFF)  # unless a case asks otherwise
 
 # configure HIDDEN PART=VALUE...: prints what CMake says; every package and part is set anew.
@@ -51,7 +52,8 @@ stops() {
 builds 'nothing but a compiler' "${packages[*]}" 'kurvo' \
   'Left out: the client, for want of CLI11 .*libcli11-dev.*libpugixml-dev.*nlohmann-json3-dev.*libfmt-dev.*libutfcpp-dev' \
   'Left out: the tests.*libgtest-dev.*libfreetype-dev.*fonts-dejavu-core' \
-  'Left out: the benchmarks.*libbenchmark-dev'
+  'Left out: the benchmarks.*libbenchmark-dev' \
+  'Left out: the Python package.*python3-numpy, pybind11-dev'
 builds 'no picture library' PNG 'kurvo kurvo_tool' 'Left out: the tests.*libpng-dev' '!the client'
 builds 'no client' 'fmt PNG' 'kurvo records_test' 'the client.*libfmt-dev' \
   '!the tests' '!libcli11-dev'
