@@ -73,9 +73,10 @@ Command AddCombineCommand(CLI::App& app, Stage& stage) {
   AddGap(*combine, options->gap);
   AddNested(*combine, options->nesting,
             "Take outlines inside others as holes, whatever their elements");
-  AddOutputs(*combine, options->output,
-             "Write the result to this SVG file, one path for each element that is left of",
-             "Write a picture of the drawings and the result to this SVG file");
+  AddOutputs(
+      *combine, options->output,
+      "Write the result to this SVG file, one path for each element of which something is left",
+      "Write a picture of the drawings and the result to this SVG file");
   combine->footer(
       "A drawing covers what its elements fill, each by its fill-rule, also those that are only "
       "lines. Curves\nstay curves; what nothing touches stays as it is. Each outline goes to the "

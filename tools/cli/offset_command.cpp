@@ -27,7 +27,7 @@ struct OffsetOptions {
   OutputOptions output;
   std::vector<LengthOption> distances;
   LengthOption step;  // of rings
-  double rings = 1;
+  std::size_t rings = 1;
   bool inside = false;
   bool curve_by_curve = false;
   Nesting nesting = Nesting::kUnfilled;
@@ -51,7 +51,8 @@ std::vector<double> Distances(const OffsetOptions& options, Drawing& drawing) {
   const double step =
       options.step.number == 0 ? given[0] : std::copysign(options.step.In(drawing), given[0]);
   std::vector<double> rings;
-  for (double i = 0; i < options.rings; ++i) rings.push_back(given[0] + i * step);
+  for (std::size_t i = 0; i < options.rings; ++i)
+    rings.push_back(given[0] + static_cast<double>(i) * step);
   return rings;
 }
 

@@ -4,11 +4,10 @@
 #include <cmath>
 #include <iterator>
 #include <list>
-#include <numeric>
 #include <utility>
 
-#include "geometry/box_sweep.h"
 #include "geometry/parallel.h"
+#include "geometry/region_input.h"
 
 namespace kurvo::tools {
 namespace {
@@ -17,59 +16,6 @@ namespace {
 constexpr double kApart = 1e-6;
 
 constexpr double kLeastTolerance = 0x1p-30;  // that the library works to, of the size of its input
-
-// Loops with the elements that their curves come from, as the library takes them. The curves belong
-// to a drawing, or to the record that the library made.
-class Operand {
- public:
-  explicit Operand(int rule) { made_.record.rule = rule; }
-
-  void Add(const std::vector<OwnedCurve>& curves, std::size_t element) {
-    chains_.emplace_back(curves);
-    begins_.push_back(elements_.size());
-    elements_.resize(elements_.size() + curves.size(), element);
-  }
-  // Once all loops are there.
-  void Close() {
-    for (const Chain& chain : chains_) seqs_.push_back(chain.Seq());
-  }
-  // What the library writes to, and its sources once it is written.
-  KurvoRegion* Output() { return &made_.record; }
-  void TakeElements(const std::vector<const Operand*>& sources);
-
-  KurvoRegion Record() const {
-    if (seqs_.empty()) return made_.record;
-    return {static_cast<std::int32_t>(seqs_.size()), made_.record.rule,
-            const_cast<Cvseq*>(seqs_.data()), nullptr};
-  }
-  std::size_t ElementOf(std::size_t loop, std::size_t curve) const {
-    return elements_[begins_[loop] + curve];
-  }
-  std::size_t CurveCount() const { return elements_.size(); }
-  bool IsEmpty() const { return elements_.empty(); }
-
- private:
-  std::list<Chain> chains_;
-  std::vector<Cvseq> seqs_;  // of the chains
-  OwnedRegion made_;
-  std::vector<std::size_t> begins_;    // of the loops among the curves
-  std::vector<std::size_t> elements_;  // by curve
-};
-
-void Operand::TakeElements(const std::vector<const Operand*>& sources) {
-  const KurvoRegion& made = made_.record;
-  for (std::int32_t loop = 0; loop < made.count; ++loop) {
-    begins_.push_back(elements_.size());
-    for (std::int32_t i = 0; i < made.loops[loop].count; ++i) {
-      const KurvoOrigin& from = made.origins[elements_.size()];
-      const bool has_source = from.region >= 0 && from.loop >= 0 && from.curve >= 0;
-      elements_.push_back(has_source ? sources[static_cast<std::size_t>(from.region)]->ElementOf(
-                                           static_cast<std::size_t>(from.loop),
-                                           static_cast<std::size_t>(from.curve))
-                                     : kNoElement);
-    }
-  }
-}
 
 // Tells of the curves that are done while the library works.
 class Steps {
@@ -141,129 +87,6 @@ void Combine(Library& library, int operation, const std::vector<const Operand*>&
                                &options, made, own, g);
       },
       out, report);
-}
-
-bool IsFilled(const Shape& shape) { return shape.paint.fill != "none"; }
-
-bool Surrounds(Library& library, const Shape& shape, const Outline& outline,
-               const Closing& closing) {
-  if (outline.closed || IsFilled(shape)) return true;
-  const Point start = StartOf(library, outline.curves.front());
-  const Point end = EndOf(library, outline.curves.back());
-  return AreSame(library, start, end) || closing.gap >= Size(end - start);
-}
-
-// What the shapes of a drawing surround.
-struct Input {
-  struct Loop {
-    const Outline* outline;
-    std::size_t element;
-    std::size_t region;
-  };
-  struct Region {
-    int rule;
-    int side;  // of what is combined: 0 or 1
-  };
-
-  std::vector<Loop> loops;  // region by region
-  std::vector<Region> regions;
-  std::size_t left_out = 0;
-
-  void Begin(int rule, int side) { regions.push_back({rule, side}); }
-  void Add(Library& library, const Drawing& drawing, std::size_t element, const Closing& closing) {
-    const Shape& shape = drawing.shapes[element];
-    for (const Outline& outline : shape.outlines) {
-      if (Surrounds(library, shape, outline, closing)) {
-        loops.push_back({&outline, element, regions.size() - 1});
-      } else {
-        ++left_out;
-      }
-    }
-  }
-};
-
-using Loops = std::vector<Input::Loop>;
-
-int RuleOf(const Shape& shape) { return shape.even_odd ? KURVO_FILL_EVENODD : KURVO_FILL_NONZERO; }
-
-// Groups of boxes that are apart: the number of the group of each box, in the order of the boxes.
-// Empty boxes are alone.
-std::vector<std::size_t> GroupsOf(const std::vector<Bounds>& boxes) {
-  std::vector<std::size_t> parents(boxes.size());
-  std::iota(parents.begin(), parents.end(), std::size_t{0});
-  const auto root = [&](std::size_t box) {
-    while (parents[box] != box) box = parents[box] = parents[parents[box]];
-    return box;
-  };
-  SweepBoxes(
-      boxes,
-      [&](std::size_t a, std::size_t b) {
-        const std::size_t first = root(a), second = root(b);
-        parents[std::max(first, second)] = std::min(first, second);
-      },
-      [] {});
-  std::vector<std::size_t> groups(boxes.size());
-  std::size_t count = 0;
-  for (std::size_t i = 0; i < boxes.size(); ++i)
-    groups[i] = parents[i] == i ? count++ : groups[root(i)];
-  return groups;
-}
-
-bool Nests(Nesting nesting, const Shape& shape) {
-  return nesting == Nesting::kAll || (nesting == Nesting::kUnfilled && !IsFilled(shape));
-}
-
-// Of the shapes from `begin` to `end`; those that nest come first.
-void Read(Library& library, const Drawing& drawing, std::size_t begin, std::size_t end, int side,
-          Nesting nesting, const Closing& closing, Input& input) {
-  input.Begin(KURVO_FILL_EVENODD, side);
-  for (std::size_t i = begin; i < end; ++i) {
-    if (Nests(nesting, drawing.shapes[i])) input.Add(library, drawing, i, closing);
-  }
-  for (std::size_t i = begin; i < end; ++i) {
-    const Shape& shape = drawing.shapes[i];
-    if (Nests(nesting, shape)) continue;
-    input.Begin(RuleOf(shape), side);
-    input.Add(library, drawing, i, closing);
-  }
-}
-
-// The loops in groups that are farther than `reach` apart: what is made of one has nothing to do
-// with another. Each is soon done and has a core of its own.
-std::vector<Loops> Apart(Library& library, const Loops& loops, double reach) {
-  std::vector<Bounds> boxes;
-  for (const Input::Loop& loop : loops) {
-    Bounds& box = boxes.emplace_back(BoundsOf(library, Chain(loop.outline->curves)));
-    box.Grow(reach / 2);
-  }
-  const std::vector<std::size_t> numbers = GroupsOf(boxes);
-  std::vector<Loops> groups;
-  for (std::size_t i = 0; i < loops.size(); ++i) {
-    if (numbers[i] >= groups.size()) groups.resize(numbers[i] + 1);
-    groups[numbers[i]].push_back(loops[i]);
-  }
-  return groups;
-}
-
-// The loops of each region by themselves.
-std::vector<Loops> ByRegion(const Loops& loops) {
-  std::vector<Loops> parts;
-  for (const Input::Loop& loop : loops) {
-    if (parts.empty() || parts.back().back().region != loop.region) parts.emplace_back();
-    parts.back().push_back(loop);
-  }
-  return parts;
-}
-
-void Fill(const Loops& loops, Operand& operand) {
-  for (const Input::Loop& loop : loops) operand.Add(loop.outline->curves, loop.element);
-  operand.Close();
-}
-
-double CurveCount(const Loops& loops) {
-  double count = 0;
-  for (const Input::Loop& loop : loops) count += static_cast<double>(loop.outline->curves.size());
-  return count;
 }
 
 // The loops of a region that was made. Holes go with the element around them where that is filled.
