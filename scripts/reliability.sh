@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The long form of the tests that try to break the libraries: hostile records and failing memory under
 # the address and undefined-behaviour sanitizers, threads under the thread sanitizer, small stacks,
-# intersections of random curves against brute force.
+# intersections of random curves against brute force, regions combined, grown, stroked and clipped
+# against oracles.
 # Hostile records are split among the processors. Prints what each function came to.
 # docs/reliability.md keeps the figures.
 # usage: reliability.sh [CALLS_OF_EACH_FUNCTION [FUNCTION...]]
@@ -63,3 +64,19 @@ cmake --build --preset release -j "$(nproc)" -t relate_test > /dev/null
 step "Intersections of $calls pairs of curves"
 KURVO_PAIRS=$calls build/release/tests/relate/relate_test --gtest_brief=1 \
   --gtest_filter='IntersectPlanted.RandomPairs'
+
+cmake --build --preset release -j "$(nproc)" -t outline_test > /dev/null
+# outline TITLE ROUNDS FILTER
+outline() {
+  step "$1, $(($2 + 1)) rounds"
+  KURVO_TEST_CASES=$(($2 + 1)) build/release/tests/outline/outline_test --gtest_brief=1 \
+    --gtest_filter="$3"
+}
+# A thousand questions a round.
+outline 'Letters of three fonts combined, in nine families' $((calls / 1000)) 'RegionCombine.LettersOfFonts'
+outline 'Random outlines combined' $((calls / 100)) 'RegionCombine.RandomOutlines'
+outline 'Laws of combining, bit for bit' $((calls / 10)) 'RegionCombine.BitForBit'
+outline 'Laws of combining pairs' $((calls / 1000)) 'RegionCombine.Commutes*:RegionCombine.ManyAtOnce'
+outline 'Regions grown and shrunk' $((calls / 60)) 'RegionOffset.*'
+outline 'Strokes' $((calls / 500)) 'ChainStroke.*'
+outline 'Chains clipped' $((calls / 50)) 'RegionClip.*'

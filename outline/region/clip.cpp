@@ -27,7 +27,9 @@ constexpr double kExact = 0x1p-44;       // of the size: what rounding makes of 
 constexpr double kCoordinate = 0x1p-50;  // of the largest coordinate: what its rounding makes
 constexpr double kRounding = 0x1p-48;    // of the frame's unit: nearer points are on a loop
 constexpr double kClear = 2;             // of the tolerance: points so far away tell a side
-constexpr double kBeside = 4;            // of the tolerance: where both sides of a loop are asked
+constexpr double kLeastAway = 4 * kRounding;
+// Of the tolerance: where both sides of a loop are asked. The least is for the tips of wedges.
+constexpr double kBeside[] = {4, 0.5, 0.0625};
 
 // ---- Which side places are on ----
 
@@ -47,9 +49,12 @@ class Field {
   // Of a point on a loop: whether the region lies to either side of the track there.
   bool HasInsideBeside(const Track& track, Position at) const {
     const Span& span = track.pieces()[static_cast<std::size_t>(at.piece)].span;
-    const Vec2 q = PointAt(span, at.u), aside = (kBeside * tol_) * Left(TangentAt(span, at.u));
-    return IsInside(q + aside, kRounding).value_or(true) ||
-           IsInside(q - aside, kRounding).value_or(true);
+    const Vec2 q = PointAt(span, at.u), left = Left(TangentAt(span, at.u));
+    return std::any_of(std::begin(kBeside), std::end(kBeside), [&](double share) {
+      const double away = std::max(share * tol_, kLeastAway);
+      return IsInside(q + away * left, kRounding).value_or(true) ||
+             IsInside(q - away * left, kRounding).value_or(true);
+    });
   }
 
  private:

@@ -34,6 +34,7 @@ struct Arrangement {
     edges.clear();
     first_ray.clear();
     rays.clear();
+    worst_bridge = 0;
   }
   Edge& edge(int32_t i) { return edges[static_cast<std::size_t>(i)]; }
   const Edge& edge(int32_t i) const { return edges[static_cast<std::size_t>(i)]; }

@@ -203,11 +203,22 @@ class Emitter {
     Ends first, last;
     Curve& front = *records_.front().Get();
     Curve& back = *records_.back().Get();
-    const double front_sweep = SweepOf(front), back_sweep = SweepOf(back);
+    Curve &front_piece = Outermost(front, false), &back_piece = Outermost(back, true);
+    const double front_sweep = SweepOf(front_piece), back_sweep = SweepOf(back_piece);
     if (EndsOf(front, first) && first.start != part.start) SetStart(front, part.start);
     if (EndsOf(back, last) && last.end != part.end) SetEnd(back, part.end);
-    Recentre(front, front_sweep);
-    if (&front != &back) Recentre(back, back_sweep);
+    Recentre(front_piece, front_sweep);
+    if (&front_piece != &back_piece) Recentre(back_piece, back_sweep);
+  }
+
+  // The curve that holds an end: of a composite the first or the last piece.
+  static Curve& Outermost(Curve& curve, bool last) {
+    Curve* at = &curve;
+    while (at->type == CV_SEGCV && BlockOf<KurvoSegcv>(*at).count > 0) {
+      const auto& composite = BlockOf<KurvoSegcv>(*at);
+      at = &composite.curves[last ? composite.count - 1 : 0];
+    }
+    return *at;
   }
 
   static double SweepOf(const Curve& curve) {
