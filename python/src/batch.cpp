@@ -156,16 +156,10 @@ void BindBatch(py::module_& module) {
     if (i >= columns.size()) throw py::index_error("a batch has no such region");
     return columns.At(i, ThreadContext()).value();
   });
-  module.def("batch_pack", [](const py::iterable& regions) {
-    std::vector<py::object> list;
-    for (const py::handle region : regions) {
-      static_cast<void>(As<Region>(region));
-      list.push_back(py::reinterpret_borrow<py::object>(region));
-    }
-    std::vector<const Region*> records;
-    for (const py::object& region : list) records.push_back(&As<Region>(region));
-    return MadeColumns(records.size(), 1,
-                       [&](std::size_t i, Context& c) { return records[i]->Copy(c); });
+  module.def("batch_pack", [](const py::object& regions) {
+    const Lent<Region> lent(regions);
+    return MadeColumns(lent.List().size(), 1,
+                       [&](std::size_t i, Context& c) { return lent.List()[i].Copy(c); });
   });
   module.def("batch_combine", &Combined);
   module.def("batch_simplify", &Simplified);
