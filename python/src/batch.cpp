@@ -77,16 +77,9 @@ py::tuple Stroked(const py::tuple& arrays, py::handle left, py::handle right, in
 }
 
 py::tuple Biarcs(const py::tuple& arrays, double deviation, int threads) {
-  return Changed(arrays, threads,
-                 [&](const Region& region, std::size_t, Context& c) -> Result<Region> {
-                   std::vector<Chain> loops;
-                   for (const Chain& loop : region) {
-                     Result<Chain> fitted = loop.Fit(Form::kArcs, deviation, c);
-                     if (!fitted) return Unexpected(fitted.error());
-                     loops.push_back(*std::move(fitted));
-                   }
-                   return Region::Of(loops, region.Rule(), c);
-                 });
+  return Changed(arrays, threads, [&](const Region& region, std::size_t, Context& c) {
+    return WithFittedLoops(region, Form::kArcs, deviation, c);
+  });
 }
 
 // (length, area), each (n,), NaN beside codes.

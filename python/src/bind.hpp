@@ -167,6 +167,8 @@ class Lent {
   std::vector<T> list_;
 };
 
+Result<Region> WithFittedLoops(const Region& region, Form form, double deviation, Context& c);
+
 Fill RuleFrom(std::string_view word);
 std::string_view NameOf(Fill rule);
 

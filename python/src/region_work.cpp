@@ -2,6 +2,16 @@
 #include "bind.hpp"
 
 namespace kurvo::python {
+Result<Region> WithFittedLoops(const Region& region, Form form, double deviation, Context& c) {
+  std::vector<Chain> loops;
+  for (const Chain& loop : region) {
+    Result<Chain> fitted = loop.Fit(form, deviation, c);
+    if (!fitted) return Unexpected(fitted.error());
+    loops.push_back(*std::move(fitted));
+  }
+  return Region::Of(loops, region.Rule(), c);
+}
+
 namespace {
 
 Operation OperationFrom(std::string_view word) {
@@ -63,15 +73,7 @@ py::tuple Clipped(const Region& self, const py::object& chains, const py::kwargs
 
 Region Fitted(const Region& self, std::string_view form, double deviation) {
   const auto as = static_cast<Form>(OneOf(form, {"arcs", "quadratics", "cubics"}, "form"));
-  return Unlocked([&](Context& c) -> Result<Region> {
-    std::vector<Chain> loops;
-    for (const Chain& loop : self) {
-      Result<Chain> fitted = loop.Fit(as, deviation, c);
-      if (!fitted) return Unexpected(fitted.error());
-      loops.push_back(*std::move(fitted));
-    }
-    return Region::Of(loops, self.Rule(), c);
-  });
+  return Unlocked([&](Context& c) { return WithFittedLoops(self, as, deviation, c); });
 }
 
 }  // namespace
