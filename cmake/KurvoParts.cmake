@@ -49,7 +49,8 @@ set(KURVO_ONLY_WHEN_ASKED KURVO_PARALLEL)
 kurvo_part(KURVO_PARALLEL "long loops on several threads" TBB:libtbb-dev)
 
 kurvo_part(KURVO_BUILD_TOOL "the client" CLI11:libcli11-dev pugixml:libpugixml-dev
-           nlohmann_json:nlohmann-json3-dev fmt:libfmt-dev utf8cpp:libutfcpp-dev)
+           nlohmann_json:nlohmann-json3-dev fmt:libfmt-dev utf8cpp:libutfcpp-dev Boost:libboost-dev
+           ZLIB:zlib1g-dev)
 
 set(test_needs GTest:libgtest-dev Freetype:libfreetype-dev DejaVu:fonts-dejavu-core)
 if(KURVO_BUILD_TOOL)

@@ -182,8 +182,7 @@ typedef struct KurvoMoments {
  * Regions
  * ------------------------------------------------------------------------------------------- */
 
-/* Result: 10000 major + 100 minor + patch of the library. While the major version is 0 some of the
- * functions below refuse with KURVO_ERR_OPTION: each of them says so. */
+/* Result: 10000 major + 100 minor + patch of the library. */
 KURVO_API int32_t KurvoOutlineVersion(void) KURVO_NOEXCEPT;
 
 /* Empties `region` (out; null allowed): no loops, KURVO_FILL_NONZERO. Frees nothing. */
@@ -282,8 +281,25 @@ KURVO_API int KurvoRegionOffset(const KurvoRegion *region, double distance,
                                 const KurvoOptions *options, KurvoRegion *out, KurvoReport *report,
                                 GlobalVar *g) KURVO_NOEXCEPT;
 
-/* The parts of n open chains inside and outside of a region: records of chains, without a rule. Not
- * there yet: refuses with KURVO_ERR_OPTION, `inside` and `outside` empty. */
+/* The parts of n chains (in) that lie inside of a region (in) by its rule, and those outside:
+ * `inside` and `outside` (out) are records of chains, which do not close, with KURVO_FILL_NONZERO
+ * for a rule. Chain after chain, along each of them; together the parts are the chains: an open
+ * chain is cut where it goes from one side to the other and nowhere else, a closed one too, of
+ * which the parts then begin and end at such places, one that is on one side stays whole.
+ * Parts that meet in a cut share its bits. Curves keep their types, those that are cut too, but for
+ * full circles, which become arcs, and carry their attribute words.
+ * What lies on the border is inside: a stretch that runs along a loop (as KurvoChainMeetings tells
+ * stretches) is when the region lies to either side of it, so not one along a loop there and back
+ * with nothing in it. A chain that only touches stays on its side: no part is as short as 4 tol,
+ * but a whole chain. Loops that do not close and joints of chains are bridged up to `gap`; lines
+ * across joints of chains wider than epsilon become curves of the parts.
+ * With KURVO_WITH_ORIGINS both name for each curve the chain as its loop, and region -1; the lines
+ * are KURVO_ORIGIN_BRIDGE and name no curve. report: `gaps`; `unresolved`, the crossings that only
+ * the sides of points beside them told of; `capped` 1 when a limit of work was reached and some
+ * cuts may be missing or misplaced. options: tol, gap, flags, proceed. Errors: the shared ones,
+ * KURVO_ERR_STOPPED, KURVO_ERR_OPTION and KURVO_ERR_TOLERANCE for options. Cost: n log n, some
+ * microseconds for each pair of curves that come near each other, and three points a part as
+ * KurvoRegionLocate tells them. */
 KURVO_API int KurvoRegionClip(const KurvoRegion *region, const Cvseq *chains, int32_t n,
                               const KurvoOptions *options, KurvoRegion *inside,
                               KurvoRegion *outside, KurvoReport *report,

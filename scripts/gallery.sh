@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Draws the gallery: twelve hard cases as SVG in docs/gallery/, inputs and results, and the page that
-# shows them with the command that makes each.
+# Draws the gallery: twelve hard cases as SVG in docs/gallery/, inputs and results, offsets of the
+# samples, and the page that shows them with the command that makes each.
 # usage: scripts/gallery.sh [CLIENT]
 # CLIENT is the program `kurvo`; without one that can combine only the inputs are made.
 set -euo pipefail
@@ -43,7 +43,7 @@ case_of() {
   fi
   printf '| %s<br>`kurvo %s` | %s | ![](%s.svg) |\n' "$words" "$line" "$shown" "$name" >> "$page"
   if $can; then
-    (cd "$gallery" && "$OLDPWD/$client" $line)
+    (cd "$gallery" && "$OLDPWD/$client" $line -q)
   fi
 }
 
@@ -84,5 +84,18 @@ case_of 09-stairs 'Stairs, half a step apart' xor "$(stairs 0)" "$(stairs 25)"
 case_of 10-touching 'A hole that touches its outline' difference "$(square 0 0 1000)" "$(circle 400 500 400)"
 case_of 11-nest 'Rings in rings, by even-odd' clean "$(for ((i = 1; i <= 25; ++i)); do circle 500 500 $((20 * i)); done | paste -sd ' ')" '' evenodd
 case_of 12-tangent 'Two discs that touch, in a third that touches both' xor "$(circle 250 500 250)$(circle 750 500 250)" "$(circle 500 500 500)"
+
+# sample_of NAME WORDS ARGUMENTS: a picture of what is made of a sample.
+sample_of() {
+  printf '| %s<br>`kurvo %s --picture %s.svg` | ![](%s.svg) |\n' "$2" "$3" "$1" "$1" >> "$page"
+  if $can; then "$client" $3 --size 500 -q --picture "$gallery/$1.svg" 2> /dev/null; fi
+}
+printf '\n%s\n\n|  |  |\n|---|---|\n' 'Offsets and strokes of the samples, whole outlines at once:' >> "$page"
+sample_of kerf 'Kerf around a bracket and in its holes' 'offset samples/bracket.svg --outside 1.5mm'
+sample_of rings 'Four cuts around it, each made of the bracket itself' 'offset samples/bracket.svg --rings 4 --step 2mm'
+sample_of seam 'Seam allowance with mitred corners' 'offset samples/bodice.svg --outside 10mm --join miter'
+sample_of outlined 'Letters outlined' 'offset samples/letters.svg --outside 12'
+sample_of inlined 'Letters inlined' 'offset samples/letters.svg --inside 12'
+sample_of dashes 'A pen with dashes' 'stroke samples/bracket.svg --width 3mm --dash 8mm,4mm --cap round'
 
 if $can; then echo "Drawn: $page"; else echo "Inputs only: $client cannot combine."; fi

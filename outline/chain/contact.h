@@ -1,6 +1,8 @@
 // Where two pieces come near each other.
 #pragma once
 
+#include <algorithm>
+
 #include "chain/track.h"
 #include "pair/near.h"
 
@@ -24,6 +26,16 @@ struct Contact {
   double distance = 0;
   bool at_vertex = false;  // of either chain
 };
+
+// What a contact covers of one chain, both ends on one piece.
+struct Cover {
+  int32_t piece;
+  double low, high;
+};
+inline Cover OfA(const Contact& c) { return {c.a_from.piece, c.a_from.u, c.a_to.u}; }
+inline Cover OfB(const Contact& c) {
+  return {c.b_from.piece, std::min(c.b_from.u, c.b_to.u), std::max(c.b_from.u, c.b_to.u)};
+}
 
 // Adds the contacts of piece i of the first track and piece k of the second.
 void AddContacts(const Track& a, int32_t i, const Track& b, int32_t k, const Nearness& nearness,

@@ -8,17 +8,6 @@
 namespace kurvo::outline {
 namespace {
 
-// What a contact covers of one chain, both ends on one piece.
-struct Cover {
-  int32_t piece;
-  double low, high;
-};
-
-Cover OfA(const Contact& c) { return {c.a_from.piece, c.a_from.u, c.a_to.u}; }
-Cover OfB(const Contact& c) {
-  return {c.b_from.piece, std::min(c.b_from.u, c.b_to.u), std::max(c.b_from.u, c.b_to.u)};
-}
-
 // Along the chain: two pieces may meet in a joint and once more.
 bool Joined(const Track& track, const Cover& x, const Cover& y, double gap) {
   const auto apart = [&](Position a, Position b) {
@@ -102,6 +91,15 @@ Array<ContactGroup> GroupContacts(const Track& a, const Track& b, double gap,
   }
   contacts.swap(sorted);
   return groups;
+}
+
+const Contact& ClosestOf(const Contact* contacts, std::size_t count, const Nearness& nearness) {
+  const Contact* best = contacts;
+  for (const Contact* c = contacts + 1; c < contacts + count; ++c) {
+    const bool as_close = c->distance <= nearness.exact && best->distance <= nearness.exact;
+    if (as_close ? c->at_vertex && !best->at_vertex : c->distance < best->distance) best = c;
+  }
+  return *best;
 }
 
 }  // namespace kurvo::outline

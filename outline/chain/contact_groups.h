@@ -16,4 +16,9 @@ struct ContactGroup {
 Array<ContactGroup> GroupContacts(const Track& a, const Track& b, double gap,
                                   Array<Contact>& contacts);
 
+inline constexpr double kJoined = 4;  // of the tolerance: usual gaps within one place
+
+// The closest contact of a group, or one at a vertex of those that are as close as rounding tells.
+const Contact& ClosestOf(const Contact* contacts, std::size_t count, const Nearness& nearness);
+
 }  // namespace kurvo::outline

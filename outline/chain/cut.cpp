@@ -301,7 +301,7 @@ double SweepOf(const KurvoArc& arc) {
 
 // The centre lies on the middle normal of the chord, chord / 2 / tan(sweep / 2) to its left.
 void Recentre(KurvoArc& arc, double sweep, double slack) {
-  constexpr double kLeastSine = 0x1p-10;  // nearly all around the chord says nothing of the circle
+  constexpr double kLeastSine = 0.7;  // nearly all around a chord says little of its circle
   const Vec2 start = {arc.start[0], arc.start[1]}, end = {arc.end[0], arc.end[1]};
   const Vec2 centre = {arc.centre[0], arc.centre[1]};
   const auto miss = [&](Vec2 p) {

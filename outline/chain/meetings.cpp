@@ -19,16 +19,8 @@ namespace {
 
 constexpr double kExact = 0x1p-44;       // of the size: what rounding makes of equal curves
 constexpr double kCoordinate = 0x1p-50;  // of the largest coordinate: what its rounding makes
-constexpr double kJoined = 4;            // of the tolerance: gaps within one place
 constexpr double kJoint = 16;            // of the tolerance: a chain is not asked whether it meets
                                          // itself across less of it
-
-Array<Bounds> BoxesOf(const Array<Piece>& pieces) {
-  Array<Bounds> boxes;
-  boxes.reserve(pieces.size());
-  for (const Piece& piece : pieces) boxes.push_back(piece.box);
-  return boxes;
-}
 
 // One entry, or the two of a stretch.
 struct Meeting {
@@ -48,16 +40,19 @@ class Search {
       AddContacts(a_, i, b_, k, nearness_, work_, contacts_);
       if (++pairs % 256 == 0) progress.Tell(0.8 * i / pieces);
     };
-    const PairTree tree(BoxesOf(a_.pieces()));
+    const Array<Bounds> boxes = BoxesOf(a_.pieces());
+    const PairTree tree(boxes);
     if (with_itself_) return tree.ForEachPair(nearness_.tol, look);
-    tree.ForEachPair(PairTree(BoxesOf(b_.pieces())), nearness_.tol, look);
+    const Array<Bounds> others = BoxesOf(b_.pieces());
+    tree.ForEachPair(PairTree(others), nearness_.tol, look);
   }
 
   Array<Meeting> Meetings() {
     Array<Meeting> meetings;
-    for (const ContactGroup& group : GroupContacts(a_, b_, kJoined * nearness_.tol, contacts_)) {
+    const double gap = kJoined * nearness_.tol;
+    for (const ContactGroup& group : GroupContacts(a_, b_, gap, contacts_)) {
       const Contact* contacts = contacts_.data() + group.first;
-      const Extent extent = ExtentOf(a_, contacts, group.count);
+      const Extent extent = ExtentOf(a_, contacts, group.count, gap);
       if (const auto stretch = SharedStretch(a_, b_, contacts, group.count, extent, nearness_)) {
         meetings.push_back(Stretch(*stretch));
       } else if (!IsJoint(contacts, group.count)) {
@@ -87,38 +82,27 @@ class Search {
     std::swap(m.a, m.b);
   }
 
-  // The same place on the side of a joint on which a stretch lies that goes forwards from there, or
-  // backwards.
-  static Position OnSide(const Track& track, Position at, bool forwards) {
-    const int32_t next = forwards ? track.After(at.piece) : track.Before(at.piece);
-    return at.u == (forwards ? 1 : 0) && next >= 0 ? Position{next, forwards ? 0.0 : 1.0} : at;
-  }
-
   // At a joint the curve is named on which the stretch lies: all of a closed chain is from the
   // start of its first curve to the end of its last.
   Meeting Stretch(const Extent& stretch) const {
     const auto end = [&](Position a, Position b, bool is_start, int32_t kind) {
-      return Entry(a_.PlaceOn(OnSide(a_, a, is_start)),
-                   b_.PlaceOn(OnSide(b_, b, is_start != stretch.is_against)), kind);
+      return Entry(a_.PlaceOn(a_.OnSide(a, is_start)),
+                   b_.PlaceOn(b_.OnSide(b, is_start != stretch.is_against)), kind);
     };
     return {end(stretch.a_from, stretch.b_from, true, KURVO_MEET_RUN_FROM),
             end(stretch.a_to, stretch.b_to, false, KURVO_MEET_RUN_TO), true};
   }
 
   Meeting Point(const Contact* contacts, std::size_t count, const Extent& extent) const {
-    const Contact* best = contacts;
-    for (const Contact* c = contacts + 1; c < contacts + count; ++c) {
-      const bool as_close = c->distance <= nearness_.exact && best->distance <= nearness_.exact;
-      if (as_close ? c->at_vertex && !best->at_vertex : c->distance < best->distance) best = c;
-    }
+    const Contact& best = ClosestOf(contacts, count, nearness_);
     Passage on_b = {extent.b_from, extent.b_to};
     if (extent.is_against) std::swap(on_b.from, on_b.to);
     const bool cross =
-        CrossAt(a_, {extent.a_from, extent.a_to}, b_, on_b, a_.PointAt(best->a), nearness_.tol);
-    Meeting meeting = {Entry(a_.PlaceAt(best->a), b_.PlaceAt(best->b),
-                             cross ? KURVO_MEET_CROSS : KURVO_MEET_TOUCH),
-                       {},
-                       false};
+        CrossAt(a_, {extent.a_from, extent.a_to}, b_, on_b, a_.PointAt(best.a), nearness_.tol);
+    Meeting meeting = {
+        Entry(a_.PlaceAt(best.a), b_.PlaceAt(best.b), cross ? KURVO_MEET_CROSS : KURVO_MEET_TOUCH),
+        {},
+        false};
     if (with_itself_ && IsBackwards(meeting.from)) Swap(meeting.from);
     return meeting;
   }
@@ -133,7 +117,7 @@ class Search {
       const double low = std::min(b_.ChordsTo(c->b_from), b_.ChordsTo(c->b_to));
       const double high = std::max(b_.ChordsTo(c->b_from), b_.ChordsTo(c->b_to));
       if (low - to <= least) return true;
-      if (a_.is_closed() && from + a_.Chords() - high <= least) return true;
+      if (a_.IsClosed(0) && from + a_.Chords(0) - high <= least) return true;
     }
     return false;
   }

@@ -8,34 +8,35 @@ namespace kurvo::outline {
 namespace {
 
 constexpr double kExactShare = 0.125;
+constexpr double kRoughShare = 1.5;      // of the root of what is exact in the tolerance
 constexpr double kLeastWhole = 0x1p-10;  // of the size: length of a span that is followed whole
 constexpr double kParting = 0x1p-18;  // of the size: how far from an end rounding hides a parting
 constexpr double kFar = std::numeric_limits<double>::infinity();
 
 // Indices into a group, in the order of the first chain; a group that passes the start of a closed
 // chain begins where nothing comes before it.
-Array<std::size_t> InOrder(const Track& a, const Contact* contacts, std::size_t count) {
+Array<std::size_t> InOrder(const Track& a, const Contact* contacts, std::size_t count, double gap) {
   Array<std::size_t> order(count);
   for (std::size_t i = 0; i < count; ++i) order[i] = i;
   std::sort(order.begin(), order.end(), [contacts](std::size_t x, std::size_t y) {
     return contacts[x].a_from < contacts[y].a_from;
   });
-  if (!a.is_closed()) return order;
-  int32_t reached = contacts[order[0]].a_to.piece;
+  Position reached = contacts[order[0]].a_to;
+  if (!a.IsClosed(reached.piece)) return order;
   for (std::size_t i = 1; i < count; ++i) {
-    const int32_t piece = contacts[order[i]].a_from.piece;
-    if (piece > reached + 1) {
+    const Contact& next = contacts[order[i]];
+    if (reached < next.a_from && a.WayBetween(reached, next.a_from, gap) > gap) {
       std::rotate(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(i), order.end());
       break;
     }
-    reached = std::max(reached, piece);
+    if (reached < next.a_to) reached = next.a_to;
   }
   return order;
 }
 
 double ChordsBetween(const Track& track, Position from, Position to) {
   const double chords = track.ChordsTo(to) - track.ChordsTo(from);
-  return to < from ? chords + track.Chords() : chords;
+  return to < from ? chords + track.Chords(from.piece) : chords;
 }
 
 // The vertex of a track next to a position, no farther along it than `reach`; whether there is one.
@@ -80,28 +81,75 @@ void MoveOntoVertex(const Track& a, const Track& b, double reach, Position& on_a
   if (has_b && Length(b.PointAt(vertex_b) - b.PointAt(on_b)) <= kSame) on_b = vertex_b;
 }
 
-// Whether the extent holds all of a span that is not short.
-bool HoldsSpan(const Track& track, Position from, Position to) {
-  if (to < from) std::swap(from, to);
-  for (int32_t i = from.piece; i <= to.piece; ++i) {
-    const Position start = {i, 0};
-    if (start < from || !track.IsVertex(start)) continue;
-    int32_t last = i;
-    while (!track.IsVertex({last, 1}) && last < to.piece) ++last;
-    const Position end = {last, 1};
-    if (track.IsVertex(end) && !(to < end) && ChordsBetween(track, start, end) > kLeastWhole)
-      return true;
+// A part of a chain that is near the other one everywhere but for gaps, forwards.
+struct Run {
+  Position from, to;
+};
+
+// Whether a run holds all of a span that is not short.
+bool HoldsSpan(const Track& track, const Run& run) {
+  bool from_start = false;
+  double chords = 0;
+  Position at = run.from;
+  for (int32_t left = track.count(); left >= 0 && at.piece >= 0; --left) {
+    const bool is_last = at.piece == run.to.piece && at.u <= run.to.u;
+    if (track.IsVertex(at) && at.u == 0) {
+      from_start = true;
+      chords = 0;
+    }
+    const Position end = {at.piece, 1};
+    chords += track.ChordsTo(end) - track.ChordsTo(at);
+    if (is_last && run.to.u < 1) return false;
+    if (track.IsVertex(end)) {
+      if (from_start && chords > kLeastWhole) return true;
+      from_start = false;
+    }
+    if (is_last) return false;
+    at = {track.After(at.piece), 0};
   }
   return false;
 }
 
+// Whether what the contacts cover of a chain does. A chain that only comes to the place and goes
+// again, in whichever direction, has two runs there, or one that is short, also where it starts.
+bool HoldSpan(const Track& track, Cover (*cover_of)(const Contact&), const Contact* contacts,
+              std::size_t count, double gap) {
+  double chords = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const Cover cover = cover_of(contacts[i]);
+    chords += track.ChordsTo({cover.piece, cover.high}) - track.ChordsTo({cover.piece, cover.low});
+  }
+  if (!(chords > kLeastWhole)) return false;
+  Array<Run> runs;
+  for (std::size_t i = 0; i < count; ++i) {
+    const Cover cover = cover_of(contacts[i]);
+    runs.push_back({{cover.piece, cover.low}, {cover.piece, cover.high}});
+  }
+  std::sort(runs.begin(), runs.end(), [](const Run& x, const Run& y) { return x.from < y.from; });
+  const auto goes_on = [&](const Run& run, const Run& next) {
+    return !(run.to < next.from) || track.WayBetween(run.to, next.from, gap) <= gap;
+  };
+  std::size_t kept = 0;
+  for (std::size_t i = 1; i < count; ++i) {
+    if (!goes_on(runs[kept], runs[i]))
+      runs[++kept] = runs[i];
+    else if (runs[kept].to < runs[i].to)
+      runs[kept].to = runs[i].to;
+  }
+  runs.resize(kept + 1);
+  Run& last = runs.back();
+  if (kept > 0 && track.WayBetween(last.to, runs[0].from, gap) <= gap) last.to = runs[0].to;
+  return std::any_of(runs.begin(), runs.end(),
+                     [&](const Run& run) { return HoldsSpan(track, run); });
+}
+
 }  // namespace
 
-Extent ExtentOf(const Track& a, const Contact* contacts, std::size_t count) {
+Extent ExtentOf(const Track& a, const Contact* contacts, std::size_t count, double gap) {
   const Contact& only = contacts[0];
   Extent extent = {only.a_from, only.a_to, only.b_from, only.b_to, 0, false};
   if (count > 1) {
-    const Array<std::size_t> order = InOrder(a, contacts, count);
+    const Array<std::size_t> order = InOrder(a, contacts, count, gap);
     const Contact& first = contacts[order[0]];
     const Contact* last = &contacts[order[count - 1]];
     for (const std::size_t i : order)
@@ -122,10 +170,11 @@ namespace {
 
 // From the first to the last place where they are the same. Of contacts of one piece the one that
 // reaches farther counts: curves that part slowly are the same for a while beyond a joint.
-Extent ExactPart(const Track& a, const Contact* contacts, std::size_t count, const Extent& extent) {
+Extent ExactPart(const Track& a, const Contact* contacts, std::size_t count, double gap,
+                 const Extent& extent) {
   Extent exact = extent;
   bool is_first = true;
-  for (const std::size_t i : InOrder(a, contacts, count)) {
+  for (const std::size_t i : InOrder(a, contacts, count, gap)) {
     const Contact& contact = contacts[i];
     if (!(contact.exact_length > 0)) continue;
     const int32_t piece = contact.a_from.piece;
@@ -147,16 +196,19 @@ Extent ExactPart(const Track& a, const Contact* contacts, std::size_t count, con
 std::optional<Extent> SharedStretch(const Track& a, const Track& b, const Contact* contacts,
                                     std::size_t count, const Extent& extent,
                                     const Nearness& nearness) {
+  const double gap = kJoined * nearness.tol;
   double exact_length = 0;
   for (std::size_t i = 0; i < count; ++i) exact_length += contacts[i].exact_length;
-  if (exact_length >= kExactShare * extent.length && exact_length > 0) {
-    Extent exact = ExactPart(a, contacts, count, extent);
+  const double share =
+      std::max(kExactShare, kRoughShare * std::sqrt(nearness.exact / nearness.tol));
+  if (exact_length >= share * extent.length && exact_length > 0) {
+    Extent exact = ExactPart(a, contacts, count, gap, extent);
     MoveOntoVertex(a, b, kParting, exact.a_from, exact.b_from);
     MoveOntoVertex(a, b, kParting, exact.a_to, exact.b_to);
     return exact;
   }
-  if (extent.length < kLongStretch && !HoldsSpan(a, extent.a_from, extent.a_to) &&
-      !HoldsSpan(b, extent.b_from, extent.b_to))
+  if (extent.length < kLongStretch && !HoldSpan(a, OfA, contacts, count, gap) &&
+      !HoldSpan(b, OfB, contacts, count, gap))
     return std::nullopt;
   Extent near = extent;
   constexpr double kEndShare = 16;  // of the tolerance: what a sharp parting adds

@@ -15,10 +15,14 @@
 namespace kurvo::outline {
 namespace {
 
-constexpr double kCellShare = 0.125;       // of the tolerance, for cubics in place of other curves
-constexpr double kPointShare = 0.125;      // of the tolerance: an arc with such a radius is a point
-constexpr int kMostCuts = 24;              // of a stretch into parts, one in the other,
-constexpr std::size_t kMostPieces = 4096;  // and pieces of a cubic: then they are taken as they are
+constexpr double kCellShare = 0.125;      // of the tolerance, for cubics in place of other curves
+constexpr double kPointShare = 0.125;     // of the tolerance: an arc with such a radius is a point
+constexpr int kMostCuts = 8;              // of a stretch into parts, one in the other,
+constexpr std::size_t kMostPieces = 256;  // and pieces of a cubic: then they are taken as they are
+constexpr std::size_t kUsualPieces = 16;  // of a cubic
+constexpr std::size_t kMostExtra = 1 << 11;  // pieces beyond that, of all cubics
+constexpr double kCoarse = 0x1p-20;          // the tolerance from there on, in the frame
+constexpr double kFinest = 0x1p-40;  // and at best: below it fits are told from rounding no more
 
 OffsetPiece LinePiece(Vec2 start, Vec2 end, double from, double to) {
   return {OffsetPiece::Kind::kLine, false, {start, {}, {}, end}, {}, 0, from, to};
@@ -76,7 +80,7 @@ class CellStrips {
         list_(list) {}
 
   void Append() {
-    most_pieces_ = list_.pieces.size() + kMostPieces;
+    most_pieces_ = list_.pieces.size() + (list_.extra > kMostExtra ? kUsualPieces : kMostPieces);
     Halts halts;
     FindHalts(hodograph_, distance_, halts);
     double from = 0;
@@ -259,10 +263,18 @@ class CellStrips {
 void AppendStrips(const Span& span, double distance, double tol, StripList& list) {
   if (span.kind == Span::Kind::kLine) return AppendLine(span, distance, list);
   if (span.kind == Span::Kind::kArc) return AppendArc(span, distance, tol, list);
+  const bool is_coarse = list.extra > kMostExtra && kCoarse > tol;
+  if (is_coarse) ++list.capped;
+  const double off = is_coarse ? kCoarse : std::max(tol, kFinest);
   Array<CubicCell> cells;
-  AppendCells(span, 0, kCellShare * tol, cells);
-  const double left = (1 - kCellShare) * tol;
-  for (const CubicCell& cell : cells) CellStrips(span, cell, distance, left, list).Append();
+  AppendCells(span, 0, kCellShare * off, cells);
+  const double left = (1 - kCellShare) * off;
+  for (const CubicCell& cell : cells) {
+    const std::size_t had = list.pieces.size();
+    CellStrips(span, cell, distance, left, list).Append();
+    const std::size_t made = list.pieces.size() - had;
+    if (made > kUsualPieces) list.extra += made - kUsualPieces;
+  }
 }
 
 }  // namespace kurvo::outline

@@ -43,8 +43,10 @@ struct Strip {
 struct StripList {
   Array<Strip> strips;
   Array<OffsetPiece> pieces;
-  int capped = 0;  // pieces taken at a limit of work
-  double off = 0;  // the farthest that a piece may be off, in the frame's unit
+  int capped =
+      0;  // pieces taken at a limit of work, or spans that were fitted more coarsely for it
+  std::size_t extra = 0;  // pieces of cubics beyond the usual few, which together have a limit
+  double off = 0;         // the farthest that a piece may be off, in the frame's unit
 };
 
 // Appends the strips of a span, one after the other: between two of them the span has a cusp, or

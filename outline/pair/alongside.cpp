@@ -59,8 +59,7 @@ Verdict OfOneDegree(const Stretch& a, const Stretch& b, const SideReach& reach) 
     apart[i] = {a.side[i] - b.side[i], a.height[i] - b.height[i]};
     most = std::max({most, std::fabs(apart[i].x), std::fabs(apart[i].y)});
   }
-  // What heights differ by counts for the side by the slope.
-  if ((1 + kSteepest) * most <= reach.near) return Verdict::kNear;
+  if (most <= reach.distance) return Verdict::kNear;
   if (n > kMostDegreeAlongside || a.is_rational) return Verdict::kUnknown;
 
   Vec2 leg[kMostDegreeAlongside];
@@ -109,7 +108,7 @@ Verdict BesideCircle(const Circle& arc, const Stretch& curve, const SideReach& r
   // Beside the half on which the arc is, not beside the other one.
   const auto other = [&](Vec2 p) { return -arc.bulge * arc.radius * p.x > reach.near; };
   const bool is_beside = std::none_of(out, out + n + 1, other);
-  if (is_beside && kSteepest * widest <= reach.near) return Verdict::kNear;
+  if (is_beside && widest <= reach.distance) return Verdict::kNear;
   // |P - c| + r is at most 2 r and the distance.
   const double apart = std::max(range.least, -range.most);
   const double far = reach.apart * by;
@@ -124,7 +123,7 @@ Verdict Alongside(const Circle& a, const Stretch& part_a, const Circle& b, const
   if (arc_a && arc_b) {
     const double apart = Length(a.centre - b.centre) + std::fabs(a.radius - b.radius);
     // The two halves of a circle share ends and nothing else.
-    const bool is_near = a.bulge == b.bulge && kSteepest * apart <= reach.near;
+    const bool is_near = a.bulge == b.bulge && apart <= reach.distance;
     return is_near ? Verdict::kNear : Verdict::kUnknown;
   }
   if (arc_a) return BesideCircle(a, part_b, reach);

@@ -8,10 +8,10 @@
 namespace kurvo::outline {
 
 // Boxes around runs of consecutive boxes, which lie near each other in any outline: a binary tree
-// in an array, the children of node k at 2 k and 2 k + 1, the boxes given from `leaves_` on.
+// in an array, the children of node k at 2 k and 2 k + 1, runs of kRun boxes from `leaves_` on.
 class PairTree {
  public:
-  explicit PairTree(const Array<Bounds>& boxes);
+  explicit PairTree(const Array<Bounds>& boxes);  // which must outlive the tree
 
   using Pair = FunctionRef<void(int32_t, int32_t)>;
   // Calls f(i, k) for all boxes i of this and k of the other tree that are no farther apart
@@ -21,10 +21,17 @@ class PairTree {
   void ForEachPair(double margin, Pair f) const;
 
  private:
+  static constexpr std::size_t kRun = 8;
+
+  struct Run {
+    std::size_t begin, end;
+  };
+  Run RunOf(std::size_t leaf) const;
   void Descend(std::size_t node, const PairTree& other, std::size_t other_node, double margin,
                Pair f) const;
   void DescendSelf(std::size_t node, double margin, Pair f) const;
 
+  const Array<Bounds>& boxes_;
   Array<Bounds> nodes_;  // empty ones where there are none
   std::size_t leaves_ = 1;
 };

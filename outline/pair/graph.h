@@ -48,9 +48,10 @@ struct KnownLevel {
   double height, s;
 };
 
-// How far the sides of two graphs are from each other where they count as apart, and where as near.
+// How far the sides of two graphs are from each other where they count as apart, and where as near;
+// and how far the curves are whose sides are near for that, whatever their slopes.
 struct SideReach {
-  double apart, near;
+  double apart, near, distance;
 };
 
 // Side of one graph less that of another over a stretch.
@@ -83,6 +84,10 @@ class Graph {
   double ParameterAt(double height) const { return ParameterAt(height, {low_, 0}, {high_, 1}, 0); }
   // The same where two points of the graph are known between which it lies, to within `miss`.
   double ParameterAt(double height, KnownLevel below, KnownLevel above, double miss) const;
+  double LevelAt(double height) const { return ParameterAt(height); }
+  double LevelAt(double height, KnownLevel below, KnownLevel above, double miss) const {
+    return ParameterAt(height, below, above, miss);
+  }
   double SideAt(double s) const;
   double SlopeAt(double s) const;  // d side / d height
   Circle circle() const { return {centre_, radius_, bulge_}; }

@@ -28,7 +28,9 @@ class Rules {
 
 void FindNear(const Graph& a, const Graph& b, double low, double high, double reach, Work& work,
               Array<NearHeights>& found) {
-  const NearLimits limits = {{reach, 2 * reach}, kLeastRise * reach, 0, kHeightShare * reach};
+  // What heights differ by counts for the side by the slope.
+  const SideReach sides = {reach, 2 * reach, 2 * reach / (1 + kSteepest)};
+  const NearLimits limits = {sides, kLeastRise * reach, 0, kHeightShare * reach};
   Rules rules(work);
   NearSearch<Graph, Rules>(a, b, limits, rules, found).Run(low, high);
 }

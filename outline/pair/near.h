@@ -12,8 +12,11 @@ class Work {
  public:
   bool Take() { return left_-- > 0; }
   bool IsUsedUp() const { return left_ <= 0; }
+  // For a pair of many that have to be looked at: what an ordinary one takes.
+  void Grant() { left_ += kGranted; }
 
  private:
+  static constexpr int64_t kGranted = 16;
   static constexpr int64_t kMost = int64_t{1} << 22;  // some 0.6 s
   int64_t left_ = kMost;
 };

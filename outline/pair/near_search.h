@@ -26,8 +26,8 @@ struct NearLimits {
 // Heights are halved, and cut back to where the chords and the ranges of the bends allow it (a fat
 // line for functions; Sederberg and Nishita, Curve intersection using Bezier clipping, 1990), until
 // a stretch is near as a whole. Curves that run alongside each other are compared as formulas, so
-// that near ones need no flattening. G has low() and high(), ParameterAt between known levels,
-// Between and circle(), as Graph does; Rules has
+// that near ones need no flattening. G has LevelAt, also between known levels, Between and
+// circle(), as Graph does; Rules has
 //   bool TakeWork()                  whether one more stretch may be looked at
 //   bool NearAtLimit()               whether all of a stretch that may not is near, or its ends
 //   bool Decide(a, b, difference)    whether more is known of a stretch
@@ -39,8 +39,8 @@ class NearSearch {
       : a_(a), b_(b), limits_(limits), rules_(rules), found_(found), first_(found.size()) {}
 
   void Run(double low, double high) {
-    Run({low, a_.ParameterAt(low), b_.ParameterAt(low)},
-        {high, a_.ParameterAt(high), b_.ParameterAt(high)}, kMostDepth);
+    Run({low, a_.LevelAt(low), b_.LevelAt(low)}, {high, a_.LevelAt(high), b_.LevelAt(high)},
+        kMostDepth);
   }
 
   void Add(double low, double high) {
@@ -100,11 +100,10 @@ class NearSearch {
   }
 
   Level Between(const Level& bottom, const Level& top, double height) const {
-    return {height,
-            a_.ParameterAt(height, {bottom.height, bottom.a}, {top.height, top.a},
-                           limits_.height_error),
-            b_.ParameterAt(height, {bottom.height, bottom.b}, {top.height, top.b},
-                           limits_.height_error)};
+    return {
+        height,
+        a_.LevelAt(height, {bottom.height, bottom.a}, {top.height, top.a}, limits_.height_error),
+        b_.LevelAt(height, {bottom.height, bottom.b}, {top.height, top.b}, limits_.height_error)};
   }
 
   void AddAtLimit(double low, double high) {

@@ -86,10 +86,19 @@ void AddPieces(const Span& span, int32_t source, PieceList& list) {
 
 }  // namespace
 
-void CutIntoPieces(const Array<Span>& spans, PieceList& list) {
-  for (std::size_t i = 0; i < spans.size(); ++i)
+void CutIntoPieces(const Array<Span>& spans, std::size_t first, PieceList& list) {
+  const std::size_t had = list.pieces.size();
+  for (std::size_t i = first; i < spans.size(); ++i)
     if (!IsPoint(spans[i])) AddPieces(spans[i], static_cast<int32_t>(i), list);
-  if (list.pieces.empty() && !spans.empty()) AddPieces(spans[0], 0, list);
+  if (list.pieces.size() == had && spans.size() > first)
+    AddPieces(spans[first], static_cast<int32_t>(first), list);
+}
+
+Array<Bounds> BoxesOf(const Array<Piece>& pieces) {
+  Array<Bounds> boxes;
+  boxes.reserve(pieces.size());
+  for (const Piece& piece : pieces) boxes.push_back(piece.box);
+  return boxes;
 }
 
 }  // namespace kurvo::outline

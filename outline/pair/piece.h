@@ -28,8 +28,11 @@ struct PieceList {
   Arena arena;
 };
 
-// Cuts spans where their direction passes 22.5 degrees modulo 45. Spans that are points are left
-// out, unless nothing else is there; neighbours share the bits of their ends.
-void CutIntoPieces(const Array<Span>& spans, PieceList& list);
+// Cuts spans, from number `first` on, where their direction passes 22.5 degrees modulo 45. Spans
+// that are points are left out, unless nothing else is there; neighbours share the bits of their
+// ends.
+void CutIntoPieces(const Array<Span>& spans, std::size_t first, PieceList& list);
+
+Array<Bounds> BoxesOf(const Array<Piece>& pieces);
 
 }  // namespace kurvo::outline

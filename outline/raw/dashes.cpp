@@ -94,14 +94,17 @@ class Dasher {
 
 }  // namespace
 
-void ForEachDash(const Array<Span>& spans, const DashPattern& pattern, double least,
+void ForEachDash(const Array<Span>& spans, const DashPattern& pattern, double least, double reach,
                  FunctionRef<void(const Dash&)> visit) {
   Dasher dasher(spans, least, visit);
   const std::size_t count = pattern.lengths.size();
   double whole = 0;
   for (const double length : pattern.lengths) whole += length;
   const double length = dasher.length();
-  Require(kMostDashes >= length / whole * static_cast<double>(count), KURVO_ERR_TOO_LARGE);
+  const double dashes = length / whole * static_cast<double>(count);
+  const double met = reach / whole * static_cast<double>(count);  // by one of them
+  Require(kMostDashes >= dashes && kMostMeetings >= dashes * std::min(dashes, met),
+          KURVO_ERR_TOO_LARGE);
   double phase = std::fmod(pattern.phase, whole);
   if (phase < 0) phase += whole;
   // Rounds begin at multiples of the pattern, so that nothing adds up.

@@ -23,9 +23,11 @@ struct Dash {
 };
 
 // Calls `visit` for each dash along the spans, in order. Stretches shorter than `least` are left
-// out. Throws Refusal with KURVO_ERR_TOO_LARGE when there are more than kMostDashes.
+// out. Throws Refusal with KURVO_ERR_TOO_LARGE when there are more than kMostDashes, or when a pen
+// that reaches so far to both sides together makes them meet in more than kMostMeetings pairs.
 inline constexpr double kMostDashes = 1 << 18;
-void ForEachDash(const Array<Span>& spans, const DashPattern& pattern, double least,
+inline constexpr double kMostMeetings = 1 << 20;
+void ForEachDash(const Array<Span>& spans, const DashPattern& pattern, double least, double reach,
                  FunctionRef<void(const Dash&)> visit);
 
 }  // namespace kurvo::outline

@@ -70,7 +70,8 @@ class Stroker {
     if (spans_.empty()) return;
     if (pen_.dashes.lengths.empty()) return Stroke(spans_, is_closed);
     if (IsPoint()) return Dot(start_);
-    ForEachDash(spans_, pen_.dashes, kLeastDash * pen_.tol, [this](const Dash& dash) {
+    const double reach = pen_.left + pen_.right;
+    ForEachDash(spans_, pen_.dashes, kLeastDash * pen_.tol, reach, [this](const Dash& dash) {
       start_ = {dash.point, dash.direction,      pen_.right,
                 pen_.left,  CurveOf(dash.curve), dash.parameter};
       Stroke(dash.spans, false);

@@ -13,6 +13,7 @@
 #include "region/check_region.h"
 #include "region/many_points.h"
 #include "strand/box_tree.h"
+#include "strand/place_order.h"
 #include "strand/spans.h"
 
 namespace kurvo::outline {
@@ -53,34 +54,17 @@ bool IsWithin(const Bounds& inner, const Bounds& outer) {
          inner.high.y <= outer.high.y;
 }
 
-// The bits of both coordinates in turn: what is near each other in the plane is so along the curve
-// that they number (Morton 1966).
-uint32_t PlaceOf(const Bounds& box) {
-  constexpr double kCells = 65536;  // across the frame, from -1 to 1
-  if (box.IsEmpty()) return 0;
-  const Vec2 middle = 0.5 * (box.low + box.high);
-  uint32_t place = 0;
-  for (const double x : {middle.y, middle.x}) {
-    const auto cell = static_cast<uint32_t>(std::clamp((0.5 + 0.5 * x) * kCells, 0.0, kCells - 1));
-    place <<= 1;
-    for (uint32_t bit = 0; bit < 16; ++bit) place |= (cell >> bit & 1) << 2 * bit;
-  }
-  return place;
-}
-
 // Loops by place, of which some are waiting: a tree that knows below which nodes there are any.
 class Waiting {
  public:
   explicit Waiting(const Array<Extent>& extents) : slots_(extents.size()) {
-    Array<std::pair<uint32_t, int32_t>> places;
-    for (std::size_t i = 0; i < extents.size(); ++i)
-      places.emplace_back(PlaceOf(extents[i].box), static_cast<int32_t>(i));
-    std::sort(places.begin(), places.end());
     Array<Bounds> boxes;
-    for (const auto& [place, loop] : places) {
-      slots_[static_cast<std::size_t>(loop)] = static_cast<uint32_t>(boxes.size());
-      loops_.push_back(loop);
-      boxes.push_back(extents[static_cast<std::size_t>(loop)].box);
+    for (const Extent& extent : extents) boxes.push_back(extent.box);
+    loops_ = InPlaceOrder(boxes);
+    for (std::size_t i = 0; i < loops_.size(); ++i) {
+      const auto loop = static_cast<std::size_t>(loops_[i]);
+      slots_[loop] = static_cast<uint32_t>(i);
+      boxes[i] = extents[loop].box;
     }
     tree_.emplace(boxes);
     uint32_t children = 0;

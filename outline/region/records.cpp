@@ -2,15 +2,14 @@
 #include <kurvo_outline.h>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "base/memory.h"
 #include "base/owned.h"
 #include "base/refusal.h"
+#include "region/bridged.h"
 #include "region/check_region.h"
 #include "strand/check.h"
-#include "strand/joints.h"
 
 namespace kurvo::outline {
 namespace {
@@ -21,28 +20,6 @@ KurvoOrigin* CopyOfOrigins(const KurvoRegion& region) {
   std::size_t count = 0;
   for (int i = 0; i < region.count; ++i) count += static_cast<std::size_t>(region.loops[i].count);
   return Handed<KurvoOrigin>(Array<KurvoOrigin>(region.origins, region.origins + count)).Release();
-}
-
-// A copy of a checked loop in which lines close the joints wider than epsilon, the last one too.
-OwnedChain Closed(const Cvseq& loop, double epsilon, double gap) {
-  OwnedChain closed;
-  Ends whole;
-  if (!EndsOf(loop, whole)) return CopyOf(loop);
-  const auto bridge = [&](Vec2 from, Vec2 to) {
-    if (Meet(from, to, epsilon)) return;
-    Require(Meet(from, to, gap), KURVO_ERR_CHAIN_ENDS);
-    closed.Add(LineBetween(from, to));
-  };
-  Vec2 last = whole.start;
-  for (int i = 0; i < loop.count; ++i) {
-    Ends ends;
-    const bool has_ends = EndsOf(loop.curves[i], ends);
-    if (has_ends) bridge(last, ends.start);
-    closed.Add(CopyOf(loop.curves[i]));
-    if (has_ends) last = ends.end;
-  }
-  bridge(last, whole.start);
-  return closed;
 }
 
 }  // namespace
@@ -89,7 +66,7 @@ int KurvoRegionAdd(KurvoRegion* region, const Cvseq* loop, double gap, GlobalVar
     Bounds box;
     CheckChain(loop, box);
     const double epsilon = GetEpsilon(g);
-    OwnedChain closed = Closed(*loop, epsilon, std::max(gap, epsilon));
+    OwnedChain closed = Bridged(*loop, epsilon, std::max(gap, epsilon), true);
 
     const auto count = static_cast<std::size_t>(region->count);
     auto* loops = static_cast<Cvseq*>(Allocate((count + 1) * sizeof(Cvseq)));

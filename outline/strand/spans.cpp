@@ -81,7 +81,10 @@ class Walk {
     const Vec2 centre = frame_.Inwards(arc.centre);
     const Vec2 from = points_[0] - centre, to = points_[1] - centre;
     const double sense = arc.normal[2] < 0 ? -1 : 1;
-    const double sweep = SweepBetween(from, to, sense, same_ends);
+    // Where the ends are the same in the frame alone, the record knows which comes first.
+    const Vec2 step = {arc.end[0] - arc.start[0], arc.end[1] - arc.start[1]};
+    const bool is_circle = same_ends || (from == to && sense * Cross(from, step) < 0);
+    const double sweep = SweepBetween(from, to, sense, is_circle);
     if (sweep == kTurn) points_[1] = points_[0];
     span_.kind = Span::Kind::kArc;
     span_.degree = 0;

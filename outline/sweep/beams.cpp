@@ -11,38 +11,39 @@ constexpr double kBeam = 0.25;
 
 }  // namespace
 
-int32_t Beams::BeamAt(double height) const {
-  const auto beam = std::partition_point(beams_.begin(), beams_.end(),
-                                         [height](const Beam& b) { return b.high < height; });
-  return static_cast<int32_t>(std::min(beam, beams_.end() - 1) - beams_.begin());
+void Beams::Gather(const Scene& scene, const Events& events) {
+  heights_.clear();
+  const auto add = [this](double height) {
+    heights_.push_back({height, static_cast<int32_t>(heights_.size())});
+  };
+  heights_.reserve(scene.vertices.size() + events.crossings.size() + 2 * events.together.size());
+  for (const Vertex& vertex : scene.vertices) add(vertex.point.y);
+  for (const Crossing& crossing : events.crossings) add(crossing.height);
+  for (const Together& together : events.together) {
+    add(together.low);
+    add(together.high);
+  }
+  CountOf(heights_.size());
 }
 
-void Beams::Gather(const Array<Strand>& strands, const Events& events) {
-  heights_.clear();
-  for (const Strand& strand : strands) {
-    heights_.push_back(strand.y_low);
-    heights_.push_back(strand.y_high);
+void Beams::MakeBeams(double tol) {
+  std::sort(heights_.begin(), heights_.end(),
+            [](const Height& a, const Height& b) { return a.height < b.height; });
+  beams_.clear();
+  beam_of_.resize(heights_.size());
+  for (const Height& entry : heights_) {
+    if (beams_.empty() || entry.height > beams_.back().low + kBeam * tol)
+      beams_.push_back({entry.height, entry.height});
+    else
+      beams_.back().high = entry.height;
+    beam_of_[static_cast<std::size_t>(entry.number)] = count() - 1;
   }
-  for (const Crossing& crossing : events.crossings) heights_.push_back(crossing.height);
-  for (const Together& together : events.together) {
-    heights_.push_back(together.low);
-    heights_.push_back(together.high);
-  }
-  std::sort(heights_.begin(), heights_.end());
 }
 
 void Beams::Build(const Scene& scene, const Array<Strand>& strands, const Events& events) {
-  Gather(strands, events);
-  beams_.clear();
-  for (const double height : heights_) {
-    if (beams_.empty() || height > beams_.back().low + kBeam * scene.tol)
-      beams_.push_back({height, height});
-    else
-      beams_.back().high = height;
-  }
-  of_vertex_.clear();
-  for (const Vertex& vertex : scene.vertices)
-    of_vertex_.push_back(beams_.empty() ? 0 : BeamAt(vertex.point.y));
+  Gather(scene, events);
+  MakeBeams(scene.tol);
+  first_crossing_ = scene.vertices.size();
   SortIntoRows(strands, events);
 }
 
@@ -63,14 +64,15 @@ void Beams::SortIntoRows(const Array<Strand>& strands, const Events& events) {
   }
   for (std::size_t i = 0; i < events.crossings.size(); ++i) {
     const Crossing& crossing = events.crossings[i];
-    const int32_t beam = BeamAt(crossing.height);
+    const int32_t beam = beam_of_[first_crossing_ + i];
     crossings_.Add(beam, static_cast<int32_t>(i));
     touched_.Add(beam, crossing.a);
     touched_.Add(beam, crossing.b);
   }
   shared_.clear();
+  const int32_t* ends = beam_of_.data() + first_crossing_ + events.crossings.size();
   for (const Together& t : events.together) {
-    const int32_t from = BeamAt(t.low), to = BeamAt(t.high);
+    const int32_t from = *ends++, to = *ends++;
     for (const auto& [own, other] : {std::pair(t.a, t.b), std::pair(t.b, t.a)}) {
       touched_.Add(from, own);
       touched_.Add(to, own);

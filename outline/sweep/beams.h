@@ -21,7 +21,7 @@ class Beams {
 
   int32_t count() const { return static_cast<int32_t>(beams_.size()); }
   const Beam& operator[](int32_t k) const { return beams_[static_cast<std::size_t>(k)]; }
-  int32_t OfVertex(int32_t vertex) const { return of_vertex_[static_cast<std::size_t>(vertex)]; }
+  int32_t OfVertex(int32_t vertex) const { return beam_of_[static_cast<std::size_t>(vertex)]; }
 
   // By beam: strands that begin there; strands that both begin and end there, the horizontal ones
   // and those too low for a slab; crossings; strands that end or have an event there.
@@ -37,13 +37,19 @@ class Beams {
   bool AreTogether(int32_t a, int32_t b, int32_t k) const;
 
  private:
-  int32_t BeamAt(double height) const;
-  void Gather(const Array<Strand>& strands, const Events& events);
+  void Gather(const Scene& scene, const Events& events);
+  void MakeBeams(double tol);
   void SortIntoRows(const Array<Strand>& strands, const Events& events);
 
-  Array<double> heights_;
+  // By number: vertices, then crossings, then both ends of what is together.
+  struct Height {
+    double height;
+    int32_t number;
+  };
+  Array<Height> heights_;
   Array<Beam> beams_;
-  Array<int32_t> of_vertex_;
+  Array<int32_t> beam_of_;  // by the same numbers
+  std::size_t first_crossing_ = 0;
   Rows starts_, flats_, crossings_, touched_;
   Rows of_strand_;        // beams with events, ascending
   Array<int32_t> asked_;  // by strand: how many of these have been passed

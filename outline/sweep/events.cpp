@@ -5,6 +5,7 @@
 #include "pair/box_pairs.h"
 #include "pair/near_search.h"
 #include "strand/bracket.h"
+#include "strand/place_order.h"
 
 namespace kurvo::outline {
 namespace {
@@ -12,6 +13,7 @@ namespace {
 // Of tol:
 constexpr double kSure = 0x1p-9;       // sides that differ by more have a sure sign
 constexpr double kNear = 0.5;          // sides that differ by no more are near
+constexpr double kClose = 0.35;        // curves that are no farther apart are
 constexpr double kLeastRise = 0x1p-4;  // stretches that are no higher are events
 constexpr double kPad = 0x1p-7;        // heights that are kept beside what is near
 constexpr double kBeside = 0x1p-3;     // heights within which ends are reached
@@ -99,7 +101,10 @@ class Finder {
         strands_(strands),
         events_(events) {}
 
+  // Equal operands have equal events: pairs stand as they would in one of them.
   void Look(int32_t i, int32_t k) {
+    const auto place = [this](int32_t s) { return strands_[static_cast<std::size_t>(s)].place; };
+    if (place(k) < place(i)) std::swap(i, k);
     a_ = &strands_[static_cast<std::size_t>(i)];
     b_ = &strands_[static_cast<std::size_t>(k)];
     low_ = std::max(a_->y_low, b_->y_low);
@@ -107,10 +112,11 @@ class Finder {
     if (!(low_ <= high_)) return;
     near_.clear();
     if (low_ == high_) {
+      if (a_->high == b_->low || a_->low == b_->high) return;  // one goes on where the other ends
       if (tol_ >= std::fabs(Apart(low_))) near_.push_back({low_, low_});
     } else {
-      const NearLimits limits = {
-          {kSure * kNear * tol_, kNear * tol_}, kLeastRise * tol_, kPad * tol_, 0};
+      const SideReach sides = {kSure * kNear * tol_, kNear * tol_, kClose * tol_};
+      const NearLimits limits = {sides, kLeastRise * tol_, kPad * tol_, 0};
       Rules rules(*a_, *b_);
       NearSearch<Strand, Rules>(*a_, *b_, limits, rules, near_).Run(low_, high_);
       events_.capped += rules.HitLimit();
@@ -171,10 +177,11 @@ class Finder {
   Array<NearHeights> near_;
 };
 
-}  // namespace
-
-void FindEvents(const Scene& scene, const Array<Strand>& strands, Progress& progress,
-                Events& events) {
+// Calls look(i, k) for strands i < k whose boxes are near. Neighbours in the input lie near each
+// other; many curves in any order are put in one that keeps them together first.
+template <class F>
+void ForEachNearPair(const Array<Strand>& strands, double tol, const F& look) {
+  constexpr std::size_t kMany = 256;
   Array<Bounds> boxes;
   boxes.reserve(strands.size());
   for (const Strand& s : strands) {
@@ -185,13 +192,30 @@ void FindEvents(const Scene& scene, const Array<Strand>& strands, Progress& prog
     }
     boxes.push_back(box);
   }
+  if (strands.size() < kMany) return PairTree(boxes).ForEachPair(tol, look);
+  const Array<int32_t> order = InPlaceOrder(boxes);
+  Array<Bounds> ordered;
+  ordered.reserve(boxes.size());
+  for (const int32_t i : order) ordered.push_back(boxes[static_cast<std::size_t>(i)]);
+  PairTree(ordered).ForEachPair(tol, [&](int32_t i, int32_t k) {
+    const int32_t a = order[static_cast<std::size_t>(i)], b = order[static_cast<std::size_t>(k)];
+    look(std::min(a, b), std::max(a, b));
+  });
+}
+
+}  // namespace
+
+void FindEvents(const Scene& scene, const Array<Strand>& strands, Progress& progress,
+                Events& events) {
   Finder finder(scene.tol, scene.frame.LengthInwards(scene.frame.size()), strands, events);
   int64_t pairs = 0;
-  const auto all = static_cast<double>(strands.size());
-  PairTree(boxes).ForEachPair(scene.tol, [&](int32_t i, int32_t k) {
+  ForEachNearPair(strands, scene.tol, [&](int32_t i, int32_t k) {
     finder.Look(i, k);
     constexpr int64_t kPairsATell = 1024;
-    if (++pairs % kPairsATell == 0) progress.Tell(0.5 * i / all);
+    constexpr double kUsualPairs = 16;  // of a strand
+    if (++pairs % kPairsATell != 0) return;
+    const double share = static_cast<double>(pairs) / static_cast<double>(strands.size());
+    progress.Tell(0.5 * std::min(share / kUsualPairs, 1.0));
   });
 }
 

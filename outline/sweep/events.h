@@ -17,7 +17,7 @@ struct Crossing {
 // Two strands run together, within tol, between two heights.
 struct Together {
   double low, high;
-  int32_t a, b;  // a < b
+  int32_t a, b;
 };
 
 struct Events {

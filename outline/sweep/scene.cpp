@@ -44,23 +44,27 @@ class LoopLoader {
     const int32_t from = last_ < 0 ? (first_ = scene_.AddVertex(start)) : Joined(start, begins);
     made_any_ = true;
     last_ = from;
-    if (span.kind == Span::Kind::kArc) last_ = Joined(OnCircle(span, span.angle), false);
+    const bool is_arc = span.kind == Span::Kind::kArc;
+    if (is_arc && !IsOnCircle(span, span.Start()))
+      last_ = Joined(OnCircle(span, span.angle), false);
     const Vertex end = Found(span.End());
     scene_.sources.push_back(
         {Kept(span, scene_.arena), operand_, number_, last_, scene_.AddVertex(end)});
     last_ = scene_.sources.back().end;
-    if (span.kind == Span::Kind::kArc) LeaveCircle(span, end);
+    if (is_arc && !IsOnCircle(span, span.End())) LeaveCircle(span, end);
   }
 
-  // Where an arc's record says that it is, which may lie beside its ends.
+  bool IsOnCircle(const Span& arc, Vec2 end) const {
+    return kSharedVertex * scene_.tol >= std::fabs(Length(end - arc.centre) - arc.radius);
+  }
+
+  // Where an arc's record says that it is, beside its ends.
   Vertex OnCircle(const Span& arc, double angle) const {
     return Found(arc.centre + arc.radius * Vec2{std::cos(angle), std::sin(angle)});
   }
 
   void LeaveCircle(const Span& arc, const Vertex& end) {
-    const Vertex on_circle = OnCircle(arc, arc.angle + arc.sweep);
-    if (IsShared(on_circle, end)) return;
-    scene_.vertices[static_cast<std::size_t>(last_)] = on_circle;
+    scene_.vertices[static_cast<std::size_t>(last_)] = OnCircle(arc, arc.angle + arc.sweep);
     last_ = Joined(end, false);
   }
 

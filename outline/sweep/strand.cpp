@@ -20,11 +20,8 @@ double Strand::At(double height) const {
 // From the lower end: with rises d and d0 over the centre and sides s and s0 of it, s - s0 is
 // (d0^2 - d^2) / (s + s0), which loses nothing on circles far larger than the drawing.
 double Strand::SideOfArc(double height) const {
-  const auto half = [this](double rise) {
-    return std::sqrt(std::max((radius - rise) * (radius + rise), 0.0));
-  };
   const double rise = height - centre.y, rise_low = y_low - centre.y;
-  const double sum = half(rise) + half(rise_low);
+  const double sum = std::sqrt(std::max((radius - rise) * (radius + rise), 0.0)) + half_low;
   if (!(sum > 0)) return x_low;
   return x_low + bulge * ((y_low - height) * (rise_low + rise) / sum);
 }
@@ -63,21 +60,24 @@ double Strand::ParameterAt(double height) const {
   if (height <= y_low) return 0;
   if (height >= y_high) return 1;
   if (kind == Span::Kind::kLine) return (height - y_low) / (y_high - y_low);
-  if (kind == Span::Kind::kArc) {
-    // Turns from the lower end, at most half of one: the sign of that is rounding.
-    const Vec2 from = {x_low - centre.x, y_low - centre.y};
-    const Vec2 to = {x_high - centre.x, y_high - centre.y};
-    const Vec2 here = {SideOfArc(height) - centre.x, height - centre.y};
-    const double all = std::fabs(std::atan2(Cross(from, to), Dot(from, to)));
-    return std::clamp(std::fabs(std::atan2(Cross(from, here), Dot(from, here))) / all, 0.0, 1.0);
-  }
+  if (kind == Span::Kind::kArc) return TurnTo({SideOfArc(height), height});
   if (kind == Span::Kind::kBezier && degree == 2) {
     // The root of y2 v^2 + y1 v = rise that does not cancel.
     const double half = 0.5 * y1, rise = height - y_low;
     const double root = half + std::sqrt(std::max(half * half + y2 * rise, 0.0));
     return root > 0 ? std::min(1.0, rise / root) : 1;
   }
-  double least = 0, most = 1, v = (height - y_low) / (y_high - y_low);
+  return Solve(height, 0, 1, (height - y_low) / (y_high - y_low));
+}
+
+double Strand::LevelAt(double height, KnownLevel below, KnownLevel above, double) const {
+  const bool is_found = kind != Span::Kind::kBezier && kind != Span::Kind::kRational;
+  if (is_found || height <= y_low || height >= y_high || degree == 2) return LevelAt(height);
+  const double share = (height - below.height) / (above.height - below.height);
+  return Solve(height, below.s, above.s, below.s + share * (above.s - below.s));
+}
+
+double Strand::Solve(double height, double least, double most, double v) const {
   for (int step = 0; step < kMostSteps; ++step) {
     double slope;
     const double miss = HeightAt(v, slope) - height;
@@ -89,6 +89,22 @@ double Strand::ParameterAt(double height) const {
     v = next;
   }
   return v;
+}
+
+// The whole turn of an arc, at most half of one: its sign is that of the bulge, whatever rounding
+// makes of half a turn.
+double Strand::Turn() const {
+  const Vec2 from = {x_low - centre.x, y_low - centre.y};
+  const Vec2 to = {x_high - centre.x, y_high - centre.y};
+  return std::fabs(std::atan2(Cross(from, to), Dot(from, to)));
+}
+
+double Strand::TurnTo(Vec2 point) const {
+  const Vec2 from = {x_low - centre.x, y_low - centre.y}, here = point - centre;
+  const double along = Dot(from, here);
+  const double turn = bulge * std::atan2(Cross(from, here), along);
+  if (turn < 0) return along > 0 ? 0 : 1;
+  return std::min(turn / Turn(), 1.0);
 }
 
 Stretch Strand::Between(double from, double to, double v_from, double v_to) const {
@@ -114,8 +130,7 @@ Vec2 Strand::PointAt(double v) const {
   if (kind == Span::Kind::kLine) return {SideAt(v), y_low + v * (y_high - y_low)};
   if (kind == Span::Kind::kArc) {
     const Vec2 from = {x_low - centre.x, y_low - centre.y};
-    const Vec2 to = {x_high - centre.x, y_high - centre.y};
-    const double turn = v * bulge * std::fabs(std::atan2(Cross(from, to), Dot(from, to)));
+    const double turn = v * bulge * Turn();
     const double c = std::cos(turn), s = std::sin(turn);
     return centre + Vec2{c * from.x - s * from.y, s * from.x + c * from.y};
   }

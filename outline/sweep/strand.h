@@ -19,6 +19,7 @@ struct Strand {
   int32_t degree;                 // of the Bezier kinds, lines included
   int32_t source;                 // its number
   int32_t operand;                // that of the source
+  int32_t place;                  // among the strands of the operand
   int32_t low, high;              // vertices
   int32_t direction;              // 1: the source goes up, -1: down
   double u_low, u_high;           // of the source's span at its ends
@@ -28,15 +29,20 @@ struct Strand {
   const double *x, *y, *w;        // control points upwards, of a rational one times w; null: none
   double x1, x2, x3, y1, y2, y3;  // x = x_low + x1 v + x2 v^2 + x3 v^3, up to cubics
   Vec2 centre;                    // of an arc
+  double half_low;                // how far its lower end lies to the side of the centre
   double radius, bulge;           // it lies to the right (1) or left (-1) of its centre
 
   // The side at a height, that of the nearer end beyond both. The only answer to where a strand is:
   // who asks twice gets the same bits.
   double At(double height) const;
   double ParameterAt(double height) const;
-  double ParameterAt(double height, KnownLevel, KnownLevel, double) const {
-    return ParameterAt(height);
+  // What Between takes for a height, also from two that are known: of lines and arcs it needs none.
+  double LevelAt(double height) const {
+    return kind == Span::Kind::kLine || kind == Span::Kind::kArc ? 0 : ParameterAt(height);
   }
+  double LevelAt(double height, KnownLevel below, KnownLevel above, double) const;
+  // Of an arc: the share of it at the direction of a point from its centre.
+  double TurnTo(Vec2 point) const;
   Stretch Between(double from, double to, double v_from, double v_to) const;
   Circle circle() const { return {centre, kind == Span::Kind::kArc ? radius : 0, bulge}; }
   Vec2 PointAt(double v) const;
@@ -49,6 +55,8 @@ struct Strand {
   double SideOfArc(double height) const;
   double SideAt(double v) const;
   double HeightAt(double v, double& slope) const;
+  double Solve(double height, double least, double most, double v) const;
+  double Turn() const;
 };
 
 // The strands of all sources, in their order. Vertices are added where curves turn back.

@@ -147,6 +147,8 @@ class Cutter {
     strand.degree = std::max(span.degree, 1);
     strand.source = number_;
     strand.operand = source_.operand;
+    const bool goes_on = !strands_.empty() && strands_.back().operand == strand.operand;
+    strand.place = goes_on ? strands_.back().place + 1 : 0;
     int32_t to = source_.end;
     if (span.kind == Span::Kind::kBezier || span.kind == Span::Kind::kRational) {
       to = CutControls(start, end, from, ends_inside);
@@ -210,6 +212,8 @@ class Cutter {
   static void SetArc(Strand& strand, const Span& arc, double middle) {
     strand.centre = arc.centre;
     strand.radius = arc.radius;
+    const double rise = strand.y_low - arc.centre.y;
+    strand.half_low = std::sqrt(std::max((arc.radius - rise) * (arc.radius + rise), 0.0));
     strand.bulge = std::cos(arc.angle + middle * arc.sweep) > 0 ? 1 : -1;
     if (strand.y_low < arc.centre.y && strand.y_high > arc.centre.y) {
       const double side = arc.centre.x + strand.bulge * arc.radius;

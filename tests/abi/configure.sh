@@ -9,7 +9,7 @@ compilers=(-G "$3" "-DCMAKE_C_COMPILER=$4" "-DCMAKE_CXX_COMPILER=$5")
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-packages=(TBB CLI11 pugixml nlohmann_json fmt utf8cpp GTest Freetype DejaVu PNG benchmark
+packages=(TBB CLI11 pugixml nlohmann_json fmt utf8cpp Boost GTest Freetype DejaVu PNG benchmark
           KurvoPython)
 parts=(TOOL=AUTO TESTS=AUTO BENCH=OFF)  # unless a case asks otherwise
 

@@ -2,7 +2,7 @@
 # Compares the symbols of a built library with the list of its interface and with its header, and
 # looks for names without the interface's version, for calls that leave the library only to come
 # back, for calls of the kernel that are not of its interface, and for tables of addresses that stay
-# writable. While the major version is 0, functions may still be to come.
+# writable.
 # usage: exports.sh LIBRARY LIST HEADER NODE VERSION CC [LIST_OF_THE_KERNEL]
 set -euo pipefail
 export LC_ALL=C
@@ -46,12 +46,7 @@ reject "exported without the version $node" "$(grep -v "@@$node\$" <<< "$version
 [[ $(readelf -lW "$library") == *GNU_RELRO* ]] || reject 'linked without' '-z relro'
 [[ $(readelf -dW "$library") == *Flags:*NOW* ]] || reject 'linked without' '-z now'
 
-missing=$(only_first "$listed" "$exported")
-if [[ ${version%%.*} == 0 ]]; then
-  printf 'still to come, of %d names:\n%s\n' "$(wc -l < "$list")" "${missing:-none}"
-else
-  reject "in $list, but not exported" "$missing"
-fi
+reject "in $list, but not exported" "$(only_first "$listed" "$exported")"
 
 if ((failed)); then
   cat >&2 << END

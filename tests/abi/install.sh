@@ -30,7 +30,7 @@ check() {
     <(for file in "${@:2}"; do echo "$file"; done | sort) <(files "$work/$1")
 }
 client=()
-[[ ! -x $work/prefix/bin/kurvo ]] || client=(kurvo)
+[[ ! -x $work/prefix/bin/kurvo ]] || client=(_kurvo kurvo kurvo kurvo.1)
 check runtime "$soname" "libkurvo.so.$version" "$outline_soname" "libkurvo_outline.so.$outline_version"
 check development kurvo.h kurvo.hpp kurvo_outline.h kurvo_outline.hpp libkurvo.so libkurvo_outline.so kurvo.pc \
   kurvo-outline.pc KurvoConfig.cmake KurvoConfigVersion.cmake KurvoTargets.cmake \

@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   const MemoryFile file(data, size);
   kurvo::tools::Library library;
   try {
-    kurvo::tools::ReadSvg(library, file.Path());
+    kurvo::tools::ReadDrawing(library, file.Path());
   } catch (const kurvo::tools::InputError& error) {
     const std::string line = error.what();
     if (!line.starts_with(file.Path() + ":") || line.find('\n') != std::string::npos) {

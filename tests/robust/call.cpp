@@ -229,7 +229,7 @@ Outcome RunOnce(const Entry& entry, Source& source, const RunOptions& options) {
   Outcome outcome;
   {
     Call call(source, options);
-    if (entry.traits & kHeavy) call.ShortCurves();
+    if (entry.traits & (kHeavy | kSquare)) call.ShortCurves(entry.traits & kSquare ? 16 : 1);
     entry.call(call);
     outcome = call.Finish();
   }

@@ -44,7 +44,7 @@ class Call {
   bool hostile() const { return options_.mode == Mode::kHostile; }
   double Number() { return inputs_.Number(); }
   double Parameter() { return inputs_.Parameter(); }
-  void ShortCurves() { inputs_.ShortCurves(); }
+  void ShortCurves(int share) { inputs_.ShortCurves(share); }
   double* Point(int size = 3) { return inputs_.Point(size); }
   double* Array(int count);
   // Null now and then when hostile. Inputs are to come back as they were.

@@ -33,7 +33,6 @@ TEST(Table, HasEveryFunctionOfTheInterfaceOnce) {
   for (std::string name; file >> name;) exported.insert(name);
   ASSERT_FALSE(exported.empty());
   for (const Entry& entry : Table()) entered.insert(entry.name);
-  for (const std::string& name : StillToCome()) entered.insert(name);
   EXPECT_EQ(entered, exported);
 }
 
@@ -84,10 +83,7 @@ TEST_P(Hostile, RecordsDoNoHarm) {
     if (outcome.seconds > slowest) slowest_call = number;
     slowest = std::max(slowest, outcome.seconds);
   }
-  if (entry.traits & kRefuses)
-    EXPECT_EQ(errors, calls) << "is there now: it no longer has the trait kRefuses";
-  else
-    EXPECT_LT(errors, calls * 19 / 20) << "the calls hardly get past the checks";
+  EXPECT_LT(errors, calls * 19 / 20) << "the calls hardly get past the checks";
   std::printf("%-24s %9" PRId64 " %9" PRId64 " %9" PRId64 " %9" PRId64 " %11.2f %11.1f %11" PRId64
               " %9" PRIu64 "\n",
               entry.name, calls, warnings, errors, requests,
@@ -129,7 +125,7 @@ TEST_P(FailingMemory, IsReportedAndHarmless) {
     const int64_t requests = untroubled.memory.requests;
     most = std::max(most, requests);
     if (untroubled.memory.refused > 0) continue;  // more than there is
-    const int64_t many = entry.traits & kHeavy ? kManyOfHeavy : kManyRequests;
+    const int64_t many = entry.traits & (kHeavy | kSquare) ? kManyOfHeavy : kManyRequests;
     const int64_t step = 1 + requests / many;
     for (int64_t granted = 0; granted < requests; granted += step)
       for (const bool from_then : {false, true}) {

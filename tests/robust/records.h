@@ -140,10 +140,10 @@ class Maker {
 
   // Fewer control points of the longest splines and pieces of the longest composites. Every piece
   // of two composites may cross every other: that is honest work, which no call can be spared.
-  void ShortCurves() {
-    long_counts_[0] = 60;
-    long_counts_[1] = 200;
-    long_composite_ = 100;
+  void ShortCurves(int share) {
+    long_counts_[0] = 60 / share;
+    long_counts_[1] = 200 / share;
+    long_composite_ = 100 / share;
   }
 
   double Number();          // a coordinate or a length

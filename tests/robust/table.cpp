@@ -236,6 +236,5 @@ const std::vector<Entry>& Table() {
   static const std::vector<Entry> kTable = Rows();
   return kTable;
 }
-std::vector<std::string> StillToCome() { return {}; }
 
 }  // namespace kurvo_test

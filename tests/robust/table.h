@@ -13,10 +13,10 @@ namespace kurvo_test {
 
 // What sets a function apart when its calls are judged.
 enum Trait : unsigned {
-  kAsks = 1,     // asks for as much memory as the caller says
-  kSilent = 2,   // has no record to write an error to
-  kHeavy = 4,    // works hard on every piece of a curve, so that it gets no long ones
-  kRefuses = 8,  // every call: it is still to come
+  kAsks = 1,    // asks for as much memory as the caller says
+  kSilent = 2,  // has no record to write an error to
+  kHeavy = 4,   // works hard on every piece of a curve, so that it gets no long ones
+  kSquare = 8,  // on every pair of places where curves cross, so that it gets short ones
 };
 
 // A function, a random call of it, and one that is written down.
@@ -45,10 +45,9 @@ struct Entry : Called, Work {
 // How a test names its parameter.
 inline void PrintTo(const Entry& entry, std::ostream* out) { *out << entry.name; }
 
-// Those of one library, in the order of its interface; and the names of those that are not there
-// yet. Programs are linked with the table of the kernel or with that of the second library.
+// Those of one library, in the order of its interface. Programs are linked with the table of the
+// kernel or with that of the second library.
 const std::vector<Entry>& Table();
-std::vector<std::string> StillToCome();
 
 // ---- running it
 

@@ -15,6 +15,8 @@
 #include "geometry/elliptical_arc.h"
 #include "picture/pictures.h"
 #include "support.h"
+#include "svg/curve_file.h"
+#include "svg/drawing_writer.h"
 
 namespace kurvo::tools {
 namespace {
@@ -197,7 +199,7 @@ TEST(PathData, RandomOutlinesReadBack) {
     svg += "<path d='" + PathData(library, outlines.back()) + "'/>";
   }
   const TemporaryDirectory directory;
-  const Drawing read = ReadSvg(library, directory.Write("in.svg", svg + "</svg>"));
+  const Drawing read = ReadDrawing(library, directory.Write("in.svg", svg + "</svg>"));
   ASSERT_EQ(read.shapes.size(), outlines.size());
   int failures = 0;
   for (std::size_t i = 0; i < outlines.size(); ++i) {
@@ -208,29 +210,46 @@ TEST(PathData, RandomOutlinesReadBack) {
   EXPECT_EQ(failures, 0) << "seed " << kSeed;
 }
 
-// Drawings drawn are the drawings, for every icon too, and pictures of them are well-formed.
-TEST(PathData, DrawingsReadBack) {
+// "a/b" for a group b in a group a.
+std::string GroupPath(const Drawing& drawing, std::size_t group) {
+  const Group& at = drawing.groups[group];
+  return group == 0 ? "" : GroupPath(drawing, at.parent) + "/" + at.id + at.layer;
+}
+
+// Drawings written are the drawings, for every icon too, and pictures of them are well-formed.
+TEST(DrawingText, DrawingsReadBack) {
   std::vector<std::string> files = DrawingsIn(kIconTheme);
   EXPECT_TRUE(files.empty() || files.size() > 200) << kIconTheme;
   for (const std::string& sample : DrawingsIn(KURVO_SAMPLES)) files.push_back(sample);
+  files.push_back(KURVO_TEST_DATA "/features.svg");
   const TemporaryDirectory directory;
   Library library;
-  PictureOptions options;
-  options.curves_only = true;
   for (const std::string& file : files) {
-    const Drawing drawing = ReadSvg(library, file);
-    const std::string picture = DrawingPicture(library, drawing, options, 1000);
-    const Drawing read = ReadSvg(library, directory.Write("out.svg", picture));
+    const Drawing drawing = ReadDrawing(library, file);
+    const std::string text = DrawingText(library, ResultOf(drawing), {});
+    const Drawing read = ReadDrawing(library, directory.Write("out.svg", text));
+    const std::string json = CurveFileText(library, ResultOf(drawing));
+    const Drawing records = ReadDrawing(library, directory.Write("out.json", json));
+    EXPECT_EQ(CurveFileText(library, ResultOf(records)), json) << file;
+    EXPECT_EQ(DrawingText(library, ResultOf(records), {}), text) << file;
     const std::string full = DrawingPicture(library, drawing, {}, 1000);
     EXPECT_TRUE(pugi::xml_document().load_string(full.c_str())) << file;
     EXPECT_TRUE(full.find("nan") == full.npos && full.find("inf") == full.npos) << file;
+    EXPECT_NEAR(read.sheet.mm_per_unit / drawing.sheet.mm_per_unit, 1, 1e-10) << file;
     ASSERT_EQ(read.shapes.size(), drawing.shapes.size()) << file;
     for (std::size_t i = 0; i < drawing.shapes.size(); ++i) {
       const Shape& shape = drawing.shapes[i];
-      ASSERT_EQ(read.shapes[i].outlines.size(), shape.outlines.size()) << file;
-      EXPECT_EQ(read.shapes[i].even_odd, shape.even_odd) << file;
+      const Shape& again = read.shapes[i];
+      ASSERT_EQ(again.outlines.size(), shape.outlines.size()) << file;
+      EXPECT_EQ(again.even_odd, shape.even_odd) << file;
+      EXPECT_EQ(again.paint.fill, shape.paint.fill) << file;
+      EXPECT_EQ(again.paint.stroke, shape.paint.stroke) << file;
+      if (shape.label.find("use") == shape.label.npos) {  // of two with one id one keeps it
+        EXPECT_EQ(GroupPath(read, again.group), GroupPath(drawing, shape.group)) << file;
+        EXPECT_EQ(again.id, shape.id) << file;
+      }
       for (std::size_t k = 0; k < shape.outlines.size(); ++k) {
-        const Outline& got = read.shapes[i].outlines[k];
+        const Outline& got = again.outlines[k];
         EXPECT_LE(Deviation(library, shape.outlines[k].curves, {&got, 1}), kBound)
             << file << " " << OutlineLabel(shape, k);
         EXPECT_EQ(got.closed, shape.outlines[k].closed) << file;

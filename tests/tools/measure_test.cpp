@@ -1,11 +1,15 @@
-// Curvature combs and what lies inside, against closed forms and angles.
+// Curvature combs, what lies inside and links, against closed forms, angles and all pairs.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <numbers>
 #include <random>
+#include <tuple>
 
 #include "geometry/comb.h"
+#include "geometry/links.h"
 #include "geometry/locate.h"
 #include "support.h"
 
@@ -119,7 +123,8 @@ TEST(Locator, AgreesWithAngles) {
       p.x = 0.5 * static_cast<double>(random() % 27);
       p.y = 0.5 * static_cast<double>(random() % 27);
     }
-    const std::vector<Place> places = locator.InDrawing(points);
+    const std::vector<Place> places = locator.InDrawing(points, 1);
+    EXPECT_EQ(places, locator.InDrawing(points, 1 + random() % 8)) << path;
     for (std::size_t k = 0; k < points.size(); ++k) {
       const Point p = points[k];
       const Place expected = PlaceByAngles(outlines, even_odd, p);
@@ -127,6 +132,58 @@ TEST(Locator, AgreesWithAngles) {
       EXPECT_EQ(PlaceName(places[k]), PlaceName(expected))
           << path << (even_odd ? " evenodd" : "") << " at " << p.x << "," << p.y;
     }
+  }
+}
+
+// The shortest link of each outline is that of all its pairs of curves, on any number of threads.
+TEST(FindLinks, AreTheShortestOfAllPairs) {
+  std::mt19937 random(20261122);
+  for (int i = 0; i < 60; ++i) {
+    std::string body[2];
+    for (std::string& text : body) {
+      for (std::size_t k = 0; k < 1 + random() % 4; ++k)
+        text += "<g transform='translate(" + std::to_string(random() % (i < 30 ? 20 : 90)) + " " +
+                std::to_string(random() % 40) + ")'>" + Path(RandomPath(random)) + "</g>";
+    }
+    Library library;
+    const Drawing a = ReadText(library, body[0]), b = ReadText(library, body[1]);
+    const CurveList first = ListCurves(library, a), second = ListCurves(library, b);
+    std::vector<double> expected(first.outlines.size(), HUGE_VAL);
+    for (const ListedCurve& p : first.curves) {
+      for (const ListedCurve& q : second.curves)
+        expected[p.outline] =
+            std::min(expected[p.outline], ClosestOn(library, *p.curve, *q.curve).distance);
+    }
+    std::atomic<std::size_t> done = 0;
+    const auto links = FindLinks(
+        first, second, [&] { ++done; }, 1);
+    const auto again = FindLinks(
+        first, second, [] {}, 1 + random() % 8);
+    ASSERT_EQ(links.size(), expected.size());
+    EXPECT_EQ(done, first.curves.size());
+    for (std::size_t k = 0; k < links.size(); ++k) {
+      EXPECT_NEAR(links[k].at.distance, expected[k], 1e-12) << i << " " << first.outlines[k];
+      EXPECT_NEAR(Size(links[k].to - links[k].from), expected[k], 1e-9) << i;
+      EXPECT_EQ(std::tie(links[k].first, links[k].second, links[k].at.first),
+                std::tie(again[k].first, again[k].second, again[k].at.first));
+    }
+  }
+}
+
+TEST(ParallelFor, ThrowsWhatTheFirstStepThrows) {
+  for (const std::size_t threads : {1u, 2u, 7u}) {
+    std::vector<int> runs(1000);
+    const auto step = [&](std::size_t i, Library&) {
+      ++runs[i];
+      if (i % 300 == 299) throw std::runtime_error(std::to_string(i));
+    };
+    try {
+      ParallelFor(runs.size(), step, threads);
+      ADD_FAILURE();
+    } catch (const std::runtime_error& error) {
+      EXPECT_STREQ(error.what(), "299");
+    }
+    EXPECT_EQ(std::count(runs.begin(), runs.begin() + 300, 1), 300);
   }
 }
 

@@ -99,7 +99,7 @@ class Pair {
   }
 
   void DrawWithClient(const std::string& options) const {
-    Client("draw '" + input_ + "' -q -o " + drawn_ + " --size " + std::to_string(kPixels) +
+    Client("draw '" + input_ + "' -q --picture " + drawn_ + " --size " + std::to_string(kPixels) +
            " --curves-only" + (paint_ == Paint::kFill ? " --fill" : "") + options);
   }
 

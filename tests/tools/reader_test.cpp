@@ -14,12 +14,12 @@ namespace kurvo::tools {
 namespace {
 
 // Consecutive curves share their end points to the last bit.
-TEST(ReadSvg, CurvesMeetEndToStart) {
+TEST(ReadDrawing, CurvesMeetEndToStart) {
   Library library;
   std::vector<std::string> files = DrawingsIn(KURVO_SAMPLES);
   files.push_back(KURVO_TEST_DATA "/features.svg");
   for (const std::string& path : files) {
-    const Drawing drawing = ReadSvg(library, path);
+    const Drawing drawing = ReadDrawing(library, path);
     EXPECT_GE(drawing.shapes.size(), 5u) << path;
     ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
       const std::size_t count = outline.curves.size();

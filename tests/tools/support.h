@@ -53,7 +53,7 @@ inline std::string FileContent(const std::string& path) {
 // What an svg element with the content `body` shows.
 inline Drawing ReadText(Library& library, const std::string& body) {
   const TemporaryDirectory directory;
-  return ReadSvg(library, directory.Write("in.svg", "<svg>" + body + "</svg>"));
+  return ReadDrawing(library, directory.Write("in.svg", "<svg>" + body + "</svg>"));
 }
 
 inline std::string Path(const std::string& data) { return "<path d='" + data + "'/>"; }

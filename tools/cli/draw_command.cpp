@@ -4,7 +4,7 @@
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "picture/pictures.h"
-#include "svg/reader.h"
+#include "svg/input.h"
 
 namespace kurvo::tools {
 namespace {
@@ -17,13 +17,15 @@ constexpr double kGreatestDeviation = 1e9;
 
 struct DrawOptions {
   std::string input;
+  InputOptions reading;
   OutputOptions output;
   PictureOptions picture;
-  double flatten = 0;  // deviations; 0: the curves as they are
-  double biarcs = 0;
+  LengthOption flatten;  // deviations; 0: the curves as they are
+  LengthOption biarcs;
+  LengthOption stroke_width;  // 0: the usual one
 };
 
-void AddPictureOptions(CLI::App& draw, PictureOptions& picture, OutputOptions& output) {
+void AddPictureOptions(CLI::App& draw, PictureOptions& picture, LengthOption& stroke_width) {
   constexpr const char* kGroup = "Picture";
   const auto leave_out = [&](const char* name, bool& part, const char* text) {
     draw.add_flag_function(
@@ -45,66 +47,64 @@ void AddPictureOptions(CLI::App& draw, PictureOptions& picture, OutputOptions& o
                 "Fill the shapes by the fill rule of the drawing; with --curves-only in black "
                 "and without a stroke")
       ->group(kGroup);
-  draw.add_option("--stroke-width", picture.stroke_width,
-                  "Stroke width of the curves, in units of the drawing")
-      ->check(Between(kThinnestStroke, kThickestStroke))
-      ->type_name("WIDTH")
+  AddLength(draw, "--stroke-width", stroke_width, kThinnestStroke, kThickestStroke,
+            "Stroke width of the curves")
       ->group(kGroup);
-  AddSize(draw, output)->group(kGroup);
 }
 
 void AddDeviations(CLI::App& draw, DrawOptions& options) {
-  const auto add = [&](const char* name, double& deviation, const char* text) {
-    return draw.add_option(name, deviation, text)
-        ->check(Between(kLeastDeviation, kGreatestDeviation))
-        ->type_name("DEVIATION");
+  const auto add = [&](const char* name, LengthOption& deviation, const char* text) {
+    return AddLength(draw, name, deviation, kLeastDeviation, kGreatestDeviation, text);
   };
   CLI::Option* flatten =
-      add("--flatten", options.flatten,
-          "Take chords that stay this close to the outlines, in units of the drawing");
+      add("--flatten", options.flatten, "Take chords that stay this close to the outlines");
   add("--biarcs", options.biarcs,
       "Take lines and arcs that stay this close to the outlines, the arcs in alternating colours")
       ->excludes(flatten);
 }
 
-Drawing ReadDrawing(Library& library, const DrawOptions& options) {
-  Drawing drawing = ReadSvg(library, options.input);
-  if (options.flatten > 0) return Flattened(library, drawing, options.flatten);
-  if (options.biarcs > 0) return FittedByArcs(library, drawing, options.biarcs);
+Drawing Remade(Library& library, Drawing drawing, const DrawOptions& options) {
+  const double flatten = options.flatten.In(drawing), biarcs = options.biarcs.In(drawing);
+  if (flatten > 0) return Flattened(library, drawing, flatten);
+  if (biarcs > 0) return FittedByArcs(library, drawing, biarcs);
   return drawing;
 }
 
-void Draw(const DrawOptions& options) {
+int Draw(const DrawOptions& options) {
   Library library;
-  const Drawing drawing = ReadDrawing(library, options);
-  Deliver(
-      options.output, {{options.input, &drawing}},
-      [&] { return DrawingPicture(library, drawing, options.picture, options.output.size); },
-      [&] { return OutlineTable(library, drawing); });
+  Drawing drawing = Remade(library, ReadInput(library, options.input, options.reading), options);
+  PictureOptions picture = options.picture;
+  if (options.stroke_width.number > 0) picture.stroke_width = options.stroke_width.In(drawing);
+  return Deliver(
+      library, options.reading, options.output, {{options.input, &drawing}},
+      {.drawing = [&] { return ResultOf(drawing); },
+       .picture = [&] { return DrawingPicture(library, drawing, picture, options.output.size); },
+       .table = [&] { return OutlineTable(library, drawing); },
+       .json = [&] { return OutlineJson(library, OneLine(options.input), drawing); }});
 }
 
 }  // namespace
 
-Command AddDrawCommand(CLI::App& app) {
+Command AddDrawCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<DrawOptions>();
   CLI::App* draw = app.add_subcommand(
       "draw", "Read the outlines of an SVG drawing, print a table of them and draw their curves");
   AddDrawing(*draw, options->input);
-  AddOutput(*draw, options->output,
-            "Write the picture of the curves to this SVG file; without it only the table is "
-            "printed");
-  AddQuiet(*draw, options->output);
+  AddReading(*draw, options->reading, stage);
   AddDeviations(*draw, *options);
-  AddPictureOptions(*draw, options->picture, options->output);
+  AddOutputs(*draw, options->output, "Write the curves alone to this SVG file",
+             "Write a picture of the curves by type, with what they are made of, to this SVG file");
+  AddPictureOptions(*draw, options->picture, options->stroke_width);
   draw->footer(
       "Lines become line records, circular arcs arc records, other arcs of ellipses rational "
-      "Beziers,\nquadratic and cubic curves Beziers. Paint, clipping and style sheets are not "
-      "looked at.");
+      "Beziers,\nquadratic and cubic curves Beziers. Clip paths and masks are not looked at.");
   return {draw, [options] {
-            options->picture.alternate = options->biarcs > 0;
+            options->picture.alternate = options->biarcs.number > 0;
             // Centres of flat arcs lie far out.
-            if (options->flatten > 0 || options->biarcs > 0) options->picture.control = false;
-            Draw(*options);
+            if (options->flatten.number > 0 || options->biarcs.number > 0) {
+              options->picture.control = false;
+            }
+            return Draw(*options);
           }};
 }
 

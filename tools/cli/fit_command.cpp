@@ -15,12 +15,13 @@ constexpr int kHighestOrder = 40;  // that the library fits
 
 struct FitOptions {
   std::string input;
+  InputOptions reading;
   OutputOptions output;
   int order = 4;
   bool control = false;
 };
 
-void Fit(const FitOptions& options) {
+int Fit(const FitOptions& options) {
   Library library;
   const std::vector<Point> points = ReadPoints(library, options.input);
   const auto refuse = [&](const std::string& problem) {
@@ -32,34 +33,42 @@ void Fit(const FitOptions& options) {
   }
   const std::optional<OwnedCurve> spline = OwnedCurve::Through(library, points, options.order);
   if (!spline) refuse("no B-spline of order " + order + " passes through these points");
-  Deliver(
-      options.output, {{options.input, nullptr}},
-      [&] { return FitPicture(library, points, *spline, options.control, options.output.size); },
-      [&] { return options.output.json ? FitJson(*spline) : FitText(library, *spline); });
+  const Drawing no_sheet;
+  return Deliver(library, options.reading, options.output, {{options.input, nullptr}},
+                 {.drawing =
+                      [&] {
+                        return OneByOne(no_sheet, {&*spline, 1});
+                      },
+                  .picture =
+                      [&] {
+                        return FitPicture(library, points, *spline, options.control,
+                                          options.output.size);
+                      },
+                  .table = [&] { return FitText(library, *spline); },
+                  .json = [&] { return FitJson(*spline); }});
 }
 
 }  // namespace
 
-Command AddFitCommand(CLI::App& app) {
+Command AddFitCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<FitOptions>();
+  options->reading.stage = &stage;
   CLI::App* fit = app.add_subcommand("fit", "Make a B-spline that passes through points");
-  fit->add_option("points", options->input, "A text file with a point x,y on each line")
+  fit->add_option("points", options->input, "A text file with a point on each line, x,y or x;y")
       ->required()
       ->type_name("FILE");
   fit->add_option("--order", options->order,
                   "Order of the spline, its degree + 1; 4 unless given, 2 is the polygon")
       ->check(Between(2, kHighestOrder))
       ->type_name("K");
-  AddOutput(*fit, options->output,
-            "Write a picture of the spline with the points marked to this SVG file");
-  AddSize(*fit, options->output);
-  fit->add_flag("--control", options->control, "Draw the control polygon too");
-  AddJson(*fit, options->output, "Print knots and control points as JSON");
-  AddQuiet(*fit, options->output, "Print nothing");
+  AddOutputs(*fit, options->output, "Write the spline to this SVG file",
+             "Write a picture of the spline with the points marked to this SVG file");
+  fit->add_flag("--control", options->control, "Show the control polygon in the picture too");
   fit->footer(
-      "Numbers may stand apart by spaces in place of the comma; empty lines and lines that begin "
-      "with #\nare passed over. In the picture y runs downwards, as it does in SVG.");
-  return {fit, [options] { Fit(*options); }};
+      "Numbers may stand apart by spaces too; empty lines, lines that begin with # and a first "
+      "line "
+      "of names\nare passed over. In the picture y runs downwards, as it does in SVG.");
+  return {fit, [options] { return Fit(*options); }};
 }
 
 }  // namespace kurvo::tools

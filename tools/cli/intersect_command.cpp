@@ -9,7 +9,6 @@
 #include "cli/options.h"
 #include "cli/progress.h"
 #include "picture/pictures.h"
-#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {
@@ -17,22 +16,24 @@ namespace {
 struct IntersectOptions {
   std::string first;
   std::string second;
+  InputOptions reading;
   OutputOptions output;
   bool joints = false;
 };
 
 bool IsOneFile(const IntersectOptions& options) {
   std::error_code ignored;
-  return options.second.empty() ||
+  return options.second.empty() || options.second == options.first ||
          std::filesystem::equivalent(options.first, options.second, ignored);
 }
 
 // The drawings and their curves; with one file the second drawing is missing.
 struct Inputs {
   Inputs(Library& library, const IntersectOptions& options)
-      : first(ReadSvg(library, options.first)), first_curves(ListCurves(library, first)) {
+      : first(ReadInput(library, options.first, options.reading)),
+        first_curves(ListCurves(library, first)) {
     if (IsOneFile(options)) return;
-    second = ReadSvg(library, options.second);
+    second = ReadBeside(library, options.second, options.reading, first);
     second_curves = ListCurves(library, *second);
   }
 
@@ -50,7 +51,7 @@ Crossings Find(Library& library, const Inputs& inputs, bool joints) {
   return FindCrossings(library, inputs.first_curves, inputs.second_curves, step);
 }
 
-void Intersect(const IntersectOptions& options) {
+int Intersect(const IntersectOptions& options) {
   Library library;
   const Inputs inputs(library, options);
   const Crossings found = Find(library, inputs, options.joints);
@@ -58,15 +59,21 @@ void Intersect(const IntersectOptions& options) {
   const CrossingReport report = {BaseName(options.first), second ? BaseName(options.second) : "",
                                  inputs.first_curves,
                                  second ? inputs.second_curves : inputs.first_curves, found};
-  Deliver(
-      options.output, {{options.first, &inputs.first}, {options.second, second}},
-      [&] { return CrossingPicture(library, inputs.first, second, report, options.output.size); },
-      [&] { return options.output.json ? CrossingJson(report) : CrossingTable(report); });
+  return Deliver(library, options.reading, options.output,
+                 {{options.first, &inputs.first}, {options.second, second}},
+                 {.drawing = nullptr,
+                  .picture =
+                      [&] {
+                        return CrossingPicture(library, inputs.first, second, report,
+                                               options.output.size);
+                      },
+                  .table = [&] { return CrossingTable(report); },
+                  .json = [&] { return CrossingJson(report); }});
 }
 
 }  // namespace
 
-Command AddIntersectCommand(CLI::App& app) {
+Command AddIntersectCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<IntersectOptions>();
   CLI::App* intersect = app.add_subcommand(
       "intersect", "List the points and the stretches that the curves of two drawings share");
@@ -74,20 +81,19 @@ Command AddIntersectCommand(CLI::App& app) {
               "Another one; without it, or when it is the same file, the curves of the first are "
               "intersected with each other",
               false);
-  AddOutput(*intersect, options->output,
-            "Write a picture of the drawings with the crossings marked to this SVG file");
-  AddSize(*intersect, options->output);
-  AddJson(*intersect, options->output);
+  AddReading(*intersect, options->reading, stage);
+  AddOutputs(*intersect, options->output, nullptr,
+             "Write a picture of the drawings with the crossings marked to this SVG file");
   intersect->add_flag("--joints", options->joints,
                       "With one drawing, also list the points where an outline goes from one curve "
                       "to the next");
-  AddQuiet(*intersect, options->output);
   intersect->footer(
-      "Both drawings are taken in the coordinates of their outermost viewBox. Curves are counted "
-      "from 1\nin each outline; t runs from 0 to 1 along a curve. Contacts count as crossings. A "
+      "Both drawings are taken in the coordinates of their outermost viewBox, the second at the "
+      "scale of\nthe first. Curves are counted from 1 in each outline; t runs from 0 to 1 along a "
+      "curve. Contacts count as crossings. A "
       "crossing where\nan outline goes from one curve to the next is listed once, with one of "
       "them.");
-  return {intersect, [options] { Intersect(*options); }};
+  return {intersect, [options] { return Intersect(*options); }};
 }
 
 }  // namespace kurvo::tools

@@ -5,56 +5,54 @@
 #include "cli/options.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
-#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {
 
-constexpr double kWidestGap = 1e9;  // units of the drawing
+constexpr double kWidestGap = 1e9;  // a length
 
 struct JoinOptions {
   std::string input;
+  InputOptions reading;
   OutputOptions output;
-  double gap = 0;
+  LengthOption gap;
 };
 
-void RunJoin(const JoinOptions& options) {
+int RunJoin(const JoinOptions& options) {
   Library library;
-  const Drawing drawing = ReadSvg(library, options.input);
-  const JoinedCurves joined = JoinCurves(library, drawing, options.gap);
+  Drawing drawing = ReadInput(library, options.input, options.reading);
+  const JoinedCurves joined = JoinCurves(library, drawing, options.gap.In(drawing));
   const double extent = Extent(library, {&drawing});
-  Deliver(
-      options.output, {{options.input, &drawing}},
-      [&] {
-        return SplitPicture(library, {&joined.chains, 1}, extent, options.output.size);
-      },
-      [&] {
-        return options.output.json ? JoinJson(library, OneLine(options.input), joined)
-                                   : JoinTable(library, joined);
-      });
+  return Deliver(
+      library, options.reading, options.output, {{options.input, &drawing}},
+      {.drawing =
+           [&] {
+             return ResultOf(drawing, {&joined.chains, 1});
+           },
+       .picture =
+           [&] {
+             return SplitPicture(library, {&joined.chains, 1}, extent, options.output.size);
+           },
+       .table = [&] { return JoinTable(library, joined); },
+       .json = [&] { return JoinJson(library, OneLine(options.input), joined); }});
 }
 
 }  // namespace
 
-Command AddJoinCommand(CLI::App& app) {
+Command AddJoinCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<JoinOptions>();
   CLI::App* join = app.add_subcommand(
       "join", "Join the curves of a drawing to chains, whatever their order and direction");
   AddDrawing(*join, options->input);
-  join->add_option(
-          "--gap", options->gap,
-          "Join ends no farther apart than this, in units of the drawing; without it those "
-          "that meet")
-      ->check(Between(0, kWidestGap))
-      ->type_name("GAP");
-  AddOutput(*join, options->output, "Write the chains to this SVG file, each as a path of its own");
-  AddSize(*join, options->output);
-  AddJson(*join, options->output);
-  AddQuiet(*join, options->output);
+  AddReading(*join, options->reading, stage);
+  AddLength(*join, "--gap", options->gap, 0, kWidestGap,
+            "Join ends no farther apart than this; without it those that meet");
+  AddOutputs(*join, options->output, "Write the chains to this SVG file, each as a path of its own",
+             "Write a picture of the chains, neighbours in different colours, to this SVG file");
   join->footer(
       "Every curve of the drawing counts as loose. Closed chains come first. Gaps are the joints "
       "whose ends\nwere apart and are bridged; dropped are curves that were there twice.");
-  return {join, [options] { RunJoin(*options); }};
+  return {join, [options] { return RunJoin(*options); }};
 }
 
 }  // namespace kurvo::tools

@@ -7,7 +7,6 @@
 #include "cli/options.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
-#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {
@@ -16,6 +15,7 @@ constexpr int kMostGridPoints = 2000;  // along the longer side
 
 struct LocateOptions {
   std::string input;
+  InputOptions reading;
   OutputOptions output;
   std::vector<Point> points;
   int grid = 0;  // points along the longer side of the drawing
@@ -58,22 +58,24 @@ LocateReport ReportOn(Library& library, const Drawing& drawing, const LocateOpti
   return report;
 }
 
-void Locate(const LocateOptions& options) {
+int Locate(const LocateOptions& options) {
   if (options.points.empty() && options.grid == 0) {
     throw std::runtime_error("locate needs points or --grid (try --help)");
   }
   Library library;
-  const Drawing drawing = ReadSvg(library, options.input);
+  const Drawing drawing = ReadInput(library, options.input, options.reading);
   const LocateReport report = ReportOn(library, drawing, options);
-  Deliver(
-      options.output, {{options.input, &drawing}},
-      [&] { return LocatePicture(library, drawing, report, options.output.size); },
-      [&] { return options.output.json ? LocateJson(report) : LocateTable(report); });
+  return Deliver(
+      library, options.reading, options.output, {{options.input, &drawing}},
+      {.drawing = nullptr,
+       .picture = [&] { return LocatePicture(library, drawing, report, options.output.size); },
+       .table = [&] { return LocateTable(report); },
+       .json = [&] { return LocateJson(report); }});
 }
 
 }  // namespace
 
-Command AddLocateCommand(CLI::App& app) {
+Command AddLocateCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<LocateOptions>();
   CLI::App* locate = app.add_subcommand(
       "locate", "Tell which points lie on, inside or outside the outlines of a drawing");
@@ -94,15 +96,15 @@ Command AddLocateCommand(CLI::App& app) {
                    "side; one is the middle")
       ->check(CLI::Range(1, kMostGridPoints))
       ->type_name("COUNT");
-  AddOutput(*locate, options->output, "Draw the curves and the points to this SVG file");
-  AddSize(*locate, options->output);
-  AddJson(*locate, options->output);
+  AddReading(*locate, options->reading, stage);
+  AddOutputs(*locate, options->output, nullptr,
+             "Write a picture of the curves and the points to this SVG file");
   locate->footer(
       "Inside is what the fill rule of a shape fills, also where outlines cross themselves; a line "
       "closes\noutlines whose ends do not meet. Named are the outlines that a point is on or that "
       "go "
       "around it. A\npoint within the length tolerance of a curve or of such a line is on it.");
-  return {locate, [options] { Locate(*options); }};
+  return {locate, [options] { return Locate(*options); }};
 }
 
 }  // namespace kurvo::tools

@@ -1,81 +1,33 @@
 // The command-line client: one command for each thing to do with the outlines of a drawing.
 #include <signal.h>
 
-#include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
 #include <new>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "cli/commands.h"
+#include "cli/client.h"
+#include "cli/manual.h"
 #include "cli/output.h"
+#include "cli/whole_file.h"
 #include "svg/input.h"
 
 namespace kurvo::tools {
 namespace {
 
-constexpr int kSuccess = 0;
-constexpr int kFailure = 1;   // wrong options, or the output could not be written
-constexpr int kBadInput = 2;  // the input cannot be read
-
-// The first word that the parser could not place, "drow" of "kurvo drow part.svg", says more than
-// what it misses for that reason.
-std::string Problem(const CLI::App& app, const CLI::Error& error) {
-  const std::vector<std::string> unknown = app.remaining(true);
-  const auto kind = static_cast<CLI::ExitCodes>(error.get_exit_code());
-  const bool is_missed =
-      kind == CLI::ExitCodes::RequiredError || kind == CLI::ExitCodes::ExtrasError;
-  if (unknown.empty() || !is_missed) return error.what();
-  const std::string& first = unknown.front();
-  if (app.get_subcommands().empty() && !first.starts_with('-')) {
-    return "There is no subcommand " + first;
+int Run(const std::vector<std::string>& arguments) {
+  const bool is_pipe = arguments.size() > 1 && arguments[0] == "pipe";
+  if (is_pipe && (arguments[1] == kStandardStream || !arguments[1].starts_with('-'))) {
+    return RunPipe({arguments.begin() + 1, arguments.end()});
   }
-  return "The following argument was not expected: " + first;
-}
-
-int Run(int argc, char** argv) {
-  CLI::App app(
-      "Reads outlines as curve records, shows what they are made of, draws, intersects, measures, "
-      "splits, joins and offsets them, tells what lies inside and how far drawings are apart, and "
-      "fits "
-      "curves to points.",
-      "kurvo");
-  app.set_version_flag("--version", "kurvo " KURVO_VERSION);
-  app.require_subcommand(1);
-  app.failure_message([](const CLI::App* parser, const CLI::Error& error) {
-    return "kurvo: " + OneLine(Problem(*parser, error)) + " (try --help)\n";
-  });
-  app.footer(
-      "Examples:\n  kurvo draw part.svg -o curves.svg\n"
-      "  kurvo intersect part.svg tool.svg -o crossings.svg\n"
-      "  kurvo measure part.svg --near 120,45\n"
-      "  kurvo locate part.svg 10,20 --grid 90 -o region.svg\n"
-      "  kurvo split part.svg --parts=12 -o pieces.svg\n"
-      "  kurvo join loose.svg --gap 0.05 -o joined.svg\n"
-      "  kurvo offset part.svg -d 2 -o offset.svg\n"
-      "  kurvo distance part.svg tool.svg -o links.svg\n"
-      "  kurvo fit points.csv --order 4 -o curve.svg\n\n"
-      "Exit status: 0 done; 1 wrong options, or the output cannot be written; 2 the input cannot "
-      "be\nread. Each fault is one line on standard error; no output file is then made or "
-      "changed.");
-  const Command commands[] = {
-      AddDrawCommand(app),   AddIntersectCommand(app), AddMeasureCommand(app),
-      AddLocateCommand(app), AddSplitCommand(app),     AddJoinCommand(app),
-      AddOffsetCommand(app), AddDistanceCommand(app),  AddFitCommand(app)};
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    std::ostringstream output;  // help, version
-    const int status = app.exit(error, output);
-    Print(output.str());
-    return status == 0 ? kSuccess : kFailure;
+  Client client;
+  if (arguments.size() == 2 && arguments[0] == "generate") {  // the build asks for it
+    Print(Generated(client.Options(), arguments[1]));
+    return kSuccess;
   }
-  for (const Command& command : commands) {
-    if (command.options->parsed()) command.run();
-  }
-  return kSuccess;
+  if (const std::optional<int> status = client.Parse(arguments)) return *status;
+  return client.Run();
 }
 
 }  // namespace
@@ -85,7 +37,7 @@ int main(int argc, char** argv) {
   using kurvo::tools::InputError;
   signal(SIGXFSZ, SIG_IGN);  // a file too large is a write that fails
   try {
-    return kurvo::tools::Run(argc, argv);
+    return kurvo::tools::Run({argv + 1, argv + argc});
   } catch (const InputError& error) {
     std::cerr << "kurvo: " << error.what() << "\n";
     return kurvo::tools::kBadInput;

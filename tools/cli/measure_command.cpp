@@ -9,35 +9,37 @@
 #include "cli/progress.h"
 #include "report/reports.h"
 #include "svg/input.h"
-#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {
 
 struct MeasureOptions {
   std::string input;
+  InputOptions reading;
   OutputOptions output;  // no file
   std::optional<Point> near;
 };
 
-std::vector<OutlineMeasures> MeasureAll(Library& library, const Drawing& drawing,
-                                        const std::optional<Point>& near) {
+std::vector<OutlineMeasures> MeasureAll(const Drawing& drawing, const std::optional<Point>& near) {
   Progress progress(STDERR_FILENO, "measured", CurveCount(drawing));
-  return Measure(library, drawing, near, [&] { progress.Step(); });
+  return Measure(drawing, near, [&] { progress.Step(); });
 }
 
-void RunMeasure(const MeasureOptions& options) {
+int RunMeasure(const MeasureOptions& options) {
   Library library;
-  const Drawing drawing = ReadSvg(library, options.input);
-  const std::vector<OutlineMeasures> outlines = MeasureAll(library, drawing, options.near);
+  const Drawing drawing = ReadInput(library, options.input, options.reading);
+  const std::vector<OutlineMeasures> outlines = MeasureAll(drawing, options.near);
   const MeasureReport report = {OneLine(options.input), options.near, outlines};
-  Deliver(options.output, {{options.input, &drawing}}, nullptr,
-          [&] { return options.output.json ? MeasureJson(report) : MeasureTable(report); });
+  return Deliver(library, options.reading, options.output, {{options.input, &drawing}},
+                 {.drawing = nullptr,
+                  .picture = nullptr,
+                  .table = [&] { return MeasureTable(report); },
+                  .json = [&] { return MeasureJson(report); }});
 }
 
 }  // namespace
 
-Command AddMeasureCommand(CLI::App& app) {
+Command AddMeasureCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<MeasureOptions>();
   CLI::App* measure = app.add_subcommand(
       "measure",
@@ -50,7 +52,8 @@ Command AddMeasureCommand(CLI::App& app) {
           [options](const std::string& text) { options->near = ParsePoint("--near", text); },
           "Find the nearest point of each curve, of each outline and of all to this one")
       ->type_name("X,Y");
-  AddJson(*measure, options->output);
+  AddReading(*measure, options->reading, stage);
+  AddOutputs(*measure, options->output, nullptr, nullptr);
   measure->footer(
       "Boxes are the narrowest. Curvature is 1 / radius, its least and its greatest value; turning "
       "is what the\ntangent turns by, in degrees, in an outline with its corners. Both and the "
@@ -59,7 +62,7 @@ Command AddMeasureCommand(CLI::App& app) {
       "its perimeter; a line closes an\nopen one for its area, and without an area the centroid is "
       "that of the length. Curves are counted\nfrom 1 in each outline; t runs from 0 to 1 along a "
       "curve.");
-  return {measure, [options] { RunMeasure(*options); }};
+  return {measure, [options] { return RunMeasure(*options); }};
 }
 
 }  // namespace kurvo::tools

@@ -1,140 +1,141 @@
 #include "cli/output.h"
 
-#include <signal.h>
+#include <fmt/format.h>
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
 
+#include "cli/whole_file.h"
+#include "report/csv.h"
+#include "report/text.h"
+#include "svg/curve_file.h"
+#include "svg/drawing_writer.h"
+#include "svg/gzip.h"
 #include "svg/input.h"
+#include "svg/sheet.h"
 
 namespace kurvo::tools {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMaxAttempts = 1000;  // names tried for the temporary file
+constexpr std::size_t kMostFaults = 20;  // that are named
 
-[[noreturn]] void Fail(const std::string& path, int error) {
-  throw std::runtime_error(OneLine(path) + ": cannot be written: " + std::strerror(error));
-}
-
-// Keeps signals that end the program waiting, so that none ends it between a temporary file's
-// beginning and its end.
-class SignalsWait {
- public:
-  SignalsWait() {
-    sigset_t ending;
-    sigemptyset(&ending);
-    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&ending, signal);
-    pthread_sigmask(SIG_BLOCK, &ending, &before_);
-  }
-  SignalsWait(const SignalsWait&) = delete;
-  SignalsWait& operator=(const SignalsWait&) = delete;
-  ~SignalsWait() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-
- private:
-  sigset_t before_;
-};
-
-// A new file beside its target; removed again unless it was kept.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const fs::path& target) : target_(target) {
-    for (int i = 0; i < kMaxAttempts && file_ == nullptr; ++i) {
-      path_ = target;
-      path_ += ".part" + std::to_string(i);
-      file_ = std::fopen(path_.c_str(), "wbx");
-      if (file_ == nullptr && errno != EEXIST) break;
-    }
-    if (file_ == nullptr) Fail(target_.string(), errno);
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() {
-    if (file_ != nullptr) std::fclose(file_);
-    if (!kept_) std::remove(path_.c_str());
-  }
-
-  void Write(std::string_view content) {
-    if (std::fwrite(content.data(), 1, content.size(), file_) != content.size()) {
-      Fail(target_.string(), errno);
-    }
-    const int status = std::fclose(file_);
-    file_ = nullptr;
-    if (status != 0) Fail(target_.string(), errno);
-  }
-
-  void Keep() {
-    std::error_code error;
-    fs::rename(path_, target_, error);
-    if (error) Fail(target_.string(), error.value());
-    kept_ = true;
-  }
-
- private:
-  const fs::path target_;
-  fs::path path_;
-  std::FILE* file_ = nullptr;
-  bool kept_ = false;
-};
-
-void RefuseSource(const std::vector<Source>& sources, const std::string& output) {
-  for (const Source& source : sources) {
+void RefuseSource(const std::vector<Source>& sources, std::vector<std::string> files,
+                  const std::string& output) {
+  for (const Source& source : sources) files.push_back(source.path);
+  for (const std::string& file : files) {
     std::error_code ignored;
-    if (fs::equivalent(source.path, output, ignored)) {
+    if (fs::equivalent(file, output, ignored)) {
       throw std::runtime_error(OneLine(output) + ": is the input; choose another output");
     }
   }
 }
 
-void NoteSkipped(const std::string& path, const Drawing& drawing) {
-  for (const auto& [name, count] : drawing.skipped) {
-    std::cerr << "kurvo: " << OneLine(path) << ": note: " << count << " " << name
-              << (count == 1 ? " element has" : " elements have") << " no outline\n";
+void Note(const std::vector<Source>& sources) {
+  for (const Source& source : sources) {
+    if (source.drawing == nullptr) continue;
+    const std::string start = "kurvo: " + OneLine(source.path) + ": ";
+    const std::vector<std::string>& faults = source.drawing->faults;
+    const std::size_t named = std::min(faults.size(), kMostFaults);
+    for (std::size_t i = 0; i < named; ++i) std::cerr << start << "left out: " << faults[i] << "\n";
+    if (faults.size() > named) {
+      std::cerr << start << "left out: " << faults.size() - named << " more elements\n";
+    }
+    for (const std::string& note : source.drawing->notes) std::cerr << start << note << "\n";
+  }
+}
+
+bool HasFaults(const std::vector<Source>& sources) {
+  return std::any_of(sources.begin(), sources.end(), [](const Source& source) {
+    return source.drawing != nullptr && !source.drawing->faults.empty();
+  });
+}
+
+// The unit of what is printed, where it is known or was asked for; empty for units of the drawing.
+std::string UnitOf(const InputOptions& input, const std::vector<Source>& sources) {
+  if (!input.unit.empty()) return input.unit;
+  const Drawing* drawing = sources.front().drawing;
+  if (drawing == nullptr || !drawing->sheet.physical) return {};
+  const double mm = drawing->sheet.mm_per_unit;
+  const std::string_view name = UnitName(mm);
+  return name.empty() ? ShortNumber(mm) + " mm" : std::string(name);
+}
+
+std::string ReportText(const std::string& unit, const OutputOptions& options,
+                       const Products& products) {
+  if (options.quiet) return {};
+  if (!options.json && !options.csv)
+    return products.table() + (unit.empty() ? "" : "unit: " + unit + "\n");
+  std::string json = products.json();
+  if (options.csv) return CsvText(Json::parse(json));
+  constexpr std::string_view kBegin = "{\n";
+  if (!unit.empty()) json.insert(kBegin.size(), fmt::format("  \"unit\": \"{}\",\n", unit));
+  return json;
+}
+
+PathAccuracy AccuracyOf(const LengthOption& deviation, const Result& result) {
+  PathAccuracy accuracy = {.share = kDrawingDeviation};
+  if (deviation.number > 0) {
+    const double mm_per_unit = result.source.sheet.mm_per_unit;
+    accuracy.length = deviation.number * (deviation.mm > 0 ? deviation.mm / mm_per_unit : 1);
+  }
+  return accuracy;
+}
+
+std::string DrawingIn(Library& library, const OutputOptions& options, const Result& result) {
+  const std::string end = options.format.empty() ? fs::path(options.drawing).extension().string()
+                                                 : "." + options.format;
+  if (end == ".json") return CurveFileText(library, result);
+  const std::string text = DrawingText(library, result, AccuracyOf(options.deviation, result));
+  return end == ".svgz" ? Packed(text) : text;
+}
+
+void Write(const std::string& file, const std::string& content) {
+  if (file.empty()) return;
+  if (file == kStandardStream) {
+    Print(content);
+  } else {
+    WriteWholeFile(file, content);
   }
 }
 
 }  // namespace
 
-void WriteWholeFile(const std::string& path, std::string_view content) {
-  std::error_code error;
-  if (fs::exists(path, error) && !fs::is_regular_file(path, error)) {
-    throw std::runtime_error(OneLine(path) + ": cannot be written: not a regular file");
-  }
-  // A link stays a link: what it points at is replaced.
-  const fs::path target = fs::weakly_canonical(path, error);
-  if (error) Fail(path, error.value());
-  const SignalsWait signals_wait;
-  TemporaryFile file(target);
-  file.Write(content);
-  file.Keep();
-}
-
-void Print(const std::string& text) {
-  std::cout << text << std::flush;
-  if (!std::cout) throw std::runtime_error("standard output cannot be written");
-}
-
 std::string BaseName(const std::string& path) {
   return OneLine(fs::path(path).filename().string());
 }
 
-void Deliver(const OutputOptions& options, const std::vector<Source>& sources,
-             const std::function<std::string()>& picture,
-             const std::function<std::string()>& report) {
-  const std::string text = options.quiet ? "" : report();
-  if (!options.file.empty()) {
-    RefuseSource(sources, options.file);
-    WriteWholeFile(options.file, picture());
+int Deliver(Library& library, const InputOptions& input, const OutputOptions& options,
+            const std::vector<Source>& sources, const Products& products) {
+  Stage& stage = *input.stage;
+  if (!stage.is_last && !products.drawing) {
+    throw std::runtime_error("only the last command of a pipe may make no drawing");
   }
-  for (const Source& source : sources) {
-    if (source.drawing != nullptr) NoteSkipped(source.path, *source.drawing);
+  const bool is_report =
+      stage.is_last && options.drawing != kStandardStream && options.picture != kStandardStream;
+  std::string report, picture, drawing;
+  if (is_report) report = ReportText(UnitOf(input, sources), options, products);
+  if (!options.picture.empty()) {
+    RefuseSource(sources, stage.files, options.picture);
+    picture = products.picture();
   }
-  if (!options.quiet) Print(text);
+  if (!options.drawing.empty()) {
+    if (options.drawing == options.picture) {
+      throw std::runtime_error(OneLine(options.drawing) + ": cannot be drawing and picture");
+    }
+    RefuseSource(sources, stage.files, options.drawing);
+    drawing = DrawingIn(library, options, products.drawing());
+  }
+  Write(options.picture, picture);
+  Write(options.drawing, drawing);
+  Note(sources);
+  for (const Source& source : sources) stage.files.push_back(source.path);
+  if (!stage.is_last) stage.made = DrawingOf(library, products.drawing());
+  Print(report);
+  return HasFaults(sources) ? kLeftOut : kSuccess;
 }
 
 }  // namespace kurvo::tools

@@ -1,30 +1,35 @@
-// What a command leaves: a file, which is complete or not there, notes and a report.
+// What a command leaves: a drawing, a picture, notes and a report.
 #pragma once
 
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "geometry/drawing.h"
+#include "cli/input.h"
+#include "geometry/result.h"
 
 namespace kurvo::tools {
 
-// Writes `content` to a temporary file in the directory of `path` and renames it to `path`, so that
-// nobody ever sees half a file and what was there stays when anything fails. An interrupt waits
-// until that is done. Throws std::runtime_error.
-void WriteWholeFile(const std::string& path, std::string_view content);
-
-// Prints to standard output; throws when that cannot be written.
-void Print(const std::string& text);
+// Exit statuses.
+inline constexpr int kSuccess = 0;
+inline constexpr int kFailure = 1;   // wrong options, or an output could not be written
+inline constexpr int kBadInput = 2;  // an input cannot be read
+inline constexpr int kLeftOut = 3;   // done, but without elements that cannot be read
 
 // The last part of a path, on one line.
 std::string BaseName(const std::string& path);
 
+// What drawings are written as.
+inline constexpr const char* kFormats[] = {"svg", "svgz", "json"};
+
 struct OutputOptions {
-  std::string file;  // of the picture; empty for none
-  double size = 1000;
+  std::string drawing;  // files; empty for none, "-" for standard output
+  std::string picture;
+  std::string format;  // of the drawing: one of kFormats; empty: what its name ends with says it
+  double size = 1000;  // of the picture
+  LengthOption deviation;  // of curves that the drawing has no form for; 0: a part of their size
   bool json = false;
+  bool csv = false;
   bool quiet = false;
 };
 
@@ -34,11 +39,19 @@ struct Source {
   const Drawing* drawing;
 };
 
-// Writes the picture and prints the report, as far as they are wanted; both are made before
-// anything is written. Notes on standard error which elements of the drawings were left out. Throws
-// when the file to write is one of those that were read.
-void Deliver(const OutputOptions& options, const std::vector<Source>& sources,
-             const std::function<std::string()>& picture,
-             const std::function<std::string()>& report);
+// What a command makes; what it never makes is missing.
+struct Products {
+  std::function<Result()> drawing;
+  std::function<std::string()> picture;
+  std::function<std::string()> table;
+  std::function<std::string()> json;
+};
+
+// Writes the drawing and the picture and prints the report, as far as they are wanted; all are made
+// before anything is written. A report is not printed where a file goes to standard output. Notes
+// on standard error what is to be said of the drawings that were read. Result: the exit status.
+// Throws when a file to write is one of those that were read.
+int Deliver(Library& library, const InputOptions& input, const OutputOptions& options,
+            const std::vector<Source>& sources, const Products& products);
 
 }  // namespace kurvo::tools

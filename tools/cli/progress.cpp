@@ -1,13 +1,16 @@
 #include "cli/progress.h"
 
+#include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace kurvo::tools {
 namespace {
 
 constexpr std::chrono::milliseconds kInterval{100};  // between two states of the line
+constexpr double kShortest = 1e-6;                   // seconds that a rate is worked out from
 
 }  // namespace
 
@@ -23,14 +26,18 @@ Progress::~Progress() {
 }
 
 void Progress::Step() {
+  const std::lock_guard lock(mutex_);
   ++count_;
   if (active_ && Clock::now() >= next_) Show();
 }
 
 void Progress::Show() {
-  const std::string text = "kurvo: " + done_ + " " + std::to_string(count_) + " of " +
-                           std::to_string(total_) + (total_ == 1 ? " curve" : " curves");
-  Write("\r" + text);  // never shorter than the one before it
+  const std::chrono::duration<double> time = Clock::now() - begin_;
+  std::string text = fmt::format("kurvo: {} {} of {} curve{}, {:.0f}/s", done_, count_, total_,
+                                 total_ == 1 ? "" : "s",
+                                 static_cast<double>(count_) / std::max(time.count(), kShortest));
+  text.resize(std::max(text.size(), shown_), ' ');
+  Write("\r" + text);
   shown_ = text.size();
   next_ = Clock::now() + kInterval;
 }

@@ -8,7 +8,6 @@
 #include "cli/progress.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
-#include "svg/reader.h"
 
 namespace kurvo::tools {
 namespace {
@@ -17,6 +16,7 @@ constexpr double kMostParts = 10000;
 
 struct SplitOptions {
   std::string input;
+  InputOptions reading;
   OutputOptions output;
   std::vector<double> at;
   std::size_t parts = 0;  // 0: cut at the parameters
@@ -59,23 +59,22 @@ std::vector<SplitOutline> Split(Library& library, const Drawing& drawing,
   return SplitAt(library, drawing, options.at, step);
 }
 
-void RunSplit(const SplitOptions& options) {
+int RunSplit(const SplitOptions& options) {
   Library library;
-  const Drawing drawing = ReadSvg(library, options.input);
+  const Drawing drawing = ReadInput(library, options.input, options.reading);
   const std::vector<SplitOutline> outlines = Split(library, drawing, options);
   const double extent = Extent(library, {&drawing});
-  Deliver(
-      options.output, {{options.input, &drawing}},
-      [&] { return SplitPicture(library, outlines, extent, options.output.size); },
-      [&] {
-        return options.output.json ? SplitJson(library, OneLine(options.input), outlines)
-                                   : SplitTable(library, outlines);
-      });
+  return Deliver(
+      library, options.reading, options.output, {{options.input, &drawing}},
+      {.drawing = [&] { return ResultOf(drawing, outlines); },
+       .picture = [&] { return SplitPicture(library, outlines, extent, options.output.size); },
+       .table = [&] { return SplitTable(library, outlines); },
+       .json = [&] { return SplitJson(library, OneLine(options.input), outlines); }});
 }
 
 }  // namespace
 
-Command AddSplitCommand(CLI::App& app) {
+Command AddSplitCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<SplitOptions>();
   CLI::App* split = app.add_subcommand("split", "Cut the outlines of a drawing into pieces");
   AddDrawing(*split, options->input);
@@ -88,16 +87,15 @@ Command AddSplitCommand(CLI::App& app) {
       ->check(Between(1, kMostParts))
       ->type_name("N");
   how->require_option(1);
-  AddOutput(*split, options->output,
-            "Write the pieces to this SVG file, each as a path of its own");
-  AddSize(*split, options->output);
-  AddJson(*split, options->output);
-  AddQuiet(*split, options->output);
+  AddReading(*split, options->reading, stage);
+  AddOutputs(*split, options->output,
+             "Write the pieces to this SVG file, those of an element as the parts of one path",
+             "Write a picture of the pieces, neighbours in different colours, to this SVG file");
   split->footer(
       "The pieces are lines, arcs and curves as before, in the order of the drawing. t runs from 0 "
       "to 1\nalong a curve. A piece of an outline goes through as many curves as its length "
       "takes.");
-  return {split, [options] { RunSplit(*options); }};
+  return {split, [options] { return RunSplit(*options); }};
 }
 
 }  // namespace kurvo::tools

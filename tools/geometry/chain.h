@@ -37,6 +37,24 @@ struct OwnedRegion {
   KurvoRegion record;
 };
 
+// The reader takes curves as joined whose ends agree within the length tolerance in x and in y,
+// chains are joined where the distance is within it. While it lives, the tolerance is wide enough
+// for the diagonal.
+class WiderTolerance {
+ public:
+  explicit WiderTolerance(Library& library) : library_(library) {
+    KurvoclPushEpsilon(kDiagonal * library.Tolerance(), library.State());
+  }
+  WiderTolerance(const WiderTolerance&) = delete;
+  WiderTolerance& operator=(const WiderTolerance&) = delete;
+  ~WiderTolerance() { KurvoclPopEpsilon(library_.State()); }
+
+ private:
+  static constexpr double kDiagonal = 1.5;
+
+  Library& library_;
+};
+
 double LengthOf(Library& library, const Chain& chain);
 // The narrowest box; an empty one without curves.
 Bounds BoundsOf(Library& library, const Chain& chain);

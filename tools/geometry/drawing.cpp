@@ -16,9 +16,13 @@ bool EndMeetsStart(Library& library, const Outline& outline) {
 template <class Remake>
 Drawing Remade(const Drawing& drawing, const Remake& remake) {
   Drawing remade;
-  remade.skipped = drawing.skipped;
+  remade.faults = drawing.faults;
+  remade.notes = drawing.notes;
+  remade.groups = drawing.groups;
+  remade.sheet = drawing.sheet;
   for (const Shape& shape : drawing.shapes) {
-    Shape& copy = remade.shapes.emplace_back(Shape{shape.label, shape.even_odd, {}});
+    Shape& copy = remade.shapes.emplace_back(
+        Shape{shape.label, shape.even_odd, {}, shape.id, shape.group, shape.paint});
     for (const Outline& outline : shape.outlines) {
       std::vector<OwnedCurve> curves = remake(Chain(outline.curves));
       if (!curves.empty()) copy.outlines.push_back({std::move(curves), outline.closed});
@@ -28,6 +32,16 @@ Drawing Remade(const Drawing& drawing, const Remake& remake) {
 }
 
 }  // namespace
+
+Sheet Sheet::Scaled(double factor) const {
+  Sheet scaled = *this;
+  scaled.mm_per_unit /= factor;
+  if (!view.IsEmpty()) {
+    scaled.view = {factor * view.min_x, factor * view.min_y, factor * view.max_x,
+                   factor * view.max_y};
+  }
+  return scaled;
+}
 
 Drawing Flattened(Library& library, const Drawing& drawing, double deviation) {
   return Remade(drawing, [&](const Chain& chain) { return Flattened(library, chain, deviation); });

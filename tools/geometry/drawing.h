@@ -3,8 +3,8 @@
 
 #include <cstddef>
 #include <functional>
-#include <map>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "geometry/library.h"
@@ -17,28 +17,73 @@ struct Outline {
   bool closed = false;
 };
 
+// Colours as SVG writes them, "none" for what is not painted; a width in units of the drawing.
+struct Paint {
+  std::string fill = "#000";
+  std::string stroke = "none";
+  double stroke_width = 1;
+};
+
 // What one element of the drawing shows.
 struct Shape {
   std::string label;  // "path#id", or "path[3]" for the third path of the file
   bool even_odd = false;
   std::vector<Outline> outlines;
+  std::string id = {};    // of the element; empty when it has none
+  std::size_t group = 0;  // that it stands in, into Drawing::groups
+  Paint paint = {};
 };
 
 // The name of one outline of the shape: its label, and ".2" for the second of several.
 std::string OutlineLabel(const Shape& shape, std::size_t outline);
 
-struct Drawing {
-  std::vector<Shape> shapes;  // in drawing order
-  // Elements that show something but have no outline, such as text: how often each was left out.
-  std::map<std::string, int> skipped;
+// An element around others. The first is the drawing itself and its own parent; parents come before
+// what they contain.
+struct Group {
+  std::size_t parent = 0;
+  std::string id = {};
+  std::string layer = {};  // its name for people
+  bool is_layer = false;
 };
 
-// Calls step(outline, label) for all outlines in drawing order.
+inline constexpr double kMillimetresPerInch = 25.4;
+inline constexpr double kPixelsPerInch = 96;  // CSS values, section 5.2
+
+// What the file says of its sheet.
+struct Sheet {
+  Bounds view;  // the part of the plane that it shows; empty when it does not say
+  // Millimetres; 0 when it does not say.
+  double width = 0;
+  double height = 0;
+  std::string fit;        // what becomes of other proportions: its preserveAspectRatio
+  bool physical = false;  // whether the size is given in a unit of length, not in pixels
+  double mm_per_unit = kMillimetresPerInch / kPixelsPerInch;  // assumed, unless physical
+
+  // The same sheet in units `factor` times as small.
+  Sheet Scaled(double factor) const;
+};
+
+struct Drawing {
+  std::vector<Shape> shapes;  // in drawing order
+  std::vector<Group> groups = {{}};
+  Sheet sheet = {};
+  std::vector<std::string> faults;  // of elements that were left out, a line each
+  std::vector<std::string> notes;   // lines about the file: what of it was not read, for one
+};
+
+// Calls step(outline, label), or step(outline, label, shape) with the number of the shape, for all
+// outlines in drawing order.
 template <class Step>
 void ForEachOutline(const Drawing& drawing, const Step& step) {
-  for (const Shape& shape : drawing.shapes) {
-    for (std::size_t i = 0; i < shape.outlines.size(); ++i)
-      step(shape.outlines[i], OutlineLabel(shape, i));
+  for (std::size_t number = 0; number < drawing.shapes.size(); ++number) {
+    const Shape& shape = drawing.shapes[number];
+    for (std::size_t i = 0; i < shape.outlines.size(); ++i) {
+      if constexpr (std::is_invocable_v<Step, const Outline&, std::string>) {
+        step(shape.outlines[i], OutlineLabel(shape, i));
+      } else {
+        step(shape.outlines[i], OutlineLabel(shape, i), number);
+      }
+    }
   }
 }
 

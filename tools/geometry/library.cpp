@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <new>
 #include <string>
 
@@ -25,8 +26,8 @@ void Library::Check() const {
   if (!KurvoOk(&state_)) throw LibraryError(KurvoErrGet(&state_));
 }
 
-void* OwnedCurve::Allocate(int type, int degree) {
-  void* block = KurvocvMallocCurve(&curve_, type, degree);
+void* OwnedCurve::Allocate(int type, int size, int count) {
+  void* block = KurvocvMallocCurve(&curve_, type, size, count);
   if (block == nullptr) throw std::bad_alloc();
   return block;
 }
@@ -79,6 +80,35 @@ OwnedCurve OwnedCurve::RationalQuadratic(Point p0, Point p1, double weight1, Poi
   return curve;
 }
 
+OwnedCurve OwnedCurve::FreeForm(const std::vector<Point>& points,
+                                const std::vector<double>& weights,
+                                const std::vector<double>& knots) {
+  OwnedCurve curve;
+  const int count = static_cast<int>(points.size());
+  const auto fill = [&](auto* block) {
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      auto& p = block->points[i];
+      p[0] = points[i].x;
+      p[1] = points[i].y;
+      p[2] = 0;
+      if constexpr (sizeof p > sizeof(Coord)) p[3] = weights[i];
+    }
+    if constexpr (requires { block->knots; }) std::copy(knots.begin(), knots.end(), block->knots);
+  };
+  if (knots.empty()) {
+    if (weights.empty()) fill(static_cast<KurvoBezier*>(curve.Allocate(CV_BEZIER, count - 1)));
+    if (!weights.empty()) fill(static_cast<KurvoRBezier*>(curve.Allocate(CV_RBEZIER, count - 1)));
+    return curve;
+  }
+  const int order = static_cast<int>(knots.size()) - count;
+  if (weights.empty()) {
+    fill(static_cast<KurvoBSpline*>(curve.Allocate(CV_BSPLINE, order, count)));
+  } else {
+    fill(static_cast<KurvoRBSpline*>(curve.Allocate(CV_RBSPLINE, order, count)));
+  }
+  return curve;
+}
+
 std::optional<OwnedCurve> OwnedCurve::Through(Library& library, const std::vector<Point>& points,
                                               int order) {
   std::vector<double> coordinates;
@@ -93,6 +123,13 @@ std::optional<OwnedCurve> OwnedCurve::Through(Library& library, const std::vecto
   }
   library.Check();
   return curve;
+}
+
+OwnedCurve OwnedCurve::Copied(Library& library, const OwnedCurve& source) {
+  OwnedCurve copy;
+  KurvocvCopyCurve(source.Get(), &copy.curve_, library.State());
+  library.Check();
+  return copy;
 }
 
 OwnedCurve OwnedCurve::Composite(Library& library, const std::vector<const OwnedCurve*>& pieces) {
@@ -234,8 +271,14 @@ std::string_view TypeName(int type) {
       return "arc";
     case CV_BEZIER:
       return "Bezier";
-    default:
+    case CV_RBEZIER:
       return "rational Bezier";
+    case CV_BSPLINE:
+      return "B-spline";
+    case CV_RBSPLINE:
+      return "rational B-spline";
+    default:
+      return "composite";
   }
 }
 

@@ -62,10 +62,15 @@ class OwnedCurve {
   static OwnedCurve Cubic(Point p0, Point p1, Point p2, Point p3);
   // Of degree 2, with outer weights 1.
   static OwnedCurve RationalQuadratic(Point p0, Point p1, double weight1, Point p2);
+  // A Bezier curve without knots, or else a B-spline; rational where there are weights, one a
+  // point.
+  static OwnedCurve FreeForm(const std::vector<Point>& points, const std::vector<double>& weights,
+                             const std::vector<double>& knots);
   // The spline of this order through at least `order` points, of which no neighbours are the same;
   // nothing when none in doubles passes through them. Throws LibraryError.
   static std::optional<OwnedCurve> Through(Library& library, const std::vector<Point>& points,
                                            int order);
+  static OwnedCurve Copied(Library& library, const OwnedCurve& source);
   // Copies of curves, which need not meet, as one: number i, from 0, has the parameters from i to
   // i + 1. Throws LibraryError.
   static OwnedCurve Composite(Library& library, const std::vector<const OwnedCurve*>& pieces);
@@ -85,7 +90,7 @@ class OwnedCurve {
 
  private:
   // The new data block; throws std::bad_alloc.
-  void* Allocate(int type, int degree);
+  void* Allocate(int type, int size, int count = 0);
 
   Curve curve_;
 };
@@ -115,7 +120,7 @@ struct Closest {
 
 Closest ClosestOn(Library& library, const OwnedCurve& first, const OwnedCurve& second);
 
-// "line", "arc", "Bezier" or "rational Bezier".
+// "line", "arc", "Bezier", "rational Bezier", "B-spline", "rational B-spline" or "composite".
 std::string_view TypeName(int type);
 
 }  // namespace kurvo::tools

@@ -2,54 +2,126 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+
+#include "geometry/box_tree.h"
 
 namespace kurvo::tools {
 namespace {
 
-// Curves begin .. end - 1 of the list.
-OwnedCurve Joined(Library& library, const CurveList& list, std::size_t begin, std::size_t end) {
-  std::vector<const OwnedCurve*> pieces;
-  for (std::size_t i = begin; i < end; ++i) pieces.push_back(list.curves[i].curve);
-  return OwnedCurve::Composite(library, pieces);
+// Box distances may exceed those of the curves by what boxes are rounded by.
+constexpr double kRounding = 1e-12;
+
+// Distances that differ by less are the same; relative to the coordinates.
+constexpr double kTie = 1e-15;
+
+// The curves of one outline are those from `begin` to `end` - 1 of the list.
+struct Range {
+  std::size_t begin;
+  std::size_t end;
+};
+
+std::vector<Range> OutlineRanges(const CurveList& list) {
+  std::vector<Range> ranges;
+  for (std::size_t begin = 0, end; begin < list.curves.size(); begin = end) {
+    end = begin + 1;
+    while (end < list.curves.size() && list.curves[end].outline == list.curves[begin].outline)
+      ++end;
+    ranges.push_back({begin, end});
+  }
+  return ranges;
 }
 
-// The pieces of a composite that a parameter may belong to: two at a boundary.
-std::vector<std::size_t> PiecesAt(double t, std::size_t count) {
-  constexpr double kSameParameter = 1e-9;
-  std::vector<std::size_t> pieces;
-  const double nearest = std::round(t);
-  const bool boundary = std::fabs(t - nearest) <= kSameParameter;
-  const double after = boundary ? nearest : std::floor(t);
-  if (boundary && after >= 1) pieces.push_back(static_cast<std::size_t>(after) - 1);
-  if (after < static_cast<double>(count)) pieces.push_back(static_cast<std::size_t>(after));
-  return pieces;
+std::vector<Bounds> BoxesOf(const CurveList& list) {
+  std::vector<Bounds> boxes;
+  for (const ListedCurve& curve : list.curves) boxes.push_back(curve.box);
+  return boxes;
 }
+
+class LinkFinder {
+ public:
+  LinkFinder(const CurveList& first, const CurveList& second)
+      : first_(first), second_(second), tree_(BoxesOf(second)) {}
+
+  Link ShortestOf(Library& library, const Range& outline, const CurveDone& done) const {
+    Link link = {outline.begin, 0, {HUGE_VAL, 0, 0}, {}, {}};
+    double bound = FirstBound(library, outline);
+    for (std::size_t i = outline.begin; i < outline.end; ++i) {
+      if (link.at.distance > 0) Improve(library, i, bound, link);
+      done();
+    }
+    link.from = PositionOf(library, *first_.curves[link.first].curve, link.at.first);
+    link.to = PositionOf(library, *second_.curves[link.second].curve, link.at.second);
+    return link;
+  }
+
+ private:
+  Closest Between(Library& library, std::size_t i, std::size_t j) const {
+    return ClosestOn(library, *first_.curves[i].curve, *second_.curves[j].curve);
+  }
+
+  // The distance of a pair that is likely to be near.
+  double FirstBound(Library& library, const Range& outline) const {
+    Bounds box;
+    for (std::size_t i = outline.begin; i < outline.end; ++i) box.Add(first_.curves[i].box);
+    const std::size_t near = tree_.Nearest(box);
+    std::size_t nearest = outline.begin;
+    for (std::size_t i = outline.begin; i < outline.end; ++i) {
+      if (BoxDistance(i, near) < BoxDistance(nearest, near)) nearest = i;
+    }
+    return Between(library, nearest, near).distance;
+  }
+
+  double BoxDistance(std::size_t i, std::size_t j) const {
+    return Distance(first_.curves[i].box, second_.curves[j].box);
+  }
+
+  // Looks at the curves that are as near to curve number i as the bound, those with near boxes
+  // first.
+  void Improve(Library& library, std::size_t i, double& bound, Link& link) const {
+    Bounds around = first_.curves[i].box;
+    around.Grow(bound + kRounding * (bound + Size(around.Min()) + Size(around.Max())));
+    std::vector<std::pair<double, std::size_t>> candidates;
+    for (const std::size_t j : tree_.Meeting(around)) candidates.emplace_back(BoxDistance(i, j), j);
+    std::sort(candidates.begin(), candidates.end());
+    for (const auto& [least, j] : candidates) {
+      if (least > bound + kRounding * (bound + Size(around.Max())) || link.at.distance == 0) break;
+      const Closest at = Between(library, i, j);
+      const double tie = kTie * (at.distance + Size(around.Max()));
+      const bool is_better = at.distance < link.at.distance - tie;
+      const bool is_before =
+          at.distance <= link.at.distance + tie && link.first == i && j < link.second;
+      if (is_better || is_before) link = {i, j, at, {}, {}};
+      bound = std::min(bound, at.distance);
+    }
+  }
+
+  const CurveList& first_;
+  const CurveList& second_;
+  const BoxTree tree_;
+};
 
 }  // namespace
 
-std::vector<Link> FindLinks(Library& library, const CurveList& first, const CurveList& second) {
-  std::vector<Link> links;
-  if (second.curves.empty()) return links;
-  const OwnedCurve all = Joined(library, second, 0, second.curves.size());
-  for (std::size_t begin = 0, end; begin < first.curves.size(); begin = end) {
-    end = begin + 1;
-    while (end < first.curves.size() && first.curves[end].outline == first.curves[begin].outline) {
-      ++end;
-    }
-    const Closest whole = ClosestOn(library, Joined(library, first, begin, end), all);
-    Link link = {begin, 0, {HUGE_VAL, 0, 0}, {}, {}};
-    for (const std::size_t i : PiecesAt(whole.first, end - begin)) {
-      for (const std::size_t j : PiecesAt(whole.second, second.curves.size())) {
-        const Closest at =
-            ClosestOn(library, *first.curves[begin + i].curve, *second.curves[j].curve);
-        if (at.distance < link.at.distance) link = {begin + i, j, at, {}, {}};
-      }
-    }
-    link.from = PositionOf(library, *first.curves[link.first].curve, link.at.first);
-    link.to = PositionOf(library, *second.curves[link.second].curve, link.at.second);
-    links.push_back(link);
-  }
+std::vector<Link> FindLinks(const CurveList& first, const CurveList& second, const CurveDone& done,
+                            std::size_t threads) {
+  if (second.curves.empty()) return {};
+  const LinkFinder finder(first, second);
+  const std::vector<Range> outlines = OutlineRanges(first);
+  std::vector<Link> links(outlines.size());
+  ParallelFor(
+      outlines.size(),
+      [&](std::size_t i, Library& library) {
+        links[i] = finder.ShortestOf(library, outlines[i], done);
+      },
+      threads);
   return links;
+}
+
+std::vector<OwnedCurve> LinesOf(const std::vector<Link>& links) {
+  std::vector<OwnedCurve> lines;
+  for (const Link& link : links) lines.push_back(OwnedCurve::Line(link.from, link.to));
+  return lines;
 }
 
 const Link* Shortest(const std::vector<Link>& links) {

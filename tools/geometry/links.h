@@ -6,6 +6,7 @@
 
 #include "geometry/drawing.h"
 #include "geometry/library.h"
+#include "geometry/parallel.h"
 
 namespace kurvo::tools {
 
@@ -19,8 +20,13 @@ struct Link {
 };
 
 // For each outline of the first drawing the shortest link to any outline of the second, in drawing
-// order; none when one of the drawings is empty.
-std::vector<Link> FindLinks(Library& library, const CurveList& first, const CurveList& second);
+// order; none when one of the drawings is empty. Of several shortest the one with the first curves.
+// `done` is called for each curve of the first drawing, from several threads.
+std::vector<Link> FindLinks(const CurveList& first, const CurveList& second, const CurveDone& done,
+                            std::size_t threads = CoreCount());
+
+// A line for each of them.
+std::vector<OwnedCurve> LinesOf(const std::vector<Link>& links);
 
 // The first of the shortest; null without links.
 const Link* Shortest(const std::vector<Link>& links);

@@ -9,6 +9,7 @@
 #include "geometry/chain.h"
 #include "geometry/drawing.h"
 #include "geometry/library.h"
+#include "geometry/parallel.h"
 
 namespace kurvo::tools {
 
@@ -26,13 +27,13 @@ class Locator {
   // Of one outline, in the order of the drawing: inside is where it goes around the point.
   std::vector<Place> InOutline(std::size_t outline, const std::vector<Point>& points) const;
   // Of the whole drawing: on an outline, inside a shape by its fill rule, or outside of all.
-  std::vector<Place> InDrawing(const std::vector<Point>& points) const;
+  std::vector<Place> InDrawing(const std::vector<Point>& points,
+                               std::size_t threads = CoreCount()) const;
 
  private:
-  std::vector<Place> In(const KurvoRegion& region, const std::vector<Point>& points) const;
-
   Library& library_;
   std::deque<OwnedRegion> shapes_;
+  std::vector<Bounds> boxes_;  // of the shapes, with all that counts as on them
   std::vector<Cvseq*> loops_;  // of the shapes, one for each outline
 };
 

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <utility>
+
+#include "geometry/parallel.h"
 
 namespace kurvo::tools {
 namespace {
@@ -220,11 +223,15 @@ std::optional<std::size_t> MostCurved(const OutlineMeasures& outline) {
   return Foremost(outline, &Bending::greatest, std::greater<double>());
 }
 
-std::vector<OutlineMeasures> Measure(Library& library, const Drawing& drawing,
-                                     const std::optional<Point>& near, const CurveDone& done) {
-  std::vector<OutlineMeasures> outlines;
-  ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
-    outlines.push_back(MeasureOutline(library, label, outline, near, done));
+std::vector<OutlineMeasures> Measure(const Drawing& drawing, const std::optional<Point>& near,
+                                     const CurveDone& done) {
+  std::vector<std::pair<std::string, const Outline*>> named;
+  ForEachOutline(drawing, [&](const Outline& outline, std::string label) {
+    named.emplace_back(std::move(label), &outline);
+  });
+  std::vector<OutlineMeasures> outlines(named.size());
+  ParallelFor(named.size(), [&](std::size_t i, Library& library) {
+    outlines[i] = MeasureOutline(library, named[i].first, *named[i].second, near, done);
   });
   return outlines;
 }

@@ -63,9 +63,10 @@ struct OutlineMeasures {
   Point centroid = {};
 };
 
-// `near` is the point to be near to, when there is one. `done` is called for each curve.
-std::vector<OutlineMeasures> Measure(Library& library, const Drawing& drawing,
-                                     const std::optional<Point>& near, const CurveDone& done);
+// `near` is the point to be near to, when there is one. `done` is called for each curve,
+// from several threads.
+std::vector<OutlineMeasures> Measure(const Drawing& drawing, const std::optional<Point>& near,
+                                     const CurveDone& done);
 
 // Of all outlines together.
 double TotalLength(const std::vector<OutlineMeasures>& outlines);

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <utility>
 
+#include "geometry/parallel.h"
+
 namespace kurvo::tools {
 namespace {
 
@@ -12,23 +14,22 @@ namespace {
 template <class Split>
 std::vector<SplitOutline> SplitEach(const Drawing& drawing, const Split& split) {
   std::vector<SplitOutline> outlines;
-  ForEachOutline(drawing, [&](const Outline& outline, std::string label) {
-    outlines.push_back({std::move(label), {}});
+  ForEachOutline(drawing, [&](const Outline& outline, std::string label, std::size_t element) {
+    outlines.push_back({std::move(label), {}, element});
     split(outline, outlines.back().pieces);
   });
   return outlines;
 }
 
-OutlineOffset OffsetOutline(Library& library, std::string label, const Outline& outline,
-                            double distance, double tolerance, const CurveDone& done) {
-  OutlineOffset offset = {std::move(label), &outline, distance, {}};
-  for (const OwnedCurve& curve : outline.curves) {
-    std::vector<OwnedCurve> pieces = OwnedCurve::Offset(library, curve, distance, tolerance);
+// Fills in the pieces of the offset.
+void OffsetOutline(Library& library, double tolerance, const CurveDone& done,
+                   OutlineOffset& offset) {
+  for (const OwnedCurve& curve : offset.source->curves) {
+    std::vector<OwnedCurve> pieces = OwnedCurve::Offset(library, curve, offset.distance, tolerance);
     offset.pieces.insert(offset.pieces.end(), std::make_move_iterator(pieces.begin()),
                          std::make_move_iterator(pieces.end()));
     done();
   }
-  return offset;
 }
 
 }  // namespace
@@ -87,19 +88,37 @@ std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawin
   });
 }
 
-std::vector<OutlineOffset> OffsetOutlines(Library& library, const Drawing& drawing,
+std::vector<OutlineOffset> OffsetOutlines(const Drawing& drawing,
                                           const std::vector<double>& distances,
                                           const std::optional<double>& tolerance,
                                           const CurveDone& done) {
   std::vector<OutlineOffset> offsets;
-  ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
-    for (const double distance : distances) {
-      offsets.push_back(OffsetOutline(library, label, outline, distance,
-                                      tolerance.value_or(kOffsetTolerance * std::fabs(distance)),
-                                      done));
-    }
+  ForEachOutline(drawing,
+                 [&](const Outline& outline, const std::string& label, std::size_t element) {
+                   for (const double distance : distances)
+                     offsets.push_back({label, &outline, distance, {}, element});
+                 });
+  ParallelFor(offsets.size(), [&](std::size_t i, Library& library) {
+    const double usual = kOffsetTolerance * std::fabs(offsets[i].distance);
+    OffsetOutline(library, tolerance.value_or(usual), done, offsets[i]);
   });
   return offsets;
+}
+
+Result ResultOf(const Drawing& source, std::span<const SplitOutline> outlines) {
+  Result result = {source, {}, Look::kLines};
+  for (const SplitOutline& outline : outlines) {
+    for (const Piece& piece : outline.pieces)
+      result.chains.push_back({piece.curves, piece.closed, outline.element});
+  }
+  return result;
+}
+
+Result ResultOf(Library& library, const Drawing& source, std::span<const OutlineOffset> offsets) {
+  Result result = {source, {}, Look::kLines};
+  for (const OutlineOffset& offset : offsets)
+    AddRuns(library, offset.pieces, offset.element, result.chains);
+  return result;
 }
 
 }  // namespace kurvo::tools

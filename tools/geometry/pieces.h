@@ -3,12 +3,14 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "geometry/chain.h"
 #include "geometry/drawing.h"
 #include "geometry/library.h"
+#include "geometry/result.h"
 
 namespace kurvo::tools {
 
@@ -22,6 +24,7 @@ struct Piece {
 struct SplitOutline {
   std::string label;
   std::vector<Piece> pieces;
+  std::size_t element = kNoElement;  // into the shapes of the drawing
 };
 
 // Every curve of the drawing cut at the parameters, which ascend and lie in [0, 1]: a piece for
@@ -49,6 +52,7 @@ struct OutlineOffset {
   const Outline* source;
   double distance;
   std::vector<OwnedCurve> pieces;
+  std::size_t element;
 };
 
 // What a tolerance is when none is given, in parts of the distance.
@@ -56,10 +60,15 @@ inline constexpr double kOffsetTolerance = 1e-3;
 
 // Every outline at every distance, in drawing order; positive distances go to the left of travel as
 // seen in the drawing, whose y points down. `done` is called for each curve at each
-// distance. Curves are offset one by one: nothing is put in or cut off at corners.
-std::vector<OutlineOffset> OffsetOutlines(Library& library, const Drawing& drawing,
+// distance, from several threads. Curves are offset one by one: nothing is put in or cut off at
+// corners.
+std::vector<OutlineOffset> OffsetOutlines(const Drawing& drawing,
                                           const std::vector<double>& distances,
                                           const std::optional<double>& tolerance,
                                           const CurveDone& done);
+
+// What they make, as drawings.
+Result ResultOf(const Drawing& source, std::span<const SplitOutline> outlines);
+Result ResultOf(Library& library, const Drawing& source, std::span<const OutlineOffset> offsets);
 
 }  // namespace kurvo::tools

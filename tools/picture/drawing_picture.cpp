@@ -33,16 +33,26 @@ struct OutlineTrace {
 };
 
 template <class Block>
-std::vector<Point> PointsOf(const Block& bezier) {
+std::vector<Point> PointsOf(const Block& curve, int count) {
   std::vector<Point> points;
-  for (int i = 0; i <= bezier.degree; ++i)
-    points.push_back({bezier.points[i][0], bezier.points[i][1]});
+  for (int i = 0; i < count; ++i) points.push_back({curve.points[i][0], curve.points[i][1]});
   return points;
 }
 
+template <class Block>
+std::vector<Point> PointsOfBezier(const OwnedCurve& curve) {
+  return PointsOf(curve.Block<Block>(), curve.Block<Block>().degree + 1);
+}
+template <class Block>
+std::vector<Point> PointsOfSpline(const OwnedCurve& curve) {
+  return PointsOf(curve.Block<Block>(), curve.Block<Block>().count);
+}
+
 std::vector<Point> ControlPoints(const OwnedCurve& curve) {
-  if (curve.Type() == CV_BEZIER) return PointsOf(curve.Block<KurvoBezier>());
-  if (curve.Type() == CV_RBEZIER) return PointsOf(curve.Block<KurvoRBezier>());
+  if (curve.Type() == CV_BEZIER) return PointsOfBezier<KurvoBezier>(curve);
+  if (curve.Type() == CV_RBEZIER) return PointsOfBezier<KurvoRBezier>(curve);
+  if (curve.Type() == CV_BSPLINE) return PointsOfSpline<KurvoBSpline>(curve);
+  if (curve.Type() == CV_RBSPLINE) return PointsOfSpline<KurvoRBSpline>(curve);
   if (curve.Type() != CV_ARC) return {};
   const auto& arc = curve.Block<KurvoArc>();
   return {{arc.centre[0], arc.centre[1]}};

@@ -18,8 +18,9 @@ struct CurveStyle {
   std::string_view colour;
 };
 
-inline constexpr CurveStyle kCurveStyles[] = {
-    {CV_LINE, "#334155"}, {CV_ARC, "#d95f02"}, {CV_BEZIER, "#1d5fd1"}, {CV_RBEZIER, "#0b8a5b"}};
+inline constexpr CurveStyle kCurveStyles[] = {{CV_LINE, "#334155"},    {CV_ARC, "#d95f02"},
+                                              {CV_BEZIER, "#1d5fd1"},  {CV_RBEZIER, "#0b8a5b"},
+                                              {CV_BSPLINE, "#7c3aed"}, {CV_RBSPLINE, "#b45309"}};
 inline constexpr CurveStyle kOtherArcs = {CV_ARC, "#1d5fd1"};  // where colours alternate
 inline constexpr std::string_view kControlColour = "#94a3b8";
 inline constexpr std::string_view kBoxColour = "#c4b5a0";

@@ -46,6 +46,9 @@ std::string OffsetPicture(Library& library, const Drawing& drawing,
                           const std::vector<OutlineOffset>& offsets, const std::string& name,
                           double size);
 
+// The regions below the drawings that they are made of, each of these in a colour of its own.
+std::string RegionPicture(Library& library, const RegionReport& report, double size);
+
 // One path for each piece and nothing else, so that it can be read as a drawing of the pieces;
 // neighbours have different colours. `extent` is that of the drawing they come from.
 std::string SplitPicture(Library& library, std::span<const SplitOutline> outlines, double extent,

@@ -14,7 +14,9 @@ namespace {
 
 constexpr auto kRight = TextTable::Align::kRight;
 
-constexpr int kTypes[] = {CV_LINE, CV_ARC, CV_BEZIER, CV_RBEZIER};  // in the order of the columns
+// In the order of the columns; the last two share one.
+constexpr int kTypes[] = {CV_LINE, CV_ARC, CV_BEZIER, CV_RBEZIER, CV_BSPLINE, CV_RBSPLINE};
+constexpr std::size_t kSplines = 4;  // the first of them
 
 // What is said of one outline and of all.
 struct Totals {
@@ -28,9 +30,11 @@ struct Totals {
     box.Add(BoundsOf(library, curve));
   }
   std::vector<std::string> Row(const std::string& label, const std::string& kind,
-                               const std::string& start, const std::string& end) const {
+                               const std::string& start, const std::string& end,
+                               bool splines) const {
     std::vector<std::string> row = {label};
-    for (const std::size_t count : counts) row.push_back(std::to_string(count));
+    for (std::size_t i = 0; i < kSplines; ++i) row.push_back(std::to_string(counts[i]));
+    if (splines) row.push_back(std::to_string(counts[kSplines] + counts[kSplines + 1]));
     row.insert(row.end(), {std::to_string(degree), kind, start, end, BoundsText(box)});
     return row;
   }
@@ -39,16 +43,22 @@ struct Totals {
 }  // namespace
 
 std::string OutlineTable(Library& library, const Drawing& drawing) {
-  TextTable table({{"outline"},
-                   {"line", kRight},
-                   {"arc", kRight},
-                   {"Bezier", kRight},
-                   {"rational", kRight},
-                   {"degree", kRight},
-                   {""},
-                   {"start"},
-                   {"end"},
-                   {"box"}});
+  bool splines = false;
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) {
+    splines = splines || curve.Type() == CV_BSPLINE || curve.Type() == CV_RBSPLINE;
+  });
+  std::vector<TextTable::Column> columns = {{"outline"},
+                                            {"line", kRight},
+                                            {"arc", kRight},
+                                            {"Bezier", kRight},
+                                            {"rational", kRight},
+                                            {"degree", kRight},
+                                            {""},
+                                            {"start"},
+                                            {"end"},
+                                            {"box"}};
+  if (splines) columns.insert(columns.begin() + 1 + kSplines, {"spline", kRight});
+  TextTable table(columns);
   std::size_t outlines = 0;
   Totals all;
   ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
@@ -60,10 +70,48 @@ std::string OutlineTable(Library& library, const Drawing& drawing) {
     ++outlines;
     table.Add(own.Row(label, outline.closed ? "closed" : "open",
                       PointText(StartOf(library, outline.curves.front())),
-                      PointText(EndOf(library, outline.curves.back()))));
+                      PointText(EndOf(library, outline.curves.back())), splines));
   });
-  table.Add(all.Row(CountText(outlines, "outline"), "", "", ""));
+  table.Add(all.Row(CountText(outlines, "outline"), "", "", "", splines));
   return table.Text();
+}
+
+std::string OutlineJson(Library& library, const std::string& name, const Drawing& drawing) {
+  std::vector<Json> records;
+  ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
+    Totals own;
+    for (const OwnedCurve& curve : outline.curves) own.Add(library, curve);
+    Json& record = records.emplace_back();
+    record["outline"] = label;
+    record["closed"] = outline.closed;
+    for (std::size_t i = 0; i < std::size(kTypes); ++i)
+      record[std::string(TypeName(kTypes[i]))] = own.counts[i];
+    record["degree"] = own.degree;
+    record["start"] = StartOf(library, outline.curves.front());
+    record["end"] = EndOf(library, outline.curves.back());
+    record["box"] = own.box;
+  });
+  JsonLines json;
+  json.Add("file", name);
+  json.AddList("outlines", records, [](const Json& record, std::size_t) { return record; });
+  return json.Take();
+}
+
+std::string OffsetJson(Library& library, const std::string& name,
+                       const std::vector<OutlineOffset>& offsets) {
+  JsonLines json;
+  json.Add("file", name);
+  json.AddList("offsets", offsets, [&](const OutlineOffset& offset, std::size_t) -> Json {
+    Bounds box;
+    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(library, piece));
+    return {{"outline", offset.label},
+            {"closed", offset.source->closed},
+            {"curves", offset.source->curves.size()},
+            {"distance", offset.distance},
+            {"pieces", offset.pieces.size()},
+            {"box", box.IsEmpty() ? Json() : Json(box)}};
+  });
+  return json.Take();
 }
 
 std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offsets) {

@@ -12,12 +12,14 @@
 #include "geometry/locate.h"
 #include "geometry/measure.h"
 #include "geometry/pieces.h"
+#include "geometry/regions.h"
 
 namespace kurvo::tools {
 
 // One line for each outline: name, curves by type, largest degree, start, end, box; then the
 // totals.
 std::string OutlineTable(Library& library, const Drawing& drawing);
+std::string OutlineJson(Library& library, const std::string& name, const Drawing& drawing);
 
 // Two lists of curves, which may be the same one, and what they have in common.
 struct CrossingReport {
@@ -77,6 +79,21 @@ std::string MeasureJson(const MeasureReport& report);
 
 // One line for each outline and distance: how many curves became how many pieces, and their box.
 std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offsets);
+std::string OffsetJson(Library& library, const std::string& name,
+                       const std::vector<OutlineOffset>& offsets);
+
+struct RegionReport {
+  std::vector<std::string> names;  // of the files
+  std::string operation;           // "union", "clean" and the like
+  const Drawing& drawing;          // that the elements are of
+  const Regions& regions;
+  bool with_distances = false;
+  std::size_t second = kNoElement;  // the first shape of the second file
+};
+
+// One line for each loop, then how many there are and what was done besides.
+std::string RegionTable(const RegionReport& report);
+std::string RegionJson(const RegionReport& report);
 
 // One line for each outline, followed by one for each of its pieces. `name` is that of the file.
 std::string SplitTable(Library& library, const std::vector<SplitOutline>& outlines);

@@ -39,12 +39,6 @@ double ReadUnit(TextScanner& in, Axis axis, const Viewport& viewport) {
   in.FailAt(offset, "unknown unit '" + Excerpt(name) + "'");
 }
 
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 // The value of `name` in "name: value; name: value"; the last one counts.
 std::string_view StyleValue(std::string_view style, std::string_view name) {
   std::string_view value;
@@ -139,6 +133,11 @@ std::optional<double> Length(const pugi::xml_node& element, const char* attribut
                              const Viewport& viewport) {
   const std::string_view text = element.attribute(attribute).value();
   if (Trimmed(text).empty() || Trimmed(text) == "auto") return std::nullopt;
+  return ParseLength(attribute, text, axis, viewport);
+}
+
+double ParseLength(std::string_view attribute, std::string_view text, Axis axis,
+                   const Viewport& viewport) {
   TextScanner in(attribute, text);
   in.SkipSpace();
   const double number = in.Number();

@@ -26,7 +26,11 @@ enum class Axis { kX, kY, kDiagonal };
 std::optional<double> Length(const pugi::xml_node& element, const char* attribute, Axis axis,
                              const Viewport& viewport);
 
-// The same with `fallback` for nothing.
+// The length that a text says, which stands in `attribute`.
+double ParseLength(std::string_view attribute, std::string_view text, Axis axis,
+                   const Viewport& viewport);
+
+// The same as the first with `fallback` for nothing.
 double LengthOr(double fallback, const pugi::xml_node& element, const char* attribute, Axis axis,
                 const Viewport& viewport);
 

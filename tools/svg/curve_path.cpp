@@ -24,7 +24,7 @@ constexpr double kParabolaTolerance = 1e-10;
 // The lesser axis of an ellipse in parts of the greater: what is flatter is a line, there and back.
 constexpr double kFlatEllipse = 1e-10;
 
-// Of kPathDeviation, so that it holds too where the size of a curve is judged by points of it.
+// Of the deviation, so that it holds too where the size of a curve is judged by points of it.
 constexpr double kFitShare = 0.5;
 
 // Of the coordinates: what evaluation may round.
@@ -110,7 +110,8 @@ Point MiddleOf(const KurvoArc& arc, bool positive, Point from, Point to) {
 
 class PathWriter {
  public:
-  explicit PathWriter(Library& library) : library_(library) {}
+  PathWriter(Library& library, const PathAccuracy& accuracy)
+      : library_(library), accuracy_(accuracy) {}
 
   void Append(const OwnedCurve& curve) {
     const Point start = Start(curve);
@@ -226,7 +227,8 @@ class PathWriter {
     const Bounds box = BoundsOf(library_, curve);
     const double size = std::max(box.LongerSide(), least_size_);
     const double rounding = std::max(Rounding(box.Min()), Rounding(box.Max()));
-    double deviation = kFitShare * kPathDeviation * size + rounding;
+    const double wanted = accuracy_.length > 0 ? accuracy_.length : accuracy_.share * size;
+    double deviation = kFitShare * wanted + rounding;
     std::vector<OwnedCurve> cubics;
     for (int i = 0; i < kMostFits; ++i, deviation *= kCoarser) {
       cubics = Fitted(library_, curve, KURVO_FIT_CUBICS, deviation);
@@ -259,6 +261,7 @@ class PathWriter {
   }
 
   Library& library_;
+  const PathAccuracy accuracy_;
   std::string data_;
   Point at_;               // of the pen
   double least_size_ = 0;  // of the curve that the next one is a span of
@@ -266,14 +269,15 @@ class PathWriter {
 
 }  // namespace
 
-std::string PathData(Library& library, const std::vector<OwnedCurve>& curves) {
-  PathWriter writer(library);
+std::string PathData(Library& library, std::span<const OwnedCurve> curves,
+                     const PathAccuracy& accuracy) {
+  PathWriter writer(library, accuracy);
   for (const OwnedCurve& curve : curves) writer.Append(curve);
   return writer.Take();
 }
 
 std::string PathData(Library& library, const OwnedCurve& curve) {
-  PathWriter writer(library);
+  PathWriter writer(library, {});
   writer.Append(curve);
   return writer.Take();
 }

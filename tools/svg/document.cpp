@@ -28,22 +28,20 @@ std::string PrefixOfSvg(const pugi::xml_node& root) {
 
 }  // namespace
 
-SvgDocument::SvgDocument(const std::string& path) : path_(path) {
-  Parse(ReadWholeFile(path));
+SvgDocument::SvgDocument(const std::string& path, std::string_view bytes) : path_(path) {
+  Parse(bytes);
   prefix_ = PrefixOfSvg(Root());
   if (LocalName(Root()) != "svg") {
     throw InputError(OneLine(path_) + ": not an SVG drawing: the root element is <" +
                      Excerpt(Root().name()) + ">");
   }
   IndexElements();
+  if (!style_.IsEmpty()) ApplyStyle();
 }
 
-void SvgDocument::Parse(const std::string& bytes) {
-  if (bytes.substr(0, 2) == "\x1f\x8b") {
-    throw InputError(OneLine(path_) + ": compressed SVG; unpack it with gunzip first");
-  }
+void SvgDocument::Parse(std::string_view bytes) {
   // Attribute values stay as they are written, so that offsets in them are those of the file.
-  constexpr unsigned kOptions = pugi::parse_escapes;
+  constexpr unsigned kOptions = pugi::parse_escapes | pugi::parse_cdata;
   const pugi::xml_parse_result result = tree_.load_buffer(bytes.data(), bytes.size(), kOptions);
   if (!result) {
     throw InputError(OneLine(path_) + ": offset " + std::to_string(result.offset) +
@@ -57,8 +55,24 @@ void SvgDocument::IndexElements() {
     const std::string_view name = LocalName(node);
     if (name.empty()) continue;
     ordinals_[Offset(node)] = ++counts[name];
+    if (name == "style") {
+      for (const pugi::xml_node& text : node.children()) style_.Read(text.value());
+    }
     const std::string_view id = node.attribute("id").value();
     if (!id.empty()) by_id_.emplace(id, node);  // of two the first counts
+  }
+}
+
+void SvgDocument::ApplyStyle() {
+  for (pugi::xml_node node = Root(); node; node = NextInDocument(node)) {
+    const std::string_view name = LocalName(node);
+    if (name.empty()) continue;
+    pugi::xml_attribute style = node.attribute("style");
+    const std::string styled = style_.Styled(name, node.attribute("id").value(),
+                                             node.attribute("class").value(), style.value());
+    if (styled.empty()) continue;
+    if (!style) style = node.append_attribute("style");
+    style.set_value(styled.c_str());
   }
 }
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 
 namespace kurvo::tools {
@@ -30,6 +31,7 @@ std::string Excerpt(std::string_view text) {
 }
 
 std::string ReadWholeFile(const std::string& path) {
+  if (path == kStandardStream) return {std::istreambuf_iterator<char>(std::cin), {}};
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) {
     throw InputError(OneLine(path) + ": is a directory");
@@ -42,6 +44,12 @@ std::string ReadWholeFile(const std::string& path) {
 }
 
 bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
+
+std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
+  return text;
+}
 
 bool TextScanner::Accept(char c) {
   if (AtEnd() || text_[position_] != c) return false;

@@ -25,9 +25,18 @@ class ElementError : public std::runtime_error {
                            ": " + problem),
         has_offset_(true) {}
 
+  // What makes the whole drawing one that cannot be read.
+  static ElementError Limit(const std::string& problem) {
+    ElementError error(problem);
+    error.is_limit_ = true;
+    return error;
+  }
+
   bool HasOffset() const { return has_offset_; }
+  bool IsLimit() const { return is_limit_; }
 
  private:
+  bool is_limit_ = false;
   bool has_offset_ = false;
 };
 
@@ -37,7 +46,10 @@ std::string OneLine(std::string_view text);
 // The same, cut when it is long.
 std::string Excerpt(std::string_view text);
 
-// All bytes of a file. Throws InputError.
+// The file name of standard input and of standard output.
+inline constexpr std::string_view kStandardStream = "-";
+
+// All bytes of a file, or of standard input. Throws InputError.
 std::string ReadWholeFile(const std::string& path);
 
 // Numbers above this are refused: doubles there are further apart than any drawing is fine.
@@ -84,5 +96,8 @@ class TextScanner {
 };
 
 bool IsSpace(char c);
+
+// Without spaces at its ends.
+std::string_view Trimmed(std::string_view text);
 
 }  // namespace kurvo::tools

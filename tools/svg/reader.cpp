@@ -1,18 +1,21 @@
 #include "svg/reader.h"
 
-#include <utf8.h>
+#include <fmt/format.h>
 
-#include <algorithm>
 #include <cmath>
-#include <iterator>
+#include <map>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 #include "svg/attributes.h"
+#include "svg/curve_file.h"
 #include "svg/document.h"
+#include "svg/gzip.h"
+#include "svg/inherited.h"
 #include "svg/input.h"
 #include "svg/shapes.h"
+#include "svg/sheet.h"
 
 namespace kurvo::tools {
 namespace {
@@ -21,24 +24,17 @@ constexpr int kMaxUseDepth = 32;          // use inside what use shows
 constexpr int kMaxNamedUses = 4;          // of them in the name of a shape
 constexpr int kMaxUsedElements = 200000;  // that use elements show, all together
 constexpr std::size_t kMaxCurves = 5000000;
-
-// What an element inherits.
-struct Context {
-  Affine map;  // from the coordinates of the element to those of the drawing
-  Viewport viewport;
-  bool visible = true;
-  bool even_odd = false;
-  int use_depth = 0;
-  std::string users;  // labels of the use elements around, each with a '/' after it
-};
+constexpr std::string_view kLayer = "layer";
 
 // Walks the tree with a stack of its own, so that nesting is limited by memory alone.
 class SvgReader {
  public:
-  SvgReader(Library& library, const std::string& path) : library_(library), document_(path) {}
+  SvgReader(Library& library, const std::string& path, std::string_view bytes,
+            const ReadOptions& options)
+      : library_(library), options_(options), document_(path, bytes) {}
 
   Drawing Read() {
-    Context context;
+    Inherited context;
     AtElement(document_.Root(), context, [&] { EnterRoot(context); });
     while (!stack_.empty()) {
       const Pending pending = stack_.back();
@@ -48,30 +44,35 @@ class SvgReader {
       }
       AtElement(pending.element, pending.context, [&] { Visit(pending.element, pending.context); });
     }
+    Note();
     return std::move(drawing_);
   }
 
  private:
   struct Pending {
     pugi::xml_node element;
-    Context context;
+    Inherited context;
     bool alone = false;  // without the siblings after it
   };
 
   // Runs `step`; faults that it finds are those of `element`.
   template <typename Step>
-  void AtElement(const pugi::xml_node& element, const Context& context, const Step& step) {
+  void AtElement(const pugi::xml_node& element, const Inherited& context, const Step& step) {
     try {
       step();
     } catch (const ElementError& error) {
       const std::string place =
           error.HasOffset() ? "" : "offset " + std::to_string(SvgDocument::Offset(element)) + ": ";
-      throw InputError(OneLine(document_.Path()) + ": " + context.users + document_.Label(element) +
-                       ", " + place + error.what());
+      const std::string fault =
+          context.users + document_.Label(element) + ", " + place + error.what();
+      if (options_.strict || element == document_.Root() || error.IsLimit()) {
+        throw InputError(OneLine(document_.Path()) + ": " + fault);
+      }
+      drawing_.faults.push_back(fault);
     }
   }
 
-  void EnterRoot(Context& context) {
+  void EnterRoot(Inherited& context) {
     const pugi::xml_node root = document_.Root();
     if (const std::optional<ViewBox> box = ReadViewBox(root)) {
       context.viewport = {box->width, box->height};
@@ -79,13 +80,19 @@ class SvgReader {
       context.viewport.width = Size(root, "width", Axis::kX, {}).value_or(0);
       context.viewport.height = Size(root, "height", Axis::kY, {}).value_or(0);
     }
+    drawing_.sheet = ReadSheet(root);
+    if (options_.mm_per_unit > 0) {
+      const double factor = drawing_.sheet.mm_per_unit / options_.mm_per_unit;
+      drawing_.sheet = drawing_.sheet.Scaled(factor);
+      context.map = Scaling(factor, factor);
+    }
     if (Inherit(root, context)) PushChildren(root, context);
   }
 
-  void Visit(const pugi::xml_node& element, Context context) {
+  void Visit(const pugi::xml_node& element, Inherited context) {
     if (context.use_depth > 0 && ++used_elements_ > kMaxUsedElements) {
-      throw ElementError("use elements show more than " + std::to_string(kMaxUsedElements) +
-                         " elements");
+      throw ElementError::Limit("use elements show more than " + std::to_string(kMaxUsedElements) +
+                                " elements");
     }
     const std::string_view name = document_.LocalName(element);
     if (name == "text" || name == "image" || name == "foreignObject") {
@@ -94,9 +101,13 @@ class SvgReader {
     // What is neither a shape nor a group (defs, clipPath, metadata, ...) shows nothing here.
     const bool is_shape = IsShape(name);
     if ((!is_shape && !IsGroup(name)) || !Inherit(element, context)) return;
-    if (is_shape) {
-      AddShape(name, element, context);
-    } else if (name == "svg") {
+    for (const char* cut : {"clip-path", "mask"}) {
+      const std::string value = Property(element, cut);
+      if (!value.empty() && value != "none") ++clipped_;
+    }
+    if (is_shape) return AddShape(name, element, context);
+    OpenGroup(name, element, context);
+    if (name == "svg") {
       EnterViewport(element, element, context);
     } else if (name == "switch") {
       EnterSwitch(element, context);
@@ -111,46 +122,46 @@ class SvgReader {
     return name == "g" || name == "a" || name == "svg" || name == "switch" || name == "use";
   }
 
-  void CountSkipped(std::string_view name, const pugi::xml_node& element, const Context& context) {
+  // Groups, and others around elements where they have a name.
+  void OpenGroup(std::string_view name, const pugi::xml_node& element, Inherited& context) {
+    const Group group = {context.group, element.attribute("id").value(),
+                         element.attribute("inkscape:label").value(),
+                         element.attribute("inkscape:groupmode").value() == kLayer};
+    if (name != "g" && group.id.empty()) return;
+    context.group = drawing_.groups.size();
+    drawing_.groups.push_back(group);
+  }
+
+  void CountSkipped(std::string_view name, const pugi::xml_node& element,
+                    const Inherited& context) {
     const bool shown = context.visible && Property(element, "display") != "none";
-    if (shown) ++drawing_.skipped[std::string(name)];
+    if (shown) ++skipped_[std::string(name)];
   }
 
-  // Takes over what the attributes of `element` change for it and for what it contains. Result:
-  // whether anything is displayed.
-  static bool Inherit(const pugi::xml_node& element, Context& context) {
-    if (Property(element, "display") == "none") return false;
-    const std::string visibility = Property(element, "visibility");
-    if (!visibility.empty() && visibility != "inherit") context.visible = visibility == "visible";
-    const std::string fill_rule = Property(element, "fill-rule");
-    if (!fill_rule.empty() && fill_rule != "inherit") context.even_odd = fill_rule == "evenodd";
-
-    context.map = context.map * OwnMap(element);
-    const double determinant = context.map.Determinant();
-    if (!std::isfinite(determinant)) throw ElementError("transform", 0, "out of range");
-    return determinant != 0;  // what a transform flattens is not displayed
+  // What is left out in silence is named once.
+  void Note() {
+    const auto note = [&](std::size_t count, std::string_view one, std::string_view more,
+                          std::string_view what) {
+      if (count == 0) return;
+      drawing_.notes.push_back(fmt::format("note: {} {} {}", count, count == 1 ? one : more, what));
+    };
+    for (const auto& [name, count] : skipped_)
+      note(count, name + " element has", name + " elements have", "no outline");
+    note(clipped_, "element is", "elements are", "clipped or masked, which is not looked at");
+    note(lost_uses_, "use element refers", "use elements refer",
+         "to what is not there, " + lost_use_);
+    const StyleSheet& sheet = document_.Style();
+    note(sheet.LeftOut(), "rule", "rules",
+         "of style sheets not read, beginning with '" + sheet.FirstLeftOut() + "'");
   }
 
-  static Affine OwnMap(const pugi::xml_node& element) {
-    const std::string styled = StyleProperty(element, "transform");
-    if (!styled.empty() && styled != "none") {
-      throw ElementError("a transform in a style cannot be read, only the attribute");
-    }
-    const std::string_view list = element.attribute("transform").value();
-    if (list.empty() || list == "none") return {};
-    if (!Property(element, "transform-origin").empty()) {
-      throw ElementError("transform-origin cannot be read");
-    }
-    return ParseTransformList("transform", list);
-  }
-
-  void PushChildren(const pugi::xml_node& element, const Context& context) {
+  void PushChildren(const pugi::xml_node& element, const Inherited& context) {
     const pugi::xml_node first = element.first_child();
     if (first) stack_.push_back({first, context, false});
   }
 
   // The first child that asks for nothing.
-  void EnterSwitch(const pugi::xml_node& element, const Context& context) {
+  void EnterSwitch(const pugi::xml_node& element, const Inherited& context) {
     for (const pugi::xml_node& child : element.children()) {
       const bool conditional = child.attribute("requiredExtensions") ||
                                child.attribute("requiredFeatures") ||
@@ -162,7 +173,8 @@ class SvgReader {
   }
 
   // The content of an svg or symbol element, whose size may come from a use element.
-  void EnterViewport(const pugi::xml_node& element, const pugi::xml_node& sized, Context context) {
+  void EnterViewport(const pugi::xml_node& element, const pugi::xml_node& sized,
+                     Inherited context) {
     const Viewport outer = context.viewport;
     const auto size = [&](const char* side, Axis axis) {
       const std::optional<double> given = Size(sized, side, axis, outer);
@@ -183,7 +195,7 @@ class SvgReader {
     PushChildren(element, context);
   }
 
-  void EnterUse(const pugi::xml_node& use, Context context) {
+  void EnterUse(const pugi::xml_node& use, Inherited context) {
     const pugi::xml_node target = UseTarget(use);
     if (!target) return;
     if (++context.use_depth > kMaxUseDepth) {
@@ -202,23 +214,27 @@ class SvgReader {
   }
 
   // The element that `use` refers to; empty when it refers to nothing at all.
-  pugi::xml_node UseTarget(const pugi::xml_node& use) const {
+  pugi::xml_node UseTarget(const pugi::xml_node& use) {
     pugi::xml_attribute href = use.attribute("href");
     if (!href) href = use.attribute("xlink:href");
     const std::string_view reference = href.value();
     if (reference.empty()) return {};
-    if (reference.front() != '#') {
-      throw ElementError(href.name(), 0, "refers to another file: " + Excerpt(reference));
+    const bool is_here = reference.front() == '#';
+    const pugi::xml_node target = is_here ? document_.ById(reference.substr(1)) : pugi::xml_node();
+    if (!target && options_.strict) {
+      throw ElementError(
+          href.name(), 0,
+          is_here ? "there is no element with the id '" + Excerpt(reference.substr(1)) + "'"
+                  : "refers to another file: " + Excerpt(reference));
     }
-    const pugi::xml_node target = document_.ById(reference.substr(1));
-    if (!target) {
-      throw ElementError(href.name(), 0,
-                         "there is no element with the id '" + Excerpt(reference.substr(1)) + "'");
+    if (!target && lost_uses_++ == 0) {
+      lost_use_ = document_.Label(use) + (is_here ? " to the id '" : " to the file '") +
+                  Excerpt(is_here ? reference.substr(1) : reference) + "'";
     }
     return target;
   }
 
-  void AddShape(std::string_view name, const pugi::xml_node& element, const Context& context) {
+  void AddShape(std::string_view name, const pugi::xml_node& element, const Inherited& context) {
     OutlineBuilder pen(library_, context.map);
     DrawShape(name, element, context.viewport, pen);
     if (!context.visible) return;
@@ -226,65 +242,39 @@ class SvgReader {
     shape.label = context.users + document_.Label(element);
     shape.even_odd = context.even_odd;
     shape.outlines = pen.Finish();
+    shape.id = element.attribute("id").value();
+    shape.group = context.group;
+    shape.paint = context.paint;
+    shape.paint.stroke_width *= std::sqrt(std::fabs(context.map.Determinant()));
     if (shape.outlines.empty()) return;
     for (const Outline& outline : shape.outlines) curve_count_ += outline.curves.size();
     if (curve_count_ > kMaxCurves) {
-      throw ElementError("the drawing has more than " + std::to_string(kMaxCurves) + " curves");
+      throw ElementError::Limit("the drawing has more than " + std::to_string(kMaxCurves) +
+                                " curves");
     }
     drawing_.shapes.push_back(std::move(shape));
   }
 
   Library& library_;
+  const ReadOptions options_;
   const SvgDocument document_;
   std::vector<Pending> stack_;
   Drawing drawing_;
+  std::map<std::string, std::size_t> skipped_;  // elements without outline, by name
+  std::size_t clipped_ = 0;
+  std::size_t lost_uses_ = 0;
+  std::string lost_use_;  // the first of them
   int used_elements_ = 0;
   std::size_t curve_count_ = 0;
 };
 
-// The point on a line that is not empty. Throws ElementError.
-Point ParseLine(TextScanner& scanner) {
-  const double x = scanner.Number();
-  scanner.SkipCommaSpace();
-  const double y = scanner.Number();
-  scanner.SkipSpace();
-  if (!scanner.AtEnd()) scanner.Fail("expected the end of the line, found " + scanner.Found());
-  return {x, y};
-}
-
 }  // namespace
 
-Drawing ReadSvg(Library& library, const std::string& path) {
-  return SvgReader(library, path).Read();
-}
-
-std::vector<Point> ReadPoints(Library& library, const std::string& path) {
-  const std::string bytes = ReadWholeFile(path);
-  std::string_view rest = bytes;
-  if (utf8::starts_with_bom(bytes)) rest.remove_prefix(std::size(utf8::bom));
-  std::vector<Point> points;
-  for (std::size_t number = 1; !rest.empty(); ++number) {
-    const std::string_view line = rest.substr(0, rest.find('\n'));
-    rest.remove_prefix(std::min(rest.size(), line.size() + 1));
-    const std::string where = "line " + std::to_string(number);
-    const auto refuse = [&](const std::string& problem) {
-      throw InputError(OneLine(path) + ": " + problem);
-    };
-    TextScanner scanner(where, line);
-    scanner.SkipSpace();
-    if (scanner.AtEnd() || scanner.Peek() == '#') continue;
-    try {
-      points.push_back(ParseLine(scanner));
-    } catch (const ElementError& error) {
-      refuse(error.what());
-    }
-    const std::size_t count = points.size();
-    if (count > 1 && AreSame(library, points[count - 2], points[count - 1])) {
-      refuse(where + ": the same point as the one before");
-    }
-  }
-  if (points.size() < 2) throw InputError(OneLine(path) + ": fewer than two points");
-  return points;
+Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options) {
+  std::string bytes = ReadWholeFile(path);
+  if (IsGzip(bytes)) bytes = Unpacked(path, bytes);
+  if (IsCurveFile(bytes)) return ReadCurveFile(library, path, bytes, options);
+  return SvgReader(library, path, bytes, options).Read();
 }
 
 }  // namespace kurvo::tools

@@ -9,13 +9,21 @@
 
 namespace kurvo::tools {
 
-// The shapes of the file that are displayed, whatever they are painted with, in the coordinates of
-// the outermost viewBox; y points as in the file. Throws InputError.
-Drawing ReadSvg(Library& library, const std::string& path);
+struct ReadOptions {
+  // Whether an element that cannot be read is an InputError; otherwise it is one of the drawing's
+  // faults and left out with what is in it.
+  bool strict = false;
+  double mm_per_unit = 0;  // of the units that the drawing is taken in; 0: its own
+};
 
-// The points of a file with one on each line, "x,y" or "x y"; empty lines and lines that begin with
-// # say nothing. There are at least two, and no neighbours are the same. Throws InputError, which
-// names file and line.
+// The drawing in a file, SVG or curves as JSON (curve_file.h), packed by gzip or not. Of SVG the
+// shapes that are displayed, whatever they are painted with, in the coordinates of the outermost
+// viewBox or scaled to other units; y points as in the file. Throws InputError.
+Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options = {});
+
+// The points of a file with one on each line, "x,y", "x;y" or "x y"; empty lines, lines that begin
+// with # and a first line of names say nothing. There are at least two, and no neighbours are the
+// same. Throws InputError, which names file and line.
 std::vector<Point> ReadPoints(Library& library, const std::string& path);
 
 }  // namespace kurvo::tools

@@ -31,8 +31,9 @@ std::string FixedNumber(double value, int decimals) {
   return text == "-0" ? "0" : text;
 }
 
-// Character data of XML; control characters, which it cannot hold, become '?'.
-std::string Escaped(std::string_view text) {
+}  // namespace
+
+std::string EscapedText(std::string_view text) {
   std::string escaped;
   for (const char c : OneLine(utf8::replace_invalid(std::string(text)))) {
     if (c == '&') {
@@ -41,14 +42,14 @@ std::string Escaped(std::string_view text) {
       escaped += "&lt;";
     } else if (c == '>') {
       escaped += "&gt;";
+    } else if (c == '"') {
+      escaped += "&quot;";
     } else {
       escaped += c;
     }
   }
   return escaped;
 }
-
-}  // namespace
 
 std::string ExactNumber(double value) { return fmt::to_string(value == 0 ? 0.0 : value); }
 
@@ -104,7 +105,7 @@ void SvgWriter::Circle(Point centre, double radius) {
 
 void SvgWriter::Text(Point baseline, std::string_view text) {
   text_ += "<text " + Attribute("x", baseline.x) + " " + Attribute("y", baseline.y) + ">" +
-           Escaped(text) + "</text>\n";
+           EscapedText(text) + "</text>\n";
 }
 
 std::string SvgWriter::Polyline(const std::vector<Point>& points) const {

@@ -12,6 +12,10 @@ namespace kurvo::tools {
 // The fewest digits that read back as the same double; never "-0".
 std::string ExactNumber(double value);
 
+// Character data of XML, also in an attribute; control characters, which it cannot hold, become
+// '?'.
+std::string EscapedText(std::string_view text);
+
 class SvgWriter {
  public:
   // `extent` is the size of the drawing: what marks it is written to a millionth of it. Curves have

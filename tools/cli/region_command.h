@@ -1,0 +1,13 @@
+// What commands that make regions have in common.
+#pragma once
+
+#include "cli/output.h"
+#include "report/reports.h"
+
+namespace kurvo::tools {
+
+// Writes and prints the regions: Deliver for commands that make them.
+int DeliverRegions(Library& library, const InputOptions& input, const OutputOptions& options,
+                   const std::vector<Source>& sources, const RegionReport& report, Look look);
+
+}  // namespace kurvo::tools

@@ -1,0 +1,106 @@
+#include "geometry/result.h"
+
+#include <string>
+
+#include "geometry/chain.h"
+
+namespace kurvo::tools {
+namespace {
+
+constexpr Bounds kNothing = {0, 0, 1, 1};  // the view of an empty drawing
+constexpr const char* kNoPaint = "none";
+
+}  // namespace
+
+std::vector<std::span<const ResultChain>> Elements(const Result& result) {
+  const std::span<const ResultChain> chains = result.chains;
+  std::vector<std::span<const ResultChain>> elements;
+  for (std::size_t begin = 0, end; begin < chains.size(); begin = end) {
+    end = begin + 1;
+    while (end < chains.size() && chains[end].element == chains[begin].element &&
+           chains[end].element != kNoElement)
+      ++end;
+    elements.push_back(chains.subspan(begin, end - begin));
+  }
+  return elements;
+}
+
+Bounds ViewOf(Library& library, const Result& result) {
+  Bounds view = result.source.sheet.view;
+  if (!view.IsEmpty()) return view;
+  for (const ResultChain& chain : result.chains) {
+    for (const OwnedCurve& curve : chain.curves) view.Add(BoundsOf(library, curve));
+  }
+  if (view.IsEmpty()) view = kNothing;
+  view.Grow(ThinStroke(view));
+  return view;
+}
+
+Paint PaintOf(const Result& result, std::size_t element, double thin) {
+  if (element == kNoElement) return {kNoPaint, "#000", thin};
+  const Paint& paint = result.source.shapes[element].paint;
+  if (result.look == Look::kAsElements) return paint;
+  if (result.look == Look::kSurround) {
+    const std::string& line = paint.stroke != kNoPaint ? paint.stroke : paint.fill;
+    return {line == kNoPaint ? "#000" : line, kNoPaint, 0};
+  }
+  if (paint.stroke != kNoPaint) return {kNoPaint, paint.stroke, paint.stroke_width};
+  return {kNoPaint, paint.fill == kNoPaint ? "#000" : paint.fill, thin};
+}
+
+Drawing DrawingOf(Library& library, const Result& result) {
+  Drawing drawing;
+  drawing.groups = result.source.groups;
+  drawing.sheet = result.source.sheet;
+  const double thin = ThinStroke(ViewOf(library, result));
+  for (const auto& chains : Elements(result)) {
+    Shape& shape = drawing.shapes.emplace_back();
+    const std::size_t element = chains.front().element;
+    shape.label = "path[" + std::to_string(drawing.shapes.size()) + "]";
+    shape.paint = PaintOf(result, element, thin);
+    if (element != kNoElement) {
+      const Shape& source = result.source.shapes[element];
+      shape.label = source.label;
+      shape.id = source.id;
+      shape.group = source.group;
+      shape.even_odd = source.even_odd;
+    }
+    for (const ResultChain& chain : chains) {
+      Outline& outline = shape.outlines.emplace_back();
+      outline.closed = chain.closed;
+      for (const OwnedCurve& curve : chain.curves)
+        outline.curves.push_back(OwnedCurve::Copied(library, curve));
+    }
+  }
+  return drawing;
+}
+
+Result ResultOf(const Drawing& drawing) {
+  Result result = {drawing, {}};
+  for (std::size_t i = 0; i < drawing.shapes.size(); ++i) {
+    for (const Outline& outline : drawing.shapes[i].outlines)
+      result.chains.push_back({outline.curves, outline.closed, i});
+  }
+  return result;
+}
+
+Result OneByOne(const Drawing& source, std::span<const OwnedCurve> curves) {
+  Result result = {source, {}, Look::kLines};
+  for (const OwnedCurve& curve : curves) result.chains.push_back({{&curve, 1}});
+  return result;
+}
+
+void AddRuns(Library& library, std::span<const OwnedCurve> curves, std::size_t element,
+             std::vector<ResultChain>& chains) {
+  for (std::size_t begin = 0, end; begin < curves.size(); begin = end) {
+    end = begin + 1;
+    while (end < curves.size() &&
+           AreSame(library, EndOf(library, curves[end - 1]), StartOf(library, curves[end])))
+      ++end;
+    const bool closed =
+        AreSame(library, EndOf(library, curves[end - 1]), StartOf(library, curves[begin]));
+    chains.push_back({curves.subspan(begin, end - begin), closed, element});
+  }
+}
+
+}  // namespace kurvo::tools

@@ -1,0 +1,127 @@
+#include "svg/drawing_writer.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <set>
+#include <string_view>
+
+#include "svg/writer.h"
+
+namespace kurvo::tools {
+namespace {
+
+constexpr std::string_view kNoPaint = "none";
+constexpr std::string_view kEditor = "http://www.inkscape.org/namespaces/inkscape";  // of layers
+
+// Sizes of sheets, in the digits that people gave.
+std::string SizeText(double size) { return fmt::format("{:.12g}", size); }
+
+class DrawingWriter {
+ public:
+  DrawingWriter(Library& library, const Result& result, const PathAccuracy& accuracy)
+      : library_(library), result_(result), source_(result.source), accuracy_(accuracy) {}
+
+  std::string Write() {
+    OpenSheet();
+    for (const auto& chains : Elements(result_)) WriteElement(chains);
+    EnterGroup(0);
+    return std::move(text_) + "</svg>\n";
+  }
+
+ private:
+  void OpenSheet() {
+    const Sheet& sheet = source_.sheet;
+    const Bounds view = ViewOf(library_, result_);
+    const bool is_given = !sheet.view.IsEmpty();
+    const double width = is_given ? sheet.width : sheet.mm_per_unit * view.Width();
+    const double height = is_given ? sheet.height : sheet.mm_per_unit * view.Height();
+    thin_stroke_ = ThinStroke(view);
+    text_ = "<svg xmlns=\"http://www.w3.org/2000/svg\"";
+    if (std::any_of(source_.groups.begin(), source_.groups.end(),
+                    [](const Group& group) { return group.is_layer || !group.layer.empty(); }))
+      text_ += fmt::format(" xmlns:inkscape=\"{}\"", kEditor);
+    AddSize("width", width);
+    AddSize("height", height);
+    text_ += fmt::format(" viewBox=\"{} {} {} {}\"", ExactNumber(view.min_x),
+                         ExactNumber(view.min_y), SizeText(view.Width()), SizeText(view.Height()));
+    AddText("preserveAspectRatio", sheet.fit);
+    text_ += ">\n";
+  }
+
+  void AddSize(std::string_view side, double mm) {
+    if (!(mm > 0)) return;
+    const Sheet& sheet = source_.sheet;
+    text_ += sheet.physical ? fmt::format(" {}=\"{}mm\"", side, SizeText(mm))
+                            : fmt::format(" {}=\"{}\"", side,
+                                          SizeText(mm * kPixelsPerInch / kMillimetresPerInch));
+  }
+
+  void AddText(std::string_view name, std::string_view value) {
+    if (!value.empty()) text_ += fmt::format(" {}=\"{}\"", name, EscapedText(value));
+  }
+
+  // Of several elements with one id, such as what use elements show, the first keeps it.
+  void AddId(const std::string& id) {
+    if (!id.empty() && ids_.insert(id).second) AddText("id", id);
+  }
+
+  // Closes and opens groups until `group` is the innermost one.
+  void EnterGroup(std::size_t group) {
+    std::vector<std::size_t> path;
+    for (std::size_t at = group; at != 0; at = source_.groups[at].parent) path.push_back(at);
+    std::reverse(path.begin(), path.end());
+    const auto parts = std::mismatch(path.begin(), path.end(), open_.begin(), open_.end());
+    for (auto i = parts.second; i != open_.end(); ++i) text_ += "</g>\n";
+    open_.erase(parts.second, open_.end());
+    for (auto i = parts.first; i != path.end(); ++i) {
+      const Group& opened = source_.groups[*i];
+      text_ += "<g";
+      AddId(opened.id);
+      if (opened.is_layer) AddText("inkscape:groupmode", "layer");
+      AddText("inkscape:label", opened.layer);
+      text_ += ">\n";
+      open_.push_back(*i);
+    }
+  }
+
+  void WriteElement(std::span<const ResultChain> chains) {
+    std::string data;
+    for (const ResultChain& chain : chains) {
+      data += PathData(library_, chain.curves, accuracy_) + (chain.closed ? "Z" : "");
+    }
+    if (data.empty()) return;
+    const std::size_t element = chains.front().element;
+    const Shape* shape = element == kNoElement ? nullptr : &source_.shapes[element];
+    EnterGroup(shape == nullptr ? 0 : shape->group);
+    text_ += "<path";
+    if (shape != nullptr) AddId(shape->id);
+    text_ += " d=\"" + data + "\"";
+    const Paint paint = PaintOf(result_, element, thin_stroke_);
+    AddText("fill", paint.fill);
+    if (shape != nullptr && shape->even_odd && paint.fill != kNoPaint)
+      AddText("fill-rule", "evenodd");
+    if (paint.stroke != kNoPaint) {
+      AddText("stroke", paint.stroke);
+      AddText("stroke-width", ExactNumber(paint.stroke_width));
+    }
+    text_ += "/>\n";
+  }
+
+  Library& library_;
+  const Result& result_;
+  const Drawing& source_;
+  const PathAccuracy accuracy_;
+  std::string text_;
+  std::vector<std::size_t> open_;  // groups
+  std::set<std::string> ids_;
+  double thin_stroke_ = 1;
+};
+
+}  // namespace
+
+std::string DrawingText(Library& library, const Result& result, const PathAccuracy& accuracy) {
+  return DrawingWriter(library, result, accuracy).Write();
+}
+
+}  // namespace kurvo::tools

@@ -1,0 +1,29 @@
+// What an element of a drawing passes on to those in it.
+#pragma once
+
+#include <cstddef>
+#include <pugixml.hpp>
+#include <string>
+
+#include "geometry/drawing.h"
+#include "geometry/plane.h"
+#include "svg/attributes.h"
+
+namespace kurvo::tools {
+
+struct Inherited {
+  Affine map;  // from the coordinates of the element to those of the drawing
+  Viewport viewport;
+  bool visible = true;
+  bool even_odd = false;
+  Paint paint;            // the width of strokes in the units around
+  std::size_t group = 0;  // into Drawing::groups
+  int use_depth = 0;
+  std::string users;  // labels of the use elements around, each with a '/' after it
+};
+
+// Takes over what the attributes of `element` change for it and for what it contains. Result:
+// whether anything is displayed. Throws ElementError.
+bool Inherit(const pugi::xml_node& element, Inherited& inherited);
+
+}  // namespace kurvo::tools

@@ -1,0 +1,22 @@
+// The sheet of a drawing: what the root element says of its size.
+#pragma once
+
+#include <optional>
+#include <pugixml.hpp>
+#include <string_view>
+
+#include "geometry/drawing.h"
+
+namespace kurvo::tools {
+
+// Millimetres of "mm", "cm", "in", "pt", "pc" or "px"; nothing for any other name.
+std::optional<double> MillimetresOf(std::string_view unit);
+
+// "mm", "in" or the like where a unit of a drawing is one of these, or else nothing.
+std::string_view UnitName(double mm_per_unit);
+
+// The sheet of the root element. A size that cannot be read, such as a percentage, is none; a
+// viewBox that cannot be is an ElementError.
+Sheet ReadSheet(const pugi::xml_node& root);
+
+}  // namespace kurvo::tools
