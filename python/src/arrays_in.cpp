@@ -125,14 +125,4 @@ std::vector<Curve> CurvesFrom(const py::iterable& curves) {
 
 Chain CopyOf(const Chain& chain) { return chain.Copy(ThreadContext()).value(); }
 
-std::vector<Chain> ChainsFrom(const py::object& chains) {
-  std::vector<Chain> out;
-  if (py::isinstance<Chain>(chains)) {
-    out.push_back(CopyOf(As<Chain>(chains)));
-    return out;
-  }
-  for (const py::handle chain : chains) out.push_back(CopyOf(As<Chain>(chain)));
-  return out;
-}
-
 }  // namespace kurvo::python

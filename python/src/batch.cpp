@@ -77,16 +77,9 @@ py::tuple Stroked(const py::tuple& arrays, py::handle left, py::handle right, in
 }
 
 py::tuple Biarcs(const py::tuple& arrays, double deviation, int threads) {
-  return Changed(arrays, threads,
-                 [&](const Region& region, std::size_t, Context& c) -> Result<Region> {
-                   std::vector<Chain> loops;
-                   for (const Chain& loop : region) {
-                     Result<Chain> fitted = loop.Fit(Form::kArcs, deviation, c);
-                     if (!fitted) return Unexpected(fitted.error());
-                     loops.push_back(*std::move(fitted));
-                   }
-                   return Region::Of(loops, region.Rule(), c);
-                 });
+  return Changed(arrays, threads, [&](const Region& region, std::size_t, Context& c) {
+    return WithFittedLoops(region, Form::kArcs, deviation, c);
+  });
 }
 
 // (length, area), each (n,), NaN beside codes.
@@ -156,16 +149,10 @@ void BindBatch(py::module_& module) {
     if (i >= columns.size()) throw py::index_error("a batch has no such region");
     return columns.At(i, ThreadContext()).value();
   });
-  module.def("batch_pack", [](const py::iterable& regions) {
-    std::vector<py::object> list;
-    for (const py::handle region : regions) {
-      static_cast<void>(As<Region>(region));
-      list.push_back(py::reinterpret_borrow<py::object>(region));
-    }
-    std::vector<const Region*> records;
-    for (const py::object& region : list) records.push_back(&As<Region>(region));
-    return MadeColumns(records.size(), 1,
-                       [&](std::size_t i, Context& c) { return records[i]->Copy(c); });
+  module.def("batch_pack", [](const py::object& regions) {
+    const Lent<Region> lent(regions);
+    return MadeColumns(lent.List().size(), 1,
+                       [&](std::size_t i, Context& c) { return lent.List()[i].Copy(c); });
   });
   module.def("batch_combine", &Combined);
   module.def("batch_simplify", &Simplified);

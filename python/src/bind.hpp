@@ -135,9 +135,39 @@ const T& As(py::handle object) {
   return object.cast<const T&>();
 }
 
-std::vector<Curve> CurvesFrom(const py::iterable& curves);
-std::vector<Chain> ChainsFrom(const py::object& chains);  // one chain is a list too
+std::vector<Curve> CurvesFrom(const py::iterable& curves);  // copies
 Chain CopyOf(const Chain& chain);
+
+// The library takes an array of records, which lie about in objects: their headers are lent to one.
+// A single object is a list too.
+template <class T>
+class Lent {
+ public:
+  explicit Lent(const py::object& objects) {
+    if (py::isinstance<T>(objects)) {
+      kept_.push_back(objects);
+    } else {
+      for (const py::handle object : objects) {
+        static_cast<void>(As<T>(object));  // or an exception, before any is lent
+        kept_.push_back(py::reinterpret_borrow<py::object>(object));
+      }
+    }
+    list_.reserve(kept_.size());
+    for (const py::object& object : kept_) list_.push_back(T::Adopt(*As<T>(object).Get()));
+  }
+  Lent(const Lent&) = delete;
+  Lent& operator=(const Lent&) = delete;
+  ~Lent() {
+    for (T& item : list_) static_cast<void>(item.Release());
+  }
+  std::span<const T> List() const { return list_; }
+
+ private:
+  std::vector<py::object> kept_;
+  std::vector<T> list_;
+};
+
+Result<Region> WithFittedLoops(const Region& region, Form form, double deviation, Context& c);
 
 Fill RuleFrom(std::string_view word);
 std::string_view NameOf(Fill rule);

@@ -74,11 +74,11 @@ Chain Trimmed(const Chain& self, py::handle from, py::handle to) {
   return Unlocked([&](Context& c) { return self.Trim(first, last, c); });
 }
 
-py::tuple Joined(const py::iterable& curves, const py::kwargs& named) {
-  const std::vector<Curve> list = CurvesFrom(curves);
+py::tuple Joined(const py::object& curves, const py::kwargs& named) {
+  const Lent<Curve> lent(curves);
   Asked asked(named);
   JoinedChains joined = asked.Run([&](Context& c, const Options& options, Report* report) {
-    return Chain::Join(list, c, options, report);
+    return Chain::Join(lent.List(), c, options, report);
   });
   py::list open;
   for (Chain& chain : joined.open) open.append(py::cast(std::move(chain)));
@@ -135,16 +135,24 @@ Result: a Region of the closed ones and a list of the open ones. Options: tol, g
 void BindMeasures(py::class_<Chain>& chain) {
   chain
       .def_property_readonly(
-          "length", [](const Chain& self) { return self.Length(ThreadContext()).value(); },
+          "length",
+          [](const Chain& self) { return Unlocked([&](Context& c) { return self.Length(c); }); },
           "To 1e-12 of itself; joints do not count.")
       .def_property_readonly(
-          "box", [](const Chain& self) { return Corners(self.TightBox(ThreadContext()).value()); },
+          "box",
+          [](const Chain& self) {
+            return Corners(Unlocked([&](Context& c) { return self.TightBox(c); }));
+          },
           "The narrowest box, (2, 2): the lower and the upper corner.")
       .def_property_readonly(
-          "moments", [](const Chain& self) { return self.Moments(ThreadContext()).value(); },
+          "moments",
+          [](const Chain& self) { return Unlocked([&](Context& c) { return self.Moments(c); }); },
           "Length, area, centroid, second moments; an open chain is closed by its chord.")
       .def_property_readonly(
-          "area", [](const Chain& self) { return self.Moments(ThreadContext()).value().area; },
+          "area",
+          [](const Chain& self) {
+            return Unlocked([&](Context& c) { return self.Moments(c); }).area;
+          },
           "Positive counter-clockwise.")
       .def("places", &PlacesAt, py::arg("lengths"), R"(Where the chain has lengths from its start.
 

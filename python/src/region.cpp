@@ -5,8 +5,8 @@ namespace kurvo::python {
 namespace {
 
 Region FromLoops(const py::object& loops, std::string_view rule, double gap) {
-  const std::vector<Chain> list = ChainsFrom(loops);
-  return Region::Of(list, RuleFrom(rule), ThreadContext(), gap).value();
+  const Lent<Chain> lent(loops);
+  return Region::Of(lent.List(), RuleFrom(rule), ThreadContext(), gap).value();
 }
 
 py::object LoopAt(const py::object& self, py::ssize_t index) {
@@ -94,13 +94,20 @@ void BindQuestions(py::class_<Region>& region) {
           },
           "Where each curve comes from, of results made with origins=True: a read-only view.")
       .def_property_readonly(
-          "moments", [](const Region& self) { return self.Moments(ThreadContext()).value(); },
+          "moments",
+          [](const Region& self) { return Unlocked([&](Context& c) { return self.Moments(c); }); },
           "Those of all loops, each as it winds.")
       .def_property_readonly(
-          "area", [](const Region& self) { return self.Moments(ThreadContext()).value().area; },
+          "area",
+          [](const Region& self) {
+            return Unlocked([&](Context& c) { return self.Moments(c); }).area;
+          },
           "Each loop as it winds: of results of combining, offset and stroke the area.")
       .def_property_readonly(
-          "length", [](const Region& self) { return self.Moments(ThreadContext()).value().length; },
+          "length",
+          [](const Region& self) {
+            return Unlocked([&](Context& c) { return self.Moments(c); }).length;
+          },
           "Of all loops.")
       .def_property_readonly(
           "nesting",

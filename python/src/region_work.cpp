@@ -2,6 +2,16 @@
 #include "bind.hpp"
 
 namespace kurvo::python {
+Result<Region> WithFittedLoops(const Region& region, Form form, double deviation, Context& c) {
+  std::vector<Chain> loops;
+  for (const Chain& loop : region) {
+    Result<Chain> fitted = loop.Fit(form, deviation, c);
+    if (!fitted) return Unexpected(fitted.error());
+    loops.push_back(*std::move(fitted));
+  }
+  return Region::Of(loops, region.Rule(), c);
+}
+
 namespace {
 
 Operation OperationFrom(std::string_view word) {
@@ -14,33 +24,9 @@ Region Operator(const Region& a, const Region& b) {
   return Unlocked([&](Context& c) { return Region::Combine(operation, a, b, c); });
 }
 
-// The library takes an array of regions, which lie about: their records are lent to one.
-class Lent {
- public:
-  explicit Lent(const py::iterable& regions) {
-    for (const py::handle region : regions) {
-      static_cast<void>(As<Region>(region));  // or an exception, before any is lent
-      kept_.push_back(py::reinterpret_borrow<py::object>(region));
-    }
-    list_.reserve(kept_.size());
-    for (const py::object& region : kept_)
-      list_.push_back(Region::Adopt(*As<Region>(region).Get()));
-  }
-  Lent(const Lent&) = delete;
-  Lent& operator=(const Lent&) = delete;
-  ~Lent() {
-    for (Region& region : list_) static_cast<void>(region.Release());
-  }
-  std::span<const Region> List() const { return list_; }
-
- private:
-  std::vector<py::object> kept_;
-  std::vector<Region> list_;
-};
-
-Region Combined(std::string_view operation, const py::iterable& regions, const py::kwargs& named) {
+Region Combined(std::string_view operation, const py::object& regions, const py::kwargs& named) {
   const Operation what = OperationFrom(operation);
-  const Lent lent(regions);
+  const Lent<Region> lent(regions);
   Asked asked(named);
   return asked.Run([&](Context& c, const Options& options, Report* report) {
     return Region::Combine(what, lent.List(), c, options, report);
@@ -63,10 +49,10 @@ Region Grown(const Region& self, double distance, const py::kwargs& named) {
 
 Region Stroked(const py::object& chains, double left, std::optional<double> right,
                const py::kwargs& named) {
-  const std::vector<Chain> list = ChainsFrom(chains);
+  const Lent<Chain> lent(chains);
   Asked asked(named);
   return asked.Run([&](Context& c, const Options& options, Report* report) {
-    return Chain::Stroke(list, left, right.value_or(left), c, options, report);
+    return Chain::Stroke(lent.List(), left, right.value_or(left), c, options, report);
   });
 }
 
@@ -77,25 +63,17 @@ py::list Loops(Region&& region) {
 }
 
 py::tuple Clipped(const Region& self, const py::object& chains, const py::kwargs& named) {
-  const std::vector<Chain> list = ChainsFrom(chains);
+  const Lent<Chain> lent(chains);
   Asked asked(named);
   kurvo::Clipped parts = asked.Run([&](Context& c, const Options& options, Report* report) {
-    return self.Clip(list, c, options, report);
+    return self.Clip(lent.List(), c, options, report);
   });
   return py::make_tuple(Loops(std::move(parts.inside)), Loops(std::move(parts.outside)));
 }
 
 Region Fitted(const Region& self, std::string_view form, double deviation) {
   const auto as = static_cast<Form>(OneOf(form, {"arcs", "quadratics", "cubics"}, "form"));
-  return Unlocked([&](Context& c) -> Result<Region> {
-    std::vector<Chain> loops;
-    for (const Chain& loop : self) {
-      Result<Chain> fitted = loop.Fit(as, deviation, c);
-      if (!fitted) return Unexpected(fitted.error());
-      loops.push_back(*std::move(fitted));
-    }
-    return Region::Of(loops, self.Rule(), c);
-  });
+  return Unlocked([&](Context& c) { return WithFittedLoops(self, as, deviation, c); });
 }
 
 }  // namespace
