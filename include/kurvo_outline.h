@@ -268,15 +268,15 @@ KURVO_API int KurvoRegionSimplify(const KurvoRegion *region, const KurvoOptions 
  * merge, split and vanish. 0 is KurvoRegionSimplify. Corners that come apart are joined as options'
  * `join` says: by arcs, by miters no longer than `miter_limit` distances from the vertex (else as
  * bevels), or by bevels. Lines stay lines and arcs arcs; of other curves cubics are made, within
- * tol of where they belong. out, report as KurvoRegionCombine gives them; report's `capped` also
- * counts cubics that were taken at a limit of work, and `moved` how far they may be off. Curves
- * that run alongside one of the region's carry its attribute words, those of joins 0. With
- * KURVO_WITH_ORIGINS the former are KURVO_ORIGIN_OFFSET with the parameters beside which they run,
- * the latter KURVO_ORIGIN_JOIN, named after the curve that begins at the vertex. options: tol, gap,
- * flags, join, miter_limit, proceed. Errors: KURVO_ERR_NOT_FINITE for an infinite distance or
- * limit, KURVO_ERR_RANGE for a limit below 1, KURVO_ERR_OPTION for an unknown join, and those of
- * KurvoRegionCombine. Cost: twice that of KurvoRegionSimplify, and some microseconds for each cubic
- * that is made. */
+ * tol (at best 2^-36 of the size) of where they belong. out, report as KurvoRegionCombine gives
+ * them; report's `capped` also counts cubics that were taken at a limit of work, and `moved` how
+ * far they may be off. Curves that run alongside one of the region's carry its attribute words,
+ * those of joins 0. With KURVO_WITH_ORIGINS the former are KURVO_ORIGIN_OFFSET with the parameters
+ * beside which they run, the latter KURVO_ORIGIN_JOIN, named after the curve that begins at the
+ * vertex. options: tol, gap, flags, join, miter_limit, proceed. Errors: KURVO_ERR_NOT_FINITE for an
+ * infinite distance or limit, KURVO_ERR_RANGE for a limit below 1, KURVO_ERR_OPTION for an unknown
+ * join, and those of KurvoRegionCombine. Cost: twice that of KurvoRegionSimplify, and some
+ * microseconds for each cubic that is made. */
 KURVO_API int KurvoRegionOffset(const KurvoRegion *region, double distance,
                                 const KurvoOptions *options, KurvoRegion *out, KurvoReport *report,
                                 GlobalVar *g) KURVO_NOEXCEPT;

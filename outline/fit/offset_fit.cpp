@@ -22,7 +22,7 @@ constexpr std::size_t kMostPieces = 256;  // and pieces of a cubic: then they ar
 constexpr std::size_t kUsualPieces = 16;  // of a cubic
 constexpr std::size_t kMostExtra = 1 << 11;  // pieces beyond that, of all cubics
 constexpr double kCoarse = 0x1p-20;          // the tolerance from there on, in the frame
-constexpr double kFinest = 0x1p-40;  // and at best: below it fits are told from rounding no more
+constexpr double kFinest = 0x1p-36;  // and at best: below it fits are told from rounding no more
 
 OffsetPiece LinePiece(Vec2 start, Vec2 end, double from, double to) {
   return {OffsetPiece::Kind::kLine, false, {start, {}, {}, end}, {}, 0, from, to};
