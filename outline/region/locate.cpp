@@ -10,6 +10,7 @@
 #include "region/many_points.h"
 #include "strand/glance.h"
 #include "strand/spans.h"
+#include "sweep/winding.h"
 
 namespace kurvo::outline {
 namespace {
@@ -130,19 +131,6 @@ class OnePoint {
   int turns_ = 0;
 };
 
-bool IsInside(int turns, int32_t rule) {
-  switch (rule) {
-    case KURVO_FILL_NONZERO:
-      return turns != 0;
-    case KURVO_FILL_EVENODD:
-      return turns % 2 != 0;
-    case KURVO_FILL_POSITIVE:
-      return turns > 0;
-    default:
-      return turns < 0;
-  }
-}
-
 }  // namespace
 }  // namespace kurvo::outline
 
@@ -164,9 +152,9 @@ extern "C" int KurvoRegionLocate(const KurvoRegion* region, const double* points
     const auto write = [&](std::ptrdiff_t i, const Turns& around) {
       if (turns) turns[i] = around.value_or(0);
       if (!where) return;
-      where[i] = !around                           ? KURVO_REGION_ON
-                 : IsInside(*around, region->rule) ? KURVO_REGION_INSIDE
-                                                   : KURVO_REGION_OUTSIDE;
+      where[i] = !around                                  ? KURVO_REGION_ON
+                 : FillRule::Fills(region->rule, *around) ? KURVO_REGION_INSIDE
+                                                          : KURVO_REGION_OUTSIDE;
     };
     if (n == 1) return write(0, OnePoint(field, points).Around(*region));
     const ManyPoints many(LoopsOf(*region), field.frame);
