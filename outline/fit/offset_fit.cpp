@@ -17,6 +17,7 @@ namespace {
 
 constexpr double kCellShare = 0.125;      // of the tolerance, for cubics in place of other curves
 constexpr double kPointShare = 0.125;     // of the tolerance: an arc with such a radius is a point
+constexpr double kNothing = 0x1p-10;      // of the tolerance: distances that move nothing
 constexpr int kMostCuts = 8;              // of a stretch into parts, one in the other,
 constexpr std::size_t kMostPieces = 256;  // and pieces of a cubic: then they are taken as they are
 constexpr std::size_t kUsualPieces = 16;  // of a cubic
@@ -124,7 +125,7 @@ class CellStrips {
     Strip strip = {start.point,    end.point,    start.tangent,       end.tangent,
                    ReachOf(start), ReachOf(end), ParameterAt(low),    ParameterAt(high),
                    span_.curve,    false,        list_.pieces.size(), 0};
-    if (distance_ == 0) {
+    if (kNothing * tol_ >= std::fabs(distance_)) {
       OffsetPiece& piece = AddPiece(OffsetPiece::Kind::kCubic, low, high);
       CubicPart(cell_.points, low, high, piece.points);
     } else {

@@ -64,6 +64,13 @@ struct Cone {
   }
 };
 
+// Circles whose radii differ by more than their centres are apart, by more than a length: one lies
+// within the other and no arcs of them meet, as in a nest of rings.
+bool AreNested(const Circle& a, const Circle& b, double apart) {
+  return a.radius > 0 && b.radius > 0 &&
+         std::fabs(a.radius - b.radius) > Length(a.centre - b.centre) + apart;
+}
+
 // What the search goes by for a pair of strands.
 class Rules {
  public:
@@ -109,7 +116,7 @@ class Finder {
     b_ = &strands_[static_cast<std::size_t>(k)];
     low_ = std::max(a_->y_low, b_->y_low);
     high_ = std::min(a_->y_high, b_->y_high);
-    if (!(low_ <= high_)) return;
+    if (!(low_ <= high_) || AreNested(a_->circle(), b_->circle(), tol_)) return;
     near_.clear();
     if (low_ == high_) {
       if (a_->high == b_->low || a_->low == b_->high) return;  // one goes on where the other ends

@@ -49,7 +49,6 @@ struct Strand {
   double SourceAt(double v) const {
     return v >= 1 ? u_high : v <= 0 ? u_low : u_low + v * (u_high - u_low);
   }
-  double Height() const { return y_high - y_low; }
 
  private:
   double SideOfArc(double height) const;

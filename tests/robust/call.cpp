@@ -224,13 +224,6 @@ constexpr bool kOneThread = false;
 constexpr bool kOneThread = true;
 #endif
 
-// The fits of offsets and strokes are several times slower under the address sanitizer.
-#ifdef __SANITIZE_ADDRESS__
-constexpr double kSlowerSquare = 4;
-#else
-constexpr double kSlowerSquare = 1;
-#endif
-
 Outcome RunOnce(const Entry& entry, Source& source, const RunOptions& options) {
   const int64_t live = LiveBlocks();
   Outcome outcome;
@@ -247,8 +240,7 @@ Outcome RunOnce(const Entry& entry, Source& source, const RunOptions& options) {
   const int64_t kept = outcome.complaint.capacity() > 15;  // the text of a complaint is a block
   complain(kOneThread && LiveBlocks() - live > kept, "memory leaked");
   complain(kOneThread && LiveBlocks() < live, "memory freed twice");
-  const double slower = entry.traits & kSquare ? kSlowerSquare : 1;
-  complain(outcome.seconds > slower * options.max_seconds, "takes too long");
+  complain(outcome.seconds > options.max_seconds, "takes too long");
   const bool asks = entry.traits & kAsks;
   complain(!asks && outcome.memory.peak > kMaxBytes, "takes more than 256 MB");
   complain(!asks && !injected && outcome.memory.refused > 0, "asks for absurd memory");

@@ -24,8 +24,8 @@ namespace kurvo_test {
 namespace {
 
 constexpr int64_t kHostileCalls = 10000, kMemoryCalls = 150, kDigestCalls = 80;
-constexpr int64_t kManyRequests = 200;                    // above it only some of them fail
-constexpr int64_t kManyOfHeavy = 40, kManyOfSquare = 12;  // the same of calls that work hard
+constexpr int64_t kManyRequests = 200;  // above it only some of them fail
+constexpr int64_t kManyOfRecords = 40;  // the same of calls that make many records
 
 TEST(Table, HasEveryFunctionOfTheInterfaceOnce) {
   std::ifstream file(KURVO_EXPORTS);
@@ -125,9 +125,7 @@ TEST_P(FailingMemory, IsReportedAndHarmless) {
     const int64_t requests = untroubled.memory.requests;
     most = std::max(most, requests);
     if (untroubled.memory.refused > 0) continue;  // more than there is
-    const int64_t many = entry.traits & kSquare  ? kManyOfSquare
-                         : entry.traits & kHeavy ? kManyOfHeavy
-                                                 : kManyRequests;
+    const int64_t many = entry.traits & kRecords ? kManyOfRecords : kManyRequests;
     const int64_t step = 1 + requests / many;
     for (int64_t granted = 0; granted < requests; granted += step)
       for (const bool from_then : {false, true}) {

@@ -98,12 +98,12 @@ std::vector<Entry> Rows() {
           JudgeDone(c, done), TakeList(c, words, word_count), TakeList(c, numbers, number_count); }}, OneRegion, OutList<int32_t>, OutCount, OutList<double>, OutCount)},
       {{"KurvoRegionUnpack", CallUnpack, {}, true}},
 
-      {ROW(KurvoRegionCombine, operation, OneRegion, OneRegion, SomeOptions, NewRegion, NewReport), {}, kHeavy},
-      {ROW(KurvoRegionCombineMany, operation, SomeRegions, RegionCount, SomeOptions, NewRegion, NewReport), {}, kHeavy},
-      {ROW(KurvoRegionSimplify, OneRegion, SomeOptions, NewRegion, NewReport), {}, kHeavy},
-      {ROW(KurvoRegionOffset, OneRegion, distance, SomeOptions, NewRegion, NewReport), {}, kSquare},
+      {ROW(KurvoRegionCombine, operation, OneRegion, OneRegion, SomeOptions, NewRegion, NewReport), {}, kHeavy | kRecords},
+      {ROW(KurvoRegionCombineMany, operation, SomeRegions, RegionCount, SomeOptions, NewRegion, NewReport), {}, kHeavy | kRecords},
+      {ROW(KurvoRegionSimplify, OneRegion, SomeOptions, NewRegion, NewReport), {}, kHeavy | kRecords},
+      {ROW(KurvoRegionOffset, OneRegion, distance, SomeOptions, NewRegion, NewReport), {}, kSquare | kRecords},
       {ROW(KurvoRegionClip, OneRegion, SomeChains, Count, SomeOptions, NewRegion, NewRegion, NewReport), {}, kHeavy},
-      {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}, kSquare},
+      {ROW(KurvoChainStroke, SomeChains, Count, width, width, SomeOptions, NewRegion, NewReport), {}, kSquare | kRecords},
       {ROW(KurvoRegionLocate, OneRegion, Points, Count, OrNull(OutMany<int32_t>), OrNull(OutMany<int32_t>))},
       {ROW(KurvoRegionNesting, OneRegion, OutLoops)}, {ROW(KurvoRegionMoments, OneRegion, OutRecord<KurvoMoments>)},
 

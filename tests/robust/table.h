@@ -13,10 +13,11 @@ namespace kurvo_test {
 
 // What sets a function apart when its calls are judged.
 enum Trait : unsigned {
-  kAsks = 1,    // asks for as much memory as the caller says
-  kSilent = 2,  // has no record to write an error to
-  kHeavy = 4,   // works hard on every piece of a curve, so that it gets no long ones
-  kSquare = 8,  // on every pair of places where curves cross, so that it gets short ones
+  kAsks = 1,      // asks for as much memory as the caller says
+  kSilent = 2,    // has no record to write an error to
+  kHeavy = 4,     // works hard on every piece of a curve, so that it gets no long ones
+  kSquare = 8,    // on every pair of places where curves cross, so that it gets short ones
+  kRecords = 16,  // makes many records, so that fewer of its requests for memory fail
 };
 
 // A function, a random call of it, and one that is written down.
