@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+
+#include "strand/bernstein.h"
 
 namespace kurvo::outline {
 namespace {
@@ -24,14 +25,31 @@ struct Range {
 };
 
 // Divides sums of products by the binomials of their degree.
-Range RangeOfProduct(const double* product, int degree) {
+Range RangeOfProduct(double* product, int degree) {
   Range range;
   double binomial = 1;
   for (int k = 0; k <= degree; ++k) {
-    range.Add(product[k] / binomial);
+    product[k] /= binomial;
+    range.Add(product[k]);
     binomial = binomial * (degree - k) / (k + 1);
   }
   return range;
+}
+
+// Where a polynomial that is beyond `most` at 0 may first be within it: where the hull of its
+// coefficients is (Bezier clipping). With sign -1 they and `most` are taken with the other sign,
+// and with step -1 from 1 backwards, as 1 - t.
+double EntranceOf(const double* coefficients, int degree, double most, double sign, int step) {
+  const auto at = [&](int k) { return sign * coefficients[step > 0 ? k : degree - k]; };
+  double entrance = 1;
+  for (int i = 0; i < degree; ++i) {
+    if (!(at(i) > most)) continue;
+    for (int k = i + 1; k <= degree; ++k) {
+      if (at(k) > most) continue;
+      entrance = std::min(entrance, (i + (k - i) * (at(i) - most) / (at(i) - at(k))) / degree);
+    }
+  }
+  return entrance;
 }
 
 constexpr double kBinomials[][kMostDegreeAlongside + 1] = {
@@ -46,21 +64,35 @@ bool HaveSameWeights(const Stretch& a, const Stretch& b) {
   return true;
 }
 
+// Apart but between two parameters of a, whose heights grow.
+Relation ApartBut(const Stretch& a, const double* product, int degree, double far) {
+  const auto height = [&a](double t) {
+    return BernsteinSum(a.degree, t, [&a](int i) { return a.height[i]; });
+  };
+  const double first = product[0], last = product[degree];
+  Relation relation;
+  if (std::fabs(first) > far)
+    relation.low = height(EntranceOf(product, degree, far, first > 0 ? 1 : -1, 1));
+  if (std::fabs(last) > far)
+    relation.high = height(1 - EntranceOf(product, degree, far, last > 0 ? 1 : -1, -1));
+  return relation;
+}
+
 // Two curves of one degree over the same heights, with nearly the same control points: D = A - B at
 // equal parameters. The distance of A(t) from B is that across B' but for the square of what lies
 // along it: |D x B'| / |B'| with an error below 2 |D|^2 |B''| / |B'|^2. Bernstein coefficients
 // bound the product of polynomials.
-Verdict OfOneDegree(const Stretch& a, const Stretch& b, const SideReach& reach) {
+Relation OfOneDegree(const Stretch& a, const Stretch& b, const SideReach& reach) {
   const int n = a.degree;
-  if (n != b.degree || n < 2 || !HaveSameWeights(a, b)) return Verdict::kUnknown;
+  if (n != b.degree || n < 2 || !HaveSameWeights(a, b)) return {};
   Vec2 apart[kMostDegree + 1];
   double most = 0;
   for (int i = 0; i <= n; ++i) {
     apart[i] = {a.side[i] - b.side[i], a.height[i] - b.height[i]};
     most = std::max({most, std::fabs(apart[i].x), std::fabs(apart[i].y)});
   }
-  if (most <= reach.distance) return Verdict::kNear;
-  if (n > kMostDegreeAlongside || a.is_rational) return Verdict::kUnknown;
+  if (most <= reach.distance) return {Verdict::kNear};
+  if (n > kMostDegreeAlongside || a.is_rational) return {};
 
   Vec2 leg[kMostDegreeAlongside];
   double shortest = kInfinity, longest = 0, bend = 0;
@@ -70,7 +102,7 @@ Verdict OfOneDegree(const Stretch& a, const Stretch& b, const SideReach& reach) 
     longest = std::max(longest, Length(leg[i]));
     if (i > 0) bend = std::max(bend, (n - 1) * Length(leg[i] - leg[i - 1]));
   }
-  if (!(most < kClose * shortest && bend < shortest)) return Verdict::kUnknown;
+  if (!(most < kClose * shortest && bend < shortest)) return {};
   double product[2 * kMostDegreeAlongside] = {};
   for (int i = 0; i <= n; ++i)
     for (int j = 0; j < n; ++j)
@@ -78,7 +110,10 @@ Verdict OfOneDegree(const Stretch& a, const Stretch& b, const SideReach& reach) 
   const Range range = RangeOfProduct(product, 2 * n - 1);
   const double error = 2 * (2 * most * most) * bend / shortest;
   const double far = reach.apart * longest + error;
-  return range.least > far || range.most < -far ? Verdict::kApart : Verdict::kUnknown;
+  if (range.least > far || range.most < -far) return {Verdict::kApart};
+  const double widest = std::max(range.most, -range.least);
+  if (widest + error <= reach.distance * (shortest - bend)) return {Verdict::kNear};
+  return ApartBut(a, product, 2 * n - 1, far);
 }
 
 // P = W / w lies |P - c| - r beside a circle, and (|P - c| - r)(|P - c| + r) w^2 is the polynomial
@@ -117,17 +152,17 @@ Verdict BesideCircle(const Circle& arc, const Stretch& curve, const SideReach& r
 
 }  // namespace
 
-Verdict Alongside(const Circle& a, const Stretch& part_a, const Circle& b, const Stretch& part_b,
-                  const SideReach& reach) {
+Relation Alongside(const Circle& a, const Stretch& part_a, const Circle& b, const Stretch& part_b,
+                   const SideReach& reach) {
   const bool arc_a = a.radius > 0, arc_b = b.radius > 0;
   if (arc_a && arc_b) {
     const double apart = Length(a.centre - b.centre) + std::fabs(a.radius - b.radius);
     // The two halves of a circle share ends and nothing else.
     const bool is_near = a.bulge == b.bulge && apart <= reach.distance;
-    return is_near ? Verdict::kNear : Verdict::kUnknown;
+    return {is_near ? Verdict::kNear : Verdict::kUnknown};
   }
-  if (arc_a) return BesideCircle(a, part_b, reach);
-  if (arc_b) return BesideCircle(b, part_a, reach);
+  if (arc_a) return {BesideCircle(a, part_b, reach)};
+  if (arc_b) return {BesideCircle(b, part_a, reach)};
   return OfOneDegree(part_a, part_b, reach);
 }
 

@@ -70,9 +70,9 @@ class NearSearch {
     const bool is_near = d.High() <= limits_.sides.near && d.Low() >= -limits_.sides.near;
     if (is_near || rise <= limits_.least_rise || depth == 0) return Add(low, high);
     if (!rules_.TakeWork()) return AddAtLimit(low, high);
-    const Verdict verdict = Alongside(a_.circle(), a, b_.circle(), b, limits_.sides);
-    if (verdict == Verdict::kApart) return;
-    if (verdict == Verdict::kNear) return Add(low, high);
+    const Relation known = Alongside(a_.circle(), a, b_.circle(), b, limits_.sides);
+    if (known.verdict == Verdict::kApart) return;
+    if (known.verdict == Verdict::kNear) return Add(low, high);
     if (rules_.Decide(a, b, d, *this)) return;
 
     // Where the chords' difference, in shares of the rise, lies within what the bends allow.
@@ -84,6 +84,8 @@ class NearSearch {
       from = std::max(from, std::min(t0, t1));
       to = std::min(to, std::max(t0, t1));
     }
+    from = std::max(from, (known.low - low) / rise);
+    to = std::min(to, (known.high - low) / rise);
     const double pad = 0x1p-44 + limits_.pad / rise;  // rounding of what was just computed
     from = std::max(from - pad, 0.0);
     to = std::min(to + pad, 1.0);
