@@ -21,16 +21,8 @@ struct Clip {
   const KurvoRegion& side(bool is_inside) const { return is_inside ? *inside : *outside; }
 };
 
-KurvoOptions Options(double gap = 0) {
-  KurvoOptions options = {};
-  options.size = sizeof options;
-  options.flags = KURVO_WITH_ORIGINS;
-  options.gap = gap;
-  return options;
-}
-
 Clip ClipOf(const KurvoRegion& region, const std::vector<Cvseq>& chains,
-            const KurvoOptions& options = Options(), double epsilon = 1e-6) {
+            const KurvoOptions& options = OptionsOf(), double epsilon = 1e-6) {
   Clip clip;
   Globals g(epsilon);
   KurvoRegionClip(&region, chains.data(), static_cast<int32_t>(chains.size()), &options,
@@ -148,7 +140,7 @@ TEST(RegionClip, KnownParts) {
       }
       const KurvoRegion region = {int(loops.size()), row.rule, loops.data(), nullptr};
       const Chain chain = Moved(row.chain, move);
-      Clip clip = ClipOf(region, {*chain}, Options(row.gap * move.scale), EpsilonOf(move));
+      Clip clip = ClipOf(region, {*chain}, OptionsOf(0, row.gap * move.scale), EpsilonOf(move));
       ASSERT_EQ(clip.code, 0);
       for (Region* side : {&clip.inside, &clip.outside})
         ForEachCurve(**side, [&](const Curve& curve) {
@@ -348,7 +340,7 @@ TEST(RegionClip, Refusals) {
   const Chain chain("(l 0 1 9 1)"), apart("(l 0 1 9 1)(l 9 2 9 9)");
   broken.Add(Chain("(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 0)"));
   broken->loops[0].count = 2;
-  KurvoOptions flags = Options(), stops = Options(), negative = Options(-1);
+  KurvoOptions flags = OptionsOf(), stops = OptionsOf(), negative = OptionsOf(0, -1);
   flags.flags = 2;
   stops.proceed = [](double, void*) { return 0; };
   struct Row {

@@ -6,39 +6,18 @@
 #include <numbers>
 
 #include "support/generator.h"
+#include "support/region.h"
 
 namespace kurvo_test {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
 
-class Region : public Owner<KurvoRegion, KurvoRegionFree> {
- public:
-  Region() = default;
-  // Loops with a bar between them.
-  explicit Region(const std::string& text) {
-    Globals g;
-    for (std::size_t from = 0, to; from <= text.size(); from = to + 1) {
-      to = std::min(text.find('|', from), text.size());
-      const Chain loop(text.substr(from, to - from));
-      EXPECT_TRUE(KurvoRegionAdd(get(), loop.get(), 0, &g)) << text;
-    }
-  }
-};
-
 struct Offset {
   Region region;
   KurvoReport report;
   int code;
 };
-
-KurvoOptions Options(double tol = 0) {
-  KurvoOptions options = {};
-  options.size = sizeof options;
-  options.tol = tol;
-  options.flags = KURVO_WITH_ORIGINS;
-  return options;
-}
 
 Offset OffsetOf(const Region& region, double distance, const KurvoOptions& options) {
   Offset offset;
@@ -48,21 +27,10 @@ Offset OffsetOf(const Region& region, double distance, const KurvoOptions& optio
   return offset;
 }
 
-double AreaOf(const Region& region) {
-  Globals g;
-  double area = 0;
-  for (int i = 0; i < region->count; ++i) {
-    KurvoMoments moments;
-    EXPECT_TRUE(KurvoChainMoments(&region->loops[i], &moments, &g));
-    area += moments.area;
-  }
-  return area;
-}
-
 const char kSquare[] = "(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)";
 const char kBackwards[] = "(l 0 0 0 4)(l 0 4 4 4)(l 4 4 4 0)(l 4 0 0 0)";
 const char kHole[] =
-    "(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)|(l 1 1 1 3)(l 1 3 3 3)(l 3 3 3 1)(l 3 1 1 1)";
+    "(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0);(l 1 1 1 3)(l 1 3 3 3)(l 3 3 3 1)(l 3 1 1 1)";
 const char kEll[] = "(l 0 0 4 0)(l 4 0 4 2)(l 4 2 2 2)(l 2 2 2 4)(l 2 4 0 4)(l 0 4 0 0)";
 const char kTriangle[] = "(l 0 0 4 0)(l 4 0 0 3)(l 0 3 0 0)";
 const char kCircle[] = "(a 0 0 2 0 6.283185307179586)";
@@ -115,7 +83,7 @@ TEST(RegionOffset, AreasInClosedForm) {
   };
   // clang-format on
   for (const Row& row : rows) {
-    KurvoOptions options = Options();
+    KurvoOptions options = OptionsOf();
     options.join = row.join;
     options.miter_limit = row.limit;
     const Offset offset = OffsetOf(Region(row.region), row.distance, options);
@@ -123,7 +91,7 @@ TEST(RegionOffset, AreasInClosedForm) {
                  std::to_string(row.join));
     EXPECT_EQ(offset.code, 0);
     EXPECT_EQ(offset.region->count, row.loops);
-    EXPECT_NEAR(AreaOf(offset.region), row.area, 1e-7 * std::max(1.0, row.area));
+    EXPECT_NEAR(AreaOfLoops(*offset.region), row.area, 1e-7 * std::max(1.0, row.area));
   }
 }
 
@@ -155,13 +123,6 @@ double DistanceTo(const KurvoRegion& region, const Point& q) {
   return least;
 }
 
-int32_t Where(const KurvoRegion& region, const Point& q) {
-  Globals g;
-  int32_t where = 0;
-  EXPECT_TRUE(KurvoRegionLocate(&region, q.data(), 1, &where, nullptr, &g));
-  return where;
-}
-
 // Points everywhere, and beside the result's own curves.
 TEST(RegionOffset, PointsAreInsideByTheirDistance) {
   constexpr double kTol = 1e-4;
@@ -171,7 +132,7 @@ TEST(RegionOffset, PointsAreInsideByTheirDistance) {
     Globals g;
     Region crossed, region;
     KurvoRegionAdd(crossed.get(), RandomStar(random).get(), 1e-6, &g);
-    KurvoOptions options = Options(kTol);
+    KurvoOptions options = OptionsOf(kTol);
     // Distances are measured to what is left of the loop when nothing crosses.
     ASSERT_TRUE(KurvoRegionSimplify(crossed.get(), &options, region.get(), nullptr, &g));
     const double distance = random.Uniform(-1.5, 3);
@@ -200,7 +161,7 @@ TEST(RegionOffset, OriginsAndAttributes) {
   Region region(kHole);
   for (int i = 0; i < 2; ++i)
     for (int k = 0; k < 4; ++k) region->loops[i].curves[k].attr = 10 * i + k + 1;
-  const Offset offset = OffsetOf(region, .25, Options());
+  const Offset offset = OffsetOf(region, .25, OptionsOf());
   ASSERT_EQ(offset.region->count, 2);
   const KurvoOrigin* origin = offset.region->origins;
   ASSERT_NE(origin, nullptr);
@@ -236,7 +197,7 @@ TEST(RegionOffset, CubicsAreFew) {
       "178 48 258 48)"
       "(b 258 48 315 48 358 78 388 132)(l 388 132 412 118)");
   for (const double distance : {10., -10.}) {
-    const Offset offset = OffsetOf(letter, distance, Options(1e-3));
+    const Offset offset = OffsetOf(letter, distance, OptionsOf(1e-3));
     int cubics = 0;
     ASSERT_EQ(offset.region->count, 1);
     for (int k = 0; k < offset.region->loops[0].count; ++k)
@@ -247,19 +208,19 @@ TEST(RegionOffset, CubicsAreFew) {
 }
 
 TEST(RegionOffset, OutwardTwiceIsOutwardOnce) {
-  const KurvoOptions options = Options(1e-6);
+  const KurvoOptions options = OptionsOf(1e-6);
   for (const char* text : {kSquare, kHole, kEll, kLens}) {
     const Offset once = OffsetOf(Region(text), .4, options);
     const Offset twice = OffsetOf(OffsetOf(Region(text), .15, options).region, .25, options);
-    EXPECT_NEAR(AreaOf(once.region), AreaOf(twice.region), 1e-4) << text;
+    EXPECT_NEAR(AreaOfLoops(*once.region), AreaOfLoops(*twice.region), 1e-4) << text;
   }
 }
 
 TEST(RegionOffset, PowersOfTwoChangeNoBits) {
-  const Offset plain = OffsetOf(Region(kEll), .3, Options());
+  const Offset plain = OffsetOf(Region(kEll), .3, OptionsOf());
   const Offset larger = OffsetOf(
       Region("(l 0 0 64 0)(l 64 0 64 32)(l 64 32 32 32)(l 32 32 32 64)(l 32 64 0 64)(l 0 64 0 0)"),
-      16 * .3, Options());
+      16 * .3, OptionsOf());
   ASSERT_EQ(plain.region->count, larger.region->count);
   ASSERT_EQ(plain.region->loops[0].count, larger.region->loops[0].count);
   for (int k = 0; k < plain.region->loops[0].count; ++k) {
@@ -292,7 +253,7 @@ TEST(RegionOffset, Refusals) {
   };
   // clang-format on
   for (const Row& row : rows) {
-    KurvoOptions options = Options();
+    KurvoOptions options = OptionsOf();
     row.set(options);
     const Offset offset = OffsetOf(Region(kSquare), row.distance, options);
     EXPECT_EQ(offset.code, row.code) << &row - rows;
@@ -306,7 +267,7 @@ TEST(RegionOffset, Refusals) {
 }
 
 TEST(RegionOffset, ProceedIsToldOfProgress) {
-  KurvoOptions options = Options();
+  KurvoOptions options = OptionsOf();
   std::vector<double> told;
   options.user = &told;
   options.proceed = [](double done, void* user) {

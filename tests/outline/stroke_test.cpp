@@ -7,13 +7,12 @@
 
 #include "support/generator.h"
 #include "support/oracle.h"
+#include "support/region.h"
 
 namespace kurvo_test {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-
-class Region : public Owner<KurvoRegion, KurvoRegionFree> {};
 
 struct Stroke {
   Region region;
@@ -22,13 +21,10 @@ struct Stroke {
 };
 
 KurvoOptions Options(int join, int cap, double limit = 0, double tol = 0) {
-  KurvoOptions options = {};
-  options.size = sizeof options;
-  options.flags = KURVO_WITH_ORIGINS;
+  KurvoOptions options = OptionsOf(tol);
   options.join = join;
   options.cap = cap;
   options.miter_limit = limit;
-  options.tol = tol;
   return options;
 }
 
@@ -38,24 +34,6 @@ Stroke StrokeOf(const Chain& chain, double left, double right, const KurvoOption
   KurvoChainStroke(chain.get(), 1, left, right, &options, stroke.region.get(), &stroke.report, &g);
   stroke.code = KurvoErrGet(&g);
   return stroke;
-}
-
-double AreaOf(const KurvoRegion& region) {
-  Globals g;
-  double area = 0;
-  for (int i = 0; i < region.count; ++i) {
-    KurvoMoments moments;
-    EXPECT_TRUE(KurvoChainMoments(&region.loops[i], &moments, &g));
-    area += moments.area;
-  }
-  return area;
-}
-
-int32_t Where(const KurvoRegion& region, const Point& q) {
-  Globals g;
-  int32_t where = 0;
-  EXPECT_TRUE(KurvoRegionLocate(&region, q.data(), 1, &where, nullptr, &g));
-  return where;
 }
 
 TEST(ChainStroke, AreasInClosedForm) {
@@ -117,7 +95,7 @@ TEST(ChainStroke, AreasInClosedForm) {
     SCOPED_TRACE(&row - rows);
     EXPECT_EQ(stroke.code, 0);
     EXPECT_EQ(stroke.region->count, row.loops);
-    EXPECT_NEAR(AreaOf(*stroke.region), row.area, 1e-7);
+    EXPECT_NEAR(AreaOfLoops(*stroke.region), row.area, 1e-7);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <kurvo_outline.h>
 
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,6 +19,11 @@ class Region : public Owner<KurvoRegion, KurvoRegionFree> {
   explicit Region(const std::vector<std::string>& loops, int32_t rule = KURVO_FILL_NONZERO) {
     for (const std::string& loop : loops) Add(Chain(loop));
     record_.rule = rule;
+  }
+  // Loops with semicolons between them.
+  explicit Region(const char* loops) {
+    std::istringstream text(loops);
+    for (std::string loop; std::getline(text, loop, ';');) Add(Chain(loop));
   }
   void Add(const Chain& loop, double gap = 0) {
     Globals g;
@@ -36,6 +42,35 @@ template <class Use>
 void ForEachCurve(const KurvoRegion& region, const Use& use) {
   for (int i = 0; i < region.count; ++i)
     for (int k = 0; k < region.loops[i].count; ++k) use(region.loops[i].curves[k]);
+}
+
+inline KurvoOptions OptionsOf(double tol = 0, double gap = 0) {
+  KurvoOptions options = {};
+  options.size = sizeof options;
+  options.flags = KURVO_WITH_ORIGINS;
+  options.tol = tol;
+  options.gap = gap;
+  return options;
+}
+
+// The sum over its loops, each by itself.
+inline double AreaOfLoops(const KurvoRegion& region) {
+  Globals g;
+  double area = 0;
+  for (int i = 0; i < region.count; ++i) {
+    KurvoMoments moments;
+    EXPECT_EQ(KurvoChainMoments(&region.loops[i], &moments, &g), 1);
+    area += moments.area;
+  }
+  return area;
+}
+
+// 1: inside, 0: on a loop, -1: outside.
+inline int32_t Where(const KurvoRegion& region, const Point& q) {
+  Globals g;
+  int32_t where = 0;
+  EXPECT_EQ(KurvoRegionLocate(&region, q.data(), 1, &where, nullptr, &g), 1);
+  return where;
 }
 
 // All bits of a region but its origins.
