@@ -3,90 +3,11 @@
 #include <benchmark/benchmark.h>
 #include <kurvo_outline.h>
 
-#include <memory>
-
-#include "curves.h"
-#include "support/letters.h"
+#include "regions.h"
 
 namespace {
 
-struct XY {
-  double x, y;
-};
-
-class Region {
- public:
-  Region() = default;
-  ~Region() {
-    for (Cvseq& loop : loops_) KurvocvFreeCvseq(&loop);
-  }
-  Region(const Region&) = delete;
-  Region& operator=(const Region&) = delete;
-
-  KurvoRegion* get() {
-    region_ = {static_cast<int32_t>(loops_.size()), KURVO_FILL_NONZERO, loops_.data(), nullptr};
-    return &region_;
-  }
-
-  void Contour(const kurvo_test::Contour<XY>& pieces) {
-    Cvseq loop;
-    KurvocvMallocCvseq(&loop, static_cast<int32_t>(pieces.size()));
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-      const auto& points = pieces[i];
-      if (points.size() == 2) {
-        auto* line = static_cast<KurvoLine*>(KurvocvMallocCurve(loop.curves + i, CV_LINE));
-        Put(line->start, points[0]);
-        Put(line->end, points[1]);
-        continue;
-      }
-      auto* bezier = static_cast<KurvoBezier*>(
-          KurvocvMallocCurve(loop.curves + i, CV_BEZIER, static_cast<int32_t>(points.size()) - 1));
-      for (std::size_t k = 0; k < points.size(); ++k) Put(bezier->points[k], points[k]);
-    }
-    loops_.push_back(loop);
-  }
-
-  // Half circles and more between corners: bulges as their sagittas over half their chords.
-  void Arcs(const std::vector<XY>& corners, const std::vector<double>& bulges) {
-    Cvseq loop;
-    KurvocvMallocCvseq(&loop, static_cast<int32_t>(corners.size()));
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-      const XY a = corners[i], b = corners[(i + 1) % corners.size()];
-      const double half = std::tan(2 * std::atan(bulges[i]));  // of half the sweep
-      const XY centre = {(a.x + b.x) / 2 - (b.y - a.y) / 2 / half,
-                         (a.y + b.y) / 2 + (b.x - a.x) / 2 / half};
-      auto* arc = static_cast<KurvoArc*>(KurvocvMallocCurve(loop.curves + i, CV_ARC));
-      arc->radius = std::hypot(a.x - centre.x, a.y - centre.y);
-      Put(arc->centre, centre);
-      KurvoclSetCoord(arc->normal, 0, 0, bulges[i] < 0 ? -1 : 1);
-      Put(arc->start, a);
-      Put(arc->end, b);
-    }
-    loops_.push_back(loop);
-  }
-
-  void Circle(XY c, double r) { Arcs({{c.x - r, c.y}, {c.x + r, c.y}}, {1, 1}); }
-
- private:
-  static void Put(double* to, XY p) { KurvoclSetCoord(to, p.x, p.y, 0); }
-
-  std::vector<Cvseq> loops_;  // adding one by one would be quadratic
-  KurvoRegion region_;
-};
-
-using Some = std::vector<std::unique_ptr<Region>>;
-
-// Letter `index`, turned about its middle and moved.
-std::unique_ptr<Region> Letter(std::size_t index, double turn, double dx, double dy) {
-  auto region = std::make_unique<Region>();
-  const double c = std::cos(turn), s = std::sin(turn);
-  const auto place = [=](double x, double y) {
-    return XY{c * (x - 500) - s * (y - 500) + 500 + dx, s * (x - 500) + c * (y - 500) + 500 + dy};
-  };
-  const std::string path = kurvo_test::kGlyphs[index % kurvo_test::kGlyphCount];
-  for (const auto& contour : kurvo_test::ContoursOf(path, place)) region->Contour(contour);
-  return region;
-}
+using namespace bench;
 
 struct Pairs {
   Some a, b;
@@ -126,28 +47,8 @@ Pairs ArcChains() {
   Pairs pairs;
   bench::Random random;
   for (int i = 0; i < 64; ++i)
-    for (Some* some : {&pairs.a, &pairs.b}) {
-      std::vector<XY> corners;
-      std::vector<double> bulges;
-      const double x = random.Between(-30, 30), y = random.Between(-30, 30);
-      for (int k = 0; k < kArcs; ++k) {
-        const double angle = 2 * std::numbers::pi * k / kArcs, r = random.Between(60, 100);
-        corners.push_back({x + r * std::cos(angle), y + r * std::sin(angle)});
-        bulges.push_back(random.Between(.1, .4) * (random.Unit() < .5 ? -1 : 1));
-      }
-      some->push_back(std::make_unique<Region>());
-      some->back()->Arcs(corners, bulges);
-    }
+    for (Some* some : {&pairs.a, &pairs.b}) some->push_back(ArcRing(random, kArcs));
   return pairs;
-}
-
-void Count(benchmark::State& state, int64_t curves) {
-  state.counters["curves"] = benchmark::Counter(double(curves), benchmark::Counter::kAvgIterations);
-}
-int64_t CurvesOf(const KurvoRegion& region) {
-  int64_t curves = 0;
-  for (int32_t i = 0; i < region.count; ++i) curves += region.loops[i].count;
-  return curves;
 }
 
 void CombinePairs(benchmark::State& state, MakePairs make) {
