@@ -139,6 +139,8 @@ class Finder {
     const double from = std::max(low_, near.low - slack), to = std::min(high_, near.high + slack);
     const double at_from = Apart(from), at_to = Apart(to);
     const bool changes = (at_from < 0 && at_to > 0) || (at_from > 0 && at_to < 0);
+    // The ends of what a search that met its limit has not looked at may be apart.
+    if (near.low == near.high && !changes && !(tol_ >= std::fabs(Apart(near.low)))) return;
     const bool is_all = near.low <= low_ + slack && near.high >= high_ - slack;
     const double longest = changes || !is_all ? longest_ : kShort * tol_;
     if (near.high - near.low > longest) {

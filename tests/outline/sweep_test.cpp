@@ -87,6 +87,61 @@ TEST(Sweep, FindsCrossingsThatNobodyTold) {
   EXPECT_LE(wrong, asked / 20);
 }
 
+// Where both the next event of two strands and the one before leave them apart by nothing, the
+// order is looked at half-way: they share their upper end here, and cross below.
+TEST(Sweep, FindsCrossingsBelowACommonEnd) {
+  const Region a({"(b 0 0 4 3 2 7 0 10)(l 0 10 -5 5)(l -5 5 0 0)"});
+  const Region b({"(l 1 0 0 10)(l 0 10 -6 4)(l -6 4 1 0)"});
+  const Inputs inputs = {a.get(), b.get()};
+  Random random;
+  Probes probes(random, inputs, .01L, 400);
+  g_random = &random;
+  g_lost = 1;
+  for (const int32_t operation : kOperations)
+    EXPECT_EQ(Judge(probes, operation, inputs, Combine(operation, inputs), .01L), "")
+        << kOperationNames[operation];
+  g_random = nullptr;
+}
+
+// Curves that part slowly, at a tolerance so small that the search for where they do gives up: what
+// it has not looked at is not together.
+TEST(Sweep, IsRightWhereTheSearchGivesUp) {
+  constexpr double kTop[] = {1, 4};
+  Region wedges[2];
+  for (int i = 0; i < 2; ++i) {
+    const double start = i * 1e-11, top = kTop[i];
+    std::string curve = "(r";
+    for (int k = 0; k <= 8; ++k)
+      curve +=
+          Text("", {k < 5 ? start + (k % 3 - k % 2) : k / 8. * top, 1.25 * k, 1 + .1 * (k % 4)});
+    wedges[i].Add(
+        Chain(curve + Text(")(l", {top, 10, -5, 5.}) + Text(")(l", {-5, 5., start, 0}) + ")"));
+  }
+  const Inputs inputs = {wedges[0].get(), wedges[1].get()};
+  Random random;
+  Probes probes(random, inputs, .01L, 400);
+  for (const int32_t operation : kOperations) {
+    const Combined made = Combine(operation, inputs, 0, 1e-12);
+    EXPECT_GT(made.report.capped, 0);
+    EXPECT_EQ(probes.Wrong(operation, *made.region, .01L), "") << kOperationNames[operation];
+  }
+}
+
+// Heights that each lie within the tolerance of the next are no single one.
+TEST(Sweep, BeamsDoNotGrow) {
+  constexpr double kTol = 1e-3, kStep = kTol / 5;
+  constexpr int kSteps = 400;
+  std::string steps = Text("(l 0 0", {1, 0});
+  for (int i = 1; i < kSteps; ++i)
+    steps += Text(")(l", {1. * i, (i - 1) * kStep, 1. * i, i * kStep}) +
+             Text(")(l", {1. * i, i * kStep, i + 1., i * kStep});
+  const double top = (kSteps - 1) * kStep;
+  const Region stairs(
+      {steps + Text(")(l", {1. * kSteps, top, 0, top}) + Text(")(l", {0, top, 0, 0}) + ")"});
+  const Combined made = Combine(kSimplify, {stairs.get()}, 0, kTol);
+  EXPECT_NEAR(AreaOf(*made.region), AreaOf(*stairs), kSteps * kTol);
+}
+
 // What an event does not touch need not be looked at: the same comes out when all of it is, bit for
 // bit but where curves run along each other within the tolerance.
 TEST(Sweep, LocalUpdatesAreAsGoodAsAll) {
