@@ -11,6 +11,7 @@ namespace {
 constexpr int kMostDegreeAlongside = 5;
 constexpr double kClose = 0.01;  // of the shortest leg: apart at equal parameters
 constexpr double kSameWeight = 0x1p-40;
+constexpr double kRounding = 0x1p-48;  // of the square of a radius: what its difference has
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
@@ -139,7 +140,8 @@ Verdict BesideCircle(const Circle& arc, const Stretch& curve, const SideReach& r
       product[i + j] +=
           kBinomials[n][i] * kBinomials[n][j] * (Dot(out[i], out[j]) - weight[i] * weight[j]);
   const Range range = RangeOfProduct(product, 2 * n);
-  const double widest = arc.radius * std::max(range.most, -range.least) / (least * least);
+  const double widest =
+      arc.radius * (std::max(range.most, -range.least) + kRounding) / (least * least);
   // Beside the half on which the arc is, not beside the other one.
   const auto other = [&](Vec2 p) { return -arc.bulge * arc.radius * p.x > reach.near; };
   const bool is_beside = std::none_of(out, out + n + 1, other);
@@ -147,7 +149,7 @@ Verdict BesideCircle(const Circle& arc, const Stretch& curve, const SideReach& r
   // |P - c| + r is at most 2 r and the distance.
   const double apart = std::max(range.least, -range.most);
   const double far = reach.apart * by;
-  return apart > far * (2 + far) ? Verdict::kApart : Verdict::kUnknown;
+  return apart > far * (2 + far) + kRounding ? Verdict::kApart : Verdict::kUnknown;
 }
 
 }  // namespace

@@ -44,7 +44,11 @@ struct Strand {
   // Of an arc: the share of it at the direction of a point from its centre.
   double TurnTo(Vec2 point) const;
   Stretch Between(double from, double to, double v_from, double v_to) const;
-  Circle circle() const { return {centre, kind == Span::Kind::kArc ? radius : 0, bulge}; }
+  // That on which At lies: it passes the lower end, where that is beside the arc's own circle.
+  Circle circle() const {
+    if (kind != Span::Kind::kArc) return {};
+    return {{x_low - bulge * half_low, centre.y}, radius, bulge};
+  }
   Vec2 PointAt(double v) const;
   double SourceAt(double v) const {
     return v >= 1 ? u_high : v <= 0 ? u_low : u_low + v * (u_high - u_low);
