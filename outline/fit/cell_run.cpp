@@ -8,6 +8,7 @@ namespace kurvo::outline {
 namespace {
 
 constexpr double kLeastSpeed = 1e-6;   // of the longest handle: where a cell stands still
+constexpr double kSmooth = 1e-9;       // radians: a joint that turns more is a corner
 constexpr double kLeastHandle = 1e-5;  // of the longest: a shorter one has no direction
 
 Vec2 FirstDirection(const Vec2& from, const Vec2& a, const Vec2& b, const Vec2& c) {
@@ -66,6 +67,11 @@ void CutAtCusps(Array<CubicCell>& cells) {
       cut.push_back(cell);
   }
   cells.swap(cut);
+}
+
+bool GoesOn(const CubicCell& cell, const CubicCell& next) {
+  const Vec2 before = DirectionAtEnd(cell), after = DirectionAtStart(next);
+  return Dot(before, after) > 0 && kSmooth >= std::fabs(Cross(before, after));
 }
 
 Vec2 DirectionAtStart(const CubicCell& cell) {

@@ -49,6 +49,9 @@ struct CellRun {
 // Cuts the cells at their cusps, where the velocity vanishes within rounding.
 void CutAtCusps(Array<CubicCell>& cells);
 
+// Whether the direction goes on from a cell to the next.
+bool GoesOn(const CubicCell& cell, const CubicCell& next);
+
 // The directions in which a cell leaves its start and arrives at its end, also where its handles
 // have no length; (0, 0) of a point.
 Vec2 DirectionAtStart(const CubicCell& cell);

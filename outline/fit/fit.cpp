@@ -18,7 +18,6 @@ namespace {
 
 constexpr double kLeastDeviation = 0x1p-44;  // of the size: a smaller one is raised to it
 constexpr double kCellShare = 1.0 / 64;      // of the deviation, for cubics in the place of others
-constexpr double kSmooth = 1e-9;  // radians: a joint of spans that turns more is a corner
 
 class Fitting {
  public:
@@ -151,11 +150,6 @@ class Fitting {
         FitBeziers(run_, DegreeOfForm(), rest, to, pieces_);
       i = next;
     }
-  }
-
-  static bool GoesOn(const CubicCell& cell, const CubicCell& next) {
-    const Vec2 before = DirectionAtEnd(cell), after = DirectionAtStart(next);
-    return Dot(before, after) > 0 && kSmooth >= std::fabs(Cross(before, after));
   }
 
   const Frame frame_;

@@ -10,12 +10,14 @@
 #include "fit/cubic_cells.h"
 #include "fit/offset_breaks.h"
 #include "fit/offset_cubic.h"
+#include "fit/spline_fit.h"
 #include "strand/arc_sweep.h"
 
 namespace kurvo::outline {
 namespace {
 
-constexpr double kCellShare = 0.125;      // of the tolerance, for cubics in place of other curves
+constexpr double kCellShare = 0.5;        // of the tolerance, for cubics in place of other curves
+constexpr double kFineShare = 0.25;       // of that, for many cubics before they are fitted by few
 constexpr double kPointShare = 0.125;     // of the tolerance: an arc with such a radius is a point
 constexpr double kNothing = 0x1p-10;      // of the tolerance: distances that move nothing
 constexpr int kMostCuts = 8;              // of a stretch into parts, one in the other,
@@ -259,6 +261,38 @@ class CellStrips {
   std::size_t most_pieces_ = 0;
 };
 
+// Cubics within `error` of a span: cells beside it at equal parameters, whose error falls with the
+// fourth power of their number, and where these go on smoothly cubics fitted to them, whose error
+// falls with the sixth. Result: whether they are the span itself.
+bool AppendFewCells(const Span& span, double error, Array<CubicCell>& cells) {
+  Array<CubicCell> fine;
+  const bool is_exact = AppendCells(span, 0, kFineShare * error, fine);
+  if (fine.size() == 1) {
+    cells.swap(fine);
+    return is_exact;
+  }
+  CutAtCusps(fine);
+  for (std::size_t i = 0; i < fine.size();) {
+    std::size_t next = i + 1;
+    while (next < fine.size() && GoesOn(fine[next - 1], fine[next])) ++next;
+    CellRun run;
+    run.cells.assign(fine.begin() + static_cast<std::ptrdiff_t>(i),
+                     fine.begin() + static_cast<std::ptrdiff_t>(next));
+    run.first_tangent = DirectionAtStart(fine[i]);
+    run.last_tangent = DirectionAtEnd(fine[next - 1]);
+    double from = fine[i].from;
+    FitCubics(run, (1 - kFineShare) * error, [&](const Vec2* points, double s) {
+      const CubicCell& last = run.cells[run.CellOf(s)];
+      const double share = s - static_cast<double>(run.CellOf(s));
+      const double to = last.from + share * (last.to - last.from);
+      cells.push_back({{points[0], points[1], points[2], points[3]}, last.span, from, to});
+      from = to;
+    });
+    i = next;
+  }
+  return false;
+}
+
 }  // namespace
 
 void AppendStrips(const Span& span, double distance, double tol, StripList& list) {
@@ -268,8 +302,8 @@ void AppendStrips(const Span& span, double distance, double tol, StripList& list
   if (is_coarse) ++list.capped;
   const double off = is_coarse ? kCoarse : std::max(tol, kFinest);
   Array<CubicCell> cells;
-  AppendCells(span, 0, kCellShare * off, cells);
-  const double left = (1 - kCellShare) * off;
+  const bool is_exact = AppendFewCells(span, kCellShare * off, cells);
+  const double left = is_exact ? off : (1 - kCellShare) * off;
   for (const CubicCell& cell : cells) {
     const std::size_t had = list.pieces.size();
     CellStrips(span, cell, distance, left, list).Append();

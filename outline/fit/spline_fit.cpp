@@ -192,20 +192,28 @@ class BezierFitting {
   const double deviation_;
 };
 
-}  // namespace
-
-void FitBeziers(const CellRun& run, int degree, double deviation, Vec2 end, Pieces& pieces) {
+void Fit(const CellRun& run, int degree, double deviation,
+         FunctionRef<void(const Vec2*, double)> take) {
   const BezierFitting fitting(run, degree, deviation);
   const double order = degree == 3 ? 6 : 4;  // of the deviation by the length
   FitGreedily<Piece>(
       run.Size(), deviation, order,
       [&](double from, double to, Piece& piece) { return fitting.Try(from, to, piece); },
-      [&](const Piece& piece, double to) {
-        const Vec2 at = to >= run.Size() ? end : pieces.frame().Outwards(piece.points[3]);
-        const Vec2* p = piece.points;
-        if (degree == 3) return pieces.Cubic(p[1], p[2], at);
-        pieces.Quadratic(p[0] + 1.5 * (p[1] - p[0]), at);
-      });
+      [&](const Piece& piece, double to) { take(piece.points, to); });
+}
+
+}  // namespace
+
+void FitCubics(const CellRun& run, double deviation, FunctionRef<void(const Vec2*, double)> take) {
+  Fit(run, 3, deviation, take);
+}
+
+void FitBeziers(const CellRun& run, int degree, double deviation, Vec2 end, Pieces& pieces) {
+  Fit(run, degree, deviation, [&](const Vec2* p, double to) {
+    const Vec2 at = to >= run.Size() ? end : pieces.frame().Outwards(p[3]);
+    if (degree == 3) return pieces.Cubic(p[1], p[2], at);
+    pieces.Quadratic(p[0] + 1.5 * (p[1] - p[0]), at);
+  });
 }
 
 // With the control point where the tangents meet, the middle is off by r (1 - c)^2 / (2 c), c being

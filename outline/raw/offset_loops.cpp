@@ -43,8 +43,8 @@ double AreaOf(const Cvseq& chain) {
 // outer loops that it uses up, with their holes, which come after them, need no sweep.
 Made AppendOffsetLoops(const KurvoRegion& region, const Frame& frame, double distance, double tol,
                        const PenOptions& pen, Progress& progress, RawRegion& raw) {
-  const Corners corners = {pen.join, pen.miter_limit, tol};
   const bool is_round = pen.join == KURVO_JOIN_ROUND;
+  const Corners corners = {pen.join, pen.miter_limit, tol, is_round};
   StripList list;
   LoopSpans loop;
   bool skips_holes = false;

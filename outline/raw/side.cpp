@@ -47,7 +47,8 @@ Side::Corner Side::CornerAfter(std::size_t i) const {
   const double sine = Cross(t1, t2), cosine = Dot(t1, t2), d = std::fabs(distance_);
   if (cosine > 0 && kSnap * corners_.tol >= d * Length(t1 - t2)) return {Kind::kSmooth, {}};
   if (d == 0) return {Kind::kSmooth, {}};
-  if (cosine < 0 && kReversal >= std::fabs(sine)) return {Kind::kOuter, {}};
+  // The tip of a spike that is narrower than the tolerance may be turned inside out.
+  if (cosine < 0 && (corners_.is_disc || kReversal >= std::fabs(sine))) return {Kind::kOuter, {}};
   if (distance_ * sine > 0) return {Kind::kOuter, {}};
   if (!(before.is_line && after.is_line && cosine > 0.5)) return {Kind::kInner, {}};
   const double needed = 2 * d * std::max(std::fabs(sine) / (1 + cosine), std::fabs(sine));

@@ -11,6 +11,7 @@ struct Corners {
   int32_t join;        // KURVO_JOIN_*
   double miter_limit;  // of the miter's length by the distance
   double tol;          // length in the frame's unit
+  bool is_disc;        // all around a vertex what is no farther than the distance counts
 };
 
 // What runs around strips at this distance to the right, or to the left where it is negative: along
