@@ -80,16 +80,16 @@ class Rules {
   bool NearAtLimit() const { return false; }
   bool HitLimit() const { return stretches_left_ <= 0; }
 
-  // From a common end strands part at once when their cones do; it is an event unless it is a
-  // vertex of both.
+  // From a common point strands part at once when their cones do; it is an event unless both end
+  // there, which is one already.
   template <class Search>
   bool Decide(const Stretch& a, const Stretch& b, const SideDifference& d, Search& search) const {
     if (d.at_low == 0 && d.at_high != 0 && Cone(a_, a, true).IsApartFrom(Cone(b_, b, true))) {
-      if (!(a.low == a_.y_low && a_.low == b_.low)) search.Add(a.low, a.low);
+      if (!(a.low == a_.y_low && a.low == b_.y_low)) search.Add(a.low, a.low);
       return true;
     }
     if (d.at_high == 0 && d.at_low != 0 && Cone(a_, a, false).IsApartFrom(Cone(b_, b, false))) {
-      if (!(a.high == a_.y_high && a_.high == b_.high)) search.Add(a.high, a.high);
+      if (!(a.high == a_.y_high && a.high == b_.y_high)) search.Add(a.high, a.high);
       return true;
     }
     return false;
