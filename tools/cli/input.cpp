@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "dxf/reader.h"
 #include "report/text.h"
 #include "svg/input.h"
 #include "svg/sheet.h"
@@ -15,11 +16,23 @@ namespace {
 constexpr const char* kAssumed =
     "warning: has no physical size; a pixel is taken as 1/96 in, a unit without size as a pixel";
 
+constexpr std::size_t kLongestStart = 64;  // bytes, of spaces before the first sign
+
 void NoteAssumption(Drawing& drawing) {
   if (drawing.sheet.physical) return;
   if (std::find(drawing.notes.begin(), drawing.notes.end(), kAssumed) != drawing.notes.end())
     return;
   drawing.notes.push_back(kAssumed);
+}
+
+// What the file is by its content; its name tells where that does not.
+Drawing ReadAny(Library& library, const std::string& path, const ReadOptions& options) {
+  const std::string bytes = ReadUnpacked(path);
+  const std::string_view start = Trimmed(std::string_view(bytes).substr(0, kLongestStart));
+  const bool is_other = start.starts_with('<') || start.starts_with('{');
+  const bool is_dxf = IsDxf(bytes) || (path.ends_with(".dxf") && !is_other);
+  if (is_dxf) return ReadDxf(library, path, bytes, options);
+  return ReadDrawing(library, path, bytes, options);
 }
 
 }  // namespace
@@ -65,15 +78,15 @@ Drawing ReadInput(Library& library, const std::string& path, const InputOptions&
     return given;
   }
   const double mm = options.unit.empty() ? 0 : *MillimetresOf(options.unit);
-  Drawing drawing = ReadDrawing(library, path, {.strict = options.strict, .mm_per_unit = mm});
+  Drawing drawing = ReadAny(library, path, {.strict = options.strict, .mm_per_unit = mm});
   if (mm > 0 && options.unit != "px") NoteAssumption(drawing);
   return drawing;
 }
 
 Drawing ReadBeside(Library& library, const std::string& path, const InputOptions& options,
                    Drawing& first) {
-  Drawing second = ReadDrawing(library, path,
-                               {.strict = options.strict, .mm_per_unit = first.sheet.mm_per_unit});
+  Drawing second =
+      ReadAny(library, path, {.strict = options.strict, .mm_per_unit = first.sheet.mm_per_unit});
   if (first.sheet.physical != second.sheet.physical) {
     NoteAssumption(first);
     NoteAssumption(second);

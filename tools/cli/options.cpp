@@ -52,12 +52,14 @@ Point ParsePoint(const std::string& name, const std::string& text) {
 }
 
 void AddDrawing(CLI::App& command, std::string& input) {
-  command.add_option("input", input, "The SVG drawing to read")->required()->type_name("FILE");
+  command.add_option("input", input, "The drawing to read: SVG, DXF or JSON")
+      ->required()
+      ->type_name("FILE");
 }
 
 void AddDrawings(CLI::App& command, std::string& first, std::string& second,
                  const std::string& about_second, bool needs_second) {
-  command.add_option("first", first, "An SVG drawing")->required()->type_name("FILE");
+  command.add_option("first", first, "A drawing: SVG, DXF or JSON")->required()->type_name("FILE");
   command.add_option("second", second, about_second)->required(needs_second)->type_name("FILE");
 }
 
@@ -152,17 +154,21 @@ void AddOutputs(CLI::App& command, OutputOptions& options, const char* drawing,
   if (drawing != nullptr) {
     add_file("-o,--output", options.drawing, drawing);
     command
-        .add_option("--format", options.format,
-                    "Write it as svg, svgz or json; what the name of the file ends with unless "
-                    "given, or else svg")
+        .add_option(
+            "--format", options.format,
+            "Write it as svg, svgz, json or dxf; what the name of the file ends with unless "
+            "given, or else svg")
         ->check(CLI::Validator(
             [](const std::string& text) {
               const bool is_known =
                   std::find(std::begin(kFormats), std::end(kFormats), text) != std::end(kFormats);
-              return is_known ? "" : "not one of svg, svgz and json";
+              return is_known ? "" : "not one of svg, svgz, json and dxf";
             },
             ""))
         ->type_name("FORMAT")
+        ->group(kGroup);
+    command
+        .add_flag("--r12", options.r12, "Write DXF of version R12, with arcs in place of splines")
         ->group(kGroup);
     AddLength(command, "--deviation", options.deviation, kLeastDeviation, kGreatestDeviation,
               "How far curves that the drawing has no form for may be off; a ten thousandth of "

@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "cli/whole_file.h"
+#include "dxf/writer.h"
 #include "report/csv.h"
 #include "report/text.h"
 #include "svg/curve_file.h"
@@ -22,6 +23,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kMostFaults = 20;  // that are named
+
+constexpr const char* kAssumed =
+    ": warning: the drawing has no physical size; a pixel is taken as 1/96 in\n";
 
 void RefuseSource(const std::vector<Source>& sources, std::vector<std::string> files,
                   const std::string& output) {
@@ -88,8 +92,15 @@ PathAccuracy AccuracyOf(const LengthOption& deviation, const Result& result) {
 std::string DrawingIn(Library& library, const OutputOptions& options, const Result& result) {
   const std::string end = options.format.empty() ? fs::path(options.drawing).extension().string()
                                                  : "." + options.format;
+  if (options.r12 && end != ".dxf") throw std::runtime_error("--r12 is about DXF files");
   if (end == ".json") return CurveFileText(library, result);
-  const std::string text = DrawingText(library, result, AccuracyOf(options.deviation, result));
+  const PathAccuracy accuracy = AccuracyOf(options.deviation, result);
+  if (end == ".dxf") {
+    if (!result.source.sheet.physical)
+      std::cerr << "kurvo: " << OneLine(options.drawing) << kAssumed;
+    return DxfText(library, result, options.r12 ? DxfVersion::kR12 : DxfVersion::kR2000, accuracy);
+  }
+  const std::string text = DrawingText(library, result, accuracy);
   return end == ".svgz" ? Packed(text) : text;
 }
 

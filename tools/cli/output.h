@@ -20,12 +20,13 @@ inline constexpr int kLeftOut = 3;   // done, but without elements that cannot b
 std::string BaseName(const std::string& path);
 
 // What drawings are written as.
-inline constexpr const char* kFormats[] = {"svg", "svgz", "json"};
+inline constexpr const char* kFormats[] = {"svg", "svgz", "json", "dxf"};
 
 struct OutputOptions {
   std::string drawing;  // files; empty for none, "-" for standard output
   std::string picture;
   std::string format;  // of the drawing: one of kFormats; empty: what its name ends with says it
+  bool r12 = false;    // of DXF: the older version
   double size = 1000;  // of the picture
   LengthOption deviation;  // of curves that the drawing has no form for; 0: a part of their size
   bool json = false;

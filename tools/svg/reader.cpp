@@ -270,11 +270,19 @@ class SvgReader {
 
 }  // namespace
 
-Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options) {
+std::string ReadUnpacked(const std::string& path) {
   std::string bytes = ReadWholeFile(path);
-  if (IsGzip(bytes)) bytes = Unpacked(path, bytes);
+  return IsGzip(bytes) ? Unpacked(path, bytes) : bytes;
+}
+
+Drawing ReadDrawing(Library& library, const std::string& path, std::string_view bytes,
+                    const ReadOptions& options) {
   if (IsCurveFile(bytes)) return ReadCurveFile(library, path, bytes, options);
   return SvgReader(library, path, bytes, options).Read();
+}
+
+Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options) {
+  return ReadDrawing(library, path, ReadUnpacked(path), options);
 }
 
 }  // namespace kurvo::tools
