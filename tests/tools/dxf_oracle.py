@@ -3,7 +3,7 @@
 
 usage: dxf_oracle.py KURVO DATA DRAWING...
 """
-import glob, json, math, os, subprocess, sys, tempfile
+import glob, json, math, sys
 
 try:
     import ezdxf
@@ -12,68 +12,9 @@ try:
 except ImportError:
     sys.exit(77)
 
-BOUND = 1e-9  # of the size of a drawing
+from oracle import BOUND, Curves, kurvo, line, read_json, spline, turn, work, worst
+
 KURVO, DATA, *DRAWINGS = sys.argv[1:]
-WORK = tempfile.TemporaryDirectory()
-
-
-def kurvo(*arguments, statuses=(0,)):
-    run = subprocess.run([KURVO, *arguments], capture_output=True, text=True, timeout=60)
-    assert run.returncode in statuses, (arguments, run.returncode, run.stderr)
-    return run.stderr
-
-
-# ---- curves as functions over [0, 1]
-
-
-def line(a, b):
-    return lambda t: a + t * (b - a)
-
-
-def turn(centre, u, v, start, end):
-    return lambda t: centre + math.cos(start + t * (end - start)) * u + math.sin(start + t * (end - start)) * v
-
-
-def spline(points, weights, knots):
-    """De Boor's algorithm in homogeneous coordinates (Farin, Curves and Surfaces, 5th edition, 8.1)."""
-    order = len(knots) - len(points)
-    control = np.column_stack([np.asarray(points) * np.asarray(weights)[:, None], weights])
-    low, high = knots[order - 1], knots[len(points)]
-
-    def at(t):
-        x = low + t * (high - low)
-        span = max(order - 1, min(np.searchsorted(knots, x, "right") - 1, len(points) - 1))
-        while knots[span] == knots[span + 1]:
-            span -= 1
-        d = [control[span - order + 1 + i] for i in range(order)]
-        for r in range(1, order):
-            for i in range(order - 1, r - 1, -1):
-                left = knots[span - order + 1 + i]
-                alpha = (x - left) / (knots[span + 1 + i - r] - left)
-                d[i] = (1 - alpha) * d[i - 1] + alpha * d[i]
-        return d[-1][:2] / d[-1][2]
-
-    return at
-
-
-def of_json(curve):
-    """As a DXF file has it: y points up."""
-    flip = lambda p: np.array([p[0], -p[1]])
-    kind = curve["type"]
-    if kind == "line":
-        return [line(flip(curve["start"]), flip(curve["end"]))]
-    if kind == "arc":
-        centre, a, b = (flip(curve[name]) for name in ("centre", "start", "end"))
-        start, end = (math.atan2(p[1] - centre[1], p[0] - centre[0]) for p in (a, b))
-        sense = 1 if curve.get("clockwise") else -1  # mirrored
-        end = start + sense * ((sense * (end - start)) % (2 * math.pi) or 2 * math.pi)
-        r = curve["radius"]
-        return [turn(centre, np.array([r, 0]), np.array([0, r]), start, end)]
-    if kind == "composite":
-        return [piece for part in curve["curves"] for piece in of_json(part)]
-    points = [flip(p) for p in curve["points"]]
-    n = len(points)
-    return [spline(points, curve.get("weights", [1] * n), curve.get("knots", [0] * n + [1] * n))]
 
 
 def of_entity(entity):
@@ -101,53 +42,9 @@ def of_entity(entity):
     return []
 
 
-# ---- comparison
-
-
-class Curves:
-    STEPS = 48
-
-    def __init__(self, curves):
-        self.curves = curves
-        grid = [[curve(i / self.STEPS) for i in range(self.STEPS + 1)] for curve in curves]
-        self.grid = np.array(grid).reshape(len(curves), self.STEPS + 1, 2)
-        self.size = max(1e-9, float(np.ptp(self.grid, axis=(0, 1)).max()))
-
-    def distance(self, p):
-        far = np.hypot(*np.moveaxis(self.grid - p, 2, 0))
-        best = math.inf
-        for index in np.argsort(far.min(axis=1))[:4]:
-            middle = int(far[index].argmin())
-            low, high = max(0, middle - 1) / self.STEPS, min(self.STEPS, middle + 1) / self.STEPS
-            off = lambda t: math.dist(self.curves[index](t), p)
-            while high - low > 1e-14:
-                a, b = low + (high - low) / 3, high - (high - low) / 3
-                low, high = (low, b) if off(a) < off(b) else (a, high)
-            best = min(best, off(low), off(high), off(round(low, 12)))
-            if best <= BOUND / 10 * self.size:
-                break
-        return best
-
-    def off(self, other):
-        return max(self.distance(curve(t)) for curve in other.curves for t in (0, 0.31, 0.5, 0.87, 1)) / self.size
-
-
-def worst(a, b, what):
-    assert a and b, (what, len(a), len(b))
-    a, b = Curves(a), Curves(b)
-    off = max(a.off(b), b.off(a))
-    assert BOUND >= off, (what, off)
-    return off
-
-
-def read_json(path):
-    shapes = json.load(open(path))["shapes"]
-    return [c for s in shapes for o in s["outlines"] for curve in o["curves"] for c in of_json(curve)]
-
-
 def client_curves(drawing):
-    out = os.path.join(WORK.name, "out.json")
-    said = kurvo("draw", drawing, "-q", "-o", out, statuses=(0, 3))
+    out = work("out.json")
+    said = kurvo(KURVO, "draw", drawing, "-q", "-o", out, statuses=(0, 3))
     return read_json(out), said
 
 
@@ -217,7 +114,7 @@ def check_reading():
             cases = add_cases(document, space)
             total = len(cases)
             cases[index]()
-            path = os.path.join(WORK.name, "in.dxf")
+            path = work("in.dxf")
             document.saveas(path)
             # What goes through the file loses digits that the objects still have.
             space = ezdxf.readfile(path).modelspace()
@@ -234,7 +131,7 @@ def check_shear():
     document = ezdxf.new("R2000", units=4)
     part = blocks(document)
     document.modelspace().add_blockref("outer", (1, 1), {"yscale": 2.5, "rotation": 10})
-    path = os.path.join(WORK.name, "shear.dxf")
+    path = work("shear.dxf")
     document.saveas(path)
 
     def placed(at, degrees, sx, sy, base):
@@ -253,7 +150,7 @@ def check_fit_points():
     document = ezdxf.new("R2000", units=4)
     points = [(0, 0), (3, 2), (5, -1), (8, 4)]
     document.modelspace().add_spline(points)
-    path = os.path.join(WORK.name, "fit.dxf")
+    path = work("fit.dxf")
     document.saveas(path)
     ours = Curves(client_curves(path)[0])
     assert all(ours.distance(np.array(p)) < 1e-9 for p in points)
@@ -266,13 +163,13 @@ def check_writing():
     off, counts = 0, {}
     with_mm = lambda p: [p, "--unit", "mm"]
     for drawing in [*DRAWINGS, f"{DATA}/features.svg", f"{DATA}/types.json"]:
-        source = os.path.join(WORK.name, "source.json")
-        kurvo("draw", *with_mm(drawing), "-q", "-o", source, statuses=(0, 3))
+        source = work("source.json")
+        kurvo(KURVO, "draw", *with_mm(drawing), "-q", "-o", source, statuses=(0, 3))
         sheet = json.load(open(source))["sheet"]
         ours = read_json(source)
         for flags in ([], ["--r12", "--deviation", "1e-3"]):
-            path = os.path.join(WORK.name, "out.dxf")
-            kurvo("draw", *with_mm(drawing), "-q", "-o", path, *flags, statuses=(0, 3))
+            path = work("out.dxf")
+            kurvo(KURVO, "draw", *with_mm(drawing), "-q", "-o", path, *flags, statuses=(0, 3))
             document = ezdxf.readfile(path)
             audit = document.audit()
             assert not audit.errors and not audit.fixes, [e.message for e in audit.errors + audit.fixes]
@@ -294,7 +191,7 @@ def check_writing():
 def check_libraries():
     paths = sorted(glob.glob("/usr/share/librecad/library/**/*.dxf", recursive=True))
     for path in paths:
-        kurvo("draw", path, "-q")
+        kurvo(KURVO, "draw", path, "-q")
     return f"{len(paths)} parts of librecad-data read"
 
 

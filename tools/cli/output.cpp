@@ -138,7 +138,7 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
       throw std::runtime_error(OneLine(options.drawing) + ": cannot be drawing and picture");
     }
     RefuseSource(sources, stage.files, options.drawing);
-    drawing = DrawingIn(library, options, products.drawing());
+    drawing = products.text ? products.text() : DrawingIn(library, options, products.drawing());
   }
   Write(options.picture, picture);
   Write(options.drawing, drawing);

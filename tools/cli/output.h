@@ -42,7 +42,8 @@ struct Source {
 
 // What a command makes; what it never makes is missing.
 struct Products {
-  std::function<Result()> drawing;
+  std::function<Result()> drawing = {};
+  std::function<std::string()> text = {};  // what is written in place of a drawing
   std::function<std::string()> picture;
   std::function<std::string()> table;
   std::function<std::string()> json;

@@ -37,10 +37,14 @@ bool IsFromBelow(const DxfEntity& entity) {
   return z < 0;
 }
 
-// From one angle on to the other, more than 0 and up to a full turn.
+// From one angle on to the other, more than 0 and up to a full turn, which is where they are the
+// same but for rounding.
 double SweepBetween(double from, double to, double full) {
-  const double sweep = std::fmod(to - from, full);
-  return sweep > 0 ? sweep : sweep + full;
+  constexpr double kSameAngle = 1e-10;  // of a turn
+  double sweep = std::fmod(to - from, full);
+  if (sweep < 0) sweep += full;
+  const bool is_full = kSameAngle * full >= sweep || kSameAngle * full >= full - sweep;
+  return is_full ? full : sweep;
 }
 
 double Radius(const DxfEntity& entity) {
@@ -81,10 +85,8 @@ void DrawEllipse(const DxfItem& item, Library&, OutlineBuilder& pen) {
   const double ratio = (IsFromBelow(ellipse) ? -1 : 1) * ellipse.Number(40);
   if (Size(major) == 0 || ratio == 0) return;
   const double from = ellipse.Number(41, 0), to = ellipse.Number(42, kFullTurn);
-  constexpr double kWhole = 1e-9;  // radians: parameters are often rounded
-  double sweep = SweepBetween(from, to, kFullTurn);
-  const bool is_full = kWhole >= kFullTurn - sweep || kWhole >= sweep;
-  if (is_full) sweep = kFullTurn;
+  const double sweep = SweepBetween(from, to, kFullTurn);
+  const bool is_full = sweep == kFullTurn;
   const EllipticalArc arc = {ellipse.At(10), major, ratio * Point{-major.y, major.x}, from, sweep};
   const Point start = arc.At(from);
   pen.MoveTo(start);
