@@ -58,7 +58,10 @@ bool HasFaults(const std::vector<Source>& sources) {
 std::string UnitOf(const InputOptions& input, const std::vector<Source>& sources) {
   if (!input.unit.empty()) return input.unit;
   const Drawing* drawing = sources.front().drawing;
-  if (drawing == nullptr || !drawing->sheet.physical) return {};
+  if (drawing == nullptr) return {};
+  const double em = drawing->sheet.units_per_em;
+  if (em > 0 && !drawing->sheet.physical) return "1/" + ShortNumber(em) + " em";
+  if (!drawing->sheet.physical) return {};
   const double mm = drawing->sheet.mm_per_unit;
   const std::string_view name = UnitName(mm);
   return name.empty() ? ShortNumber(mm) + " mm" : std::string(name);
@@ -78,10 +81,7 @@ std::string ReportText(const std::string& unit, const OutputOptions& options,
 
 PathAccuracy AccuracyOf(const LengthOption& deviation, const Result& result) {
   PathAccuracy accuracy = {.share = kDrawingDeviation};
-  if (deviation.number > 0) {
-    const double mm_per_unit = result.source.sheet.mm_per_unit;
-    accuracy.length = deviation.number * (deviation.mm > 0 ? deviation.mm / mm_per_unit : 1);
-  }
+  if (deviation.number > 0) accuracy.length = deviation.On(result.source.sheet);
   return accuracy;
 }
 

@@ -63,11 +63,10 @@ int RunSplit(const SplitOptions& options) {
   Library library;
   const Drawing drawing = ReadInput(library, options.input, options.reading);
   const std::vector<SplitOutline> outlines = Split(library, drawing, options);
-  const double extent = Extent(library, {&drawing});
   return Deliver(
       library, options.reading, options.output, {{options.input, &drawing}},
       {.drawing = [&] { return ResultOf(drawing, outlines); },
-       .picture = [&] { return SplitPicture(library, outlines, extent, options.output.size); },
+       .picture = [&] { return SplitPicture(library, drawing, outlines, options.output.size); },
        .table = [&] { return SplitTable(library, outlines); },
        .json = [&] { return SplitJson(library, OneLine(options.input), outlines); }});
 }

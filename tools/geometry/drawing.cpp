@@ -22,7 +22,7 @@ Drawing Remade(const Drawing& drawing, const Remake& remake) {
   remade.sheet = drawing.sheet;
   for (const Shape& shape : drawing.shapes) {
     Shape& copy = remade.shapes.emplace_back(
-        Shape{shape.label, shape.even_odd, {}, shape.id, shape.group, shape.paint});
+        Shape{shape.label, shape.even_odd, {}, shape.id, shape.group, shape.paint, shape.origin});
     for (const Outline& outline : shape.outlines) {
       std::vector<OwnedCurve> curves = remake(Chain(outline.curves));
       if (!curves.empty()) copy.outlines.push_back({std::move(curves), outline.closed});
@@ -36,11 +36,23 @@ Drawing Remade(const Drawing& drawing, const Remake& remake) {
 Sheet Sheet::Scaled(double factor) const {
   Sheet scaled = *this;
   scaled.mm_per_unit /= factor;
+  scaled.units_per_em *= factor;
   if (!view.IsEmpty()) {
     scaled.view = {factor * view.min_x, factor * view.min_y, factor * view.max_x,
                    factor * view.max_y};
   }
   return scaled;
+}
+
+void TurnOver(Library& library, Drawing& drawing) {
+  drawing.sheet.y_up = !drawing.sheet.y_up;
+  if (!drawing.sheet.view.IsEmpty()) drawing.sheet.view = drawing.sheet.view.TurnedOver();
+  for (Shape& shape : drawing.shapes) {
+    shape.origin.y = -shape.origin.y;
+    for (Outline& outline : shape.outlines) {
+      for (OwnedCurve& curve : outline.curves) curve.TurnOver(library);
+    }
+  }
 }
 
 Drawing Flattened(Library& library, const Drawing& drawing, double deviation) {

@@ -21,6 +21,10 @@ struct ReadOptions {
 // viewBox or scaled to other units; y points as in the file. Throws InputError.
 Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options = {});
 
+// The same in the bytes of a file; `path` names it in messages.
+Drawing ReadDrawing(Library& library, const std::string& path, std::string bytes,
+                    const ReadOptions& options);
+
 // The points of a file with one on each line, "x,y", "x;y" or "x y"; empty lines, lines that begin
 // with # and a first line of names say nothing. There are at least two, and no neighbours are the
 // same. Throws InputError, which names file and line.
