@@ -184,6 +184,9 @@ void AddOutputs(CLI::App& command, OutputOptions& options, const char* drawing,
               "How far curves that the drawing has no form for may be off; a ten thousandth of "
               "their size unless given")
         ->group(kGroup);
+    AddLength(command, "--grid", options.grid, kLeastDeviation, kGreatestDeviation,
+              "Round its points to multiples of this, and say how far they were moved")
+        ->group(kGroup);
   }
   if (picture != nullptr) {
     add_file("--picture", options.picture, picture);

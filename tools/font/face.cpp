@@ -1,11 +1,10 @@
 #include "font/face.h"
 
 #include <fmt/format.h>
+#include <freetype/ftadvanc.h>
+#include <freetype/ftoutln.h>
 
 #include <exception>
-
-#include FT_ADVANCES_H
-#include FT_OUTLINE_H
 
 #include "svg/input.h"
 

@@ -1,8 +1,8 @@
 // One face of a font file, and its glyphs in units of the font.
 #pragma once
 
+#include <freetype/freetype.h>
 #include <ft2build.h>
-#include FT_FREETYPE_H
 
 #include <cstdint>
 #include <memory>

@@ -100,6 +100,26 @@ void ForEachCurve(const Drawing& drawing, const Step& step) {
   }
 }
 
+// The drawing with other curves along its outlines: remake(outline). Outlines that keep none, which
+// are points, are left out.
+template <class Remake>
+Drawing Remade(const Drawing& drawing, const Remake& remake) {
+  Drawing remade;
+  remade.faults = drawing.faults;
+  remade.notes = drawing.notes;
+  remade.groups = drawing.groups;
+  remade.sheet = drawing.sheet;
+  for (const Shape& shape : drawing.shapes) {
+    Shape& copy = remade.shapes.emplace_back(
+        Shape{shape.label, shape.even_odd, {}, shape.id, shape.group, shape.paint, shape.origin});
+    for (const Outline& outline : shape.outlines) {
+      std::vector<OwnedCurve> curves = remake(outline);
+      if (!curves.empty()) copy.outlines.push_back({std::move(curves), outline.closed});
+    }
+  }
+  return remade;
+}
+
 // Called for a curve of a drawing when a long run is done with it.
 using CurveDone = std::function<void()>;
 
