@@ -85,9 +85,11 @@ def inside(loops, p):
 def loops_of(path):
     """Closed and open chains of the drawing, joined, as curves."""
     closed, opened = [], []
-    for shape in json.load(open(path))["shapes"]:
+    file = json.load(open(path))
+    for shape in file["shapes"]:
         for outline in shape["outlines"]:
-            json.dump({"shapes": [{"outlines": [outline]}]}, open(work("one.json"), "w"))
+            with open(work("one.json"), "w") as one:
+                json.dump({"sheet": file["sheet"], "shapes": [{"outlines": [outline]}]}, one)
             (closed if outline["closed"] else opened).append(read_json(work("one.json")))
     return closed, opened
 

@@ -47,21 +47,21 @@ def spline(points, weights, knots):
     return at
 
 
-def of_json(curve):
-    """As a DXF file has it: y points up."""
-    flip = lambda p: np.array([p[0], -p[1]])
+def of_json(curve, y_up):
+    """With y pointing up, as a DXF file has it."""
+    flip = lambda p: np.array([p[0], p[1] if y_up else -p[1]])
     kind = curve["type"]
     if kind == "line":
         return [line(flip(curve["start"]), flip(curve["end"]))]
     if kind == "arc":
         centre, a, b = (flip(curve[name]) for name in ("centre", "start", "end"))
         start, end = (math.atan2(p[1] - centre[1], p[0] - centre[0]) for p in (a, b))
-        sense = 1 if curve.get("clockwise") else -1  # mirrored
+        sense = 1 if bool(curve.get("clockwise")) != y_up else -1  # mirrored
         end = start + sense * ((sense * (end - start)) % (2 * math.pi) or 2 * math.pi)
         r = curve["radius"]
         return [turn(centre, np.array([r, 0]), np.array([0, r]), start, end)]
     if kind == "composite":
-        return [piece for part in curve["curves"] for piece in of_json(part)]
+        return [piece for part in curve["curves"] for piece in of_json(part, y_up)]
     points = [flip(p) for p in curve["points"]]
     n = len(points)
     return [spline(points, curve.get("weights", [1] * n), curve.get("knots", [0] * n + [1] * n))]
@@ -107,7 +107,6 @@ def worst(a, b, what):
 
 
 def read_json(path):
-    shapes = json.load(open(path))["shapes"]
-    return [c for s in shapes for o in s["outlines"] for curve in o["curves"] for c in of_json(curve)]
-
-
+    file = json.load(open(path))
+    y_up = file["sheet"].get("y_up", False)
+    return [c for s in file["shapes"] for o in s["outlines"] for curve in o["curves"] for c in of_json(curve, y_up)]

@@ -21,6 +21,8 @@ constexpr double kLargestSize = 32768;
 constexpr double kLeastDeviation = 1e-6;
 constexpr double kGreatestDeviation = 1e9;
 constexpr double kWidestGap = 1e9;
+constexpr double kLeastEm = 1e-3;
+constexpr double kGreatestEm = 1e6;
 
 constexpr double kGreatestMiterLimit = 1e6;  // of the distance
 
@@ -52,7 +54,7 @@ Point ParsePoint(const std::string& name, const std::string& text) {
 }
 
 void AddDrawing(CLI::App& command, std::string& input) {
-  command.add_option("input", input, "The drawing to read: SVG, DXF or JSON")
+  command.add_option("input", input, "The drawing to read, SVG, DXF or JSON, or a font")
       ->required()
       ->type_name("FILE");
 }
@@ -77,6 +79,20 @@ void AddReading(CLI::App& command, InputOptions& options, Stage& stage) {
   command.add_flag("--strict", options.strict,
                    "Refuse a drawing with an element that cannot be read, instead of leaving it "
                    "out");
+  constexpr const char* kGroup = "Fonts";
+  CLI::Option* text =
+      command.add_option("--text", options.font.text, "Lay out this text in a font")
+          ->type_name("TEXT")
+          ->group(kGroup);
+  command
+      .add_option("--glyphs", options.font.glyphs,
+                  "Take these glyphs of a font: letters, names, uni0041, numbers #36, or all")
+      ->type_name("G1,G2,...")
+      ->excludes(text)
+      ->group(kGroup);
+  AddLength(command, "--em", options.em, kLeastEm, kGreatestEm,
+            "The size of an em; without it that of as many pixels as the font has units in one")
+      ->group(kGroup);
 }
 
 CLI::Option* AddLength(CLI::App& command, const std::string& name, LengthOption& length, double low,
@@ -173,6 +189,9 @@ void AddOutputs(CLI::App& command, OutputOptions& options, const char* drawing,
     AddLength(command, "--deviation", options.deviation, kLeastDeviation, kGreatestDeviation,
               "How far curves that the drawing has no form for may be off; a ten thousandth of "
               "their size unless given")
+        ->group(kGroup);
+    AddLength(command, "--grid", options.grid, kLeastDeviation, kGreatestDeviation,
+              "Round its points to multiples of this, and say how far they were moved")
         ->group(kGroup);
   }
   if (picture != nullptr) {

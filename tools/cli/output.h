@@ -29,6 +29,7 @@ struct OutputOptions {
   bool r12 = false;    // of DXF: the older version
   double size = 1000;  // of the picture
   LengthOption deviation;  // of curves that the drawing has no form for; 0: a part of their size
+  LengthOption grid;       // that points are rounded to; 0: none
   bool json = false;
   bool csv = false;
   bool quiet = false;
@@ -49,10 +50,11 @@ struct Products {
   std::function<std::string()> json;
 };
 
-// Writes the drawing and the picture and prints the report, as far as they are wanted; all are made
-// before anything is written. A report is not printed where a file goes to standard output. Notes
-// on standard error what is to be said of the drawings that were read. Result: the exit status.
-// Throws when a file to write is one of those that were read.
+// Writes the drawing, its points on the grid where there is one, and the picture and prints the
+// report, as far as they are wanted; all are made before anything is written. A report is not
+// printed where a file goes to standard output. Notes on standard error what is to be said of the
+// drawings that were read. Result: the exit status. Throws when a file to write is one of those
+// that were read.
 int Deliver(Library& library, const InputOptions& input, const OutputOptions& options,
             const std::vector<Source>& sources, const Products& products);
 

@@ -34,14 +34,14 @@ class CodeWriter {
   std::string Write(const CutPlan& plan) {
     const bool is_grbl = options_.dialect == Dialect::kGrbl;
     text_ = is_grbl ? "G21 G90 G17 G94\nM5\n" : "%\nG21 G90 G91.1 G17 G94 G40 G61\nM5\n";
-    for (const Cut& cut : plan.cuts) WriteCut(cut);
+    for (const MachineCut& cut : plan.cuts) WriteCut(cut);
     text_ += "G0 X0 Y0\nM2\n";
     if (!is_grbl) text_ += "%\n";
     return std::move(text_);
   }
 
  private:
-  void WriteCut(const Cut& cut) {
+  void WriteCut(const MachineCut& cut) {
     at_ = Rounded((cut.lead_in.empty() ? cut.segments : cut.lead_in).front().from);
     text_ += "G0 " + Place(at_) + "\n";
     text_ +=

@@ -22,9 +22,9 @@ constexpr int kProbes = 8;  // points of it that must lie in the waste
 
 Affine MachineMap(const Sheet& sheet) {
   const double mm = sheet.mm_per_unit;
-  const Point corner =
-      sheet.view.IsEmpty() ? Point{0, 0} : Point{sheet.view.min_x, sheet.view.max_y};
-  return Scaling(mm, -mm) * Translation(-corner.x, -corner.y);
+  const Affine size = Scaling(mm, sheet.y_up ? mm : -mm);
+  if (sheet.view.IsEmpty()) return size;
+  return size * Translation(-sheet.view.min_x, sheet.y_up ? -sheet.view.min_y : -sheet.view.max_y);
 }
 
 // Closed chains as elements without a fill.
@@ -149,7 +149,7 @@ class Planner {
   }
 
   // A quarter turn of that radius that ends along the first segment, on its left or right.
-  static DxfSegment LeadIn(const Cut& cut, double radius, bool on_left) {
+  static DxfSegment LeadIn(const MachineCut& cut, double radius, bool on_left) {
     const Point along = DirectionAtStart(cut.segments.front());
     const Point side = (on_left ? 1 : -1) * Point{-along.y, along.x};
     const Point at = cut.segments.front().from, centre = at + radius * side;
@@ -191,7 +191,7 @@ class Planner {
 
   void Measure() {
     Point at;
-    for (const Cut& cut : plan_.cuts) {
+    for (const MachineCut& cut : plan_.cuts) {
       const Point from = cut.lead_in.empty() ? cut.segments.front().from : cut.lead_in[0].from;
       plan_.way += Size(from - at);
       for (const auto* segments : {&cut.lead_in, &cut.segments})

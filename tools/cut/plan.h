@@ -18,7 +18,7 @@ struct CutOptions {
 };
 
 // One path with its lead-in; in the order of cutting.
-struct Cut {
+struct MachineCut {
   std::vector<DxfSegment> lead_in;   // none or one
   std::vector<DxfSegment> segments;  // run end to start
   bool closed = false;
@@ -26,7 +26,7 @@ struct Cut {
 
 struct CutPlan {
   Affine map;  // from the drawing to the machine
-  std::vector<Cut> cuts;
+  std::vector<MachineCut> cuts;
   std::size_t closed = 0, open = 0;  // outlines of the drawing, joined
   std::size_t closed_cuts = 0;  // what of the closed ones is cut: others merge or are too narrow
   KurvoReport report = {};      // of joining and offsetting

@@ -43,9 +43,9 @@ class DxfReader {
 
   Drawing Read() {
     DxfContext context;
-    context.map = Scaling(1, -1);
     Sheet& sheet = drawing_.sheet;
     sheet.physical = true;
+    sheet.y_up = true;
     sheet.mm_per_unit = document_.Millimetres();
     if (sheet.mm_per_unit == 0) {
       sheet.mm_per_unit = 1;
@@ -54,7 +54,7 @@ class DxfReader {
     if (options_.mm_per_unit > 0) {
       const double factor = sheet.mm_per_unit / options_.mm_per_unit;
       sheet = sheet.Scaled(factor);
-      context.map = Scaling(factor, -factor);
+      context.map = Scaling(factor, factor);
     }
     Walk(document_.Entities(), context);
     if (document_.BrokenAt() > 0) {

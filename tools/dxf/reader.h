@@ -9,8 +9,8 @@
 
 namespace kurvo::tools {
 
-// `name` is that of the file in messages. The drawing has y pointing down: y comes with its sign
-// turned. Layers are groups. Throws InputError.
+// `name` is that of the file in messages. y points up in the drawing, as in the file. Layers are
+// groups. Throws InputError.
 Drawing ReadDxf(Library& library, const std::string& name, std::string_view bytes,
                 const ReadOptions& options);
 

@@ -55,7 +55,7 @@ class DxfWriter {
     unit_ = DxfUnit(mm);
     const double factor = unit_ > 0 ? 1 : mm;
     if (unit_ == 0) unit_ = kMillimetres;
-    map_ = Scaling(factor, -factor);
+    map_ = Scaling(factor, result.source.sheet.y_up ? factor : -factor);
   }
 
   std::string Write() {

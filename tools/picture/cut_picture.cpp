@@ -26,12 +26,12 @@ OwnedCurve CurveOf(const DxfSegment& s) {
                       : OwnedCurve::Arc(s.centre, s.radius, s.sweep > 0, s.from, s.to);
 }
 
-// Back from the machine to the drawing: the map scales alike and mirrors.
+// Back from the machine to the drawing: the map scales alike, and may mirror.
 DxfSegment InDrawing(DxfSegment s, const Affine& map) {
   const double scale = map.a;
   for (Point* p : {&s.from, &s.to, &s.centre})
     *p = {(p->x - map.e) / map.a, (p->y - map.f) / map.d};
-  s.sweep = -s.sweep;
+  if (map.d < 0) s.sweep = -s.sweep;
   s.radius /= scale;
   return s;
 }
@@ -45,7 +45,7 @@ std::string CutPicture(Library& library, const Drawing& drawing, const CutReport
   source.Add(library, drawing);
   const auto drawn = [&](const DxfSegment& segment) { return InDrawing(segment, map); };
   std::vector<Point> starts, ends;
-  for (const Cut& cut : report.plan.cuts) {
+  for (const MachineCut& cut : report.plan.cuts) {
     for (const DxfSegment& segment : cut.lead_in) lead_ins.Add(library, CurveOf(drawn(segment)));
     for (const DxfSegment& segment : cut.segments) cuts.Add(library, CurveOf(drawn(segment)));
     starts.push_back(drawn((cut.lead_in.empty() ? cut.segments : cut.lead_in).front()).from);
@@ -62,7 +62,8 @@ std::string CutPicture(Library& library, const Drawing& drawing, const CutReport
                .legend = {{Mark::kCurve, kSourceColour, report.name},
                           {Mark::kCurve, kCutColour, fmt::format("cut ({})", starts.size())},
                           {Mark::kCurve, kLeadInColour, "lead-in"},
-                          {Mark::kCurve, kWayColour, "way"}}});
+                          {Mark::kCurve, kWayColour, "way"}},
+               .y_up = drawing.sheet.y_up});
   out.Path(source.data, out.PixelStroke(kSourceColour, kSourceWidth));
   std::string way;
   for (std::size_t i = 1; i < starts.size(); ++i) way += out.Polyline({ends[i - 1], starts[i]});
@@ -73,7 +74,8 @@ std::string CutPicture(Library& library, const Drawing& drawing, const CutReport
   for (std::size_t i = 0; i < starts.size(); ++i) {
     out.OpenPixelGroup(
         starts[i], pixel,
-        "font-family=\"sans-serif\" fill=\"#111827\" " + out.Attribute("font-size", kNumberSize));
+        "font-family=\"sans-serif\" fill=\"#111827\" " + out.Attribute("font-size", kNumberSize),
+        drawing.sheet.y_up);
     out.Text({3, -3}, std::to_string(i + 1));
     out.CloseGroup();
   }

@@ -55,9 +55,9 @@ std::string CutPicture(Library& library, const Drawing& drawing, const CutReport
                        double size);
 
 // One path for each piece and nothing else, so that it can be read as a drawing of the pieces;
-// neighbours have different colours. `extent` is that of the drawing they come from.
-std::string SplitPicture(Library& library, std::span<const SplitOutline> outlines, double extent,
-                         double size);
+// neighbours have different colours. `drawing` is the one that they come from.
+std::string SplitPicture(Library& library, const Drawing& drawing,
+                         std::span<const SplitOutline> outlines, double size);
 
 // A spline with a ring around each point that it passes through; `control` shows its control
 // polygon too.

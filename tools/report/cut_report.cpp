@@ -18,7 +18,7 @@ struct Counts {
 
 Counts CountsOf(const CutPlan& plan) {
   Counts counts;
-  for (const Cut& cut : plan.cuts) {
+  for (const MachineCut& cut : plan.cuts) {
     if (!cut.lead_in.empty()) ++counts.with_lead_in;
     for (const DxfSegment& segment : cut.segments)
       ++(segment.sweep == 0 ? counts.lines : counts.arcs);
@@ -63,7 +63,7 @@ std::string CutJson(const CutReport& report) {
   json.Add("cut_mm", plan.length);
   json.Add("way_mm", plan.way);
   json.Add("seconds", kSecondsPerMinute * Minutes(report));
-  json.AddList("cuts", plan.cuts, [](const Cut& cut, std::size_t) {
+  json.AddList("cuts", plan.cuts, [](const MachineCut& cut, std::size_t) {
     Json record = {{"closed", cut.closed}, {"lead_in", !cut.lead_in.empty()}};
     record["start"] = cut.segments.front().from;
     record["segments"] = cut.segments.size();

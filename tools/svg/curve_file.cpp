@@ -160,6 +160,8 @@ class CurveFileReader {
     sheet.width = NumberOr(0, value, "width");
     sheet.height = NumberOr(0, value, "height");
     sheet.fit = TextOr("", value, "fit");
+    sheet.y_up = FlagOr(false, value, "y_up");
+    sheet.units_per_em = NumberOr(0, value, "units_per_em");
     if (!(sheet.mm_per_unit > 0)) Refuse("'mm_per_unit' is not positive");
     if (value.contains("view")) {
       const std::vector<double> view = Numbers(value, "view");
@@ -212,6 +214,8 @@ class CurveFileReader {
     shape.paint.fill = TextOr("#000", value, "fill");
     shape.paint.stroke = TextOr("none", value, "stroke");
     shape.paint.stroke_width = scale_ * NumberOr(1 / scale_, value, "stroke_width");
+    if (value.contains("origin"))
+      shape.origin = CurveReader(library_, scale_).ReadPoint(value["origin"], "origin");
     const std::string shape_place = place_;
     const Json& outlines = List(value, "outlines");
     for (std::size_t i = 0; i < outlines.size(); ++i) {
