@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install_packages.sh g++ cmake ninja-build libcli11-dev libpugixml-dev nlohmann-json3-dev \
-  libfmt-dev libutfcpp-dev libboost-dev zlib1g-dev
+  libfmt-dev libutfcpp-dev libboost-dev zlib1g-dev libfreetype-dev
 
 cmake --preset release -DKURVO_BUILD_TESTS=OFF
 cmake --build --preset release

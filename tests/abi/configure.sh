@@ -54,6 +54,8 @@ builds 'nothing but a compiler' "${packages[*]}" 'kurvo' \
   'Left out: the tests.*libgtest-dev.*libfreetype-dev.*fonts-dejavu-core' \
   'Left out: the benchmarks.*libbenchmark-dev' \
   'Left out: the Python package.*python3-numpy, pybind11-dev'
+builds 'no fonts' Freetype 'kurvo kurvo_tool' \
+  'Left out: fonts in the client, for want of Freetype .*libfreetype-dev' '!Left out: the client'
 builds 'no picture library' PNG 'kurvo kurvo_tool' 'Left out: the tests.*libpng-dev' '!the client'
 builds 'no client' 'fmt PNG' 'kurvo records_test' 'the client.*libfmt-dev' \
   '!the tests' '!libcli11-dev'

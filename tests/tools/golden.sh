@@ -3,11 +3,16 @@
 # usage: golden.sh KURVO GOLDEN; with KURVO_WRITE_GOLDEN=1 the file is renewed and the change shown
 #
 # Commands follow "$ ", or "> " where they go on. All of a file run in one shell, in a directory of
-# their own with the samples in it. What a command says stands below it: standard output after two
+# their own with the samples in it. "# needs FILE" skips them all, with status 77, where it is not. What a command says stands below it: standard output after two
 # spaces ("\": it ends without a newline), standard error after "! ", the files it made, changed or
 # removed after "~ ", a status other than 0 in brackets. Comments (#) and empty lines stay. Numbers
 # with a fraction are rounded to seven digits: their last bits are the C library's.
 export LC_ALL=C
+needed=$(sed -n 's/^# needs //p' "$2")
+if [[ -n $needed && ! -e $needed ]]; then
+  echo "Skipped: there is no $needed (Debian package fonts-dejavu-core)"
+  exit 77
+fi
 program=$(realpath "$1")
 golden=$(realpath "$2")
 samples=$(realpath "$(dirname "$0")/../../samples")

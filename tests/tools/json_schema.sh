@@ -8,7 +8,8 @@ kurvo=$1 docs=$2 samples=$3 data=$4
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-for drawing in "$samples"/*.svg "$data"/*.svg "$data"/types.json; do
+echo "<svg data-y='up' data-em='9'><g transform='scale(1 -1)'><path transform='translate(5)' d='M0 0H1V1Z'/></g></svg>" > "$work/up.svg"
+for drawing in "$work/up.svg" "$samples"/*.svg "$data"/*.svg "$data"/types.json; do
   "$kurvo" draw "$drawing" -q -o "$work/${drawing##*/}.json" 2> /dev/null
   "$kurvo" offset "$drawing" -d 1 -q -o "$work/offset-${drawing##*/}.json" 2> /dev/null
 done

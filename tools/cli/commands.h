@@ -17,6 +17,7 @@ struct Command {
 // `stage` is where the command stands in a pipe.
 Command AddCleanCommand(CLI::App& app, Stage& stage);
 Command AddCombineCommand(CLI::App& app, Stage& stage);
+Command AddCutCommand(CLI::App& app, Stage& stage);
 Command AddDistanceCommand(CLI::App& app, Stage& stage);
 Command AddDrawCommand(CLI::App& app, Stage& stage);
 Command AddFitCommand(CLI::App& app, Stage& stage);

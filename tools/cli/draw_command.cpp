@@ -88,7 +88,8 @@ int Draw(const DrawOptions& options) {
 Command AddDrawCommand(CLI::App& app, Stage& stage) {
   const auto options = std::make_shared<DrawOptions>();
   CLI::App* draw = app.add_subcommand(
-      "draw", "Read the outlines of an SVG drawing, print a table of them and draw their curves");
+      "draw",
+      "Read the outlines of a drawing or a font, print a table of them and draw their curves");
   AddDrawing(*draw, options->input);
   AddReading(*draw, options->reading, stage);
   AddDeviations(*draw, *options);

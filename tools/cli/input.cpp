@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "dxf/reader.h"
 #include "report/text.h"
 #include "svg/input.h"
 #include "svg/sheet.h"
@@ -15,6 +16,8 @@ namespace {
 constexpr const char* kAssumed =
     "warning: has no physical size; a pixel is taken as 1/96 in, a unit without size as a pixel";
 
+constexpr std::size_t kLongestStart = 64;  // bytes, of spaces before the first sign
+
 void NoteAssumption(Drawing& drawing) {
   if (drawing.sheet.physical) return;
   if (std::find(drawing.notes.begin(), drawing.notes.end(), kAssumed) != drawing.notes.end())
@@ -22,12 +25,44 @@ void NoteAssumption(Drawing& drawing) {
   drawing.notes.push_back(kAssumed);
 }
 
+// Whether the content says so; the name counts where that does not.
+bool IsDxfFile(const std::string& path, std::string_view bytes) {
+  const std::string_view start = Trimmed(bytes.substr(0, kLongestStart));
+  const bool is_other = start.starts_with('<') || start.starts_with('{');
+  return IsDxf(bytes) || (path.ends_with(".dxf") && !is_other);
+}
+
+// At the scale of these units, or of its own where they are 0.
+Drawing ReadOne(Library& library, const std::string& path, const InputOptions& options,
+                double mm_per_unit) {
+  const ReadOptions how = {.strict = options.strict, .mm_per_unit = mm_per_unit};
+  const std::string bytes = ReadUnpacked(path);
+  if (IsFontFile(path, bytes)) {
+    FontOptions font = options.font;
+    if (options.em.number > 0 && options.em.mm == 0)
+      throw std::runtime_error("--em needs a unit of length, such as 20mm");
+    font.em_mm = options.em.number * options.em.mm;
+    return ReadFontFile(library, path, bytes, font, how);
+  }
+  Drawing drawing = IsDxfFile(path, bytes) ? ReadDxf(library, path, bytes, how)
+                                           : ReadDrawing(library, path, bytes, how);
+  if (!options.font.text.empty() || !options.font.glyphs.empty())
+    drawing.notes.push_back("note: is no font; --text and --glyphs are not looked at");
+  return drawing;
+}
+
 }  // namespace
 
 double LengthOption::In(Drawing& drawing) const {
-  if (mm == 0) return number;
-  if (mm != MillimetresOf("px")) NoteAssumption(drawing);
-  return number * mm / drawing.sheet.mm_per_unit;
+  if (mm != 0 && mm != MillimetresOf("px")) NoteAssumption(drawing);
+  return On(drawing.sheet);
+}
+
+double LengthOption::On(const Sheet& sheet) const {
+  if (em && sheet.units_per_em == 0)
+    throw std::runtime_error("a length in em, and the drawing is of no font");
+  if (em) return number * sheet.units_per_em;
+  return mm == 0 ? number : number * mm / sheet.mm_per_unit;
 }
 
 std::string OutOfRange(double low, double high) {
@@ -42,8 +77,9 @@ LengthOption ParseLengthOption(const std::string& name, const std::string& text,
     LengthOption length = {scanner.Number(), 0};
     scanner.SkipSpace();
     const std::string_view unit = scanner.Word();
+    length.em = unit == "em";
     if (!unit.empty()) length.mm = MillimetresOf(unit).value_or(0);
-    if (scanner.AtEnd() && (unit.empty() || length.mm > 0)) {
+    if (scanner.AtEnd() && (unit.empty() || length.em || length.mm > 0)) {
       if (length.number >= low && length.number <= high) return length;
       throw CLI::ValidationError(name, OutOfRange(low, high));
     }
@@ -65,15 +101,15 @@ Drawing ReadInput(Library& library, const std::string& path, const InputOptions&
     return given;
   }
   const double mm = options.unit.empty() ? 0 : *MillimetresOf(options.unit);
-  Drawing drawing = ReadDrawing(library, path, {.strict = options.strict, .mm_per_unit = mm});
+  Drawing drawing = ReadOne(library, path, options, mm);
   if (mm > 0 && options.unit != "px") NoteAssumption(drawing);
   return drawing;
 }
 
 Drawing ReadBeside(Library& library, const std::string& path, const InputOptions& options,
                    Drawing& first) {
-  Drawing second = ReadDrawing(library, path,
-                               {.strict = options.strict, .mm_per_unit = first.sheet.mm_per_unit});
+  Drawing second = ReadOne(library, path, options, first.sheet.mm_per_unit);
+  if (first.sheet.y_up != second.sheet.y_up) TurnOver(library, second);
   if (first.sheet.physical != second.sheet.physical) {
     NoteAssumption(first);
     NoteAssumption(second);

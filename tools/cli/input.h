@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "font/font_file.h"
 #include "geometry/drawing.h"
-#include "svg/reader.h"
 
 namespace kurvo::tools {
 
@@ -18,19 +18,24 @@ struct Stage {
   std::optional<Drawing> made;  // for the next command
 };
 
+// A length that was given with or without a unit.
+struct LengthOption {
+  double number = 0;
+  double mm = 0;    // millimetres of its unit; 0: it is in units of the drawing
+  bool em = false;  // or in those of a font
+
+  // In units of the drawing. Notes with the drawing when its size had to be assumed for that.
+  double In(Drawing& drawing) const;
+  // The same without a note.
+  double On(const Sheet& sheet) const;
+};
+
 struct InputOptions {
   Stage* stage = nullptr;
   bool strict = false;  // whether an element that cannot be read ends all
   std::string unit;     // that drawings are taken in; empty for their own
-};
-
-// A length that was given with or without a unit.
-struct LengthOption {
-  double number = 0;
-  double mm = 0;  // millimetres of its unit; 0: it is in units of the drawing
-
-  // In units of the drawing. Notes with the drawing when its size had to be assumed for that.
-  double In(Drawing& drawing) const;
+  FontOptions font;
+  LengthOption em;  // the size of it; 0: none
 };
 
 // "12", "1.5mm" or "2 in" with a number from `low` to `high`. Throws CLI::ValidationError, which

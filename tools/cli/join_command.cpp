@@ -22,7 +22,6 @@ int RunJoin(const JoinOptions& options) {
   Library library;
   Drawing drawing = ReadInput(library, options.input, options.reading);
   const JoinedCurves joined = JoinCurves(library, drawing, options.gap.In(drawing));
-  const double extent = Extent(library, {&drawing});
   return Deliver(
       library, options.reading, options.output, {{options.input, &drawing}},
       {.drawing =
@@ -31,7 +30,7 @@ int RunJoin(const JoinOptions& options) {
            },
        .picture =
            [&] {
-             return SplitPicture(library, {&joined.chains, 1}, extent, options.output.size);
+             return SplitPicture(library, drawing, {&joined.chains, 1}, options.output.size);
            },
        .table = [&] { return JoinTable(library, joined); },
        .json = [&] { return JoinJson(library, OneLine(options.input), joined); }});

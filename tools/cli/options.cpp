@@ -21,6 +21,8 @@ constexpr double kLargestSize = 32768;
 constexpr double kLeastDeviation = 1e-6;
 constexpr double kGreatestDeviation = 1e9;
 constexpr double kWidestGap = 1e9;
+constexpr double kLeastEm = 1e-3;
+constexpr double kGreatestEm = 1e6;
 
 constexpr double kGreatestMiterLimit = 1e6;  // of the distance
 
@@ -52,12 +54,14 @@ Point ParsePoint(const std::string& name, const std::string& text) {
 }
 
 void AddDrawing(CLI::App& command, std::string& input) {
-  command.add_option("input", input, "The SVG drawing to read")->required()->type_name("FILE");
+  command.add_option("input", input, "The drawing to read, SVG, DXF or JSON, or a font")
+      ->required()
+      ->type_name("FILE");
 }
 
 void AddDrawings(CLI::App& command, std::string& first, std::string& second,
                  const std::string& about_second, bool needs_second) {
-  command.add_option("first", first, "An SVG drawing")->required()->type_name("FILE");
+  command.add_option("first", first, "A drawing: SVG, DXF or JSON")->required()->type_name("FILE");
   command.add_option("second", second, about_second)->required(needs_second)->type_name("FILE");
 }
 
@@ -75,6 +79,20 @@ void AddReading(CLI::App& command, InputOptions& options, Stage& stage) {
   command.add_flag("--strict", options.strict,
                    "Refuse a drawing with an element that cannot be read, instead of leaving it "
                    "out");
+  constexpr const char* kGroup = "Fonts";
+  CLI::Option* text =
+      command.add_option("--text", options.font.text, "Lay out this text in a font")
+          ->type_name("TEXT")
+          ->group(kGroup);
+  command
+      .add_option("--glyphs", options.font.glyphs,
+                  "Take these glyphs of a font: letters, names, uni0041, numbers #36, or all")
+      ->type_name("G1,G2,...")
+      ->excludes(text)
+      ->group(kGroup);
+  AddLength(command, "--em", options.em, kLeastEm, kGreatestEm,
+            "The size of an em; without it that of as many pixels as the font has units in one")
+      ->group(kGroup);
 }
 
 CLI::Option* AddLength(CLI::App& command, const std::string& name, LengthOption& length, double low,
@@ -152,21 +170,28 @@ void AddOutputs(CLI::App& command, OutputOptions& options, const char* drawing,
   if (drawing != nullptr) {
     add_file("-o,--output", options.drawing, drawing);
     command
-        .add_option("--format", options.format,
-                    "Write it as svg, svgz or json; what the name of the file ends with unless "
-                    "given, or else svg")
+        .add_option(
+            "--format", options.format,
+            "Write it as svg, svgz, json or dxf; what the name of the file ends with unless "
+            "given, or else svg")
         ->check(CLI::Validator(
             [](const std::string& text) {
               const bool is_known =
                   std::find(std::begin(kFormats), std::end(kFormats), text) != std::end(kFormats);
-              return is_known ? "" : "not one of svg, svgz and json";
+              return is_known ? "" : "not one of svg, svgz, json and dxf";
             },
             ""))
         ->type_name("FORMAT")
         ->group(kGroup);
+    command
+        .add_flag("--r12", options.r12, "Write DXF of version R12, with arcs in place of splines")
+        ->group(kGroup);
     AddLength(command, "--deviation", options.deviation, kLeastDeviation, kGreatestDeviation,
               "How far curves that the drawing has no form for may be off; a ten thousandth of "
               "their size unless given")
+        ->group(kGroup);
+    AddLength(command, "--grid", options.grid, kLeastDeviation, kGreatestDeviation,
+              "Round its points to multiples of this, and say how far they were moved")
         ->group(kGroup);
   }
   if (picture != nullptr) {

@@ -5,9 +5,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 
 #include "cli/whole_file.h"
+#include "dxf/writer.h"
+#include "geometry/grid.h"
 #include "report/csv.h"
 #include "report/text.h"
 #include "svg/curve_file.h"
@@ -22,6 +25,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kMostFaults = 20;  // that are named
+
+constexpr const char* kAssumed =
+    ": warning: the drawing has no physical size; a pixel is taken as 1/96 in\n";
 
 void RefuseSource(const std::vector<Source>& sources, std::vector<std::string> files,
                   const std::string& output) {
@@ -58,38 +64,66 @@ bool HasFaults(const std::vector<Source>& sources) {
 std::string UnitOf(const InputOptions& input, const std::vector<Source>& sources) {
   if (!input.unit.empty()) return input.unit;
   const Drawing* drawing = sources.front().drawing;
-  if (drawing == nullptr || !drawing->sheet.physical) return {};
+  if (drawing == nullptr) return {};
+  const double em = drawing->sheet.units_per_em;
+  if (em > 0 && !drawing->sheet.physical) return "1/" + ShortNumber(em) + " em";
+  if (!drawing->sheet.physical) return {};
   const double mm = drawing->sheet.mm_per_unit;
   const std::string_view name = UnitName(mm);
   return name.empty() ? ShortNumber(mm) + " mm" : std::string(name);
 }
 
-std::string ReportText(const std::string& unit, const OutputOptions& options,
-                       const Products& products) {
+std::string GridText(const GridReport& grid) {
+  std::string text = "grid " + ShortNumber(grid.size) + ": ";
+  text +=
+      grid.moved > 0 ? "points moved by " + ShortNumber(grid.moved) + " at most" : "no point moved";
+  if (grid.vanished > 0) text += ", " + CountText(grid.vanished, "outline") + " vanished";
+  return text + "\n";
+}
+
+std::string ReportText(const std::string& unit, const std::optional<GridReport>& grid,
+                       const OutputOptions& options, const Products& products) {
   if (options.quiet) return {};
-  if (!options.json && !options.csv)
-    return products.table() + (unit.empty() ? "" : "unit: " + unit + "\n");
+  if (!options.json && !options.csv) {
+    return products.table() + (grid ? GridText(*grid) : "") +
+           (unit.empty() ? "" : "unit: " + unit + "\n");
+  }
   std::string json = products.json();
   if (options.csv) return CsvText(Json::parse(json));
   constexpr std::string_view kBegin = "{\n";
+  if (grid) {
+    const Json rounding = {
+        {"size", grid->size}, {"moved", grid->moved}, {"vanished", grid->vanished}};
+    json.insert(kBegin.size(), fmt::format("  \"grid\": {},\n", JsonText(rounding)));
+  }
   if (!unit.empty()) json.insert(kBegin.size(), fmt::format("  \"unit\": \"{}\",\n", unit));
   return json;
 }
 
 PathAccuracy AccuracyOf(const LengthOption& deviation, const Result& result) {
   PathAccuracy accuracy = {.share = kDrawingDeviation};
-  if (deviation.number > 0) {
-    const double mm_per_unit = result.source.sheet.mm_per_unit;
-    accuracy.length = deviation.number * (deviation.mm > 0 ? deviation.mm / mm_per_unit : 1);
-  }
+  if (deviation.number > 0) accuracy.length = deviation.On(result.source.sheet);
   return accuracy;
+}
+
+GridOptions GridOf(const OutputOptions& options, const Sheet& sheet) {
+  return {.size = options.grid.On(sheet),
+          .share = kDrawingDeviation,
+          .deviation = options.deviation.On(sheet)};
 }
 
 std::string DrawingIn(Library& library, const OutputOptions& options, const Result& result) {
   const std::string end = options.format.empty() ? fs::path(options.drawing).extension().string()
                                                  : "." + options.format;
+  if (options.r12 && end != ".dxf") throw std::runtime_error("--r12 is about DXF files");
   if (end == ".json") return CurveFileText(library, result);
-  const std::string text = DrawingText(library, result, AccuracyOf(options.deviation, result));
+  const PathAccuracy accuracy = AccuracyOf(options.deviation, result);
+  if (end == ".dxf") {
+    if (!result.source.sheet.physical)
+      std::cerr << "kurvo: " << OneLine(options.drawing) << kAssumed;
+    return DxfText(library, result, options.r12 ? DxfVersion::kR12 : DxfVersion::kR2000, accuracy);
+  }
+  const std::string text = DrawingText(library, result, accuracy);
   return end == ".svgz" ? Packed(text) : text;
 }
 
@@ -116,8 +150,15 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
   }
   const bool is_report =
       stage.is_last && options.drawing != kStandardStream && options.picture != kStandardStream;
+  std::optional<Drawing> on_grid;
+  std::optional<GridReport> grid;
+  if (options.grid.number > 0) {
+    on_grid = DrawingOf(library, products.drawing());
+    grid = RoundToGrid(library, GridOf(options, on_grid->sheet), *on_grid);
+  }
+  const auto result = [&] { return on_grid ? ResultOf(*on_grid) : products.drawing(); };
   std::string report, picture, drawing;
-  if (is_report) report = ReportText(UnitOf(input, sources), options, products);
+  if (is_report) report = ReportText(UnitOf(input, sources), grid, options, products);
   if (!options.picture.empty()) {
     RefuseSource(sources, stage.files, options.picture);
     picture = products.picture();
@@ -127,13 +168,13 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
       throw std::runtime_error(OneLine(options.drawing) + ": cannot be drawing and picture");
     }
     RefuseSource(sources, stage.files, options.drawing);
-    drawing = DrawingIn(library, options, products.drawing());
+    drawing = products.text ? products.text() : DrawingIn(library, options, result());
   }
   Write(options.picture, picture);
   Write(options.drawing, drawing);
   Note(sources);
   for (const Source& source : sources) stage.files.push_back(source.path);
-  if (!stage.is_last) stage.made = DrawingOf(library, products.drawing());
+  if (!stage.is_last) stage.made = DrawingOf(library, result());
   Print(report);
   return HasFaults(sources) ? kLeftOut : kSuccess;
 }

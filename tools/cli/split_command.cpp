@@ -6,6 +6,7 @@
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/progress.h"
+#include "geometry/extrema.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
 
@@ -19,7 +20,11 @@ struct SplitOptions {
   InputOptions reading;
   OutputOptions output;
   std::vector<double> at;
-  std::size_t parts = 0;  // 0: cut at the parameters
+  std::size_t parts = 0;
+  CutPlaces cut;
+
+  // Outlines stay whole then, with more curves.
+  bool KeepsOutlines() const { return cut.extrema || cut.inflections; }
 };
 
 // Each greater than the one before it, all in [0, 1].
@@ -51,23 +56,33 @@ std::vector<double> ParseParameters(const std::string& text) {
       kOption, "expected t1,t2,... ascending from 0 to 1, found '" + Excerpt(text) + "'");
 }
 
+Drawing CutPieces(Library& library, const Drawing& drawing, const SplitOptions& options) {
+  Progress progress(STDERR_FILENO, "cut", CurveCount(drawing));
+  return Cut(library, drawing, options.cut, [&] { progress.Step(); });
+}
+
 std::vector<SplitOutline> Split(Library& library, const Drawing& drawing,
                                 const SplitOptions& options) {
   Progress progress(STDERR_FILENO, "split", CurveCount(drawing));
   const auto step = [&] { progress.Step(); };
   if (options.parts > 0) return SplitIntoParts(library, drawing, options.parts, step);
-  return SplitAt(library, drawing, options.at, step);
+  return SplitAt(library, drawing, options.at, step);  // at none after Cut
 }
 
 int RunSplit(const SplitOptions& options) {
   Library library;
-  const Drawing drawing = ReadInput(library, options.input, options.reading);
+  const Drawing drawing = [&] {
+    Drawing whole = ReadInput(library, options.input, options.reading);
+    return options.KeepsOutlines() ? CutPieces(library, whole, options) : std::move(whole);
+  }();
   const std::vector<SplitOutline> outlines = Split(library, drawing, options);
-  const double extent = Extent(library, {&drawing});
   return Deliver(
       library, options.reading, options.output, {{options.input, &drawing}},
-      {.drawing = [&] { return ResultOf(drawing, outlines); },
-       .picture = [&] { return SplitPicture(library, outlines, extent, options.output.size); },
+      {.drawing =
+           [&] {
+             return options.KeepsOutlines() ? ResultOf(drawing) : ResultOf(drawing, outlines);
+           },
+       .picture = [&] { return SplitPicture(library, drawing, outlines, options.output.size); },
        .table = [&] { return SplitTable(library, outlines); },
        .json = [&] { return SplitJson(library, OneLine(options.input), outlines); }});
 }
@@ -79,14 +94,25 @@ Command AddSplitCommand(CLI::App& app, Stage& stage) {
   CLI::App* split = app.add_subcommand("split", "Cut the outlines of a drawing into pieces");
   AddDrawing(*split, options->input);
   CLI::Option_group* how = split->add_option_group("How");
-  how->add_option_function<std::string>(
-         "--at", [options](const std::string& text) { options->at = ParseParameters(text); },
-         "Cut every curve at these parameters, which ascend from 0 to 1")
-      ->type_name("T1,T2,...");
-  how->add_option("--parts", options->parts, "Cut every outline into N pieces of equal arc length")
-      ->check(Between(1, kMostParts))
-      ->type_name("N");
-  how->require_option(1);
+  CLI::Option* at =
+      how->add_option_function<std::string>(
+             "--at", [options](const std::string& text) { options->at = ParseParameters(text); },
+             "Cut every curve at these parameters, which ascend from 0 to 1")
+          ->type_name("T1,T2,...");
+  at->excludes(how->add_option("--parts", options->parts,
+                               "Cut every outline into N pieces of equal arc length")
+                   ->check(Between(1, kMostParts))
+                   ->type_name("N"));
+  CLI::Option* extrema =
+      how->add_flag("--extrema", options->cut.extrema,
+                    "Cut every curve where it is farthest in x or in y; outlines stay whole");
+  CLI::Option* inflections =
+      how->add_flag("--inflections", options->cut.inflections,
+                    "Cut every curve where its bend changes sides; outlines stay whole");
+  for (CLI::Option* whole : {extrema, inflections}) {
+    for (const char* other : {"--at", "--parts"}) whole->excludes(how->get_option(other));
+  }
+  how->require_option(1, 2);
   AddReading(*split, options->reading, stage);
   AddOutputs(*split, options->output,
              "Write the pieces to this SVG file, those of an element as the parts of one path",
@@ -94,7 +120,8 @@ Command AddSplitCommand(CLI::App& app, Stage& stage) {
   split->footer(
       "The pieces are lines, arcs and curves as before, in the order of the drawing. t runs from 0 "
       "to 1\nalong a curve. A piece of an outline goes through as many curves as its length "
-      "takes.");
+      "takes. With --extrema and --inflections\neach curve is a piece, and the drawing has the "
+      "outlines as they were, with more curves.");
   return {split, [options] { return RunSplit(*options); }};
 }
 

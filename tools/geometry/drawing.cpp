@@ -11,31 +11,12 @@ bool EndMeetsStart(Library& library, const Outline& outline) {
                  EndOf(library, outline.curves.back()));
 }
 
-// The drawing with other curves along its outlines: remake(chain). Outlines that keep none, which
-// are points, are left out.
-template <class Remake>
-Drawing Remade(const Drawing& drawing, const Remake& remake) {
-  Drawing remade;
-  remade.faults = drawing.faults;
-  remade.notes = drawing.notes;
-  remade.groups = drawing.groups;
-  remade.sheet = drawing.sheet;
-  for (const Shape& shape : drawing.shapes) {
-    Shape& copy = remade.shapes.emplace_back(
-        Shape{shape.label, shape.even_odd, {}, shape.id, shape.group, shape.paint});
-    for (const Outline& outline : shape.outlines) {
-      std::vector<OwnedCurve> curves = remake(Chain(outline.curves));
-      if (!curves.empty()) copy.outlines.push_back({std::move(curves), outline.closed});
-    }
-  }
-  return remade;
-}
-
 }  // namespace
 
 Sheet Sheet::Scaled(double factor) const {
   Sheet scaled = *this;
   scaled.mm_per_unit /= factor;
+  scaled.units_per_em *= factor;
   if (!view.IsEmpty()) {
     scaled.view = {factor * view.min_x, factor * view.min_y, factor * view.max_x,
                    factor * view.max_y};
@@ -43,13 +24,26 @@ Sheet Sheet::Scaled(double factor) const {
   return scaled;
 }
 
+void TurnOver(Library& library, Drawing& drawing) {
+  drawing.sheet.y_up = !drawing.sheet.y_up;
+  if (!drawing.sheet.view.IsEmpty()) drawing.sheet.view = drawing.sheet.view.TurnedOver();
+  for (Shape& shape : drawing.shapes) {
+    shape.origin.y = -shape.origin.y;
+    for (Outline& outline : shape.outlines) {
+      for (OwnedCurve& curve : outline.curves) curve.TurnOver(library);
+    }
+  }
+}
+
 Drawing Flattened(Library& library, const Drawing& drawing, double deviation) {
-  return Remade(drawing, [&](const Chain& chain) { return Flattened(library, chain, deviation); });
+  return Remade(drawing, [&](const Outline& outline) {
+    return Flattened(library, Chain(outline.curves), deviation);
+  });
 }
 
 Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation) {
-  return Remade(drawing, [&](const Chain& chain) {
-    return Fitted(library, chain, KURVO_FIT_ARCS, deviation);
+  return Remade(drawing, [&](const Outline& outline) {
+    return Fitted(library, Chain(outline.curves), KURVO_FIT_ARCS, deviation);
   });
 }
 

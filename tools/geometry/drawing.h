@@ -32,6 +32,7 @@ struct Shape {
   std::string id = {};    // of the element; empty when it has none
   std::size_t group = 0;  // that it stands in, into Drawing::groups
   Paint paint = {};
+  Point origin = {};  // of coordinates of its own, such as those of a glyph in a line of text
 };
 
 // The name of one outline of the shape: its label, and ".2" for the second of several.
@@ -58,6 +59,8 @@ struct Sheet {
   std::string fit;        // what becomes of other proportions: its preserveAspectRatio
   bool physical = false;  // whether the size is given in a unit of length, not in pixels
   double mm_per_unit = kMillimetresPerInch / kPixelsPerInch;  // assumed, unless physical
+  bool y_up = false;        // whether y points up, as in fonts; down otherwise, as in SVG
+  double units_per_em = 0;  // of a font; 0: it is none
 
   // The same sheet in units `factor` times as small.
   Sheet Scaled(double factor) const;
@@ -97,6 +100,26 @@ void ForEachCurve(const Drawing& drawing, const Step& step) {
   }
 }
 
+// The drawing with other curves along its outlines: remake(outline). Outlines that keep none, which
+// are points, are left out.
+template <class Remake>
+Drawing Remade(const Drawing& drawing, const Remake& remake) {
+  Drawing remade;
+  remade.faults = drawing.faults;
+  remade.notes = drawing.notes;
+  remade.groups = drawing.groups;
+  remade.sheet = drawing.sheet;
+  for (const Shape& shape : drawing.shapes) {
+    Shape& copy = remade.shapes.emplace_back(
+        Shape{shape.label, shape.even_odd, {}, shape.id, shape.group, shape.paint, shape.origin});
+    for (const Outline& outline : shape.outlines) {
+      std::vector<OwnedCurve> curves = remake(outline);
+      if (!curves.empty()) copy.outlines.push_back({std::move(curves), outline.closed});
+    }
+  }
+  return remade;
+}
+
 // Called for a curve of a drawing when a long run is done with it.
 using CurveDone = std::function<void()>;
 
@@ -106,6 +129,9 @@ std::size_t CurveCount(const Drawing& drawing);
 // outlines.
 Drawing Flattened(Library& library, const Drawing& drawing, double deviation);
 Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation);
+
+// Turns the drawing over, so that y points the other way.
+void TurnOver(Library& library, Drawing& drawing);
 
 // The box around all curves.
 Bounds BoundsOf(Library& library, const Drawing& drawing);

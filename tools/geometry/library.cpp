@@ -178,6 +178,18 @@ std::vector<OwnedCurve> OwnedCurve::Offset(Library& library, const OwnedCurve& s
   return TakeAll(library, sequence);
 }
 
+void OwnedCurve::Move(Library& library, Point by) {
+  const Coord delta = {by.x, by.y, 0};
+  KurvocvMove(&curve_, delta, library.State());
+  library.Check();
+}
+
+void OwnedCurve::TurnOver(Library& library) {
+  const Coord origin = {}, y_axis = {0, 1, 0};
+  KurvocvMirror(&curve_, origin, y_axis, library.State());
+  library.Check();
+}
+
 std::vector<OwnedCurve> OwnedCurve::TakeAll(Library& library, Cvseq& sequence) {
   std::vector<OwnedCurve> curves(static_cast<std::size_t>(sequence.count));
   for (std::size_t i = 0; i < curves.size(); ++i) std::swap(curves[i].curve_, sequence.curves[i]);

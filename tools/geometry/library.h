@@ -85,6 +85,10 @@ class OwnedCurve {
   static std::vector<OwnedCurve> Offset(Library& library, const OwnedCurve& source, double distance,
                                         double tolerance);
 
+  // Moves it, or mirrors it in the x axis. Both throw LibraryError.
+  void Move(Library& library, Point by);
+  void TurnOver(Library& library);
+
   // All curves of a sequence, which is then freed. Throws LibraryError when an error is pending.
   static std::vector<OwnedCurve> TakeAll(Library& library, Cvseq& sequence);
 

@@ -22,10 +22,11 @@ std::vector<SplitOutline> SplitEach(const Drawing& drawing, const Split& split) 
 }
 
 // Fills in the pieces of the offset.
-void OffsetOutline(Library& library, double tolerance, const CurveDone& done,
+void OffsetOutline(Library& library, double tolerance, bool y_up, const CurveDone& done,
                    OutlineOffset& offset) {
+  const double left = y_up ? -offset.distance : offset.distance;
   for (const OwnedCurve& curve : offset.source->curves) {
-    std::vector<OwnedCurve> pieces = OwnedCurve::Offset(library, curve, offset.distance, tolerance);
+    std::vector<OwnedCurve> pieces = OwnedCurve::Offset(library, curve, left, tolerance);
     offset.pieces.insert(offset.pieces.end(), std::make_move_iterator(pieces.begin()),
                          std::make_move_iterator(pieces.end()));
     done();
@@ -100,7 +101,7 @@ std::vector<OutlineOffset> OffsetOutlines(const Drawing& drawing,
                  });
   ParallelFor(offsets.size(), [&](std::size_t i, Library& library) {
     const double usual = kOffsetTolerance * std::fabs(offsets[i].distance);
-    OffsetOutline(library, tolerance.value_or(usual), done, offsets[i]);
+    OffsetOutline(library, tolerance.value_or(usual), drawing.sheet.y_up, done, offsets[i]);
   });
   return offsets;
 }

@@ -59,7 +59,7 @@ struct OutlineOffset {
 inline constexpr double kOffsetTolerance = 1e-3;
 
 // Every outline at every distance, in drawing order; positive distances go to the left of travel as
-// seen in the drawing, whose y points down. `done` is called for each curve at each
+// seen in the drawing. `done` is called for each curve at each
 // distance, from several threads. Curves are offset one by one: nothing is put in or cut off at
 // corners.
 std::vector<OutlineOffset> OffsetOutlines(const Drawing& drawing,

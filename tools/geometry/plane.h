@@ -37,6 +37,8 @@ struct Bounds {
   bool Contains(Point p) const {
     return min_x <= p.x && p.x <= max_x && min_y <= p.y && p.y <= max_y;
   }
+  // Where y points the other way.
+  Bounds TurnedOver() const { return {min_x, -max_y, max_x, -min_y}; }
   void Add(Point p);
   void Add(const Bounds& other);
   void Grow(double margin);

@@ -287,6 +287,8 @@ Regions Stroked(const Drawing& drawing, double left, double right, const PenOpti
   KurvoOptions pen_options = WithTolerance(pen, std::max(left, right), size);
   pen_options.dash_count = static_cast<std::int32_t>(pen.dashes.size());
   pen_options.dashes = pen.dashes.data();
+  // The library's y points up.
+  const std::pair sides = drawing.sheet.y_up ? std::pair(left, right) : std::pair(right, left);
   return OnAllCores(drawing.shapes.size(), [&](std::size_t i, Library& own, Regions& part) {
     Operand outlines(KURVO_FILL_NONZERO), made(KURVO_FILL_NONZERO);
     for (const Outline& outline : drawing.shapes[i].outlines) outlines.Add(outline.curves, i);
@@ -295,8 +297,8 @@ Regions Stroked(const Drawing& drawing, double left, double right, const PenOpti
     Run(
         own, pen_options, {&outlines}, static_cast<double>(outlines.CurveCount()), done,
         [&](const KurvoOptions& options, KurvoRegion* out, KurvoReport* report, GlobalVar* g) {
-          // The library's y points up.
-          KurvoChainStroke(chains.loops, chains.count, right, left, &options, out, report, g);
+          KurvoChainStroke(chains.loops, chains.count, sides.first, sides.second, &options, out,
+                           report, g);
         },
         made, part.report);
     TakeLoops(own, drawing, 0, made, part);

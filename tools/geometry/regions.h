@@ -71,8 +71,7 @@ inline constexpr double kPartOfDrawing = 1e-5;
 Regions Offset(const Drawing& drawing, const std::vector<double>& distances, Nesting nesting,
                const Closing& closing, const PenOptions& pen, const CurveDone& done);
 
-// What a pen covers along the outlines of each element; the left of travel as seen in the drawing,
-// whose y points down.
+// What a pen covers along the outlines of each element; the left of travel as seen in the drawing.
 Regions Stroked(const Drawing& drawing, double left, double right, const PenOptions& pen,
                 const CurveDone& done);
 

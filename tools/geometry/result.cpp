@@ -63,6 +63,7 @@ Drawing DrawingOf(Library& library, const Result& result) {
       shape.label = source.label;
       shape.id = source.id;
       shape.group = source.group;
+      shape.origin = source.origin;
       shape.even_odd = source.even_odd;
     }
     for (const ResultChain& chain : chains) {

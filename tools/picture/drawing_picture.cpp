@@ -98,7 +98,8 @@ class DrawingPictureWriter {
                  .size = size,
                  .stroke_width = width_,
                  .legend = has_legend ? Entries() : std::vector<LegendEntry>(),
-                 .paper = !options_.curves_only});
+                 .paper = !options_.curves_only,
+                 .y_up = drawing_.sheet.y_up});
     if (options_.curves_only) {
       WriteShapes(options_.fill ? "fill=\"#000\"" : out.Stroke("#000", width_), out);
     } else {

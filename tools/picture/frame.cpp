@@ -45,12 +45,14 @@ double PixelSize(const Bounds& shown, double size) {
 }
 
 Picture::Picture(PictureFrame frame)
-    : SvgWriter(frame.extent), pixel_(PixelSize(frame.shown, frame.size)) {
+    : SvgWriter(frame.extent), pixel_(PixelSize(frame.shown, frame.size)), y_up_(frame.y_up) {
   Bounds view = frame.shown.IsEmpty() ? kNothing : frame.shown;
+  if (y_up_) view = view.TurnedOver();
   view.Grow(std::max(kMargin * view.LongerSide(), 2 * frame.stroke_width));
   if (!frame.legend.empty()) PlaceLegend(std::move(frame.legend), view);
   Open(view, frame.size);
   if (frame.paper) Path(Rectangle(view), "fill=\"#fff\"");
+  if (y_up_) OpenGroup("transform=\"scale(1 -1)\"");
 }
 
 // From left to right, in as many rows as the width takes, below a view that is wide enough.
@@ -75,6 +77,7 @@ void Picture::PlaceLegend(std::vector<LegendEntry> entries, Bounds& view) {
 }
 
 std::string Picture::Finish() {
+  if (y_up_) CloseGroup();
   if (!legend_.empty()) WriteLegend();
   Close();
   return Take();

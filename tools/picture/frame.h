@@ -55,6 +55,7 @@ struct PictureFrame {
   double stroke_width;  // of the curves, in units of the drawing
   std::vector<LegendEntry> legend = {};
   bool paper = true;  // white behind all
+  bool y_up = false;  // of the drawing
 };
 
 // A picture that is begun; what is drawn on it is in the coordinates of the drawing.
@@ -82,6 +83,7 @@ class Picture : public SvgWriter {
   void WriteMark(const LegendEntry& entry, Point left);
 
   double pixel_;
+  bool y_up_;
   std::vector<Placed> legend_;
   Point legend_corner_;
 };

@@ -82,7 +82,8 @@ std::string LocatePicture(Library& library, const Drawing& drawing, const Locate
                .shown = shown,
                .size = size,
                .stroke_width = kLocatedWidth * PixelSize(shown, size),
-               .legend = legend});
+               .legend = legend,
+               .y_up = drawing.sheet.y_up});
   out.Path(curves.data, out.PixelStroke(kPointColour, kLocatedWidth));
   WritePoints(report.grid, kGridRadius, out);
   WritePoints(report.points, kCrossingRadius, out);
@@ -108,14 +109,15 @@ std::string OffsetPicture(Library& library, const Drawing& drawing,
        .shown = shown,
        .size = size,
        .stroke_width = kCurveWidth * PixelSize(shown, size),
-       .legend = {{Mark::kCurve, source_colour, name}, {Mark::kCurve, offset_colour, pieces}}});
+       .legend = {{Mark::kCurve, source_colour, name}, {Mark::kCurve, offset_colour, pieces}},
+       .y_up = drawing.sheet.y_up});
   out.Path(sources.data, out.PixelStroke(source_colour, kCurveWidth));
   out.Path(moved.data, out.PixelStroke(offset_colour, kOffsetWidth));
   return out.Finish();
 }
 
-std::string SplitPicture(Library& library, std::span<const SplitOutline> outlines, double extent,
-                         double size) {
+std::string SplitPicture(Library& library, const Drawing& drawing,
+                         std::span<const SplitOutline> outlines, double size) {
   Bounds shown;
   for (const SplitOutline& outline : outlines) {
     for (const Piece& piece : outline.pieces) {
@@ -123,8 +125,12 @@ std::string SplitPicture(Library& library, std::span<const SplitOutline> outline
     }
   }
   const double width = kPieceWidth * PixelSize(shown, size);
-  Picture out(
-      {.extent = extent, .shown = shown, .size = size, .stroke_width = width, .paper = false});
+  Picture out({.extent = Extent(library, {&drawing}),
+               .shown = shown,
+               .size = size,
+               .stroke_width = width,
+               .paper = false,
+               .y_up = drawing.sheet.y_up});
   out.OpenGroup("fill=\"none\" " + out.Attribute("stroke-width", width));
   for (const SplitOutline& outline : outlines) {
     for (std::size_t i = 0; i < outline.pieces.size(); ++i) {

@@ -18,7 +18,7 @@ constexpr double kShortestWidth = 3;
 class PairPicture {
  public:
   PairPicture(Library& library, const std::vector<const Drawing*>& drawings)
-      : extent_(Extent(library, drawings)) {
+      : extent_(Extent(library, drawings)), y_up_(drawings.front()->sheet.y_up) {
     for (const Drawing* drawing : drawings) {
       curves_.emplace_back().Add(library, *drawing);
       shown_.Add(curves_.back().box);
@@ -30,7 +30,8 @@ class PairPicture {
                     .shown = shown_,
                     .size = size,
                     .stroke_width = kCurveWidth * PixelSize(shown_, size),
-                    .legend = std::move(legend)});
+                    .legend = std::move(legend),
+                    .y_up = y_up_});
   }
   void WriteCurves(Picture& out) const {
     for (std::size_t i = 0; i < curves_.size(); ++i)
@@ -39,6 +40,7 @@ class PairPicture {
 
  private:
   const double extent_;
+  const bool y_up_;
   std::vector<DrawnCurves> curves_;  // by drawing
   Bounds shown_;
 };

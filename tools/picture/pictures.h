@@ -49,10 +49,15 @@ std::string OffsetPicture(Library& library, const Drawing& drawing,
 // The regions below the drawings that they are made of, each of these in a colour of its own.
 std::string RegionPicture(Library& library, const RegionReport& report, double size);
 
+// What is cut over the drawing, with lead-ins and the ways between, numbered in the order of
+// cutting.
+std::string CutPicture(Library& library, const Drawing& drawing, const CutReport& report,
+                       double size);
+
 // One path for each piece and nothing else, so that it can be read as a drawing of the pieces;
-// neighbours have different colours. `extent` is that of the drawing they come from.
-std::string SplitPicture(Library& library, std::span<const SplitOutline> outlines, double extent,
-                         double size);
+// neighbours have different colours. `drawing` is the one that they come from.
+std::string SplitPicture(Library& library, const Drawing& drawing,
+                         std::span<const SplitOutline> outlines, double size);
 
 // A spline with a ring around each point that it passes through; `control` shows its control
 // polygon too.

@@ -50,7 +50,8 @@ std::string RegionPicture(Library& library, const RegionReport& report, double s
                .shown = shown,
                .size = size,
                .stroke_width = kLoopWidth * PixelSize(shown, size),
-               .legend = legend});
+               .legend = legend,
+               .y_up = report.drawing.sheet.y_up});
   out.Path(inside, kInside);
   out.Path(loops, out.PixelStroke(kLoopColour, kLoopWidth));
   for (std::size_t i = 0; i < std::size(sources); ++i)

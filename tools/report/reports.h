@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "cut/plan.h"
 #include "geometry/crossings.h"
 #include "geometry/drawing.h"
 #include "geometry/links.h"
@@ -103,6 +104,16 @@ std::string SplitJson(Library& library, const std::string& name,
 // One line for each chain, then how many there are and what was done to join them.
 std::string JoinTable(Library& library, const JoinedCurves& joined);
 std::string JoinJson(Library& library, const std::string& name, const JoinedCurves& joined);
+
+struct CutReport {
+  std::string name;  // of the file
+  const CutPlan& plan;
+  double feed, rapid;  // mm a minute, of cuts and of the ways between
+};
+
+// What is cut, how long it is, how long the way between is and how much time both take.
+std::string CutTable(const CutReport& report);
+std::string CutJson(const CutReport& report);
 
 // A spline through points: a line about it, or its knots and control points.
 std::string FitText(Library& library, const OwnedCurve& spline);

@@ -75,7 +75,7 @@ class CurveReader {
     }
     OwnedCurve curve = ReadOne(type, value);
     if (curve.Type() == CV_ARC) CheckArc(curve.Block<KurvoArc>());
-    CheckRecord(curve);
+    CheckRecord(library_, curve);
     curves.push_back(std::move(curve));
   }
 
@@ -108,37 +108,11 @@ class CurveReader {
     return OwnedCurve::FreeForm(points, weights, knots);
   }
 
-  // The library's curves run over [0, 1]; the same spline does with other knots.
-  static std::vector<double> KnotsOver01(std::vector<double> knots, std::size_t points) {
-    const std::size_t order = knots.size() - points;
-    if (knots.size() < points + 2 || order > points)
-      Refuse("not as many knots as points and order");
-    const double begin = knots[order - 1], end = knots[points];
-    for (std::size_t i = 1; i < knots.size(); ++i) {
-      if (knots[i] < knots[i - 1]) Refuse("knots that do not ascend");
-    }
-    if (!(begin < end)) Refuse("knots without extent");
-    if (begin == 0 && end == 1) return knots;
-    for (double& knot : knots) knot = (knot - begin) / (end - begin);
-    return knots;
-  }
-
   void CheckArc(const KurvoArc& arc) const {
     const double slack = library_.Tolerance() + kArcRounding * std::fabs(arc.radius);
     for (const auto& end : {arc.start, arc.end}) {
       const double off = Size(Point{end[0] - arc.centre[0], end[1] - arc.centre[1]}) - arc.radius;
       if (!(slack >= std::fabs(off))) Refuse("an end that is not on the arc");
-    }
-  }
-
-  // The library tells what it cannot work with.
-  void CheckRecord(const OwnedCurve& curve) const {
-    try {
-      BoundsOf(library_, curve);
-      LengthOf(library_, curve);
-    } catch (const LibraryError& error) {
-      KurvoErrReset(library_.State());
-      Refuse(error.what());
     }
   }
 
@@ -186,6 +160,8 @@ class CurveFileReader {
     sheet.width = NumberOr(0, value, "width");
     sheet.height = NumberOr(0, value, "height");
     sheet.fit = TextOr("", value, "fit");
+    sheet.y_up = FlagOr(false, value, "y_up");
+    sheet.units_per_em = NumberOr(0, value, "units_per_em");
     if (!(sheet.mm_per_unit > 0)) Refuse("'mm_per_unit' is not positive");
     if (value.contains("view")) {
       const std::vector<double> view = Numbers(value, "view");
@@ -238,6 +214,8 @@ class CurveFileReader {
     shape.paint.fill = TextOr("#000", value, "fill");
     shape.paint.stroke = TextOr("none", value, "stroke");
     shape.paint.stroke_width = scale_ * NumberOr(1 / scale_, value, "stroke_width");
+    if (value.contains("origin"))
+      shape.origin = CurveReader(library_, scale_).ReadPoint(value["origin"], "origin");
     const std::string shape_place = place_;
     const Json& outlines = List(value, "outlines");
     for (std::size_t i = 0; i < outlines.size(); ++i) {
@@ -284,6 +262,29 @@ class CurveFileReader {
 };
 
 }  // namespace
+
+std::vector<double> KnotsOver01(std::vector<double> knots, std::size_t points) {
+  const std::size_t order = knots.size() - points;
+  if (knots.size() < points + 2 || order > points) Refuse("not as many knots as points and order");
+  const double begin = knots[order - 1], end = knots[points];
+  for (std::size_t i = 1; i < knots.size(); ++i) {
+    if (knots[i] < knots[i - 1]) Refuse("knots that do not ascend");
+  }
+  if (!(begin < end)) Refuse("knots without extent");
+  if (begin == 0 && end == 1) return knots;
+  for (double& knot : knots) knot = (knot - begin) / (end - begin);
+  return knots;
+}
+
+void CheckRecord(Library& library, const OwnedCurve& curve) {
+  try {
+    BoundsOf(library, curve);
+    LengthOf(library, curve);
+  } catch (const LibraryError& error) {
+    KurvoErrReset(library.State());
+    Refuse(error.what());
+  }
+}
 
 bool IsCurveFile(std::string_view bytes) { return Trimmed(bytes.substr(0, 64)).starts_with('{'); }
 

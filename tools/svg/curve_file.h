@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "geometry/result.h"
 #include "svg/reader.h"
@@ -15,6 +16,13 @@ bool IsCurveFile(std::string_view bytes);
 // `name` is that of the file in messages. Throws InputError.
 Drawing ReadCurveFile(Library& library, const std::string& name, std::string_view bytes,
                       const ReadOptions& options);
+
+// The knots of a spline with so many points over the parameters from 0 to 1, over which the
+// library's curves run. Throws ElementError when they are none.
+std::vector<double> KnotsOver01(std::vector<double> knots, std::size_t points);
+
+// Throws ElementError for a curve that the library cannot work with.
+void CheckRecord(Library& library, const OwnedCurve& curve);
 
 // Numbers have the fewest digits that read back as the same double.
 std::string CurveFileText(Library& library, const Result& result);

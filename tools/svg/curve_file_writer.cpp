@@ -117,6 +117,8 @@ std::string SheetText(const Sheet& sheet) {
     out.Add("view", List(sides, " ", ExactNumber));
   }
   out.AddText("fit", sheet.fit);
+  if (sheet.y_up) out.Add("y_up", "true");
+  if (sheet.units_per_em > 0) out.Add("units_per_em", ExactNumber(sheet.units_per_em));
   return out.Object();
 }
 
@@ -137,6 +139,8 @@ std::string ShapeText(const Result& result, std::span<const ResultChain> chains,
     out.AddText("id", shape.id);
     if (shape.group > 0) out.Add("group", std::to_string(shape.group));
     if (shape.even_odd) out.AddText("fill_rule", "evenodd");
+    const double origin[] = {shape.origin.x, shape.origin.y};
+    if (origin[0] != 0 || origin[1] != 0) out.Add("origin", PointText(origin));
   }
   const Paint paint = PaintOf(result, element, thin);
   out.AddText("fill", paint.fill);

@@ -6,6 +6,7 @@
 #include <set>
 #include <string_view>
 
+#include "svg/sheet.h"
 #include "svg/writer.h"
 
 namespace kurvo::tools {
@@ -26,13 +27,14 @@ class DrawingWriter {
     OpenSheet();
     for (const auto& chains : Elements(result_)) WriteElement(chains);
     EnterGroup(0);
-    return std::move(text_) + "</svg>\n";
+    return std::move(text_) + (source_.sheet.y_up ? "</g>\n" : "") + "</svg>\n";
   }
 
  private:
   void OpenSheet() {
     const Sheet& sheet = source_.sheet;
-    const Bounds view = ViewOf(library_, result_);
+    Bounds view = ViewOf(library_, result_);
+    if (sheet.y_up) view = view.TurnedOver();
     const bool is_given = !sheet.view.IsEmpty();
     const double width = is_given ? sheet.width : sheet.mm_per_unit * view.Width();
     const double height = is_given ? sheet.height : sheet.mm_per_unit * view.Height();
@@ -46,7 +48,10 @@ class DrawingWriter {
     text_ += fmt::format(" viewBox=\"{} {} {} {}\"", ExactNumber(view.min_x),
                          ExactNumber(view.min_y), SizeText(view.Width()), SizeText(view.Height()));
     AddText("preserveAspectRatio", sheet.fit);
+    if (sheet.units_per_em > 0) AddText(kEm, ExactNumber(sheet.units_per_em));
+    if (sheet.y_up) AddText(kYAxis, kYUp);
     text_ += ">\n";
+    if (sheet.y_up) text_ += "<g transform=\"scale(1 -1)\">\n";
   }
 
   void AddSize(std::string_view side, double mm) {
@@ -85,17 +90,34 @@ class DrawingWriter {
     }
   }
 
+  static bool IsZero(Point p) { return p.x == 0 && p.y == 0; }
+
+  // In the coordinates that have their origin there.
+  std::string ChainData(std::span<const OwnedCurve> curves, Point origin) {
+    if (IsZero(origin)) return PathData(library_, curves, accuracy_);
+    std::vector<OwnedCurve> moved;
+    for (const OwnedCurve& curve : curves) {
+      moved.push_back(OwnedCurve::Copied(library_, curve));
+      moved.back().Move(library_, Point() - origin);
+    }
+    return PathData(library_, moved, accuracy_);
+  }
+
   void WriteElement(std::span<const ResultChain> chains) {
     std::string data;
-    for (const ResultChain& chain : chains) {
-      data += PathData(library_, chain.curves, accuracy_) + (chain.closed ? "Z" : "");
-    }
-    if (data.empty()) return;
     const std::size_t element = chains.front().element;
     const Shape* shape = element == kNoElement ? nullptr : &source_.shapes[element];
+    const Point origin = shape == nullptr ? Point() : shape->origin;
+    for (const ResultChain& chain : chains)
+      data += ChainData(chain.curves, origin) + (chain.closed ? "Z" : "");
+    if (data.empty()) return;
     EnterGroup(shape == nullptr ? 0 : shape->group);
     text_ += "<path";
     if (shape != nullptr) AddId(shape->id);
+    if (!IsZero(origin)) {
+      AddText("transform",
+              fmt::format("translate({} {})", ExactNumber(origin.x), ExactNumber(origin.y)));
+    }
     text_ += " d=\"" + data + "\"";
     const Paint paint = PaintOf(result_, element, thin_stroke_);
     AddText("fill", paint.fill);

@@ -81,11 +81,12 @@ class SvgReader {
       context.viewport.height = Size(root, "height", Axis::kY, {}).value_or(0);
     }
     drawing_.sheet = ReadSheet(root);
+    double factor = 1;
     if (options_.mm_per_unit > 0) {
-      const double factor = drawing_.sheet.mm_per_unit / options_.mm_per_unit;
+      factor = drawing_.sheet.mm_per_unit / options_.mm_per_unit;
       drawing_.sheet = drawing_.sheet.Scaled(factor);
-      context.map = Scaling(factor, factor);
     }
+    context.map = Scaling(factor, drawing_.sheet.y_up ? -factor : factor);
     if (Inherit(root, context)) PushChildren(root, context);
   }
 
@@ -127,7 +128,10 @@ class SvgReader {
     const Group group = {context.group, element.attribute("id").value(),
                          element.attribute("inkscape:label").value(),
                          element.attribute("inkscape:groupmode").value() == kLayer};
-    if (name != "g" && group.id.empty()) return;
+    // The one that turns a drawing over is part of the sheet.
+    const bool turns = drawing_.sheet.y_up && element.parent() == document_.Root();
+    const bool is_named = !group.id.empty() || !group.layer.empty();
+    if (!is_named && (name != "g" || turns)) return;
     context.group = drawing_.groups.size();
     drawing_.groups.push_back(group);
   }
@@ -246,6 +250,7 @@ class SvgReader {
     shape.group = context.group;
     shape.paint = context.paint;
     shape.paint.stroke_width *= std::sqrt(std::fabs(context.map.Determinant()));
+    if (drawing_.sheet.y_up) shape.origin = context.map.Apply({});
     if (shape.outlines.empty()) return;
     for (const Outline& outline : shape.outlines) curve_count_ += outline.curves.size();
     if (curve_count_ > kMaxCurves) {
@@ -270,11 +275,19 @@ class SvgReader {
 
 }  // namespace
 
-Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options) {
+std::string ReadUnpacked(const std::string& path) {
   std::string bytes = ReadWholeFile(path);
-  if (IsGzip(bytes)) bytes = Unpacked(path, bytes);
+  return IsGzip(bytes) ? Unpacked(path, bytes) : bytes;
+}
+
+Drawing ReadDrawing(Library& library, const std::string& path, std::string_view bytes,
+                    const ReadOptions& options) {
   if (IsCurveFile(bytes)) return ReadCurveFile(library, path, bytes, options);
   return SvgReader(library, path, bytes, options).Read();
+}
+
+Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options) {
+  return ReadDrawing(library, path, ReadUnpacked(path), options);
 }
 
 }  // namespace kurvo::tools

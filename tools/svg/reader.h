@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "geometry/drawing.h"
@@ -20,6 +21,13 @@ struct ReadOptions {
 // shapes that are displayed, whatever they are painted with, in the coordinates of the outermost
 // viewBox or scaled to other units; y points as in the file. Throws InputError.
 Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options = {});
+
+// The same of what was read from it, unpacked. `path` is its name in messages.
+Drawing ReadDrawing(Library& library, const std::string& path, std::string_view bytes,
+                    const ReadOptions& options);
+
+// The bytes of a file, unpacked. Throws InputError.
+std::string ReadUnpacked(const std::string& path);
 
 // The points of a file with one on each line, "x,y", "x;y" or "x y"; empty lines, lines that begin
 // with # and a first line of names say nothing. There are at least two, and no neighbours are the

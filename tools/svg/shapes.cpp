@@ -218,6 +218,16 @@ void OutlineBuilder::CubicTo(Point control1, Point control2, Point end) {
   current_ = end;
 }
 
+void OutlineBuilder::Spline(const std::vector<Point>& points, const std::vector<double>& weights,
+                            const std::vector<double>& knots) {
+  std::vector<Point> mapped;
+  for (const Point p : points) mapped.push_back(Map(p));
+  EndOutline();
+  OwnedCurve curve = OwnedCurve::FreeForm(mapped, weights, knots);
+  if (!IsPoint(library_, curve)) Append(std::move(curve));
+  EndOutline();
+}
+
 void OutlineBuilder::ArcTo(const EllipticalArc& arc, Point end) {
   if (!(std::fabs(arc.sweep) > kFlatSweep)) return LineTo(end);
   const EllipticalArc mapped = Transformed(arc, map_);

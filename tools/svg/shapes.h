@@ -30,6 +30,9 @@ class OutlineBuilder {
   void CubicTo(Point control1, Point control2, Point end);
   // `end` is the end point of `arc`, to the last bit.
   void ArcTo(const EllipticalArc& arc, Point end);
+  // A spline from its first point, which begins an outline, to its last.
+  void Spline(const std::vector<Point>& points, const std::vector<double>& weights,
+              const std::vector<double>& knots);
   // Draws a line to the start of the outline, unless the pen is there, and ends the outline.
   void Close();
 

@@ -82,6 +82,10 @@ Sheet ReadSheet(const pugi::xml_node& root) {
   } else if (width && height) {
     sheet.view = {0, 0, sheet.width / sheet.mm_per_unit, sheet.height / sheet.mm_per_unit};
   }
+  sheet.y_up = root.attribute(kYAxis).value() == std::string_view(kYUp);
+  if (sheet.y_up && !sheet.view.IsEmpty()) sheet.view = sheet.view.TurnedOver();
+  sheet.units_per_em = std::max(0.0, root.attribute(kEm).as_double());
+  if (!(sheet.units_per_em <= kLargestNumber)) sheet.units_per_em = 0;
   return sheet;
 }
 

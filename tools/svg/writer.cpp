@@ -84,9 +84,11 @@ void SvgWriter::OpenGroup(std::string_view attributes) {
   text_ += "<g " + std::string(attributes) + ">\n";
 }
 
-void SvgWriter::OpenPixelGroup(Point top_left, double pixel, std::string_view attributes) {
+void SvgWriter::OpenPixelGroup(Point top_left, double pixel, std::string_view attributes,
+                               bool y_up) {
+  const std::string size = FixedNumber(pixel, kMaxDecimals);
   OpenGroup("transform=\"translate(" + Pair(top_left) + ") scale(" +
-            FixedNumber(pixel, kMaxDecimals) + ")\" " + std::string(attributes));
+            (y_up ? size + " -" + size : size) + ")\" " + std::string(attributes));
 }
 
 void SvgWriter::CloseGroup() { text_ += "</g>\n"; }

@@ -27,8 +27,9 @@ class SvgWriter {
   void Close();
   // A group; `attributes` is written as it is.
   void OpenGroup(std::string_view attributes);
-  // A group in pixels from `top_left`, `pixel` of the units around it each.
-  void OpenPixelGroup(Point top_left, double pixel, std::string_view attributes);
+  // A group in pixels from `top_left`, `pixel` of the units around it each; upright also where y
+  // points up around it.
+  void OpenPixelGroup(Point top_left, double pixel, std::string_view attributes, bool y_up = false);
   void CloseGroup();
   // `data` holds path data made by the functions below.
   void Path(std::string_view data, std::string_view attributes = {});

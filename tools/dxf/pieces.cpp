@@ -1,0 +1,141 @@
+#include "dxf/pieces.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace kurvo::tools {
+namespace {
+
+// Relative: what arcs of one circle differ by in centre, radius and sum of their sweeps.
+constexpr double kSameCircle = 1e-12;
+
+Point At(const double* p) { return {p[0], p[1]}; }
+
+class RunBuilder {
+ public:
+  RunBuilder(Library& library, const Affine& map) : library_(library), map_(map) {}
+
+  void Add(const OwnedCurve& curve) {
+    switch (curve.Type()) {
+      case CV_LINE: {
+        const auto& line = curve.Block<KurvoLine>();
+        return AddLine(At(line.start), At(line.end));
+      }
+      case CV_ARC:
+        return AddArc(curve.Block<KurvoArc>());
+      case CV_BEZIER: {
+        const auto& bezier = curve.Block<KurvoBezier>();
+        return AddFreeForm(bezier, bezier.degree, bezier.degree + 1);
+      }
+      case CV_RBEZIER: {
+        const auto& bezier = curve.Block<KurvoRBezier>();
+        return AddFreeForm(bezier, bezier.degree, bezier.degree + 1);
+      }
+      case CV_BSPLINE: {
+        const auto& spline = curve.Block<KurvoBSpline>();
+        return AddFreeForm(spline, spline.order - 1, spline.count);
+      }
+      case CV_RBSPLINE: {
+        const auto& spline = curve.Block<KurvoRBSpline>();
+        return AddFreeForm(spline, spline.order - 1, spline.count);
+      }
+      default:
+        for (const OwnedCurve& piece : OwnedCurve::Pieces(library_, curve)) Add(piece);
+    }
+  }
+
+  std::vector<DxfRun> Take(bool closed) {
+    if (runs_.empty()) return {};
+    if (runs_.size() == 1) {
+      runs_[0].closed = closed;
+    } else if (closed && !runs_.front().IsSpline() && !runs_.back().IsSpline() &&
+               Meets(runs_.back(), runs_.front().segments[0].from)) {
+      auto& first = runs_.front().segments;
+      auto& last = runs_.back().segments;
+      first.insert(first.begin(), last.begin(), last.end());
+      runs_.pop_back();
+    }
+    return std::move(runs_);
+  }
+
+ private:
+  bool Meets(const DxfRun& run, Point p) const {
+    return AreSame(library_, run.segments.back().to, p);
+  }
+
+  void AddSegment(const DxfSegment& segment) {
+    const bool goes_on =
+        !runs_.empty() && !runs_.back().IsSpline() && Meets(runs_.back(), segment.from);
+    if (!goes_on) runs_.emplace_back();
+    runs_.back().segments.push_back(segment);
+  }
+
+  void AddLine(Point from, Point to) { AddSegment({map_.Apply(from), map_.Apply(to)}); }
+
+  void AddArc(const KurvoArc& arc) {
+    const Point centre = map_.Apply(At(arc.centre));
+    const Point from = map_.Apply(At(arc.start)), to = map_.Apply(At(arc.end));
+    const double radius = arc.radius * std::sqrt(std::fabs(map_.Determinant()));
+    const double sign = (arc.normal[2] < 0) == (map_.Determinant() < 0) ? 1 : -1;
+    const Point u = from - centre, v = to - centre;
+    double sweep = sign * std::atan2(Cross(u, v), Dot(u, v));
+    if (!(sweep > 0)) sweep += 2 * std::numbers::pi;
+    const DxfSegment whole = {from, to, sign * sweep, centre, radius};
+    if (sweep <= std::numbers::pi) return AddSegment(whole);
+    const double half = sign * sweep / 2;
+    const Point middle = centre + Point{std::cos(half) * u.x - std::sin(half) * u.y,
+                                        std::sin(half) * u.x + std::cos(half) * u.y};
+    AddSegment({from, middle, half, centre, radius});
+    AddSegment({middle, to, half, centre, radius});
+  }
+
+  template <class Block>
+  void AddFreeForm(const Block& block, int degree, int count) {
+    if (degree < 1) return;
+    DxfSpline spline;
+    spline.degree = degree;
+    for (int i = 0; i < count; ++i) {
+      spline.points.push_back(map_.Apply(At(block.points[i])));
+      if constexpr (sizeof block.points[i] > sizeof(Coord))
+        spline.weights.push_back(block.points[i][3]);
+    }
+    if constexpr (requires { block.knots; }) {
+      spline.knots.assign(block.knots, block.knots + count + degree + 1);
+    } else {
+      if (degree == 1) return AddSegment({spline.points[0], spline.points[1]});
+      spline.knots.assign(static_cast<std::size_t>(degree) + 1, 0);
+      spline.knots.resize(2 * spline.knots.size(), 1);
+    }
+    runs_.push_back({{}, std::move(spline)});
+  }
+
+  Library& library_;
+  const Affine map_;
+  std::vector<DxfRun> runs_;
+};
+
+}  // namespace
+
+bool DxfRun::IsCircle() const {
+  double sweep = 0;
+  for (const DxfSegment& segment : segments) {
+    const DxfSegment& first = segments.front();
+    const double slack = kSameCircle * (first.radius + Size(first.centre));
+    const bool is_same = slack >= Size(segment.centre - first.centre) &&
+                         slack >= std::fabs(segment.radius - first.radius);
+    if (segment.sweep == 0 || !is_same) return false;
+    sweep += segment.sweep;
+  }
+  constexpr double kTurn = 2 * std::numbers::pi;
+  return closed && 1e3 * kSameCircle * kTurn >= std::fabs(std::fabs(sweep) - kTurn);
+}
+
+std::vector<DxfRun> RunsOf(Library& library, const ResultChain& chain, const Affine& map) {
+  RunBuilder builder(library, map);
+  for (const OwnedCurve& curve : chain.curves) builder.Add(curve);
+  return builder.Take(chain.closed);
+}
+
+}  // namespace kurvo::tools
