@@ -30,7 +30,8 @@ std::string Problem(const CLI::App& app, const CLI::Error& error) {
 Client::Client()
     : app_(
           "Reads outlines as curve records, shows what they are made of, draws, intersects, "
-          "measures, splits, joins, cleans, combines, offsets and strokes them, tells what lies "
+          "measures, splits, joins, cleans, combines, offsets, strokes, marks and prints them, "
+          "tells what lies "
           "inside and how far drawings are apart, and fits curves to points.",
           "kurvo") {
   app_.set_version_flag("--version", "kurvo " KURVO_VERSION);
@@ -50,6 +51,8 @@ Client::Client()
       "  kurvo combine part.svg tool.svg --difference -o cut.svg\n"
       "  kurvo offset part.svg -d 2mm -o offset.svg\n"
       "  kurvo stroke part.svg --width 2mm --cap round -o stroke.svg\n"
+      "  kurvo mark part.svg --at 120mm,250mm -o notched.svg\n"
+      "  kurvo tile part.svg --page a4 -o pages.svg\n"
       "  kurvo distance part.svg tool.svg --picture links.svg\n"
       "  kurvo fit points.csv --order 4 -o curve.svg\n"
       "  kurvo pipe in.svg join --gap 0.05mm : offset -d 0.2mm -o out.svg\n\n"
@@ -61,9 +64,10 @@ Client::Client()
       "Exit status: 0 done; 1 wrong options, or an output cannot be written; 2 an input cannot be "
       "read;\n3 done, but without elements that cannot be read. Each fault is one line on standard "
       "error; with 1\nand 2 no output file is made or changed.");
-  for (const auto add : {AddDrawCommand, AddIntersectCommand, AddMeasureCommand, AddLocateCommand,
-                         AddSplitCommand, AddJoinCommand, AddCleanCommand, AddCombineCommand,
-                         AddOffsetCommand, AddStrokeCommand, AddDistanceCommand, AddFitCommand})
+  for (const auto add :
+       {AddDrawCommand, AddIntersectCommand, AddMeasureCommand, AddLocateCommand, AddSplitCommand,
+        AddJoinCommand, AddCleanCommand, AddCombineCommand, AddOffsetCommand, AddStrokeCommand,
+        AddMarkCommand, AddTileCommand, AddDistanceCommand, AddFitCommand})
     commands_.push_back(add(app_, stage_));
   CLI::App* pipe =
       app_.add_subcommand("pipe", "Run several commands, each on what the one before made");

@@ -11,8 +11,10 @@
 #include "geometry/links.h"
 #include "geometry/locate.h"
 #include "geometry/measure.h"
+#include "geometry/notches.h"
 #include "geometry/pieces.h"
 #include "geometry/regions.h"
+#include "geometry/tiles.h"
 
 namespace kurvo::tools {
 
@@ -103,6 +105,21 @@ std::string SplitJson(Library& library, const std::string& name,
 // One line for each chain, then how many there are and what was done to join them.
 std::string JoinTable(Library& library, const JoinedCurves& joined);
 std::string JoinJson(Library& library, const std::string& name, const JoinedCurves& joined);
+
+// One line for each notch, then how many there are.
+std::string NotchTable(Library& library, const std::vector<Notch>& notches);
+std::string NotchJson(Library& library, const std::string& name, const std::vector<Notch>& notches);
+
+struct PageReport {
+  std::string name;  // of the file
+  const Drawing& drawing;
+  const Pages& pages;
+  const Paper& paper;
+};
+
+// One line for each page, then how many there are.
+std::string PageTable(const PageReport& report);
+std::string PageJson(const PageReport& report);
 
 // A spline through points: a line about it, or its knots and control points.
 std::string FitText(Library& library, const OwnedCurve& spline);
