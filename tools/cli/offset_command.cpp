@@ -266,11 +266,14 @@ Command AddOffsetCommand(CLI::App& app, Stage& stage) {
   offset->footer(
       "Elements without a fill are one region, in which an outline inside another is a hole: "
       "outlines grow\nand holes shrink, merge and vanish. Elements with a fill move each by "
-      "itself. Open outlines of elements\nwithout a fill are left out unless --keep says "
-      "otherwise. Elements with allowances grow each by itself;\nwithout a distance the others "
-      "stay as they are. With --curves arcs whose "
-      "radius would be 0 or less vanish; the left of\ntravel is the outside of rect, circle and "
-      "ellipse elements.");
+      "itself, "
+      "and so do elements with\nallowances; without a distance the others stay as they are then. "
+      "Open "
+      "outlines of elements without a\nfill are left out unless --keep says otherwise. With "
+      "--curves "
+      "arcs whose radius would be 0 or less\nvanish; the left of travel is the outside of rect, "
+      "circle "
+      "and ellipse elements.");
   return {offset, [options] {
             return options->curve_by_curve ? RunCurves(*options) : RunOffset(*options);
           }};
