@@ -8,6 +8,7 @@
 # removed after "~ ", a status other than 0 in brackets. Comments (#) and empty lines stay. Numbers
 # with a fraction are rounded to seven digits: their last bits are the C library's.
 export LC_ALL=C
+here=$(realpath "$(dirname "$0")")
 needed=$(sed -n 's/^# needs //p' "$2")
 if [[ -n $needed && ! -e $needed ]]; then
   echo "Skipped: there is no $needed (Debian package fonts-dejavu-core)"
@@ -22,17 +23,7 @@ mkdir "$log/in" && cd "$log/in" && ln -s "$samples" samples || exit 1
 
 kurvo() { "$program" "$@"; }
 
-round_numbers() {
-  awk '{
-    while (match($0, /-?[0-9]+[.][0-9]+(e[-+][0-9]+)?/)) {
-      number = substr($0, RSTART, RLENGTH)
-      rounded = number * number < 1e-18 ? "0" : sprintf("%.7g", number)
-      printf "%s%s", substr($0, 1, RSTART - 1), rounded
-      $0 = substr($0, RSTART + RLENGTH)
-    }
-    print
-  }'
-}
+round_numbers() { awk -f "$here/round_numbers.awk"; }
 
 list_files() { find . -maxdepth 1 -type f -exec cksum {} + | sort; }
 

@@ -30,9 +30,9 @@ std::string Problem(const CLI::App& app, const CLI::Error& error) {
 Client::Client()
     : app_(
           "Reads outlines as curve records, shows what they are made of, draws, intersects, "
-          "measures, splits, joins, cleans, combines, offsets and strokes them, tells what lies "
-          "inside and how far drawings are apart, makes machine code of them, and fits curves to "
-          "points.",
+          "measures, splits, joins, cleans, combines, offsets, strokes, marks and prints them, "
+          "tells what lies inside and how far drawings are apart, makes machine code of them, and "
+          "fits curves to points.",
           "kurvo") {
   app_.set_version_flag("--version", "kurvo " KURVO_VERSION);
   app_.require_subcommand(1);
@@ -52,6 +52,8 @@ Client::Client()
       "  kurvo offset part.svg -d 2mm -o offset.svg\n"
       "  kurvo stroke part.svg --width 2mm --cap round -o stroke.svg\n"
       "  kurvo cut part.dxf --kerf 0.15mm --lead-in 2mm -o part.nc\n"
+      "  kurvo mark part.svg --at 120mm,250mm -o notched.svg\n"
+      "  kurvo tile part.svg --page a4 -o pages.svg\n"
       "  kurvo distance part.svg tool.svg --picture links.svg\n"
       "  kurvo fit points.csv --order 4 -o curve.svg\n"
       "  kurvo pipe in.svg join --gap 0.05mm : offset -d 0.2mm -o out.svg\n\n"
@@ -66,7 +68,7 @@ Client::Client()
   for (const auto add :
        {AddDrawCommand, AddIntersectCommand, AddMeasureCommand, AddLocateCommand, AddSplitCommand,
         AddJoinCommand, AddCleanCommand, AddCombineCommand, AddOffsetCommand, AddStrokeCommand,
-        AddCutCommand, AddDistanceCommand, AddFitCommand})
+        AddCutCommand, AddMarkCommand, AddTileCommand, AddDistanceCommand, AddFitCommand})
     commands_.push_back(add(app_, stage_));
   CLI::App* pipe =
       app_.add_subcommand("pipe", "Run several commands, each on what the one before made");

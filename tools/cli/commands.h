@@ -24,9 +24,11 @@ Command AddFitCommand(CLI::App& app, Stage& stage);
 Command AddIntersectCommand(CLI::App& app, Stage& stage);
 Command AddJoinCommand(CLI::App& app, Stage& stage);
 Command AddLocateCommand(CLI::App& app, Stage& stage);
+Command AddMarkCommand(CLI::App& app, Stage& stage);
 Command AddMeasureCommand(CLI::App& app, Stage& stage);
 Command AddOffsetCommand(CLI::App& app, Stage& stage);
 Command AddSplitCommand(CLI::App& app, Stage& stage);
 Command AddStrokeCommand(CLI::App& app, Stage& stage);
+Command AddTileCommand(CLI::App& app, Stage& stage);
 
 }  // namespace kurvo::tools

@@ -91,6 +91,17 @@ LengthOption ParseLengthOption(const std::string& name, const std::string& text,
       "expected a length such as 2, 1.5mm, 1cm, 0.5in, 3pt or 4px, found '" + Excerpt(text) + "'");
 }
 
+std::vector<LengthOption> ParseLengths(const std::string& name, const std::string& text, double low,
+                                       double high) {
+  std::vector<LengthOption> lengths;
+  for (std::size_t begin = 0; begin <= text.size();) {
+    const std::size_t end = std::min(text.find(',', begin), text.size());
+    lengths.push_back(ParseLengthOption(name, text.substr(begin, end - begin), low, high));
+    begin = end + 1;
+  }
+  return lengths;
+}
+
 Drawing ReadInput(Library& library, const std::string& path, const InputOptions& options) {
   if (options.stage->given) {
     if (!options.unit.empty()) {

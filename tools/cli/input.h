@@ -43,6 +43,10 @@ struct InputOptions {
 LengthOption ParseLengthOption(const std::string& name, const std::string& text, double low,
                                double high);
 
+// Several with commas between them.
+std::vector<LengthOption> ParseLengths(const std::string& name, const std::string& text, double low,
+                                       double high);
+
 // "not a number from ... to ..."
 std::string OutOfRange(double low, double high);
 

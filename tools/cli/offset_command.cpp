@@ -10,6 +10,8 @@
 #include "cli/options.h"
 #include "cli/progress.h"
 #include "cli/region_command.h"
+#include "geometry/allowances.h"
+#include "geometry/region_work.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
 
@@ -20,6 +22,7 @@ namespace {
 constexpr double kLargestDistance = 1e6;
 
 constexpr double kMostRings = 10000;
+constexpr double kMostEdges = 1e7;
 
 struct OffsetOptions {
   std::string input;
@@ -33,7 +36,55 @@ struct OffsetOptions {
   Nesting nesting = Nesting::kUnfilled;
   LengthOption gap;
   CornerOptions corners;
+  struct Allowance {
+    std::string element;
+    std::vector<std::pair<std::size_t, std::size_t>> edges;
+    LengthOption width;
+  };
+  std::vector<Allowance> allowances;
+  std::int32_t keeping = 0;  // into Keeping
 };
+
+// "0-3,5": none for what is no such list.
+std::vector<std::pair<std::size_t, std::size_t>> ParseEdges(const std::string& text) {
+  std::vector<std::pair<std::size_t, std::size_t>> edges;
+  TextScanner scanner("--allowance", text);
+  do {
+    const auto number = [&] {
+      const bool is_digit = scanner.Peek() >= '0' && scanner.Peek() <= '9';
+      const double value = is_digit ? scanner.Number() : -1;
+      if (!(value >= 0 && value <= kMostEdges && value == std::floor(value)))
+        scanner.Fail("no edge");
+      return static_cast<std::size_t>(value);
+    };
+    const std::size_t first = number();
+    const std::size_t last = scanner.Accept('-') ? number() : first;
+    if (last < first) scanner.Fail("no run of edges");
+    edges.emplace_back(first, last);
+  } while (scanner.Accept(','));
+  if (!scanner.AtEnd()) scanner.Fail("no edges");
+  return edges;
+}
+
+// "path#front:0-3=15mm", or "path#front=15mm" for all of its edges.
+OffsetOptions::Allowance ParseAllowance(const std::string& text) {
+  constexpr const char* kOption = "--allowance";
+  const std::size_t equals = text.rfind('=');
+  const std::size_t colon = text.rfind(':', equals);
+  try {
+    OffsetOptions::Allowance allowance;
+    const bool has_edges = colon != text.npos;
+    allowance.element = text.substr(0, has_edges ? colon : equals);
+    if (equals == text.npos || allowance.element.empty()) throw ElementError("no element");
+    if (has_edges) allowance.edges = ParseEdges(text.substr(colon + 1, equals - colon - 1));
+    allowance.width = ParseLengthOption(kOption, text.substr(equals + 1), 0, kLargestDistance);
+    return allowance;
+  } catch (const ElementError&) {
+    throw CLI::ValidationError(
+        kOption,
+        "expected ELEMENT:EDGES=LENGTH such as front:0-3=15mm, found '" + Excerpt(text) + "'");
+  }
+}
 
 // Those that were given, or rings: from the first one outwards or inwards, whichever way it goes.
 std::vector<double> Distances(const OffsetOptions& options, Drawing& drawing) {
@@ -76,18 +127,64 @@ int RunCurves(const OffsetOptions& options) {
        .json = [&] { return OffsetJson(library, OneLine(options.input), offsets); }});
 }
 
+// Elements with allowances by themselves; the others by the distance, or as they are without one.
+Regions OffsetByEdges(Drawing& drawing, const std::vector<double>& distances,
+                      const OffsetOptions& options, const Closing& closing, const PenOptions& pen,
+                      const CurveDone& done) {
+  const bool is_one = distances.size() < 2 && (distances.empty() || distances.front() >= 0);
+  if (!is_one) throw std::runtime_error("--allowance takes one distance, outwards");
+  std::vector<Allowance> allowances;
+  for (const OffsetOptions::Allowance& allowance : options.allowances)
+    allowances.push_back({allowance.element, allowance.edges, allowance.width.In(drawing)});
+  const std::vector<std::vector<double>> widths =
+      WidthsOf(drawing, allowances, distances.empty() ? 0 : distances.front());
+  Regions regions = WithAllowances(drawing, widths, closing, pen, done);
+  // The rest has the same numbers of elements.
+  std::vector<std::vector<Outline>> named(drawing.shapes.size());
+  std::vector<bool> is_rest;
+  for (std::size_t i = 0; i < named.size(); ++i) {
+    is_rest.push_back(widths[i].empty());
+    if (!widths[i].empty()) named[i].swap(drawing.shapes[i].outlines);
+  }
+  if (distances.empty()) {
+    KeepOutlines(drawing, Keeping::kAll, closing, &is_rest, regions);
+  } else {
+    Regions rest = Offset(drawing, distances, options.nesting, closing, pen, done);
+    Append(rest, regions);
+    SortByElement(regions);
+  }
+  for (std::size_t i = 0; i < named.size(); ++i) {
+    if (!widths[i].empty()) named[i].swap(drawing.shapes[i].outlines);
+  }
+  // Without a distance the rest is there already.
+  is_rest.flip();
+  KeepOutlines(drawing, static_cast<Keeping>(options.keeping), closing,
+               distances.empty() ? &is_rest : nullptr, regions);
+  return regions;
+}
+
 int RunOffset(const OffsetOptions& options) {
   Library library;
   Drawing drawing = ReadInput(library, options.input, options.reading);
-  const std::vector<double> distances = Distances(options, drawing);
+  const bool has_distance = !options.distances.empty() || options.step.number != 0;
+  const bool by_edges = !options.allowances.empty();
+  const std::vector<double> distances =
+      has_distance || !by_edges ? Distances(options, drawing) : std::vector<double>();
   const Closing closing = {options.gap.In(drawing)};
   const PenOptions pen = PenOf(options.corners, drawing);
+  const auto keeping = static_cast<Keeping>(options.keeping);
   const Regions regions = [&] {
-    Progress progress(STDERR_FILENO, "offset", CurveCount(drawing) * distances.size());
-    return Offset(drawing, distances, options.nesting, closing, pen, [&] { progress.Step(); });
+    const std::size_t times = std::max<std::size_t>(1, distances.size());
+    Progress progress(STDERR_FILENO, "offset", CurveCount(drawing) * times);
+    const auto step = [&] { progress.Step(); };
+    if (by_edges) return OffsetByEdges(drawing, distances, options, closing, pen, step);
+    Regions made = Offset(drawing, distances, options.nesting, closing, pen, step);
+    KeepOutlines(drawing, keeping, closing, nullptr, made);
+    return made;
   }();
   const RegionReport report = {{BaseName(options.input)}, "offset", drawing, regions, true};
-  const Look look = distances.size() > 1 ? Look::kLines : Look::kAsElements;
+  const bool is_lines = distances.size() > 1 || keeping == Keeping::kAll;
+  const Look look = is_lines ? Look::kLines : Look::kAsElements;
   return DeliverRegions(library, options.reading, options.output, {{options.input, &drawing}},
                         report, look);
 }
@@ -134,6 +231,20 @@ Command AddOffsetCommand(CLI::App& app, Stage& stage) {
   AddLength(*offset, "--step", options->step, -kLargestDistance, kLargestDistance,
             "From one ring to the next; the distance unless given, which it stands for alone");
   AddCorners(*offset, options->corners);
+  offset
+      ->add_option_function<std::vector<std::string>>(
+          "--allowance",
+          [options](const std::vector<std::string>& texts) {
+            for (const std::string& text : texts)
+              options->allowances.push_back(ParseAllowance(text));
+          },
+          "How far outwards along edges of an element, such as front:0-3=15mm or front=10mm; other "
+          "edges by the distance; may be given several times")
+      ->allow_extra_args(false)
+      ->type_name("ELEMENT[:EDGES]=LENGTH");
+  AddChoice(*offset, "--keep", options->keeping, {"none", "open", "all"},
+            "Which outlines of the drawing stay beside the offsets: none unless given, open ones "
+            "such as grain lines and notches, or all");
   AddGap(*offset, options->gap);
   CLI::Option* nested = AddNested(*offset, options->nesting,
                                   "Take outlines inside others as holes, whatever their elements");
@@ -145,7 +256,8 @@ Command AddOffsetCommand(CLI::App& app, Stage& stage) {
       "--curves", options->curve_by_curve,
       "Move curve by curve, to the left of travel, and leave corners as they come");
   for (CLI::Option* other : {outside, inside, nested, each}) curves->excludes(other);
-  for (const char* other : {"--join", "--miter-limit", "--gap"})
+  offset->get_option("--allowance")->excludes(inside)->excludes(offset->get_option("--rings"));
+  for (const char* other : {"--join", "--miter-limit", "--gap", "--allowance", "--keep"})
     curves->excludes(offset->get_option(other));
   AddReading(*offset, options->reading, stage);
   AddOutputs(*offset, options->output,
@@ -154,9 +266,14 @@ Command AddOffsetCommand(CLI::App& app, Stage& stage) {
   offset->footer(
       "Elements without a fill are one region, in which an outline inside another is a hole: "
       "outlines grow\nand holes shrink, merge and vanish. Elements with a fill move each by "
-      "itself. Open outlines of elements\nwithout a fill are left out. With --curves arcs whose "
-      "radius would be 0 or less vanish; the left of\ntravel is the outside of rect, circle and "
-      "ellipse elements.");
+      "itself, "
+      "and so do elements with\nallowances; without a distance the others stay as they are then. "
+      "Open "
+      "outlines of elements without a\nfill are left out unless --keep says otherwise. With "
+      "--curves "
+      "arcs whose radius would be 0 or less\nvanish; the left of travel is the outside of rect, "
+      "circle "
+      "and ellipse elements.");
   return {offset, [options] {
             return options->curve_by_curve ? RunCurves(*options) : RunOffset(*options);
           }};

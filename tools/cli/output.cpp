@@ -28,6 +28,7 @@ constexpr std::size_t kMostFaults = 20;  // that are named
 
 constexpr const char* kAssumed =
     ": warning: the drawing has no physical size; a pixel is taken as 1/96 in\n";
+constexpr char kEach = '%';  // in the name of a file for each part
 
 void RefuseSource(const std::vector<Source>& sources, std::vector<std::string> files,
                   const std::string& output) {
@@ -112,6 +113,21 @@ GridOptions GridOf(const OutputOptions& options, const Sheet& sheet) {
           .deviation = options.deviation.On(sheet)};
 }
 
+// The result with its points on the grid, and what was done for that added to the report.
+Drawing OnGrid(Library& library, const OutputOptions& options, const Result& result,
+               std::optional<GridReport>& report) {
+  Drawing drawing = DrawingOf(library, result);
+  const GridReport own = RoundToGrid(library, GridOf(options, drawing.sheet), drawing);
+  if (!report) report = own;
+  report->moved = std::max(report->moved, own.moved);
+  return drawing;
+}
+
+// The name of a file with that of a part in it.
+std::string Named(std::string file, const std::string& part) {
+  return file.replace(file.find(kEach), 1, part);
+}
+
 std::string DrawingIn(Library& library, const OutputOptions& options, const Result& result) {
   const std::string end = options.format.empty() ? fs::path(options.drawing).extension().string()
                                                  : "." + options.format;
@@ -150,14 +166,14 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
   }
   const bool is_report =
       stage.is_last && options.drawing != kStandardStream && options.picture != kStandardStream;
-  std::optional<Drawing> on_grid;
   std::optional<GridReport> grid;
-  if (options.grid.number > 0) {
-    on_grid = DrawingOf(library, products.drawing());
-    grid = RoundToGrid(library, GridOf(options, on_grid->sheet), *on_grid);
-  }
+  // Of what is written and piped.
+  const auto in_place = [&](const Result& made) { return OnGrid(library, options, made, grid); };
+  std::optional<Drawing> on_grid;
+  if (options.grid.number > 0) on_grid = in_place(products.drawing());
   const auto result = [&] { return on_grid ? ResultOf(*on_grid) : products.drawing(); };
-  std::string report, picture, drawing;
+  std::string report, picture;
+  std::vector<std::pair<std::string, std::string>> drawings;  // files and what is in them
   if (is_report) report = ReportText(UnitOf(input, sources), grid, options, products);
   if (!options.picture.empty()) {
     RefuseSource(sources, stage.files, options.picture);
@@ -167,11 +183,21 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
     if (options.drawing == options.picture) {
       throw std::runtime_error(OneLine(options.drawing) + ": cannot be drawing and picture");
     }
-    RefuseSource(sources, stage.files, options.drawing);
-    drawing = products.text ? products.text() : DrawingIn(library, options, result());
+    if (products.parts && options.drawing.find(kEach) != std::string::npos) {
+      for (const Part& part : products.parts()) {
+        const std::string text = on_grid
+                                     ? DrawingIn(library, options, ResultOf(in_place(part.result)))
+                                     : DrawingIn(library, options, part.result);
+        drawings.emplace_back(Named(options.drawing, part.name), text);
+      }
+    } else {
+      drawings.emplace_back(
+          options.drawing, products.text ? products.text() : DrawingIn(library, options, result()));
+    }
+    for (const auto& [file, text] : drawings) RefuseSource(sources, stage.files, file);
   }
   Write(options.picture, picture);
-  Write(options.drawing, drawing);
+  for (const auto& [file, text] : drawings) Write(file, text);
   Note(sources);
   for (const Source& source : sources) stage.files.push_back(source.path);
   if (!stage.is_last) stage.made = DrawingOf(library, result());

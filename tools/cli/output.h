@@ -41,10 +41,18 @@ struct Source {
   const Drawing* drawing;
 };
 
+// One of several drawings that a command makes.
+struct Part {
+  std::string name;
+  Result result;
+};
+
 // What a command makes; what it never makes is missing.
 struct Products {
   std::function<Result()> drawing = {};
   std::function<std::string()> text = {};  // what is written in place of a drawing
+  // Written where a file is named for each, "part-%.svg".
+  std::function<std::vector<Part>()> parts = {};
   std::function<std::string()> picture;
   std::function<std::string()> table;
   std::function<std::string()> json;

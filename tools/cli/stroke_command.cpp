@@ -25,12 +25,7 @@ struct StrokeOptions {
 };
 
 std::vector<LengthOption> ParseDashes(const std::string& text) {
-  std::vector<LengthOption> dashes;
-  for (std::size_t begin = 0; begin <= text.size();) {
-    const std::size_t end = std::min(text.find(',', begin), text.size());
-    dashes.push_back(ParseLengthOption("--dash", text.substr(begin, end - begin), 0, kLongest));
-    begin = end + 1;
-  }
+  const std::vector<LengthOption> dashes = ParseLengths("--dash", text, 0, kLongest);
   const auto is_some = [](const LengthOption& dash) { return dash.number > 0; };
   if (std::any_of(dashes.begin(), dashes.end(), is_some)) return dashes;
   throw CLI::ValidationError("--dash", "must not all be 0");

@@ -45,11 +45,10 @@ NearestPoint NearestOn(Library& library, const OwnedCurve& curve, Point p) {
   return {place.t, {place.point[0], place.point[1]}, distance};
 }
 
-std::vector<KurvoPlace> EqualSteps(Library& library, const Chain& chain, std::size_t count) {
-  const double whole = LengthOf(library, chain);
-  std::vector<double> lengths(count + 1, whole);
-  for (std::size_t i = 0; i < count; ++i)
-    lengths[i] = whole * static_cast<double>(i) / static_cast<double>(count);
+namespace {
+
+std::vector<KurvoPlace> Places(Library& library, const Chain& chain,
+                               const std::vector<double>& lengths) {
   std::vector<KurvoPlace> places(lengths.size());
   const Cvseq seq = chain.Seq();
   const WiderTolerance wider(library);
@@ -57,6 +56,20 @@ std::vector<KurvoPlace> EqualSteps(Library& library, const Chain& chain, std::si
                    library.State());
   library.Check();
   return places;
+}
+
+}  // namespace
+
+KurvoPlace PlaceAt(Library& library, const Chain& chain, double length) {
+  return Places(library, chain, {length}).front();
+}
+
+std::vector<KurvoPlace> EqualSteps(Library& library, const Chain& chain, std::size_t count) {
+  const double whole = LengthOf(library, chain);
+  std::vector<double> lengths(count + 1, whole);
+  for (std::size_t i = 0; i < count; ++i)
+    lengths[i] = whole * static_cast<double>(i) / static_cast<double>(count);
+  return Places(library, chain, lengths);
 }
 
 std::vector<OwnedCurve> Trimmed(Library& library, const Chain& chain, const KurvoPlace& from,

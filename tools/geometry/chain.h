@@ -72,6 +72,8 @@ NearestPoint NearestOn(Library& library, const OwnedCurve& curve, Point p);
 // The places that divide the chain into `count` stretches of the same length, both ends included;
 // of a chain that closes the last is the first.
 std::vector<KurvoPlace> EqualSteps(Library& library, const Chain& chain, std::size_t count);
+// The place at a length along the chain.
+KurvoPlace PlaceAt(Library& library, const Chain& chain, double length);
 // The part from one place to another.
 std::vector<OwnedCurve> Trimmed(Library& library, const Chain& chain, const KurvoPlace& from,
                                 const KurvoPlace& to);

@@ -32,18 +32,6 @@ std::optional<Point> InnerDirection(Library& library, const OwnedCurve& curve, d
   return tangent;
 }
 
-// Where the first control points are the same, the tangent at the start has the direction of the
-// first derivative that is not zero; at the end, of odd ones that and of even ones the opposite.
-std::optional<Point> EndDirection(Library& library, const OwnedCurve& curve, double t) {
-  double sign = 1;
-  for (int n = 1; n <= kHighestOrder; ++n) {
-    const Point v = DerivativeOf(library, curve, t, n);
-    if (!IsShort(library, v)) return sign * v;
-    if (t > 0) sign = -sign;
-  }
-  return std::nullopt;
-}
-
 struct Direction {
   double t;
   Point direction;
@@ -184,6 +172,18 @@ std::optional<std::size_t> Foremost(const OutlineMeasures& outline,
 }
 
 }  // namespace
+
+// Where the first control points are the same, the tangent at the start has the direction of the
+// first derivative that is not zero; at the end, of odd ones that and of even ones the opposite.
+std::optional<Point> EndDirection(Library& library, const OwnedCurve& curve, double t) {
+  double sign = 1;
+  for (int n = 1; n <= kHighestOrder; ++n) {
+    const Point v = DerivativeOf(library, curve, t, n);
+    if (!IsShort(library, v)) return sign * v;
+    if (t > 0) sign = -sign;
+  }
+  return std::nullopt;
+}
 
 double TurnBetween(Point from, Point to) { return std::atan2(Cross(from, to), Dot(from, to)); }
 

@@ -35,6 +35,9 @@ struct Bending {
 
 Bending BendingOf(Library& library, const OwnedCurve& curve);
 
+// Along the curve at 0 or 1, of any length; nothing when the curve is a point.
+std::optional<Point> EndDirection(Library& library, const OwnedCurve& curve, double t);
+
 // The angle from one direction to the other, in (-pi, pi] radians.
 double TurnBetween(Point from, Point to);
 

@@ -7,121 +7,13 @@
 #include <utility>
 
 #include "geometry/parallel.h"
-#include "geometry/region_input.h"
+#include "geometry/region_work.h"
 
 namespace kurvo::tools {
 namespace {
 
 // Of the drawing: what is farther apart has nothing to do with each other.
 constexpr double kApart = 1e-6;
-
-constexpr double kLeastTolerance = 0x1p-30;  // that the library works to, of the size of its input
-
-// Tells of the curves that are done while the library works.
-class Steps {
- public:
-  Steps(const CurveDone& done, double count, KurvoOptions& options) : done_(done), count_(count) {
-    options.user = this;
-    options.proceed = [](double part, void* steps) {
-      static_cast<Steps*>(steps)->Reach(part);
-      return 1;
-    };
-  }
-  Steps(const Steps&) = delete;
-  Steps& operator=(const Steps&) = delete;
-  ~Steps() { Reach(1); }
-
- private:
-  void Reach(double part) {
-    for (; reached_ < part * count_; ++reached_) done_();
-  }
-
-  const CurveDone& done_;
-  const double count_;
-  double reached_ = 0;
-};
-
-void Add(const KurvoReport& report, KurvoReport& sum) {
-  sum.gaps += report.gaps;
-  sum.dropped += report.dropped;
-  sum.unresolved += report.unresolved;
-  sum.capped += report.capped;
-  sum.moved = std::max(sum.moved, report.moved);
-  sum.dropped_area += report.dropped_area;
-}
-
-// Outlines that may not be closed have been left out before.
-KurvoOptions ClosingAll(KurvoOptions options) {
-  options.gap = INFINITY;
-  return options;
-}
-
-// Runs make(options, out, report, g) on the sources. `out` is written.
-template <class Make>
-void Run(Library& library, const KurvoOptions& options, const std::vector<const Operand*>& sources,
-         double steps, const CurveDone& done, const Make& make, Operand& out, KurvoReport& sum) {
-  KurvoOptions record = options;
-  record.size = sizeof record;
-  record.flags = KURVO_WITH_ORIGINS;
-  KurvoReport report = {};
-  {
-    const Steps told(done, steps, record);
-    const WiderTolerance wider(library);
-    make(record, out.Output(), &report, library.State());
-  }
-  library.Check();
-  out.TakeElements(sources);
-  Add(report, sum);
-}
-
-void Combine(Library& library, int operation, const std::vector<const Operand*>& sources,
-             double steps, const CurveDone& done, Operand& out, KurvoReport& report) {
-  std::vector<KurvoRegion> records;
-  for (const Operand* source : sources) records.push_back(source->Record());
-  std::vector<const KurvoRegion*> regions;
-  for (const KurvoRegion& record : records) regions.push_back(&record);
-  Run(
-      library, ClosingAll({}), sources, steps, done,
-      [&](const KurvoOptions& options, KurvoRegion* made, KurvoReport* own, GlobalVar* g) {
-        KurvoRegionCombineMany(operation, regions.data(), static_cast<std::int32_t>(regions.size()),
-                               &options, made, own, g);
-      },
-      out, report);
-}
-
-// The loops of a region that was made. Holes go with the element around them where that is filled.
-void TakeLoops(Library& library, const Drawing& drawing, double distance, Operand& made,
-               Regions& regions) {
-  KurvoRegion* record = made.Output();
-  std::size_t around = kNoElement;
-  for (std::int32_t i = 0; i < record->count; ++i) {
-    const auto number = static_cast<std::size_t>(i);
-    const auto count = static_cast<std::size_t>(record->loops[i].count);
-    RegionLoop loop;
-    for (std::size_t k = 0; k < count && loop.element == kNoElement; ++k)
-      loop.element = made.ElementOf(number, k);
-    loop.curves = OwnedCurve::TakeAll(library, record->loops[i]);
-    loop.moments = MomentsOf(library, loop.curves);
-    loop.box = BoundsOf(library, Chain(loop.curves));
-    loop.distance = distance;
-    if (loop.moments.area < 0) loop.kind = RegionLoop::Kind::kHole;
-    const bool is_hole = loop.kind == RegionLoop::Kind::kHole;
-    if (!is_hole) around = loop.element;
-    if (is_hole && around != kNoElement && IsFilled(drawing.shapes[around])) loop.element = around;
-    regions.loops.push_back(std::move(loop));
-  }
-}
-
-void Append(Regions& part, Regions& all) {
-  std::move(part.loops.begin(), part.loops.end(), std::back_inserter(all.loops));
-  all.left_out += part.left_out;
-  Add(part.report, all.report);
-}
-
-void SortByElement(Regions& regions) {
-  std::stable_sort(regions.loops.begin(), regions.loops.end(),
-                   [](const RegionLoop& a, const RegionLoop& b) { return a.element < b.element; });
-}
 
 // The parts that step(i, library, part) makes, in order.
 template <class Step>
@@ -132,17 +24,6 @@ Regions OnAllCores(std::size_t count, const Step& step) {
   for (Regions& part : parts) Append(part, all);
   SortByElement(all);
   return all;
-}
-
-void KeepOpen(Library& library, const Outline& outline, std::size_t element, Regions& regions) {
-  RegionLoop kept;
-  for (const OwnedCurve& curve : outline.curves)
-    kept.curves.push_back(OwnedCurve::Copied(library, curve));
-  kept.element = element;
-  kept.kind = RegionLoop::Kind::kOpen;
-  kept.moments = MomentsOf(library, kept.curves);
-  kept.box = BoundsOf(library, Chain(kept.curves));
-  regions.loops.push_back(std::move(kept));
 }
 
 // The sides of a group are made one region each before they are combined, unless that comes to the
@@ -171,32 +52,12 @@ void CombineGroup(Library& library, const Drawing& drawing, const Input& input, 
   TakeLoops(library, drawing, 0, made, part);
 }
 
-KurvoOptions WithTolerance(const PenOptions& pen, double distance, double size) {
-  KurvoOptions record = pen.record;
-  record.tol = pen.tolerance.value_or(
-      std::min(kPartOfDistance * std::fabs(distance), kPartOfDrawing * size));
-  record.tol = std::max(record.tol, kLeastTolerance * size);
-  return record;
-}
-
 // How far apart outlines must be, so that their offsets do not meet.
 double ReachOf(const PenOptions& pen, double distance, double size) {
   constexpr double kUsualLimit = 4;
   const double limit = pen.record.miter_limit > 0 ? pen.record.miter_limit : kUsualLimit;
   const double corner = pen.record.join == KURVO_JOIN_MITER ? limit : 1;
   return 2 * corner * std::max(distance, 0.0) + kApart * size;
-}
-
-void OffsetGroup(Library& library, const Operand& source, double distance,
-                 const KurvoOptions& options, const CurveDone& done, Operand& made,
-                 KurvoReport& sum) {
-  const KurvoRegion record = source.Record();
-  Run(
-      library, ClosingAll(options), {&source}, static_cast<double>(source.CurveCount()), done,
-      [&](const KurvoOptions& all, KurvoRegion* out, KurvoReport* report, GlobalVar* g) {
-        KurvoRegionOffset(&record, distance, &all, out, report, g);
-      },
-      made, sum);
 }
 
 }  // namespace
@@ -241,7 +102,7 @@ Regions Cleaned(const Drawing& drawing, const Closing& closing, const CurveDone&
       if (surrounds && (meets || !is_line || !IsFilled(shape))) {
         outlines.Add(outline.curves, i);
       } else {
-        KeepOpen(library, outline, i, part);
+        Keep(library, outline, i, RegionLoop::Kind::kOpen, part);
       }
     }
     if (outlines.IsEmpty()) return;
@@ -278,6 +139,24 @@ Regions Offset(const Drawing& drawing, const std::vector<double>& distances, Nes
   });
   regions.left_out = input.left_out;
   return regions;
+}
+
+void KeepOutlines(const Drawing& drawing, Keeping keeping, const Closing& closing,
+                  const std::vector<bool>* only, Regions& regions) {
+  if (keeping == Keeping::kNone) return;
+  Library library;
+  for (std::size_t i = 0; i < drawing.shapes.size(); ++i) {
+    if (only != nullptr && !(*only)[i]) continue;
+    const Shape& shape = drawing.shapes[i];
+    for (const Outline& outline : shape.outlines) {
+      const bool surrounds = Surrounds(library, shape, outline, closing);
+      if (surrounds && keeping == Keeping::kOpen) continue;
+      const auto kind = outline.closed ? RegionLoop::Kind::kKept : RegionLoop::Kind::kOpen;
+      Keep(library, outline, i, kind, regions);
+      if (!surrounds && regions.left_out > 0) --regions.left_out;
+    }
+  }
+  SortByElement(regions);
 }
 
 Regions Stroked(const Drawing& drawing, double left, double right, const PenOptions& pen,

@@ -14,7 +14,7 @@ namespace kurvo::tools {
 
 // A loop of a region, or an outline that is none.
 struct RegionLoop {
-  enum class Kind { kOutline, kHole, kOpen };
+  enum class Kind { kOutline, kHole, kOpen, kKept };  // kKept: it closes
 
   std::vector<OwnedCurve> curves;
   std::size_t element = kNoElement;  // that it comes from, into the shapes of the drawing
@@ -70,6 +70,14 @@ inline constexpr double kPartOfDrawing = 1e-5;
 // The regions of the drawing at every distance, grown where it is positive.
 Regions Offset(const Drawing& drawing, const std::vector<double>& distances, Nesting nesting,
                const Closing& closing, const PenOptions& pen, const CurveDone& done);
+
+// Which outlines of the drawing stay beside its offsets.
+enum class Keeping { kNone, kOpen, kAll };
+
+// Adds the outlines as they are: those of Keeping::kOpen are the ones that surround nothing, which
+// are not left out then. Where `only` is not null, those of the shapes that it names alone.
+void KeepOutlines(const Drawing& drawing, Keeping keeping, const Closing& closing,
+                  const std::vector<bool>* only, Regions& regions);
 
 // What a pen covers along the outlines of each element; the left of travel as seen in the drawing.
 Regions Stroked(const Drawing& drawing, double left, double right, const PenOptions& pen,

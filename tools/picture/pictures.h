@@ -59,6 +59,13 @@ std::string CutPicture(Library& library, const Drawing& drawing, const CutReport
 std::string SplitPicture(Library& library, const Drawing& drawing,
                          std::span<const SplitOutline> outlines, double size);
 
+// The drawing with its notches in another colour. `name` is that of the drawing.
+std::string NotchPicture(Library& library, const Drawing& drawing,
+                         const std::vector<Notch>& notches, const std::string& name, double size);
+
+// The drawing, and over it what each page prints as a frame.
+std::string PagePicture(Library& library, const PageReport& report, double size);
+
 // A spline with a ring around each point that it passes through; `control` shows its control
 // polygon too.
 std::string FitPicture(Library& library, const std::vector<Point>& points, const OwnedCurve& spline,

@@ -14,7 +14,7 @@ namespace {
 using Kind = RegionLoop::Kind;
 
 constexpr auto kRight = TextTable::Align::kRight;
-constexpr std::string_view kKinds[] = {"outline", "hole", "open"};  // by Kind
+constexpr std::string_view kKinds[] = {"outline", "hole", "open", "kept"};  // by Kind
 constexpr std::string_view kNoElementLabel = "-";
 
 std::size_t Index(Kind kind) { return static_cast<std::size_t>(kind); }
@@ -47,7 +47,7 @@ std::array<std::size_t, std::size(kKinds)> CountKinds(const Regions& regions) {
 double AreaOf(const Regions& regions) {
   double area = 0;
   for (const RegionLoop& loop : regions.loops)
-    if (loop.kind != Kind::kOpen) area += loop.moments.area;
+    if (loop.kind == Kind::kOutline || loop.kind == Kind::kHole) area += loop.moments.area;
   return area;
 }
 
@@ -67,6 +67,8 @@ std::string Summary(const Regions& regions) {
   text += "\n";
   if (counts[Index(Kind::kOpen)] > 0)
     text += CountText(counts[Index(Kind::kOpen)], "open outline") + " left alone\n";
+  if (counts[Index(Kind::kKept)] > 0)
+    text += CountText(counts[Index(Kind::kKept)], "outline") + " kept\n";
   if (regions.left_out > 0) text += CountText(regions.left_out, "open outline") + " left out\n";
   return text;
 }

@@ -12,8 +12,10 @@
 #include "geometry/links.h"
 #include "geometry/locate.h"
 #include "geometry/measure.h"
+#include "geometry/notches.h"
 #include "geometry/pieces.h"
 #include "geometry/regions.h"
+#include "geometry/tiles.h"
 
 namespace kurvo::tools {
 
@@ -114,6 +116,21 @@ struct CutReport {
 // What is cut, how long it is, how long the way between is and how much time both take.
 std::string CutTable(const CutReport& report);
 std::string CutJson(const CutReport& report);
+
+// One line for each notch, then how many there are.
+std::string NotchTable(Library& library, const std::vector<Notch>& notches);
+std::string NotchJson(Library& library, const std::string& name, const std::vector<Notch>& notches);
+
+struct PageReport {
+  std::string name;  // of the file
+  const Drawing& drawing;
+  const Pages& pages;
+  const Paper& paper;
+};
+
+// One line for each page, then how many there are.
+std::string PageTable(const PageReport& report);
+std::string PageJson(const PageReport& report);
 
 // A spline through points: a line about it, or its knots and control points.
 std::string FitText(Library& library, const OwnedCurve& spline);
