@@ -147,7 +147,9 @@ Regions OffsetByEdges(Drawing& drawing, const std::vector<double>& distances,
     if (!widths[i].empty()) named[i].swap(drawing.shapes[i].outlines);
   }
   if (distances.empty()) {
+    const std::size_t left_out = regions.left_out;  // of the others
     KeepOutlines(drawing, Keeping::kAll, closing, &is_rest, regions);
+    regions.left_out = left_out;
   } else {
     Regions rest = Offset(drawing, distances, options.nesting, closing, pen, done);
     Append(rest, regions);

@@ -163,7 +163,9 @@ class AllowanceMaker {
       OffsetGroup(library_, source, greatest, WithTolerance(pen_, greatest, size_), done_, made,
                   part_.report);
     } else {
-      for (const Loop& loop : loops) AddStretches(source, loop, widths);
+      OwnedRegion covered;
+      Close(source, covered.record);
+      for (const Loop& loop : loops) AddStretches(covered.record, loop, widths);
       std::vector<const Operand*> all = {&source};
       for (const Operand& stretch : stretches_) all.push_back(&stretch);
       Combine(library_, KURVO_UNION, all, static_cast<double>(source.CurveCount()), done_, made,
@@ -178,49 +180,65 @@ class AllowanceMaker {
     std::size_t first;  // of its edges
   };
 
+  // Its loops with lines where they do not close.
+  void Close(const Operand& source, KurvoRegion& closed) {
+    const KurvoRegion open = source.Record();
+    closed.rule = open.rule;
+    const WiderTolerance wider(library_);
+    for (std::int32_t i = 0; i < open.count; ++i)
+      KurvoRegionAdd(&closed, &open.loops[i], INFINITY, library_.State());
+    library_.Check();
+  }
+
   // Which side of the loop is not covered: 1 for the left, -1 for the right.
-  double OutsideOf(const Operand& source, const Outline& outline) {
+  double OutsideOf(const KurvoRegion& covered, const Outline& outline) {
     const OwnedCurve& edge = outline.curves.front();
     const Point p = PositionOf(library_, edge, kMiddle);
     const Point beside = kBeside * size_ * Unit(Turned(DerivativeOf(library_, edge, kMiddle, 1)));
     const double points[] = {p.x + beside.x, p.y + beside.y, 0};
     std::int32_t where = 0;
-    const KurvoRegion record = source.Record();
-    KurvoRegionLocate(&record, points, 1, &where, nullptr, library_.State());
+    KurvoRegionLocate(&covered, points, 1, &where, nullptr, library_.State());
     library_.Check();
     return where == KURVO_REGION_INSIDE ? -1 : 1;
   }
 
-  void AddStretches(const Operand& source, const Loop& loop, const std::vector<double>& widths) {
+  void AddStretches(const KurvoRegion& covered, const Loop& loop,
+                    const std::vector<double>& widths) {
     const std::vector<OwnedCurve>& edges = loop.outline->curves;
-    const double outside = OutsideOf(source, *loop.outline);
+    const double outside = OutsideOf(covered, *loop.outline);
     const std::size_t count = edges.size();
     const auto width = [&](std::size_t i) { return widths[loop.first + i % count]; };
-    // Where a run of edges of one width begins; anywhere where all have the same.
+    // Whether a run of edges of one width begins there; none does where all have the same.
+    const auto meets = [&](std::size_t i) {
+      return AreSame(library_, EndOf(library_, edges[(i + count - 1) % count]),
+                     StartOf(library_, edges[i % count]));
+    };
+    const auto begins = [&](std::size_t i) {
+      return width(i) != width(i + count - 1) || !meets(i);
+    };
     std::size_t start = 0;
-    while (start < count && width(start) == width(start + count - 1)) ++start;
-    const bool is_one_run = start == count;
-    if (is_one_run) start = 0;
+    while (start < count && !begins(start)) ++start;
+    if (start == count) return AddRun(edges, 0, count, width(0), outside);
     for (std::size_t begin = start; begin < start + count;) {
       std::size_t end = begin + 1;
-      while (end < start + count && width(end) == width(begin)) ++end;
-      AddRun(edges, begin, end, width(begin), outside, is_one_run);
-      if (!is_one_run)
+      while (end < start + count && !begins(end)) ++end;
+      AddRun(edges, begin, end, width(begin), outside);
+      if (meets(end)) {
         AddCorner(edges[(end - 1) % count], edges[end % count], width(end - 1), width(end),
                   outside);
+      }
       begin = end;
     }
   }
 
   void AddRun(const std::vector<OwnedCurve>& edges, std::size_t begin, std::size_t end,
-              double width, double outside, bool is_loop) {
+              double width, double outside) {
     if (width == 0) return;
     std::vector<OwnedCurve> run;
     for (std::size_t i = begin; i < end; ++i)
       run.push_back(OwnedCurve::Copied(library_, edges[i % edges.size()]));
     KurvoOptions options = WithTolerance(pen_, width, size_);
     options.cap = KURVO_CAP_BUTT;
-    options.gap = is_loop ? INFINITY : 0;
     const Chain chain(run);
     const Cvseq seq = chain.Seq();
     Operand& stretch = stretches_.emplace_back(KURVO_FILL_NONZERO);
