@@ -1,14 +1,20 @@
 #include "cut/order.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <utility>
 
 namespace kurvo::tools {
 namespace {
 
 constexpr int kMostPasses = 20;       // of turning stretches round
-constexpr std::size_t kReach = 1000;  // paths in a stretch
-constexpr double kGain = 1e-9;        // mm, so that equal ways do not go round and round
+constexpr std::size_t kReach = 1000;  // paths in a stretch, of many paths fewer:
+constexpr std::size_t kLeastReach = 20;
+constexpr std::size_t kMostPairs = 2000000;  // ends of stretches in a pass
+constexpr std::size_t kMostNearest = 2000;   // of more paths none looks for the nearest
+constexpr double kPathsHigh = 3;             // a strip
+constexpr double kGain = 1e-9;               // mm, so that equal ways do not go round and round
 
 using Numbers = std::vector<std::size_t>;
 
@@ -56,6 +62,14 @@ class Orderer {
   }
 
   Numbers Short(Numbers left, Point from) const {
+    Numbers order = left.size() > kMostNearest ? InStrips(std::move(left))
+                                               : FromNearestToNearest(std::move(left), from);
+    for (int pass = 0; pass < kMostPasses && Turned(from, order); ++pass) {
+    }
+    return order;
+  }
+
+  Numbers FromNearestToNearest(Numbers left, Point from) const {
     Numbers order;
     for (Point at = from; !left.empty(); at = At(order.back())) {
       const auto nearest = std::min_element(left.begin(), left.end(), [&](auto a, auto b) {
@@ -64,8 +78,23 @@ class Orderer {
       order.push_back(*nearest);
       left.erase(nearest);
     }
-    for (int pass = 0; pass < kMostPasses && Turned(from, order); ++pass) {
-    }
+    return order;
+  }
+
+  // To and fro in strips that are as high as a few paths lie apart.
+  Numbers InStrips(Numbers order) const {
+    Bounds box;
+    for (const std::size_t path : order) box.Add(At(path));
+    const double count = static_cast<double>(order.size());
+    const double height = std::max(std::sqrt(kPathsHigh * box.Width() * box.Height() / count),
+                                   kPathsHigh * box.LongerSide() / count);
+    const auto strip = [&](std::size_t path) {
+      return height > 0 ? std::floor((At(path).y - box.min_y) / height) : 0;
+    };
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+      if (strip(a) != strip(b)) return strip(a) < strip(b);
+      return std::fmod(strip(a), 2) == 0 ? At(a).x < At(b).x : At(b).x < At(a).x;
+    });
     return order;
   }
 
@@ -73,8 +102,10 @@ class Orderer {
   bool Turned(Point from, Numbers& order) const {
     bool helped = false;
     const std::size_t count = order.size();
+    const std::size_t reach =
+        std::clamp(kMostPairs / std::max<std::size_t>(count, 1), kLeastReach, kReach);
     for (std::size_t i = 0; i + 1 < count; ++i) {
-      for (std::size_t j = i + 1; j < std::min(count, i + kReach); ++j) {
+      for (std::size_t j = i + 1; j < std::min(count, i + reach); ++j) {
         const Point before = i == 0 ? from : At(order[i - 1]);
         double gain = Size(At(order[i]) - before) - Size(At(order[j]) - before);
         if (j + 1 < count) gain += Way(order[j], order[j + 1]) - Way(order[i], order[j + 1]);

@@ -14,9 +14,9 @@ struct CutStep {
 };
 
 // What lies in a closed path comes before it, and all of that before what lies beside it. Ways are
-// short: each path is followed by the nearest, stretches are turned round as long as that helps
-// (2-opt; Croes, Operations Research 6, 1958), and each path begins where the way to all of them is
-// the shortest. The machine stands at `from`.
+// short: each path is followed by the nearest, thousands run to and fro in strips, stretches are
+// turned round as long as that helps (2-opt; Croes, Operations Research 6, 1958), and each path
+// begins where the way to all of them is the shortest. The machine stands at `from`.
 std::vector<CutStep> OrderOf(const std::vector<CutPath>& paths, Point from);
 
 }  // namespace kurvo::tools

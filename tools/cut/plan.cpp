@@ -119,25 +119,44 @@ class Planner {
   // Open paths lie in the narrowest loop that their middle lies in.
   void PlaceOpen() {
     const std::size_t loops = plan_.closed_cuts;
-    std::vector<double> points;
-    for (std::size_t i = loops; i < paths_.size(); ++i) {
-      const auto& segments = paths_[i].segments;
-      const Point p = PointOn(segments[segments.size() / 2], 0.5);
-      points.insert(points.end(), {p.x, p.y, 0});
-    }
-    std::vector<double> areas(paths_.size(), INFINITY);
-    for (std::size_t loop = 0; loop < loops && !points.empty(); ++loop) {
+    std::vector<Point> middles;
+    for (std::size_t i = loops; i < paths_.size(); ++i)
+      middles.push_back(PointOn(paths_[i].segments[paths_[i].segments.size() / 2], 0.5));
+    std::vector<double> areas(middles.size(), INFINITY);
+    for (std::size_t loop = 0; loop < loops && !middles.empty(); ++loop) {
+      const Bounds box = BoxAround(paths_[loop]);
+      std::vector<std::size_t> near;
+      std::vector<double> points;
+      for (std::size_t i = 0; i < middles.size(); ++i) {
+        if (!box.Contains(middles[i])) continue;
+        near.push_back(i);
+        points.insert(points.end(), {middles[i].x, middles[i].y, 0});
+      }
+      if (near.empty()) continue;
       const KurvoRegion one = {1, KURVO_FILL_EVENODD, &waste_.record.loops[loop], nullptr};
       KurvoMoments moments = {};
       KurvoRegionMoments(&one, &moments, library_.State());
       const std::vector<std::int32_t> where = Located(one, points);
-      for (std::size_t i = 0; i < where.size(); ++i) {
+      for (std::size_t k = 0; k < near.size(); ++k) {
         const double area = std::fabs(moments.area);
-        if (where[i] == KURVO_REGION_OUTSIDE || !(area < areas[loops + i])) continue;
-        areas[loops + i] = area;
-        paths_[loops + i].around = loop;
+        if (where[k] == KURVO_REGION_OUTSIDE || !(area < areas[near[k]])) continue;
+        areas[near[k]] = area;
+        paths_[loops + near[k]].around = loop;
       }
     }
+  }
+
+  // All of the circles that arcs are of included.
+  static Bounds BoxAround(const CutPath& path) {
+    Bounds box;
+    for (const DxfSegment& segment : path.segments) {
+      box.Add(segment.from);
+      if (segment.sweep == 0) continue;
+      const Point corner = {segment.radius, segment.radius};
+      box.Add(segment.centre - corner);
+      box.Add(segment.centre + corner);
+    }
+    return box;
   }
 
   std::vector<std::int32_t> Located(const KurvoRegion& region, const std::vector<double>& points) {
