@@ -22,9 +22,8 @@ Doubles Numbers(py::handle object, const char* name) {
                          (array ? " of " + py::str(array.dtype()).cast<std::string>() : ""));
   }
   Doubles doubles = Doubles::ensure(array);
-  if (!doubles) throw py::error_already_set();
-  for (const double x : View(doubles))
-    if (!std::isfinite(x)) Fail(KURVO_ERR_NOT_FINITE, name);
+  if (!doubles) throw std::bad_alloc();
+  for (const double x : View(doubles)) Finite(x, name);
   return doubles;
 }
 
@@ -52,9 +51,7 @@ Point OnePoint(py::handle object, const char* name) {
   if (PyTuple_CheckExact(object.ptr()) && PyTuple_GET_SIZE(object.ptr()) == 2) {
     const auto pair = py::reinterpret_borrow<py::tuple>(object);
     if (py::isinstance<py::float_>(pair[0]) && py::isinstance<py::float_>(pair[1])) {
-      const Point p{pair[0].cast<double>(), pair[1].cast<double>(), 0};
-      if (!std::isfinite(p.x) || !std::isfinite(p.y)) Fail(KURVO_ERR_NOT_FINITE, name);
-      return p;
+      return {Finite(pair[0].cast<double>(), name), Finite(pair[1].cast<double>(), name), 0};
     }
   }
   const PointList list(object, name);
@@ -93,8 +90,7 @@ std::vector<Place> PlacesFrom(py::handle object) {
   };
   std::vector<Place> out;
   const py::array array = py::array::ensure(object);
-  if (!array) throw py::error_already_set();
-  if (array.dtype().has_fields()) {
+  if (array && array.dtype().has_fields()) {
     const py::object index = array["index"], t = array["t"];
     const py::list indices = index.attr("ravel")().attr("tolist")();
     const py::list parameters = t.attr("ravel")().attr("tolist")();

@@ -8,8 +8,7 @@ namespace {
 template <class At>
 py::array Vectors(py::handle t, const At& at) {
   if (PyFloat_CheckExact(t.ptr())) {
-    const double number = PyFloat_AS_DOUBLE(t.ptr());
-    if (!std::isfinite(number)) Fail(KURVO_ERR_NOT_FINITE, "t");
+    const double number = Finite(PyFloat_AS_DOUBLE(t.ptr()), "t");
     const Point p = at(number, ThreadContext()).value();
     return Pair(p.x, p.y);
   }
@@ -208,8 +207,7 @@ Raises kurvo.Error for a parameter that is not finite.
           [](const Curve& self, std::optional<double> from, std::optional<double> to) {
             const Interval all = self.Domain();
             const double a = from.value_or(all.from), b = to.value_or(all.to);
-            if (!std::isfinite(a) || !std::isfinite(b)) Fail(KURVO_ERR_NOT_FINITE, "length");
-            return self.Length(a, b, ThreadContext()).value();
+            return self.Length(Finite(a, "start"), Finite(b, "end"), ThreadContext()).value();
           },
           py::arg("start") = py::none(), py::arg("end") = py::none(),
           "Arc length between two parameters, or of all.")

@@ -61,8 +61,9 @@ tolerance; inf: every one) are closed by lines. Raises kurvo.Error for wider one
       .def_static(
           "circle",
           [](py::handle centre, double radius) {
-            if (!std::isfinite(radius)) Fail(KURVO_ERR_NOT_FINITE, "radius");
-            return Region::Circle(OnePoint(centre, "centre"), radius, ThreadContext()).value();
+            return Region::Circle(OnePoint(centre, "centre"), Finite(radius, "radius"),
+                                  ThreadContext())
+                .value();
           },
           py::arg("centre"), py::arg("radius"))
       .def_static(
