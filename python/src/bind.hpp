@@ -58,6 +58,8 @@ class PointList {
   std::vector<py::ssize_t> shape_;
 };
 
+// One point as it is common and short, read without making an array; else none.
+std::optional<Point> PlainPoint(py::handle object, const char* name);
 Point OnePoint(py::handle object, const char* name);
 // Points (n, 2) and weights (n,).
 std::vector<WeightedPoint> Weighted(py::handle points, py::handle weights);

@@ -29,9 +29,8 @@ py::array Vectors(py::handle t, const At& at) {
 }
 
 py::tuple NearestTo(const Curve& curve, py::handle point) {
-  if (PyTuple_CheckExact(point.ptr()) && PyTuple_GET_SIZE(point.ptr()) == 2 &&
-      PyFloat_CheckExact(PyTuple_GET_ITEM(point.ptr(), 0))) {
-    const Nearest nearest = curve.NearestTo(OnePoint(point, "point"), ThreadContext()).value();
+  if (const auto one = PlainPoint(point, "point")) {
+    const Nearest nearest = curve.NearestTo(*one, ThreadContext()).value();
     return py::make_tuple(nearest.t, nearest.distance);
   }
   const PointList points(point, "point");
