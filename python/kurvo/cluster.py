@@ -7,6 +7,7 @@ holds for them: a task whose worker is lost is done again by another.
 from __future__ import annotations
 
 import importlib
+import warnings
 from typing import Any, Callable, Iterable
 
 import numpy as np
@@ -74,7 +75,11 @@ def apply(
     parts = rows(batch, chunk)
     if not parts:
         return work(batch, **options)
-    return join(client.gather(client.map(work, parts, pure=False, **options)))
+    with warnings.catch_warnings():
+        # It is advised to put large rows on the workers first; there they would be lost with one.
+        warnings.filterwarnings("ignore", "Large object")
+        futures = client.map(work, parts, pure=False, **options)
+    return join(client.gather(futures))
 
 
 def local(workers: int, threads: int = 1) -> Any:
