@@ -18,6 +18,7 @@ from . import _kurvo
 
 if TYPE_CHECKING:
     import numpy.typing as npt
+    from typing_extensions import Unpack
 
     Arrays = Tuple[
         npt.NDArray[Any], npt.NDArray[Any], npt.NDArray[Any], npt.NDArray[Any], npt.NDArray[Any]
@@ -146,7 +147,12 @@ class OutlineBatch:
         return OutlineBatch, self.columns
 
     def combine(
-        self, operation: str, other: OutlineBatch, *, threads: int = 1, **options: Any
+        self,
+        operation: str,
+        other: OutlineBatch,
+        *,
+        threads: int = 1,
+        **options: Unpack[_kurvo.Tolerances],
     ) -> OutlineBatch:
         """Each region with that of another batch, or with its only one; see Region.combine."""
         if operation not in _OPERATIONS:
@@ -156,16 +162,23 @@ class OutlineBatch:
             *_kurvo.batch_combine(self.columns, number, other.columns, threads, **options)
         )
 
-    def simplify(self, *, threads: int = 1, **options: Any) -> OutlineBatch:
+    def simplify(self, *, threads: int = 1, **options: Unpack[_kurvo.Tolerances]) -> OutlineBatch:
         """See Region.simplify."""
         return OutlineBatch(*_kurvo.batch_simplify(self.columns, threads, **options))
 
-    def offset(self, distance: Number, *, threads: int = 1, **options: Any) -> OutlineBatch:
+    def offset(
+        self, distance: Number, *, threads: int = 1, **options: Unpack[_kurvo.Offsetting]
+    ) -> OutlineBatch:
         """By one distance (length), or one for each region, (n,); see Region.offset."""
         return OutlineBatch(*_kurvo.batch_offset(self.columns, distance, threads, **options))
 
     def stroke(
-        self, left: Number, right: Number | None = None, *, threads: int = 1, **options: Any
+        self,
+        left: Number,
+        right: Number | None = None,
+        *,
+        threads: int = 1,
+        **options: Unpack[_kurvo.Stroking],
     ) -> OutlineBatch:
         """Along the loops of each region, by one width or one for each; see Chain.stroke."""
         right = left if right is None else right

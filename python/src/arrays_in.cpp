@@ -1,7 +1,6 @@
 // What comes in from numpy, checked.
-#include <cmath>
-
 #include <array>
+#include <cmath>
 
 #include "bind.hpp"
 
