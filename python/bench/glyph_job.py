@@ -2,7 +2,7 @@
 
     glyph_job.py table.npz                   does it and writes the table (.parquet with pyarrow)
     glyph_job.py --measure --every 16        one process, threads and a cluster beside each other
-    glyph_job.py --chunks --every 16         what the engine costs by the size of a task
+    glyph_job.py --chunks --every 80         what scheduler and transfer take by the size of a task
 
 Fonts are those of Debian's packages fonts-dejavu, fonts-cantarell and fonts-lmodern, or --fonts.
 --every takes each so-many-th glyph; --scheduler works on a running cluster.
@@ -70,6 +70,11 @@ def work(batch, threads=1, keep=("plain", "arcs")):
         if name in keep:
             table[name] = shapes
     return table
+
+
+def moved(batch):
+    """As many bytes as work gives, to the tenth, and none of its work."""
+    return {name: kurvo.OutlineBatch(*(c.copy() for c in batch.columns)) for name in "abcd"}
 
 
 def in_this_process(batch, threads):
@@ -156,6 +161,21 @@ def measure(client, batch, modes, repeats):
         )
 
 
+def chunks(client, batch, repeats):
+    """What the engine takes, beside what the work takes, by the size of a task."""
+    from kurvo import cluster
+
+    count = len(batch)
+    own = min(watched(None, lambda: in_this_process(batch, 1))[2] for _ in range(repeats))
+    print(f"work: {1e6 * own / count:.0f} us a glyph")
+    for chunk in (4**i for i in range(7)):
+        cost = min(
+            watched(client, lambda: cluster.apply(client, moved, batch, chunk=chunk))[2]
+            for _ in range(repeats)
+        )
+        print(f"| {chunk} | {1e6 * cost / count:.0f} | {100 * cost / own:.1f} % |", flush=True)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
     parser.add_argument("table", nargs="?")
@@ -178,16 +198,15 @@ def main():
     )
     with client:
         cluster.apply(client, work, batch[: 2 * asked.workers], chunk=1)  # all are awake
-        modes = {"one process": (False, lambda: in_this_process(batch, 1))}
+        modes = {
+            "one process": (False, lambda: in_this_process(batch, 1)),
+            "threads": (False, lambda: in_this_process(batch, asked.workers)),
+            "cluster": (True, lambda: cluster.apply(client, work, batch)),
+        }
         if asked.measure:
-            modes["threads"] = (False, lambda: in_this_process(batch, asked.workers))
-            modes["cluster"] = (True, lambda: cluster.apply(client, work, batch))
-        if asked.chunks:
-            for chunk in (4**i for i in range(7)):
-                modes[f"chunks of {chunk}"] = (
-                    True, lambda chunk=chunk: cluster.apply(client, work, batch, chunk=chunk))
-        if asked.measure or asked.chunks:
             measure(client, batch, modes, asked.repeats)
+        if asked.chunks:
+            chunks(client, batch, asked.repeats)
         if asked.table:
             result = cluster.apply(client, work, batch)
             bad = {k: int((v.codes != 0).sum()) for k, v in result.items() if hasattr(v, "codes")}

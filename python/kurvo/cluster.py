@@ -89,5 +89,5 @@ def local(workers: int, threads: int = 1) -> Any:
     """
     with config.set(_LOCAL):
         return distributed.Client(
-            n_workers=workers, threads_per_worker=threads, processes=True, dashboard_address=None
+            n_workers=workers, threads_per_worker=threads, processes=True, dashboard_address=":0"
         )

@@ -4,6 +4,7 @@
 # usage: install.sh PYTHON BUILD_DIR SOURCE_DIR
 set -euo pipefail
 python=$1 build=$2 source=$3
+unset PYTHONPATH  # or another build would be tested
 
 # In this order: setuptools brings its own distutils, which pip would load from elsewhere.
 if ! "$python" -c 'import setuptools, wheel, pip, pytest' 2> /dev/null; then
