@@ -6,12 +6,14 @@ holds for them: a task whose worker is lost is done again by another.
 
 from __future__ import annotations
 
+import functools
 import importlib
 import warnings
 from typing import Any, Callable, Iterable
 
 import numpy as np
 
+from ._kurvo import tolerance, tolerances
 from .batch import OutlineBatch
 
 try:  # by name: whoever checks types need not read all of the engine
@@ -58,6 +60,12 @@ def join(results: Iterable[Any]) -> Any:
     return np.concatenate(parts)
 
 
+def _ask(work: Any, tolerances: tuple[float, float], options: Any, part: OutlineBatch) -> Any:
+    length, angle = tolerances
+    with tolerance(length, angle=angle):
+        return work(part, **options)
+
+
 def apply(
     client: Any,
     work: Callable[..., Any],
@@ -70,7 +78,8 @@ def apply(
 
     work gets an OutlineBatch and gives what `join` joins, one entry for each region; being
     functions of each region alone, those of OutlineBatch give the same bits for any chunk and any
-    workers. What it raises is raised here. A batch without regions is worked on here.
+    workers. The tolerances are those of the caller. What work raises is raised here. A batch
+    without regions is worked on here.
     """
     parts = rows(batch, chunk)
     if not parts:
@@ -78,7 +87,8 @@ def apply(
     with warnings.catch_warnings():
         # It is advised to put large rows on the workers first; there they would be lost with one.
         warnings.filterwarnings("ignore", "Large object")
-        futures = client.map(work, parts, pure=False, **options)
+        ask = functools.partial(_ask, work, tolerances(), options)
+        futures = client.map(ask, parts, pure=False)
     return join(client.gather(futures))
 
 

@@ -57,6 +57,11 @@ def test_what_work_raises_is_raised_and_nothing_is_worked_on_here(client, batch)
         cluster.apply(client, glyph_job.work, batch, chunk=0)
     area, codes = cluster.apply(client, kurvo.OutlineBatch.area, kurvo.OutlineBatch.of([]))
     assert len(area) == len(codes) == 0
+    gapped = kurvo.Chain.polyline([(0, 0), (1, 0), (1, 1), (0, 1e-4)])
+    with kurvo.tolerance(1e-3):  # workers have the caller's
+        loose = kurvo.OutlineBatch.of([kurvo.Region(gapped)] * 9)
+        assert not cluster.apply(client, kurvo.OutlineBatch.area, loose, chunk=4)[1].any()
+    assert cluster.apply(client, kurvo.OutlineBatch.area, loose, chunk=4)[1].all()
 
 
 def test_tables_are_written(batch, tmp_path):
