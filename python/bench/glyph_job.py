@@ -91,6 +91,10 @@ def digest(result):
     return sha.hexdigest()
 
 
+def refused(result):
+    return sum(int((v != 0).sum()) for name, v in result.items() if name.endswith("_code"))
+
+
 def write(path, names, result):
     """A row a glyph. Outlines are lists of words and numbers, as Region.unpack takes them."""
     flat = dict(names)
@@ -151,7 +155,7 @@ def measure(client, batch, modes, repeats):
             show(name, row, len(batch))
             best[name] = tuple(map(min, row, best.get(name, row)))
     assert len(digests) == 1, "the results differ"
-    print(f"digest {digests.pop()}\nbest of {repeats}, {len(batch)} glyphs:")
+    print(f"digest {digests.pop()}, {refused(result)} refused\nbest of {repeats}, {len(batch)} glyphs:")
     base = best["one process"]
     for name, row in best.items():
         show(name, row, len(batch))
@@ -209,8 +213,7 @@ def main():
             chunks(client, batch, asked.repeats)
         if asked.table:
             result = cluster.apply(client, work, batch)
-            bad = {k: int((v.codes != 0).sum()) for k, v in result.items() if hasattr(v, "codes")}
-            print(f"digest {digest(result)}, refused: {bad}")
+            print(f"digest {digest(result)}, {refused(result)} refused")
             write(asked.table, names, result)
 
 
