@@ -8,7 +8,9 @@ cd "$(dirname "$0")/.."
 scripts/install_packages.sh g++ cmake ninja-build pkgconf libgtest-dev libcli11-dev libpugixml-dev \
   nlohmann-json3-dev libfmt-dev libutfcpp-dev libboost-dev zlib1g-dev \
   libfreetype-dev fonts-dejavu-core adwaita-icon-theme librsvg2-bin libpng-dev \
-  python3-ezdxf librecad-data \
-  python3-dev python3-numpy pybind11-dev python3-pip python3-setuptools python3-wheel python3-venv
+  librecad-data \
+  python3-dev python3-numpy pybind11-dev python3-pip python3-setuptools python3-wheel python3-venv \
+  python3-pytest python3-hypothesis python3-dbg python3-mypy python3-distributed python3-fonttools \
+  python3-ezdxf python3-shapely python3-matplotlib
 
 cmake --workflow --preset dev

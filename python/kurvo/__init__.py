@@ -15,7 +15,8 @@ number of threads may ask them. What a region holds, its loops, their curves and
 these, are views, which keep it alive.
 
 The doors to other packages are modules, loaded when they are named: kurvo.svg, kurvo.polygons
-(shapely), kurvo.fonts (fontTools), kurvo.dxf (ezdxf), kurvo.plotting (matplotlib).
+(shapely), kurvo.fonts (fontTools), kurvo.dxf (ezdxf), kurvo.plotting (matplotlib), kurvo.cluster
+(dask.distributed).
 """
 
 from __future__ import annotations
@@ -57,7 +58,7 @@ __all__ = [
     "tolerances",
 ]
 
-_DOORS = ("dxf", "fonts", "picture", "plotting", "polygons", "svg")
+_DOORS = ("cluster", "dxf", "fonts", "picture", "plotting", "polygons", "svg")
 
 
 def __getattr__(name: str) -> Any:

@@ -1,9 +1,10 @@
 # The extension, as the package shows it. Arrays are of float64 unless said.
 from types import TracebackType
-from typing import Any, Callable, Iterable, Iterator, overload
+from typing import Any, Callable, Iterable, Iterator, TypedDict, overload
 
 import numpy as np
 import numpy.typing as npt
+from typing_extensions import Unpack
 
 Array = npt.NDArray[np.float64]
 Ints = npt.NDArray[np.int32]
@@ -59,7 +60,33 @@ class Moments:
     @property
     def yy(self) -> float: ...
 
-Proceed = Callable[[float], bool]
+# Options by keyword.
+class Tolerances(TypedDict, total=False):
+    tol: float
+    gap: float
+
+class Corners(TypedDict, total=False):
+    join: str
+    miter_limit: float
+
+class Ends(Corners, total=False):
+    cap: str
+    dashes: Numbers
+    phase: float
+
+class Watched(Tolerances, total=False):
+    proceed: Callable[[float], bool] | None
+
+class Reported(Watched, total=False):
+    report: Report | None
+
+class Work(Reported, total=False):
+    origins: bool
+
+class Offsetting(Tolerances, Corners, total=False): ...
+class Stroking(Tolerances, Ends, total=False): ...
+class OffsetWork(Work, Corners, total=False): ...
+class StrokeWork(Work, Ends, total=False): ...
 
 class _Pictures:
     def _repr_svg_(self) -> str: ...
@@ -148,12 +175,7 @@ class Chain(_Pictures):
     def polyline(points: Points, *, closed: bool = False) -> Chain: ...
     @staticmethod
     def join(
-        curves: Iterable[Curve],
-        *,
-        tol: float = 0.0,
-        gap: float = 0.0,
-        proceed: Proceed | None = None,
-        report: Report | None = None,
+        curves: Iterable[Curve], **options: Unpack[Reported]
     ) -> tuple[Region, list[Chain]]: ...
     @property
     def length(self) -> float: ...
@@ -168,14 +190,7 @@ class Chain(_Pictures):
     def places(self, lengths: Numbers) -> Records: ...
     def lengths(self, places: Any) -> Array: ...
     def nearest(self, points: Points) -> tuple[Records, Any]: ...
-    def meetings(
-        self,
-        other: Chain | None = None,
-        *,
-        tol: float = 0.0,
-        gap: float = 0.0,
-        proceed: Proceed | None = None,
-    ) -> Records: ...
+    def meetings(self, other: Chain | None = None, **options: Unpack[Watched]) -> Records: ...
     @overload
     def flatten(self, deviation: float) -> Array: ...
     @overload
@@ -183,20 +198,7 @@ class Chain(_Pictures):
     def fit(self, form: str, deviation: float) -> Chain: ...
     def trim(self, start: Any, end: Any) -> Chain: ...
     def stroke(
-        self,
-        left: float,
-        right: float | None = None,
-        *,
-        tol: float = 0.0,
-        gap: float = 0.0,
-        proceed: Proceed | None = None,
-        origins: bool = False,
-        report: Report | None = None,
-        join: str = "round",
-        miter_limit: float = 0.0,
-        cap: str = "butt",
-        dashes: Numbers = (),
-        phase: float = 0.0,
+        self, left: float, right: float | None = None, **options: Unpack[StrokeWork]
     ) -> Region: ...
 
 class Region(_Pictures):
@@ -219,32 +221,13 @@ class Region(_Pictures):
     @staticmethod
     def unpack(words: Ints, numbers: Array) -> Region: ...
     @staticmethod
-    def combine(
-        operation: str,
-        regions: Iterable[Region],
-        *,
-        tol: float = 0.0,
-        gap: float = 0.0,
-        proceed: Proceed | None = None,
-        origins: bool = False,
-        report: Report | None = None,
-    ) -> Region: ...
+    def combine(operation: str, regions: Iterable[Region], **options: Unpack[Work]) -> Region: ...
     @staticmethod
     def stroke(
         chains: Chain | Iterable[Chain],
         left: float,
         right: float | None = None,
-        *,
-        tol: float = 0.0,
-        gap: float = 0.0,
-        proceed: Proceed | None = None,
-        origins: bool = False,
-        report: Report | None = None,
-        join: str = "round",
-        miter_limit: float = 0.0,
-        cap: str = "butt",
-        dashes: Numbers = (),
-        phase: float = 0.0,
+        **options: Unpack[StrokeWork],
     ) -> Region: ...
     def pack(self) -> tuple[Ints, Array]: ...
     @property
@@ -261,47 +244,25 @@ class Region(_Pictures):
     def nesting(self) -> Ints: ...
     def locate(self, points: Points) -> Any: ...
     def turns(self, points: Points) -> Any: ...
-    def simplify(
-        self,
-        *,
-        tol: float = 0.0,
-        gap: float = 0.0,
-        proceed: Proceed | None = None,
-        origins: bool = False,
-        report: Report | None = None,
-    ) -> Region: ...
-    def offset(
-        self,
-        distance: float,
-        *,
-        tol: float = 0.0,
-        gap: float = 0.0,
-        proceed: Proceed | None = None,
-        origins: bool = False,
-        report: Report | None = None,
-        join: str = "round",
-        miter_limit: float = 0.0,
-    ) -> Region: ...
+    def simplify(self, **options: Unpack[Work]) -> Region: ...
+    def offset(self, distance: float, **options: Unpack[OffsetWork]) -> Region: ...
     def clip(
-        self,
-        chains: Chain | Iterable[Chain],
-        *,
-        tol: float = 0.0,
-        gap: float = 0.0,
-        proceed: Proceed | None = None,
-        origins: bool = False,
-        report: Report | None = None,
+        self, chains: Chain | Iterable[Chain], **options: Unpack[Work]
     ) -> tuple[list[Chain], list[Chain]]: ...
     def fit(self, form: str, deviation: float) -> Region: ...
 
 def batch_check(columns: Columns) -> int: ...
 def batch_region(columns: Columns, i: int) -> Region: ...
 def batch_pack(regions: Iterable[Region]) -> Any: ...
-def batch_combine(a: Columns, operation: int, b: Columns, threads: int, **options: Any) -> Any: ...
-def batch_simplify(columns: Columns, threads: int, **options: Any) -> Any: ...
-def batch_offset(columns: Columns, distance: Numbers, threads: int, **options: Any) -> Any: ...
+def batch_combine(
+    a: Columns, operation: int, b: Columns, threads: int, **options: Unpack[Tolerances]
+) -> Any: ...
+def batch_simplify(columns: Columns, threads: int, **options: Unpack[Tolerances]) -> Any: ...
+def batch_offset(
+    columns: Columns, distance: Numbers, threads: int, **options: Unpack[Offsetting]
+) -> Any: ...
 def batch_stroke(
-    columns: Columns, left: Numbers, right: Numbers, threads: int, **options: Any
+    columns: Columns, left: Numbers, right: Numbers, threads: int, **options: Unpack[Stroking]
 ) -> Any: ...
 def batch_biarcs(columns: Columns, deviation: float, threads: int) -> Any: ...
 def batch_measure(columns: Columns, threads: int) -> Any: ...

@@ -10,12 +10,15 @@
 
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Any, Iterable, Iterator, Tuple
+from typing import TYPE_CHECKING, Any, Iterable, Iterator, Tuple, overload
+
+import numpy as np
 
 from . import _kurvo
 
 if TYPE_CHECKING:
     import numpy.typing as npt
+    from typing_extensions import Unpack
 
     Arrays = Tuple[
         npt.NDArray[Any], npt.NDArray[Any], npt.NDArray[Any], npt.NDArray[Any], npt.NDArray[Any]
@@ -68,6 +71,34 @@ class OutlineBatch:
         """Of regions."""
         return cls(*_kurvo.batch_pack(regions))
 
+    @classmethod
+    def join(cls, batches: Iterable[OutlineBatch]) -> OutlineBatch:
+        """Batches one behind the other, in new columns.
+
+        >>> import kurvo
+        >>> discs = kurvo.OutlineBatch.of(kurvo.Region.circle((0, 0), r) for r in (1, 2, 3))
+        >>> kurvo.OutlineBatch.join([discs[2:], discs[:2]]).area()[0].round(1).tolist()
+        [28.3, 3.1, 12.6]
+        """
+        parts = list(batches)
+
+        def column(get: Any, kind: str) -> Column:
+            return np.concatenate([np.empty(0, kind), *map(get, parts)])
+
+        def starts(get: Any) -> Column:
+            return np.cumsum(np.insert(column(lambda b: np.diff(get(b)), "i8"), 0, 0))
+
+        def used(values: Column, from_to: Column) -> Column:
+            return values[from_to[0] : from_to[-1]]
+
+        return cls(
+            column(lambda b: used(b.words, b.word_starts), "i4"),
+            starts(lambda b: b.word_starts),
+            column(lambda b: used(b.numbers, b.number_starts), "f8"),
+            starts(lambda b: b.number_starts),
+            column(lambda b: b.codes, "i4"),
+        )
+
     @property
     def columns(self) -> Arrays:
         """The five arrays, in the order in which they make a batch."""
@@ -76,11 +107,35 @@ class OutlineBatch:
     def __len__(self) -> int:
         return len(self.codes)
 
-    def __getitem__(self, index: int) -> _kurvo.Region:
-        """One region; raises kurvo.Error where there is a code."""
+    @overload
+    def __getitem__(self, index: int) -> _kurvo.Region: ...
+    @overload
+    def __getitem__(self, index: slice) -> OutlineBatch: ...
+    def __getitem__(self, index: int | slice) -> _kurvo.Region | OutlineBatch:
+        """One region, kurvo.Error where there is a code; or regions in a row as a batch.
+
+        Of a row only the starts are new arrays, the other columns are views.
+        """
+        if isinstance(index, slice):
+            return self._row(index)
         if not -len(self) <= index < len(self):
             raise IndexError("a batch has no such region")
         return _kurvo.batch_region(self.columns, index % len(self))
+
+    def _row(self, index: slice) -> OutlineBatch:
+        first, behind, step = index.indices(len(self))
+        if step != 1:
+            raise ValueError("a batch is cut into rows, with a step of 1")
+        behind = max(first, behind)
+        words = self.word_starts[first : behind + 1]
+        numbers = self.number_starts[first : behind + 1]
+        return OutlineBatch(
+            self.words[words[0] : words[-1]],
+            words - words[0],
+            self.numbers[numbers[0] : numbers[-1]],
+            numbers - numbers[0],
+            self.codes[first:behind],
+        )
 
     def __iter__(self) -> Iterator[_kurvo.Region]:
         return (self[i] for i in range(len(self)))
@@ -92,7 +147,12 @@ class OutlineBatch:
         return OutlineBatch, self.columns
 
     def combine(
-        self, operation: str, other: OutlineBatch, *, threads: int = 1, **options: Any
+        self,
+        operation: str,
+        other: OutlineBatch,
+        *,
+        threads: int = 1,
+        **options: Unpack[_kurvo.Tolerances],
     ) -> OutlineBatch:
         """Each region with that of another batch, or with its only one; see Region.combine."""
         if operation not in _OPERATIONS:
@@ -102,16 +162,23 @@ class OutlineBatch:
             *_kurvo.batch_combine(self.columns, number, other.columns, threads, **options)
         )
 
-    def simplify(self, *, threads: int = 1, **options: Any) -> OutlineBatch:
+    def simplify(self, *, threads: int = 1, **options: Unpack[_kurvo.Tolerances]) -> OutlineBatch:
         """See Region.simplify."""
         return OutlineBatch(*_kurvo.batch_simplify(self.columns, threads, **options))
 
-    def offset(self, distance: Number, *, threads: int = 1, **options: Any) -> OutlineBatch:
+    def offset(
+        self, distance: Number, *, threads: int = 1, **options: Unpack[_kurvo.Offsetting]
+    ) -> OutlineBatch:
         """By one distance (length), or one for each region, (n,); see Region.offset."""
         return OutlineBatch(*_kurvo.batch_offset(self.columns, distance, threads, **options))
 
     def stroke(
-        self, left: Number, right: Number | None = None, *, threads: int = 1, **options: Any
+        self,
+        left: Number,
+        right: Number | None = None,
+        *,
+        threads: int = 1,
+        **options: Unpack[_kurvo.Stroking],
     ) -> OutlineBatch:
         """Along the loops of each region, by one width or one for each; see Chain.stroke."""
         right = left if right is None else right

@@ -1,4 +1,5 @@
 // What comes in from numpy, checked.
+#include <array>
 #include <cmath>
 
 #include "bind.hpp"
@@ -22,9 +23,8 @@ Doubles Numbers(py::handle object, const char* name) {
                          (array ? " of " + py::str(array.dtype()).cast<std::string>() : ""));
   }
   Doubles doubles = Doubles::ensure(array);
-  if (!doubles) throw py::error_already_set();
-  for (const double x : View(doubles))
-    if (!std::isfinite(x)) Fail(KURVO_ERR_NOT_FINITE, name);
+  if (!doubles) throw std::bad_alloc();
+  for (const double x : View(doubles)) Finite(x, name);
   return doubles;
 }
 
@@ -47,16 +47,47 @@ PointList::PointList(py::handle object, const char* name) : kept_(Numbers(object
   points_ = copied_;
 }
 
-Point OnePoint(py::handle object, const char* name) {
-  // Pairs are common and short.
-  if (PyTuple_CheckExact(object.ptr()) && PyTuple_GET_SIZE(object.ptr()) == 2) {
-    const auto pair = py::reinterpret_borrow<py::tuple>(object);
-    if (py::isinstance<py::float_>(pair[0]) && py::isinstance<py::float_>(pair[1])) {
-      const Point p{pair[0].cast<double>(), pair[1].cast<double>(), 0};
-      if (!std::isfinite(p.x) || !std::isfinite(p.y)) Fail(KURVO_ERR_NOT_FINITE, name);
-      return p;
+namespace {
+
+// Coordinates of a pair or triple of Python's, or of an array of doubles of that length; else none.
+std::optional<std::array<double, 3>> ShortList(PyObject* object) {
+  std::array<double, 3> out{};
+  if (PyTuple_CheckExact(object)) {
+    const Py_ssize_t size = PyTuple_GET_SIZE(object);
+    if (size != 2 && size != 3) return std::nullopt;
+    for (Py_ssize_t i = 0; i < size; ++i) {
+      PyObject* item = PyTuple_GET_ITEM(object, i);
+      if (!PyFloat_Check(item)) return std::nullopt;
+      out[static_cast<std::size_t>(i)] = PyFloat_AS_DOUBLE(item);
     }
+    return out;
   }
+  const auto& numpy = py::detail::npy_api::get();
+  if (!numpy.PyArray_Check_(object)) return std::nullopt;
+  const auto* array = py::detail::array_proxy(object);
+  if (array->nd != 1 || (array->dimensions[0] != 2 && array->dimensions[0] != 3) ||
+      !(array->flags & py::detail::npy_api::NPY_ARRAY_ALIGNED_))
+    return std::nullopt;
+  // Descriptors of plain types in the machine's byte order stand once.
+  static PyObject* const doubles = numpy.PyArray_DescrFromType_(py::detail::npy_api::NPY_DOUBLE_);
+  if (array->descr != doubles) return std::nullopt;
+  for (Py_ssize_t i = 0; i < array->dimensions[0]; ++i)
+    out[static_cast<std::size_t>(i)] =
+        *reinterpret_cast<const double*>(array->data + i * array->strides[0]);
+  return out;
+}
+
+}  // namespace
+
+std::optional<Point> PlainPoint(py::handle object, const char* name) {
+  const auto list = ShortList(object.ptr());
+  if (!list) return std::nullopt;
+  for (const double number : *list) Finite(number, name);
+  return Point{(*list)[0], (*list)[1], (*list)[2]};
+}
+
+Point OnePoint(py::handle object, const char* name) {
+  if (const auto point = PlainPoint(object, name)) return *point;
   const PointList list(object, name);
   if (!list.Shape().empty())
     throw py::value_error(std::string(name) + ": one point is needed, of shape (2,) or (3,)");
@@ -93,8 +124,7 @@ std::vector<Place> PlacesFrom(py::handle object) {
   };
   std::vector<Place> out;
   const py::array array = py::array::ensure(object);
-  if (!array) throw py::error_already_set();
-  if (array.dtype().has_fields()) {
+  if (array && array.dtype().has_fields()) {
     const py::object index = array["index"], t = array["t"];
     const py::list indices = index.attr("ravel")().attr("tolist")();
     const py::list parameters = t.attr("ravel")().attr("tolist")();

@@ -77,6 +77,7 @@ py::tuple Stroked(const py::tuple& arrays, py::handle left, py::handle right, in
 }
 
 py::tuple Biarcs(const py::tuple& arrays, double deviation, int threads) {
+  Finite(deviation, "deviation");
   return Changed(arrays, threads, [&](const Region& region, std::size_t, Context& c) {
     return WithFittedLoops(region, Form::kArcs, deviation, c);
   });

@@ -6,6 +6,7 @@ namespace kurvo::python {
 // (points (m, 2), point_starts of each loop, loop_starts of each region, codes). No loops beside
 // codes.
 py::tuple FlattenedColumns(const py::tuple& arrays, double deviation, int threads) {
+  Finite(deviation, "deviation");
   const Columns columns(arrays);
   const std::size_t count = columns.size();
   std::vector<std::vector<Polyline>> lines(count);

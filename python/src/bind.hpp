@@ -5,6 +5,7 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
+#include <cmath>
 #include <kurvo.hpp>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,10 @@ auto Unlocked(const Ask& ask) {
 using Doubles = py::array_t<double, py::array::c_style>;
 
 Doubles Numbers(py::handle object, const char* name);
+inline double Finite(double number, const char* name) {
+  if (!std::isfinite(number)) Fail(KURVO_ERR_NOT_FINITE, name);
+  return number;
+}
 inline std::span<const double> View(const Doubles& a) {
   return {a.data(), static_cast<std::size_t>(a.size())};
 }
@@ -53,6 +58,8 @@ class PointList {
   std::vector<py::ssize_t> shape_;
 };
 
+// One point as it is common and short, read without making an array; else none.
+std::optional<Point> PlainPoint(py::handle object, const char* name);
 Point OnePoint(py::handle object, const char* name);
 // Points (n, 2) and weights (n,).
 std::vector<WeightedPoint> Weighted(py::handle points, py::handle weights);

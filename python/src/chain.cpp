@@ -30,6 +30,11 @@ Chain ThroughCorners(py::handle points, bool closed) {
 }
 
 py::object PlacesAt(const Chain& self, py::handle lengths) {
+  if (PyFloat_CheckExact(lengths.ptr())) {
+    const double length = Finite(PyFloat_AS_DOUBLE(lengths.ptr()), "lengths");
+    auto one = Unlocked([&](Context& c) { return self.Places({&length, 1}, c); });
+    return Plain(FromPlaces(std::move(one), {}));
+  }
   const Doubles list = Numbers(lengths, "lengths");
   std::vector<py::ssize_t> shape(list.shape(), list.shape() + list.ndim());
   auto places = Unlocked([&](Context& c) { return self.Places(View(list), c); });
@@ -43,6 +48,11 @@ py::array LengthsAt(const Chain& self, py::handle places) {
 }
 
 py::tuple NearestTo(const Chain& self, py::handle points) {
+  if (const auto one = PlainPoint(points, "points")) {
+    NearestPlaces found = Unlocked([&](Context& c) { return self.NearestTo({&*one, 1}, c); });
+    const double distance = found.distances[0];
+    return py::make_tuple(Plain(FromPlaces(std::move(found.places), {})), distance);
+  }
   const PointList list(points, "points");
   NearestPlaces found = Unlocked([&](Context& c) { return self.NearestTo(list.Points(), c); });
   return py::make_tuple(Plain(FromPlaces(std::move(found.places), list.Shape())),

@@ -8,8 +8,7 @@ namespace {
 template <class At>
 py::array Vectors(py::handle t, const At& at) {
   if (PyFloat_CheckExact(t.ptr())) {
-    const double number = PyFloat_AS_DOUBLE(t.ptr());
-    if (!std::isfinite(number)) Fail(KURVO_ERR_NOT_FINITE, "t");
+    const double number = Finite(PyFloat_AS_DOUBLE(t.ptr()), "t");
     const Point p = at(number, ThreadContext()).value();
     return Pair(p.x, p.y);
   }
@@ -30,9 +29,8 @@ py::array Vectors(py::handle t, const At& at) {
 }
 
 py::tuple NearestTo(const Curve& curve, py::handle point) {
-  if (PyTuple_CheckExact(point.ptr()) && PyTuple_GET_SIZE(point.ptr()) == 2 &&
-      PyFloat_CheckExact(PyTuple_GET_ITEM(point.ptr(), 0))) {
-    const Nearest nearest = curve.NearestTo(OnePoint(point, "point"), ThreadContext()).value();
+  if (const auto one = PlainPoint(point, "point")) {
+    const Nearest nearest = curve.NearestTo(*one, ThreadContext()).value();
     return py::make_tuple(nearest.t, nearest.distance);
   }
   const PointList points(point, "point");
@@ -208,8 +206,7 @@ Raises kurvo.Error for a parameter that is not finite.
           [](const Curve& self, std::optional<double> from, std::optional<double> to) {
             const Interval all = self.Domain();
             const double a = from.value_or(all.from), b = to.value_or(all.to);
-            if (!std::isfinite(a) || !std::isfinite(b)) Fail(KURVO_ERR_NOT_FINITE, "length");
-            return self.Length(a, b, ThreadContext()).value();
+            return self.Length(Finite(a, "start"), Finite(b, "end"), ThreadContext()).value();
           },
           py::arg("start") = py::none(), py::arg("end") = py::none(),
           "Arc length between two parameters, or of all.")

@@ -49,7 +49,7 @@ void BindCurveChanges(py::class_<Curve>& curve) {
           "rotated",
           [](const Curve& self, double angle, py::handle centre) {
             const Point about = centre.is_none() ? Point() : OnePoint(centre, "centre");
-            if (!std::isfinite(angle)) Fail(KURVO_ERR_NOT_FINITE, "angle");
+            Finite(angle, "angle");
             return Changed(self, [&](Curve& cv, Context& c) { return cv.Rotate(about, angle, c); });
           },
           py::arg("angle"), py::arg("centre") = py::none(),
@@ -58,7 +58,7 @@ void BindCurveChanges(py::class_<Curve>& curve) {
           "scaled",
           [](const Curve& self, double factor, py::handle centre) {
             const Point about = centre.is_none() ? Point() : OnePoint(centre, "centre");
-            if (!std::isfinite(factor)) Fail(KURVO_ERR_NOT_FINITE, "factor");
+            Finite(factor, "factor");
             return Changed(self, [&](Curve& cv, Context& c) { return cv.Scale(about, factor, c); });
           },
           py::arg("factor"), py::arg("centre") = py::none(), "By a factor above 0.")
@@ -85,8 +85,8 @@ void BindCurveChanges(py::class_<Curve>& curve) {
       .def(
           "offset",
           [](const Curve& self, double distance, double deviation) {
-            if (!std::isfinite(distance) || !std::isfinite(deviation))
-              Fail(KURVO_ERR_NOT_FINITE, "offset");
+            Finite(distance, "distance");
+            Finite(deviation, "deviation");
             return Unlocked([&](Context& c) { return self.Offset(distance, deviation, c); });
           },
           py::arg("distance"), py::arg("deviation"),
@@ -94,8 +94,8 @@ void BindCurveChanges(py::class_<Curve>& curve) {
       .def(
           "extended",
           [](const Curve& self, double before, double behind) {
-            if (!std::isfinite(before) || !std::isfinite(behind))
-              Fail(KURVO_ERR_NOT_FINITE, "extended");
+            Finite(before, "before");
+            Finite(behind, "behind");
             return self.Extended(before, behind, ThreadContext()).value();
           },
           py::arg("before"), py::arg("behind"), "Longer at its ends, by parameters.")

@@ -4,11 +4,6 @@
 namespace kurvo::python {
 namespace {
 
-double Finite(double x, const char* name) {
-  if (!std::isfinite(x)) Fail(KURVO_ERR_NOT_FINITE, name);
-  return x;
-}
-
 // Of one list of points, (n, 2) or (n, 3).
 PointList Listed(py::handle points) {
   PointList list(points, "points");

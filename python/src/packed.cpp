@@ -4,11 +4,15 @@
 namespace kurvo::python {
 namespace {
 
-py::array_t<int32_t, py::array::c_style> WordsFrom(py::handle object) {
-  const py::array array = py::array::ensure(object);
-  if (!array || !py::isinstance<py::array_t<int32_t>>(array) || array.ndim() != 1)
-    throw py::type_error("words: an array of int32 is needed, of shape (n,)");
-  return py::array_t<int32_t, py::array::c_style>::ensure(array);
+// A list of exactly this type, at any stride.
+template <class T>
+py::array_t<T, py::array::c_style> ListFrom(py::handle object, const char* name) {
+  using Exact = py::array_t<T, py::array::c_style>;
+  if (py::isinstance<py::array_t<T>>(object) && py::cast<py::array>(object).ndim() == 1)
+    if (Exact list = Exact::ensure(object)) return list;
+  throw py::type_error(std::string(name) + ": an array of " +
+                       py::str(py::dtype::of<T>()).template cast<std::string>() +
+                       " is needed, of shape (n,)");
 }
 
 }  // namespace
@@ -33,9 +37,8 @@ py::tuple PackedChain(const Cvseq& chain) {
 
 Region RegionFromPacked(const py::tuple& state) {
   if (state.size() != 2) Fail(KURVO_ERR_OPTION, "KurvoRegionUnpack");
-  const auto words = WordsFrom(state[0]);
-  const Doubles numbers = Doubles::ensure(state[1]);
-  if (!numbers) throw py::error_already_set();
+  const auto words = ListFrom<int32_t>(state[0], "words");
+  const auto numbers = ListFrom<double>(state[1], "numbers");
   return Region::Unpack({words.data(), static_cast<std::size_t>(words.size())}, View(numbers),
                         ThreadContext())
       .value();

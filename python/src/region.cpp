@@ -18,20 +18,24 @@ py::object LoopAt(const py::object& self, py::ssize_t index) {
                   py::return_value_policy::reference_internal, self);
 }
 
-Locations Located(const Region& self, const PointList& points) {
-  return Unlocked([&](Context& c) { return self.Locate(points.Points(), c); });
+Locations Located(const Region& self, std::span<const Point> points) {
+  return Unlocked([&](Context& c) { return self.Locate(points, c); });
 }
 
 py::object Where(const Region& self, py::handle points) {
+  if (const auto one = PlainPoint(points, "points"))
+    return py::int_(static_cast<int>(Located(self, {&*one, 1}).where[0]));
   const PointList list(points, "points");
-  Array<kurvo::Where> where = Located(self, list).where;
+  Array<kurvo::Where> where = Located(self, list.Points()).where;
   const auto* first = reinterpret_cast<const int32_t*>(where.Data());
   return Plain(py::array_t<int32_t>(list.Shape(), first, Keep(std::move(where))));
 }
 
 py::object Turns(const Region& self, py::handle points) {
+  if (const auto one = PlainPoint(points, "points"))
+    return py::int_(Located(self, {&*one, 1}).turns[0]);
   const PointList list(points, "points");
-  return Plain(FromNumbers(Located(self, list).turns, list.Shape()));
+  return Plain(FromNumbers(Located(self, list.Points()).turns, list.Shape()));
 }
 
 void BindMakers(py::class_<Region>& region) {
@@ -61,8 +65,9 @@ tolerance; inf: every one) are closed by lines. Raises kurvo.Error for wider one
       .def_static(
           "circle",
           [](py::handle centre, double radius) {
-            if (!std::isfinite(radius)) Fail(KURVO_ERR_NOT_FINITE, "radius");
-            return Region::Circle(OnePoint(centre, "centre"), radius, ThreadContext()).value();
+            return Region::Circle(OnePoint(centre, "centre"), Finite(radius, "radius"),
+                                  ThreadContext())
+                .value();
           },
           py::arg("centre"), py::arg("radius"))
       .def_static(

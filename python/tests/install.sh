@@ -4,10 +4,12 @@
 # usage: install.sh PYTHON BUILD_DIR SOURCE_DIR
 set -euo pipefail
 python=$1 build=$2 source=$3
+unset PYTHONPATH  # or another build would be tested
 
 # In this order: setuptools brings its own distutils, which pip would load from elsewhere.
-if ! "$python" -c 'import setuptools, wheel, pip' 2> /dev/null; then
-  echo 'Needed: Debian packages python3-pip, python3-setuptools, python3-wheel, python3-venv'
+if ! "$python" -c 'import setuptools, wheel, pip, pytest' 2> /dev/null; then
+  echo 'Needed: Debian packages python3-pip, python3-setuptools, python3-wheel, python3-venv,' \
+    'python3-pytest'
   exit 77
 fi
 work=$(mktemp -d)
@@ -24,4 +26,4 @@ VIRTUAL_ENV=$work/env CMAKE_BUILD_TYPE=None CMAKE_BUILD_PARALLEL_LEVEL=2 CMAKE_P
   --no-build-isolation --disable-pip-version-check "$work/source"
 cd "$work"
 "$work/env/bin/python" -c 'import kurvo, sys; assert kurvo.__file__.startswith(sys.prefix)'
-"$work/env/bin/python" -B source/tests/run.py
+"$work/env/bin/python" -B -m pytest -q -p no:cacheprovider source/tests

@@ -95,6 +95,15 @@ class Batches(unittest.TestCase):
         self.assertTrue(np.shares_memory(loaded.numbers, BATCH.numbers))
         self.assertEqual(bits(loaded), bits(pickle.loads(pickle.dumps(BATCH, 2))))
 
+    def test_rows_and_joined(self):
+        parts = [BATCH[:5], BATCH[5:5], BATCH[9:2], BATCH[5:-1], BATCH[-1:]]
+        self.assertEqual([len(part) for part in parts], [5, 0, 0, len(BATCH) - 6, 1])
+        self.assertEqual(bits(kurvo.OutlineBatch.join(parts)), bits(BATCH))
+        self.assertTrue(np.shares_memory(parts[3].numbers, BATCH.numbers))
+        self.assertEqual(len(kurvo.OutlineBatch.join([])), 0)
+        with self.assertRaises(ValueError):
+            BATCH[::2]
+
     def test_hostile_columns_are_exceptions(self):
         words, word_starts, numbers, number_starts, codes = BATCH.columns
         rows = [

@@ -11,6 +11,8 @@ import unittest
 import kurvo
 from kurvo import _kurvo
 
+FLAGS = ["--enable-incomplete-feature=Unpack"]  # what mypy needs before 1.7
+
 HERE = pathlib.Path(kurvo.__file__).parent
 
 
@@ -19,7 +21,7 @@ class Stubs(unittest.TestCase):
         tree = ast.parse((HERE / "_kurvo.pyi").read_text())
         told = {}
         for node in tree.body:
-            if isinstance(node, ast.ClassDef):
+            if isinstance(node, ast.ClassDef) and "total" not in [k.arg for k in node.keywords]:
                 told[node.name] = {n.name for n in node.body if isinstance(n, ast.FunctionDef)}
                 told[node.name] |= {n.target.id for n in node.body if isinstance(n, ast.AnnAssign)}
         told.pop("_Pictures")
@@ -39,6 +41,7 @@ class Stubs(unittest.TestCase):
             self.skipTest("mypy is not installed")
         with tempfile.TemporaryDirectory() as cache:
             done = subprocess.run(
-                [sys.executable, "-m", "mypy", "--strict", "--cache-dir", cache, "-p", "kurvo"],
+                [sys.executable, "-m", "mypy", "--strict", "--cache-dir", cache,
+                 *FLAGS, "-p", "kurvo"],
                 cwd=HERE.parent, capture_output=True, text=True, check=False)
         self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
