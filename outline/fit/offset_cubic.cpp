@@ -203,6 +203,31 @@ CubicSide::At CubicSide::LookAt(double u) const {
   return {CubicAt(points_, u), (1 / speed) * d.first, stretch, speed * stretch, false};
 }
 
+namespace {
+
+// Moves a part that is straight, and goes nowhere back, to the side as it is: its parameter may run
+// as it likes, and stand still at an end, where comparing would need speed. Result: whether it is.
+bool MoveStraight(const CubicSide& side, double u0, double u1, Vec2 along, double tol,
+                  SideFit& fit) {
+  constexpr double kBeside = 0x1p-10;  // of the tolerance
+  Vec2 part[4];
+  CubicPart(side.points(), u0, u1, part);
+  const Vec2 chord = part[3] - part[0];
+  const Vec2 move = (side.distance() / Length(chord)) * Vec2{chord.y, -chord.x};
+  double off = 0;
+  for (int i = 1; i < 4; ++i) {
+    off = std::max(off, std::fabs(Cross(along, part[i] - part[0])));
+    if (!(Dot(along, part[i] - part[i - 1]) >= 0)) return false;
+  }
+  if (!(kBeside * tol >= off)) return false;
+  fit.points[1] = part[1] + move;
+  fit.points[2] = part[2] + move;
+  fit.off = off;
+  return true;
+}
+
+}  // namespace
+
 SideFit FitSide(const CubicSide& side, const CubicSide::At& start, double u0,
                 const CubicSide::At& end, double u1, double tol) {
   const Vec2 first = OffsetOf(start, side.distance()), last = OffsetOf(end, side.distance());
@@ -219,6 +244,7 @@ SideFit FitSide(const CubicSide& side, const CubicSide::At& start, double u0,
   const double guess_b = third * std::max(end.run, 0.0);
   double a = guess_a, b = guess_b;
   const bool is_straight = std::fabs(leaves.y) <= kStraight && std::fabs(arrives.y) <= kStraight;
+  if (is_straight && MoveStraight(side, u0, u1, along, tol, fit)) return fit;
   if (is_straight ||
       !OverChord(leaves, arrives).Solve(UnderSide(side, u0, u1, first, along, length), a, b)) {
     a = guess_a;

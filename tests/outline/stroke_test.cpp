@@ -55,6 +55,7 @@ TEST(ChainStroke, AreasInClosedForm) {
   const Row rows[] = {
       {line, 1, 1, kRound, kButt, {}, 0, 1, 20},
       {line, 1, 1, kRound, kDisc, {}, 0, 1, 20 + kPi},
+      {"(b 3 1 3 1 9 9)", 1, 1, kRound, kButt, {}, 0, 1, 20},  // stands still at its start
       {line, 1, 1, kRound, kBox, {}, 0, 1, 24},
       {line, 0, 1, kRound, kButt, {}, 0, 1, 10},
       {line, 2, 0, kRound, kDisc, {}, 0, 1, 20 + kPi},
@@ -94,6 +95,7 @@ TEST(ChainStroke, AreasInClosedForm) {
     const Stroke stroke = StrokeOf(Chain(row.chain), row.left, row.right, options);
     SCOPED_TRACE(&row - rows);
     EXPECT_EQ(stroke.code, 0);
+    EXPECT_EQ(stroke.report.capped, 0);
     EXPECT_EQ(stroke.region->count, row.loops);
     EXPECT_NEAR(AreaOfLoops(*stroke.region), row.area, 1e-7);
   }
