@@ -18,6 +18,8 @@ PACKAGES = {
     "occt": "libocct-modeling-algorithms-dev",
     "boost": "libboost-dev",
     "boost_polygons": "libboost-dev",
+    "polyclipping": "libpolyclipping-dev",
+    "cgal_polygons": "libcgal-dev",
     "kurbo": "librust-kurbo-dev",
     "lyon": "librust-lyon-geom-dev",
 }
