@@ -227,6 +227,54 @@ TEST(RegionOffset, OutwardTwiceIsOutwardOnce) {
   }
 }
 
+double LengthOf(const KurvoRegion& region) {
+  Globals g;
+  KurvoMoments moments = {};
+  EXPECT_EQ(KurvoRegionMoments(&region, &moments, &g), 1);
+  return moments.length;
+}
+
+// What is left of one region without another, as an area.
+double Without(const Region& a, const Region& b) {
+  Globals g;
+  Region rest;
+  EXPECT_EQ(
+      KurvoRegionCombine(KURVO_DIFFERENCE, a.get(), b.get(), nullptr, rest.get(), nullptr, &g), 1);
+  return AreaOfLoops(*rest);
+}
+
+// In and out again loses what is narrow, out and in again fills it; out by both ways is out by
+// their sum; a convex region grows by its length times the distance and a disc (Steiner).
+TEST(RegionOffset, OpeningClosingAndSteinersFormula) {
+  constexpr double kTol = 1e-5;
+  const KurvoOptions options = OptionsOf(kTol);
+  Random random;
+  for (int round = 0; round < Cases(12); ++round) {
+    SCOPED_TRACE(round);
+    Globals g;
+    Region crossed, region;
+    KurvoRegionAdd(crossed.get(), RandomStar(random).get(), 1e-6, &g);
+    ASSERT_TRUE(KurvoRegionSimplify(crossed.get(), &options, region.get(), nullptr, &g));
+    const double d = random.Uniform(.05, 1.5), more = random.Uniform(.05, 1.5);
+    const auto by = [&](const Region& a, double distance) {
+      return OffsetOf(a, distance, options).region;
+    };
+    const double slack = 20 * kTol * LengthOf(*by(region, d));
+    EXPECT_LE(Without(by(by(region, -d), d), region), slack) << "opening";
+    EXPECT_LE(Without(region, by(by(region, d), -d)), slack) << "closing";
+    const Region once = by(region, d + more), twice = by(by(region, d), more);
+    EXPECT_LE(Without(once, twice) + Without(twice, once), slack) << "sum";
+  }
+  for (const char* convex : {kSquare, kTriangle, kCircle, kLens, "(b 0 0 4 0 4 3 0 3)(l 0 3 0 0)"})
+    for (const double d : {.01, .7, 30.}) {
+      const Region region(convex);
+      const double want = AreaOfLoops(*region) + d * LengthOf(*region) + kPi * d * d;
+      EXPECT_NEAR(AreaOfLoops(*OffsetOf(region, d, options).region), want,
+                  10 * kTol * (LengthOf(*region) + 2 * kPi * d))
+          << convex << " by " << d;
+    }
+}
+
 TEST(RegionOffset, PowersOfTwoChangeNoBits) {
   const Offset plain = OffsetOf(Region(kEll), .3, OptionsOf());
   const Offset larger = OffsetOf(
