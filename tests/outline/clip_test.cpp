@@ -336,7 +336,7 @@ TEST(RegionClip, ManyChainsAndLoops) {
 }
 
 TEST(RegionClip, Refusals) {
-  Region region({"(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 0)"}), broken, out[2];
+  Region region("(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 0)"), broken, out[2];
   const Chain chain("(l 0 1 9 1)"), apart("(l 0 1 9 1)(l 9 2 9 9)");
   broken.Add(Chain("(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 0)"));
   broken->loops[0].count = 2;

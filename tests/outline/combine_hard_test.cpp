@@ -148,14 +148,14 @@ TEST(RegionCombine, GapsAreBridgedAndTold) {
     EXPECT_EQ(Strays(*made.region, {loose.get()}, 1e-8), "");
   }
   // A sliver narrower than the tolerance goes, and is told.
-  const Region sliver({"(l 0 0 4 0)(l 4 0 4 1e-4)(l 4 1e-4 0 1e-4)(l 0 1e-4 0 0)"});
+  const Region sliver("(l 0 0 4 0)(l 4 0 4 1e-4)(l 4 1e-4 0 1e-4)(l 0 1e-4 0 0)");
   const Combined made = Combine(kSimplify, {sliver.get()}, 0, 1e-3);
   EXPECT_EQ(made.region->count, 0);
   EXPECT_EQ(Combine(kSimplify, {sliver.get()}).region->count, 1);
 }
 
 TEST(RegionCombine, Refuses) {
-  const Region square({"(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)"});
+  const Region square("(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)");
   KurvoOptions wrong = {}, stop = {};
   wrong.size = stop.size = sizeof wrong;
   wrong.tol = -1;

@@ -101,7 +101,7 @@ TEST(RegionCombine, KeepsWhatNothingTouches) {
   const std::string arcs = "(a 0 0 9 0 3)(a 0 0 9 3 3.283185307179586)";
   const std::string mixed = "(l -1 -1 1 -1)(r 1 -1 1 3 0 .7 1 1 1)(l 1 1 -1 1)(b -1 1 -2 0 -1 -1)";
   Region a({arcs, mixed, splines}, KURVO_FILL_EVENODD),
-      b({"(l 50 0 60 0)(l 60 0 55 5)(l 55 5 50 0)"});
+      b("(l 50 0 60 0)(l 60 0 55 5)(l 55 5 50 0)");
   int32_t mark = 0;
   for (Region* region : {&a, &b})
     ForEachCurve(**region, [&](Curve& cv) { cv.attr = ++mark, cv.attr_p2 = 99; });
@@ -134,8 +134,8 @@ TEST(RegionCombine, KeepsWhatNothingTouches) {
 
 // Cuts alone make more curves: of each type as many as there were, and one for each cut.
 TEST(RegionCombine, CutsKeepTypes) {
-  const Region a({"(a 0 0 4 0 2)(a 0 0 4 2 2)(a 0 0 4 4 2.283185307179586)"});
-  const Region b({"(B 3 -6 2 -1 2 1 3 6 | 0 0 0 1 2 2 2)(l 3 6 9 6)(l 9 6 9 -6)(l 9 -6 3 -6)"});
+  const Region a("(a 0 0 4 0 2)(a 0 0 4 2 2)(a 0 0 4 4 2.283185307179586)");
+  const Region b("(B 3 -6 2 -1 2 1 3 6 | 0 0 0 1 2 2 2)(l 3 6 9 6)(l 9 6 9 -6)(l 9 -6 3 -6)");
   const Combined made = Combine(KURVO_XOR, {a.get(), b.get()});
   ASSERT_EQ(made.code, 0);
   std::map<int32_t, int> types;

@@ -34,7 +34,7 @@ TEST(CombineOracle, NoticesWhatIsWrong) {
       {"along each other", {square, hole, "(l 9 2 12 2)(l 12 2 12 5)(l 12 5 9 5)(l 9 5 9 2)"},           "run along"},
   };
   // clang-format on
-  const Region a({square}), b({"(l 2 2 5 2)(l 5 2 5 5)(l 5 5 2 5)(l 2 5 2 2)"});
+  const Region a({square}), b("(l 2 2 5 2)(l 5 2 5 5)(l 5 5 2 5)(l 2 5 2 2)");
   for (const Row& row : rows) {
     SCOPED_TRACE(row.what);
     Random random;

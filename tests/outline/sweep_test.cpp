@@ -90,8 +90,8 @@ TEST(Sweep, FindsCrossingsThatNobodyTold) {
 // Strands that end in one point do not contradict there that they crossed: their order is looked at
 // half-way too. These cross at four tenths of their height.
 TEST(Sweep, FindsCrossingsBelowACommonEnd) {
-  const Region a({"(b 0 0 0 3 2.1 7 0 10)(l 0 10 -5 5)(l -5 5 0 0)"});
-  const Region b({"(l 1 0 0 10)(l 0 10 6 4)(l 6 4 1 0)"});
+  const Region a("(b 0 0 0 3 2.1 7 0 10)(l 0 10 -5 5)(l -5 5 0 0)");
+  const Region b("(l 1 0 0 10)(l 0 10 6 4)(l 6 4 1 0)");
   const Inputs inputs = {a.get(), b.get()};
   Random random;
   Probes probes(random, inputs, .003L, 400);
