@@ -71,12 +71,15 @@ void DrawLine(const DxfItem& item, Library&, OutlineBuilder& pen) {
 }
 
 void DrawCircle(const DxfItem& item, Library&, OutlineBuilder& pen) {
-  DrawTurn(item.entity.At(10), Radius(item.entity), 0, 0, pen);
+  const Point centre = item.entity.At(10);
+  DrawTurn(centre, Radius(item.entity), 0, 0, pen);
 }
 
 void DrawArc(const DxfItem& item, Library&, OutlineBuilder& pen) {
   const DxfEntity& arc = item.entity;
-  DrawTurn(arc.At(10), Radius(arc), arc.Number(50), arc.Number(51), pen);
+  const Point centre = arc.At(10);
+  const double radius = Radius(arc), from = arc.Number(50), to = arc.Number(51);
+  DrawTurn(centre, radius, from, to, pen);
 }
 
 void DrawEllipse(const DxfItem& item, Library&, OutlineBuilder& pen) {

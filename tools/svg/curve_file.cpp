@@ -87,10 +87,17 @@ class CurveReader {
  private:
   OwnedCurve ReadOne(const std::string& type, const Json& value) const {
     const auto point = [&](const char* name) { return ReadPoint(Member(value, name), name); };
-    if (type == "line") return OwnedCurve::Line(point("start"), point("end"));
+    // One after the other: faults are named in the same order by every compiler.
+    if (type == "line") {
+      const Point start = point("start"), end = point("end");
+      return OwnedCurve::Line(start, end);
+    }
     if (type == "arc") {
-      return OwnedCurve::Arc(point("centre"), scale_ * Number(Member(value, "radius"), "radius"),
-                             !FlagOr(false, value, "clockwise"), point("start"), point("end"));
+      const Point centre = point("centre");
+      const double radius = scale_ * Number(Member(value, "radius"), "radius");
+      const bool is_left = !FlagOr(false, value, "clockwise");
+      const Point start = point("start"), end = point("end");
+      return OwnedCurve::Arc(centre, radius, is_left, start, end);
     }
     const bool is_rational = type.starts_with("rational ");
     const std::string form = is_rational ? type.substr(9) : type;
