@@ -26,7 +26,7 @@ namespace {
 constexpr int64_t kHostileCalls = 10000, kMemoryCalls = 150, kDigestCalls = 80;
 constexpr int64_t kManyRequests = 200;  // above it only some of them fail
 constexpr int64_t kManyOfRecords = 40;  // the same of calls that make many records,
-constexpr int64_t kManyOfMost = 12;     // and of those with more requests than this:
+constexpr int64_t kManyOfMost = 12;     // and of square ones with more than:
 constexpr int64_t kMostRequests = 600;
 
 TEST(Table, HasEveryFunctionOfTheInterfaceOnce) {
@@ -127,9 +127,9 @@ TEST_P(FailingMemory, IsReportedAndHarmless) {
     const int64_t requests = untroubled.memory.requests;
     most = std::max(most, requests);
     if (untroubled.memory.refused > 0) continue;  // more than there is
-    const int64_t many = !(entry.traits & kRecords) ? kManyRequests
-                         : requests > kMostRequests ? kManyOfMost
-                                                    : kManyOfRecords;
+    const int64_t many = !(entry.traits & kRecords)                           ? kManyRequests
+                         : entry.traits & kSquare && requests > kMostRequests ? kManyOfMost
+                                                                              : kManyOfRecords;
     const int64_t step = 1 + requests / many;
     for (int64_t granted = 0; granted < requests; granted += step)
       for (const bool from_then : {false, true}) {
