@@ -1,8 +1,5 @@
 // Regions combined. Names are combine/operation/what/count; the counter tells the curves of the
 // results. Pairs are asked in turn, every operation of each.
-#include <benchmark/benchmark.h>
-#include <kurvo_outline.h>
-
 #include "regions.h"
 
 namespace {
@@ -93,17 +90,10 @@ void Simplify(benchmark::State& state, const Some& some) {
 }
 
 // All letters, those with contours that overlap or cross themselves among them.
-void SimplifyLetters(benchmark::State& state) {
-  Some letters;
-  for (std::size_t i = 0; i < kurvo_test::kGlyphCount; ++i) letters.push_back(Letter(i, 0, 0, 0));
-  Simplify(state, letters);
-}
+void SimplifyLetters(benchmark::State& state) { Simplify(state, Letters()); }
 BENCHMARK(SimplifyLetters)->Name("simplify/letters");
 void SimplifyOverlaps(benchmark::State& state) {
-  Some letters;
-  for (std::size_t i = kurvo_test::kSimpleGlyphCount; i < kurvo_test::kGlyphCount; ++i)
-    letters.push_back(Letter(i, 0, 0, 0));
-  Simplify(state, letters);
+  Simplify(state, Letters(kurvo_test::kSimpleGlyphCount));
 }
 BENCHMARK(SimplifyOverlaps)->Name("simplify/letters_with_overlaps");
 

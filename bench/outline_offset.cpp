@@ -13,13 +13,7 @@ KurvoOptions Options(double tol) {
   return options;
 }
 
-Some Letters() {
-  Some letters;
-  for (std::size_t i = 0; i < kurvo_test::kGlyphCount; ++i) letters.push_back(Letter(i, 0, 0, 0));
-  return letters;
-}
-
-// Asks each region in turn, outwards and inwards; freed inside.
+// Asks each region in turn, outwards and inwards.
 void Offset(benchmark::State& state, const Some& some, double distance, double tol) {
   GlobalVar g;
   KurvoInitGlobalVar(&g);

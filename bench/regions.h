@@ -90,6 +90,14 @@ inline std::unique_ptr<Region> Letter(std::size_t index, double turn, double dx,
   return region;
 }
 
+// All letters from one on, as they stand.
+inline Some Letters(std::size_t first = 0) {
+  Some letters;
+  for (std::size_t i = first; i < kurvo_test::kGlyphCount; ++i)
+    letters.push_back(Letter(i, 0, 0, 0));
+  return letters;
+}
+
 // The corners of a ring that waves, and is rough by half its steps.
 inline std::vector<XY> RingCorners(Random& random, int count) {
   std::vector<XY> corners;

@@ -65,7 +65,7 @@ step "Intersections of $calls pairs of curves"
 KURVO_PAIRS=$calls build/release/tests/relate/relate_test --gtest_brief=1 \
   --gtest_filter='IntersectPlanted.RandomPairs'
 
-cmake --build --preset release -j "$(nproc)" -t outline_test > /dev/null
+cmake --build --preset release -j "$(nproc)" -t outline_test outline_sweep_test > /dev/null
 # outline TITLE ROUNDS FILTER
 outline() {
   step "$1, $(($2 + 1)) rounds"
@@ -77,6 +77,8 @@ outline 'Letters of three fonts combined, in nine families' $((calls / 1000)) 'R
 outline 'Random outlines combined' $((calls / 100)) 'RegionCombine.RandomOutlines'
 outline 'Laws of combining, bit for bit' $((calls / 10)) 'RegionCombine.BitForBit'
 outline 'Laws of combining pairs' $((calls / 1000)) 'RegionCombine.Commutes*:RegionCombine.ManyAtOnce'
+step "The sweep without events, $((calls / 500 + 1)) rounds"
+KURVO_TEST_CASES=$((calls / 500 + 1)) build/release/tests/outline/outline_sweep_test --gtest_brief=1
 outline 'Regions grown and shrunk' $((calls / 60)) 'RegionOffset.*'
 outline 'Strokes' $((calls / 500)) 'ChainStroke.*'
 outline 'Chains clipped' $((calls / 50)) 'RegionClip.*'

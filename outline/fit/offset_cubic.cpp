@@ -184,27 +184,6 @@ class Comparison {
   double bound_ = 0, reached_ = 0;
 };
 
-}  // namespace
-
-// What is straight but for rounding is straight.
-CubicSide::CubicSide(const Vec2* points, double distance) : points_(points), distance_(distance) {
-  constexpr double kRounding = 0x1p-46;
-  double farthest = 0, longest = 0;
-  for (int i = 0; i < 4; ++i) farthest = std::max(farthest, Length(points[i]));
-  for (int i = 0; i < 3; ++i) longest = std::max(longest, Length(points[i + 1] - points[i]));
-  noise_ = kRounding * longest * farthest;
-}
-
-CubicSide::At CubicSide::LookAt(double u) const {
-  const CubicDerivatives d(points_, u);
-  const double speed = Length(d.first), cross = Cross(d.first, d.second);
-  const double bend = noise_ >= std::fabs(cross) ? 0 : cross / (speed * speed * speed);
-  const double stretch = 1 + distance_ * bend;
-  return {CubicAt(points_, u), (1 / speed) * d.first, stretch, speed * stretch, false};
-}
-
-namespace {
-
 // Moves a part that is straight, and goes nowhere back, to the side as it is: its parameter may run
 // as it likes, and stand still at an end, where comparing would need speed. Result: whether it is.
 bool MoveStraight(const CubicSide& side, double u0, double u1, Vec2 along, double tol,
@@ -227,6 +206,23 @@ bool MoveStraight(const CubicSide& side, double u0, double u1, Vec2 along, doubl
 }
 
 }  // namespace
+
+// What is straight but for rounding is straight.
+CubicSide::CubicSide(const Vec2* points, double distance) : points_(points), distance_(distance) {
+  constexpr double kRounding = 0x1p-46;
+  double farthest = 0, longest = 0;
+  for (int i = 0; i < 4; ++i) farthest = std::max(farthest, Length(points[i]));
+  for (int i = 0; i < 3; ++i) longest = std::max(longest, Length(points[i + 1] - points[i]));
+  noise_ = kRounding * longest * farthest;
+}
+
+CubicSide::At CubicSide::LookAt(double u) const {
+  const CubicDerivatives d(points_, u);
+  const double speed = Length(d.first), cross = Cross(d.first, d.second);
+  const double bend = noise_ >= std::fabs(cross) ? 0 : cross / (speed * speed * speed);
+  const double stretch = 1 + distance_ * bend;
+  return {CubicAt(points_, u), (1 / speed) * d.first, stretch, speed * stretch, false};
+}
 
 SideFit FitSide(const CubicSide& side, const CubicSide::At& start, double u0,
                 const CubicSide::At& end, double u1, double tol) {

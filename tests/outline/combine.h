@@ -31,11 +31,7 @@ constexpr int32_t kSimplify = -1;  // of one region
 
 inline Combined Combine(int32_t operation, const Inputs& inputs, double gap = 0, double tol = 0) {
   Globals g(std::max(0x1p-44 * SizeOf(inputs), 1e-300));  // the joints of arcs are rounded
-  KurvoOptions options = {};
-  options.size = sizeof options;
-  options.flags = KURVO_WITH_ORIGINS;
-  options.gap = gap;
-  options.tol = tol;
+  const KurvoOptions options = OptionsOf(tol, gap);
   Combined made;
   KurvoRegion* const out = made.region.get();
   if (operation == kSimplify)

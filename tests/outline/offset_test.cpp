@@ -111,6 +111,18 @@ Chain RandomStar(Random& random) {
   return Chain(std::move(curves));
 }
 
+// One of them, and what is left of it when nothing crosses.
+struct Star {
+  Star(Random& random, double tol) {
+    Globals g;
+    const KurvoOptions options = OptionsOf(tol);
+    crossed.Add(RandomStar(random), 1e-6);
+    EXPECT_TRUE(KurvoRegionSimplify(crossed.get(), &options, simple.get(), nullptr, &g));
+  }
+
+  Region crossed, simple;
+};
+
 double DistanceTo(const KurvoRegion& region, const Point& q) {
   Globals g;
   double least = kInfinity;
@@ -129,16 +141,11 @@ TEST(RegionOffset, PointsAreInsideByTheirDistance) {
   Random random;
   for (int round = 0; round < Cases(60); ++round) {
     SCOPED_TRACE(round);
-    Globals g;
-    Region crossed, region;
-    KurvoRegionAdd(crossed.get(), RandomStar(random).get(), 1e-6, &g);
-    KurvoOptions options = OptionsOf(kTol);
-    // Distances are measured to what is left of the loop when nothing crosses, and of spikes at the
-    // tolerance that offsets leave to it.
-    const KurvoOptions finer = OptionsOf(kTol / 8);
-    ASSERT_TRUE(KurvoRegionSimplify(crossed.get(), &finer, region.get(), nullptr, &g));
+    // Distances are measured to what is left at the tolerance that offsets leave to that.
+    const Star star(random, kTol / 8);
+    const Region& region = star.simple;
     const double distance = random.Uniform(-1.5, 3);
-    const Offset offset = OffsetOf(crossed, distance, options);
+    const Offset offset = OffsetOf(star.crossed, distance, OptionsOf(kTol));
     ASSERT_EQ(offset.code, 0);
     EXPECT_EQ(offset.report.capped, 0);
     for (int k = 0; k < 60; ++k) {
@@ -251,10 +258,8 @@ TEST(RegionOffset, OpeningClosingAndSteinersFormula) {
   Random random;
   for (int round = 0; round < Cases(12); ++round) {
     SCOPED_TRACE(round);
-    Globals g;
-    Region crossed, region;
-    KurvoRegionAdd(crossed.get(), RandomStar(random).get(), 1e-6, &g);
-    ASSERT_TRUE(KurvoRegionSimplify(crossed.get(), &options, region.get(), nullptr, &g));
+    const Star star(random, kTol);
+    const Region& region = star.simple;
     const double d = random.Uniform(.05, 1.5), more = random.Uniform(.05, 1.5);
     const auto by = [&](const Region& a, double distance) {
       return OffsetOf(a, distance, options).region;
