@@ -28,7 +28,7 @@ struct Strand {
   double least_x, most_x;         // of all of it
   const double *x, *y, *w;        // control points upwards, of a rational one times w; null: none
   double x1, x2, x3, y1, y2, y3;  // x = x_low + x1 v + x2 v^2 + x3 v^3, up to cubics
-  Vec2 centre;                    // of an arc
+  Vec2 centre;                    // of an arc, whose circle passes the lower end
   double half_low;                // how far its lower end lies to the side of the centre
   double radius, bulge;           // it lies to the right (1) or left (-1) of its centre
 
@@ -44,10 +44,9 @@ struct Strand {
   // Of an arc: the share of it at the direction of a point from its centre.
   double TurnTo(Vec2 point) const;
   Stretch Between(double from, double to, double v_from, double v_to) const;
-  // That on which At lies: it passes the lower end, where that is beside the arc's own circle.
   Circle circle() const {
     if (kind != Span::Kind::kArc) return {};
-    return {{x_low - bulge * half_low, centre.y}, radius, bulge};
+    return {centre, radius, bulge};
   }
   Vec2 PointAt(double v) const;
   double SourceAt(double v) const {

@@ -11,6 +11,7 @@ namespace {
 
 constexpr double kLeastPart = 0x1p-30;  // of a source, in parameters: closer cuts are one
 constexpr double kLow = 4;              // of tol: strands that are lower are cut at sides too
+constexpr double kRoundingOfRadius = 0x1p-50;
 
 // Where a source is cut: at extreme heights, and perhaps at extreme sides.
 struct Cut {
@@ -210,13 +211,16 @@ class Cutter {
   }
 
   static void SetArc(Strand& strand, const Span& arc, double middle) {
-    strand.centre = arc.centre;
     strand.radius = arc.radius;
-    const double rise = strand.y_low - arc.centre.y;
-    strand.half_low = std::sqrt(std::max((arc.radius - rise) * (arc.radius + rise), 0.0));
     strand.bulge = std::cos(arc.angle + middle * arc.sweep) > 0 ? 1 : -1;
-    if (strand.y_low < arc.centre.y && strand.y_high > arc.centre.y) {
-      const double side = arc.centre.x + strand.bulge * arc.radius;
+    // Moved so that it passes the lower end, as a vertex may lie beside it.
+    const Vec2 low = {strand.x_low, strand.y_low}, spoke = low - arc.centre;
+    const double off = Length(spoke) - arc.radius;
+    const bool is_on = kRoundingOfRadius * arc.radius >= std::fabs(off);
+    strand.centre = is_on ? arc.centre : arc.centre + (off / Length(spoke)) * spoke;
+    strand.half_low = strand.bulge * (low.x - strand.centre.x);
+    if (strand.y_low < strand.centre.y && strand.y_high > strand.centre.y) {
+      const double side = strand.centre.x + strand.bulge * strand.radius;
       strand.least_x = std::min(strand.least_x, side);
       strand.most_x = std::max(strand.most_x, side);
     }
