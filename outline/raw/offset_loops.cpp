@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "base/refusal.h"
-#include "raw/far.h"
+#include "raw/pockets.h"
 #include "raw/side.h"
 #include "strand/spans.h"
 
@@ -27,6 +27,13 @@ void Collect(const Cvseq& chain, const Frame& frame, LoopSpans& loop) {
     loop.spans.push_back(Kept(span, loop.arena));
     loop.box.Join(HullOf(span));
   });
+}
+
+// Whether a loop grows, or shrinks, to nothing: a hole by this distance outwards, an outer loop
+// inwards. No point within is farther from it than half the shorter side of its box.
+bool IsUsedUp(const Bounds& box, double distance) {
+  const double shorter = std::min(box.high.x - box.low.x, box.high.y - box.low.y);
+  return 2 * distance > shorter;
 }
 
 double AreaOf(const Cvseq& chain) {
@@ -61,10 +68,11 @@ Made AppendOffsetLoops(const KurvoRegion& region, const Frame& frame, double dis
     }
     list.strips.clear();
     list.pieces.clear();
-    if (is_round && IsFar(loop.box, distance))
-      AppendFarStrips(loop.spans, distance, tol, list);
-    else
+    if (is_round) {
+      AppendStripsAlong(loop.spans, distance, tol, list);
+    } else {
       for (const Span& span : loop.spans) AppendStrips(span, distance, tol, list);
+    }
     if (list.strips.empty()) continue;
     RawLoop out(frame, chain, i);
     Side(list, distance, true, corners).AppendTo(out);
