@@ -2,6 +2,7 @@
 
 import math
 import pickle
+from fractions import Fraction
 import threading
 import unittest
 
@@ -16,6 +17,39 @@ SQUARE = Region.rectangle((0, 0), (3, 3))
 
 def packed(region):
     return [column.tobytes() for column in region.pack()]
+
+
+def exact_moments(polynomials):
+    """Area and its moments of x(t), y(t) over [0, 1], closed: power series of fractions."""
+
+    def times(a, b):
+        product = [Fraction(0)] * (len(a) + len(b) - 1)
+        for i, u in enumerate(a):
+            for k, v in enumerate(b):
+                product[i + k] += u * v
+        return product
+
+    def power(x, n):
+        return times(x, power(x, n - 1)) if n else [Fraction(1)]
+
+    sums = dict.fromkeys([(0, 0), (1, 0), (0, 1), (2, 0), (1, 1), (0, 2)], Fraction(0))
+    for x, y in polynomials:
+        slope = [k * c for k, c in enumerate(y)][1:]
+        for m, n in sums:  # Green: the integral of x^m y^n is that of x^(m + 1) y^n / (m + 1) dy
+            integrand = times(times(power(x, m + 1), power(y, n)), slope)
+            sums[m, n] += sum((c / (k + 1) for k, c in enumerate(integrand)), Fraction(0)) / (m + 1)
+    return sums
+
+
+def power_series(points):
+    """Of a Bezier curve, exactly."""
+    n = len(points) - 1
+    series = []
+    for values in zip(*points):
+        values = [Fraction(float(v)) for v in values]
+        series.append([math.comb(n, k) * sum((-1) ** (k - i) * math.comb(k, i) * values[i]
+                                             for i in range(k + 1)) for k in range(n + 1)])
+    return series
 
 
 class Regions(unittest.TestCase):
@@ -157,3 +191,24 @@ class Chains(unittest.TestCase):
         np.testing.assert_allclose(chain.box, [[0, 0], [3, 3]])
         np.testing.assert_allclose(chain.moments.centroid, [1.5, 1.5])
         self.assertEqual(pickle.loads(pickle.dumps(eight)).length, eight.length)
+
+    def test_moments_against_rational_arithmetic(self):
+        rng = np.random.default_rng(4)
+        for _ in range(40):
+            corners = rng.uniform(-5, 5, (rng.integers(3, 6), 2)) + rng.choice([0, 40])
+            curves = []
+            for start, end in zip(corners, np.roll(corners, -1, axis=0)):
+                inner = rng.uniform(-5, 5, (rng.integers(0, 5), 2)) + start
+                curves.append(np.vstack([start, inner, end]))
+            got = Chain([kurvo.Curve.bezier(points) for points in curves]).moments
+            sums = exact_moments([power_series(points) for points in curves])
+            area, mx, my = sums[0, 0], sums[1, 0], sums[0, 1]
+            x, y = mx / area, my / area
+            size = np.ptp(np.vstack(curves), axis=0).max()
+            scale = float(size * size / abs(area))
+            rows = [(got.area, area, size**2), (got.centroid[0], x, size * scale),
+                    (got.centroid[1], y, size * scale), (got.xx, sums[2, 0] - mx * x, size**4 * scale),
+                    (got.xy, sums[1, 1] - mx * y, size**4 * scale),
+                    (got.yy, sums[0, 2] - my * y, size**4 * scale)]
+            for is_, want, unit in rows:
+                self.assertLessEqual(abs(float(Fraction(float(is_)) - want)), 1e-14 * unit)
