@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <numbers>
 
+#include "outline/pen_model.h"
 #include "support/generator.h"
 #include "support/region.h"
 
@@ -150,19 +151,65 @@ TEST(RegionOffset, PointsAreInsideByTheirDistance) {
     ASSERT_EQ(offset.code, 0);
     EXPECT_EQ(offset.report.capped, 0);
     for (int k = 0; k < 60; ++k) {
-      const XY place = RandomPlace(random, 10);
-      Point q = {place.x, place.y, 0};
-      if (k % 2 && offset.region->count > 0) {
-        const Cvseq& loop = offset.region->loops[RandomInt(random, 0, offset.region->count - 1)];
-        q = PointAt(loop.curves[RandomInt(random, 0, loop.count - 1)], random.Uniform(0, 1));
-        for (int i = 0; i < 2; ++i) q[static_cast<std::size_t>(i)] += random.Uniform(-5, 5) * kTol;
-      }
+      const XY place = k % 2 ? PlaceBeside(random, *offset.region, kTol) : RandomPlace(random, 10);
+      const Point q = {place.x, place.y, 0};
       const double beyond = DistanceTo(*region, q) - std::fabs(distance);
       if (3 * kTol >= std::fabs(beyond)) continue;
       const bool inside = Where(*region, q) == KURVO_REGION_INSIDE;
       const bool want = distance > 0 ? inside || beyond < 0 : inside && beyond > 0;
       EXPECT_EQ(Where(*offset.region, q) == KURVO_REGION_INSIDE, want)
           << q[0] << " " << q[1] << " distance " << distance << " beyond " << beyond;
+    }
+  }
+}
+
+// All joins, both signs: what the pen covers of the loops is added, or taken away.
+TEST(RegionOffset, PolygonsGrowByWhatAPenCovers) {
+  constexpr double kTol = 1e-5;
+  Random random;
+  for (int round = 0; round < Cases(80); ++round) {
+    SCOPED_TRACE(round);
+    std::vector<Owned> lines;
+    const XY first = RandomPlace(random, 5);
+    XY at = first;
+    for (int n = RandomInt(random, 2, 8); n >= 0; --n) {
+      const XY next = n == 0 ? first : RandomPlace(random, 5);
+      lines.push_back(Line(at.x, at.y, next.x, next.y));
+      at = next;
+    }
+    Region crossed, simple;
+    Globals g;
+    KurvoOptions options = OptionsOf(kTol / 8);
+    crossed.Add(Chain(std::move(lines)));
+    ASSERT_TRUE(KurvoRegionSimplify(crossed.get(), &options, simple.get(), nullptr, &g));
+    options.tol = kTol;
+    options.join = round % 3;
+    options.miter_limit = random.Uniform(1, 9);
+    const double distance = random.Uniform(-1, 2) * (Chance(random, .1) ? 20 : 1);
+    const Offset offset = OffsetOf(crossed, distance, options);
+    ASSERT_EQ(offset.code, 0);
+    std::vector<PenModel> models;
+    for (int i = 0; i < simple->count; ++i) {
+      Polygon corners;
+      for (int k = 0; k < simple->loops[i].count; ++k) {
+        const Point p = PointAt(simple->loops[i].curves[k], 0);
+        corners.push_back({p[0], p[1]});
+      }
+      models.emplace_back(corners, true, std::max(-distance, 0.), std::max(distance, 0.), options);
+    }
+    for (int k = 0; k < 100; ++k) {
+      const XY q = k % 2 ? PlaceBeside(random, *offset.region, 3 * kTol) : RandomPlace(random, 9);
+      int covered = 0;
+      for (const PenModel& model : models) {
+        const int holds = model.Holds({q.x, q.y}, 3 * kTol);
+        covered = holds < 0 || covered < 0 ? -1 : covered + holds;
+      }
+      const Point p = {q.x, q.y, 0};
+      if (covered < 0 || 3 * kTol >= DistanceTo(*simple, p)) continue;
+      const bool inside = Where(*simple, p) == KURVO_REGION_INSIDE;
+      EXPECT_EQ(Where(*offset.region, p) == KURVO_REGION_INSIDE,
+                distance > 0 ? inside || covered : inside && !covered)
+          << q.x << " " << q.y << " by " << distance << " join " << options.join;
     }
   }
 }

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "support/curve_text.h"
+#include "support/generator.h"
 
 namespace kurvo_test {
 
@@ -84,6 +84,14 @@ inline std::pair<std::vector<int32_t>, std::vector<double>> Packed(const KurvoRe
   KurvoFree(words);
   KurvoFree(numbers);
   return packed;
+}
+
+// A point beside a curve of a region, by up to five times tol; anywhere where that has none.
+inline XY PlaceBeside(Random& random, const KurvoRegion& region, double tol) {
+  if (region.count == 0) return RandomPlace(random, 9);
+  const Cvseq& loop = region.loops[RandomInt(random, 0, region.count - 1)];
+  const Point p = PointAt(loop.curves[RandomInt(random, 0, loop.count - 1)], random.Uniform(0, 1));
+  return {p[0] + random.Uniform(-5, 5) * tol, p[1] + random.Uniform(-5, 5) * tol};
 }
 
 }  // namespace kurvo_test
