@@ -13,7 +13,8 @@ namespace {
 
 // Parts of a span halved so often are points; those that q is not on are passed long before.
 constexpr int kMostHalvings = 52;
-constexpr double kSmall = 8;  // bands: parts so near to q and so small are measured exactly
+constexpr int kMostParts = 1 << 16;  // of a span, which has collapsed onto q when it has more
+constexpr double kSmall = 8;         // bands: parts so near to q and so small are measured exactly
 
 bool IsOn(const Span& span, Vec2 q, double band) {
   Feet feet;
@@ -80,13 +81,14 @@ class BezierCrossings {
   // Nothing: a part comes as near as a few bands.
   std::optional<int> Count(double band) {
     int turns = 0;
-    for (int count = 1; count > 0;) {
+    int parts_left = kMostParts;
+    for (int count = 1; count > 0; --parts_left) {
       Piece& piece = pieces_[count - 1];
       const int rise = Rise(piece.start_above, piece.end_above);
       const Sides sides = SidesOf(piece, band);
       if (sides.left || (rise == 0 && (sides.above || sides.below || sides.right))) {
         --count;
-      } else if (sides.right || piece.halvings_left == 0) {
+      } else if (sides.right || piece.halvings_left == 0 || parts_left <= 0) {
         if (piece.points[0].x > 0) turns += rise;
         --count;
       } else if (sides.small) {

@@ -114,7 +114,7 @@ class Waiting {
 class Fence {
  public:
   Fence(const Cvseq& loop, const Frame& frame, double size)
-      : frame_(frame), clear_(kClear * size), points_({&loop, 1}, frame) {}
+      : frame_(frame), clear_(std::max(kClear * size, kRounding)), points_({&loop, 1}, frame) {}
 
   // By the middle of the first of the other's spans that is clear of this loop; where all of it
   // runs along this one, it lies in it.

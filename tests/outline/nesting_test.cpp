@@ -38,6 +38,7 @@ TEST(RegionNesting, Tables) {
       {"along two sides",  {corner, square},                                      {1, -1}},
       {"equal",            {square, square, clockwise, square},                   {-1, 0, 1, 2}},
       {"of nothing",       {square, "", "(l 1 1 1 1)", "(l 1 2 3 2)(l 3 2 1 2)"}, {-1, -1, 0, 0}},
+      {"points",           {"(b 1 1 1 1 1 1 1 1)", "(b 1 1 1 1 1 1 1 1)"},        {-1, 0}},
       {"in a bay",         {"(l 0 0 9 0)(l 9 0 9 9)(l 9 9 8 9)(l 8 9 8 1)(l 8 1 0 1)(l 0 1 0 0)", circle}, {-1, -1}},
       {"crossing",         {"(a 0 5 3 0 6.283185307179586)", square},             {-1, -1}},
       {"in a lobe",        {eight, "(a 5 3 .2 0 6.283185307179586)"},          {-1, 0}},
