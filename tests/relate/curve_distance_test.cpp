@@ -101,6 +101,7 @@ TEST(DistCurve, OfLinesAndArcsIsExact) {
       {"concentric apart", Arc(0, 0, 4, 0, right), Arc(0, 0, 3, 2 * right, right), 5, 0, 1},
       {"same circle", Arc(0, 0, 4, 0, 2 * right), Arc(0, 0, 4, right, 2 * right), 0, .5, 0},
       {"crossing arcs", Arc(0, 0, r2, 0, 2 * right), Arc(2, 0, r2, right, right), 0, .25, .5},
+      {"crossing, of two radii", Arc(0, 0, 2, 0, 2 * right), Arc(2.5, 0, 1.5, right, 2 * right), 0, std::atan2(3, 4) / (2 * right), std::atan2(3, 4) / (2 * right)},
       {"touching arcs", Arc(0, 0, 1, -right, 2 * right), Arc(3, 0, 2, right, 2 * right), 0, .5, .5},
       {"clockwise", Arc(0, 0, 1, right, -2 * right), Arc(5, 0, 2, right, 2 * right), 2, .5, .5},
       {"at the centre", Make("l 0 0 0 0"), Arc(0, 0, 2, 1, 2), 2, 0, 0},
