@@ -29,49 +29,49 @@ constexpr unsigned kSeed = 20261122;
 
 // A parameter from `from` on at which the curve is nearest to a point: the first within the bound
 // that is found.
-double FollowTo(Library& library, const OwnedCurve& curve, Point p, double from, double bound) {
+double FollowTo(Context& context, const OwnedCurve& curve, Point p, double from, double bound) {
   constexpr int kStarts = 64, kSteps = 20;
   double best = from, least = kNever;
   for (int i = 0; i <= kStarts && !(bound >= least); ++i) {
     double t = from + (1 - from) * i / kStarts, step = 1;
     for (int k = 0; k < kSteps && std::fabs(step) > 1e-14; ++k) {
-      const Point d = DerivativeOf(library, curve, t, 1);
-      step = Dot(p - PositionOf(library, curve, t), d) / Dot(d, d);
+      const Point d = DerivativeOf(context, curve, t, 1);
+      step = Dot(p - PositionOf(context, curve, t), d) / Dot(d, d);
       t = std::clamp(t + step, from, 1.0);
     }
-    const double distance = Size(p - PositionOf(library, curve, t));
+    const double distance = Size(p - PositionOf(context, curve, t));
     if (distance < least) std::tie(best, least) = std::pair(t, distance);
   }
   return best;
 }
 
 // How far what was read from `next` on is off the curve, from its start to its end.
-double Deviation(Library& library, const OwnedCurve& curve,
+double Deviation(Context& context, const OwnedCurve& curve,
                  const std::vector<const OwnedCurve*>& read, std::size_t& next, double size) {
   if (next == read.size()) return kNever;
-  double worst = Size(StartOf(library, *read[next]) - StartOf(library, curve));
+  double worst = Size(StartOf(context, *read[next]) - StartOf(context, curve));
   const bool is_exact =
-      curve.Type() == CV_LINE || (curve.Type() == CV_BEZIER && DegreeOf(library, curve) <= 3);
+      curve.Type() == CV_LINE || (curve.Type() == CV_BEZIER && DegreeOf(context, curve) <= 3);
   double t = 0;
   for (Point end; next < read.size();) {
     const OwnedCurve& piece = *read[next++];
     for (const double s : {0.25, 0.5, 0.75, 1.0}) {
-      end = PositionOf(library, piece, s);
-      t = is_exact ? s : FollowTo(library, curve, end, t, kBound * size);
-      worst = std::max(worst, Size(end - PositionOf(library, curve, t)));
+      end = PositionOf(context, piece, s);
+      t = is_exact ? s : FollowTo(context, curve, end, t, kBound * size);
+      worst = std::max(worst, Size(end - PositionOf(context, curve, t)));
     }
-    if (kBound * size >= Size(end - EndOf(library, curve))) return worst;
+    if (kBound * size >= Size(end - EndOf(context, curve))) return worst;
     if (is_exact) break;
   }
   return kNever;
 }
 
 // The same of an outline, as a part of its size.
-double Deviation(Library& library, const std::vector<OwnedCurve>& curves,
+double Deviation(Context& context, const std::vector<OwnedCurve>& curves,
                  std::span<const Outline> read) {
   Bounds box;
   for (const OwnedCurve& curve : curves) {
-    for (int i = 0; i <= 8; ++i) box.Add(PositionOf(library, curve, i / 8.0));
+    for (int i = 0; i <= 8; ++i) box.Add(PositionOf(context, curve, i / 8.0));
   }
   std::vector<const OwnedCurve*> pieces;
   for (const Outline& outline : read) {
@@ -82,14 +82,14 @@ double Deviation(Library& library, const std::vector<OwnedCurve>& curves,
   double worst = 0;
   std::size_t next = 0;
   for (const OwnedCurve& curve : curves)
-    worst = std::max(worst, Deviation(library, curve, pieces, next, size));
+    worst = std::max(worst, Deviation(context, curve, pieces, next, size));
   return next == pieces.size() ? worst / size : kNever;
 }
 
 // Curves of all kinds, each from the end of the one before it where its kind allows that.
 class RandomOutline {
  public:
-  RandomOutline(Library& library, std::mt19937& random) : library_(library), random_(random) {
+  RandomOutline(Context& context, std::mt19937& random) : context_(context), random_(random) {
     const auto far = random_() % 3;
     size_ = std::pow(10, Draw(-3, 6));
     if (far > 0) pen_ = size_ * std::pow(10, Draw(0, far == 1 ? 1 : 3)) * Direction();
@@ -119,7 +119,7 @@ class RandomOutline {
       return Add(Conic(Draw(0, small ? 6 : 9), std::pow(10, Draw(small ? -1 : -5, 0.46))));
     if (kind == 4) {  // weights other than 1 at the ends
       const OwnedCurve conic = Conic(Draw(0, 2), Draw(0.2, 1.5));
-      return Add(std::move(OwnedCurve::Divided(library_, conic, {Draw(0.2, 0.8)})[1]));
+      return Add(std::move(OwnedCurve::Divided(context_, conic, {Draw(0.2, 0.8)})[1]));
     }
     if (kind == 5 && size_ >= 1) return AddFreeForm(from);
     Add(Arc(from));
@@ -159,29 +159,29 @@ class RandomOutline {
     if (kind == 0) {
       std::vector<Point> points = {from};
       for (int i = 0; i < 7; ++i) points.push_back(points.back() + half * Direction());
-      return Add(*OwnedCurve::Through(library_, points, 2 + static_cast<int>(random_() % 6)));
+      return Add(*OwnedCurve::Through(context_, points, 2 + static_cast<int>(random_() % 6)));
     }
     if (kind == 1) return Add(OwnedCurve::RationalQuadratic(from, Next(), Draw(1.5, 3), Next()));
     const OwnedCurve source =
         kind == 2 ? OwnedCurve::Cubic(from, from + half * Point{1, 1}, from + half * Point{2, 1},
                                       from + half * Point{3, Draw(-1, 0)})
                   : Conic(Draw(0, 1), Draw(0.5, 1.5));
-    Add(std::move(OwnedCurve::Offset(library_, source, size_ / 50, size_ / 50)[0]));
+    Add(std::move(OwnedCurve::Offset(context_, source, size_ / 50, size_ / 50)[0]));
   }
 
   void Add(OwnedCurve curve) {
-    if (IsPoint(library_, curve)) return;  // would not be read
+    if (IsPoint(context_, curve)) return;  // would not be read
     const bool is_arc = curve.Type() == CV_ARC;
-    const Point start = is_arc ? pen_ : StartOf(library_, curve);
+    const Point start = is_arc ? pen_ : StartOf(context_, curve);
     const double gap = Size(pen_ - start);
     if (gap > kBound * size_ && gap < kShortest) return;
     if (gap >= kShortest) curves_.push_back(OwnedCurve::Line(pen_, start));
     const double* end = is_arc ? curve.Block<KurvoArc>().end : nullptr;
-    pen_ = is_arc ? Point{end[0], end[1]} : EndOf(library_, curve);
+    pen_ = is_arc ? Point{end[0], end[1]} : EndOf(context_, curve);
     curves_.push_back(std::move(curve));
   }
 
-  Library& library_;
+  Context& context_;
   std::mt19937& random_;
   double size_;
   Point pen_;
@@ -191,19 +191,19 @@ class RandomOutline {
 TEST(PathData, RandomOutlinesReadBack) {
   constexpr int kOutlines = 10000;
   std::mt19937 random(kSeed);
-  Library library;
+  Context context;
   std::vector<std::vector<OwnedCurve>> outlines;
   std::string svg = "<svg>";
   for (int i = 0; i < kOutlines; ++i) {
-    outlines.push_back(RandomOutline(library, random).Take());
-    svg += "<path d='" + PathData(library, outlines.back()) + "'/>";
+    outlines.push_back(RandomOutline(context, random).Take());
+    svg += "<path d='" + PathData(context, outlines.back()) + "'/>";
   }
   const TemporaryDirectory directory;
-  const Drawing read = ReadDrawing(library, directory.Write("in.svg", svg + "</svg>"));
+  const Drawing read = ReadDrawing(context, directory.Write("in.svg", svg + "</svg>"));
   ASSERT_EQ(read.shapes.size(), outlines.size());
   int failures = 0;
   for (std::size_t i = 0; i < outlines.size(); ++i) {
-    const double deviation = Deviation(library, outlines[i], read.shapes[i].outlines);
+    const double deviation = Deviation(context, outlines[i], read.shapes[i].outlines);
     if (kBound >= deviation) continue;
     if (++failures <= 5) ADD_FAILURE() << deviation << " of the size, outline " << i;
   }
@@ -223,16 +223,16 @@ TEST(DrawingText, DrawingsReadBack) {
   for (const std::string& sample : DrawingsIn(KURVO_SAMPLES)) files.push_back(sample);
   files.push_back(KURVO_TEST_DATA "/features.svg");
   const TemporaryDirectory directory;
-  Library library;
+  Context context;
   for (const std::string& file : files) {
-    const Drawing drawing = ReadDrawing(library, file);
-    const std::string text = DrawingText(library, ResultOf(drawing), {});
-    const Drawing read = ReadDrawing(library, directory.Write("out.svg", text));
-    const std::string json = CurveFileText(library, ResultOf(drawing));
-    const Drawing records = ReadDrawing(library, directory.Write("out.json", json));
-    EXPECT_EQ(CurveFileText(library, ResultOf(records)), json) << file;
-    EXPECT_EQ(DrawingText(library, ResultOf(records), {}), text) << file;
-    const std::string full = DrawingPicture(library, drawing, {}, 1000);
+    const Drawing drawing = ReadDrawing(context, file);
+    const std::string text = DrawingText(context, ResultOf(drawing), {});
+    const Drawing read = ReadDrawing(context, directory.Write("out.svg", text));
+    const std::string json = CurveFileText(context, ResultOf(drawing));
+    const Drawing records = ReadDrawing(context, directory.Write("out.json", json));
+    EXPECT_EQ(CurveFileText(context, ResultOf(records)), json) << file;
+    EXPECT_EQ(DrawingText(context, ResultOf(records), {}), text) << file;
+    const std::string full = DrawingPicture(context, drawing, {}, 1000);
     EXPECT_TRUE(pugi::xml_document().load_string(full.c_str())) << file;
     EXPECT_TRUE(full.find("nan") == full.npos && full.find("inf") == full.npos) << file;
     EXPECT_NEAR(read.sheet.mm_per_unit / drawing.sheet.mm_per_unit, 1, 1e-10) << file;
@@ -250,7 +250,7 @@ TEST(DrawingText, DrawingsReadBack) {
       }
       for (std::size_t k = 0; k < shape.outlines.size(); ++k) {
         const Outline& got = again.outlines[k];
-        EXPECT_LE(Deviation(library, shape.outlines[k].curves, {&got, 1}), kBound)
+        EXPECT_LE(Deviation(context, shape.outlines[k].curves, {&got, 1}), kBound)
             << file << " " << OutlineLabel(shape, k);
         EXPECT_EQ(got.closed, shape.outlines[k].closed) << file;
       }
@@ -259,7 +259,7 @@ TEST(DrawingText, DrawingsReadBack) {
 }
 
 TEST(PathData, IsWrittenAs) {
-  Library library;
+  Context context;
   const auto arc = [](Point from, Point to) { return OwnedCurve::Arc({}, 5, true, from, to); };
   const OwnedCurve line = OwnedCurve::Line({0, -5}, {1.0 / 3, 1e-7});
   const OwnedCurve gap = OwnedCurve::Line({1.0 / 3, 3e-7}, {1, 1});
@@ -286,12 +286,12 @@ TEST(PathData, IsWrittenAs) {
       {{&parabola}, "M0 0Q1 2 2 0"},
   };
   for (const auto& row : rows)
-    EXPECT_EQ(PathData(library, OwnedCurve::Composite(library, row.pieces)), row.data);
+    EXPECT_EQ(PathData(context, OwnedCurve::Composite(context, row.pieces)), row.data);
   // Few cubics do for what has no form of its own.
   const OwnedCurve bow = OwnedCurve::Cubic({0, 0}, {1, 1}, {2, 1}, {3, 0});
-  const OwnedCurve offset = std::move(OwnedCurve::Offset(library, bow, 0.1, 0.1)[0]);
-  ASSERT_EQ(DegreeOf(library, offset), 4);
-  const std::string cubics = PathData(library, offset);
+  const OwnedCurve offset = std::move(OwnedCurve::Offset(context, bow, 0.1, 0.1)[0]);
+  ASSERT_EQ(DegreeOf(context, offset), 4);
+  const std::string cubics = PathData(context, offset);
   EXPECT_LE(std::count(cubics.begin(), cubics.end(), 'C'), 8) << cubics;
 }
 

@@ -25,14 +25,14 @@ OwnedCurve EllipseQuarter() {
 TEST(Comb, TeethOfAnEllipseQuarter) {
   constexpr double kExtent = 100;
   constexpr double kLongest = 8;
-  Library library;
+  Context context;
   Drawing drawing;
   drawing.shapes.emplace_back();
   drawing.shapes[0].outlines.emplace_back();
   auto& curves = drawing.shapes[0].outlines[0].curves;
   curves.push_back(OwnedCurve::Line({0, 0}, {4, 0}));
   curves.push_back(EllipseQuarter());
-  const std::vector<Comb> combs = CombsOf(library, drawing, kExtent);
+  const std::vector<Comb> combs = CombsOf(context, drawing, kExtent);
   ASSERT_EQ(combs.size(), 1u);
   ASSERT_EQ(combs[0].feet.size(), combs[0].tips.size());
   double scale = 0;
@@ -103,21 +103,21 @@ TEST(Locator, AgreesWithAngles) {
   for (int i = 0; i < 24; ++i) {
     const bool even_odd = i % 2 == 1;
     const std::string path = RandomPath(random);
-    Library library;
+    Context context;
     const Drawing drawing =
-        ReadText(library, std::string("<g fill-rule='") + (even_odd ? "evenodd" : "nonzero") +
+        ReadText(context, std::string("<g fill-rule='") + (even_odd ? "evenodd" : "nonzero") +
                               "'>" + Path(path) + "</g>");
     std::vector<std::vector<Point>> outlines;
     for (const Outline& outline : drawing.shapes.at(0).outlines) {
       std::vector<Point>& points = outlines.emplace_back();
       const auto add = [&](const OwnedCurve& curve) {
         for (int k = 0; k < kSteps; ++k)
-          points.push_back(PositionOf(library, curve, static_cast<double>(k) / kSteps));
+          points.push_back(PositionOf(context, curve, static_cast<double>(k) / kSteps));
       };
       for (const OwnedCurve& curve : outline.curves) add(curve);
-      add(OwnedCurve::Line(EndOf(library, outline.curves.back()), points.front()));  // closes it
+      add(OwnedCurve::Line(EndOf(context, outline.curves.back()), points.front()));  // closes it
     }
-    const Locator locator(library, drawing);
+    const Locator locator(context, drawing);
     std::vector<Point> points(60);
     for (Point& p : points) {
       p.x = 0.5 * static_cast<double>(random() % 27);
@@ -145,14 +145,14 @@ TEST(FindLinks, AreTheShortestOfAllPairs) {
         text += "<g transform='translate(" + std::to_string(random() % (i < 30 ? 20 : 90)) + " " +
                 std::to_string(random() % 40) + ")'>" + Path(RandomPath(random)) + "</g>";
     }
-    Library library;
-    const Drawing a = ReadText(library, body[0]), b = ReadText(library, body[1]);
-    const CurveList first = ListCurves(library, a), second = ListCurves(library, b);
+    Context context;
+    const Drawing a = ReadText(context, body[0]), b = ReadText(context, body[1]);
+    const CurveList first = ListCurves(context, a), second = ListCurves(context, b);
     std::vector<double> expected(first.outlines.size(), HUGE_VAL);
     for (const ListedCurve& p : first.curves) {
       for (const ListedCurve& q : second.curves)
         expected[p.outline] =
-            std::min(expected[p.outline], ClosestOn(library, *p.curve, *q.curve).distance);
+            std::min(expected[p.outline], ClosestOn(context, *p.curve, *q.curve).distance);
     }
     std::atomic<std::size_t> done = 0;
     const auto links = FindLinks(
@@ -173,7 +173,7 @@ TEST(FindLinks, AreTheShortestOfAllPairs) {
 TEST(ParallelFor, ThrowsWhatTheFirstStepThrows) {
   for (const std::size_t threads : {1u, 2u, 7u}) {
     std::vector<int> runs(1000);
-    const auto step = [&](std::size_t i, Library&) {
+    const auto step = [&](std::size_t i, Context&) {
       ++runs[i];
       if (i % 300 == 299) throw std::runtime_error(std::to_string(i));
     };

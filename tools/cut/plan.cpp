@@ -41,15 +41,15 @@ Drawing LoopsOf(const Drawing& drawing, JoinedCurves& joined) {
 
 class Planner {
  public:
-  Planner(Library& library, const Drawing& drawing, const CutOptions& options)
-      : library_(library),
+  Planner(Context& context, const Drawing& drawing, const CutOptions& options)
+      : context_(context),
         drawing_(drawing),
         options_(options),
         map_(MachineMap(drawing.sheet)),
         mm_(drawing.sheet.mm_per_unit) {}
 
   CutPlan Plan(const CurveDone& done) {
-    JoinedCurves joined = JoinCurves(library_, drawing_, options_.gap);
+    JoinedCurves joined = JoinCurves(context_, drawing_, options_.gap);
     plan_.map = map_;
     plan_.report = joined.report;
     plan_.closed = joined.closed;
@@ -86,8 +86,8 @@ class Planner {
 
   void AddPath(const std::vector<OwnedCurve>& curves, bool closed) {
     const std::vector<OwnedCurve> fitted =
-        Fitted(library_, curves, KURVO_FIT_ARCS, kFitShare * options_.deviation);
-    for (DxfRun& run : RunsOf(library_, {fitted, closed}, map_)) {
+        Fitted(context_, curves, KURVO_FIT_ARCS, kFitShare * options_.deviation);
+    for (DxfRun& run : RunsOf(context_, {fitted, closed}, map_)) {
       std::erase_if(run.segments,
                     [](const DxfSegment& segment) { return !(LengthOf(segment) > 0); });
       if (!run.segments.empty()) paths_.push_back({std::move(run.segments), closed && run.closed});
@@ -106,12 +106,12 @@ class Planner {
       }
       const Chain chain(curves);
       const Cvseq seq = chain.Seq();
-      KurvoRegionAdd(&waste_.record, &seq, INFINITY, library_.State());
-      library_.Check();
+      KurvoRegionAdd(&waste_.record, &seq, INFINITY, context_.Get());
+      Check(context_);
     }
     std::vector<std::int32_t> parents(paths_.size());
-    KurvoRegionNesting(&waste_.record, parents.data(), library_.State());
-    library_.Check();
+    KurvoRegionNesting(&waste_.record, parents.data(), context_.Get());
+    Check(context_);
     for (std::size_t i = 0; i < parents.size(); ++i)
       if (parents[i] >= 0) paths_[i].around = static_cast<std::size_t>(parents[i]);
   }
@@ -135,7 +135,7 @@ class Planner {
       if (near.empty()) continue;
       const KurvoRegion one = {1, KURVO_FILL_EVENODD, &waste_.record.loops[loop], nullptr};
       KurvoMoments moments = {};
-      KurvoRegionMoments(&one, &moments, library_.State());
+      KurvoRegionMoments(&one, &moments, context_.Get());
       const std::vector<std::int32_t> where = Located(one, points);
       for (std::size_t k = 0; k < near.size(); ++k) {
         const double area = std::fabs(moments.area);
@@ -162,8 +162,8 @@ class Planner {
   std::vector<std::int32_t> Located(const KurvoRegion& region, const std::vector<double>& points) {
     std::vector<std::int32_t> where(points.size() / 3);
     KurvoRegionLocate(&region, points.data(), static_cast<std::int32_t>(where.size()), where.data(),
-                      nullptr, library_.State());
-    library_.Check();
+                      nullptr, context_.Get());
+    Check(context_);
     return where;
   }
 
@@ -219,7 +219,7 @@ class Planner {
     }
   }
 
-  Library& library_;
+  Context& context_;
   const Drawing& drawing_;
   const CutOptions options_;
   const Affine map_;
@@ -231,9 +231,9 @@ class Planner {
 
 }  // namespace
 
-CutPlan PlanCuts(Library& library, const Drawing& drawing, const CutOptions& options,
+CutPlan PlanCuts(Context& context, const Drawing& drawing, const CutOptions& options,
                  const CurveDone& done) {
-  return Planner(library, drawing, options).Plan(done);
+  return Planner(context, drawing, options).Plan(done);
 }
 
 }  // namespace kurvo::tools

@@ -15,7 +15,7 @@ Point At(const double* p) { return {p[0], p[1]}; }
 
 class RunBuilder {
  public:
-  RunBuilder(Library& library, const Affine& map) : library_(library), map_(map) {}
+  RunBuilder(Context& context, const Affine& map) : context_(context), map_(map) {}
 
   void Add(const OwnedCurve& curve) {
     switch (curve.Type()) {
@@ -42,7 +42,7 @@ class RunBuilder {
         return AddFreeForm(spline, spline.order - 1, spline.count);
       }
       default:
-        for (const OwnedCurve& piece : OwnedCurve::Pieces(library_, curve)) Add(piece);
+        for (const OwnedCurve& piece : OwnedCurve::Pieces(context_, curve)) Add(piece);
     }
   }
 
@@ -62,7 +62,7 @@ class RunBuilder {
 
  private:
   bool Meets(const DxfRun& run, Point p) const {
-    return AreSame(library_, run.segments.back().to, p);
+    return AreSame(context_, run.segments.back().to, p);
   }
 
   void AddSegment(const DxfSegment& segment) {
@@ -111,7 +111,7 @@ class RunBuilder {
     runs_.push_back({{}, std::move(spline)});
   }
 
-  Library& library_;
+  Context& context_;
   const Affine map_;
   std::vector<DxfRun> runs_;
 };
@@ -132,8 +132,8 @@ bool DxfRun::IsCircle() const {
   return closed && 1e3 * kSameCircle * kTurn >= std::fabs(std::fabs(sweep) - kTurn);
 }
 
-std::vector<DxfRun> RunsOf(Library& library, const ResultChain& chain, const Affine& map) {
-  RunBuilder builder(library, map);
+std::vector<DxfRun> RunsOf(Context& context, const ResultChain& chain, const Affine& map) {
+  RunBuilder builder(context, map);
   for (const OwnedCurve& curve : chain.curves) builder.Add(curve);
   return builder.Take(chain.closed);
 }

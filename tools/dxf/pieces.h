@@ -37,6 +37,6 @@ struct DxfRun {
 };
 
 // The chain through `map`, which scales alike in x and y and may mirror.
-std::vector<DxfRun> RunsOf(Library& library, const ResultChain& chain, const Affine& map);
+std::vector<DxfRun> RunsOf(Context& context, const ResultChain& chain, const Affine& map);
 
 }  // namespace kurvo::tools

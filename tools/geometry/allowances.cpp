@@ -129,9 +129,9 @@ class Corner {
 // The stretches along the edges of one element, and the element itself.
 class AllowanceMaker {
  public:
-  AllowanceMaker(Library& library, const Drawing& drawing, std::size_t element, double size,
+  AllowanceMaker(Context& context, const Drawing& drawing, std::size_t element, double size,
                  const PenOptions& pen, const CurveDone& done, Regions& part)
-      : library_(library),
+      : context_(context),
         drawing_(drawing),
         element_(element),
         size_(size),
@@ -145,7 +145,7 @@ class AllowanceMaker {
     std::vector<Loop> loops;
     std::size_t first = 0;
     for (const Outline& outline : shape.outlines) {
-      if (Surrounds(library_, shape, outline, closing)) {
+      if (Surrounds(context_, shape, outline, closing)) {
         source.Add(outline.curves, element_);
         loops.push_back({&outline, first});
       } else {
@@ -160,7 +160,7 @@ class AllowanceMaker {
     const bool is_uniform =
         std::all_of(widths.begin(), widths.end(), [&](double width) { return width == greatest; });
     if (is_uniform) {
-      OffsetGroup(library_, source, greatest, WithTolerance(pen_, greatest, size_), done_, made,
+      OffsetGroup(context_, source, greatest, WithTolerance(pen_, greatest, size_), done_, made,
                   part_.report);
     } else {
       OwnedRegion covered;
@@ -168,10 +168,10 @@ class AllowanceMaker {
       for (const Loop& loop : loops) AddStretches(covered.record, loop, widths);
       std::vector<const Operand*> all = {&source};
       for (const Operand& stretch : stretches_) all.push_back(&stretch);
-      Combine(library_, KURVO_UNION, all, static_cast<double>(source.CurveCount()), done_, made,
+      Combine(context_, KURVO_UNION, all, static_cast<double>(source.CurveCount()), done_, made,
               part_.report, kSameEdges * WithTolerance(pen_, greatest, size_).tol);
     }
-    TakeLoops(library_, drawing_, greatest, made, part_);
+    TakeLoops(context_, drawing_, greatest, made, part_);
   }
 
  private:
@@ -184,21 +184,21 @@ class AllowanceMaker {
   void Close(const Operand& source, KurvoRegion& closed) {
     const KurvoRegion open = source.Record();
     closed.rule = open.rule;
-    const WiderTolerance wider(library_);
+    const WiderTolerance wider(context_);
     for (std::int32_t i = 0; i < open.count; ++i)
-      KurvoRegionAdd(&closed, &open.loops[i], INFINITY, library_.State());
-    library_.Check();
+      KurvoRegionAdd(&closed, &open.loops[i], INFINITY, context_.Get());
+    Check(context_);
   }
 
   // Which side of the loop is not covered: 1 for the left, -1 for the right.
   double OutsideOf(const KurvoRegion& covered, const Outline& outline) {
     const OwnedCurve& edge = outline.curves.front();
-    const Point p = PositionOf(library_, edge, kMiddle);
-    const Point beside = kBeside * size_ * Unit(Turned(DerivativeOf(library_, edge, kMiddle, 1)));
+    const Point p = PositionOf(context_, edge, kMiddle);
+    const Point beside = kBeside * size_ * Unit(Turned(DerivativeOf(context_, edge, kMiddle, 1)));
     const double points[] = {p.x + beside.x, p.y + beside.y, 0};
     std::int32_t where = 0;
-    KurvoRegionLocate(&covered, points, 1, &where, nullptr, library_.State());
-    library_.Check();
+    KurvoRegionLocate(&covered, points, 1, &where, nullptr, context_.Get());
+    Check(context_);
     return where == KURVO_REGION_INSIDE ? -1 : 1;
   }
 
@@ -210,8 +210,8 @@ class AllowanceMaker {
     const auto width = [&](std::size_t i) { return widths[loop.first + i % count]; };
     // Whether a run of edges of one width begins there; none does where all have the same.
     const auto meets = [&](std::size_t i) {
-      return AreSame(library_, EndOf(library_, edges[(i + count - 1) % count]),
-                     StartOf(library_, edges[i % count]));
+      return AreSame(context_, EndOf(context_, edges[(i + count - 1) % count]),
+                     StartOf(context_, edges[i % count]));
     };
     const auto begins = [&](std::size_t i) {
       return width(i) != width(i + count - 1) || !meets(i);
@@ -236,7 +236,7 @@ class AllowanceMaker {
     if (width == 0) return;
     std::vector<OwnedCurve> run;
     for (std::size_t i = begin; i < end; ++i)
-      run.push_back(OwnedCurve::Copied(library_, edges[i % edges.size()]));
+      run.push_back(OwnedCurve::Copied(context_, edges[i % edges.size()]));
     KurvoOptions options = WithTolerance(pen_, width, size_);
     options.cap = KURVO_CAP_BUTT;
     const Chain chain(run);
@@ -246,7 +246,7 @@ class AllowanceMaker {
     source.Add(run, element_);
     source.Close();
     Run(
-        library_, options, {&source}, static_cast<double>(end - begin), [] {},
+        context_, options, {&source}, static_cast<double>(end - begin), [] {},
         [&](const KurvoOptions& all, KurvoRegion* out, KurvoReport* report, GlobalVar* g) {
           KurvoChainStroke(&seq, 1, outside > 0 ? width : 0, outside > 0 ? 0 : width, &all, out,
                            report, g);
@@ -256,10 +256,10 @@ class AllowanceMaker {
 
   void AddCorner(const OwnedCurve& before, const OwnedCurve& after, double width_before,
                  double width_after, double outside) {
-    const auto direction = EndDirection(library_, before, 1);
-    const auto next = EndDirection(library_, after, 0);
+    const auto direction = EndDirection(context_, before, 1);
+    const auto next = EndDirection(context_, after, 0);
     if (!direction || !next) return;
-    Corner corner(EndOf(library_, before), *direction, *next, outside, width_before, width_after,
+    Corner corner(EndOf(context_, before), *direction, *next, outside, width_before, width_after,
                   pen_.record);
     wedges_.push_back(corner.Wedge());
     if (wedges_.back().empty()) return;
@@ -270,7 +270,7 @@ class AllowanceMaker {
 
   static constexpr double kMiddle = 0.5;
 
-  Library& library_;
+  Context& context_;
   const Drawing& drawing_;
   const std::size_t element_;
   const double size_;
@@ -311,10 +311,10 @@ std::vector<std::vector<double>> WidthsOf(const Drawing& drawing,
 
 Regions WithAllowances(const Drawing& drawing, const std::vector<std::vector<double>>& widths,
                        const Closing& closing, const PenOptions& pen, const CurveDone& done) {
-  Library library;
-  const double size = Extent(library, {&drawing});
+  Context context;
+  const double size = Extent(context, {&drawing});
   std::vector<Regions> parts(drawing.shapes.size());
-  ParallelFor(parts.size(), [&](std::size_t i, Library& own) {
+  ParallelFor(parts.size(), [&](std::size_t i, Context& own) {
     if (widths[i].empty()) return;
     AllowanceMaker(own, drawing, i, size, pen, done, parts[i]).Make(widths[i], closing);
   });

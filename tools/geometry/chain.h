@@ -1,5 +1,5 @@
 // What the library for outlines tells of curves that run end to start, and makes of them. All of it
-// throws LibraryError.
+// throws BadResult.
 #pragma once
 
 #include <kurvo_outline.h>
@@ -19,12 +19,12 @@ class Chain {
 
   // The library does not write to a chain that it reads, but its record has no const array.
   Cvseq Seq() const {
-    return {static_cast<std::int32_t>(curves_.size()), const_cast<Curve*>(curves_.data())};
+    return {static_cast<std::int32_t>(curves_.size()), const_cast<::Curve*>(curves_.data())};
   }
   bool IsEmpty() const { return curves_.empty(); }
 
  private:
-  std::vector<Curve> curves_;  // headers; the blocks belong to the curves
+  std::vector<::Curve> curves_;  // headers; the blocks belong to the curves
 };
 
 // A region, or a record of chains, that frees itself.
@@ -42,24 +42,24 @@ struct OwnedRegion {
 // for the diagonal.
 class WiderTolerance {
  public:
-  explicit WiderTolerance(Library& library) : library_(library) {
-    KurvoclPushEpsilon(kDiagonal * library.Tolerance(), library.State());
+  explicit WiderTolerance(Context& context) : context_(context) {
+    KurvoclPushEpsilon(kDiagonal * context.Epsilon(), context.Get());
   }
   WiderTolerance(const WiderTolerance&) = delete;
   WiderTolerance& operator=(const WiderTolerance&) = delete;
-  ~WiderTolerance() { KurvoclPopEpsilon(library_.State()); }
+  ~WiderTolerance() { KurvoclPopEpsilon(context_.Get()); }
 
  private:
   static constexpr double kDiagonal = 1.5;
 
-  Library& library_;
+  Context& context_;
 };
 
-double LengthOf(Library& library, const Chain& chain);
+double LengthOf(Context& context, const Chain& chain);
 // The narrowest box; an empty one without curves.
-Bounds BoundsOf(Library& library, const Chain& chain);
+Bounds BoundsOf(Context& context, const Chain& chain);
 // The area is positive from the x axis to the y axis, an open chain closed by its chord.
-KurvoMoments MomentsOf(Library& library, const Chain& chain);
+KurvoMoments MomentsOf(Context& context, const Chain& chain);
 
 // Where a curve is nearest to a point: the first of several places.
 struct NearestPoint {
@@ -67,20 +67,20 @@ struct NearestPoint {
   Point point;
   double distance;
 };
-NearestPoint NearestOn(Library& library, const OwnedCurve& curve, Point p);
+NearestPoint NearestOn(Context& context, const OwnedCurve& curve, Point p);
 
 // The places that divide the chain into `count` stretches of the same length, both ends included;
 // of a chain that closes the last is the first.
-std::vector<KurvoPlace> EqualSteps(Library& library, const Chain& chain, std::size_t count);
+std::vector<KurvoPlace> EqualSteps(Context& context, const Chain& chain, std::size_t count);
 // The place at a length along the chain.
-KurvoPlace PlaceAt(Library& library, const Chain& chain, double length);
+KurvoPlace PlaceAt(Context& context, const Chain& chain, double length);
 // The part from one place to another.
-std::vector<OwnedCurve> Trimmed(Library& library, const Chain& chain, const KurvoPlace& from,
+std::vector<OwnedCurve> Trimmed(Context& context, const Chain& chain, const KurvoPlace& from,
                                 const KurvoPlace& to);
 
 // Chords, or lines and curves of a form (KURVO_FIT_ARCS ...), that stay within `deviation` (a
 // length) of the chain.
-std::vector<OwnedCurve> Flattened(Library& library, const Chain& chain, double deviation);
-std::vector<OwnedCurve> Fitted(Library& library, const Chain& chain, int form, double deviation);
+std::vector<OwnedCurve> Flattened(Context& context, const Chain& chain, double deviation);
+std::vector<OwnedCurve> Fitted(Context& context, const Chain& chain, int form, double deviation);
 
 }  // namespace kurvo::tools

@@ -33,15 +33,15 @@ struct Common {
 // two curves may be off each of them by the library's tolerance. While it lives.
 class WiderTolerance {
  public:
-  explicit WiderTolerance(Library& library) : library_(library) {
-    KurvoclPushEpsilon(2 * library.Tolerance(), library.State());
+  explicit WiderTolerance(Context& context) : context_(context) {
+    KurvoclPushEpsilon(2 * context.Epsilon(), context.Get());
   }
   WiderTolerance(const WiderTolerance&) = delete;
   WiderTolerance& operator=(const WiderTolerance&) = delete;
-  ~WiderTolerance() { KurvoclPopEpsilon(library_.State()); }
+  ~WiderTolerance() { KurvoclPopEpsilon(context_.Get()); }
 
  private:
-  Library& library_;
+  Context& context_;
 };
 
 // What the library lists: parameters of common points.
@@ -70,8 +70,8 @@ double Between(double from, double to, double part) { return from + part * (to -
 // that turns back before it ends, and curves that only come so close that the tolerance joins them.
 class StretchFinder {
  public:
-  StretchFinder(Library& library, const OwnedCurve& first, const OwnedCurve& second)
-      : library_(library), first_(first), second_(second) {}
+  StretchFinder(Context& context, const OwnedCurve& first, const OwnedCurve& second)
+      : context_(context), first_(first), second_(second) {}
 
   void Run(Common& common) const {
     const std::vector<CommonPoint> ends = CommonEnds();
@@ -93,17 +93,17 @@ class StretchFinder {
   std::vector<CommonPoint> CommonEnds() const {
     std::vector<CommonPoint> ends;
     for (const double t : {0.0, 1.0}) {
-      const auto on_second = ParameterOf(library_, second_, PositionOf(library_, first_, t));
+      const auto on_second = ParameterOf(context_, second_, PositionOf(context_, first_, t));
       if (on_second) ends.push_back({t, Within(*on_second)});
-      const auto on_first = ParameterOf(library_, first_, PositionOf(library_, second_, t));
+      const auto on_first = ParameterOf(context_, first_, PositionOf(context_, second_, t));
       if (on_first) ends.push_back({Within(*on_first), t});
     }
     std::sort(ends.begin(), ends.end(),
               [](const CommonPoint& a, const CommonPoint& b) { return a.first < b.first; });
     // Ends of both curves at one point.
     const auto same = [&](const CommonPoint& a, const CommonPoint& b) {
-      return AreSame(library_, PositionOf(library_, first_, a.first),
-                     PositionOf(library_, first_, b.first)) &&
+      return AreSame(context_, PositionOf(context_, first_, a.first),
+                     PositionOf(context_, first_, b.first)) &&
              b.first - a.first < 0.5;  // not the two ends of a curve that closes
     };
     ends.erase(std::unique(ends.begin(), ends.end(), same), ends.end());
@@ -115,7 +115,7 @@ class StretchFinder {
     std::array<double, 3> second{};
     for (std::size_t i = 0; i < second.size(); ++i) {
       const double t = Between(from.first, to.first, static_cast<double>(i + 1) / 4);
-      const auto on_second = ParameterOf(library_, second_, PositionOf(library_, first_, t));
+      const auto on_second = ParameterOf(context_, second_, PositionOf(context_, first_, t));
       if (!on_second) return std::nullopt;
       second[i] = *on_second;
     }
@@ -129,25 +129,25 @@ class StretchFinder {
                          {to.first, past(to.second, second.back(), forward)}};
   }
 
-  Library& library_;
+  Context& context_;
   const OwnedCurve& first_;
   const OwnedCurve& second_;
 };
 
-Common CommonOf(Library& library, const OwnedCurve& first, const OwnedCurve& second) {
+Common CommonOf(Context& context, const OwnedCurve& first, const OwnedCurve& second) {
   constexpr int kBothEnd = 3;
   ParameterList on_first, on_second;
   const std::uint32_t result = KurvocrCurveCurve(first.Get(), second.Get(), on_first.Get(),
-                                                 on_second.Get(), kBothEnd, library.State());
-  library.Check();
+                                                 on_second.Get(), kBothEnd, context.Get());
+  Check(context);
   Common common;
   for (int i = 0; i < on_first.Count(); ++i) {
     common.points.push_back({Within(on_first.At(i)), Within(on_second.At(i))});
   }
   if (result == KURVO_OVERLAP) {
     common.overlap = true;
-    const WiderTolerance wider(library);
-    StretchFinder(library, first, second).Run(common);
+    const WiderTolerance wider(context);
+    StretchFinder(context, first, second).Run(common);
   }
   return common;
 }
@@ -170,11 +170,11 @@ struct Pair {
 
 class Search {
  public:
-  Search(Library& library, const CurveList& first, const CurveList& second, bool joints)
-      : library_(library), first_(first), second_(second), joints_(joints) {}
+  Search(Context& context, const CurveList& first, const CurveList& second, bool joints)
+      : context_(context), first_(first), second_(second), joints_(joints) {}
 
   void Look(std::size_t i, std::size_t k) {
-    Common common = CommonOf(library_, *first_.curves[i].curve, *second_.curves[k].curve);
+    Common common = CommonOf(context_, *first_.curves[i].curve, *second_.curves[k].curve);
     if (common.overlap || !common.points.empty()) pairs_.push_back({i, k, std::move(common)});
   }
 
@@ -195,8 +195,8 @@ class Search {
     const OwnedCurve& curve = *First(pair).curve;
     for (const CommonStretch& stretch : pair.common.stretches) {
       found_.overlaps.push_back({pair.first, pair.second, true, stretch,
-                                 PositionOf(library_, curve, stretch.from.first),
-                                 PositionOf(library_, curve, stretch.to.first)});
+                                 PositionOf(context_, curve, stretch.from.first),
+                                 PositionOf(context_, curve, stretch.to.first)});
       IsNew(pair, stretch.from);
       IsNew(pair, stretch.to);
     }
@@ -212,7 +212,7 @@ class Search {
     for (const CommonPoint& at : points) {
       if (!IsNew(pair, at)) continue;
       found_.crossings.push_back(
-          {pair.first, pair.second, at, PositionOf(library_, *First(pair).curve, at.first)});
+          {pair.first, pair.second, at, PositionOf(context_, *First(pair).curve, at.first)});
     }
   }
 
@@ -249,16 +249,16 @@ class Search {
   // circle at a tangent, the common point is the foot of the centre, up to sqrt(2 r tolerance) away
   // from the ends of both.
   bool RunTogether(const OwnedCurve& curve, double t, double end, const OwnedCurve& other) const {
-    const WiderTolerance wider(library_);
+    const WiderTolerance wider(context_);
     return std::all_of(std::begin(kWayToJoint), std::end(kWayToJoint), [&](double part) {
-      return ParameterOf(library_, other, PositionOf(library_, curve, t + part * (end - t)))
+      return ParameterOf(context_, other, PositionOf(context_, curve, t + part * (end - t)))
           .has_value();
     });
   }
 
   using PlaceKey = std::tuple<int, bool, std::size_t>;
 
-  Library& library_;
+  Context& context_;
   const CurveList& first_;
   const CurveList& second_;
   const bool joints_;
@@ -269,31 +269,31 @@ class Search {
 };
 
 // Boxes that are within the tolerance of one another meet.
-std::vector<Bounds> GrownBoxes(Library& library, const CurveList& list) {
+std::vector<Bounds> GrownBoxes(Context& context, const CurveList& list) {
   std::vector<Bounds> boxes;
   for (const ListedCurve& curve : list.curves) {
     boxes.push_back(curve.box);
-    boxes.back().Grow(library.Tolerance());
+    boxes.back().Grow(context.Epsilon());
   }
   return boxes;
 }
 
 }  // namespace
 
-Crossings FindCrossings(Library& library, const CurveList& first, const CurveList& second,
+Crossings FindCrossings(Context& context, const CurveList& first, const CurveList& second,
                         const CurveDone& done) {
-  Search search(library, first, second, true);
+  Search search(context, first, second, true);
   SweepBoxes(
-      GrownBoxes(library, first), GrownBoxes(library, second),
+      GrownBoxes(context, first), GrownBoxes(context, second),
       [&](std::size_t i, std::size_t k) { search.Look(i, k); }, [&] { done(); });
   return search.Take();
 }
 
-Crossings FindCrossings(Library& library, const CurveList& curves, bool joints,
+Crossings FindCrossings(Context& context, const CurveList& curves, bool joints,
                         const CurveDone& done) {
-  Search search(library, curves, curves, joints);
+  Search search(context, curves, curves, joints);
   SweepBoxes(
-      GrownBoxes(library, curves), [&](std::size_t i, std::size_t k) { search.Look(i, k); },
+      GrownBoxes(context, curves), [&](std::size_t i, std::size_t k) { search.Look(i, k); },
       [&] { done(); });
   return search.Take();
 }

@@ -6,9 +6,9 @@ namespace kurvo::tools {
 namespace {
 
 // An outline may come back to its start without being closed.
-bool EndMeetsStart(Library& library, const Outline& outline) {
-  return AreSame(library, StartOf(library, outline.curves.front()),
-                 EndOf(library, outline.curves.back()));
+bool EndMeetsStart(Context& context, const Outline& outline) {
+  return AreSame(context, StartOf(context, outline.curves.front()),
+                 EndOf(context, outline.curves.back()));
 }
 
 }  // namespace
@@ -24,26 +24,26 @@ Sheet Sheet::Scaled(double factor) const {
   return scaled;
 }
 
-void TurnOver(Library& library, Drawing& drawing) {
+void TurnOver(Context& context, Drawing& drawing) {
   drawing.sheet.y_up = !drawing.sheet.y_up;
   if (!drawing.sheet.view.IsEmpty()) drawing.sheet.view = drawing.sheet.view.TurnedOver();
   for (Shape& shape : drawing.shapes) {
     shape.origin.y = -shape.origin.y;
     for (Outline& outline : shape.outlines) {
-      for (OwnedCurve& curve : outline.curves) curve.TurnOver(library);
+      for (OwnedCurve& curve : outline.curves) curve.TurnOver(context);
     }
   }
 }
 
-Drawing Flattened(Library& library, const Drawing& drawing, double deviation) {
+Drawing Flattened(Context& context, const Drawing& drawing, double deviation) {
   return Remade(drawing, [&](const Outline& outline) {
-    return Flattened(library, Chain(outline.curves), deviation);
+    return Flattened(context, Chain(outline.curves), deviation);
   });
 }
 
-Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation) {
+Drawing FittedByArcs(Context& context, const Drawing& drawing, double deviation) {
   return Remade(drawing, [&](const Outline& outline) {
-    return Fitted(library, Chain(outline.curves), KURVO_FIT_ARCS, deviation);
+    return Fitted(context, Chain(outline.curves), KURVO_FIT_ARCS, deviation);
   });
 }
 
@@ -58,19 +58,19 @@ std::size_t CurveCount(const Drawing& drawing) {
   return count;
 }
 
-Bounds BoundsOf(Library& library, const Drawing& drawing) {
+Bounds BoundsOf(Context& context, const Drawing& drawing) {
   Bounds box;
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { box.Add(BoundsOf(library, curve)); });
+  ForEachCurve(drawing, [&](const OwnedCurve& curve) { box.Add(BoundsOf(context, curve)); });
   return box;
 }
 
-double Extent(Library& library, const std::vector<const Drawing*>& drawings) {
+double Extent(Context& context, const std::vector<const Drawing*>& drawings) {
   Bounds box;
-  for (const Drawing* drawing : drawings) box.Add(BoundsOf(library, *drawing));
+  for (const Drawing* drawing : drawings) box.Add(BoundsOf(context, *drawing));
   return box.IsEmpty() ? 1 : box.LongerSide();
 }
 
-CurveList ListCurves(Library& library, const Drawing& drawing) {
+CurveList ListCurves(Context& context, const Drawing& drawing) {
   CurveList list;
   std::size_t joint = 0;
   ForEachOutline(drawing, [&](const Outline& outline, std::string label) {
@@ -78,9 +78,9 @@ CurveList ListCurves(Library& library, const Drawing& drawing) {
     for (std::size_t i = 0; i < outline.curves.size(); ++i, ++joint) {
       const OwnedCurve& curve = outline.curves[i];
       list.curves.push_back(
-          {&curve, list.outlines.size(), i, BoundsOf(library, curve), joint, joint + 1});
+          {&curve, list.outlines.size(), i, BoundsOf(context, curve), joint, joint + 1});
     }
-    if (EndMeetsStart(library, outline)) list.curves.back().end_joint = first_joint;
+    if (EndMeetsStart(context, outline)) list.curves.back().end_joint = first_joint;
     ++joint;
     list.outlines.push_back(std::move(label));
   });

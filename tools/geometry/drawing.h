@@ -127,17 +127,17 @@ std::size_t CurveCount(const Drawing& drawing);
 
 // The drawing by chords, or by lines and arcs, that stay within `deviation` (a length) of its
 // outlines.
-Drawing Flattened(Library& library, const Drawing& drawing, double deviation);
-Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation);
+Drawing Flattened(Context& context, const Drawing& drawing, double deviation);
+Drawing FittedByArcs(Context& context, const Drawing& drawing, double deviation);
 
 // Turns the drawing over, so that y points the other way.
-void TurnOver(Library& library, Drawing& drawing);
+void TurnOver(Context& context, Drawing& drawing);
 
 // The box around all curves.
-Bounds BoundsOf(Library& library, const Drawing& drawing);
+Bounds BoundsOf(Context& context, const Drawing& drawing);
 
 // The longer side of the box around all curves of the drawings; 1 without curves.
-double Extent(Library& library, const std::vector<const Drawing*>& drawings);
+double Extent(Context& context, const std::vector<const Drawing*>& drawings);
 
 struct ListedCurve {
   const OwnedCurve* curve;  // of the drawing, which must outlive the list
@@ -155,6 +155,6 @@ struct CurveList {
   std::vector<ListedCurve> curves;    // in drawing order
 };
 
-CurveList ListCurves(Library& library, const Drawing& drawing);
+CurveList ListCurves(Context& context, const Drawing& drawing);
 
 }  // namespace kurvo::tools

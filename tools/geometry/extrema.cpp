@@ -163,29 +163,29 @@ std::vector<CutPlace> PlacesOf(const Homogeneous& p, CutPlaces wanted) {
 }
 
 // Of a circle the four points on its axes.
-std::vector<CutPlace> PlacesOf(Library& library, const OwnedCurve& curve) {
+std::vector<CutPlace> PlacesOf(Context& context, const OwnedCurve& curve) {
   const auto& arc = curve.Block<KurvoArc>();
   std::vector<CutPlace> places;
   for (const Point side : {Point{1, 0}, Point{0, 1}, Point{-1, 0}, Point{0, -1}}) {
     const Point p = Point{arc.centre[0], arc.centre[1]} + arc.radius * side;
-    if (const auto t = ParameterOf(library, curve, p)) places.push_back({*t});
+    if (const auto t = ParameterOf(context, curve, p)) places.push_back({*t});
   }
   return places;
 }
 
-std::vector<CutPlace> PlacesOf(Library& library, const OwnedCurve& curve, CutPlaces wanted) {
+std::vector<CutPlace> PlacesOf(Context& context, const OwnedCurve& curve, CutPlaces wanted) {
   std::vector<CutPlace> places;
   if (curve.Type() == CV_ARC && wanted.extrema) {
-    places = PlacesOf(library, curve);
+    places = PlacesOf(context, curve);
   } else if (curve.Type() == CV_BEZIER) {
     places = PlacesOf(CoordinatesOf(curve.Block<KurvoBezier>(), false), wanted);
   } else if (curve.Type() == CV_RBEZIER) {
     places = PlacesOf(CoordinatesOf(curve.Block<KurvoRBezier>(), true), wanted);
   }
   std::erase_if(places, [&](const CutPlace& place) {
-    const Point p = PositionOf(library, curve, place.parameter);
-    return AreSame(library, p, StartOf(library, curve)) ||
-           AreSame(library, p, EndOf(library, curve));
+    const Point p = PositionOf(context, curve, place.parameter);
+    return AreSame(context, p, StartOf(context, curve)) ||
+           AreSame(context, p, EndOf(context, curve));
   });
   std::sort(places.begin(), places.end(),
             [](const CutPlace& a, const CutPlace& b) { return a.parameter < b.parameter; });
@@ -214,33 +214,33 @@ OwnedCurve WithHandles(OwnedCurve part, const CutPlace* from, const CutPlace* to
   return OwnedCurve::Cubic(p[0], p[1], p[2], p[3]);
 }
 
-void CutCurve(Library& library, const OwnedCurve& curve, CutPlaces wanted,
+void CutCurve(Context& context, const OwnedCurve& curve, CutPlaces wanted,
               std::vector<OwnedCurve>& parts) {
   const bool has_spans = curve.Type() != CV_LINE && curve.Type() != CV_ARC &&
                          curve.Type() != CV_BEZIER && curve.Type() != CV_RBEZIER;
   if (has_spans) {
-    for (const OwnedCurve& span : OwnedCurve::Pieces(library, curve))
-      CutCurve(library, span, wanted, parts);
+    for (const OwnedCurve& span : OwnedCurve::Pieces(context, curve))
+      CutCurve(context, span, wanted, parts);
     return;
   }
-  const std::vector<CutPlace> places = PlacesOf(library, curve, wanted);
+  const std::vector<CutPlace> places = PlacesOf(context, curve, wanted);
   std::vector<double> parameters;
   for (const CutPlace& place : places) parameters.push_back(place.parameter);
-  std::vector<OwnedCurve> pieces = OwnedCurve::Divided(library, curve, parameters);
+  std::vector<OwnedCurve> pieces = OwnedCurve::Divided(context, curve, parameters);
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     const CutPlace* from = i > 0 ? &places[i - 1] : nullptr;
     const CutPlace* to = i < places.size() ? &places[i] : nullptr;
-    if (!IsPoint(library, pieces[i])) parts.push_back(WithHandles(std::move(pieces[i]), from, to));
+    if (!IsPoint(context, pieces[i])) parts.push_back(WithHandles(std::move(pieces[i]), from, to));
   }
 }
 
 }  // namespace
 
-Drawing Cut(Library& library, const Drawing& drawing, CutPlaces places, const CurveDone& done) {
+Drawing Cut(Context& context, const Drawing& drawing, CutPlaces places, const CurveDone& done) {
   return Remade(drawing, [&](const Outline& outline) {
     std::vector<OwnedCurve> parts;
     for (const OwnedCurve& curve : outline.curves) {
-      CutCurve(library, curve, places, parts);
+      CutCurve(context, curve, places, parts);
       done();
     }
     return parts;

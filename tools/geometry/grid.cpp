@@ -15,8 +15,8 @@ constexpr int kHighestDegree = 3;  // of curves that stay
 
 class GridRounder {
  public:
-  GridRounder(Library& library, const GridOptions& options, Point origin, GridReport& report)
-      : library_(library), options_(options), origin_(origin), report_(report) {}
+  GridRounder(Context& context, const GridOptions& options, Point origin, GridReport& report)
+      : context_(context), options_(options), origin_(origin), report_(report) {}
 
   void Round(Outline& outline) {
     std::vector<OwnedCurve> simple;
@@ -32,7 +32,7 @@ class GridRounder {
     for (std::size_t i = 0; i < count; ++i) {
       const std::size_t next = (i + 1) % count;
       const bool meets =
-          AreSame(library_, EndOf(library_, simple[i]), StartOf(library_, simple[next]));
+          AreSame(context_, EndOf(context_, simple[i]), StartOf(context_, simple[next]));
       if (meets) rounded[next].front() = rounded[i].back();
     }
     outline.curves.clear();
@@ -48,15 +48,15 @@ class GridRounder {
     if (curve.Type() == CV_LINE || is_bezier) return simple.push_back(std::move(curve));
     const bool has_spans =
         curve.Type() == CV_SEGCV ||
-        (curve.Type() == CV_BSPLINE && DegreeOf(library_, curve) <= kHighestDegree);
+        (curve.Type() == CV_BSPLINE && DegreeOf(context_, curve) <= kHighestDegree);
     if (has_spans) {
-      for (OwnedCurve& span : OwnedCurve::Pieces(library_, curve))
+      for (OwnedCurve& span : OwnedCurve::Pieces(context_, curve))
         Simplify(std::move(span), simple);
       return;
     }
-    const double size = BoundsOf(library_, curve).LongerSide();
+    const double size = BoundsOf(context_, curve).LongerSide();
     const double deviation = options_.deviation > 0 ? options_.deviation : options_.share * size;
-    std::vector<OwnedCurve> cubics = Fitted(library_, curve, KURVO_FIT_CUBICS, deviation);
+    std::vector<OwnedCurve> cubics = Fitted(context_, curve, KURVO_FIT_CUBICS, deviation);
     std::move(cubics.begin(), cubics.end(), std::back_inserter(simple));
   }
 
@@ -89,7 +89,7 @@ class GridRounder {
     if (p.size() == 4) curves.push_back(OwnedCurve::Cubic(p[0], p[1], p[2], p[3]));
   }
 
-  Library& library_;
+  Context& context_;
   const GridOptions& options_;
   const Point origin_;
   GridReport& report_;
@@ -97,10 +97,10 @@ class GridRounder {
 
 }  // namespace
 
-GridReport RoundToGrid(Library& library, const GridOptions& options, Drawing& drawing) {
+GridReport RoundToGrid(Context& context, const GridOptions& options, Drawing& drawing) {
   GridReport report = {.size = options.size};
   for (Shape& shape : drawing.shapes) {
-    GridRounder rounder(library, options, shape.origin, report);
+    GridRounder rounder(context, options, shape.origin, report);
     for (Outline& outline : shape.outlines) rounder.Round(outline);
     report.vanished += std::erase_if(shape.outlines,
                                      [](const Outline& outline) { return outline.curves.empty(); });

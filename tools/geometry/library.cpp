@@ -9,21 +9,15 @@
 namespace kurvo::tools {
 namespace {
 
-std::string ErrorText(int code) {
-  return fmt::format("the library reports error 0x{:06X}{}", static_cast<unsigned>(code),
-                     code == KURVO_ERR_MEMORY ? " (out of memory)" : "");
-}
-
 void Put(Coord out, Point p) { KurvoclSetCoord(out, p.x, p.y, 0); }
 
 Point Take(const Coord p) { return {p[0], p[1]}; }
 
 }  // namespace
 
-LibraryError::LibraryError(int code) : std::runtime_error(ErrorText(code)) {}
-
-void Library::Check() const {
-  if (!KurvoOk(&state_)) throw LibraryError(KurvoErrGet(&state_));
+std::string ErrorText(const Error& error) {
+  return fmt::format("the library reports error 0x{:06X}{}", static_cast<unsigned>(error.code),
+                     error.code == KURVO_ERR_MEMORY ? " (out of memory)" : "");
 }
 
 void* OwnedCurve::Allocate(int type, int size, int count) {
@@ -109,169 +103,168 @@ OwnedCurve OwnedCurve::FreeForm(const std::vector<Point>& points,
   return curve;
 }
 
-std::optional<OwnedCurve> OwnedCurve::Through(Library& library, const std::vector<Point>& points,
+std::optional<OwnedCurve> OwnedCurve::Through(Context& context, const std::vector<Point>& points,
                                               int order) {
   std::vector<double> coordinates;
   coordinates.reserve(3 * points.size());
   for (const Point p : points) coordinates.insert(coordinates.end(), {p.x, p.y, 0});
   OwnedCurve curve;
   KurvocvGenBspl(coordinates.data(), static_cast<int32_t>(points.size()), order, &curve.curve_,
-                 library.State());
-  if (KurvoErrGet(library.State()) == KURVO_ERR_FIT_POINTS) {
-    KurvoErrReset(library.State());
+                 context.Get());
+  if (KurvoErrGet(context.Get()) == KURVO_ERR_FIT_POINTS) {
+    context.Clear();
     return std::nullopt;
   }
-  library.Check();
+  Check(context);
   return curve;
 }
 
-OwnedCurve OwnedCurve::Copied(Library& library, const OwnedCurve& source) {
+OwnedCurve OwnedCurve::Copied(Context& context, const OwnedCurve& source) {
   OwnedCurve copy;
-  KurvocvCopyCurve(source.Get(), &copy.curve_, library.State());
-  library.Check();
+  KurvocvCopyCurve(source.Get(), &copy.curve_, context.Get());
+  Check(context);
   return copy;
 }
 
-OwnedCurve OwnedCurve::Composite(Library& library, const std::vector<const OwnedCurve*>& pieces) {
+OwnedCurve OwnedCurve::Composite(Context& context, const std::vector<const OwnedCurve*>& pieces) {
   OwnedCurve curve;
   auto* block = static_cast<KurvoSegcv*>(
       curve.Allocate(CV_SEGCV, static_cast<int>(pieces.size())));  // its pieces are empty so far
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     block->widths[i] = 1;
-    KurvocvCopyCurve(pieces[i]->Get(), block->curves + i, library.State());
-    library.Check();
+    KurvocvCopyCurve(pieces[i]->Get(), block->curves + i, context.Get());
+    Check(context);
   }
   return curve;
 }
 
-OwnedCurve OwnedCurve::Converted(Library& library, const OwnedCurve& source, int type) {
+OwnedCurve OwnedCurve::Converted(Context& context, const OwnedCurve& source, int type) {
   OwnedCurve curve;
   curve.curve_.type = type;
-  const std::uint32_t result = KurvocvConvert(source.Get(), &curve.curve_, library.State());
-  library.Check();
-  if (result != KURVO_CONVERTED) throw LibraryError(KURVO_ERR_CURVE);
+  const std::uint32_t result = KurvocvConvert(source.Get(), &curve.curve_, context.Get());
+  Check(context);
+  if (result != KURVO_CONVERTED) throw BadResult(Error{KURVO_ERR_CURVE, "KurvocvConvert"});
   return curve;
 }
 
-std::vector<OwnedCurve> OwnedCurve::Pieces(Library& library, const OwnedCurve& source) {
-  const OwnedCurve composite = Converted(library, source, CV_SEGCV);
+std::vector<OwnedCurve> OwnedCurve::Pieces(Context& context, const OwnedCurve& source) {
+  const OwnedCurve composite = Converted(context, source, CV_SEGCV);
   const auto& block = composite.Block<KurvoSegcv>();
   std::vector<OwnedCurve> pieces(static_cast<std::size_t>(block.count));
   for (std::size_t i = 0; i < pieces.size(); ++i) std::swap(pieces[i].curve_, block.curves[i]);
   return pieces;
 }
 
-std::vector<OwnedCurve> OwnedCurve::Divided(Library& library, const OwnedCurve& source,
+std::vector<OwnedCurve> OwnedCurve::Divided(Context& context, const OwnedCurve& source,
                                             std::vector<double> parameters) {
   const CvParam list = {static_cast<std::int32_t>(parameters.size()), parameters.data()};
   Cvseq pieces;
-  KurvocvNDivide(source.Get(), &list, &pieces, library.State());
-  return TakeAll(library, pieces);
+  KurvocvNDivide(source.Get(), &list, &pieces, context.Get());
+  return TakeAll(context, pieces);
 }
 
-std::vector<OwnedCurve> OwnedCurve::Offset(Library& library, const OwnedCurve& source,
+std::vector<OwnedCurve> OwnedCurve::Offset(Context& context, const OwnedCurve& source,
                                            double distance, double tolerance) {
   const Coord into_the_picture = {0, 0, -1};
   Cvseq sequence;
-  KurvocvOffsetCurve(source.Get(), into_the_picture, distance, tolerance, &sequence,
-                     library.State());
-  return TakeAll(library, sequence);
+  KurvocvOffsetCurve(source.Get(), into_the_picture, distance, tolerance, &sequence, context.Get());
+  return TakeAll(context, sequence);
 }
 
-void OwnedCurve::Move(Library& library, Point by) {
+void OwnedCurve::Move(Context& context, Point by) {
   const Coord delta = {by.x, by.y, 0};
-  KurvocvMove(&curve_, delta, library.State());
-  library.Check();
+  KurvocvMove(&curve_, delta, context.Get());
+  Check(context);
 }
 
-void OwnedCurve::TurnOver(Library& library) {
+void OwnedCurve::TurnOver(Context& context) {
   const Coord origin = {}, y_axis = {0, 1, 0};
-  KurvocvMirror(&curve_, origin, y_axis, library.State());
-  library.Check();
+  KurvocvMirror(&curve_, origin, y_axis, context.Get());
+  Check(context);
 }
 
-std::vector<OwnedCurve> OwnedCurve::TakeAll(Library& library, Cvseq& sequence) {
+std::vector<OwnedCurve> OwnedCurve::TakeAll(Context& context, Cvseq& sequence) {
   std::vector<OwnedCurve> curves(static_cast<std::size_t>(sequence.count));
   for (std::size_t i = 0; i < curves.size(); ++i) std::swap(curves[i].curve_, sequence.curves[i]);
   KurvocvFreeCvseq(&sequence);
-  library.Check();
+  Check(context);
   return curves;
 }
 
-Point PositionOf(Library& library, const OwnedCurve& curve, double t) {
+Point PositionOf(Context& context, const OwnedCurve& curve, double t) {
   Coord p;
-  KurvocvPosition(curve.Get(), t, p, library.State());
-  library.Check();
+  KurvocvPosition(curve.Get(), t, p, context.Get());
+  Check(context);
   return Take(p);
 }
 
-Point StartOf(Library& library, const OwnedCurve& curve) {
+Point StartOf(Context& context, const OwnedCurve& curve) {
   Coord p = {0, 0, 0};
-  KurvocvStartPoint(curve.Get(), p, library.State());
-  library.Check();
+  KurvocvStartPoint(curve.Get(), p, context.Get());
+  Check(context);
   return Take(p);
 }
 
-Point EndOf(Library& library, const OwnedCurve& curve) {
+Point EndOf(Context& context, const OwnedCurve& curve) {
   Coord p = {0, 0, 0};
-  KurvocvEndPoint(curve.Get(), p, library.State());
-  library.Check();
+  KurvocvEndPoint(curve.Get(), p, context.Get());
+  Check(context);
   return Take(p);
 }
 
-int DegreeOf(Library& library, const OwnedCurve& curve) {
-  const int degree = KurvocvDegree(curve.Get(), library.State());
-  library.Check();
+int DegreeOf(Context& context, const OwnedCurve& curve) {
+  const int degree = KurvocvDegree(curve.Get(), context.Get());
+  Check(context);
   return degree;
 }
 
-bool IsPoint(Library& library, const OwnedCurve& curve) {
+bool IsPoint(Context& context, const OwnedCurve& curve) {
   Coord p;
-  const bool is_point = KurvocvDegenerate(curve.Get(), p, library.State()) == 1;
-  library.Check();
+  const bool is_point = KurvocvDegenerate(curve.Get(), p, context.Get()) == 1;
+  Check(context);
   return is_point;
 }
 
-bool AreSame(Library& library, Point p, Point q) {
+bool AreSame(Context& context, Point p, Point q) {
   Coord a, b;
   Put(a, p);
   Put(b, q);
-  return KurvoclSameCoord(a, b, library.State()) == 1;
+  return KurvoclSameCoord(a, b, context.Get()) == 1;
 }
 
-std::optional<double> ParameterOf(Library& library, const OwnedCurve& curve, Point p) {
+std::optional<double> ParameterOf(Context& context, const OwnedCurve& curve, Point p) {
   Coord point;
   Put(point, p);
   double t = 0;
-  const int result = KurvocvParameter(curve.Get(), point, &t, library.State());
-  library.Check();
+  const int result = KurvocvParameter(curve.Get(), point, &t, context.Get());
+  Check(context);
   if (result != KURVO_ON_CURVE) return std::nullopt;
   return t;
 }
 
-Point DerivativeOf(Library& library, const OwnedCurve& curve, double t, int n) {
+Point DerivativeOf(Context& context, const OwnedCurve& curve, double t, int n) {
   Coord v = {0, 0, 0};
-  KurvocvNDeriv(curve.Get(), t, v, n, library.State());
-  library.Check();
+  KurvocvNDeriv(curve.Get(), t, v, n, context.Get());
+  Check(context);
   return Take(v);
 }
 
-std::optional<Point> CurvatureOf(Library& library, const OwnedCurve& curve, double t) {
+std::optional<Point> CurvatureOf(Context& context, const OwnedCurve& curve, double t) {
   Coord v = {0, 0, 0};
-  KurvocvCurvature(curve.Get(), t, v, library.State());
-  if (KurvoErrGet(library.State()) == KURVO_ERR_SHORT_TANGENT) {
-    KurvoErrReset(library.State());
+  KurvocvCurvature(curve.Get(), t, v, context.Get());
+  if (KurvoErrGet(context.Get()) == KURVO_ERR_SHORT_TANGENT) {
+    context.Clear();
     return std::nullopt;
   }
-  library.Check();
+  Check(context);
   return Take(v);
 }
 
-Closest ClosestOn(Library& library, const OwnedCurve& first, const OwnedCurve& second) {
+Closest ClosestOn(Context& context, const OwnedCurve& first, const OwnedCurve& second) {
   Closest closest = {0, 0, 0};
   closest.distance =
-      KurvocvDistCurve(first.Get(), second.Get(), &closest.first, &closest.second, library.State());
-  library.Check();
+      KurvocvDistCurve(first.Get(), second.Get(), &closest.first, &closest.second, context.Get());
+  Check(context);
   return closest;
 }
 

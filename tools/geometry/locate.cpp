@@ -12,15 +12,15 @@ namespace {
 // Of the size of a shape: points that near count as on it, with room to spare.
 constexpr double kOnShare = 1e-8;
 
-std::vector<Place> In(Library& library, const KurvoRegion& region,
+std::vector<Place> In(Context& context, const KurvoRegion& region,
                       const std::vector<Point>& points) {
   std::vector<double> coordinates;
   coordinates.reserve(3 * points.size());
   for (const Point p : points) coordinates.insert(coordinates.end(), {p.x, p.y, 0});
   std::vector<std::int32_t> where(points.size());
   KurvoRegionLocate(&region, coordinates.data(), static_cast<std::int32_t>(points.size()),
-                    where.data(), nullptr, library.State());
-  library.Check();
+                    where.data(), nullptr, context.Get());
+  Check(context);
   std::vector<Place> places;
   places.reserve(where.size());
   for (const std::int32_t at : where) {
@@ -44,18 +44,18 @@ std::string_view PlaceName(Place place) {
   }
 }
 
-Locator::Locator(Library& library, const Drawing& drawing) : library_(library) {
+Locator::Locator(Context& context, const Drawing& drawing) : context_(context) {
   for (const Shape& shape : drawing.shapes) {
     KurvoRegion& region = shapes_.emplace_back().record;
     for (const Outline& outline : shape.outlines) {
       const Chain chain(outline.curves);
       const Cvseq seq = chain.Seq();
-      KurvoRegionAdd(&region, &seq, HUGE_VAL, library.State());
+      KurvoRegionAdd(&region, &seq, HUGE_VAL, context.Get());
     }
-    library.Check();
+    Check(context);
     Bounds box;
-    for (const Outline& outline : shape.outlines) box.Add(BoundsOf(library, outline.curves));
-    if (!box.IsEmpty()) box.Grow(2 * library.Tolerance() + kOnShare * Size(box.Max() - box.Min()));
+    for (const Outline& outline : shape.outlines) box.Add(BoundsOf(context, outline.curves));
+    if (!box.IsEmpty()) box.Grow(2 * context.Epsilon() + kOnShare * Size(box.Max() - box.Min()));
     boxes_.push_back(box);
     region.rule = shape.even_odd ? KURVO_FILL_EVENODD : KURVO_FILL_NONZERO;
     for (std::int32_t i = 0; i < region.count; ++i) loops_.push_back(region.loops + i);
@@ -63,7 +63,7 @@ Locator::Locator(Library& library, const Drawing& drawing) : library_(library) {
 }
 
 std::vector<Place> Locator::InOutline(std::size_t outline, const std::vector<Point>& points) const {
-  return In(library_, {1, KURVO_FILL_NONZERO, loops_[outline], nullptr}, points);
+  return In(context_, {1, KURVO_FILL_NONZERO, loops_[outline], nullptr}, points);
 }
 
 std::vector<Place> Locator::InDrawing(const std::vector<Point>& points, std::size_t threads) const {
@@ -75,12 +75,12 @@ std::vector<Place> Locator::InDrawing(const std::vector<Point>& points, std::siz
   std::vector<std::vector<Place>> found(shapes_.size());
   ParallelFor(
       shapes_.size(),
-      [&](std::size_t i, Library& library) {
+      [&](std::size_t i, Context& context) {
         if (boxes_[i].IsEmpty()) return;
         near[i] = tree.Meeting(boxes_[i]);
         std::vector<Point> own;
         for (const std::size_t k : near[i]) own.push_back(points[k]);
-        if (!own.empty()) found[i] = In(library, shapes_[i].record, own);
+        if (!own.empty()) found[i] = In(context, shapes_[i].record, own);
       },
       threads);
   std::vector<Place> places(points.size(), Place::kOutside);

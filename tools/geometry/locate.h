@@ -22,7 +22,7 @@ std::string_view PlaceName(Place place);
 // by a line, as it is when it is filled.
 class Locator {
  public:
-  Locator(Library& library, const Drawing& drawing);
+  Locator(Context& context, const Drawing& drawing);
 
   // Of one outline, in the order of the drawing: inside is where it goes around the point.
   std::vector<Place> InOutline(std::size_t outline, const std::vector<Point>& points) const;
@@ -31,7 +31,7 @@ class Locator {
                                std::size_t threads = CoreCount()) const;
 
  private:
-  Library& library_;
+  Context& context_;
   std::deque<OwnedRegion> shapes_;
   std::vector<Bounds> boxes_;  // of the shapes, with all that counts as on them
   std::vector<Cvseq*> loops_;  // of the shapes, one for each outline

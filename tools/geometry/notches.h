@@ -28,10 +28,10 @@ struct Notch {
 
 // A notch on each outline that is as long, shape by shape. Throws std::runtime_error when a request
 // asks for a length that none of its outlines has.
-std::vector<Notch> NotchesOn(Library& library, const Drawing& drawing,
+std::vector<Notch> NotchesOn(Context& context, const Drawing& drawing,
                              const std::vector<NotchRequest>& requests, double notch);
 
 // The drawing, and behind each marked shape one of its notches, drawn in its lines.
-Drawing WithNotches(Library& library, const Drawing& drawing, const std::vector<Notch>& notches);
+Drawing WithNotches(Context& context, const Drawing& drawing, const std::vector<Notch>& notches);
 
 }  // namespace kurvo::tools

@@ -17,7 +17,7 @@ inline int RuleOf(const Shape& shape) {
 }
 
 // Whether the outline takes part in what the shape covers.
-bool Surrounds(Library& library, const Shape& shape, const Outline& outline,
+bool Surrounds(Context& context, const Shape& shape, const Outline& outline,
                const Closing& closing);
 
 // What the shapes of a drawing surround.
@@ -37,18 +37,18 @@ struct Input {
   std::size_t left_out = 0;
 
   void Begin(int rule, int side) { regions.push_back({rule, side}); }
-  void Add(Library& library, const Drawing& drawing, std::size_t element, const Closing& closing);
+  void Add(Context& context, const Drawing& drawing, std::size_t element, const Closing& closing);
 };
 
 using Loops = std::vector<Input::Loop>;
 
 // Of the shapes from `begin` to `end`; those that nest come first.
-void Read(Library& library, const Drawing& drawing, std::size_t begin, std::size_t end, int side,
+void Read(Context& context, const Drawing& drawing, std::size_t begin, std::size_t end, int side,
           Nesting nesting, const Closing& closing, Input& input);
 
 // The loops in groups that are farther than `reach` apart: what is made of one has nothing to do
 // with another. Each is soon done and has a core of its own.
-std::vector<Loops> Apart(Library& library, const Loops& loops, double reach);
+std::vector<Loops> Apart(Context& context, const Loops& loops, double reach);
 
 // The loops of each region by themselves.
 std::vector<Loops> ByRegion(const Loops& loops);

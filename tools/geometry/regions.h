@@ -1,5 +1,5 @@
 // What the outlines of a drawing surround, put together, cleaned, at a distance; what a pen covers
-// that runs along them. All of it throws LibraryError.
+// that runs along them. All of it throws BadResult.
 #pragma once
 
 #include <cstddef>

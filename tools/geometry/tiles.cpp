@@ -40,10 +40,10 @@ bool IsWithin(const Bounds& inner, const Bounds& outer) {
   return outer.Contains(inner.Min()) && outer.Contains(inner.Max());
 }
 
-Outline Copied(Library& library, const Outline& outline) {
+Outline Copied(Context& context, const Outline& outline) {
   Outline copy = {{}, outline.closed};
   for (const OwnedCurve& curve : outline.curves)
-    copy.curves.push_back(OwnedCurve::Copied(library, curve));
+    copy.curves.push_back(OwnedCurve::Copied(context, curve));
   return copy;
 }
 
@@ -59,11 +59,11 @@ Outline Frame(const Bounds& box) {
 // Parts of outlines within a box.
 class Clipper {
  public:
-  Clipper(Library& library, const Bounds& box) : library_(library), frame_(Frame(box)) {
+  Clipper(Context& context, const Bounds& box) : context_(context), frame_(Frame(box)) {
     const Chain chain(frame_.curves);
     const Cvseq seq = chain.Seq();
-    KurvoRegionAdd(&region_.record, &seq, 0, library.State());
-    library.Check();
+    KurvoRegionAdd(&region_.record, &seq, 0, context.Get());
+    Check(context);
   }
 
   std::vector<Outline> Inside(const Outline& outline) {
@@ -74,14 +74,14 @@ class Clipper {
     options.size = sizeof options;
     KurvoReport report = {};
     {
-      const WiderTolerance wider(library_);
+      const WiderTolerance wider(context_);
       KurvoRegionClip(&region_.record, &seq, 1, &options, &inside.record, &outside.record, &report,
-                      library_.State());
+                      context_.Get());
     }
-    library_.Check();
+    Check(context_);
     std::vector<Outline> parts;
     for (std::int32_t i = 0; i < inside.record.count; ++i) {
-      Outline part = {OwnedCurve::TakeAll(library_, inside.record.loops[i]), false};
+      Outline part = {OwnedCurve::TakeAll(context_, inside.record.loops[i]), false};
       part.closed = outline.closed && outside.record.count == 0;
       if (!part.curves.empty()) parts.push_back(std::move(part));
     }
@@ -89,19 +89,19 @@ class Clipper {
   }
 
  private:
-  Library& library_;
+  Context& context_;
   const Outline frame_;
   OwnedRegion region_;
 };
 
 class Tiler {
  public:
-  Tiler(Library& library, const Drawing& drawing, const Paper& paper)
-      : library_(library), drawing_(drawing), paper_(paper), box_(BoundsOf(library, drawing)) {
+  Tiler(Context& context, const Drawing& drawing, const Paper& paper)
+      : context_(context), drawing_(drawing), paper_(paper), box_(BoundsOf(context, drawing)) {
     ForEachOutline(drawing, [&](const Outline& outline, const std::string&) {
-      boxes_.push_back(BoundsOf(library, Chain(outline.curves)));
+      boxes_.push_back(BoundsOf(context, Chain(outline.curves)));
     });
-    thin_ = ThinStroke(ViewOf(library, ResultOf(drawing)));
+    thin_ = ThinStroke(ViewOf(context, ResultOf(drawing)));
   }
 
   Pages Tile(const CurveDone& done) {
@@ -154,7 +154,7 @@ class Tiler {
     sheet.width = sheet.mm_per_unit * page.sheet.Width();
     sheet.height = sheet.mm_per_unit * page.sheet.Height();
     sheet.physical = true;
-    Clipper clipper(library_, page.printed);
+    Clipper clipper(context_, page.printed);
     std::size_t number = 0;
     for (const Shape& shape : drawing_.shapes) {
       Shape part = {shape.label, shape.even_odd,       {},          shape.id,
@@ -164,7 +164,7 @@ class Tiler {
         if (!Meet(box, page.printed)) continue;
         std::vector<Outline> inside;
         if (IsWithin(box, page.printed)) {
-          inside.push_back(Copied(library_, outline));
+          inside.push_back(Copied(context_, outline));
         } else {
           inside = clipper.Inside(outline);
         }
@@ -218,7 +218,7 @@ class Tiler {
     page.drawing.shapes.push_back(std::move(marks));
   }
 
-  Library& library_;
+  Context& context_;
   const Drawing& drawing_;
   const Paper& paper_;
   const Bounds box_;
@@ -232,11 +232,11 @@ std::string PageName(const Page& page) {
   return fmt::format("{}-{}", page.row + 1, page.column + 1);
 }
 
-Pages Tiled(Library& library, const Drawing& drawing, const Paper& paper, const CurveDone& done) {
-  return Tiler(library, drawing, paper).Tile(done);
+Pages Tiled(Context& context, const Drawing& drawing, const Paper& paper, const CurveDone& done) {
+  return Tiler(context, drawing, paper).Tile(done);
 }
 
-Drawing OnOneSheet(Library& library, const Drawing& source, const Pages& pages,
+Drawing OnOneSheet(Context& context, const Drawing& source, const Pages& pages,
                    const Paper& paper) {
   Drawing all;
   Sheet& sheet = all.sheet;
@@ -257,12 +257,12 @@ Drawing OnOneSheet(Library& library, const Drawing& source, const Pages& pages,
     const double y = static_cast<double>(page.row) * paper.height;
     const Point corner = {x, sheet.y_up ? -y - paper.height : y};
     const Point by = corner - page.sheet.Min();
-    Drawing moved = DrawingOf(library, ResultOf(page.drawing));
+    Drawing moved = DrawingOf(context, ResultOf(page.drawing));
     for (Shape& shape : moved.shapes) {
       shape.group = group;
       shape.origin = {};
       for (Outline& outline : shape.outlines) {
-        for (OwnedCurve& curve : outline.curves) curve.Move(library, by);
+        for (OwnedCurve& curve : outline.curves) curve.Move(context, by);
       }
       all.shapes.push_back(std::move(shape));
     }

@@ -38,16 +38,16 @@ DxfSegment InDrawing(DxfSegment s, const Affine& map) {
 
 }  // namespace
 
-std::string CutPicture(Library& library, const Drawing& drawing, const CutReport& report,
+std::string CutPicture(Context& context, const Drawing& drawing, const CutReport& report,
                        double size) {
   const Affine& map = report.plan.map;
   DrawnCurves source, cuts, lead_ins;
-  source.Add(library, drawing);
+  source.Add(context, drawing);
   const auto drawn = [&](const DxfSegment& segment) { return InDrawing(segment, map); };
   std::vector<Point> starts, ends;
   for (const MachineCut& cut : report.plan.cuts) {
-    for (const DxfSegment& segment : cut.lead_in) lead_ins.Add(library, CurveOf(drawn(segment)));
-    for (const DxfSegment& segment : cut.segments) cuts.Add(library, CurveOf(drawn(segment)));
+    for (const DxfSegment& segment : cut.lead_in) lead_ins.Add(context, CurveOf(drawn(segment)));
+    for (const DxfSegment& segment : cut.segments) cuts.Add(context, CurveOf(drawn(segment)));
     starts.push_back(drawn((cut.lead_in.empty() ? cut.segments : cut.lead_in).front()).from);
     ends.push_back(drawn(cut.segments.back()).to);
   }

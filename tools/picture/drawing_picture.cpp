@@ -58,34 +58,34 @@ std::vector<Point> ControlPoints(const OwnedCurve& curve) {
   return {{arc.centre[0], arc.centre[1]}};
 }
 
-OutlineTrace TraceOutline(Library& library, const Outline& outline, bool alternate) {
+OutlineTrace TraceOutline(Context& context, const Outline& outline, bool alternate) {
   OutlineTrace trace = {{}, {}, outline.closed};
   for (const OwnedCurve& curve : outline.curves) {
     const bool other = alternate && curve.Type() == CV_ARC && !trace.curves.empty() &&
                        trace.curves.back().type == CV_ARC && !trace.curves.back().other;
     trace.curves.push_back({curve.Type(),
                             {},
-                            StartOf(library, curve),
-                            EndOf(library, curve),
+                            StartOf(context, curve),
+                            EndOf(context, curve),
                             ControlPoints(curve),
                             other});
-    trace.curves.back().drawn.Add(library, curve);
-    trace.box.Add(BoundsOf(library, curve));
+    trace.curves.back().drawn.Add(context, curve);
+    trace.box.Add(BoundsOf(context, curve));
   }
   return trace;
 }
 
 class DrawingPictureWriter {
  public:
-  DrawingPictureWriter(Library& library, const Drawing& drawing, const PictureOptions& options)
-      : library_(library),
+  DrawingPictureWriter(Context& context, const Drawing& drawing, const PictureOptions& options)
+      : context_(context),
         drawing_(drawing),
         options_(options),
-        extent_(Extent(library, {&drawing})) {
+        extent_(Extent(context, {&drawing})) {
     ForEachOutline(drawing, [&](const Outline& outline, const std::string&) {
-      traces_.push_back(TraceOutline(library, outline, options.alternate));
+      traces_.push_back(TraceOutline(context, outline, options.alternate));
     });
-    if (options.comb && !options.curves_only) combs_ = CombsOf(library, drawing, extent_);
+    if (options.comb && !options.curves_only) combs_ = CombsOf(context, drawing, extent_);
   }
 
   std::string Write(double size) {
@@ -149,7 +149,7 @@ class DrawingPictureWriter {
     for (const Shape& shape : drawing_.shapes) {
       std::string data;
       for (const Outline& outline : shape.outlines)
-        data += PathData(library_, outline.curves) + (outline.closed ? "Z" : "");
+        data += PathData(context_, outline.curves) + (outline.closed ? "Z" : "");
       out.Path(data, shape.even_odd ? "fill-rule=\"evenodd\"" : "");
     }
     out.CloseGroup();
@@ -227,7 +227,7 @@ class DrawingPictureWriter {
     return entries;
   }
 
-  Library& library_;
+  Context& context_;
   const Drawing& drawing_;
   const PictureOptions& options_;
   const double extent_;
@@ -238,9 +238,9 @@ class DrawingPictureWriter {
 
 }  // namespace
 
-std::string DrawingPicture(Library& library, const Drawing& drawing, const PictureOptions& options,
+std::string DrawingPicture(Context& context, const Drawing& drawing, const PictureOptions& options,
                            double size) {
-  return DrawingPictureWriter(library, drawing, options).Write(size);
+  return DrawingPictureWriter(context, drawing, options).Write(size);
 }
 
 }  // namespace kurvo::tools

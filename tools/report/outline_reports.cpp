@@ -24,10 +24,10 @@ struct Totals {
   int degree = 0;
   Bounds box;
 
-  void Add(Library& library, const OwnedCurve& curve) {
+  void Add(Context& context, const OwnedCurve& curve) {
     for (std::size_t i = 0; i < std::size(kTypes); ++i) counts[i] += curve.Type() == kTypes[i];
-    degree = std::max(degree, DegreeOf(library, curve));
-    box.Add(BoundsOf(library, curve));
+    degree = std::max(degree, DegreeOf(context, curve));
+    box.Add(BoundsOf(context, curve));
   }
   std::vector<std::string> Row(const std::string& label, const std::string& kind,
                                const std::string& start, const std::string& end,
@@ -42,7 +42,7 @@ struct Totals {
 
 }  // namespace
 
-std::string OutlineTable(Library& library, const Drawing& drawing) {
+std::string OutlineTable(Context& context, const Drawing& drawing) {
   bool splines = false;
   ForEachCurve(drawing, [&](const OwnedCurve& curve) {
     splines = splines || curve.Type() == CV_BSPLINE || curve.Type() == CV_RBSPLINE;
@@ -64,31 +64,31 @@ std::string OutlineTable(Library& library, const Drawing& drawing) {
   ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
     Totals own;
     for (const OwnedCurve& curve : outline.curves) {
-      own.Add(library, curve);
-      all.Add(library, curve);
+      own.Add(context, curve);
+      all.Add(context, curve);
     }
     ++outlines;
     table.Add(own.Row(label, outline.closed ? "closed" : "open",
-                      PointText(StartOf(library, outline.curves.front())),
-                      PointText(EndOf(library, outline.curves.back())), splines));
+                      PointText(StartOf(context, outline.curves.front())),
+                      PointText(EndOf(context, outline.curves.back())), splines));
   });
   table.Add(all.Row(CountText(outlines, "outline"), "", "", "", splines));
   return table.Text();
 }
 
-std::string OutlineJson(Library& library, const std::string& name, const Drawing& drawing) {
+std::string OutlineJson(Context& context, const std::string& name, const Drawing& drawing) {
   std::vector<Json> records;
   ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
     Totals own;
-    for (const OwnedCurve& curve : outline.curves) own.Add(library, curve);
+    for (const OwnedCurve& curve : outline.curves) own.Add(context, curve);
     Json& record = records.emplace_back();
     record["outline"] = label;
     record["closed"] = outline.closed;
     for (std::size_t i = 0; i < std::size(kTypes); ++i)
       record[std::string(TypeName(kTypes[i]))] = own.counts[i];
     record["degree"] = own.degree;
-    record["start"] = StartOf(library, outline.curves.front());
-    record["end"] = EndOf(library, outline.curves.back());
+    record["start"] = StartOf(context, outline.curves.front());
+    record["end"] = EndOf(context, outline.curves.back());
     record["box"] = own.box;
   });
   JsonLines json;
@@ -97,13 +97,13 @@ std::string OutlineJson(Library& library, const std::string& name, const Drawing
   return json.Take();
 }
 
-std::string OffsetJson(Library& library, const std::string& name,
+std::string OffsetJson(Context& context, const std::string& name,
                        const std::vector<OutlineOffset>& offsets) {
   JsonLines json;
   json.Add("file", name);
   json.AddList("offsets", offsets, [&](const OutlineOffset& offset, std::size_t) -> Json {
     Bounds box;
-    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(library, piece));
+    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(context, piece));
     return {{"outline", offset.label},
             {"closed", offset.source->closed},
             {"curves", offset.source->curves.size()},
@@ -114,12 +114,12 @@ std::string OffsetJson(Library& library, const std::string& name,
   return json.Take();
 }
 
-std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offsets) {
+std::string OffsetTable(Context& context, const std::vector<OutlineOffset>& offsets) {
   TextTable table(
       {{"outline"}, {""}, {"curves", kRight}, {"distance", kRight}, {"pieces", kRight}, {"box"}});
   for (const OutlineOffset& offset : offsets) {
     Bounds box;
-    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(library, piece));
+    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(context, piece));
     table.Add({offset.label, offset.source->closed ? "closed" : "open",
                std::to_string(offset.source->curves.size()), ShortNumber(offset.distance),
                std::to_string(offset.pieces.size()), BoundsText(box)});
@@ -127,7 +127,7 @@ std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offs
   return table.Text();
 }
 
-std::string SplitTable(Library& library, const std::vector<SplitOutline>& outlines) {
+std::string SplitTable(Context& context, const std::vector<SplitOutline>& outlines) {
   TextTable table(
       {{"outline"}, {"piece", kRight}, {"curves", kRight}, {"start"}, {"end"}, {"length", kRight}});
   for (const SplitOutline& outline : outlines) {
@@ -135,14 +135,14 @@ std::string SplitTable(Library& library, const std::vector<SplitOutline>& outlin
     for (std::size_t i = 0; i < outline.pieces.size(); ++i) {
       const Piece& piece = outline.pieces[i];
       table.Add({"", std::to_string(i + 1), std::to_string(piece.curves.size()),
-                 PointText(StartOf(library, piece.curves.front())),
-                 PointText(EndOf(library, piece.curves.back())), ShortNumber(piece.length)});
+                 PointText(StartOf(context, piece.curves.front())),
+                 PointText(EndOf(context, piece.curves.back())), ShortNumber(piece.length)});
     }
   }
   return table.Text();
 }
 
-std::string SplitJson(Library& library, const std::string& name,
+std::string SplitJson(Context& context, const std::string& name,
                       const std::vector<SplitOutline>& outlines) {
   JsonLines json;
   json.Add("file", name);
@@ -152,8 +152,8 @@ std::string SplitJson(Library& library, const std::string& name,
     lines.AddList("pieces", outline.pieces, [&](const Piece& piece, std::size_t i) -> Json {
       return {{"piece", i + 1},
               {"curves", piece.curves.size()},
-              {"start", StartOf(library, piece.curves.front())},
-              {"end", EndOf(library, piece.curves.back())},
+              {"start", StartOf(context, piece.curves.front())},
+              {"end", EndOf(context, piece.curves.back())},
               {"length", piece.length}};
     });
     return lines.Take();
@@ -161,7 +161,7 @@ std::string SplitJson(Library& library, const std::string& name,
   return json.Take();
 }
 
-std::string JoinTable(Library& library, const JoinedCurves& joined) {
+std::string JoinTable(Context& context, const JoinedCurves& joined) {
   TextTable table({{"chain", kRight},
                    {""},
                    {"curves", kRight},
@@ -173,9 +173,9 @@ std::string JoinTable(Library& library, const JoinedCurves& joined) {
   for (std::size_t i = 0; i < chains.size(); ++i) {
     const std::vector<OwnedCurve>& curves = chains[i].curves;
     table.Add({std::to_string(i + 1), chains[i].closed ? "closed" : "open",
-               std::to_string(curves.size()), PointText(StartOf(library, curves.front())),
-               PointText(EndOf(library, curves.back())), ShortNumber(chains[i].length),
-               BoundsText(BoundsOf(library, curves))});
+               std::to_string(curves.size()), PointText(StartOf(context, curves.front())),
+               PointText(EndOf(context, curves.back())), ShortNumber(chains[i].length),
+               BoundsText(BoundsOf(context, curves))});
   }
   return table.Text() + fmt::format("{} closed, {} open; {}, {} dropped\n", joined.closed,
                                     chains.size() - joined.closed,
@@ -183,7 +183,7 @@ std::string JoinTable(Library& library, const JoinedCurves& joined) {
                                     joined.report.dropped);
 }
 
-std::string JoinJson(Library& library, const std::string& name, const JoinedCurves& joined) {
+std::string JoinJson(Context& context, const std::string& name, const JoinedCurves& joined) {
   JsonLines json;
   json.Add("file", name);
   json.Add("gaps", joined.report.gaps);
@@ -193,18 +193,18 @@ std::string JoinJson(Library& library, const std::string& name, const JoinedCurv
     return {{"chain", i + 1},
             {"closed", chain.closed},
             {"curves", chain.curves.size()},
-            {"start", StartOf(library, chain.curves.front())},
-            {"end", EndOf(library, chain.curves.back())},
+            {"start", StartOf(context, chain.curves.front())},
+            {"end", EndOf(context, chain.curves.back())},
             {"length", chain.length},
-            {"box", BoundsOf(library, chain.curves)}};
+            {"box", BoundsOf(context, chain.curves)}};
   });
   return json.Take();
 }
 
-std::string FitText(Library& library, const OwnedCurve& spline) {
+std::string FitText(Context& context, const OwnedCurve& spline) {
   const KurvoBSpline& block = spline.Block<KurvoBSpline>();
   return fmt::format("B-spline of order {} through {} points, length {}\n", block.order,
-                     block.count, ShortNumber(LengthOf(library, spline)));
+                     block.count, ShortNumber(LengthOf(context, spline)));
 }
 
 std::string FitJson(const OwnedCurve& spline) {

@@ -63,7 +63,7 @@ std::vector<double> Numbers(const Json& object, const char* name) {
 // Reads curves; lengths are taken `scale` times as large.
 class CurveReader {
  public:
-  CurveReader(Library& library, double scale) : library_(library), scale_(scale) {}
+  CurveReader(Context& context, double scale) : context_(context), scale_(scale) {}
 
   // Adds one curve, or the pieces of a composite. Throws ElementError.
   void Read(const Json& value, std::vector<OwnedCurve>& curves, int depth = 0) {
@@ -75,7 +75,7 @@ class CurveReader {
     }
     OwnedCurve curve = ReadOne(type, value);
     if (curve.Type() == CV_ARC) CheckArc(curve.Block<KurvoArc>());
-    CheckRecord(library_, curve);
+    CheckRecord(context_, curve);
     curves.push_back(std::move(curve));
   }
 
@@ -116,7 +116,7 @@ class CurveReader {
   }
 
   void CheckArc(const KurvoArc& arc) const {
-    const double slack = library_.Tolerance() + kArcRounding * std::fabs(arc.radius);
+    const double slack = context_.Epsilon() + kArcRounding * std::fabs(arc.radius);
     for (const auto& end : {arc.start, arc.end}) {
       const double off = Size(Point{end[0] - arc.centre[0], end[1] - arc.centre[1]}) - arc.radius;
       if (!(slack >= std::fabs(off))) Refuse("an end that is not on the arc");
@@ -125,14 +125,14 @@ class CurveReader {
 
   static constexpr double kArcRounding = 1e-9;
 
-  Library& library_;
+  Context& context_;
   const double scale_;
 };
 
 class CurveFileReader {
  public:
-  CurveFileReader(Library& library, const std::string& name, const ReadOptions& options)
-      : library_(library), name_(name), options_(options) {}
+  CurveFileReader(Context& context, const std::string& name, const ReadOptions& options)
+      : context_(context), name_(name), options_(options) {}
 
   Drawing Read(std::string_view bytes) {
     const Json file = Parse(bytes);
@@ -222,7 +222,7 @@ class CurveFileReader {
     shape.paint.stroke = TextOr("none", value, "stroke");
     shape.paint.stroke_width = scale_ * NumberOr(1 / scale_, value, "stroke_width");
     if (value.contains("origin"))
-      shape.origin = CurveReader(library_, scale_).ReadPoint(value["origin"], "origin");
+      shape.origin = CurveReader(context_, scale_).ReadPoint(value["origin"], "origin");
     const std::string shape_place = place_;
     const Json& outlines = List(value, "outlines");
     for (std::size_t i = 0; i < outlines.size(); ++i) {
@@ -231,7 +231,7 @@ class CurveFileReader {
       Outline outline;
       outline.closed = FlagOr(false, outlines[i], "closed");
       const Json& curves = List(outlines[i], "curves");
-      CurveReader reader(library_, scale_);
+      CurveReader reader(context_, scale_);
       for (std::size_t k = 0; k < curves.size(); ++k) {
         place_ = fmt::format("{}.curves[{}]", outline_place, k);
         const std::size_t before = outline.curves.size();
@@ -239,7 +239,7 @@ class CurveFileReader {
         CheckJoints(outline.curves, before);
       }
       std::erase_if(outline.curves,
-                    [&](const OwnedCurve& curve) { return IsPoint(library_, curve); });
+                    [&](const OwnedCurve& curve) { return IsPoint(context_, curve); });
       if (outline.curves.empty()) continue;
       if (outline.closed && !Meet(outline.curves.back(), outline.curves.front())) {
         place_ = outline_place;
@@ -251,7 +251,7 @@ class CurveFileReader {
   }
 
   bool Meet(const OwnedCurve& curve, const OwnedCurve& next) const {
-    return AreSame(library_, EndOf(library_, curve), StartOf(library_, next));
+    return AreSame(context_, EndOf(context_, curve), StartOf(context_, next));
   }
 
   void CheckJoints(const std::vector<OwnedCurve>& curves, std::size_t from) const {
@@ -260,7 +260,7 @@ class CurveFileReader {
     }
   }
 
-  Library& library_;
+  Context& context_;
   const std::string name_;
   const ReadOptions options_;
   double scale_ = 1;
@@ -283,21 +283,21 @@ std::vector<double> KnotsOver01(std::vector<double> knots, std::size_t points) {
   return knots;
 }
 
-void CheckRecord(Library& library, const OwnedCurve& curve) {
+void CheckRecord(Context& context, const OwnedCurve& curve) {
   try {
-    BoundsOf(library, curve);
-    LengthOf(library, curve);
-  } catch (const LibraryError& error) {
-    KurvoErrReset(library.State());
-    Refuse(error.what());
+    BoundsOf(context, curve);
+    LengthOf(context, curve);
+  } catch (const BadResult& error) {
+    context.Clear();
+    Refuse(ErrorText(error.error()));
   }
 }
 
 bool IsCurveFile(std::string_view bytes) { return Trimmed(bytes.substr(0, 64)).starts_with('{'); }
 
-Drawing ReadCurveFile(Library& library, const std::string& name, std::string_view bytes,
+Drawing ReadCurveFile(Context& context, const std::string& name, std::string_view bytes,
                       const ReadOptions& options) {
-  return CurveFileReader(library, name, options).Read(bytes);
+  return CurveFileReader(context, name, options).Read(bytes);
 }
 
 }  // namespace kurvo::tools

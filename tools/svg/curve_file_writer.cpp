@@ -54,7 +54,7 @@ void AddSpline(const Block& spline, Members& out) {
   AddPoints(spline.points, spline.count, out);
 }
 
-std::string CurveText(const Curve& curve) {
+std::string CurveText(const ::Curve& curve) {
   Members out;
   switch (curve.type) {
     case CV_LINE: {
@@ -159,8 +159,8 @@ std::string ShapeText(const Result& result, std::span<const ResultChain> chains,
 
 }  // namespace
 
-std::string CurveFileText(Library& library, const Result& result) {
-  const double thin = ThinStroke(ViewOf(library, result));
+std::string CurveFileText(Context& context, const Result& result) {
+  const double thin = ThinStroke(ViewOf(context, result));
   const std::vector<Group>& groups = result.source.groups;
   return "{\n  \"format\": \"kurvo curves\",\n  \"version\": 1,\n  \"sheet\": " +
          SheetText(result.source.sheet) +

@@ -110,8 +110,8 @@ Point MiddleOf(const KurvoArc& arc, bool positive, Point from, Point to) {
 
 class PathWriter {
  public:
-  PathWriter(Library& library, const PathAccuracy& accuracy)
-      : library_(library), accuracy_(accuracy) {}
+  PathWriter(Context& context, const PathAccuracy& accuracy)
+      : context_(context), accuracy_(accuracy) {}
 
   void Append(const OwnedCurve& curve) {
     const Point start = Start(curve);
@@ -129,7 +129,7 @@ class PathWriter {
   // Of an arc as it is recorded: worked out from the centre it is off by the rounding of the
   // radius.
   Point Start(const OwnedCurve& curve) const {
-    return curve.Type() == CV_ARC ? At(curve.Block<KurvoArc>().start) : StartOf(library_, curve);
+    return curve.Type() == CV_ARC ? At(curve.Block<KurvoArc>().start) : StartOf(context_, curve);
   }
 
   // The pen is at the start of the curve.
@@ -150,25 +150,25 @@ class PathWriter {
 
   // Those of a composite need not meet; the spans of a B-spline are of one curve.
   void WritePieces(const OwnedCurve& whole) {
-    const std::vector<OwnedCurve> pieces = OwnedCurve::Pieces(library_, whole);
+    const std::vector<OwnedCurve> pieces = OwnedCurve::Pieces(context_, whole);
     if (whole.Type() != CV_SEGCV) {
       Bounds ends;
       for (const OwnedCurve& span : pieces) {
-        ends.Add(StartOf(library_, span));
-        ends.Add(EndOf(library_, span));
+        ends.Add(StartOf(context_, span));
+        ends.Add(EndOf(context_, span));
       }
       least_size_ = ends.LongerSide();
     }
     for (const OwnedCurve& piece : pieces) {
       const Point start = Start(piece);
-      if (!AreSame(library_, at_, start)) Write('M', {start});
+      if (!AreSame(context_, at_, start)) Write('M', {start});
       Append(piece);
     }
     least_size_ = 0;
   }
 
   void WriteHalves(const OwnedCurve& curve, int halvings) {
-    for (const OwnedCurve& half : OwnedCurve::Divided(library_, curve, {0.5}))
+    for (const OwnedCurve& half : OwnedCurve::Divided(context_, curve, {0.5}))
       WriteCurve(half, halvings + 1);
   }
 
@@ -177,11 +177,11 @@ class PathWriter {
     const Point start = At(arc.start);
     const bool is_circle = start.x == arc.end[0] && start.y == arc.end[1];
     WriteParts(arc, start, At(arc.end),
-               is_circle ? 2 * std::numbers::pi : LengthOf(library_, curve) / arc.radius);
+               is_circle ? 2 * std::numbers::pi : LengthOf(context_, curve) / arc.radius);
   }
 
   // Parts within the length tolerance would be lost when they are read.
-  double ShortestHalved() const { return kShortestHalved * library_.Tolerance(); }
+  double ShortestHalved() const { return kShortestHalved * context_.Epsilon(); }
   bool CanHalve(double length) const { return length > ShortestHalved(); }
 
   // The part of the arc between two points of it.
@@ -224,16 +224,16 @@ class PathWriter {
   }
 
   void WriteCubics(const OwnedCurve& curve) {
-    const Bounds box = BoundsOf(library_, curve);
+    const Bounds box = BoundsOf(context_, curve);
     const double size = std::max(box.LongerSide(), least_size_);
     const double rounding = std::max(Rounding(box.Min()), Rounding(box.Max()));
     const double wanted = accuracy_.length > 0 ? accuracy_.length : accuracy_.share * size;
     double deviation = kFitShare * wanted + rounding;
     std::vector<OwnedCurve> cubics;
     for (int i = 0; i < kMostFits; ++i, deviation *= kCoarser) {
-      cubics = Fitted(library_, curve, KURVO_FIT_CUBICS, deviation);
+      cubics = Fitted(context_, curve, KURVO_FIT_CUBICS, deviation);
       if (cubics.size() < 2 || std::all_of(cubics.begin(), cubics.end(), [&](const auto& piece) {
-            return CanHalve(2 * Size(EndOf(library_, piece) - StartOf(library_, piece)));
+            return CanHalve(2 * Size(EndOf(context_, piece) - StartOf(context_, piece)));
           }))
         break;
     }
@@ -260,7 +260,7 @@ class PathWriter {
     at_ = p;
   }
 
-  Library& library_;
+  Context& context_;
   const PathAccuracy accuracy_;
   std::string data_;
   Point at_;               // of the pen
@@ -269,15 +269,15 @@ class PathWriter {
 
 }  // namespace
 
-std::string PathData(Library& library, std::span<const OwnedCurve> curves,
+std::string PathData(Context& context, std::span<const OwnedCurve> curves,
                      const PathAccuracy& accuracy) {
-  PathWriter writer(library, accuracy);
+  PathWriter writer(context, accuracy);
   for (const OwnedCurve& curve : curves) writer.Append(curve);
   return writer.Take();
 }
 
-std::string PathData(Library& library, const OwnedCurve& curve) {
-  PathWriter writer(library, {});
+std::string PathData(Context& context, const OwnedCurve& curve) {
+  PathWriter writer(context, {});
   writer.Append(curve);
   return writer.Take();
 }

@@ -202,19 +202,19 @@ void OutlineBuilder::MoveTo(Point p) {
 
 void OutlineBuilder::LineTo(Point p) {
   OwnedCurve line = OwnedCurve::Line(MappedCurrent(), Map(p));
-  if (!IsPoint(library_, line)) Append(std::move(line));
+  if (!IsPoint(context_, line)) Append(std::move(line));
   current_ = p;
 }
 
 void OutlineBuilder::QuadraticTo(Point control, Point end) {
   OwnedCurve curve = OwnedCurve::Quadratic(MappedCurrent(), Map(control), Map(end));
-  if (!IsPoint(library_, curve)) Append(std::move(curve));
+  if (!IsPoint(context_, curve)) Append(std::move(curve));
   current_ = end;
 }
 
 void OutlineBuilder::CubicTo(Point control1, Point control2, Point end) {
   OwnedCurve curve = OwnedCurve::Cubic(MappedCurrent(), Map(control1), Map(control2), Map(end));
-  if (!IsPoint(library_, curve)) Append(std::move(curve));
+  if (!IsPoint(context_, curve)) Append(std::move(curve));
   current_ = end;
 }
 
@@ -224,7 +224,7 @@ void OutlineBuilder::Spline(const std::vector<Point>& points, const std::vector<
   for (const Point p : points) mapped.push_back(Map(p));
   EndOutline();
   OwnedCurve curve = OwnedCurve::FreeForm(mapped, weights, knots);
-  if (!IsPoint(library_, curve)) Append(std::move(curve));
+  if (!IsPoint(context_, curve)) Append(std::move(curve));
   EndOutline();
 }
 
@@ -242,7 +242,7 @@ void OutlineBuilder::ArcTo(const EllipticalArc& arc, Point end) {
 
 void OutlineBuilder::AppendCircular(const EllipticalArc& arc, Point end) {
   const double radius = Size(arc.u);
-  if (KurvoclPositive(radius * std::fabs(arc.sweep), library_.State()) == 0) return;
+  if (KurvoclPositive(radius * std::fabs(arc.sweep), context_.Get()) == 0) return;
   const bool counter_clockwise = IsCounterClockwise(arc);
   const int count = PieceCount(arc.sweep, std::numbers::pi);
   Point from = MappedCurrent();
@@ -262,7 +262,7 @@ void OutlineBuilder::AppendElliptical(const EllipticalArc& arc, Point end) {
     const Point to = i == count ? end : arc.At(to_angle);
     const MiddleControl middle = RationalMiddle(arc, from_angle, to_angle);
     OwnedCurve curve = OwnedCurve::RationalQuadratic(from, middle.point, middle.weight, to);
-    if (!IsPoint(library_, curve)) Append(std::move(curve));
+    if (!IsPoint(context_, curve)) Append(std::move(curve));
     from = to;
     from_angle = to_angle;
   }

@@ -22,7 +22,7 @@ namespace kurvo::tools {
 // ElementError when a point is out of range.
 class OutlineBuilder {
  public:
-  OutlineBuilder(Library& library, const Affine& map) : library_(library), map_(map) {}
+  OutlineBuilder(Context& context, const Affine& map) : context_(context), map_(map) {}
 
   void MoveTo(Point p);
   void LineTo(Point p);
@@ -46,7 +46,7 @@ class OutlineBuilder {
   Point MappedCurrent() const { return Map(current_); }
   void EndOutline();
 
-  Library& library_;
+  Context& context_;
   const Affine map_;
   Point start_;
   Point current_;
