@@ -836,6 +836,8 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     if (const auto* b = As<KurvoSegcv>()) return detail::View<const Curve>(b->curves, b->count);
     return {this, Empty() ? 0U : 1U};
   }
+  Curve* begin() { return const_cast<Curve*>(All().data()); }
+  Curve* end() { return begin() + size(); }
   const Curve* begin() const { return All().data(); }
   const Curve* end() const { return begin() + size(); }
   std::size_t size() const { return All().size(); }

@@ -13,6 +13,7 @@
 #include <tuple>
 
 #include "geometry/box_sweep.h"
+#include "geometry/curve_ask.h"
 #include "support.h"
 
 namespace kurvo::tools {

@@ -9,6 +9,8 @@
 #include <tuple>
 
 #include "geometry/comb.h"
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 #include "geometry/links.h"
 #include "geometry/locate.h"
 #include "support.h"
@@ -17,9 +19,7 @@ namespace kurvo::tools {
 namespace {
 
 // A quarter of the ellipse with half axes 4 and 1.
-OwnedCurve EllipseQuarter() {
-  return OwnedCurve::RationalQuadratic({4, 0}, {4, 1}, M_SQRT1_2, {0, 1});
-}
+Curve EllipseQuarter() { return ConicOf({4, 0}, {4, 1}, M_SQRT1_2, {0, 1}); }
 
 // Teeth point away from the centre and are as long as the curve is bent.
 TEST(Comb, TeethOfAnEllipseQuarter) {
@@ -30,7 +30,7 @@ TEST(Comb, TeethOfAnEllipseQuarter) {
   drawing.shapes.emplace_back();
   drawing.shapes[0].outlines.emplace_back();
   auto& curves = drawing.shapes[0].outlines[0].curves;
-  curves.push_back(OwnedCurve::Line({0, 0}, {4, 0}));
+  curves.push_back(Curve::Line({0, 0}, {4, 0}).value());
   curves.push_back(EllipseQuarter());
   const std::vector<Comb> combs = CombsOf(context, drawing, kExtent);
   ASSERT_EQ(combs.size(), 1u);
@@ -81,7 +81,7 @@ std::string RandomPath(std::mt19937& random) {
 
 // What fills a point, by the angles under which it sees small steps along the outlines, which is
 // told only where none comes near.
-Place PlaceByAngles(const std::vector<std::vector<Point>>& outlines, bool even_odd, Point p) {
+Where PlaceByAngles(const std::vector<std::vector<Point>>& outlines, bool even_odd, Point p) {
   constexpr double kNear = 0.02;
   int turns = 0;
   for (const std::vector<Point>& outline : outlines) {
@@ -89,12 +89,12 @@ Place PlaceByAngles(const std::vector<std::vector<Point>>& outlines, bool even_o
     for (std::size_t i = 0; i < outline.size(); ++i) {
       const Point from = outline[i] - p;
       const Point to = outline[(i + 1) % outline.size()] - p;
-      if (Size(from) < kNear) return Place::kOn;
+      if (Size(from) < kNear) return Where::kOn;
       angle += std::atan2(Cross(from, to), Dot(from, to));
     }
     turns += static_cast<int>(std::lround(angle / (2 * std::numbers::pi)));
   }
-  return (even_odd ? turns % 2 : turns) != 0 ? Place::kInside : Place::kOutside;
+  return (even_odd ? turns % 2 : turns) != 0 ? Where::kInside : Where::kOutside;
 }
 
 TEST(Locator, AgreesWithAngles) {
@@ -110,12 +110,12 @@ TEST(Locator, AgreesWithAngles) {
     std::vector<std::vector<Point>> outlines;
     for (const Outline& outline : drawing.shapes.at(0).outlines) {
       std::vector<Point>& points = outlines.emplace_back();
-      const auto add = [&](const OwnedCurve& curve) {
+      const auto add = [&](const Curve& curve) {
         for (int k = 0; k < kSteps; ++k)
           points.push_back(PositionOf(context, curve, static_cast<double>(k) / kSteps));
       };
-      for (const OwnedCurve& curve : outline.curves) add(curve);
-      add(OwnedCurve::Line(EndOf(context, outline.curves.back()), points.front()));  // closes it
+      for (const Curve& curve : outline.curves) add(curve);
+      add(Curve::Line(EndOf(context, outline.curves.back()), points.front()).value());  // closes it
     }
     const Locator locator(context, drawing);
     std::vector<Point> points(60);
@@ -123,12 +123,12 @@ TEST(Locator, AgreesWithAngles) {
       p.x = 0.5 * static_cast<double>(random() % 27);
       p.y = 0.5 * static_cast<double>(random() % 27);
     }
-    const std::vector<Place> places = locator.InDrawing(points, 1);
+    const std::vector<Where> places = locator.InDrawing(points, 1);
     EXPECT_EQ(places, locator.InDrawing(points, 1 + random() % 8)) << path;
     for (std::size_t k = 0; k < points.size(); ++k) {
       const Point p = points[k];
-      const Place expected = PlaceByAngles(outlines, even_odd, p);
-      if (expected == Place::kOn) continue;
+      const Where expected = PlaceByAngles(outlines, even_odd, p);
+      if (expected == Where::kOn) continue;
       EXPECT_EQ(PlaceName(places[k]), PlaceName(expected))
           << path << (even_odd ? " evenodd" : "") << " at " << p.x << "," << p.y;
     }
@@ -152,7 +152,7 @@ TEST(FindLinks, AreTheShortestOfAllPairs) {
     for (const ListedCurve& p : first.curves) {
       for (const ListedCurve& q : second.curves)
         expected[p.outline] =
-            std::min(expected[p.outline], ClosestOn(context, *p.curve, *q.curve).distance);
+            std::min(expected[p.outline], (*p.curve).ClosestTo(*q.curve, context).value().distance);
     }
     std::atomic<std::size_t> done = 0;
     const auto links = FindLinks(
@@ -164,8 +164,8 @@ TEST(FindLinks, AreTheShortestOfAllPairs) {
     for (std::size_t k = 0; k < links.size(); ++k) {
       EXPECT_NEAR(links[k].at.distance, expected[k], 1e-12) << i << " " << first.outlines[k];
       EXPECT_NEAR(Size(links[k].to - links[k].from), expected[k], 1e-9) << i;
-      EXPECT_EQ(std::tie(links[k].first, links[k].second, links[k].at.first),
-                std::tie(again[k].first, again[k].second, again[k].at.first));
+      EXPECT_EQ(std::tie(links[k].first, links[k].second, links[k].at.a),
+                std::tie(again[k].first, again[k].second, again[k].at.a));
     }
   }
 }

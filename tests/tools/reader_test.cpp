@@ -7,6 +7,7 @@
 #include <numbers>
 #include <random>
 
+#include "geometry/curve_ask.h"
 #include "geometry/elliptical_arc.h"
 #include "support.h"
 

@@ -59,7 +59,7 @@ inline Drawing ReadText(Context& context, const std::string& body) {
 inline std::string Path(const std::string& data) { return "<path d='" + data + "'/>"; }
 
 // The curves of a drawing of one path with one outline.
-inline std::vector<OwnedCurve> ReadPath(Context& context, const std::string& data) {
+inline std::vector<Curve> ReadPath(Context& context, const std::string& data) {
   return std::move(ReadText(context, Path(data)).shapes.at(0).outlines.at(0).curves);
 }
 

@@ -30,7 +30,7 @@ int RunDistance(const DistanceOptions& options) {
   }();
   const LinkReport report = {BaseName(options.first), BaseName(options.second), first_curves,
                              second_curves, links};
-  const std::vector<OwnedCurve> lines = LinesOf(links);
+  const std::vector<Curve> lines = LinesOf(links);
   return Deliver(
       context, options.reading, options.output,
       {{options.first, &first}, {options.second, &second}},

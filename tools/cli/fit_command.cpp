@@ -4,6 +4,7 @@
 
 #include "cli/commands.h"
 #include "cli/options.h"
+#include "geometry/curve_make.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
 #include "svg/reader.h"
@@ -31,7 +32,7 @@ int Fit(const FitOptions& options) {
   if (points.size() < static_cast<std::size_t>(options.order)) {
     refuse(std::to_string(points.size()) + " points are too few for order " + order);
   }
-  const std::optional<OwnedCurve> spline = OwnedCurve::Through(context, points, options.order);
+  const std::optional<Curve> spline = SplineThrough(context, points, options.order);
   if (!spline) refuse("no B-spline of order " + order + " passes through these points");
   const Drawing no_sheet;
   return Deliver(context, options.reading, options.output, {{options.input, nullptr}},

@@ -45,13 +45,13 @@ LocateReport ReportOn(Context& context, const Drawing& drawing, const LocateOpti
   const auto located = [&](const std::vector<Point>& points) {
     std::vector<LocatedPoint> list;
     list.reserve(points.size());
-    const std::vector<Place> places = locator.InDrawing(points);
+    const std::vector<Where> places = locator.InDrawing(points);
     for (std::size_t i = 0; i < points.size(); ++i) list.push_back({points[i], places[i], {}});
     return list;
   };
   report.points = located(options.points);
   for (std::size_t i = 0; i < report.outlines.size(); ++i) {
-    const std::vector<Place> places = locator.InOutline(i, options.points);
+    const std::vector<Where> places = locator.InOutline(i, options.points);
     for (std::size_t k = 0; k < places.size(); ++k) report.points[k].outlines.push_back(places[k]);
   }
   report.grid = located(GridPoints(BoundsOf(context, drawing), options.grid));

@@ -11,7 +11,6 @@
 #include "cli/manual.h"
 #include "cli/output.h"
 #include "cli/whole_file.h"
-#include "geometry/library.h"
 #include "svg/input.h"
 
 namespace kurvo::tools {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "geometry/chain.h"
+#include "geometry/curve_make.h"
 #include "svg/curve_file.h"
 #include "svg/input.h"
 
@@ -168,15 +169,15 @@ void GiveKnots(std::size_t order, bool periodic, SplineData& spline) {
 }
 
 SplineData ThroughPoints(Context& context, std::vector<Point> points, int degree, bool closed) {
-  const auto same = [&](Point p, Point q) { return AreSame(context, p, q); };
+  const auto same = [&](Point p, Point q) { return Same(p, q, context); };
   points.erase(std::unique(points.begin(), points.end(), same), points.end());
   if (closed && points.size() > 1 && !same(points.front(), points.back()))
     points.push_back(points.front());
   if (points.size() < 2) return {};
   const int order = std::min({degree, kHighestFit, static_cast<int>(points.size()) - 1}) + 1;
-  const std::optional<OwnedCurve> fitted = OwnedCurve::Through(context, points, order);
+  const std::optional<Curve> fitted = SplineThrough(context, points, order);
   if (!fitted) throw ElementError("no spline passes through its points");
-  const auto& block = fitted->Block<KurvoBSpline>();
+  const auto& block = *fitted->As<KurvoBSpline>();
   SplineData spline;
   for (int i = 0; i < block.count; ++i)
     spline.points.push_back({block.points[i][0], block.points[i][1]});

@@ -4,7 +4,6 @@
 #include <span>
 
 #include "dxf/pairs.h"
-#include "geometry/library.h"
 #include "geometry/plane.h"
 #include "svg/shapes.h"
 

@@ -17,32 +17,34 @@ class RunBuilder {
  public:
   RunBuilder(Context& context, const Affine& map) : context_(context), map_(map) {}
 
-  void Add(const OwnedCurve& curve) {
+  void Add(const Curve& curve) {
     switch (curve.Type()) {
       case CV_LINE: {
-        const auto& line = curve.Block<KurvoLine>();
+        const auto& line = *curve.As<KurvoLine>();
         return AddLine(At(line.start), At(line.end));
       }
       case CV_ARC:
-        return AddArc(curve.Block<KurvoArc>());
+        return AddArc(*curve.As<KurvoArc>());
       case CV_BEZIER: {
-        const auto& bezier = curve.Block<KurvoBezier>();
+        const auto& bezier = *curve.As<KurvoBezier>();
         return AddFreeForm(bezier, bezier.degree, bezier.degree + 1);
       }
       case CV_RBEZIER: {
-        const auto& bezier = curve.Block<KurvoRBezier>();
+        const auto& bezier = *curve.As<KurvoRBezier>();
         return AddFreeForm(bezier, bezier.degree, bezier.degree + 1);
       }
       case CV_BSPLINE: {
-        const auto& spline = curve.Block<KurvoBSpline>();
+        const auto& spline = *curve.As<KurvoBSpline>();
         return AddFreeForm(spline, spline.order - 1, spline.count);
       }
       case CV_RBSPLINE: {
-        const auto& spline = curve.Block<KurvoRBSpline>();
+        const auto& spline = *curve.As<KurvoRBSpline>();
         return AddFreeForm(spline, spline.order - 1, spline.count);
       }
-      default:
-        for (const OwnedCurve& piece : OwnedCurve::Pieces(context_, curve)) Add(piece);
+      default: {
+        const Curve pieces = curve.Converted(CV_SEGCV, context_).value();
+        for (const Curve& piece : pieces) Add(piece);
+      }
     }
   }
 
@@ -61,9 +63,7 @@ class RunBuilder {
   }
 
  private:
-  bool Meets(const DxfRun& run, Point p) const {
-    return AreSame(context_, run.segments.back().to, p);
-  }
+  bool Meets(const DxfRun& run, Point p) const { return Same(run.segments.back().to, p, context_); }
 
   void AddSegment(const DxfSegment& segment) {
     const bool goes_on =
@@ -134,7 +134,7 @@ bool DxfRun::IsCircle() const {
 
 std::vector<DxfRun> RunsOf(Context& context, const ResultChain& chain, const Affine& map) {
   RunBuilder builder(context, map);
-  for (const OwnedCurve& curve : chain.curves) builder.Add(curve);
+  for (const Curve& curve : chain.curves) builder.Add(curve);
   return builder.Take(chain.closed);
 }
 

@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "geometry/library.h"
+#include "geometry/plane.h"
 #include "geometry/result.h"
 
 namespace kurvo::tools {

@@ -12,6 +12,7 @@
 #include "dxf/colours.h"
 #include "dxf/entities.h"
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 #include "svg/curve_file.h"
 #include "svg/input.h"
 
@@ -138,11 +139,11 @@ class DxfReader {
   }
 
   void Check(Outline& outline) {
-    for (const OwnedCurve& curve : outline.curves) {
+    for (const Curve& curve : outline.curves) {
       if (curve.Type() != CV_LINE && curve.Type() != CV_ARC) CheckRecord(context_, curve);
     }
-    outline.closed = outline.closed || AreSame(context_, StartOf(context_, outline.curves.front()),
-                                               EndOf(context_, outline.curves.back()));
+    outline.closed = outline.closed || Same(StartOf(context_, outline.curves.front()),
+                                            EndOf(context_, outline.curves.back()), context_);
     pieces_ += outline.curves.size();
     if (pieces_ > kMaxPieces)
       throw ElementError::Limit(fmt::format("the drawing has more than {} curves", kMaxPieces));

@@ -267,7 +267,7 @@ class DxfWriter {
     entities_.Begin(group_layers_[element == kNoElement ? 0 : result_.source.shapes[element].group],
                     ColourIndex(paint.stroke != "none" ? paint.stroke : paint.fill));
     for (const ResultChain& chain : chains) {
-      std::vector<OwnedCurve> fitted;
+      std::vector<Curve> fitted;
       ResultChain written = chain;
       if (IsOld() && HasFreeForms(chain)) {
         fitted = FittedByArcs(chain);
@@ -278,18 +278,18 @@ class DxfWriter {
   }
 
   static bool HasFreeForms(const ResultChain& chain) {
-    return std::any_of(chain.curves.begin(), chain.curves.end(), [](const OwnedCurve& curve) {
+    return std::any_of(chain.curves.begin(), chain.curves.end(), [](const Curve& curve) {
       return curve.Type() != CV_LINE && curve.Type() != CV_ARC;
     });
   }
 
   // Pieces of a composite need not meet: curve by curve.
-  std::vector<OwnedCurve> FittedByArcs(const ResultChain& chain) {
-    std::vector<OwnedCurve> all;
-    for (const OwnedCurve& curve : chain.curves) {
+  std::vector<Curve> FittedByArcs(const ResultChain& chain) {
+    std::vector<Curve> all;
+    for (const Curve& curve : chain.curves) {
       const double size = BoundsOf(context_, curve).LongerSide();
       const double deviation = accuracy_.length > 0 ? accuracy_.length : accuracy_.share * size;
-      for (OwnedCurve& piece : Fitted(context_, curve, KURVO_FIT_ARCS, deviation))
+      for (Curve& piece : Fitted(context_, curve, Form::kArcs, deviation))
         all.push_back(std::move(piece));
     }
     return all;

@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 #include "svg/reader.h"
 
 namespace kurvo::tools {

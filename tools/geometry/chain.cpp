@@ -1,108 +1,63 @@
 #include "geometry/chain.h"
 
+#include "geometry/curve_make.h"
+
 namespace kurvo::tools {
-Chain::Chain(const std::vector<OwnedCurve>& curves) {
-  curves_.reserve(curves.size());
-  for (const OwnedCurve& curve : curves) curves_.push_back(*curve.Get());
+
+double LengthOf(Context& context, const ChainView& chain) {
+  const EpsilonScope wider = WiderTolerance(context);
+  return chain->Length(context).value();
 }
 
-double LengthOf(Context& context, const Chain& chain) {
-  const Cvseq seq = chain.Seq();
-  double length = 0;
-  const WiderTolerance wider(context);
-  KurvoChainLength(&seq, &length, context.Get());
-  Check(context);
-  return length;
+Bounds BoundsOf(Context& context, const ChainView& chain) {
+  if (chain->size() == 0) return {};
+  const EpsilonScope wider = WiderTolerance(context);
+  const Box box = chain->TightBox(context).value();
+  return {box.min.x, box.min.y, box.max.x, box.max.y};
 }
 
-Bounds BoundsOf(Context& context, const Chain& chain) {
-  if (chain.IsEmpty()) return {};
-  const Cvseq seq = chain.Seq();
-  ::Box box = {0, 0, 0, 0, 0, 0};
-  const WiderTolerance wider(context);
-  KurvoChainTightBox(&seq, box, context.Get());
-  Check(context);
-  return {box[0], box[1], box[3], box[4]};
+Moments MomentsOf(Context& context, const ChainView& chain) {
+  const EpsilonScope wider = WiderTolerance(context);
+  return chain->Moments(context).value();
 }
 
-KurvoMoments MomentsOf(Context& context, const Chain& chain) {
-  const Cvseq seq = chain.Seq();
-  KurvoMoments moments = {};
-  const WiderTolerance wider(context);
-  KurvoChainMoments(&seq, &moments, context.Get());
-  Check(context);
-  return moments;
+NearestPoint NearestOn(Context& context, const Curve& curve, Point p) {
+  const NearestPlace nearest = ChainView(curve)->NearestTo(p, context).value();
+  return {nearest.place.t, nearest.place.point, nearest.distance};
 }
 
-NearestPoint NearestOn(Context& context, const OwnedCurve& curve, Point p) {
-  const Chain chain(curve);
-  const Cvseq seq = chain.Seq();
-  const double point[] = {p.x, p.y, 0};
-  KurvoPlace place = {};
-  double distance = 0;
-  KurvoChainNearest(&seq, point, 1, &place, &distance, context.Get());
-  Check(context);
-  return {place.t, {place.point[0], place.point[1]}, distance};
+Place PlaceAt(Context& context, const ChainView& chain, double length) {
+  const EpsilonScope wider = WiderTolerance(context);
+  return chain->PlaceAt(length, context).value();
 }
 
-namespace {
-
-std::vector<KurvoPlace> Places(Context& context, const Chain& chain,
-                               const std::vector<double>& lengths) {
-  std::vector<KurvoPlace> places(lengths.size());
-  const Cvseq seq = chain.Seq();
-  const WiderTolerance wider(context);
-  KurvoChainPlaces(&seq, lengths.data(), static_cast<std::int32_t>(lengths.size()), places.data(),
-                   context.Get());
-  Check(context);
-  return places;
-}
-
-}  // namespace
-
-KurvoPlace PlaceAt(Context& context, const Chain& chain, double length) {
-  return Places(context, chain, {length}).front();
-}
-
-std::vector<KurvoPlace> EqualSteps(Context& context, const Chain& chain, std::size_t count) {
+Array<Place> EqualSteps(Context& context, const ChainView& chain, std::size_t count) {
   const double whole = LengthOf(context, chain);
   std::vector<double> lengths(count + 1, whole);
   for (std::size_t i = 0; i < count; ++i)
     lengths[i] = whole * static_cast<double>(i) / static_cast<double>(count);
-  return Places(context, chain, lengths);
+  const EpsilonScope wider = WiderTolerance(context);
+  return chain->Places(lengths, context).value();
 }
 
-std::vector<OwnedCurve> Trimmed(Context& context, const Chain& chain, const KurvoPlace& from,
-                                const KurvoPlace& to) {
-  const Cvseq seq = chain.Seq();
-  Cvseq part = {0, nullptr};
-  const WiderTolerance wider(context);
-  KurvoChainTrim(&seq, &from, &to, &part, context.Get());
-  return OwnedCurve::TakeAll(context, part);
+std::vector<Curve> Trimmed(Context& context, const ChainView& chain, const Place& from,
+                           const Place& to) {
+  const EpsilonScope wider = WiderTolerance(context);
+  return Taken(chain->Trim(from, to, context).value());
 }
 
-std::vector<OwnedCurve> Flattened(Context& context, const Chain& chain, double deviation) {
-  const Cvseq seq = chain.Seq();
-  Coord* points = nullptr;
-  std::int32_t count = 0;
-  const WiderTolerance wider(context);
-  KurvoChainFlatten(&seq, deviation, &points, nullptr, &count, context.Get());
-  Check(context);
-  std::vector<OwnedCurve> lines;
-  for (std::int32_t i = 1; i < count; ++i) {
-    lines.push_back(
-        OwnedCurve::Line({points[i - 1][0], points[i - 1][1]}, {points[i][0], points[i][1]}));
-  }
-  KurvoFree(points);
+std::vector<Curve> Flattened(Context& context, const ChainView& chain, double deviation) {
+  const EpsilonScope wider = WiderTolerance(context);
+  const Polyline line = chain->Flatten(deviation, context).value();
+  std::vector<Curve> lines;
+  for (std::size_t i = 1; i < line.points.size(); ++i)
+    lines.push_back(Curve::Line(line.points[i - 1], line.points[i]).value());
   return lines;
 }
 
-std::vector<OwnedCurve> Fitted(Context& context, const Chain& chain, int form, double deviation) {
-  const Cvseq seq = chain.Seq();
-  Cvseq fitted = {0, nullptr};
-  const WiderTolerance wider(context);
-  KurvoChainFit(&seq, form, deviation, &fitted, context.Get());
-  return OwnedCurve::TakeAll(context, fitted);
+std::vector<Curve> Fitted(Context& context, const ChainView& chain, Form form, double deviation) {
+  const EpsilonScope wider = WiderTolerance(context);
+  return Taken(chain->Fit(form, deviation, context).value());
 }
 
 }  // namespace kurvo::tools

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
 namespace {
@@ -35,12 +36,12 @@ class CombMaker {
         extent_(extent),
         teeth_per_unit_(std::min(kTeethPerExtent / extent, kTeethInAll / total)) {}
 
-  void Add(const OwnedCurve& curve) {
+  void Add(const Curve& curve) {
     if (curve.Type() == CV_LINE) return;
     const double length = LengthOf(context_, curve);
     const auto count = static_cast<std::size_t>(
         std::clamp<double>(teeth_per_unit_ * length, kFewestTeeth, kMostTeeth));
-    const std::vector<KurvoPlace> places = EqualSteps(context_, curve, count);
+    const Array<Place> places = EqualSteps(context_, curve, count);
     combs_.emplace_back();
     for (std::size_t i = 0; i <= count; ++i) {
       const double t = i < count ? places[i].t : 1;  // also where the curve closes
@@ -106,9 +107,9 @@ class CombMaker {
 std::vector<Comb> CombsOf(Context& context, const Drawing& drawing, double extent) {
   if (!(extent > 0)) return {};
   double total = 0;
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { total += LengthOf(context, curve); });
+  ForEachCurve(drawing, [&](const Curve& curve) { total += LengthOf(context, curve); });
   CombMaker maker(context, extent, total);
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { maker.Add(curve); });
+  ForEachCurve(drawing, [&](const Curve& curve) { maker.Add(curve); });
   return maker.Take();
 }
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "geometry/box_sweep.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
 namespace {
@@ -31,34 +32,7 @@ struct Common {
 
 // The length tolerance for points that are compared after both were computed: a point that lies on
 // two curves may be off each of them by the library's tolerance. While it lives.
-class WiderTolerance {
- public:
-  explicit WiderTolerance(Context& context) : context_(context) {
-    KurvoclPushEpsilon(2 * context.Epsilon(), context.Get());
-  }
-  WiderTolerance(const WiderTolerance&) = delete;
-  WiderTolerance& operator=(const WiderTolerance&) = delete;
-  ~WiderTolerance() { KurvoclPopEpsilon(context_.Get()); }
-
- private:
-  Context& context_;
-};
-
-// What the library lists: parameters of common points.
-class ParameterList {
- public:
-  ParameterList() { KurvocrInitCvParam(&list_); }
-  ParameterList(const ParameterList&) = delete;
-  ParameterList& operator=(const ParameterList&) = delete;
-  ~ParameterList() { KurvocrFreeCvParam(&list_); }
-
-  CvParam* Get() { return &list_; }
-  int Count() const { return list_.count; }
-  double At(int i) const { return list_.values[i]; }
-
- private:
-  CvParam list_;
-};
+EpsilonScope TwiceTheTolerance(Context& context) { return {context, 2 * context.Epsilon()}; }
 
 double Within(double t) { return std::clamp(t, 0.0, 1.0); }
 
@@ -70,7 +44,7 @@ double Between(double from, double to, double part) { return from + part * (to -
 // that turns back before it ends, and curves that only come so close that the tolerance joins them.
 class StretchFinder {
  public:
-  StretchFinder(Context& context, const OwnedCurve& first, const OwnedCurve& second)
+  StretchFinder(Context& context, const Curve& first, const Curve& second)
       : context_(context), first_(first), second_(second) {}
 
   void Run(Common& common) const {
@@ -102,8 +76,8 @@ class StretchFinder {
               [](const CommonPoint& a, const CommonPoint& b) { return a.first < b.first; });
     // Ends of both curves at one point.
     const auto same = [&](const CommonPoint& a, const CommonPoint& b) {
-      return AreSame(context_, PositionOf(context_, first_, a.first),
-                     PositionOf(context_, first_, b.first)) &&
+      return Same(PositionOf(context_, first_, a.first), PositionOf(context_, first_, b.first),
+                  context_) &&
              b.first - a.first < 0.5;  // not the two ends of a curve that closes
     };
     ends.erase(std::unique(ends.begin(), ends.end(), same), ends.end());
@@ -130,23 +104,19 @@ class StretchFinder {
   }
 
   Context& context_;
-  const OwnedCurve& first_;
-  const OwnedCurve& second_;
+  const Curve& first_;
+  const Curve& second_;
 };
 
-Common CommonOf(Context& context, const OwnedCurve& first, const OwnedCurve& second) {
-  constexpr int kBothEnd = 3;
-  ParameterList on_first, on_second;
-  const std::uint32_t result = KurvocrCurveCurve(first.Get(), second.Get(), on_first.Get(),
-                                                 on_second.Get(), kBothEnd, context.Get());
-  Check(context);
+Common CommonOf(Context& context, const Curve& first, const Curve& second) {
+  const Meetings meetings = first.Intersect(second, context).value();
   Common common;
-  for (int i = 0; i < on_first.Count(); ++i) {
-    common.points.push_back({Within(on_first.At(i)), Within(on_second.At(i))});
+  for (std::size_t i = 0; i < meetings.a.size(); ++i) {
+    common.points.push_back({Within(meetings.a[i]), Within(meetings.b[i])});
   }
-  if (result == KURVO_OVERLAP) {
+  if (meetings.overlap) {
     common.overlap = true;
-    const WiderTolerance wider(context);
+    const EpsilonScope wider = TwiceTheTolerance(context);
     StretchFinder(context, first, second).Run(common);
   }
   return common;
@@ -192,7 +162,7 @@ class Search {
   const ListedCurve& Second(const Pair& pair) const { return second_.curves[pair.second]; }
 
   void TakeOverlaps(const Pair& pair) {
-    const OwnedCurve& curve = *First(pair).curve;
+    const Curve& curve = *First(pair).curve;
     for (const CommonStretch& stretch : pair.common.stretches) {
       found_.overlaps.push_back({pair.first, pair.second, true, stretch,
                                  PositionOf(context_, curve, stretch.from.first),
@@ -248,8 +218,8 @@ class Search {
   // where it leaves an end so slowly that the place of contact is a stretch: of a line that meets a
   // circle at a tangent, the common point is the foot of the centre, up to sqrt(2 r tolerance) away
   // from the ends of both.
-  bool RunTogether(const OwnedCurve& curve, double t, double end, const OwnedCurve& other) const {
-    const WiderTolerance wider(context_);
+  bool RunTogether(const Curve& curve, double t, double end, const Curve& other) const {
+    const EpsilonScope wider = TwiceTheTolerance(context_);
     return std::all_of(std::begin(kWayToJoint), std::end(kWayToJoint), [&](double part) {
       return ParameterOf(context_, other, PositionOf(context_, curve, t + part * (end - t)))
           .has_value();

@@ -1,14 +1,15 @@
 #include "geometry/drawing.h"
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
 namespace {
 
 // An outline may come back to its start without being closed.
 bool EndMeetsStart(Context& context, const Outline& outline) {
-  return AreSame(context, StartOf(context, outline.curves.front()),
-                 EndOf(context, outline.curves.back()));
+  return Same(StartOf(context, outline.curves.front()), EndOf(context, outline.curves.back()),
+              context);
 }
 
 }  // namespace
@@ -30,20 +31,20 @@ void TurnOver(Context& context, Drawing& drawing) {
   for (Shape& shape : drawing.shapes) {
     shape.origin.y = -shape.origin.y;
     for (Outline& outline : shape.outlines) {
-      for (OwnedCurve& curve : outline.curves) curve.TurnOver(context);
+      for (Curve& curve : outline.curves) curve.Mirror({}, {0, 1, 0}, context).value();
     }
   }
 }
 
 Drawing Flattened(Context& context, const Drawing& drawing, double deviation) {
   return Remade(drawing, [&](const Outline& outline) {
-    return Flattened(context, Chain(outline.curves), deviation);
+    return Flattened(context, outline.curves, deviation);
   });
 }
 
 Drawing FittedByArcs(Context& context, const Drawing& drawing, double deviation) {
   return Remade(drawing, [&](const Outline& outline) {
-    return Fitted(context, Chain(outline.curves), KURVO_FIT_ARCS, deviation);
+    return Fitted(context, outline.curves, Form::kArcs, deviation);
   });
 }
 
@@ -54,13 +55,13 @@ std::string OutlineLabel(const Shape& shape, std::size_t outline) {
 
 std::size_t CurveCount(const Drawing& drawing) {
   std::size_t count = 0;
-  ForEachCurve(drawing, [&](const OwnedCurve&) { ++count; });
+  ForEachCurve(drawing, [&](const Curve&) { ++count; });
   return count;
 }
 
 Bounds BoundsOf(Context& context, const Drawing& drawing) {
   Bounds box;
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { box.Add(BoundsOf(context, curve)); });
+  ForEachCurve(drawing, [&](const Curve& curve) { box.Add(BoundsOf(context, curve)); });
   return box;
 }
 
@@ -76,7 +77,7 @@ CurveList ListCurves(Context& context, const Drawing& drawing) {
   ForEachOutline(drawing, [&](const Outline& outline, std::string label) {
     const std::size_t first_joint = joint;
     for (std::size_t i = 0; i < outline.curves.size(); ++i, ++joint) {
-      const OwnedCurve& curve = outline.curves[i];
+      const Curve& curve = outline.curves[i];
       list.curves.push_back(
           {&curve, list.outlines.size(), i, BoundsOf(context, curve), joint, joint + 1});
     }

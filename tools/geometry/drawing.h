@@ -7,13 +7,13 @@
 #include <type_traits>
 #include <vector>
 
-#include "geometry/library.h"
+#include "geometry/plane.h"
 
 namespace kurvo::tools {
 
 // Curves that run end to start. Consecutive end points are the same within the length tolerance.
 struct Outline {
-  std::vector<OwnedCurve> curves;
+  std::vector<Curve> curves;
   bool closed = false;
 };
 
@@ -95,7 +95,7 @@ template <class Step>
 void ForEachCurve(const Drawing& drawing, const Step& step) {
   for (const Shape& shape : drawing.shapes) {
     for (const Outline& outline : shape.outlines) {
-      for (const OwnedCurve& curve : outline.curves) step(curve);
+      for (const Curve& curve : outline.curves) step(curve);
     }
   }
 }
@@ -113,7 +113,7 @@ Drawing Remade(const Drawing& drawing, const Remake& remake) {
     Shape& copy = remade.shapes.emplace_back(
         Shape{shape.label, shape.even_odd, {}, shape.id, shape.group, shape.paint, shape.origin});
     for (const Outline& outline : shape.outlines) {
-      std::vector<OwnedCurve> curves = remake(outline);
+      std::vector<Curve> curves = remake(outline);
       if (!curves.empty()) copy.outlines.push_back({std::move(curves), outline.closed});
     }
   }
@@ -140,9 +140,9 @@ Bounds BoundsOf(Context& context, const Drawing& drawing);
 double Extent(Context& context, const std::vector<const Drawing*>& drawings);
 
 struct ListedCurve {
-  const OwnedCurve* curve;  // of the drawing, which must outlive the list
-  std::size_t outline;      // into CurveList::outlines
-  std::size_t index;        // in its outline, from 0
+  const Curve* curve;   // of the drawing, which must outlive the list
+  std::size_t outline;  // into CurveList::outlines
+  std::size_t index;    // in its outline, from 0
   Bounds box;
   // Numbers of the places where it begins and ends. Where one curve of an outline meets the next,
   // also where the last one meets the first, both have the same number; no other two do.

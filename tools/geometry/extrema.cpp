@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "geometry/curve_ask.h"
+
 namespace kurvo::tools {
 namespace {
 
@@ -163,8 +165,8 @@ std::vector<CutPlace> PlacesOf(const Homogeneous& p, CutPlaces wanted) {
 }
 
 // Of a circle the four points on its axes.
-std::vector<CutPlace> PlacesOf(Context& context, const OwnedCurve& curve) {
-  const auto& arc = curve.Block<KurvoArc>();
+std::vector<CutPlace> PlacesOf(Context& context, const Curve& curve) {
+  const auto& arc = *curve.As<KurvoArc>();
   std::vector<CutPlace> places;
   for (const Point side : {Point{1, 0}, Point{0, 1}, Point{-1, 0}, Point{0, -1}}) {
     const Point p = Point{arc.centre[0], arc.centre[1]} + arc.radius * side;
@@ -173,19 +175,18 @@ std::vector<CutPlace> PlacesOf(Context& context, const OwnedCurve& curve) {
   return places;
 }
 
-std::vector<CutPlace> PlacesOf(Context& context, const OwnedCurve& curve, CutPlaces wanted) {
+std::vector<CutPlace> PlacesOf(Context& context, const Curve& curve, CutPlaces wanted) {
   std::vector<CutPlace> places;
   if (curve.Type() == CV_ARC && wanted.extrema) {
     places = PlacesOf(context, curve);
   } else if (curve.Type() == CV_BEZIER) {
-    places = PlacesOf(CoordinatesOf(curve.Block<KurvoBezier>(), false), wanted);
+    places = PlacesOf(CoordinatesOf(*curve.As<KurvoBezier>(), false), wanted);
   } else if (curve.Type() == CV_RBEZIER) {
-    places = PlacesOf(CoordinatesOf(curve.Block<KurvoRBezier>(), true), wanted);
+    places = PlacesOf(CoordinatesOf(*curve.As<KurvoRBezier>(), true), wanted);
   }
   std::erase_if(places, [&](const CutPlace& place) {
     const Point p = PositionOf(context, curve, place.parameter);
-    return AreSame(context, p, StartOf(context, curve)) ||
-           AreSame(context, p, EndOf(context, curve));
+    return Same(p, StartOf(context, curve), context) || Same(p, EndOf(context, curve), context);
   });
   std::sort(places.begin(), places.end(),
             [](const CutPlace& a, const CutPlace& b) { return a.parameter < b.parameter; });
@@ -198,9 +199,9 @@ std::vector<CutPlace> PlacesOf(Context& context, const OwnedCurve& curve, CutPla
 
 // The part between two places, with handles along the axes where it is farthest. Only those of
 // quadratics and cubics are handles.
-OwnedCurve WithHandles(OwnedCurve part, const CutPlace* from, const CutPlace* to) {
+Curve WithHandles(Curve part, const CutPlace* from, const CutPlace* to) {
   if (part.Type() != CV_BEZIER) return part;
-  const auto& block = part.Block<KurvoBezier>();
+  const auto& block = *part.As<KurvoBezier>();
   std::vector<Point> p;
   for (int i = 0; i <= block.degree; ++i) p.push_back({block.points[i][0], block.points[i][1]});
   const auto align = [](const CutPlace* place, const Point& end, Point& handle) {
@@ -210,23 +211,22 @@ OwnedCurve WithHandles(OwnedCurve part, const CutPlace* from, const CutPlace* to
   if (block.degree < 2 || block.degree > 3) return part;
   align(from, p.front(), p[1]);
   align(to, p.back(), p[p.size() - 2]);
-  if (block.degree == 2) return OwnedCurve::Quadratic(p[0], p[1], p[2]);
-  return OwnedCurve::Cubic(p[0], p[1], p[2], p[3]);
+  if (block.degree == 2) return Curve::Bezier({p[0], p[1], p[2]}).value();
+  return Curve::Bezier({p[0], p[1], p[2], p[3]}).value();
 }
 
-void CutCurve(Context& context, const OwnedCurve& curve, CutPlaces wanted,
-              std::vector<OwnedCurve>& parts) {
+void CutCurve(Context& context, const Curve& curve, CutPlaces wanted, std::vector<Curve>& parts) {
   const bool has_spans = curve.Type() != CV_LINE && curve.Type() != CV_ARC &&
                          curve.Type() != CV_BEZIER && curve.Type() != CV_RBEZIER;
   if (has_spans) {
-    for (const OwnedCurve& span : OwnedCurve::Pieces(context, curve))
-      CutCurve(context, span, wanted, parts);
+    const Curve spans = curve.Converted(CV_SEGCV, context).value();
+    for (const Curve& span : spans) CutCurve(context, span, wanted, parts);
     return;
   }
   const std::vector<CutPlace> places = PlacesOf(context, curve, wanted);
   std::vector<double> parameters;
   for (const CutPlace& place : places) parameters.push_back(place.parameter);
-  std::vector<OwnedCurve> pieces = OwnedCurve::Divided(context, curve, parameters);
+  Chain pieces = curve.Split(parameters, context).value();
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     const CutPlace* from = i > 0 ? &places[i - 1] : nullptr;
     const CutPlace* to = i < places.size() ? &places[i] : nullptr;
@@ -238,8 +238,8 @@ void CutCurve(Context& context, const OwnedCurve& curve, CutPlaces wanted,
 
 Drawing Cut(Context& context, const Drawing& drawing, CutPlaces places, const CurveDone& done) {
   return Remade(drawing, [&](const Outline& outline) {
-    std::vector<OwnedCurve> parts;
-    for (const OwnedCurve& curve : outline.curves) {
+    std::vector<Curve> parts;
+    for (const Curve& curve : outline.curves) {
       CutCurve(context, curve, places, parts);
       done();
     }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 

@@ -4,7 +4,6 @@
 #include <cstddef>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 

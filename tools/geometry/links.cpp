@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "geometry/box_tree.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
 namespace {
@@ -44,20 +45,20 @@ class LinkFinder {
       : first_(first), second_(second), tree_(BoxesOf(second)) {}
 
   Link ShortestOf(Context& context, const Range& outline, const CurveDone& done) const {
-    Link link = {outline.begin, 0, {HUGE_VAL, 0, 0}, {}, {}};
+    Link link = {outline.begin, 0, {HUGE_VAL}, {}, {}};
     double bound = FirstBound(context, outline);
     for (std::size_t i = outline.begin; i < outline.end; ++i) {
       if (link.at.distance > 0) Improve(context, i, bound, link);
       done();
     }
-    link.from = PositionOf(context, *first_.curves[link.first].curve, link.at.first);
-    link.to = PositionOf(context, *second_.curves[link.second].curve, link.at.second);
+    link.from = PositionOf(context, *first_.curves[link.first].curve, link.at.a);
+    link.to = PositionOf(context, *second_.curves[link.second].curve, link.at.b);
     return link;
   }
 
  private:
   Closest Between(Context& context, std::size_t i, std::size_t j) const {
-    return ClosestOn(context, *first_.curves[i].curve, *second_.curves[j].curve);
+    return first_.curves[i].curve->ClosestTo(*second_.curves[j].curve, context).value();
   }
 
   // The distance of a pair that is likely to be near.
@@ -118,9 +119,9 @@ std::vector<Link> FindLinks(const CurveList& first, const CurveList& second, con
   return links;
 }
 
-std::vector<OwnedCurve> LinesOf(const std::vector<Link>& links) {
-  std::vector<OwnedCurve> lines;
-  for (const Link& link : links) lines.push_back(OwnedCurve::Line(link.from, link.to));
+std::vector<Curve> LinesOf(const std::vector<Link>& links) {
+  std::vector<Curve> lines;
+  for (const Link& link : links) lines.push_back(Curve::Line(link.from, link.to).value());
   return lines;
 }
 

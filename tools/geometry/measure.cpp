@@ -5,6 +5,7 @@
 #include <functional>
 #include <utility>
 
+#include "geometry/curve_ask.h"
 #include "geometry/parallel.h"
 
 namespace kurvo::tools {
@@ -26,7 +27,7 @@ constexpr int kHighestOrder = 3;
 
 bool IsShort(Context& context, Point v) { return !(Size(v) > context.Epsilon()); }
 
-std::optional<Point> InnerDirection(Context& context, const OwnedCurve& curve, double t) {
+std::optional<Point> InnerDirection(Context& context, const Curve& curve, double t) {
   const Point tangent = DerivativeOf(context, curve, t, 1);
   if (IsShort(context, tangent)) return std::nullopt;
   return tangent;
@@ -38,7 +39,7 @@ struct Direction {
 };
 
 // The turn between two places of the curve.
-double Turn(Context& context, const OwnedCurve& curve, const Direction& from, const Direction& to,
+double Turn(Context& context, const Curve& curve, const Direction& from, const Direction& to,
             int depth) {
   const double whole = TurnBetween(from.direction, to.direction);
   const double t = 0.5 * (from.t + to.t);
@@ -51,7 +52,7 @@ double Turn(Context& context, const OwnedCurve& curve, const Direction& from, co
          Turn(context, curve, middle, to, depth + 1);
 }
 
-double CurveTurning(Context& context, const OwnedCurve& curve, Point start, Point end) {
+double CurveTurning(Context& context, const Curve& curve, Point start, Point end) {
   double turning = 0;
   Direction from = {0, start};
   for (int i = 1; i <= kTurnStretches; ++i) {
@@ -67,7 +68,7 @@ double CurveTurning(Context& context, const OwnedCurve& curve, Point start, Poin
 // The greatest of sign * curvature: of the samples, then by golden sections between its neighbours.
 class ExtremeSearch {
  public:
-  ExtremeSearch(Context& context, const OwnedCurve& curve, double sign)
+  ExtremeSearch(Context& context, const Curve& curve, double sign)
       : context_(context), curve_(curve), sign_(sign) {}
 
   std::optional<CurvatureAt> Run() {
@@ -98,15 +99,14 @@ class ExtremeSearch {
   }
 
   Context& context_;
-  const OwnedCurve& curve_;
+  const Curve& curve_;
   const double sign_;
   std::optional<CurvatureAt> best_;
 };
 
-CurveMeasures MeasureCurve(Context& context, const OwnedCurve& curve,
-                           const std::optional<Point>& near) {
+CurveMeasures MeasureCurve(Context& context, const Curve& curve, const std::optional<Point>& near) {
   CurveMeasures measures = {curve.Type(),
-                            DegreeOf(context, curve),
+                            curve.Degree(context).value(),
                             StartOf(context, curve),
                             EndOf(context, curve),
                             BoundsOf(context, curve),
@@ -138,7 +138,7 @@ double TurningOf(const OutlineMeasures& outline) {
 OutlineMeasures MeasureOutline(Context& context, const std::string& label, const Outline& outline,
                                const std::optional<Point>& near, const CurveDone& done) {
   OutlineMeasures measures = {label, outline.closed, {}, {}};
-  for (const OwnedCurve& curve : outline.curves) {
+  for (const Curve& curve : outline.curves) {
     const std::size_t number = measures.curves.size();
     measures.curves.push_back(MeasureCurve(context, curve, near));
     measures.box.Add(measures.curves.back().box);
@@ -149,9 +149,9 @@ OutlineMeasures MeasureOutline(Context& context, const std::string& label, const
     done();
   }
   measures.turning = TurningOf(measures);
-  const KurvoMoments moments = MomentsOf(context, outline.curves);
+  const Moments moments = MomentsOf(context, outline.curves);
   measures.area = moments.area;
-  measures.centroid = {moments.centroid[0], moments.centroid[1]};
+  measures.centroid = moments.centroid;
   return measures;
 }
 
@@ -175,7 +175,7 @@ std::optional<std::size_t> Foremost(const OutlineMeasures& outline,
 
 // Where the first control points are the same, the tangent at the start has the direction of the
 // first derivative that is not zero; at the end, of odd ones that and of even ones the opposite.
-std::optional<Point> EndDirection(Context& context, const OwnedCurve& curve, double t) {
+std::optional<Point> EndDirection(Context& context, const Curve& curve, double t) {
   double sign = 1;
   for (int n = 1; n <= kHighestOrder; ++n) {
     const Point v = DerivativeOf(context, curve, t, n);
@@ -187,7 +187,7 @@ std::optional<Point> EndDirection(Context& context, const OwnedCurve& curve, dou
 
 double TurnBetween(Point from, Point to) { return std::atan2(Cross(from, to), Dot(from, to)); }
 
-std::optional<double> SignedCurvature(Context& context, const OwnedCurve& curve, double t) {
+std::optional<double> SignedCurvature(Context& context, const Curve& curve, double t) {
   const auto vector = CurvatureOf(context, curve, t);
   if (!vector) return std::nullopt;
   const double side = Cross(DerivativeOf(context, curve, t, 1), *vector);
@@ -195,7 +195,7 @@ std::optional<double> SignedCurvature(Context& context, const OwnedCurve& curve,
   return side < 0 ? -size : size;
 }
 
-Bending BendingOf(Context& context, const OwnedCurve& curve) {
+Bending BendingOf(Context& context, const Curve& curve) {
   Bending bending;
   bending.start_direction = EndDirection(context, curve, 0);
   bending.end_direction = EndDirection(context, curve, 1);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "geometry/chain.h"
+#include "geometry/curve_make.h"
 #include "geometry/result.h"
 
 namespace kurvo::tools {
@@ -17,15 +18,15 @@ constexpr const char* kNotchId = "-notches";
 // Adds those of one outline.
 void NotchOutline(Context& context, const Outline& outline, const std::vector<double>& lengths,
                   double notch, const Notch& like, std::vector<Notch>& notches) {
-  const Chain chain(outline.curves);
+  const ChainView chain(outline.curves);
   const double whole = LengthOf(context, chain);
   for (const double length : lengths) {
     if (length > whole + context.Epsilon()) continue;
-    const KurvoPlace place = PlaceAt(context, chain, std::min(length, whole));
-    const Point p = {place.point[0], place.point[1]};
-    const Point across = (notch / 2) * Point{-place.tangent[1], place.tangent[0]};
+    const Place place = PlaceAt(context, chain, std::min(length, whole));
+    const Point p = place.point;
+    const Point across = (notch / 2) * Point{-place.tangent.y, place.tangent.x};
     notches.push_back(
-        {like.element, like.outline, length, p, OwnedCurve::Line(p - across, p + across)});
+        {like.element, like.outline, length, p, Curve::Line(p - across, p + across).value()});
   }
 }
 
@@ -70,12 +71,8 @@ std::vector<Notch> NotchesOn(Context& context, const Drawing& drawing,
 
 Drawing WithNotches(Context& context, const Drawing& drawing, const std::vector<Notch>& notches) {
   const double thin = ThinStroke(ViewOf(context, ResultOf(drawing)));
-  Drawing marked = Remade(drawing, [&](const Outline& outline) {
-    std::vector<OwnedCurve> curves;
-    for (const OwnedCurve& curve : outline.curves)
-      curves.push_back(OwnedCurve::Copied(context, curve));
-    return curves;
-  });
+  Drawing marked =
+      Remade(drawing, [&](const Outline& outline) { return Copies(context, outline.curves); });
   std::vector<Shape> shapes;
   auto notch = notches.begin();
   for (std::size_t i = 0; i < marked.shapes.size(); ++i) {
@@ -92,7 +89,7 @@ Drawing WithNotches(Context& context, const Drawing& drawing, const std::vector<
                     has_stroke ? source.paint.stroke_width : thin};
     for (; notch != notches.end() && notch->element == i; ++notch) {
       Outline& outline = behind.outlines.emplace_back();
-      outline.curves.push_back(OwnedCurve::Copied(context, notch->line));
+      outline.curves.push_back(notch->line.Copy(context).value());
     }
   }
   marked.shapes = std::move(shapes);

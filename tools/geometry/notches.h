@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 
@@ -23,7 +22,7 @@ struct Notch {
   std::string outline;  // its name
   double at;            // length from the start of the outline
   Point point;
-  OwnedCurve line;  // across the outline, half of it to either side
+  Curve line;  // across the outline, half of it to either side
 };
 
 // A notch on each outline that is as long, shape by shape. Throws std::runtime_error when a request

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <functional>
 
-#include "geometry/library.h"
+#include "geometry/plane.h"
 
 namespace kurvo::tools {
 

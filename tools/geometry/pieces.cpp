@@ -5,6 +5,8 @@
 #include <iterator>
 #include <utility>
 
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 #include "geometry/parallel.h"
 
 namespace kurvo::tools {
@@ -24,9 +26,9 @@ std::vector<SplitOutline> SplitEach(const Drawing& drawing, const Split& split) 
 // Fills in the pieces of the offset.
 void OffsetOutline(Context& context, double tolerance, bool y_up, const CurveDone& done,
                    OutlineOffset& offset) {
-  const double left = y_up ? -offset.distance : offset.distance;
-  for (const OwnedCurve& curve : offset.source->curves) {
-    std::vector<OwnedCurve> pieces = OwnedCurve::Offset(context, curve, left, tolerance);
+  const double left = y_up ? offset.distance : -offset.distance;  // of y up
+  for (const Curve& curve : offset.source->curves) {
+    Chain pieces = curve.Offset(left, tolerance, context).value();
     offset.pieces.insert(offset.pieces.end(), std::make_move_iterator(pieces.begin()),
                          std::make_move_iterator(pieces.end()));
     done();
@@ -37,31 +39,37 @@ void OffsetOutline(Context& context, double tolerance, bool y_up, const CurveDon
 
 JoinedCurves JoinCurves(Context& context, const Drawing& drawing, double gap) {
   std::vector<::Curve> curves;  // headers
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { curves.push_back(*curve.Get()); });
+  ForEachCurve(drawing, [&](const Curve& curve) { curves.push_back(*curve.Get()); });
   KurvoOptions options = {};
   options.size = sizeof options;
   options.gap = gap;
-  OwnedRegion closed, open;
   JoinedCurves joined;
-  KurvoChainJoin(curves.data(), static_cast<std::int32_t>(curves.size()), &options, &closed.record,
-                 &open.record, &joined.report, context.Get());
-  Check(context);
-  for (const OwnedRegion* chains : {&closed, &open}) {
-    for (std::int32_t i = 0; i < chains->record.count; ++i) {
-      Piece piece = {OwnedCurve::TakeAll(context, chains->record.loops[i]), 0, chains == &closed};
+  JoinedChains made =
+      context
+          .Call<JoinedChains>("KurvoChainJoin",
+                              [&](JoinedChains& out, GlobalVar* g) {
+                                KurvoChainJoin(curves.data(),
+                                               static_cast<std::int32_t>(curves.size()), &options,
+                                               out.closed.Get(), out.open.Get(), &joined.report, g);
+                              })
+          .value();
+  for (Region* chains : {&made.closed, &made.open}) {
+    for (Chain& chain : *chains) {
+      Piece piece = {Taken(std::move(chain)), 0, chains == &made.closed};
       piece.length = LengthOf(context, piece.curves);
       joined.chains.pieces.push_back(std::move(piece));
     }
   }
-  joined.closed = static_cast<std::size_t>(closed.record.count);
+  joined.closed = made.closed.size();
   return joined;
 }
 
 std::vector<SplitOutline> SplitAt(Context& context, const Drawing& drawing,
                                   const std::vector<double>& parameters, const CurveDone& done) {
   return SplitEach(drawing, [&](const Outline& outline, std::vector<Piece>& pieces) {
-    for (const OwnedCurve& curve : outline.curves) {
-      for (OwnedCurve& part : OwnedCurve::Divided(context, curve, parameters)) {
+    for (const Curve& curve : outline.curves) {
+      Chain parts = curve.Split(parameters, context).value();
+      for (Curve& part : parts) {
         if (IsPoint(context, part)) continue;
         pieces.emplace_back();
         pieces.back().length = LengthOf(context, part);
@@ -75,13 +83,13 @@ std::vector<SplitOutline> SplitAt(Context& context, const Drawing& drawing,
 std::vector<SplitOutline> SplitIntoParts(Context& context, const Drawing& drawing,
                                          std::size_t count, const CurveDone& done) {
   return SplitEach(drawing, [&](const Outline& outline, std::vector<Piece>& pieces) {
-    const Chain chain(outline.curves);
+    const ChainView chain(outline.curves);
     const double length = LengthOf(context, chain) / static_cast<double>(count);
     if (length > context.Epsilon()) {
-      const std::vector<KurvoPlace> places = EqualSteps(context, chain, count);
+      const Array<Place> places = EqualSteps(context, chain, count);
       for (std::size_t i = 0; i < count; ++i) {
         Piece piece = {Trimmed(context, chain, places[i], places[i + 1]), length, false};
-        std::erase_if(piece.curves, [&](const OwnedCurve& part) { return IsPoint(context, part); });
+        std::erase_if(piece.curves, [&](const Curve& part) { return IsPoint(context, part); });
         if (!piece.curves.empty()) pieces.push_back(std::move(piece));
       }
     }

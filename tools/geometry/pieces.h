@@ -9,14 +9,13 @@
 
 #include "geometry/chain.h"
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 #include "geometry/result.h"
 
 namespace kurvo::tools {
 
 // A stretch of an outline: curves that run end to start.
 struct Piece {
-  std::vector<OwnedCurve> curves;  // at least one, none of them a point
+  std::vector<Curve> curves;  // at least one, none of them a point
   double length = 0;
   bool closed = false;
 };
@@ -51,7 +50,7 @@ struct OutlineOffset {
   std::string label;
   const Outline* source;
   double distance;
-  std::vector<OwnedCurve> pieces;
+  std::vector<Curve> pieces;
   std::size_t element;
 };
 

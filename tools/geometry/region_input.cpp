@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "geometry/box_sweep.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
 namespace {
@@ -42,7 +43,7 @@ bool Surrounds(Context& context, const Shape& shape, const Outline& outline,
   if (outline.closed || IsFilled(shape)) return true;
   const Point start = StartOf(context, outline.curves.front());
   const Point end = EndOf(context, outline.curves.back());
-  return AreSame(context, start, end) || closing.gap >= Size(end - start);
+  return Same(start, end, context) || closing.gap >= Size(end - start);
 }
 
 void Input::Add(Context& context, const Drawing& drawing, std::size_t element,
@@ -74,7 +75,7 @@ void Read(Context& context, const Drawing& drawing, std::size_t begin, std::size
 std::vector<Loops> Apart(Context& context, const Loops& loops, double reach) {
   std::vector<Bounds> boxes;
   for (const Input::Loop& loop : loops) {
-    Bounds& box = boxes.emplace_back(BoundsOf(context, Chain(loop.outline->curves)));
+    Bounds& box = boxes.emplace_back(BoundsOf(context, loop.outline->curves));
     box.Grow(reach / 2);
   }
   const std::vector<std::size_t> numbers = GroupsOf(boxes);
@@ -103,11 +104,10 @@ double CurveCount(const Loops& loops) {
 
 void Fill(const Loops& loops, Operand& operand) {
   for (const Input::Loop& loop : loops) operand.Add(loop.outline->curves, loop.element);
-  operand.Close();
 }
 
 void Operand::TakeElements(const std::vector<const Operand*>& sources) {
-  const KurvoRegion& made = made_.record;
+  const KurvoRegion& made = *made_.Get();
   for (std::int32_t loop = 0; loop < made.count; ++loop) {
     begins_.push_back(elements_.size());
     for (std::int32_t i = 0; i < made.loops[loop].count; ++i) {

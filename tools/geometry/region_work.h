@@ -12,10 +12,10 @@ namespace kurvo::tools {
 // Calls the library with complete options. `out` is written.
 using MakeRegion = std::function<void(const KurvoOptions&, KurvoRegion*, KurvoReport*, GlobalVar*)>;
 
-// Runs `make` on the sources and adds to the report.
+// Runs `make`, which calls `function`, on the sources and adds to the report.
 void Run(Context& context, const KurvoOptions& options, const std::vector<const Operand*>& sources,
-         double steps, const CurveDone& done, const MakeRegion& make, Operand& out,
-         KurvoReport& sum);
+         double steps, const CurveDone& done, const char* function, const MakeRegion& make,
+         Operand& out, KurvoReport& sum);
 
 // KURVO_UNION ... of the sources; what is no farther apart than `tol`, a length, is the same. 0:
 // the finest.

@@ -6,6 +6,7 @@
 #include <list>
 #include <utility>
 
+#include "geometry/curve_ask.h"
 #include "geometry/parallel.h"
 #include "geometry/region_work.h"
 
@@ -97,8 +98,8 @@ Regions Cleaned(const Drawing& drawing, const Closing& closing, const CurveDone&
     for (const Outline& outline : shape.outlines) {
       const bool is_line = !outline.closed && shape.paint.stroke != "none";
       const bool surrounds = Surrounds(context, shape, outline, closing);
-      const bool meets = surrounds && AreSame(context, StartOf(context, outline.curves.front()),
-                                              EndOf(context, outline.curves.back()));
+      const bool meets = surrounds && Same(StartOf(context, outline.curves.front()),
+                                           EndOf(context, outline.curves.back()), context);
       if (surrounds && (meets || !is_line || !IsFilled(shape))) {
         outlines.Add(outline.curves, i);
       } else {
@@ -106,7 +107,6 @@ Regions Cleaned(const Drawing& drawing, const Closing& closing, const CurveDone&
       }
     }
     if (outlines.IsEmpty()) return;
-    outlines.Close();
     Operand made(KURVO_FILL_NONZERO);
     Combine(context, KURVO_UNION, {&outlines}, static_cast<double>(outlines.CurveCount()), done,
             made, part.report);
@@ -171,10 +171,10 @@ Regions Stroked(const Drawing& drawing, double left, double right, const PenOpti
   return OnAllCores(drawing.shapes.size(), [&](std::size_t i, Context& own, Regions& part) {
     Operand outlines(KURVO_FILL_NONZERO), made(KURVO_FILL_NONZERO);
     for (const Outline& outline : drawing.shapes[i].outlines) outlines.Add(outline.curves, i);
-    outlines.Close();
     const KurvoRegion chains = outlines.Record();
     Run(
         own, pen_options, {&outlines}, static_cast<double>(outlines.CurveCount()), done,
+        "KurvoChainStroke",
         [&](const KurvoOptions& options, KurvoRegion* out, KurvoReport* report, GlobalVar* g) {
           KurvoChainStroke(chains.loops, chains.count, sides.first, sides.second, &options, out,
                            report, g);

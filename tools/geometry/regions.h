@@ -16,11 +16,11 @@ namespace kurvo::tools {
 struct RegionLoop {
   enum class Kind { kOutline, kHole, kOpen, kKept };  // kKept: it closes
 
-  std::vector<OwnedCurve> curves;
+  std::vector<Curve> curves;
   std::size_t element = kNoElement;  // that it comes from, into the shapes of the drawing
   Kind kind = Kind::kOutline;
   double distance = 0;  // that it was moved by
-  KurvoMoments moments = {};
+  Moments moments = {};
   Bounds box = {};
 };
 

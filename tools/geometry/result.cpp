@@ -3,6 +3,8 @@
 #include <string>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 
 namespace kurvo::tools {
 namespace {
@@ -29,7 +31,7 @@ Bounds ViewOf(Context& context, const Result& result) {
   Bounds view = result.source.sheet.view;
   if (!view.IsEmpty()) return view;
   for (const ResultChain& chain : result.chains) {
-    for (const OwnedCurve& curve : chain.curves) view.Add(BoundsOf(context, curve));
+    for (const Curve& curve : chain.curves) view.Add(BoundsOf(context, curve));
   }
   if (view.IsEmpty()) view = kNothing;
   view.Grow(ThinStroke(view));
@@ -69,8 +71,7 @@ Drawing DrawingOf(Context& context, const Result& result) {
     for (const ResultChain& chain : chains) {
       Outline& outline = shape.outlines.emplace_back();
       outline.closed = chain.closed;
-      for (const OwnedCurve& curve : chain.curves)
-        outline.curves.push_back(OwnedCurve::Copied(context, curve));
+      outline.curves = Copies(context, chain.curves);
     }
   }
   return drawing;
@@ -85,21 +86,21 @@ Result ResultOf(const Drawing& drawing) {
   return result;
 }
 
-Result OneByOne(const Drawing& source, std::span<const OwnedCurve> curves) {
+Result OneByOne(const Drawing& source, std::span<const Curve> curves) {
   Result result = {source, {}, Look::kLines};
-  for (const OwnedCurve& curve : curves) result.chains.push_back({{&curve, 1}});
+  for (const Curve& curve : curves) result.chains.push_back({{&curve, 1}});
   return result;
 }
 
-void AddRuns(Context& context, std::span<const OwnedCurve> curves, std::size_t element,
+void AddRuns(Context& context, std::span<const Curve> curves, std::size_t element,
              std::vector<ResultChain>& chains) {
   for (std::size_t begin = 0, end; begin < curves.size(); begin = end) {
     end = begin + 1;
     while (end < curves.size() &&
-           AreSame(context, EndOf(context, curves[end - 1]), StartOf(context, curves[end])))
+           Same(EndOf(context, curves[end - 1]), StartOf(context, curves[end]), context))
       ++end;
     const bool closed =
-        AreSame(context, EndOf(context, curves[end - 1]), StartOf(context, curves[begin]));
+        Same(EndOf(context, curves[end - 1]), StartOf(context, curves[begin]), context);
     chains.push_back({curves.subspan(begin, end - begin), closed, element});
   }
 }

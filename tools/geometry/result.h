@@ -13,7 +13,7 @@ inline constexpr std::size_t kNoElement = static_cast<std::size_t>(-1);
 
 // Curves that run end to start. They are seen, not owned.
 struct ResultChain {
-  std::span<const OwnedCurve> curves;
+  std::span<const Curve> curves;
   bool closed = false;
   std::size_t element = kNoElement;  // into the shapes of the source
 };
@@ -48,11 +48,11 @@ Drawing DrawingOf(Context& context, const Result& result);
 Result ResultOf(const Drawing& drawing);
 
 // Curves that come from no element, each as a chain of its own.
-Result OneByOne(const Drawing& source, std::span<const OwnedCurve> curves);
+Result OneByOne(const Drawing& source, std::span<const Curve> curves);
 
 // The runs of curves that meet, each of them as a chain, which is closed if it comes back to its
 // start.
-void AddRuns(Context& context, std::span<const OwnedCurve> curves, std::size_t element,
+void AddRuns(Context& context, std::span<const Curve> curves, std::size_t element,
              std::vector<ResultChain>& chains);
 
 }  // namespace kurvo::tools

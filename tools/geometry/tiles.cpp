@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "geometry/chain.h"
+#include "geometry/curve_make.h"
 #include "geometry/result.h"
 
 namespace kurvo::tools {
@@ -41,10 +42,7 @@ bool IsWithin(const Bounds& inner, const Bounds& outer) {
 }
 
 Outline Copied(Context& context, const Outline& outline) {
-  Outline copy = {{}, outline.closed};
-  for (const OwnedCurve& curve : outline.curves)
-    copy.curves.push_back(OwnedCurve::Copied(context, curve));
-  return copy;
+  return {Copies(context, outline.curves), outline.closed};
 }
 
 // A loop along the sides of a box.
@@ -52,7 +50,8 @@ Outline Frame(const Bounds& box) {
   const Point corners[] = {
       box.Min(), {box.max_x, box.min_y}, box.Max(), {box.min_x, box.max_y}, box.Min()};
   Outline frame = {{}, true};
-  for (int i = 0; i < 4; ++i) frame.curves.push_back(OwnedCurve::Line(corners[i], corners[i + 1]));
+  for (int i = 0; i < 4; ++i)
+    frame.curves.push_back(Curve::Line(corners[i], corners[i + 1]).value());
   return frame;
 }
 
@@ -60,29 +59,19 @@ Outline Frame(const Bounds& box) {
 class Clipper {
  public:
   Clipper(Context& context, const Bounds& box) : context_(context), frame_(Frame(box)) {
-    const Chain chain(frame_.curves);
-    const Cvseq seq = chain.Seq();
-    KurvoRegionAdd(&region_.record, &seq, 0, context.Get());
-    Check(context);
+    region_.Add(*ChainView(frame_.curves), context).value();
   }
 
   std::vector<Outline> Inside(const Outline& outline) {
-    const Chain chain(outline.curves);
-    const Cvseq seq = chain.Seq();
-    OwnedRegion inside, outside;
-    KurvoOptions options = {};
-    options.size = sizeof options;
-    KurvoReport report = {};
-    {
-      const WiderTolerance wider(context_);
-      KurvoRegionClip(&region_.record, &seq, 1, &options, &inside.record, &outside.record, &report,
-                      context_.Get());
-    }
-    Check(context_);
+    const ChainView chain(outline.curves);
+    Clipped clipped = [&] {
+      const EpsilonScope wider = WiderTolerance(context_);
+      return region_.Clip({&*chain, 1}, context_).value();
+    }();
     std::vector<Outline> parts;
-    for (std::int32_t i = 0; i < inside.record.count; ++i) {
-      Outline part = {OwnedCurve::TakeAll(context_, inside.record.loops[i]), false};
-      part.closed = outline.closed && outside.record.count == 0;
+    for (Chain& inside : clipped.inside) {
+      Outline part = {Taken(std::move(inside)), false};
+      part.closed = outline.closed && clipped.outside.size() == 0;
       if (!part.curves.empty()) parts.push_back(std::move(part));
     }
     return parts;
@@ -91,7 +80,7 @@ class Clipper {
  private:
   Context& context_;
   const Outline frame_;
-  OwnedRegion region_;
+  Region region_;
 };
 
 class Tiler {
@@ -99,7 +88,7 @@ class Tiler {
   Tiler(Context& context, const Drawing& drawing, const Paper& paper)
       : context_(context), drawing_(drawing), paper_(paper), box_(BoundsOf(context, drawing)) {
     ForEachOutline(drawing, [&](const Outline& outline, const std::string&) {
-      boxes_.push_back(BoundsOf(context, Chain(outline.curves)));
+      boxes_.push_back(BoundsOf(context, outline.curves));
     });
     thin_ = ThinStroke(ViewOf(context, ResultOf(drawing)));
   }
@@ -134,7 +123,7 @@ class Tiler {
         if (page.outlines > 0) pages.pages.push_back(std::move(page));
       }
     }
-    ForEachCurve(drawing_, [&](const OwnedCurve&) { done(); });
+    ForEachCurve(drawing_, [&](const Curve&) { done(); });
     return pages;
   }
 
@@ -191,7 +180,7 @@ class Tiler {
     marks.outlines.push_back(Frame(frame));
     const auto add = [&](Point from, Point to) {
       Outline& line = marks.outlines.emplace_back();
-      line.curves.push_back(OwnedCurve::Line(from, to));
+      line.curves.push_back(Curve::Line(from, to).value());
     };
     const double in = paper_.overlap / 2;
     for (const double x : {frame.min_x + in, frame.max_x - in}) {
@@ -262,7 +251,7 @@ Drawing OnOneSheet(Context& context, const Drawing& source, const Pages& pages,
       shape.group = group;
       shape.origin = {};
       for (Outline& outline : shape.outlines) {
-        for (OwnedCurve& curve : outline.curves) curve.Move(context, by);
+        for (Curve& curve : outline.curves) curve.Move(by, context).value();
       }
       all.shapes.push_back(std::move(shape));
     }

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 

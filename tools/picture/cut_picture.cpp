@@ -1,6 +1,7 @@
 // The order in which a machine cuts, over what was drawn.
 #include <fmt/format.h>
 
+#include "geometry/curve_make.h"
 #include "picture/frame.h"
 #include "picture/pictures.h"
 #include "svg/curve_path.h"
@@ -21,9 +22,9 @@ constexpr std::string_view kCutColour = "#d95f02";
 constexpr std::string_view kLeadInColour = "#0b8a5b";
 constexpr std::string_view kWayColour = "#1d5fd1";
 
-OwnedCurve CurveOf(const DxfSegment& s) {
-  return s.sweep == 0 ? OwnedCurve::Line(s.from, s.to)
-                      : OwnedCurve::Arc(s.centre, s.radius, s.sweep > 0, s.from, s.to);
+Curve CurveOf(const DxfSegment& s) {
+  return s.sweep == 0 ? Curve::Line(s.from, s.to).value()
+                      : ArcOf(s.centre, s.radius, s.sweep > 0, s.from, s.to);
 }
 
 // Back from the machine to the drawing: the map scales alike, and may mirror.

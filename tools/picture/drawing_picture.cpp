@@ -3,6 +3,7 @@
 
 #include "geometry/chain.h"
 #include "geometry/comb.h"
+#include "geometry/curve_ask.h"
 #include "picture/frame.h"
 #include "picture/pictures.h"
 #include "svg/curve_path.h"
@@ -40,27 +41,27 @@ std::vector<Point> PointsOf(const Block& curve, int count) {
 }
 
 template <class Block>
-std::vector<Point> PointsOfBezier(const OwnedCurve& curve) {
-  return PointsOf(curve.Block<Block>(), curve.Block<Block>().degree + 1);
+std::vector<Point> PointsOfBezier(const Curve& curve) {
+  return PointsOf(*curve.As<Block>(), curve.As<Block>()->degree + 1);
 }
 template <class Block>
-std::vector<Point> PointsOfSpline(const OwnedCurve& curve) {
-  return PointsOf(curve.Block<Block>(), curve.Block<Block>().count);
+std::vector<Point> PointsOfSpline(const Curve& curve) {
+  return PointsOf(*curve.As<Block>(), curve.As<Block>()->count);
 }
 
-std::vector<Point> ControlPoints(const OwnedCurve& curve) {
+std::vector<Point> ControlPoints(const Curve& curve) {
   if (curve.Type() == CV_BEZIER) return PointsOfBezier<KurvoBezier>(curve);
   if (curve.Type() == CV_RBEZIER) return PointsOfBezier<KurvoRBezier>(curve);
   if (curve.Type() == CV_BSPLINE) return PointsOfSpline<KurvoBSpline>(curve);
   if (curve.Type() == CV_RBSPLINE) return PointsOfSpline<KurvoRBSpline>(curve);
   if (curve.Type() != CV_ARC) return {};
-  const auto& arc = curve.Block<KurvoArc>();
+  const auto& arc = *curve.As<KurvoArc>();
   return {{arc.centre[0], arc.centre[1]}};
 }
 
 OutlineTrace TraceOutline(Context& context, const Outline& outline, bool alternate) {
   OutlineTrace trace = {{}, {}, outline.closed};
-  for (const OwnedCurve& curve : outline.curves) {
+  for (const Curve& curve : outline.curves) {
     const bool other = alternate && curve.Type() == CV_ARC && !trace.curves.empty() &&
                        trace.curves.back().type == CV_ARC && !trace.curves.back().other;
     trace.curves.push_back({curve.Type(),

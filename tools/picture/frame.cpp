@@ -133,14 +133,14 @@ void Picture::WriteMark(const LegendEntry& entry, Point left) {
   }
 }
 
-void DrawnCurves::Add(Context& context, const OwnedCurve& curve) {
+void DrawnCurves::Add(Context& context, const Curve& curve) {
   data += PathData(context, curve);
   box.Add(BoundsOf(context, curve));
   ++count;
 }
 
 void DrawnCurves::Add(Context& context, const Drawing& drawing) {
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { Add(context, curve); });
+  ForEachCurve(drawing, [&](const Curve& curve) { Add(context, curve); });
 }
 
 }  // namespace kurvo::tools

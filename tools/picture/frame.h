@@ -94,7 +94,7 @@ struct DrawnCurves {
   Bounds box;
   std::size_t count = 0;
 
-  void Add(Context& context, const OwnedCurve& curve);
+  void Add(Context& context, const Curve& curve);
   void Add(Context& context, const Drawing& drawing);
 };
 

@@ -24,11 +24,11 @@ constexpr double kLocatedWidth = 2;
 constexpr double kGridRadius = 2;
 
 struct PlaceStyle {
-  Place place;
+  Where place;
   std::string_view colour;
 };
 constexpr PlaceStyle kPlaceStyles[] = {
-    {Place::kOutside, "#94a3b8"}, {Place::kInside, "#1d5fd1"}, {Place::kOn, kCrossingColour}};
+    {Where::kOutside, "#94a3b8"}, {Where::kInside, "#1d5fd1"}, {Where::kOn, kCrossingColour}};
 
 void WritePoints(const std::vector<LocatedPoint>& points, double radius, Picture& out) {
   for (const PlaceStyle& style : kPlaceStyles) {
@@ -49,8 +49,8 @@ std::string_view PieceColour(std::size_t piece, std::size_t count) {
   return kPieceColours[like_the_first ? 1 : piece % kColours];
 }
 
-std::vector<Point> ControlPoints(const OwnedCurve& spline) {
-  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
+std::vector<Point> ControlPoints(const Curve& spline) {
+  const KurvoBSpline& block = *spline.As<KurvoBSpline>();
   std::vector<Point> points;
   for (int i = 0; i < block.count; ++i) points.push_back({block.points[i][0], block.points[i][1]});
   return points;
@@ -97,7 +97,7 @@ std::string OffsetPicture(Context& context, const Drawing& drawing,
   DrawnCurves sources, moved;
   sources.Add(context, drawing);
   for (const OutlineOffset& offset : offsets) {
-    for (const OwnedCurve& piece : offset.pieces) moved.Add(context, piece);
+    for (const Curve& piece : offset.pieces) moved.Add(context, piece);
   }
   Bounds shown = sources.box;
   shown.Add(moved.box);
@@ -121,7 +121,7 @@ std::string SplitPicture(Context& context, const Drawing& drawing,
   Bounds shown;
   for (const SplitOutline& outline : outlines) {
     for (const Piece& piece : outline.pieces) {
-      for (const OwnedCurve& curve : piece.curves) shown.Add(BoundsOf(context, curve));
+      for (const Curve& curve : piece.curves) shown.Add(BoundsOf(context, curve));
     }
   }
   const double width = kPieceWidth * PixelSize(shown, size);
@@ -144,7 +144,7 @@ std::string SplitPicture(Context& context, const Drawing& drawing,
   return out.Finish();
 }
 
-std::string FitPicture(Context& context, const std::vector<Point>& points, const OwnedCurve& spline,
+std::string FitPicture(Context& context, const std::vector<Point>& points, const Curve& spline,
                        bool control, double size) {
   Bounds shown;
   for (const Point p : points) shown.Add(p);

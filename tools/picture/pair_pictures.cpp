@@ -67,8 +67,8 @@ void WriteOverlaps(Context& context, const CrossingReport& report, Picture& out)
     // All of the curve, when it is not known where they part.
     const double from = overlap.has_ends ? overlap.stretch.from.first : 0;
     const double to = overlap.has_ends ? overlap.stretch.to.first : 1;
-    const OwnedCurve& curve = *report.first.curves[overlap.first].curve;
-    stretches += PathData(context, OwnedCurve::Divided(context, curve, {from, to})[1]);
+    const Curve& curve = *report.first.curves[overlap.first].curve;
+    stretches += PathData(context, curve.Split(std::array{from, to}, context).value()[1]);
   }
   out.Path(stretches,
            out.PixelStroke(kCrossingColour, kOverlapWidth) + " " + std::string(kOverlapOpacity));

@@ -68,7 +68,7 @@ std::string PagePicture(Context& context, const PageReport& report, double size)
 
 // A spline with a ring around each point that it passes through; `control` shows its control
 // polygon too.
-std::string FitPicture(Context& context, const std::vector<Point>& points, const OwnedCurve& spline,
+std::string FitPicture(Context& context, const std::vector<Point>& points, const Curve& spline,
                        bool control, double size);
 
 }  // namespace kurvo::tools

@@ -24,7 +24,7 @@ std::string RegionPicture(Context& context, const RegionReport& report, double s
   const std::vector<Shape>& shapes = report.drawing.shapes;
   for (std::size_t i = 0; i < shapes.size(); ++i) {
     for (const Outline& outline : shapes[i].outlines) {
-      for (const OwnedCurve& curve : outline.curves)
+      for (const Curve& curve : outline.curves)
         sources[i < report.second ? 0 : 1].Add(context, curve);
     }
   }

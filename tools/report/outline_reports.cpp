@@ -5,6 +5,7 @@
 #include <span>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 #include "report/json.h"
 #include "report/reports.h"
 #include "report/text.h"
@@ -24,9 +25,9 @@ struct Totals {
   int degree = 0;
   Bounds box;
 
-  void Add(Context& context, const OwnedCurve& curve) {
+  void Add(Context& context, const Curve& curve) {
     for (std::size_t i = 0; i < std::size(kTypes); ++i) counts[i] += curve.Type() == kTypes[i];
-    degree = std::max(degree, DegreeOf(context, curve));
+    degree = std::max(degree, curve.Degree(context).value());
     box.Add(BoundsOf(context, curve));
   }
   std::vector<std::string> Row(const std::string& label, const std::string& kind,
@@ -44,7 +45,7 @@ struct Totals {
 
 std::string OutlineTable(Context& context, const Drawing& drawing) {
   bool splines = false;
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) {
+  ForEachCurve(drawing, [&](const Curve& curve) {
     splines = splines || curve.Type() == CV_BSPLINE || curve.Type() == CV_RBSPLINE;
   });
   std::vector<TextTable::Column> columns = {{"outline"},
@@ -63,7 +64,7 @@ std::string OutlineTable(Context& context, const Drawing& drawing) {
   Totals all;
   ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
     Totals own;
-    for (const OwnedCurve& curve : outline.curves) {
+    for (const Curve& curve : outline.curves) {
       own.Add(context, curve);
       all.Add(context, curve);
     }
@@ -80,7 +81,7 @@ std::string OutlineJson(Context& context, const std::string& name, const Drawing
   std::vector<Json> records;
   ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
     Totals own;
-    for (const OwnedCurve& curve : outline.curves) own.Add(context, curve);
+    for (const Curve& curve : outline.curves) own.Add(context, curve);
     Json& record = records.emplace_back();
     record["outline"] = label;
     record["closed"] = outline.closed;
@@ -103,7 +104,7 @@ std::string OffsetJson(Context& context, const std::string& name,
   json.Add("file", name);
   json.AddList("offsets", offsets, [&](const OutlineOffset& offset, std::size_t) -> Json {
     Bounds box;
-    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(context, piece));
+    for (const Curve& piece : offset.pieces) box.Add(BoundsOf(context, piece));
     return {{"outline", offset.label},
             {"closed", offset.source->closed},
             {"curves", offset.source->curves.size()},
@@ -119,7 +120,7 @@ std::string OffsetTable(Context& context, const std::vector<OutlineOffset>& offs
       {{"outline"}, {""}, {"curves", kRight}, {"distance", kRight}, {"pieces", kRight}, {"box"}});
   for (const OutlineOffset& offset : offsets) {
     Bounds box;
-    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(context, piece));
+    for (const Curve& piece : offset.pieces) box.Add(BoundsOf(context, piece));
     table.Add({offset.label, offset.source->closed ? "closed" : "open",
                std::to_string(offset.source->curves.size()), ShortNumber(offset.distance),
                std::to_string(offset.pieces.size()), BoundsText(box)});
@@ -171,7 +172,7 @@ std::string JoinTable(Context& context, const JoinedCurves& joined) {
                    {"box"}});
   const std::vector<Piece>& chains = joined.chains.pieces;
   for (std::size_t i = 0; i < chains.size(); ++i) {
-    const std::vector<OwnedCurve>& curves = chains[i].curves;
+    const std::vector<Curve>& curves = chains[i].curves;
     table.Add({std::to_string(i + 1), chains[i].closed ? "closed" : "open",
                std::to_string(curves.size()), PointText(StartOf(context, curves.front())),
                PointText(EndOf(context, curves.back())), ShortNumber(chains[i].length),
@@ -201,14 +202,14 @@ std::string JoinJson(Context& context, const std::string& name, const JoinedCurv
   return json.Take();
 }
 
-std::string FitText(Context& context, const OwnedCurve& spline) {
-  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
+std::string FitText(Context& context, const Curve& spline) {
+  const KurvoBSpline& block = *spline.As<KurvoBSpline>();
   return fmt::format("B-spline of order {} through {} points, length {}\n", block.order,
                      block.count, ShortNumber(LengthOf(context, spline)));
 }
 
-std::string FitJson(const OwnedCurve& spline) {
-  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
+std::string FitJson(const Curve& spline) {
+  const KurvoBSpline& block = *spline.As<KurvoBSpline>();
   JsonLines json;
   json.Add("order", block.order);
   json.Add("knots", std::vector<double>(block.knots, block.knots + block.order + block.count));

@@ -1,6 +1,7 @@
 // Notches and pages.
 #include <fmt/format.h>
 
+#include "geometry/curve_ask.h"
 #include "report/json.h"
 #include "report/reports.h"
 #include "report/text.h"

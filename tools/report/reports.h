@@ -53,8 +53,8 @@ std::string LinkJson(const LinkReport& report);
 
 struct LocatedPoint {
   Point point;
-  Place place;                  // in the drawing
-  std::vector<Place> outlines;  // by outline; empty for the points of a grid
+  Where place;                  // in the drawing
+  std::vector<Where> outlines;  // by outline; empty for the points of a grid
 };
 
 struct LocateReport {
@@ -133,7 +133,7 @@ std::string PageTable(const PageReport& report);
 std::string PageJson(const PageReport& report);
 
 // A spline through points: a line about it, or its knots and control points.
-std::string FitText(Context& context, const OwnedCurve& spline);
-std::string FitJson(const OwnedCurve& spline);
+std::string FitText(Context& context, const Curve& spline);
+std::string FitJson(const Curve& spline);
 
 }  // namespace kurvo::tools

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 #include "svg/input.h"
 
 namespace kurvo::tools {
@@ -66,15 +68,15 @@ class CurveReader {
   CurveReader(Context& context, double scale) : context_(context), scale_(scale) {}
 
   // Adds one curve, or the pieces of a composite. Throws ElementError.
-  void Read(const Json& value, std::vector<OwnedCurve>& curves, int depth = 0) {
+  void Read(const Json& value, std::vector<Curve>& curves, int depth = 0) {
     const std::string type = TextOr("", value, "type");
     if (type == "composite") {
       if (depth == kDeepest) Refuse("composites are nested too deep");
       for (const Json& piece : List(value, "curves")) Read(piece, curves, depth + 1);
       return;
     }
-    OwnedCurve curve = ReadOne(type, value);
-    if (curve.Type() == CV_ARC) CheckArc(curve.Block<KurvoArc>());
+    Curve curve = ReadOne(type, value);
+    if (curve.Type() == CV_ARC) CheckArc(*curve.As<KurvoArc>());
     CheckRecord(context_, curve);
     curves.push_back(std::move(curve));
   }
@@ -85,19 +87,19 @@ class CurveReader {
   }
 
  private:
-  OwnedCurve ReadOne(const std::string& type, const Json& value) const {
+  Curve ReadOne(const std::string& type, const Json& value) const {
     const auto point = [&](const char* name) { return ReadPoint(Member(value, name), name); };
     // One after the other: faults are named in the same order by every compiler.
     if (type == "line") {
       const Point start = point("start"), end = point("end");
-      return OwnedCurve::Line(start, end);
+      return Curve::Line(start, end).value();
     }
     if (type == "arc") {
       const Point centre = point("centre");
       const double radius = scale_ * Number(Member(value, "radius"), "radius");
       const bool is_left = !FlagOr(false, value, "clockwise");
       const Point start = point("start"), end = point("end");
-      return OwnedCurve::Arc(centre, radius, is_left, start, end);
+      return ArcOf(centre, radius, is_left, start, end);
     }
     const bool is_rational = type.starts_with("rational ");
     const std::string form = is_rational ? type.substr(9) : type;
@@ -112,7 +114,7 @@ class CurveReader {
     }
     if (form == "B-spline") knots = KnotsOver01(Numbers(value, "knots"), points.size());
     if (points.size() < 2) Refuse("fewer than two points");
-    return OwnedCurve::FreeForm(points, weights, knots);
+    return FreeForm(points, weights, knots);
   }
 
   void CheckArc(const KurvoArc& arc) const {
@@ -238,8 +240,7 @@ class CurveFileReader {
         reader.Read(curves[k], outline.curves);
         CheckJoints(outline.curves, before);
       }
-      std::erase_if(outline.curves,
-                    [&](const OwnedCurve& curve) { return IsPoint(context_, curve); });
+      std::erase_if(outline.curves, [&](const Curve& curve) { return IsPoint(context_, curve); });
       if (outline.curves.empty()) continue;
       if (outline.closed && !Meet(outline.curves.back(), outline.curves.front())) {
         place_ = outline_place;
@@ -250,11 +251,11 @@ class CurveFileReader {
     return shape;
   }
 
-  bool Meet(const OwnedCurve& curve, const OwnedCurve& next) const {
-    return AreSame(context_, EndOf(context_, curve), StartOf(context_, next));
+  bool Meet(const Curve& curve, const Curve& next) const {
+    return Same(EndOf(context_, curve), StartOf(context_, next), context_);
   }
 
-  void CheckJoints(const std::vector<OwnedCurve>& curves, std::size_t from) const {
+  void CheckJoints(const std::vector<Curve>& curves, std::size_t from) const {
     for (std::size_t i = std::max<std::size_t>(from, 1); i < curves.size(); ++i) {
       if (!Meet(curves[i - 1], curves[i])) Refuse("does not begin where the curve before it ends");
     }
@@ -283,12 +284,11 @@ std::vector<double> KnotsOver01(std::vector<double> knots, std::size_t points) {
   return knots;
 }
 
-void CheckRecord(Context& context, const OwnedCurve& curve) {
+void CheckRecord(Context& context, const Curve& curve) {
   try {
     BoundsOf(context, curve);
     LengthOf(context, curve);
   } catch (const BadResult& error) {
-    context.Clear();
     Refuse(ErrorText(error.error()));
   }
 }

@@ -22,7 +22,7 @@ Drawing ReadCurveFile(Context& context, const std::string& name, std::string_vie
 std::vector<double> KnotsOver01(std::vector<double> knots, std::size_t points);
 
 // Throws ElementError for a curve that the library cannot work with.
-void CheckRecord(Context& context, const OwnedCurve& curve);
+void CheckRecord(Context& context, const Curve& curve);
 
 // Numbers have the fewest digits that read back as the same double.
 std::string CurveFileText(Context& context, const Result& result);

@@ -149,9 +149,8 @@ std::string ShapeText(const Result& result, std::span<const ResultChain> chains,
   out.Add("outlines", List(chains, "\n     ", [](const ResultChain& chain) {
             Members outline;
             outline.Add("closed", chain.closed ? "true" : "false");
-            outline.Add("curves", List(chain.curves, "\n      ", [](const OwnedCurve& curve) {
-                          return CurveText(*curve.Get());
-                        }));
+            outline.Add("curves", List(chain.curves, "\n      ",
+                                       [](const Curve& curve) { return CurveText(*curve.Get()); }));
             return outline.Object();
           }));
   return out.Object();

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 #include "geometry/elliptical_arc.h"
 #include "svg/input.h"
 #include "svg/writer.h"
@@ -113,7 +114,7 @@ class PathWriter {
   PathWriter(Context& context, const PathAccuracy& accuracy)
       : context_(context), accuracy_(accuracy) {}
 
-  void Append(const OwnedCurve& curve) {
+  void Append(const Curve& curve) {
     const Point start = Start(curve);
     if (data_.empty()) {
       Write('M', {start});
@@ -128,15 +129,15 @@ class PathWriter {
  private:
   // Of an arc as it is recorded: worked out from the centre it is off by the rounding of the
   // radius.
-  Point Start(const OwnedCurve& curve) const {
-    return curve.Type() == CV_ARC ? At(curve.Block<KurvoArc>().start) : StartOf(context_, curve);
+  Point Start(const Curve& curve) const {
+    return curve.Type() == CV_ARC ? At(curve.As<KurvoArc>()->start) : StartOf(context_, curve);
   }
 
   // The pen is at the start of the curve.
-  void WriteCurve(const OwnedCurve& curve, int halvings) {
+  void WriteCurve(const Curve& curve, int halvings) {
     switch (curve.Type()) {
       case CV_LINE:
-        return Write('L', {At(curve.Block<KurvoLine>().end)});
+        return Write('L', {At(curve.As<KurvoLine>()->end)});
       case CV_ARC:
         return WriteCircular(curve);
       case CV_BEZIER:
@@ -149,31 +150,31 @@ class PathWriter {
   }
 
   // Those of a composite need not meet; the spans of a B-spline are of one curve.
-  void WritePieces(const OwnedCurve& whole) {
-    const std::vector<OwnedCurve> pieces = OwnedCurve::Pieces(context_, whole);
+  void WritePieces(const Curve& whole) {
+    const Curve pieces = whole.Converted(CV_SEGCV, context_).value();
     if (whole.Type() != CV_SEGCV) {
       Bounds ends;
-      for (const OwnedCurve& span : pieces) {
+      for (const Curve& span : pieces) {
         ends.Add(StartOf(context_, span));
         ends.Add(EndOf(context_, span));
       }
       least_size_ = ends.LongerSide();
     }
-    for (const OwnedCurve& piece : pieces) {
+    for (const Curve& piece : pieces) {
       const Point start = Start(piece);
-      if (!AreSame(context_, at_, start)) Write('M', {start});
+      if (!Same(at_, start, context_)) Write('M', {start});
       Append(piece);
     }
     least_size_ = 0;
   }
 
-  void WriteHalves(const OwnedCurve& curve, int halvings) {
-    for (const OwnedCurve& half : OwnedCurve::Divided(context_, curve, {0.5}))
-      WriteCurve(half, halvings + 1);
+  void WriteHalves(const Curve& curve, int halvings) {
+    const Chain halves = curve.Split(std::array{0.5}, context_).value();
+    for (const Curve& half : halves) WriteCurve(half, halvings + 1);
   }
 
-  void WriteCircular(const OwnedCurve& curve) {
-    const KurvoArc& arc = curve.Block<KurvoArc>();
+  void WriteCircular(const Curve& curve) {
+    const KurvoArc& arc = *curve.As<KurvoArc>();
     const Point start = At(arc.start);
     const bool is_circle = start.x == arc.end[0] && start.y == arc.end[1];
     WriteParts(arc, start, At(arc.end),
@@ -196,8 +197,8 @@ class PathWriter {
     WriteArc({arc.radius, arc.radius, 0, sweep > std::numbers::pi, positive, to});
   }
 
-  void WriteBezier(const OwnedCurve& curve) {
-    const KurvoBezier& bezier = curve.Block<KurvoBezier>();
+  void WriteBezier(const Curve& curve) {
+    const KurvoBezier& bezier = *curve.As<KurvoBezier>();
     if (bezier.degree > 3) return WriteCubics(curve);
     std::vector<Point> points;
     for (int i = std::min(1, bezier.degree); i <= bezier.degree; ++i)
@@ -205,8 +206,8 @@ class PathWriter {
     Write("LLQC"[bezier.degree], points);
   }
 
-  void WriteRational(const OwnedCurve& curve, int halvings) {
-    const KurvoRBezier& bezier = curve.Block<KurvoRBezier>();
+  void WriteRational(const Curve& curve, int halvings) {
+    const KurvoRBezier& bezier = *curve.As<KurvoRBezier>();
     if (bezier.degree < 2) return Write('L', {At(bezier.points[bezier.degree])});
     if (bezier.degree > 2) return WriteCubics(curve);
     const Conic conic = StandardForm(bezier);
@@ -223,21 +224,21 @@ class PathWriter {
     Write('L', {conic.to});
   }
 
-  void WriteCubics(const OwnedCurve& curve) {
+  void WriteCubics(const Curve& curve) {
     const Bounds box = BoundsOf(context_, curve);
     const double size = std::max(box.LongerSide(), least_size_);
     const double rounding = std::max(Rounding(box.Min()), Rounding(box.Max()));
     const double wanted = accuracy_.length > 0 ? accuracy_.length : accuracy_.share * size;
     double deviation = kFitShare * wanted + rounding;
-    std::vector<OwnedCurve> cubics;
+    std::vector<Curve> cubics;
     for (int i = 0; i < kMostFits; ++i, deviation *= kCoarser) {
-      cubics = Fitted(context_, curve, KURVO_FIT_CUBICS, deviation);
+      cubics = Fitted(context_, curve, Form::kCubics, deviation);
       if (cubics.size() < 2 || std::all_of(cubics.begin(), cubics.end(), [&](const auto& piece) {
             return CanHalve(2 * Size(EndOf(context_, piece) - StartOf(context_, piece)));
           }))
         break;
     }
-    for (const OwnedCurve& piece : cubics) WriteCurve(piece, 0);
+    for (const Curve& piece : cubics) WriteCurve(piece, 0);
   }
 
   void WriteArc(const EndpointArc& arc) {
@@ -269,14 +270,14 @@ class PathWriter {
 
 }  // namespace
 
-std::string PathData(Context& context, std::span<const OwnedCurve> curves,
+std::string PathData(Context& context, std::span<const Curve> curves,
                      const PathAccuracy& accuracy) {
   PathWriter writer(context, accuracy);
-  for (const OwnedCurve& curve : curves) writer.Append(curve);
+  for (const Curve& curve : curves) writer.Append(curve);
   return writer.Take();
 }
 
-std::string PathData(Context& context, const OwnedCurve& curve) {
+std::string PathData(Context& context, const Curve& curve) {
   PathWriter writer(context, {});
   writer.Append(curve);
   return writer.Take();

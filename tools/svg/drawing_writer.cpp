@@ -93,12 +93,12 @@ class DrawingWriter {
   static bool IsZero(Point p) { return p.x == 0 && p.y == 0; }
 
   // In the coordinates that have their origin there.
-  std::string ChainData(std::span<const OwnedCurve> curves, Point origin) {
+  std::string ChainData(std::span<const Curve> curves, Point origin) {
     if (IsZero(origin)) return PathData(context_, curves, accuracy_);
-    std::vector<OwnedCurve> moved;
-    for (const OwnedCurve& curve : curves) {
-      moved.push_back(OwnedCurve::Copied(context_, curve));
-      moved.back().Move(context_, Point() - origin);
+    std::vector<Curve> moved;
+    for (const Curve& curve : curves) {
+      moved.push_back(curve.Copy(context_).value());
+      moved.back().Move(Point() - origin, context_).value();
     }
     return PathData(context_, moved, accuracy_);
   }

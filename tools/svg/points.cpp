@@ -61,7 +61,7 @@ std::vector<Point> ReadPoints(Context& context, const std::string& path) {
       refuse(error.what());
     }
     const std::size_t count = points.size();
-    if (count > 1 && AreSame(context, points[count - 2], points[count - 1])) {
+    if (count > 1 && Same(points[count - 2], points[count - 1], context)) {
       refuse(where + ": the same point as the one before");
     }
   }

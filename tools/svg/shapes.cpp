@@ -6,6 +6,8 @@
 #include <optional>
 #include <utility>
 
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 #include "svg/input.h"
 #include "svg/path_data.h"
 
@@ -188,7 +190,7 @@ Point OutlineBuilder::Map(Point p) const {
   return q;
 }
 
-void OutlineBuilder::Append(OwnedCurve curve) { outline_.curves.push_back(std::move(curve)); }
+void OutlineBuilder::Append(Curve curve) { outline_.curves.push_back(std::move(curve)); }
 
 void OutlineBuilder::EndOutline() {
   if (!outline_.curves.empty()) outlines_.push_back(std::move(outline_));
@@ -201,19 +203,19 @@ void OutlineBuilder::MoveTo(Point p) {
 }
 
 void OutlineBuilder::LineTo(Point p) {
-  OwnedCurve line = OwnedCurve::Line(MappedCurrent(), Map(p));
+  Curve line = Curve::Line(MappedCurrent(), Map(p)).value();
   if (!IsPoint(context_, line)) Append(std::move(line));
   current_ = p;
 }
 
 void OutlineBuilder::QuadraticTo(Point control, Point end) {
-  OwnedCurve curve = OwnedCurve::Quadratic(MappedCurrent(), Map(control), Map(end));
+  Curve curve = Curve::Bezier({MappedCurrent(), Map(control), Map(end)}).value();
   if (!IsPoint(context_, curve)) Append(std::move(curve));
   current_ = end;
 }
 
 void OutlineBuilder::CubicTo(Point control1, Point control2, Point end) {
-  OwnedCurve curve = OwnedCurve::Cubic(MappedCurrent(), Map(control1), Map(control2), Map(end));
+  Curve curve = Curve::Bezier({MappedCurrent(), Map(control1), Map(control2), Map(end)}).value();
   if (!IsPoint(context_, curve)) Append(std::move(curve));
   current_ = end;
 }
@@ -223,7 +225,7 @@ void OutlineBuilder::Spline(const std::vector<Point>& points, const std::vector<
   std::vector<Point> mapped;
   for (const Point p : points) mapped.push_back(Map(p));
   EndOutline();
-  OwnedCurve curve = OwnedCurve::FreeForm(mapped, weights, knots);
+  Curve curve = FreeForm(mapped, weights, knots);
   if (!IsPoint(context_, curve)) Append(std::move(curve));
   EndOutline();
 }
@@ -248,7 +250,7 @@ void OutlineBuilder::AppendCircular(const EllipticalArc& arc, Point end) {
   Point from = MappedCurrent();
   for (int i = 1; i <= count; ++i) {
     const Point to = i == count ? end : arc.At(arc.start_angle + arc.sweep * i / count);
-    Append(OwnedCurve::Arc(arc.centre, radius, counter_clockwise, from, to));
+    Append(ArcOf(arc.centre, radius, counter_clockwise, from, to));
     from = to;
   }
 }
@@ -261,7 +263,7 @@ void OutlineBuilder::AppendElliptical(const EllipticalArc& arc, Point end) {
     const double to_angle = arc.start_angle + arc.sweep * i / count;
     const Point to = i == count ? end : arc.At(to_angle);
     const MiddleControl middle = RationalMiddle(arc, from_angle, to_angle);
-    OwnedCurve curve = OwnedCurve::RationalQuadratic(from, middle.point, middle.weight, to);
+    Curve curve = ConicOf(from, middle.point, middle.weight, to);
     if (!IsPoint(context_, curve)) Append(std::move(curve));
     from = to;
     from_angle = to_angle;

@@ -39,7 +39,7 @@ class OutlineBuilder {
   std::vector<Outline> Finish();
 
  private:
-  void Append(OwnedCurve curve);
+  void Append(Curve curve);
   void AppendCircular(const EllipticalArc& arc, Point end);
   void AppendElliptical(const EllipticalArc& arc, Point end);
   Point Map(Point p) const;

@@ -1,0 +1,38 @@
+// What one curve is asked, answered in the plane of drawings. All of it throws BadResult.
+#pragma once
+
+#include <optional>
+
+#include "geometry/plane.h"
+
+namespace kurvo::tools {
+
+inline Point PositionOf(Context& context, const Curve& curve, double t) {
+  return curve.Position(t, context).value();
+}
+inline Point StartOf(Context& context, const Curve& curve) { return curve.Start(context).value(); }
+inline Point EndOf(Context& context, const Curve& curve) { return curve.End(context).value(); }
+
+// The derivative of order n.
+inline Point DerivativeOf(Context& context, const Curve& curve, double t, int n) {
+  return curve.Derivative(t, n, context).value();
+}
+
+// 1 / radius towards the centre of curvature; nothing where the tangent is too short to have one.
+inline std::optional<Point> CurvatureOf(Context& context, const Curve& curve, double t) {
+  const auto vector = curve.Curvature(t, context);
+  if (!vector && vector.error().code == KURVO_ERR_SHORT_TANGENT) return std::nullopt;
+  return vector.value();
+}
+
+inline bool IsPoint(Context& context, const Curve& curve) {
+  return curve.AsPoint(context).value().has_value();
+}
+
+// The parameter of a point that lies on the curve within the length tolerance.
+inline std::optional<double> ParameterOf(Context& context, const Curve& curve, Point p) {
+  const Incidence at = curve.Parameter(p, context).value();
+  return at.on ? std::optional(at.t) : std::nullopt;
+}
+
+}  // namespace kurvo::tools
