@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 #include "geometry/curve_make.h"
 #include "svg/curve_file.h"
 #include "svg/input.h"
@@ -177,12 +178,8 @@ SplineData ThroughPoints(Context& context, std::vector<Point> points, int degree
   const int order = std::min({degree, kHighestFit, static_cast<int>(points.size()) - 1}) + 1;
   const std::optional<Curve> fitted = SplineThrough(context, points, order);
   if (!fitted) throw ElementError("no spline passes through its points");
-  const auto& block = *fitted->As<KurvoBSpline>();
-  SplineData spline;
-  for (int i = 0; i < block.count; ++i)
-    spline.points.push_back({block.points[i][0], block.points[i][1]});
-  spline.knots.assign(block.knots, block.knots + block.order + block.count);
-  return spline;
+  const auto knots = fitted->KnotVector();
+  return {ControlPointsOf(*fitted), {}, {knots.begin(), knots.end()}};
 }
 
 SplineData ReadSpline(Context& context, const DxfEntity& entity) {

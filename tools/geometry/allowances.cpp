@@ -75,12 +75,8 @@ class Corner {
  private:
   Point End() const {
     const Curve& last = curves_.back();
-    if (last.Type() == CV_LINE) {
-      const auto& line = *last.As<KurvoLine>();
-      return {line.end[0], line.end[1]};
-    }
-    const auto& conic = *last.As<KurvoRBezier>();
-    return {conic.points[2][0], conic.points[2][1]};
+    if (const KurvoLine* line = last.AsLine()) return Load(line->end);
+    return ControlPointsOf(last).back();
   }
 
   void AddLine(Point to) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "geometry/plane.h"
 
@@ -33,6 +34,14 @@ inline bool IsPoint(Context& context, const Curve& curve) {
 inline std::optional<double> ParameterOf(Context& context, const Curve& curve, Point p) {
   const Incidence at = curve.Parameter(p, context).value();
   return at.on ? std::optional(at.t) : std::nullopt;
+}
+
+// The control points of a free-form curve, without their weights.
+inline std::vector<Point> ControlPointsOf(const Curve& curve) {
+  const auto plain = curve.ControlPoints();
+  std::vector<Point> points(plain.begin(), plain.end());
+  for (const WeightedPoint& p : curve.WeightedPoints()) points.push_back({p.x, p.y});
+  return points;
 }
 
 }  // namespace kurvo::tools

@@ -169,7 +169,7 @@ std::vector<CutPlace> PlacesOf(Context& context, const Curve& curve) {
   const auto& arc = *curve.As<KurvoArc>();
   std::vector<CutPlace> places;
   for (const Point side : {Point{1, 0}, Point{0, 1}, Point{-1, 0}, Point{0, -1}}) {
-    const Point p = Point{arc.centre[0], arc.centre[1]} + arc.radius * side;
+    const Point p = Point(Load(arc.centre)) + arc.radius * side;
     if (const auto t = ParameterOf(context, curve, p)) places.push_back({*t});
   }
   return places;
@@ -201,17 +201,15 @@ std::vector<CutPlace> PlacesOf(Context& context, const Curve& curve, CutPlaces w
 // quadratics and cubics are handles.
 Curve WithHandles(Curve part, const CutPlace* from, const CutPlace* to) {
   if (part.Type() != CV_BEZIER) return part;
-  const auto& block = *part.As<KurvoBezier>();
-  std::vector<Point> p;
-  for (int i = 0; i <= block.degree; ++i) p.push_back({block.points[i][0], block.points[i][1]});
+  std::vector<Point> p = ControlPointsOf(part);
   const auto align = [](const CutPlace* place, const Point& end, Point& handle) {
     if (place != nullptr && place->is_vertical) handle.x = end.x;
     if (place != nullptr && place->is_horizontal) handle.y = end.y;
   };
-  if (block.degree < 2 || block.degree > 3) return part;
+  if (p.size() < 3 || p.size() > 4) return part;
   align(from, p.front(), p[1]);
   align(to, p.back(), p[p.size() - 2]);
-  if (block.degree == 2) return Curve::Bezier({p[0], p[1], p[2]}).value();
+  if (p.size() == 3) return Curve::Bezier({p[0], p[1], p[2]}).value();
   return Curve::Bezier({p[0], p[1], p[2], p[3]}).value();
 }
 

@@ -62,15 +62,8 @@ class GridRounder {
   }
 
   static std::vector<Point> PointsOf(const Curve& curve) {
-    if (curve.Type() == CV_LINE) {
-      const auto& line = *curve.As<KurvoLine>();
-      return {{line.start[0], line.start[1]}, {line.end[0], line.end[1]}};
-    }
-    const auto& bezier = *curve.As<KurvoBezier>();
-    std::vector<Point> points;
-    for (int i = 0; i <= bezier.degree; ++i)
-      points.push_back({bezier.points[i][0], bezier.points[i][1]});
-    return points;
+    if (const KurvoLine* line = curve.AsLine()) return {Load(line->start), Load(line->end)};
+    return ControlPointsOf(curve);
   }
 
   Point Rounded(Point p) {

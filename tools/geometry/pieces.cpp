@@ -44,15 +44,11 @@ JoinedCurves JoinCurves(Context& context, const Drawing& drawing, double gap) {
   options.size = sizeof options;
   options.gap = gap;
   JoinedCurves joined;
-  JoinedChains made =
-      context
-          .Call<JoinedChains>("KurvoChainJoin",
-                              [&](JoinedChains& out, GlobalVar* g) {
-                                KurvoChainJoin(curves.data(),
-                                               static_cast<std::int32_t>(curves.size()), &options,
-                                               out.closed.Get(), out.open.Get(), &joined.report, g);
-                              })
-          .value();
+  const auto join = [&](JoinedChains& out, GlobalVar* g) {
+    KurvoChainJoin(curves.data(), static_cast<std::int32_t>(curves.size()), &options,
+                   out.closed.Get(), out.open.Get(), &joined.report, g);
+  };
+  JoinedChains made = context.Call<JoinedChains>("KurvoChainJoin", join).value();
   for (Region* chains : {&made.closed, &made.open}) {
     for (Chain& chain : *chains) {
       Piece piece = {Taken(std::move(chain)), 0, chains == &made.closed};

@@ -70,11 +70,8 @@ void Run(Context& context, const KurvoOptions& options, const std::vector<const 
   {
     const Steps told(done, steps, record);
     const EpsilonScope wider = WiderTolerance(context);
-    out.Output() =
-        context
-            .Call<Region>(function,
-                          [&](Region& made, GlobalVar* g) { make(record, made.Get(), &report, g); })
-            .value();
+    const auto call = [&](Region& made, GlobalVar* g) { make(record, made.Get(), &report, g); };
+    out.Output() = context.Call<Region>(function, call).value();
   }
   out.TakeElements(sources);
   Add(report, sum);

@@ -33,30 +33,9 @@ struct OutlineTrace {
   bool closed;
 };
 
-template <class Block>
-std::vector<Point> PointsOf(const Block& curve, int count) {
-  std::vector<Point> points;
-  for (int i = 0; i < count; ++i) points.push_back({curve.points[i][0], curve.points[i][1]});
-  return points;
-}
-
-template <class Block>
-std::vector<Point> PointsOfBezier(const Curve& curve) {
-  return PointsOf(*curve.As<Block>(), curve.As<Block>()->degree + 1);
-}
-template <class Block>
-std::vector<Point> PointsOfSpline(const Curve& curve) {
-  return PointsOf(*curve.As<Block>(), curve.As<Block>()->count);
-}
-
 std::vector<Point> ControlPoints(const Curve& curve) {
-  if (curve.Type() == CV_BEZIER) return PointsOfBezier<KurvoBezier>(curve);
-  if (curve.Type() == CV_RBEZIER) return PointsOfBezier<KurvoRBezier>(curve);
-  if (curve.Type() == CV_BSPLINE) return PointsOfSpline<KurvoBSpline>(curve);
-  if (curve.Type() == CV_RBSPLINE) return PointsOfSpline<KurvoRBSpline>(curve);
-  if (curve.Type() != CV_ARC) return {};
-  const auto& arc = *curve.As<KurvoArc>();
-  return {{arc.centre[0], arc.centre[1]}};
+  if (const KurvoArc* arc = curve.AsArc()) return {Load(arc->centre)};
+  return ControlPointsOf(curve);
 }
 
 OutlineTrace TraceOutline(Context& context, const Outline& outline, bool alternate) {

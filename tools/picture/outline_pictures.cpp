@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 #include "picture/frame.h"
 #include "picture/pictures.h"
 #include "svg/curve_path.h"
@@ -47,13 +48,6 @@ std::string_view PieceColour(std::size_t piece, std::size_t count) {
   constexpr std::size_t kColours = std::size(kPieceColours);
   const bool like_the_first = piece > 0 && piece + 1 == count && piece % kColours == 0;
   return kPieceColours[like_the_first ? 1 : piece % kColours];
-}
-
-std::vector<Point> ControlPoints(const Curve& spline) {
-  const KurvoBSpline& block = *spline.As<KurvoBSpline>();
-  std::vector<Point> points;
-  for (int i = 0; i < block.count; ++i) points.push_back({block.points[i][0], block.points[i][1]});
-  return points;
 }
 
 void WriteControl(const std::vector<Point>& control, Picture& out) {
@@ -155,7 +149,7 @@ std::string FitPicture(Context& context, const std::vector<Point>& points, const
       {Mark::kPoint, kPointColour, fmt::format("point ({})", points.size())}};
   std::vector<Point> controls;
   if (control) {
-    controls = ControlPoints(spline);
+    controls = ControlPointsOf(spline);
     for (const Point p : controls) shown.Add(p);
     legend.push_back({Mark::kControl, kControlColour, "control polygon"});
   }

@@ -209,14 +209,12 @@ std::string FitText(Context& context, const Curve& spline) {
 }
 
 std::string FitJson(const Curve& spline) {
-  const KurvoBSpline& block = *spline.As<KurvoBSpline>();
+  const auto knots = spline.KnotVector();
   JsonLines json;
-  json.Add("order", block.order);
-  json.Add("knots", std::vector<double>(block.knots, block.knots + block.order + block.count));
-  json.AddList("control_points", std::span(block.points, static_cast<std::size_t>(block.count)),
-               [](const Coord& p, std::size_t) -> Json {
-                 return Point{p[0], p[1]};
-               });
+  json.Add("order", spline.As<KurvoBSpline>()->order);
+  json.Add("knots", std::vector<double>(knots.begin(), knots.end()));
+  json.AddList("control_points", spline.ControlPoints(),
+               [](const kurvo::Point& p, std::size_t) -> Json { return Point(p); });
   return json.Take();
 }
 

@@ -41,8 +41,6 @@ constexpr int kMostHalvings = 12;
 constexpr double kCoarser = 8;
 constexpr int kMostFits = 20;
 
-Point At(const double* p) { return {p[0], p[1]}; }
-
 double Rounding(Point p) { return kRounding * Size(p); }
 
 // The semi-axes of the ellipse with the conjugate half diameters u and v, by the singular value
@@ -69,7 +67,7 @@ struct Conic {
 
 Conic StandardForm(const KurvoRBezier& bezier) {
   const auto& p = bezier.points;
-  return {At(p[0]), At(p[1]), p[1][3] / std::sqrt(p[0][3] * p[2][3]), At(p[2])};
+  return {Load(p[0]), Load(p[1]), p[1][3] / std::sqrt(p[0][3] * p[2][3]), Load(p[2])};
 }
 
 // An ellipse by two conjugate half diameters, of which `u` leads to the middle of a conic.
@@ -102,7 +100,7 @@ Point TurningPoint(const Conic& conic, const Diameters& ellipse) {
 // Of the part of an arc from one point of it to another: the chord, turned by a quarter, points
 // there from the centre. The points of a circle are the same.
 Point MiddleOf(const KurvoArc& arc, bool positive, Point from, Point to) {
-  const Point centre = At(arc.centre);
+  const Point centre = Load(arc.centre);
   const Point chord = positive ? to - from : from - to;
   const double length = Size(chord);
   if (length == 0) return 2 * centre - from;
@@ -130,14 +128,15 @@ class PathWriter {
   // Of an arc as it is recorded: worked out from the centre it is off by the rounding of the
   // radius.
   Point Start(const Curve& curve) const {
-    return curve.Type() == CV_ARC ? At(curve.As<KurvoArc>()->start) : StartOf(context_, curve);
+    return curve.Type() == CV_ARC ? Point(Load(curve.As<KurvoArc>()->start))
+                                  : StartOf(context_, curve);
   }
 
   // The pen is at the start of the curve.
   void WriteCurve(const Curve& curve, int halvings) {
     switch (curve.Type()) {
       case CV_LINE:
-        return Write('L', {At(curve.As<KurvoLine>()->end)});
+        return Write('L', {Load(curve.As<KurvoLine>()->end)});
       case CV_ARC:
         return WriteCircular(curve);
       case CV_BEZIER:
@@ -175,9 +174,9 @@ class PathWriter {
 
   void WriteCircular(const Curve& curve) {
     const KurvoArc& arc = *curve.As<KurvoArc>();
-    const Point start = At(arc.start);
+    const Point start = Load(arc.start);
     const bool is_circle = start.x == arc.end[0] && start.y == arc.end[1];
-    WriteParts(arc, start, At(arc.end),
+    WriteParts(arc, start, Load(arc.end),
                is_circle ? 2 * std::numbers::pi : LengthOf(context_, curve) / arc.radius);
   }
 
@@ -202,13 +201,13 @@ class PathWriter {
     if (bezier.degree > 3) return WriteCubics(curve);
     std::vector<Point> points;
     for (int i = std::min(1, bezier.degree); i <= bezier.degree; ++i)
-      points.push_back(At(bezier.points[i]));
+      points.push_back(Load(bezier.points[i]));
     Write("LLQC"[bezier.degree], points);
   }
 
   void WriteRational(const Curve& curve, int halvings) {
     const KurvoRBezier& bezier = *curve.As<KurvoRBezier>();
-    if (bezier.degree < 2) return Write('L', {At(bezier.points[bezier.degree])});
+    if (bezier.degree < 2) return Write('L', {Load(bezier.points[bezier.degree])});
     if (bezier.degree > 2) return WriteCubics(curve);
     const Conic conic = StandardForm(bezier);
     if (kParabolaTolerance >= std::fabs(conic.weight - 1))
