@@ -30,7 +30,7 @@ class MemoryFile {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   const MemoryFile file(data, size);
-  kurvo::tools::Context context;
+  kurvo::Context context;
   try {
     kurvo::tools::ReadDrawing(context, file.Path());
   } catch (const kurvo::tools::InputError& error) {

@@ -142,8 +142,8 @@ class DxfReader {
     for (const Curve& curve : outline.curves) {
       if (curve.Type() != CV_LINE && curve.Type() != CV_ARC) CheckRecord(context_, curve);
     }
-    outline.closed = outline.closed || Same(StartOf(context_, outline.curves.front()),
-                                            EndOf(context_, outline.curves.back()), context_);
+    outline.closed =
+        outline.closed || Follows(context_, outline.curves.back(), outline.curves.front());
     pieces_ += outline.curves.size();
     if (pieces_ > kMaxPieces)
       throw ElementError::Limit(fmt::format("the drawing has more than {} curves", kMaxPieces));

@@ -201,8 +201,7 @@ class AllowanceMaker {
     const auto width = [&](std::size_t i) { return widths[loop.first + i % count]; };
     // Whether a run of edges of one width begins there; none does where all have the same.
     const auto meets = [&](std::size_t i) {
-      return Same(EndOf(context_, edges[(i + count - 1) % count]),
-                  StartOf(context_, edges[i % count]), context_);
+      return Follows(context_, edges[(i + count - 1) % count], edges[i % count]);
     };
     const auto begins = [&](std::size_t i) {
       return width(i) != width(i + count - 1) || !meets(i);

@@ -30,6 +30,11 @@ inline bool IsPoint(Context& context, const Curve& curve) {
   return curve.AsPoint(context).value().has_value();
 }
 
+// Whether `next` begins where `before` ends.
+inline bool Follows(Context& context, const Curve& before, const Curve& next) {
+  return Same(EndOf(context, before), StartOf(context, next), context);
+}
+
 // The parameter of a point that lies on the curve within the length tolerance.
 inline std::optional<double> ParameterOf(Context& context, const Curve& curve, Point p) {
   const Incidence at = curve.Parameter(p, context).value();

@@ -4,16 +4,6 @@
 #include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
-namespace {
-
-// An outline may come back to its start without being closed.
-bool EndMeetsStart(Context& context, const Outline& outline) {
-  return Same(StartOf(context, outline.curves.front()), EndOf(context, outline.curves.back()),
-              context);
-}
-
-}  // namespace
-
 Sheet Sheet::Scaled(double factor) const {
   Sheet scaled = *this;
   scaled.mm_per_unit /= factor;
@@ -81,7 +71,9 @@ CurveList ListCurves(Context& context, const Drawing& drawing) {
       list.curves.push_back(
           {&curve, list.outlines.size(), i, BoundsOf(context, curve), joint, joint + 1});
     }
-    if (EndMeetsStart(context, outline)) list.curves.back().end_joint = first_joint;
+    // An outline may come back to its start without being closed.
+    if (Follows(context, outline.curves.back(), outline.curves.front()))
+      list.curves.back().end_joint = first_joint;
     ++joint;
     list.outlines.push_back(std::move(label));
   });

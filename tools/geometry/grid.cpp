@@ -32,8 +32,7 @@ class GridRounder {
     const std::size_t count = rounded.size();
     for (std::size_t i = 0; i < count; ++i) {
       const std::size_t next = (i + 1) % count;
-      const bool meets =
-          Same(EndOf(context_, simple[i]), StartOf(context_, simple[next]), context_);
+      const bool meets = Follows(context_, simple[i], simple[next]);
       if (meets) rounded[next].front() = rounded[i].back();
     }
     outline.curves.clear();

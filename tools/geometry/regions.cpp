@@ -98,8 +98,8 @@ Regions Cleaned(const Drawing& drawing, const Closing& closing, const CurveDone&
     for (const Outline& outline : shape.outlines) {
       const bool is_line = !outline.closed && shape.paint.stroke != "none";
       const bool surrounds = Surrounds(context, shape, outline, closing);
-      const bool meets = surrounds && Same(StartOf(context, outline.curves.front()),
-                                           EndOf(context, outline.curves.back()), context);
+      const bool meets =
+          surrounds && Follows(context, outline.curves.back(), outline.curves.front());
       if (surrounds && (meets || !is_line || !IsFilled(shape))) {
         outlines.Add(outline.curves, i);
       } else {

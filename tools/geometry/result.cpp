@@ -96,11 +96,8 @@ void AddRuns(Context& context, std::span<const Curve> curves, std::size_t elemen
              std::vector<ResultChain>& chains) {
   for (std::size_t begin = 0, end; begin < curves.size(); begin = end) {
     end = begin + 1;
-    while (end < curves.size() &&
-           Same(EndOf(context, curves[end - 1]), StartOf(context, curves[end]), context))
-      ++end;
-    const bool closed =
-        Same(EndOf(context, curves[end - 1]), StartOf(context, curves[begin]), context);
+    while (end < curves.size() && Follows(context, curves[end - 1], curves[end])) ++end;
+    const bool closed = Follows(context, curves[end - 1], curves[begin]);
     chains.push_back({curves.subspan(begin, end - begin), closed, element});
   }
 }

@@ -242,7 +242,7 @@ class CurveFileReader {
       }
       std::erase_if(outline.curves, [&](const Curve& curve) { return IsPoint(context_, curve); });
       if (outline.curves.empty()) continue;
-      if (outline.closed && !Meet(outline.curves.back(), outline.curves.front())) {
+      if (outline.closed && !Follows(context_, outline.curves.back(), outline.curves.front())) {
         place_ = outline_place;
         Refuse("is closed, but its ends do not meet");
       }
@@ -251,13 +251,10 @@ class CurveFileReader {
     return shape;
   }
 
-  bool Meet(const Curve& curve, const Curve& next) const {
-    return Same(EndOf(context_, curve), StartOf(context_, next), context_);
-  }
-
   void CheckJoints(const std::vector<Curve>& curves, std::size_t from) const {
     for (std::size_t i = std::max<std::size_t>(from, 1); i < curves.size(); ++i) {
-      if (!Meet(curves[i - 1], curves[i])) Refuse("does not begin where the curve before it ends");
+      if (!Follows(context_, curves[i - 1], curves[i]))
+        Refuse("does not begin where the curve before it ends");
     }
   }
 
