@@ -836,6 +836,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     if (const auto* b = As<KurvoSegcv>()) return detail::View<const Curve>(b->curves, b->count);
     return {this, Empty() ? 0U : 1U};
   }
+  // Pieces may be moved out; what is left has empty ones.
   Curve* begin() { return const_cast<Curve*>(All().data()); }
   Curve* end() { return begin() + size(); }
   const Curve* begin() const { return All().data(); }

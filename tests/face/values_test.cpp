@@ -341,8 +341,11 @@ TEST(Face, ChainsAreSeenWithoutOwningThem) {
   EXPECT_EQ(length(lines[1]), 1);
   EXPECT_EQ(length(std::vector<Curve>()), 0);
   EXPECT_EQ(lines[2].End(c).value().x, 3);
-  const Curve composite = Curve::Composite(lines).value();
+  Curve composite = Curve::Composite(lines).value();
   EXPECT_EQ(length(composite), 3);
+  const Curve piece = std::move(composite.begin()[1]);
+  EXPECT_EQ(piece.Start(c).value().x, 1);
+  EXPECT_FALSE(composite.Length(c));
 }
 
 TEST(Face, ChainsLocate) {

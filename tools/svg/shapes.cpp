@@ -244,7 +244,7 @@ void OutlineBuilder::ArcTo(const EllipticalArc& arc, Point end) {
 
 void OutlineBuilder::AppendCircular(const EllipticalArc& arc, Point end) {
   const double radius = Size(arc.u);
-  if (KurvoclPositive(radius * std::fabs(arc.sweep), context_.Get()) == 0) return;
+  if (!IsPositive(radius * std::fabs(arc.sweep), context_)) return;
   const bool counter_clockwise = IsCounterClockwise(arc);
   const int count = PieceCount(arc.sweep, std::numbers::pi);
   Point from = MappedCurrent();
