@@ -1381,6 +1381,7 @@ class Chain : public detail::Owner<Chain, Cvseq> {
   Result<Array<Meeting>> Meetings(const Chain& other, Context& c,
                                   const Options& options = {}) const;
   Result<Polyline> Flatten(double deviation, Context& c) const;
+  Result<Array<Point>> Vertices(double deviation, Context& c) const;  // those points alone
   Result<Chain> Fit(Form form, double deviation, Context& c) const;
   Result<Chain> Trim(const Place& from, const Place& to, Context& c) const;
   // Of copies of loose curves, in any order and direction.

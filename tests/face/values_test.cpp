@@ -357,6 +357,7 @@ TEST(Face, ChainsLocate) {
   EXPECT_EQ(chain.Locate({3, 0}, c).value(), Where::kOutside);
   EXPECT_EQ(chain.Sense(c).value().normal.z, 1);
   EXPECT_NEAR(chain.Bounds(c).value().min.x, -2, 1e-12);
+  EXPECT_TRUE(std::ranges::equal(chain.Vertices(0.1, c).value(), chain.Flatten(0.1, c)->points));
 }
 
 }  // namespace

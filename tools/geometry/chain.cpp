@@ -48,10 +48,10 @@ std::vector<Curve> Trimmed(Context& context, const ChainView& chain, const Place
 
 std::vector<Curve> Flattened(Context& context, const ChainView& chain, double deviation) {
   const EpsilonScope wider = WiderTolerance(context);
-  const Polyline line = chain->Flatten(deviation, context).value();
+  const Array<kurvo::Point> points = chain->Vertices(deviation, context).value();
   std::vector<Curve> lines;
-  for (std::size_t i = 1; i < line.points.size(); ++i)
-    lines.push_back(Curve::Line(line.points[i - 1], line.points[i]).value());
+  for (std::size_t i = 1; i < points.size(); ++i)
+    lines.push_back(Curve::Line(points[i - 1], points[i]).value());
   return lines;
 }
 
