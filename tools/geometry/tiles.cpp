@@ -1,7 +1,6 @@
 #include "geometry/tiles.h"
 
 #include <fmt/format.h>
-#include <kurvo_outline.h>
 
 #include <array>
 #include <cmath>

@@ -1,4 +1,6 @@
 // Two drawings and what lies between them: crossings and links.
+#include <array>
+
 #include "picture/frame.h"
 #include "picture/pictures.h"
 #include "svg/curve_path.h"

@@ -1,6 +1,7 @@
 #include "svg/curve_path.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <numbers>
