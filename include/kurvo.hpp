@@ -31,6 +31,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <concepts>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
@@ -654,13 +655,56 @@ auto Knots(const Spline& b) -> decltype(b.knots, std::span<double>()) {
 }
 inline auto Widths(const KurvoSegcv& b) { return detail::View<double>(b.widths, b.count); }
 
+namespace detail {
+
+template <class Data>
+constexpr int32_t kTypeOf = 0;
+template <>
+inline constexpr int32_t kTypeOf<KurvoLine> = CV_LINE;
+template <>
+inline constexpr int32_t kTypeOf<KurvoArc> = CV_ARC;
+template <>
+inline constexpr int32_t kTypeOf<KurvoBezier> = CV_BEZIER;
+template <>
+inline constexpr int32_t kTypeOf<KurvoRBezier> = CV_RBEZIER;
+template <>
+inline constexpr int32_t kTypeOf<KurvoBSpline> = CV_BSPLINE;
+template <>
+inline constexpr int32_t kTypeOf<KurvoRBSpline> = CV_RBSPLINE;
+template <>
+inline constexpr int32_t kTypeOf<KurvoSegcv> = CV_SEGCV;
+
+}  // namespace detail
+
+// CV_LINE ... CV_SEGCV in words, "" for other numbers.
+inline const char* TypeName(int32_t type) {
+  switch (type) {
+    case CV_LINE:
+      return "line";
+    case CV_ARC:
+      return "arc";
+    case CV_BEZIER:
+      return "Bezier";
+    case CV_RBEZIER:
+      return "rational Bezier";
+    case CV_BSPLINE:
+      return "B-spline";
+    case CV_RBSPLINE:
+      return "rational B-spline";
+    case CV_SEGCV:
+      return "composite";
+    default:
+      return "";
+  }
+}
+
 // One curve of any type: a range of its pieces, a plain one being its only piece.
 class Curve : public detail::Owner<Curve, ::Curve> {
  public:
   // -- Makers --
 
   static Result<Curve> Line(Point start, Point end) {
-    return Make<KurvoLine>(CV_LINE, [&](KurvoLine& line) {
+    return Make<KurvoLine>([&](KurvoLine& line) {
       Store(start, line.start);
       Store(end, line.end);
     });
@@ -682,35 +726,36 @@ class Curve : public detail::Owner<Curve, ::Curve> {
       return Circle(centre, at(angle), sweep < 0 ? -1 : 1);
     return OneArc(centre, at(angle), at(angle + sweep), sweep < 0 ? -1 : 1);
   }
+  // The record as it is: one arc, also where its ends are the same.
+  static Result<Curve> Arc(const KurvoArc& record) {
+    return Make<KurvoArc>([&](KurvoArc& arc) { arc = record; });
+  }
   static Result<Curve> Bezier(std::span<const Point> points) {
-    return Make<KurvoBezier>(
-        CV_BEZIER, [&](KurvoBezier& b) { detail::Copy(points, b.points); },
-        detail::Count(points.size()) - 1);
+    return Make<KurvoBezier>([&](KurvoBezier& b) { detail::Copy(points, b.points); },
+                             detail::Count(points.size()) - 1);
   }
   static Result<Curve> Bezier(std::initializer_list<Point> points) {
     return Bezier(std::span(points));
   }
   static Result<Curve> RationalBezier(std::span<const WeightedPoint> points) {
-    return Make<KurvoRBezier>(
-        CV_RBEZIER, [&](KurvoRBezier& b) { detail::Copy(points, b.points); },
-        detail::Count(points.size()) - 1);
+    return Make<KurvoRBezier>([&](KurvoRBezier& b) { detail::Copy(points, b.points); },
+                              detail::Count(points.size()) - 1);
   }
   static Result<Curve> RationalBezier(std::initializer_list<WeightedPoint> points) {
     return RationalBezier(std::span(points));
   }
   static Result<Curve> BSpline(int32_t order, std::span<const Point> points,
                                std::span<const double> knots) {
-    return Spline<KurvoBSpline>(CV_BSPLINE, order, points, knots);
+    return Spline<KurvoBSpline>(order, points, knots);
   }
   static Result<Curve> Nurbs(int32_t order, std::span<const WeightedPoint> points,
                              std::span<const double> knots) {
-    return Spline<KurvoRBSpline>(CV_RBSPLINE, order, points, knots);
+    return Spline<KurvoRBSpline>(order, points, knots);
   }
   // Takes the pieces over and leaves them empty. Without widths each has the width 1.
   static Result<Curve> Composite(std::span<Curve> pieces, std::span<const double> widths = {}) {
     const bool fits = widths.empty() || widths.size() == pieces.size();
     return Make<KurvoSegcv>(
-        CV_SEGCV,
         [&](KurvoSegcv& block) {
           for (std::size_t i = 0; i < pieces.size(); ++i) {
             block.curves[i] = pieces[i].Release();
@@ -762,32 +807,38 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     }
   }
   // Null, or empty, for curves of other types.
-  const KurvoLine* AsLine() const { return As<KurvoLine>(CV_LINE); }
-  const KurvoArc* AsArc() const { return As<KurvoArc>(CV_ARC); }
+  template <class Data>  // KurvoLine ... KurvoSegcv
+  const Data* As() const {
+    return record_.type == detail::kTypeOf<Data> ? Block<const Data>() : nullptr;
+  }
+  const KurvoLine* AsLine() const { return As<KurvoLine>(); }
+  const KurvoArc* AsArc() const { return As<KurvoArc>(); }
   std::span<const Point> ControlPoints() const {
-    if (const auto* b = As<KurvoBezier>(CV_BEZIER)) return Points(*b);
-    if (const auto* b = As<KurvoBSpline>(CV_BSPLINE)) return Points(*b);
+    if (const auto* b = As<KurvoBezier>()) return Points(*b);
+    if (const auto* b = As<KurvoBSpline>()) return Points(*b);
     return {};
   }
   std::span<const WeightedPoint> WeightedPoints() const {
-    if (const auto* b = As<KurvoRBezier>(CV_RBEZIER)) return Points(*b);
-    if (const auto* b = As<KurvoRBSpline>(CV_RBSPLINE)) return Points(*b);
+    if (const auto* b = As<KurvoRBezier>()) return Points(*b);
+    if (const auto* b = As<KurvoRBSpline>()) return Points(*b);
     return {};
   }
   std::span<const double> KnotVector() const {
-    if (const auto* b = As<KurvoBSpline>(CV_BSPLINE)) return Knots(*b);
-    if (const auto* b = As<KurvoRBSpline>(CV_RBSPLINE)) return Knots(*b);
+    if (const auto* b = As<KurvoBSpline>()) return Knots(*b);
+    if (const auto* b = As<KurvoRBSpline>()) return Knots(*b);
     return {};
   }
   std::span<const double> PieceWidths() const {
-    const auto* b = As<KurvoSegcv>(CV_SEGCV);
+    const auto* b = As<KurvoSegcv>();
     return b ? Widths(*b) : std::span<double>();
   }
   std::span<const Curve> All() const {
-    if (const auto* b = As<KurvoSegcv>(CV_SEGCV))
-      return detail::View<const Curve>(b->curves, b->count);
+    if (const auto* b = As<KurvoSegcv>()) return detail::View<const Curve>(b->curves, b->count);
     return {this, Empty() ? 0U : 1U};
   }
+  // Pieces may be moved out; what is left has empty ones.
+  Curve* begin() { return const_cast<Curve*>(All().data()); }
+  Curve* end() { return begin() + size(); }
   const Curve* begin() const { return All().data(); }
   const Curve* end() const { return begin() + size(); }
   std::size_t size() const { return All().size(); }
@@ -795,13 +846,13 @@ class Curve : public detail::Owner<Curve, ::Curve> {
   // Where the parameter runs; [0, 0] of a curve that cannot be right.
   Interval Domain() const {
     if (Empty()) return {};
-    if (const auto* b = As<KurvoSegcv>(CV_SEGCV)) {
+    if (const auto* b = As<KurvoSegcv>()) {
       double sum = 0;
       for (const double width : Widths(*b)) sum += width;
       return {0, sum};
     }
-    if (const auto* b = As<KurvoBSpline>(CV_BSPLINE)) return SplineDomain(*b);
-    if (const auto* b = As<KurvoRBSpline>(CV_RBSPLINE)) return SplineDomain(*b);
+    if (const auto* b = As<KurvoBSpline>()) return SplineDomain(*b);
+    if (const auto* b = As<KurvoRBSpline>()) return SplineDomain(*b);
     return {0, 1};
   }
 
@@ -933,8 +984,8 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     const auto normalize = [](const auto& b) {
       KurvoclNormalizeKnot(b.knots, b.count + b.order, b.order);
     };
-    if (const auto* b = As<KurvoBSpline>(CV_BSPLINE)) normalize(*b);
-    if (const auto* b = As<KurvoRBSpline>(CV_RBSPLINE)) normalize(*b);
+    if (const auto* b = As<KurvoBSpline>()) normalize(*b);
+    if (const auto* b = As<KurvoRBSpline>()) normalize(*b);
   }
   Result<void> Move(Point delta, Context& c) {
     return c.Do("KurvocvMove", KurvocvMove, Get(), delta.Data());
@@ -964,9 +1015,10 @@ class Curve : public detail::Owner<Curve, ::Curve> {
   void SplitHighDegree(double t, Parts& out, GlobalVar* g) const;
 
   template <class Data, class Fill, class... Sizes>
-  static Result<Curve> Make(int32_t type, Fill&& fill, Sizes... sizes) {
+  static Result<Curve> Make(Fill&& fill, Sizes... sizes) {
     Curve curve;
-    auto* data = static_cast<Data*>(KurvocvMallocCurve(curve.Get(), type, sizes...));
+    auto* data =
+        static_cast<Data*>(KurvocvMallocCurve(curve.Get(), detail::kTypeOf<Data>, sizes...));
     if (!data) {
       const int code = ((sizes >= 0) && ...) ? KURVO_ERR_MEMORY : KURVO_ERR_CURVE;
       return Unexpected(Error{code, "KurvocvMallocCurve"});
@@ -975,7 +1027,7 @@ class Curve : public detail::Owner<Curve, ::Curve> {
     return Result<Curve>(std::move(curve));
   }
   template <class Data, class P>
-  static Result<Curve> Spline(int32_t type, int32_t order, std::span<const P> points,
+  static Result<Curve> Spline(int32_t order, std::span<const P> points,
                               std::span<const double> knots) {
     const int32_t count = detail::Count(points.size());
     const bool fits = order >= 1 && count >= order && knots.size() == points.size() + Index(order);
@@ -983,10 +1035,10 @@ class Curve : public detail::Owner<Curve, ::Curve> {
       detail::Copy(points, b.points);
       detail::Copy(knots, b.knots);
     };
-    return Make<Data>(type, fill, order, fits ? count : -1);
+    return Make<Data>(fill, order, fits ? count : -1);
   }
   static Result<Curve> OneArc(Point centre, Point start, Point end, double sense) {
-    return Make<KurvoArc>(CV_ARC, [&](KurvoArc& arc) {
+    return Make<KurvoArc>([&](KurvoArc& arc) {
       arc.radius = Distance(centre, start);
       Store(centre, arc.centre);
       Store(Point{0, 0, sense}, arc.normal);
@@ -1012,10 +1064,6 @@ class Curve : public detail::Owner<Curve, ::Curve> {
   template <class Data>
   Data* Block() const {
     return static_cast<Data*>(record_.data);
-  }
-  template <class Data>
-  const Data* As(int32_t type) const {
-    return record_.type == type ? Block<const Data>() : nullptr;
   }
   template <class Data>
   static Interval SplineDomain(const Data& b) {
@@ -1333,6 +1381,7 @@ class Chain : public detail::Owner<Chain, Cvseq> {
   Result<Array<Meeting>> Meetings(const Chain& other, Context& c,
                                   const Options& options = {}) const;
   Result<Polyline> Flatten(double deviation, Context& c) const;
+  Result<Array<Point>> Vertices(double deviation, Context& c) const;  // those points alone
   Result<Chain> Fit(Form form, double deviation, Context& c) const;
   Result<Chain> Trim(const Place& from, const Place& to, Context& c) const;
   // Of copies of loose curves, in any order and direction.
@@ -1369,6 +1418,27 @@ class Chain : public detail::Owner<Chain, Cvseq> {
     }
     return out;
   }
+};
+
+// What a chain may be asked, asked of curves that stay where they are, in a vector say, and must
+// outlive the view. A composite is its pieces.
+class ChainView {
+ public:
+  template <std::convertible_to<std::span<const Curve>> Curves>
+  ChainView(const Curves& curves) {
+    const std::span<const Curve> all(curves);
+    auto* first = const_cast<Curve*>(all.data());  // only read
+    chain_ = Chain::Adopt({detail::Count(all.size()), reinterpret_cast<::Curve*>(first)});
+  }
+  ~ChainView() { static_cast<void>(chain_.Release()); }
+  ChainView(const ChainView&) = delete;
+  ChainView& operator=(const ChainView&) = delete;
+
+  const Chain& operator*() const { return chain_; }
+  const Chain* operator->() const { return &chain_; }
+
+ private:
+  Chain chain_;
 };
 
 // ---- Curves that become chains ----

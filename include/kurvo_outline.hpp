@@ -375,6 +375,14 @@ inline Result<Polyline> Chain::Flatten(double deviation, Context& c) const {
     out.places = Array<Place>::Adopt(places, static_cast<std::size_t>(count));
   });
 }
+inline Result<Array<Point>> Chain::Vertices(double deviation, Context& c) const {
+  return c.Call<Array<Point>>("KurvoChainFlatten", [&](Array<Point>& out, GlobalVar* g) {
+    Coord* points = nullptr;
+    int32_t count = 0;
+    KurvoChainFlatten(Get(), deviation, &points, nullptr, &count, g);
+    out = Array<Point>::Adopt(points, static_cast<std::size_t>(count));
+  });
+}
 inline Result<Chain> Chain::Fit(Form form, double deviation, Context& c) const {
   return c.Ask<Chain>("KurvoChainFit", KurvoChainFit, Get(), static_cast<int32_t>(form), deviation);
 }

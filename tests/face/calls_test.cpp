@@ -201,6 +201,7 @@ TEST(Face, EveryFunctionHasAWrapper) {
       {"KurvoChainMeetings", [&] { chain.Meetings(c).has_value(); }},
       {"KurvoChainMeetings", [&] { chain.Meetings(chain, c).has_value(); }},
       {"KurvoChainFlatten", [&] { chain.Flatten(0.1, c).has_value(); }},
+      {"KurvoChainFlatten", [&] { chain.Vertices(0.1, c).has_value(); }},
       {"KurvoChainFit", [&] { chain.Fit(Form::kArcs, 0.1, c).has_value(); }},
       {"KurvoChainTrim", [&] { chain.Trim(place, place, c).has_value(); }},
       {"KurvoChainJoin", [&] { Chain::Join(pieces, c).has_value(); }},

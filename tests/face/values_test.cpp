@@ -251,6 +251,8 @@ TEST(Face, CirclesAndWideArcsStayWhole) {
   }
   EXPECT_EQ(Curve::Arc({0, 0}, 1, 0, 2 * kPi).value().size(), 4U);
   EXPECT_EQ(Curve::Arc({0, 0}, {0, 0}, {0, 0}).value().Type(), CV_ARC);
+  const KurvoArc record = {2, {1, 0, 0}, {0, 0, -1}, {3, 0, 0}, {3, 0, 0}};
+  EXPECT_EQ(std::memcmp(Curve::Arc(record).value().AsArc(), &record, sizeof record), 0);
 
   for (const double sweep : {1.0, kPi, 4.0, 6.2, -kPi, -4.0, -6.2}) {
     Curve arc = Curve::Arc({0, 0}, 1, 0.3, sweep).value();
@@ -308,6 +310,11 @@ TEST(Face, ViewsShowTheRecord) {
       return 0;
   };
   EXPECT_EQ(spline.Visit(name), 3);
+  ASSERT_TRUE(spline.As<KurvoBSpline>());
+  EXPECT_EQ(spline.As<KurvoBSpline>()->order, 3);
+  EXPECT_FALSE(spline.As<KurvoBezier>() || spline.AsArc());
+  EXPECT_STREQ(TypeName(spline.Type()), "B-spline");
+  EXPECT_STREQ(TypeName(Curve().Type()), "");
   EXPECT_EQ(Curve().Visit(name), 0);
 
   Curve one[] = {Curve::Bezier({{0, 0}, {1, 2}, {3, 2}, {4, 0}, {5, 5}, {6, 1}}).value()};
@@ -325,6 +332,22 @@ TEST(Face, ViewsShowTheRecord) {
                      spline.Position(meetings.b[i], c).value(), c));
 }
 
+TEST(Face, ChainsAreSeenWithoutOwningThem) {
+  Context c;
+  std::vector<Curve> lines;
+  for (int i = 0; i < 3; ++i) lines.push_back(Curve::Line({i * 1.0, 0}, {i + 1.0, 0}).value());
+  const auto length = [&](const ChainView& chain) { return chain->Length(c).value(); };
+  EXPECT_EQ(length(lines), 3);
+  EXPECT_EQ(length(lines[1]), 1);
+  EXPECT_EQ(length(std::vector<Curve>()), 0);
+  EXPECT_EQ(lines[2].End(c).value().x, 3);
+  Curve composite = Curve::Composite(lines).value();
+  EXPECT_EQ(length(composite), 3);
+  const Curve piece = std::move(composite.begin()[1]);
+  EXPECT_EQ(piece.Start(c).value().x, 1);
+  EXPECT_FALSE(composite.Length(c));
+}
+
 TEST(Face, ChainsLocate) {
   Context c;
   const Curve circle = Curve::Arc({0, 0}, 2, 0, 2 * kPi).value();
@@ -334,6 +357,7 @@ TEST(Face, ChainsLocate) {
   EXPECT_EQ(chain.Locate({3, 0}, c).value(), Where::kOutside);
   EXPECT_EQ(chain.Sense(c).value().normal.z, 1);
   EXPECT_NEAR(chain.Bounds(c).value().min.x, -2, 1e-12);
+  EXPECT_TRUE(std::ranges::equal(chain.Vertices(0.1, c).value(), chain.Flatten(0.1, c)->points));
 }
 
 }  // namespace

@@ -30,9 +30,9 @@ class MemoryFile {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   const MemoryFile file(data, size);
-  kurvo::tools::Library library;
+  kurvo::Context context;
   try {
-    kurvo::tools::ReadDrawing(library, file.Path());
+    kurvo::tools::ReadDrawing(context, file.Path());
   } catch (const kurvo::tools::InputError& error) {
     const std::string line = error.what();
     if (!line.starts_with(file.Path() + ":") || line.find('\n') != std::string::npos) {

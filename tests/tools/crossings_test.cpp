@@ -13,6 +13,7 @@
 #include <tuple>
 
 #include "geometry/box_sweep.h"
+#include "geometry/curve_ask.h"
 #include "support.h"
 
 namespace kurvo::tools {
@@ -50,8 +51,8 @@ const std::pair<const char*, Affine> kMotions[] = {
     {"rotate(31)", Rotation(31)},
     {"scale(-3 3) translate(2 1)", Scaling(-3, 3) * Translation(2, 1)}};
 
-void ExpectOn(Library& library, const CurveList& list, std::size_t curve, double t, Point p) {
-  EXPECT_LE(Size(p - PositionOf(library, *list.curves[curve].curve, t)), kLengthTol);
+void ExpectOn(Context& context, const CurveList& list, std::size_t curve, double t, Point p) {
+  EXPECT_LE(Size(p - PositionOf(context, *list.curves[curve].curve, t)), kLengthTol);
 }
 
 // Of two drawings, or of the first one alone where `joints` says how, moved in some ways.
@@ -59,19 +60,19 @@ void Check(const std::string& name, const std::string& first_body, const std::st
            std::optional<bool> joints, const Known& known, std::size_t ways = 4) {
   for (const auto& [motion, map] : std::span(kMotions, ways)) {
     SCOPED_TRACE(name + ", " + motion);
-    Library library;
+    Context context;
     const std::string group = std::string("<g transform='") + motion + "'>";
     const auto read = [&](const std::string& body) {
-      return ReadText(library, group + body + "</g>");
+      return ReadText(context, group + body + "</g>");
     };
     const Drawing drawings[] = {read(first_body), read(second_body)};
-    const CurveList first = ListCurves(library, drawings[0]);
-    const CurveList other = ListCurves(library, drawings[1]);
+    const CurveList first = ListCurves(context, drawings[0]);
+    const CurveList other = ListCurves(context, drawings[1]);
     const CurveList& second = joints ? first : other;
-    const Crossings found = joints ? FindCrossings(library, first, *joints, [] {})
-                                   : FindCrossings(library, first, second, [] {});
+    const Crossings found = joints ? FindCrossings(context, first, *joints, [] {})
+                                   : FindCrossings(context, first, second, [] {});
     if (!joints) {
-      const Crossings swapped = FindCrossings(library, second, first, [] {});
+      const Crossings swapped = FindCrossings(context, second, first, [] {});
       EXPECT_EQ(swapped.crossings.size(), known.crossings.size());
       EXPECT_EQ(swapped.overlaps.size(), known.overlaps.size());
     }
@@ -85,7 +86,7 @@ void Check(const std::string& name, const std::string& first_body, const std::st
       EXPECT_NEAR(at.first, each.t_first, kParameterTol);
       EXPECT_NEAR(at.second, each.t_second, kParameterTol);
       EXPECT_LE(Size(point - map.Apply(each.point)), kLengthTol);
-      ExpectOn(library, second, b, at.second, point);
+      ExpectOn(context, second, b, at.second, point);
     }
     for (std::size_t i = 0; i < known.overlaps.size(); ++i) {
       SCOPED_TRACE("overlap " + std::to_string(i + 1));
@@ -98,9 +99,9 @@ void Check(const std::string& name, const std::string& first_body, const std::st
       const double got[] = {from.first, to.first, from.second, to.second};
       const double want[] = {each.from_first, each.to_first, each.from_second, each.to_second};
       for (int k = 0; k < 4; ++k) EXPECT_NEAR(got[k], want[k], kParameterTol) << k;
-      ExpectOn(library, first, overlap.first, from.first, overlap.from);
-      ExpectOn(library, second, overlap.second, from.second, overlap.from);
-      ExpectOn(library, second, overlap.second, to.second, overlap.to);
+      ExpectOn(context, first, overlap.first, from.first, overlap.from);
+      ExpectOn(context, second, overlap.second, from.second, overlap.from);
+      ExpectOn(context, second, overlap.second, to.second, overlap.to);
     }
   }
 }
@@ -190,10 +191,10 @@ TEST(FindCrossings, GapsWithinTheTolerance) {
 
 // A straight curve that turns back within a line: they share a stretch that no end bounds.
 TEST(FindCrossings, OverlapWithoutKnownEnds) {
-  Library library;
-  const Drawing drawing = ReadText(library, Path("M0 0H10") + Path("M5 -9V0C8 0 2 0 5 0V9"));
-  const CurveList list = ListCurves(library, drawing);
-  const Crossings found = FindCrossings(library, list, false, [] {});
+  Context context;
+  const Drawing drawing = ReadText(context, Path("M0 0H10") + Path("M5 -9V0C8 0 2 0 5 0V9"));
+  const CurveList list = ListCurves(context, drawing);
+  const Crossings found = FindCrossings(context, list, false, [] {});
   ASSERT_EQ(found.overlaps.size(), 1u);
   EXPECT_EQ(found.overlaps[0].first, 0u);
   EXPECT_EQ(found.overlaps[0].second, 2u);

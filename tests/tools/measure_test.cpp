@@ -9,6 +9,8 @@
 #include <tuple>
 
 #include "geometry/comb.h"
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 #include "geometry/links.h"
 #include "geometry/locate.h"
 #include "support.h"
@@ -17,22 +19,20 @@ namespace kurvo::tools {
 namespace {
 
 // A quarter of the ellipse with half axes 4 and 1.
-OwnedCurve EllipseQuarter() {
-  return OwnedCurve::RationalQuadratic({4, 0}, {4, 1}, M_SQRT1_2, {0, 1});
-}
+Curve EllipseQuarter() { return ConicOf({4, 0}, {4, 1}, M_SQRT1_2, {0, 1}); }
 
 // Teeth point away from the centre and are as long as the curve is bent.
 TEST(Comb, TeethOfAnEllipseQuarter) {
   constexpr double kExtent = 100;
   constexpr double kLongest = 8;
-  Library library;
+  Context context;
   Drawing drawing;
   drawing.shapes.emplace_back();
   drawing.shapes[0].outlines.emplace_back();
   auto& curves = drawing.shapes[0].outlines[0].curves;
-  curves.push_back(OwnedCurve::Line({0, 0}, {4, 0}));
+  curves.push_back(Curve::Line({0, 0}, {4, 0}).value());
   curves.push_back(EllipseQuarter());
-  const std::vector<Comb> combs = CombsOf(library, drawing, kExtent);
+  const std::vector<Comb> combs = CombsOf(context, drawing, kExtent);
   ASSERT_EQ(combs.size(), 1u);
   ASSERT_EQ(combs[0].feet.size(), combs[0].tips.size());
   double scale = 0;
@@ -81,7 +81,7 @@ std::string RandomPath(std::mt19937& random) {
 
 // What fills a point, by the angles under which it sees small steps along the outlines, which is
 // told only where none comes near.
-Place PlaceByAngles(const std::vector<std::vector<Point>>& outlines, bool even_odd, Point p) {
+Where PlaceByAngles(const std::vector<std::vector<Point>>& outlines, bool even_odd, Point p) {
   constexpr double kNear = 0.02;
   int turns = 0;
   for (const std::vector<Point>& outline : outlines) {
@@ -89,12 +89,12 @@ Place PlaceByAngles(const std::vector<std::vector<Point>>& outlines, bool even_o
     for (std::size_t i = 0; i < outline.size(); ++i) {
       const Point from = outline[i] - p;
       const Point to = outline[(i + 1) % outline.size()] - p;
-      if (Size(from) < kNear) return Place::kOn;
+      if (Size(from) < kNear) return Where::kOn;
       angle += std::atan2(Cross(from, to), Dot(from, to));
     }
     turns += static_cast<int>(std::lround(angle / (2 * std::numbers::pi)));
   }
-  return (even_odd ? turns % 2 : turns) != 0 ? Place::kInside : Place::kOutside;
+  return (even_odd ? turns % 2 : turns) != 0 ? Where::kInside : Where::kOutside;
 }
 
 TEST(Locator, AgreesWithAngles) {
@@ -103,32 +103,32 @@ TEST(Locator, AgreesWithAngles) {
   for (int i = 0; i < 24; ++i) {
     const bool even_odd = i % 2 == 1;
     const std::string path = RandomPath(random);
-    Library library;
+    Context context;
     const Drawing drawing =
-        ReadText(library, std::string("<g fill-rule='") + (even_odd ? "evenodd" : "nonzero") +
+        ReadText(context, std::string("<g fill-rule='") + (even_odd ? "evenodd" : "nonzero") +
                               "'>" + Path(path) + "</g>");
     std::vector<std::vector<Point>> outlines;
     for (const Outline& outline : drawing.shapes.at(0).outlines) {
       std::vector<Point>& points = outlines.emplace_back();
-      const auto add = [&](const OwnedCurve& curve) {
+      const auto add = [&](const Curve& curve) {
         for (int k = 0; k < kSteps; ++k)
-          points.push_back(PositionOf(library, curve, static_cast<double>(k) / kSteps));
+          points.push_back(PositionOf(context, curve, static_cast<double>(k) / kSteps));
       };
-      for (const OwnedCurve& curve : outline.curves) add(curve);
-      add(OwnedCurve::Line(EndOf(library, outline.curves.back()), points.front()));  // closes it
+      for (const Curve& curve : outline.curves) add(curve);
+      add(Curve::Line(EndOf(context, outline.curves.back()), points.front()).value());  // closes it
     }
-    const Locator locator(library, drawing);
+    const Locator locator(context, drawing);
     std::vector<Point> points(60);
     for (Point& p : points) {
       p.x = 0.5 * static_cast<double>(random() % 27);
       p.y = 0.5 * static_cast<double>(random() % 27);
     }
-    const std::vector<Place> places = locator.InDrawing(points, 1);
+    const std::vector<Where> places = locator.InDrawing(points, 1);
     EXPECT_EQ(places, locator.InDrawing(points, 1 + random() % 8)) << path;
     for (std::size_t k = 0; k < points.size(); ++k) {
       const Point p = points[k];
-      const Place expected = PlaceByAngles(outlines, even_odd, p);
-      if (expected == Place::kOn) continue;
+      const Where expected = PlaceByAngles(outlines, even_odd, p);
+      if (expected == Where::kOn) continue;
       EXPECT_EQ(PlaceName(places[k]), PlaceName(expected))
           << path << (even_odd ? " evenodd" : "") << " at " << p.x << "," << p.y;
     }
@@ -145,14 +145,14 @@ TEST(FindLinks, AreTheShortestOfAllPairs) {
         text += "<g transform='translate(" + std::to_string(random() % (i < 30 ? 20 : 90)) + " " +
                 std::to_string(random() % 40) + ")'>" + Path(RandomPath(random)) + "</g>";
     }
-    Library library;
-    const Drawing a = ReadText(library, body[0]), b = ReadText(library, body[1]);
-    const CurveList first = ListCurves(library, a), second = ListCurves(library, b);
+    Context context;
+    const Drawing a = ReadText(context, body[0]), b = ReadText(context, body[1]);
+    const CurveList first = ListCurves(context, a), second = ListCurves(context, b);
     std::vector<double> expected(first.outlines.size(), HUGE_VAL);
     for (const ListedCurve& p : first.curves) {
       for (const ListedCurve& q : second.curves)
         expected[p.outline] =
-            std::min(expected[p.outline], ClosestOn(library, *p.curve, *q.curve).distance);
+            std::min(expected[p.outline], (*p.curve).ClosestTo(*q.curve, context).value().distance);
     }
     std::atomic<std::size_t> done = 0;
     const auto links = FindLinks(
@@ -164,8 +164,8 @@ TEST(FindLinks, AreTheShortestOfAllPairs) {
     for (std::size_t k = 0; k < links.size(); ++k) {
       EXPECT_NEAR(links[k].at.distance, expected[k], 1e-12) << i << " " << first.outlines[k];
       EXPECT_NEAR(Size(links[k].to - links[k].from), expected[k], 1e-9) << i;
-      EXPECT_EQ(std::tie(links[k].first, links[k].second, links[k].at.first),
-                std::tie(again[k].first, again[k].second, again[k].at.first));
+      EXPECT_EQ(std::tie(links[k].first, links[k].second, links[k].at.a),
+                std::tie(again[k].first, again[k].second, again[k].at.a));
     }
   }
 }
@@ -173,7 +173,7 @@ TEST(FindLinks, AreTheShortestOfAllPairs) {
 TEST(ParallelFor, ThrowsWhatTheFirstStepThrows) {
   for (const std::size_t threads : {1u, 2u, 7u}) {
     std::vector<int> runs(1000);
-    const auto step = [&](std::size_t i, Library&) {
+    const auto step = [&](std::size_t i, Context&) {
       ++runs[i];
       if (i % 300 == 299) throw std::runtime_error(std::to_string(i));
     };

@@ -7,6 +7,7 @@
 #include <numbers>
 #include <random>
 
+#include "geometry/curve_ask.h"
 #include "geometry/elliptical_arc.h"
 #include "support.h"
 
@@ -15,19 +16,19 @@ namespace {
 
 // Consecutive curves share their end points to the last bit.
 TEST(ReadDrawing, CurvesMeetEndToStart) {
-  Library library;
+  Context context;
   std::vector<std::string> files = DrawingsIn(KURVO_SAMPLES);
   files.push_back(KURVO_TEST_DATA "/features.svg");
   for (const std::string& path : files) {
-    const Drawing drawing = ReadDrawing(library, path);
+    const Drawing drawing = ReadDrawing(context, path);
     EXPECT_GE(drawing.shapes.size(), 5u) << path;
     ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
       const std::size_t count = outline.curves.size();
       for (std::size_t i = 0; i < count; ++i) {
         const std::string what = path + " " + label + " " + std::to_string(i);
         if (i + 1 == count && !outline.closed) continue;
-        const Point end = EndOf(library, outline.curves[i]);
-        const Point next = StartOf(library, outline.curves[(i + 1) % count]);
+        const Point end = EndOf(context, outline.curves[i]);
+        const Point next = StartOf(context, outline.curves[(i + 1) % count]);
         EXPECT_TRUE(next.x == end.x && next.y == end.y) << what << " leaves a gap";
       }
     });

@@ -51,16 +51,16 @@ inline std::string FileContent(const std::string& path) {
 }
 
 // What an svg element with the content `body` shows.
-inline Drawing ReadText(Library& library, const std::string& body) {
+inline Drawing ReadText(Context& context, const std::string& body) {
   const TemporaryDirectory directory;
-  return ReadDrawing(library, directory.Write("in.svg", "<svg>" + body + "</svg>"));
+  return ReadDrawing(context, directory.Write("in.svg", "<svg>" + body + "</svg>"));
 }
 
 inline std::string Path(const std::string& data) { return "<path d='" + data + "'/>"; }
 
 // The curves of a drawing of one path with one outline.
-inline std::vector<OwnedCurve> ReadPath(Library& library, const std::string& data) {
-  return std::move(ReadText(library, Path(data)).shapes.at(0).outlines.at(0).curves);
+inline std::vector<Curve> ReadPath(Context& context, const std::string& data) {
+  return std::move(ReadText(context, Path(data)).shapes.at(0).outlines.at(0).curves);
 }
 
 // What a command of the shell prints. Throws std::runtime_error when it fails.

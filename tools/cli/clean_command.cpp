@@ -19,15 +19,15 @@ struct CleanOptions {
 };
 
 int RunClean(const CleanOptions& options) {
-  Library library;
-  Drawing drawing = ReadInput(library, options.input, options.reading);
+  Context context;
+  Drawing drawing = ReadInput(context, options.input, options.reading);
   const Closing closing = {options.gap.In(drawing)};
   const Regions regions = [&] {
     Progress progress(STDERR_FILENO, "cleaned", CurveCount(drawing));
     return Cleaned(drawing, closing, [&] { progress.Step(); });
   }();
   const RegionReport report = {{BaseName(options.input)}, "clean", drawing, regions};
-  return DeliverRegions(library, options.reading, options.output, {{options.input, &drawing}},
+  return DeliverRegions(context, options.reading, options.output, {{options.input, &drawing}},
                         report, Look::kAsElements);
 }
 

@@ -33,9 +33,9 @@ struct CombineOptions {
 };
 
 int RunCombine(const CombineOptions& options) {
-  Library library;
-  Drawing first = ReadInput(library, options.first, options.reading);
-  Drawing second = ReadBeside(library, options.second, options.reading, first);
+  Context context;
+  Drawing first = ReadInput(context, options.first, options.reading);
+  Drawing second = ReadBeside(context, options.second, options.reading, first);
   const Closing closing = {options.gap.In(first)};
   const std::size_t count = first.shapes.size();
   Drawing both = Together(std::move(first), std::move(second));
@@ -50,7 +50,7 @@ int RunCombine(const CombineOptions& options) {
                                regions,
                                false,
                                count};
-  return DeliverRegions(library, options.reading, options.output,
+  return DeliverRegions(context, options.reading, options.output,
                         {{options.first, &first}, {options.second, &second}}, report,
                         Look::kAsElements);
 }

@@ -38,24 +38,24 @@ struct CutCommandOptions {
 };
 
 int RunCut(const CutCommandOptions& options) {
-  Library library;
-  Drawing drawing = ReadInput(library, options.input, options.reading);
+  Context context;
+  Drawing drawing = ReadInput(context, options.input, options.reading);
   const CutOptions lengths = {options.kerf.In(drawing), options.deviation.In(drawing),
                               options.gap.In(drawing), options.lead_in.In(drawing)};
   if (!(lengths.deviation * drawing.sheet.mm_per_unit >= kLeastDeviation))
     throw std::runtime_error("--deviation must be at least 0.001 mm");
   const CutPlan plan = [&] {
     Progress progress(STDERR_FILENO, "offset", CurveCount(drawing));
-    return PlanCuts(library, drawing, lengths, [&] { progress.Step(); });
+    return PlanCuts(context, drawing, lengths, [&] { progress.Step(); });
   }();
   MachineOptions machine = options.machine;
   machine.dialect = options.dialect == 0 ? Dialect::kGrbl : Dialect::kLinuxcnc;
   OutputOptions output = options.output;
   if (options.dry) output.drawing.clear();
   const CutReport report = {BaseName(options.input), plan, machine.feed, options.rapid};
-  return Deliver(library, options.reading, output, {{options.input, &drawing}},
+  return Deliver(context, options.reading, output, {{options.input, &drawing}},
                  {.text = [&] { return MachineCode(plan, machine); },
-                  .picture = [&] { return CutPicture(library, drawing, report, output.size); },
+                  .picture = [&] { return CutPicture(context, drawing, report, output.size); },
                   .table = [&] { return CutTable(report); },
                   .json = [&] { return CutJson(report); }});
 }

@@ -19,23 +19,23 @@ struct DistanceOptions {
 };
 
 int RunDistance(const DistanceOptions& options) {
-  Library library;
-  Drawing first = ReadInput(library, options.first, options.reading);
-  const Drawing second = ReadBeside(library, options.second, options.reading, first);
-  const CurveList first_curves = ListCurves(library, first);
-  const CurveList second_curves = ListCurves(library, second);
+  Context context;
+  Drawing first = ReadInput(context, options.first, options.reading);
+  const Drawing second = ReadBeside(context, options.second, options.reading, first);
+  const CurveList first_curves = ListCurves(context, first);
+  const CurveList second_curves = ListCurves(context, second);
   const std::vector<Link> links = [&] {
     Progress progress(STDERR_FILENO, "linked", first_curves.curves.size());
     return FindLinks(first_curves, second_curves, [&] { progress.Step(); });
   }();
   const LinkReport report = {BaseName(options.first), BaseName(options.second), first_curves,
                              second_curves, links};
-  const std::vector<OwnedCurve> lines = LinesOf(links);
+  const std::vector<Curve> lines = LinesOf(links);
   return Deliver(
-      library, options.reading, options.output,
+      context, options.reading, options.output,
       {{options.first, &first}, {options.second, &second}},
       {.drawing = [&] { return OneByOne(first, lines); },
-       .picture = [&] { return LinkPicture(library, first, second, report, options.output.size); },
+       .picture = [&] { return LinkPicture(context, first, second, report, options.output.size); },
        .table = [&] { return LinkTable(report); },
        .json = [&] { return LinkJson(report); }});
 }

@@ -63,24 +63,24 @@ void AddDeviations(CLI::App& draw, DrawOptions& options) {
       ->excludes(flatten);
 }
 
-Drawing Remade(Library& library, Drawing drawing, const DrawOptions& options) {
+Drawing Remade(Context& context, Drawing drawing, const DrawOptions& options) {
   const double flatten = options.flatten.In(drawing), biarcs = options.biarcs.In(drawing);
-  if (flatten > 0) return Flattened(library, drawing, flatten);
-  if (biarcs > 0) return FittedByArcs(library, drawing, biarcs);
+  if (flatten > 0) return Flattened(context, drawing, flatten);
+  if (biarcs > 0) return FittedByArcs(context, drawing, biarcs);
   return drawing;
 }
 
 int Draw(const DrawOptions& options) {
-  Library library;
-  Drawing drawing = Remade(library, ReadInput(library, options.input, options.reading), options);
+  Context context;
+  Drawing drawing = Remade(context, ReadInput(context, options.input, options.reading), options);
   PictureOptions picture = options.picture;
   if (options.stroke_width.number > 0) picture.stroke_width = options.stroke_width.In(drawing);
   return Deliver(
-      library, options.reading, options.output, {{options.input, &drawing}},
+      context, options.reading, options.output, {{options.input, &drawing}},
       {.drawing = [&] { return ResultOf(drawing); },
-       .picture = [&] { return DrawingPicture(library, drawing, picture, options.output.size); },
-       .table = [&] { return OutlineTable(library, drawing); },
-       .json = [&] { return OutlineJson(library, OneLine(options.input), drawing); }});
+       .picture = [&] { return DrawingPicture(context, drawing, picture, options.output.size); },
+       .table = [&] { return OutlineTable(context, drawing); },
+       .json = [&] { return OutlineJson(context, OneLine(options.input), drawing); }});
 }
 
 }  // namespace

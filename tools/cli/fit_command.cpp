@@ -4,6 +4,7 @@
 
 #include "cli/commands.h"
 #include "cli/options.h"
+#include "geometry/curve_make.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
 #include "svg/reader.h"
@@ -22,8 +23,8 @@ struct FitOptions {
 };
 
 int Fit(const FitOptions& options) {
-  Library library;
-  const std::vector<Point> points = ReadPoints(library, options.input);
+  Context context;
+  const std::vector<Point> points = ReadPoints(context, options.input);
   const auto refuse = [&](const std::string& problem) {
     throw InputError(OneLine(options.input) + ": " + problem);
   };
@@ -31,20 +32,20 @@ int Fit(const FitOptions& options) {
   if (points.size() < static_cast<std::size_t>(options.order)) {
     refuse(std::to_string(points.size()) + " points are too few for order " + order);
   }
-  const std::optional<OwnedCurve> spline = OwnedCurve::Through(library, points, options.order);
+  const std::optional<Curve> spline = SplineThrough(context, points, options.order);
   if (!spline) refuse("no B-spline of order " + order + " passes through these points");
   const Drawing no_sheet;
-  return Deliver(library, options.reading, options.output, {{options.input, nullptr}},
+  return Deliver(context, options.reading, options.output, {{options.input, nullptr}},
                  {.drawing =
                       [&] {
                         return OneByOne(no_sheet, {&*spline, 1});
                       },
                   .picture =
                       [&] {
-                        return FitPicture(library, points, *spline, options.control,
+                        return FitPicture(context, points, *spline, options.control,
                                           options.output.size);
                       },
-                  .table = [&] { return FitText(library, *spline); },
+                  .table = [&] { return FitText(context, *spline); },
                   .json = [&] { return FitJson(*spline); }});
 }
 

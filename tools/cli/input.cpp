@@ -33,7 +33,7 @@ bool IsDxfFile(const std::string& path, std::string_view bytes) {
 }
 
 // At the scale of these units, or of its own where they are 0.
-Drawing ReadOne(Library& library, const std::string& path, const InputOptions& options,
+Drawing ReadOne(Context& context, const std::string& path, const InputOptions& options,
                 double mm_per_unit) {
   const ReadOptions how = {.strict = options.strict, .mm_per_unit = mm_per_unit};
   const std::string bytes = ReadUnpacked(path);
@@ -42,10 +42,10 @@ Drawing ReadOne(Library& library, const std::string& path, const InputOptions& o
     if (options.em.number > 0 && options.em.mm == 0)
       throw std::runtime_error("--em needs a unit of length, such as 20mm");
     font.em_mm = options.em.number * options.em.mm;
-    return ReadFontFile(library, path, bytes, font, how);
+    return ReadFontFile(context, path, bytes, font, how);
   }
-  Drawing drawing = IsDxfFile(path, bytes) ? ReadDxf(library, path, bytes, how)
-                                           : ReadDrawing(library, path, bytes, how);
+  Drawing drawing = IsDxfFile(path, bytes) ? ReadDxf(context, path, bytes, how)
+                                           : ReadDrawing(context, path, bytes, how);
   if (!options.font.text.empty() || !options.font.glyphs.empty())
     drawing.notes.push_back("note: is no font; --text and --glyphs are not looked at");
   return drawing;
@@ -102,7 +102,7 @@ std::vector<LengthOption> ParseLengths(const std::string& name, const std::strin
   return lengths;
 }
 
-Drawing ReadInput(Library& library, const std::string& path, const InputOptions& options) {
+Drawing ReadInput(Context& context, const std::string& path, const InputOptions& options) {
   if (options.stage->given) {
     if (!options.unit.empty()) {
       throw std::runtime_error("--unit belongs to the first command of a pipe");
@@ -112,15 +112,15 @@ Drawing ReadInput(Library& library, const std::string& path, const InputOptions&
     return given;
   }
   const double mm = options.unit.empty() ? 0 : *MillimetresOf(options.unit);
-  Drawing drawing = ReadOne(library, path, options, mm);
+  Drawing drawing = ReadOne(context, path, options, mm);
   if (mm > 0 && options.unit != "px") NoteAssumption(drawing);
   return drawing;
 }
 
-Drawing ReadBeside(Library& library, const std::string& path, const InputOptions& options,
+Drawing ReadBeside(Context& context, const std::string& path, const InputOptions& options,
                    Drawing& first) {
-  Drawing second = ReadOne(library, path, options, first.sheet.mm_per_unit);
-  if (first.sheet.y_up != second.sheet.y_up) TurnOver(library, second);
+  Drawing second = ReadOne(context, path, options, first.sheet.mm_per_unit);
+  if (first.sheet.y_up != second.sheet.y_up) TurnOver(context, second);
   if (first.sheet.physical != second.sheet.physical) {
     NoteAssumption(first);
     NoteAssumption(second);

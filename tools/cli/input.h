@@ -52,10 +52,10 @@ std::string OutOfRange(double low, double high);
 
 // The drawing in its own units, or in those that were asked for; in a pipe what the command before
 // made.
-Drawing ReadInput(Library& library, const std::string& path, const InputOptions& options);
+Drawing ReadInput(Context& context, const std::string& path, const InputOptions& options);
 // A second drawing at the scale of the first. Either notes when its size had to be assumed for
 // that.
-Drawing ReadBeside(Library& library, const std::string& path, const InputOptions& options,
+Drawing ReadBeside(Context& context, const std::string& path, const InputOptions& options,
                    Drawing& first);
 
 }  // namespace kurvo::tools

@@ -29,12 +29,12 @@ bool IsOneFile(const IntersectOptions& options) {
 
 // The drawings and their curves; with one file the second drawing is missing.
 struct Inputs {
-  Inputs(Library& library, const IntersectOptions& options)
-      : first(ReadInput(library, options.first, options.reading)),
-        first_curves(ListCurves(library, first)) {
+  Inputs(Context& context, const IntersectOptions& options)
+      : first(ReadInput(context, options.first, options.reading)),
+        first_curves(ListCurves(context, first)) {
     if (IsOneFile(options)) return;
-    second = ReadBeside(library, options.second, options.reading, first);
-    second_curves = ListCurves(library, *second);
+    second = ReadBeside(context, options.second, options.reading, first);
+    second_curves = ListCurves(context, *second);
   }
 
   Drawing first;
@@ -43,28 +43,28 @@ struct Inputs {
   CurveList second_curves;
 };
 
-Crossings Find(Library& library, const Inputs& inputs, bool joints) {
+Crossings Find(Context& context, const Inputs& inputs, bool joints) {
   const std::size_t count = inputs.first_curves.curves.size() + inputs.second_curves.curves.size();
   Progress progress(STDERR_FILENO, "intersected", count);
   const auto step = [&] { progress.Step(); };
-  if (!inputs.second) return FindCrossings(library, inputs.first_curves, joints, step);
-  return FindCrossings(library, inputs.first_curves, inputs.second_curves, step);
+  if (!inputs.second) return FindCrossings(context, inputs.first_curves, joints, step);
+  return FindCrossings(context, inputs.first_curves, inputs.second_curves, step);
 }
 
 int Intersect(const IntersectOptions& options) {
-  Library library;
-  const Inputs inputs(library, options);
-  const Crossings found = Find(library, inputs, options.joints);
+  Context context;
+  const Inputs inputs(context, options);
+  const Crossings found = Find(context, inputs, options.joints);
   const Drawing* second = inputs.second ? &*inputs.second : nullptr;
   const CrossingReport report = {BaseName(options.first), second ? BaseName(options.second) : "",
                                  inputs.first_curves,
                                  second ? inputs.second_curves : inputs.first_curves, found};
-  return Deliver(library, options.reading, options.output,
+  return Deliver(context, options.reading, options.output,
                  {{options.first, &inputs.first}, {options.second, second}},
                  {.drawing = nullptr,
                   .picture =
                       [&] {
-                        return CrossingPicture(library, inputs.first, second, report,
+                        return CrossingPicture(context, inputs.first, second, report,
                                                options.output.size);
                       },
                   .table = [&] { return CrossingTable(report); },

@@ -19,21 +19,21 @@ struct JoinOptions {
 };
 
 int RunJoin(const JoinOptions& options) {
-  Library library;
-  Drawing drawing = ReadInput(library, options.input, options.reading);
-  const JoinedCurves joined = JoinCurves(library, drawing, options.gap.In(drawing));
+  Context context;
+  Drawing drawing = ReadInput(context, options.input, options.reading);
+  const JoinedCurves joined = JoinCurves(context, drawing, options.gap.In(drawing));
   return Deliver(
-      library, options.reading, options.output, {{options.input, &drawing}},
+      context, options.reading, options.output, {{options.input, &drawing}},
       {.drawing =
            [&] {
              return ResultOf(drawing, {&joined.chains, 1});
            },
        .picture =
            [&] {
-             return SplitPicture(library, drawing, {&joined.chains, 1}, options.output.size);
+             return SplitPicture(context, drawing, {&joined.chains, 1}, options.output.size);
            },
-       .table = [&] { return JoinTable(library, joined); },
-       .json = [&] { return JoinJson(library, OneLine(options.input), joined); }});
+       .table = [&] { return JoinTable(context, joined); },
+       .json = [&] { return JoinJson(context, OneLine(options.input), joined); }});
 }
 
 }  // namespace

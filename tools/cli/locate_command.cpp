@@ -37,24 +37,24 @@ std::vector<Point> GridPoints(const Bounds& box, int count) {
   return points;
 }
 
-LocateReport ReportOn(Library& library, const Drawing& drawing, const LocateOptions& options) {
+LocateReport ReportOn(Context& context, const Drawing& drawing, const LocateOptions& options) {
   LocateReport report = {OneLine(options.input), {}, {}, {}};
   ForEachOutline(
       drawing, [&](const Outline&, const std::string& label) { report.outlines.push_back(label); });
-  const Locator locator(library, drawing);
+  const Locator locator(context, drawing);
   const auto located = [&](const std::vector<Point>& points) {
     std::vector<LocatedPoint> list;
     list.reserve(points.size());
-    const std::vector<Place> places = locator.InDrawing(points);
+    const std::vector<Where> places = locator.InDrawing(points);
     for (std::size_t i = 0; i < points.size(); ++i) list.push_back({points[i], places[i], {}});
     return list;
   };
   report.points = located(options.points);
   for (std::size_t i = 0; i < report.outlines.size(); ++i) {
-    const std::vector<Place> places = locator.InOutline(i, options.points);
+    const std::vector<Where> places = locator.InOutline(i, options.points);
     for (std::size_t k = 0; k < places.size(); ++k) report.points[k].outlines.push_back(places[k]);
   }
-  report.grid = located(GridPoints(BoundsOf(library, drawing), options.grid));
+  report.grid = located(GridPoints(BoundsOf(context, drawing), options.grid));
   return report;
 }
 
@@ -62,13 +62,13 @@ int Locate(const LocateOptions& options) {
   if (options.points.empty() && options.grid == 0) {
     throw std::runtime_error("locate needs points or --grid (try --help)");
   }
-  Library library;
-  const Drawing drawing = ReadInput(library, options.input, options.reading);
-  const LocateReport report = ReportOn(library, drawing, options);
+  Context context;
+  const Drawing drawing = ReadInput(context, options.input, options.reading);
+  const LocateReport report = ReportOn(context, drawing, options);
   return Deliver(
-      library, options.reading, options.output, {{options.input, &drawing}},
+      context, options.reading, options.output, {{options.input, &drawing}},
       {.drawing = nullptr,
-       .picture = [&] { return LocatePicture(library, drawing, report, options.output.size); },
+       .picture = [&] { return LocatePicture(context, drawing, report, options.output.size); },
        .table = [&] { return LocateTable(report); },
        .json = [&] { return LocateJson(report); }});
 }

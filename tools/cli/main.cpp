@@ -34,6 +34,7 @@ int Run(const std::vector<std::string>& arguments) {
 }  // namespace kurvo::tools
 
 int main(int argc, char** argv) {
+  using kurvo::BadResult;
   using kurvo::tools::InputError;
   signal(SIGXFSZ, SIG_IGN);  // a file too large is a write that fails
   try {
@@ -43,6 +44,8 @@ int main(int argc, char** argv) {
     return kurvo::tools::kBadInput;
   } catch (const std::bad_alloc&) {
     std::cerr << "kurvo: out of memory\n";
+  } catch (const BadResult& error) {
+    std::cerr << "kurvo: " << kurvo::tools::ErrorText(error.error()) << "\n";
   } catch (const std::exception& error) {
     std::cerr << "kurvo: " << error.what() << "\n";
   }

@@ -39,8 +39,8 @@ MarkOptions::At ParseAt(const std::string& text) {
 }
 
 int RunMark(const MarkOptions& options) {
-  Library library;
-  Drawing drawing = ReadInput(library, options.input, options.reading);
+  Context context;
+  Drawing drawing = ReadInput(context, options.input, options.reading);
   std::vector<NotchRequest> requests;
   for (const MarkOptions::At& at : options.at) {
     NotchRequest& request = requests.emplace_back();
@@ -48,17 +48,17 @@ int RunMark(const MarkOptions& options) {
     for (const LengthOption& length : at.lengths) request.lengths.push_back(length.In(drawing));
   }
   const std::vector<Notch> notches =
-      NotchesOn(library, drawing, requests, options.notch.In(drawing));
-  const Drawing marked = WithNotches(library, drawing, notches);
-  return Deliver(library, options.reading, options.output, {{options.input, &drawing}},
+      NotchesOn(context, drawing, requests, options.notch.In(drawing));
+  const Drawing marked = WithNotches(context, drawing, notches);
+  return Deliver(context, options.reading, options.output, {{options.input, &drawing}},
                  {.drawing = [&] { return ResultOf(marked); },
                   .picture =
                       [&] {
-                        return NotchPicture(library, drawing, notches, BaseName(options.input),
+                        return NotchPicture(context, drawing, notches, BaseName(options.input),
                                             options.output.size);
                       },
-                  .table = [&] { return NotchTable(library, notches); },
-                  .json = [&] { return NotchJson(library, OneLine(options.input), notches); }});
+                  .table = [&] { return NotchTable(context, notches); },
+                  .json = [&] { return NotchJson(context, OneLine(options.input), notches); }});
 }
 
 }  // namespace

@@ -26,11 +26,11 @@ std::vector<OutlineMeasures> MeasureAll(const Drawing& drawing, const std::optio
 }
 
 int RunMeasure(const MeasureOptions& options) {
-  Library library;
-  const Drawing drawing = ReadInput(library, options.input, options.reading);
+  Context context;
+  const Drawing drawing = ReadInput(context, options.input, options.reading);
   const std::vector<OutlineMeasures> outlines = MeasureAll(drawing, options.near);
   const MeasureReport report = {OneLine(options.input), options.near, outlines};
-  return Deliver(library, options.reading, options.output, {{options.input, &drawing}},
+  return Deliver(context, options.reading, options.output, {{options.input, &drawing}},
                  {.drawing = nullptr,
                   .picture = nullptr,
                   .table = [&] { return MeasureTable(report); },

@@ -109,8 +109,8 @@ std::vector<double> Distances(const OffsetOptions& options, Drawing& drawing) {
 
 // Curve by curve.
 int RunCurves(const OffsetOptions& options) {
-  Library library;
-  Drawing drawing = ReadInput(library, options.input, options.reading);
+  Context context;
+  Drawing drawing = ReadInput(context, options.input, options.reading);
   const std::vector<double> distances = Distances(options, drawing);
   const std::optional<double> tolerance = PenOf(options.corners, drawing).tolerance;
   const std::vector<OutlineOffset> offsets = [&] {
@@ -119,12 +119,12 @@ int RunCurves(const OffsetOptions& options) {
   }();
   const std::string name = BaseName(options.input);
   return Deliver(
-      library, options.reading, options.output, {{options.input, &drawing}},
-      {.drawing = [&] { return ResultOf(library, drawing, offsets); },
+      context, options.reading, options.output, {{options.input, &drawing}},
+      {.drawing = [&] { return ResultOf(context, drawing, offsets); },
        .picture =
-           [&] { return OffsetPicture(library, drawing, offsets, name, options.output.size); },
-       .table = [&] { return OffsetTable(library, offsets); },
-       .json = [&] { return OffsetJson(library, OneLine(options.input), offsets); }});
+           [&] { return OffsetPicture(context, drawing, offsets, name, options.output.size); },
+       .table = [&] { return OffsetTable(context, offsets); },
+       .json = [&] { return OffsetJson(context, OneLine(options.input), offsets); }});
 }
 
 // Elements with allowances by themselves; the others by the distance, or as they are without one.
@@ -166,8 +166,8 @@ Regions OffsetByEdges(Drawing& drawing, const std::vector<double>& distances,
 }
 
 int RunOffset(const OffsetOptions& options) {
-  Library library;
-  Drawing drawing = ReadInput(library, options.input, options.reading);
+  Context context;
+  Drawing drawing = ReadInput(context, options.input, options.reading);
   const bool has_distance = !options.distances.empty() || options.step.number != 0;
   const bool by_edges = !options.allowances.empty();
   const std::vector<double> distances =
@@ -187,7 +187,7 @@ int RunOffset(const OffsetOptions& options) {
   const RegionReport report = {{BaseName(options.input)}, "offset", drawing, regions, true};
   const bool is_lines = distances.size() > 1 || keeping == Keeping::kAll;
   const Look look = is_lines ? Look::kLines : Look::kAsElements;
-  return DeliverRegions(library, options.reading, options.output, {{options.input, &drawing}},
+  return DeliverRegions(context, options.reading, options.output, {{options.input, &drawing}},
                         report, look);
 }
 

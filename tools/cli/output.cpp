@@ -114,10 +114,10 @@ GridOptions GridOf(const OutputOptions& options, const Sheet& sheet) {
 }
 
 // The result with its points on the grid, and what was done for that added to the report.
-Drawing OnGrid(Library& library, const OutputOptions& options, const Result& result,
+Drawing OnGrid(Context& context, const OutputOptions& options, const Result& result,
                std::optional<GridReport>& report) {
-  Drawing drawing = DrawingOf(library, result);
-  const GridReport own = RoundToGrid(library, GridOf(options, drawing.sheet), drawing);
+  Drawing drawing = DrawingOf(context, result);
+  const GridReport own = RoundToGrid(context, GridOf(options, drawing.sheet), drawing);
   if (!report) report = own;
   report->moved = std::max(report->moved, own.moved);
   return drawing;
@@ -128,18 +128,18 @@ std::string Named(std::string file, const std::string& part) {
   return file.replace(file.find(kEach), 1, part);
 }
 
-std::string DrawingIn(Library& library, const OutputOptions& options, const Result& result) {
+std::string DrawingIn(Context& context, const OutputOptions& options, const Result& result) {
   const std::string end = options.format.empty() ? fs::path(options.drawing).extension().string()
                                                  : "." + options.format;
   if (options.r12 && end != ".dxf") throw std::runtime_error("--r12 is about DXF files");
-  if (end == ".json") return CurveFileText(library, result);
+  if (end == ".json") return CurveFileText(context, result);
   const PathAccuracy accuracy = AccuracyOf(options.deviation, result);
   if (end == ".dxf") {
     if (!result.source.sheet.physical)
       std::cerr << "kurvo: " << OneLine(options.drawing) << kAssumed;
-    return DxfText(library, result, options.r12 ? DxfVersion::kR12 : DxfVersion::kR2000, accuracy);
+    return DxfText(context, result, options.r12 ? DxfVersion::kR12 : DxfVersion::kR2000, accuracy);
   }
-  const std::string text = DrawingText(library, result, accuracy);
+  const std::string text = DrawingText(context, result, accuracy);
   return end == ".svgz" ? Packed(text) : text;
 }
 
@@ -158,7 +158,7 @@ std::string BaseName(const std::string& path) {
   return OneLine(fs::path(path).filename().string());
 }
 
-int Deliver(Library& library, const InputOptions& input, const OutputOptions& options,
+int Deliver(Context& context, const InputOptions& input, const OutputOptions& options,
             const std::vector<Source>& sources, const Products& products) {
   Stage& stage = *input.stage;
   if (!stage.is_last && !products.drawing) {
@@ -168,7 +168,7 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
       stage.is_last && options.drawing != kStandardStream && options.picture != kStandardStream;
   std::optional<GridReport> grid;
   // Of what is written and piped.
-  const auto in_place = [&](const Result& made) { return OnGrid(library, options, made, grid); };
+  const auto in_place = [&](const Result& made) { return OnGrid(context, options, made, grid); };
   std::optional<Drawing> on_grid;
   if (options.grid.number > 0) on_grid = in_place(products.drawing());
   const auto result = [&] { return on_grid ? ResultOf(*on_grid) : products.drawing(); };
@@ -186,13 +186,13 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
     if (products.parts && options.drawing.find(kEach) != std::string::npos) {
       for (const Part& part : products.parts()) {
         const std::string text = on_grid
-                                     ? DrawingIn(library, options, ResultOf(in_place(part.result)))
-                                     : DrawingIn(library, options, part.result);
+                                     ? DrawingIn(context, options, ResultOf(in_place(part.result)))
+                                     : DrawingIn(context, options, part.result);
         drawings.emplace_back(Named(options.drawing, part.name), text);
       }
     } else {
       drawings.emplace_back(
-          options.drawing, products.text ? products.text() : DrawingIn(library, options, result()));
+          options.drawing, products.text ? products.text() : DrawingIn(context, options, result()));
     }
     for (const auto& [file, text] : drawings) RefuseSource(sources, stage.files, file);
   }
@@ -200,7 +200,7 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
   for (const auto& [file, text] : drawings) Write(file, text);
   Note(sources);
   for (const Source& source : sources) stage.files.push_back(source.path);
-  if (!stage.is_last) stage.made = DrawingOf(library, result());
+  if (!stage.is_last) stage.made = DrawingOf(context, result());
   Print(report);
   return HasFaults(sources) ? kLeftOut : kSuccess;
 }

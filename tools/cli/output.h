@@ -63,7 +63,7 @@ struct Products {
 // printed where a file goes to standard output. Notes on standard error what is to be said of the
 // drawings that were read. Result: the exit status. Throws when a file to write is one of those
 // that were read.
-int Deliver(Library& library, const InputOptions& input, const OutputOptions& options,
+int Deliver(Context& context, const InputOptions& input, const OutputOptions& options,
             const std::vector<Source>& sources, const Products& products);
 
 }  // namespace kurvo::tools

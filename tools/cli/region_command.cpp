@@ -4,11 +4,11 @@
 
 namespace kurvo::tools {
 
-int DeliverRegions(Library& library, const InputOptions& input, const OutputOptions& options,
+int DeliverRegions(Context& context, const InputOptions& input, const OutputOptions& options,
                    const std::vector<Source>& sources, const RegionReport& report, Look look) {
-  return Deliver(library, input, options, sources,
+  return Deliver(context, input, options, sources,
                  {.drawing = [&] { return ResultOf(report.drawing, report.regions, look); },
-                  .picture = [&] { return RegionPicture(library, report, options.size); },
+                  .picture = [&] { return RegionPicture(context, report, options.size); },
                   .table = [&] { return RegionTable(report); },
                   .json = [&] { return RegionJson(report); }});
 }

@@ -7,7 +7,7 @@
 namespace kurvo::tools {
 
 // Writes and prints the regions: Deliver for commands that make them.
-int DeliverRegions(Library& library, const InputOptions& input, const OutputOptions& options,
+int DeliverRegions(Context& context, const InputOptions& input, const OutputOptions& options,
                    const std::vector<Source>& sources, const RegionReport& report, Look look);
 
 }  // namespace kurvo::tools

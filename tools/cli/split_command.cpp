@@ -56,35 +56,35 @@ std::vector<double> ParseParameters(const std::string& text) {
       kOption, "expected t1,t2,... ascending from 0 to 1, found '" + Excerpt(text) + "'");
 }
 
-Drawing CutPieces(Library& library, const Drawing& drawing, const SplitOptions& options) {
+Drawing CutPieces(Context& context, const Drawing& drawing, const SplitOptions& options) {
   Progress progress(STDERR_FILENO, "cut", CurveCount(drawing));
-  return Cut(library, drawing, options.cut, [&] { progress.Step(); });
+  return Cut(context, drawing, options.cut, [&] { progress.Step(); });
 }
 
-std::vector<SplitOutline> Split(Library& library, const Drawing& drawing,
+std::vector<SplitOutline> Split(Context& context, const Drawing& drawing,
                                 const SplitOptions& options) {
   Progress progress(STDERR_FILENO, "split", CurveCount(drawing));
   const auto step = [&] { progress.Step(); };
-  if (options.parts > 0) return SplitIntoParts(library, drawing, options.parts, step);
-  return SplitAt(library, drawing, options.at, step);  // at none after Cut
+  if (options.parts > 0) return SplitIntoParts(context, drawing, options.parts, step);
+  return SplitAt(context, drawing, options.at, step);  // at none after Cut
 }
 
 int RunSplit(const SplitOptions& options) {
-  Library library;
+  Context context;
   const Drawing drawing = [&] {
-    Drawing whole = ReadInput(library, options.input, options.reading);
-    return options.KeepsOutlines() ? CutPieces(library, whole, options) : std::move(whole);
+    Drawing whole = ReadInput(context, options.input, options.reading);
+    return options.KeepsOutlines() ? CutPieces(context, whole, options) : std::move(whole);
   }();
-  const std::vector<SplitOutline> outlines = Split(library, drawing, options);
+  const std::vector<SplitOutline> outlines = Split(context, drawing, options);
   return Deliver(
-      library, options.reading, options.output, {{options.input, &drawing}},
+      context, options.reading, options.output, {{options.input, &drawing}},
       {.drawing =
            [&] {
              return options.KeepsOutlines() ? ResultOf(drawing) : ResultOf(drawing, outlines);
            },
-       .picture = [&] { return SplitPicture(library, drawing, outlines, options.output.size); },
-       .table = [&] { return SplitTable(library, outlines); },
-       .json = [&] { return SplitJson(library, OneLine(options.input), outlines); }});
+       .picture = [&] { return SplitPicture(context, drawing, outlines, options.output.size); },
+       .table = [&] { return SplitTable(context, outlines); },
+       .json = [&] { return SplitJson(context, OneLine(options.input), outlines); }});
 }
 
 }  // namespace

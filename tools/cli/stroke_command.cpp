@@ -32,8 +32,8 @@ std::vector<LengthOption> ParseDashes(const std::string& text) {
 }
 
 int RunStroke(const StrokeOptions& options) {
-  Library library;
-  Drawing drawing = ReadInput(library, options.input, options.reading);
+  Context context;
+  Drawing drawing = ReadInput(context, options.input, options.reading);
   PenOptions pen = PenOf(options.corners, drawing);
   for (const LengthOption& dash : options.dashes) pen.dashes.push_back(dash.In(drawing));
   pen.record.phase = options.phase.In(drawing);
@@ -45,7 +45,7 @@ int RunStroke(const StrokeOptions& options) {
     return Stroked(drawing, left, right, pen, [&] { progress.Step(); });
   }();
   const RegionReport report = {{BaseName(options.input)}, "stroke", drawing, regions};
-  return DeliverRegions(library, options.reading, options.output, {{options.input, &drawing}},
+  return DeliverRegions(context, options.reading, options.output, {{options.input, &drawing}},
                         report, Look::kSurround);
 }
 

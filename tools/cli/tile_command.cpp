@@ -63,17 +63,17 @@ void ParsePage(const std::string& text, TileOptions& options) {
 }
 
 int RunTile(const TileOptions& options) {
-  Library library;
-  Drawing drawing = ReadInput(library, options.input, options.reading);
+  Context context;
+  Drawing drawing = ReadInput(context, options.input, options.reading);
   const Paper paper = {options.width.In(drawing), options.height.In(drawing),
                        options.margin.In(drawing), options.overlap.In(drawing)};
   const Pages pages = [&] {
     Progress progress(STDERR_FILENO, "tiled", CurveCount(drawing));
-    return Tiled(library, drawing, paper, [&] { progress.Step(); });
+    return Tiled(context, drawing, paper, [&] { progress.Step(); });
   }();
-  const Drawing all = OnOneSheet(library, drawing, pages, paper);
+  const Drawing all = OnOneSheet(context, drawing, pages, paper);
   const PageReport report = {OneLine(options.input), drawing, pages, paper};
-  return Deliver(library, options.reading, options.output, {{options.input, &drawing}},
+  return Deliver(context, options.reading, options.output, {{options.input, &drawing}},
                  {.drawing = [&] { return ResultOf(all); },
                   .parts =
                       [&] {
@@ -82,7 +82,7 @@ int RunTile(const TileOptions& options) {
                           parts.push_back({PageName(page), ResultOf(page.drawing)});
                         return parts;
                       },
-                  .picture = [&] { return PagePicture(library, report, options.output.size); },
+                  .picture = [&] { return PagePicture(context, report, options.output.size); },
                   .table = [&] { return PageTable(report); },
                   .json = [&] { return PageJson(report); }});
 }

@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "cut/order.h"
+#include "geometry/curve_make.h"
+#include "geometry/locate.h"
 #include "geometry/pieces.h"
 
 namespace kurvo::tools {
@@ -41,15 +43,15 @@ Drawing LoopsOf(const Drawing& drawing, JoinedCurves& joined) {
 
 class Planner {
  public:
-  Planner(Library& library, const Drawing& drawing, const CutOptions& options)
-      : library_(library),
+  Planner(Context& context, const Drawing& drawing, const CutOptions& options)
+      : context_(context),
         drawing_(drawing),
         options_(options),
         map_(MachineMap(drawing.sheet)),
         mm_(drawing.sheet.mm_per_unit) {}
 
   CutPlan Plan(const CurveDone& done) {
-    JoinedCurves joined = JoinCurves(library_, drawing_, options_.gap);
+    JoinedCurves joined = JoinCurves(context_, drawing_, options_.gap);
     plan_.map = map_;
     plan_.report = joined.report;
     plan_.closed = joined.closed;
@@ -84,10 +86,10 @@ class Planner {
     plan_.closed_cuts = paths_.size();
   }
 
-  void AddPath(const std::vector<OwnedCurve>& curves, bool closed) {
-    const std::vector<OwnedCurve> fitted =
-        Fitted(library_, curves, KURVO_FIT_ARCS, kFitShare * options_.deviation);
-    for (DxfRun& run : RunsOf(library_, {fitted, closed}, map_)) {
+  void AddPath(const std::vector<Curve>& curves, bool closed) {
+    const std::vector<Curve> fitted =
+        Fitted(context_, curves, Form::kArcs, kFitShare * options_.deviation);
+    for (DxfRun& run : RunsOf(context_, {fitted, closed}, map_)) {
       std::erase_if(run.segments,
                     [](const DxfSegment& segment) { return !(LengthOf(segment) > 0); });
       if (!run.segments.empty()) paths_.push_back({std::move(run.segments), closed && run.closed});
@@ -96,22 +98,16 @@ class Planner {
 
   // The closed paths as a region, and which of them lies in which.
   void Nest() {
-    waste_.record.rule = KURVO_FILL_EVENODD;
+    waste_.SetRule(Fill::kEvenOdd);
     for (const CutPath& path : paths_) {
-      std::vector<OwnedCurve> curves;
+      std::vector<Curve> curves;
       for (const DxfSegment& s : path.segments) {
-        curves.push_back(s.sweep == 0
-                             ? OwnedCurve::Line(s.from, s.to)
-                             : OwnedCurve::Arc(s.centre, s.radius, s.sweep > 0, s.from, s.to));
+        curves.push_back(s.sweep == 0 ? Curve::Line(s.from, s.to).value()
+                                      : ArcOf(s.centre, s.radius, s.sweep > 0, s.from, s.to));
       }
-      const Chain chain(curves);
-      const Cvseq seq = chain.Seq();
-      KurvoRegionAdd(&waste_.record, &seq, INFINITY, library_.State());
-      library_.Check();
+      waste_.Add(*ChainView(curves), context_, INFINITY).value();
     }
-    std::vector<std::int32_t> parents(paths_.size());
-    KurvoRegionNesting(&waste_.record, parents.data(), library_.State());
-    library_.Check();
+    const Array<std::int32_t> parents = waste_.Nesting(context_).value();
     for (std::size_t i = 0; i < parents.size(); ++i)
       if (parents[i] >= 0) paths_[i].around = static_cast<std::size_t>(parents[i]);
   }
@@ -126,20 +122,20 @@ class Planner {
     for (std::size_t loop = 0; loop < loops && !middles.empty(); ++loop) {
       const Bounds box = BoxAround(paths_[loop]);
       std::vector<std::size_t> near;
-      std::vector<double> points;
+      std::vector<Point> points;
       for (std::size_t i = 0; i < middles.size(); ++i) {
         if (!box.Contains(middles[i])) continue;
         near.push_back(i);
-        points.insert(points.end(), {middles[i].x, middles[i].y, 0});
+        points.push_back(middles[i]);
       }
       if (near.empty()) continue;
-      const KurvoRegion one = {1, KURVO_FILL_EVENODD, &waste_.record.loops[loop], nullptr};
-      KurvoMoments moments = {};
-      KurvoRegionMoments(&one, &moments, library_.State());
-      const std::vector<std::int32_t> where = Located(one, points);
+      const KurvoRegion one = {1, KURVO_FILL_EVENODD, waste_[loop].Get(), nullptr};
+      const Moments moments =
+          context_.Ask<Moments>("KurvoRegionMoments", KurvoRegionMoments, &one).value();
+      const std::vector<Where> where = WhereIn(context_, one, points);
       for (std::size_t k = 0; k < near.size(); ++k) {
         const double area = std::fabs(moments.area);
-        if (where[k] == KURVO_REGION_OUTSIDE || !(area < areas[near[k]])) continue;
+        if (where[k] == Where::kOutside || !(area < areas[near[k]])) continue;
         areas[near[k]] = area;
         paths_[loops + near[k]].around = loop;
       }
@@ -159,14 +155,6 @@ class Planner {
     return box;
   }
 
-  std::vector<std::int32_t> Located(const KurvoRegion& region, const std::vector<double>& points) {
-    std::vector<std::int32_t> where(points.size() / 3);
-    KurvoRegionLocate(&region, points.data(), static_cast<std::int32_t>(where.size()), where.data(),
-                      nullptr, library_.State());
-    library_.Check();
-    return where;
-  }
-
   // A quarter turn of that radius that ends along the first segment, on its left or right.
   static DxfSegment LeadIn(const MachineCut& cut, double radius, bool on_left) {
     const Point along = DirectionAtStart(cut.segments.front());
@@ -184,22 +172,21 @@ class Planner {
     double radius = mm_ * options_.lead_in;
     for (int half = 0; half <= kMostHalvings && !open.empty(); ++half, radius /= 2) {
       std::vector<DxfSegment> tried;
-      std::vector<double> points;
+      std::vector<Point> points;
       for (const std::size_t i : open) {
         for (const bool on_left : {true, false}) {
           const DxfSegment& arc = tried.emplace_back(LeadIn(plan_.cuts[i], radius, on_left));
           for (int k = 0; k < kProbes; ++k) {
-            const Point p = PointOn(arc, static_cast<double>(k) / kProbes);
-            points.insert(points.end(), {p.x, p.y, 0});
+            points.push_back(PointOn(arc, static_cast<double>(k) / kProbes));
           }
         }
       }
-      const std::vector<std::int32_t> where = Located(waste_.record, points);
+      const std::vector<Where> where = WhereIn(context_, *waste_.Get(), points);
       std::vector<std::size_t> left;
       for (std::size_t n = 0; n < tried.size(); ++n) {
         const auto first = where.begin() + static_cast<std::ptrdiff_t>(n) * kProbes;
         const bool fits =
-            std::all_of(first, first + kProbes, [](int w) { return w == KURVO_REGION_OUTSIDE; });
+            std::all_of(first, first + kProbes, [](Where w) { return w == Where::kOutside; });
         std::vector<DxfSegment>& lead_in = plan_.cuts[open[n / 2]].lead_in;
         if (fits && lead_in.empty()) lead_in.push_back(tried[n]);
         if (n % 2 == 1 && lead_in.empty()) left.push_back(open[n / 2]);
@@ -219,21 +206,21 @@ class Planner {
     }
   }
 
-  Library& library_;
+  Context& context_;
   const Drawing& drawing_;
   const CutOptions options_;
   const Affine map_;
   const double mm_;  // of a unit of the drawing
   CutPlan plan_;
   std::vector<CutPath> paths_;  // closed ones first
-  OwnedRegion waste_;           // the closed ones: what lies outside is waste
+  Region waste_;                // the closed ones: what lies outside is waste
 };
 
 }  // namespace
 
-CutPlan PlanCuts(Library& library, const Drawing& drawing, const CutOptions& options,
+CutPlan PlanCuts(Context& context, const Drawing& drawing, const CutOptions& options,
                  const CurveDone& done) {
-  return Planner(library, drawing, options).Plan(done);
+  return Planner(context, drawing, options).Plan(done);
 }
 
 }  // namespace kurvo::tools

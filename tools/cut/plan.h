@@ -35,8 +35,8 @@ struct CutPlan {
 };
 
 // In millimetres with y pointing up; the origin is the lower left corner of the sheet, or that of
-// the drawing where it has no sheet. `done` is called for each curve. Throws LibraryError.
-CutPlan PlanCuts(Library& library, const Drawing& drawing, const CutOptions& options,
+// the drawing where it has no sheet. `done` is called for each curve. Throws BadResult.
+CutPlan PlanCuts(Context& context, const Drawing& drawing, const CutOptions& options,
                  const CurveDone& done);
 
 }  // namespace kurvo::tools

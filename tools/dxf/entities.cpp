@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 #include "svg/curve_file.h"
 #include "svg/input.h"
 
@@ -65,24 +67,24 @@ void DrawTurn(Point centre, double radius, double from, double to, OutlineBuilde
   if (is_full) pen.Close();
 }
 
-void DrawLine(const DxfItem& item, Library&, OutlineBuilder& pen) {
+void DrawLine(const DxfItem& item, Context&, OutlineBuilder& pen) {
   pen.MoveTo(item.entity.At(10));
   pen.LineTo(item.entity.At(11));
 }
 
-void DrawCircle(const DxfItem& item, Library&, OutlineBuilder& pen) {
+void DrawCircle(const DxfItem& item, Context&, OutlineBuilder& pen) {
   const Point centre = item.entity.At(10);
   DrawTurn(centre, Radius(item.entity), 0, 0, pen);
 }
 
-void DrawArc(const DxfItem& item, Library&, OutlineBuilder& pen) {
+void DrawArc(const DxfItem& item, Context&, OutlineBuilder& pen) {
   const DxfEntity& arc = item.entity;
   const Point centre = arc.At(10);
   const double radius = Radius(arc), from = arc.Number(50), to = arc.Number(51);
   DrawTurn(centre, radius, from, to, pen);
 }
 
-void DrawEllipse(const DxfItem& item, Library&, OutlineBuilder& pen) {
+void DrawEllipse(const DxfItem& item, Context&, OutlineBuilder& pen) {
   const DxfEntity& ellipse = item.entity;
   const Point major = ellipse.At(11);
   const double ratio = (IsFromBelow(ellipse) ? -1 : 1) * ellipse.Number(40);
@@ -124,7 +126,7 @@ void DrawBulges(const std::vector<BulgeVertex>& vertices, bool closed, OutlineBu
   pen.Close();
 }
 
-void DrawLightPolyline(const DxfItem& item, Library&, OutlineBuilder& pen) {
+void DrawLightPolyline(const DxfItem& item, Context&, OutlineBuilder& pen) {
   std::vector<BulgeVertex> vertices;
   std::size_t ordinates = 0;
   for (const DxfPair& pair : item.entity.Pairs()) {
@@ -137,7 +139,7 @@ void DrawLightPolyline(const DxfItem& item, Library&, OutlineBuilder& pen) {
   DrawBulges(vertices, (item.entity.Integer(70, 0) & kClosed) != 0, pen);
 }
 
-void DrawPolyline(const DxfItem& item, Library&, OutlineBuilder& pen) {
+void DrawPolyline(const DxfItem& item, Context&, OutlineBuilder& pen) {
   std::vector<BulgeVertex> vertices;
   for (const DxfEntity& vertex : item.vertices) {
     if ((vertex.Integer(70, 0) & kFrameVertex) != 0) continue;
@@ -167,31 +169,27 @@ void GiveKnots(std::size_t order, bool periodic, SplineData& spline) {
   }
 }
 
-SplineData ThroughPoints(Library& library, std::vector<Point> points, int degree, bool closed) {
-  const auto same = [&](Point p, Point q) { return AreSame(library, p, q); };
+SplineData ThroughPoints(Context& context, std::vector<Point> points, int degree, bool closed) {
+  const auto same = [&](Point p, Point q) { return Same(p, q, context); };
   points.erase(std::unique(points.begin(), points.end(), same), points.end());
   if (closed && points.size() > 1 && !same(points.front(), points.back()))
     points.push_back(points.front());
   if (points.size() < 2) return {};
   const int order = std::min({degree, kHighestFit, static_cast<int>(points.size()) - 1}) + 1;
-  const std::optional<OwnedCurve> fitted = OwnedCurve::Through(library, points, order);
+  const std::optional<Curve> fitted = SplineThrough(context, points, order);
   if (!fitted) throw ElementError("no spline passes through its points");
-  const auto& block = fitted->Block<KurvoBSpline>();
-  SplineData spline;
-  for (int i = 0; i < block.count; ++i)
-    spline.points.push_back({block.points[i][0], block.points[i][1]});
-  spline.knots.assign(block.knots, block.knots + block.order + block.count);
-  return spline;
+  const auto knots = fitted->KnotVector();
+  return {ControlPointsOf(*fitted), {}, {knots.begin(), knots.end()}};
 }
 
-SplineData ReadSpline(Library& library, const DxfEntity& entity) {
+SplineData ReadSpline(Context& context, const DxfEntity& entity) {
   const int degree = entity.Integer(71, 3), flags = entity.Integer(70, 0);
   if (degree < 1 || degree > kHighestDegree)
     throw ElementError("a degree that is not from 1 to " + std::to_string(kHighestDegree));
   SplineData spline = {entity.Points(10), entity.Numbers(41), entity.Numbers(40)};
   const auto order = static_cast<std::size_t>(degree) + 1;
   if (spline.points.empty()) {
-    return ThroughPoints(library, entity.Points(11), degree, (flags & (kClosed | kPeriodic)) != 0);
+    return ThroughPoints(context, entity.Points(11), degree, (flags & (kClosed | kPeriodic)) != 0);
   }
   if (!spline.weights.empty() && spline.weights.size() != spline.points.size())
     throw ElementError("not as many weights as points");
@@ -205,15 +203,15 @@ SplineData ReadSpline(Library& library, const DxfEntity& entity) {
   return spline;
 }
 
-void DrawSpline(const DxfItem& item, Library& library, OutlineBuilder& pen) {
-  const SplineData spline = ReadSpline(library, item.entity);
+void DrawSpline(const DxfItem& item, Context& context, OutlineBuilder& pen) {
+  const SplineData spline = ReadSpline(context, item.entity);
   if (!spline.points.empty())
     pen.Spline(spline.points, spline.weights, KnotsOver01(spline.knots, spline.points.size()));
 }
 
 struct OutlineEntity {
   std::string_view name;
-  void (*draw)(const DxfItem&, Library&, OutlineBuilder&);
+  void (*draw)(const DxfItem&, Context&, OutlineBuilder&);
   bool is_plane;  // in coordinates of its own plane
 };
 
@@ -244,13 +242,13 @@ Affine ExtrusionMap(const DxfEntity& entity) {
   return IsFromBelow(entity) ? Scaling(-1, 1) : Affine{};
 }
 
-std::vector<Outline> DrawDxfEntity(Library& library, const DxfItem& item, const Affine& map) {
+std::vector<Outline> DrawDxfEntity(Context& context, const DxfItem& item, const Affine& map) {
   const OutlineEntity& known = *Known(item.entity.Name());
   const bool is_space_line =
       item.entity.Name() == "POLYLINE" && (item.entity.Integer(70, 0) & kSpaceLine) != 0;
   const bool is_plane = known.is_plane && !is_space_line;
-  OutlineBuilder pen(library, is_plane ? map * ExtrusionMap(item.entity) : map);
-  known.draw(item, library, pen);
+  OutlineBuilder pen(context, is_plane ? map * ExtrusionMap(item.entity) : map);
+  known.draw(item, context, pen);
   return pen.Finish();
 }
 

@@ -4,7 +4,6 @@
 #include <span>
 
 #include "dxf/pairs.h"
-#include "geometry/library.h"
 #include "geometry/plane.h"
 #include "svg/shapes.h"
 
@@ -25,7 +24,7 @@ Affine ExtrusionMap(const DxfEntity& entity);
 
 // Draws an entity that has outlines, with `map` as the way from the coordinates around it to those
 // of the drawing. Throws ElementError.
-std::vector<Outline> DrawDxfEntity(Library& library, const DxfItem& item, const Affine& map);
+std::vector<Outline> DrawDxfEntity(Context& context, const DxfItem& item, const Affine& map);
 
 // The exact point of a circle at a number of degrees, quarter turns to the last bit.
 Point OnCircle(Point centre, double radius, double degrees);

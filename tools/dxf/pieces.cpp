@@ -11,39 +11,19 @@ namespace {
 // Relative: what arcs of one circle differ by in centre, radius and sum of their sweeps.
 constexpr double kSameCircle = 1e-12;
 
-Point At(const double* p) { return {p[0], p[1]}; }
-
 class RunBuilder {
  public:
-  RunBuilder(Library& library, const Affine& map) : library_(library), map_(map) {}
+  RunBuilder(Context& context, const Affine& map) : context_(context), map_(map) {}
 
-  void Add(const OwnedCurve& curve) {
-    switch (curve.Type()) {
-      case CV_LINE: {
-        const auto& line = curve.Block<KurvoLine>();
-        return AddLine(At(line.start), At(line.end));
-      }
-      case CV_ARC:
-        return AddArc(curve.Block<KurvoArc>());
-      case CV_BEZIER: {
-        const auto& bezier = curve.Block<KurvoBezier>();
-        return AddFreeForm(bezier, bezier.degree, bezier.degree + 1);
-      }
-      case CV_RBEZIER: {
-        const auto& bezier = curve.Block<KurvoRBezier>();
-        return AddFreeForm(bezier, bezier.degree, bezier.degree + 1);
-      }
-      case CV_BSPLINE: {
-        const auto& spline = curve.Block<KurvoBSpline>();
-        return AddFreeForm(spline, spline.order - 1, spline.count);
-      }
-      case CV_RBSPLINE: {
-        const auto& spline = curve.Block<KurvoRBSpline>();
-        return AddFreeForm(spline, spline.order - 1, spline.count);
-      }
-      default:
-        for (const OwnedCurve& piece : OwnedCurve::Pieces(library_, curve)) Add(piece);
+  void Add(const Curve& curve) {
+    if (const KurvoLine* line = curve.AsLine()) return AddLine(Load(line->start), Load(line->end));
+    if (const KurvoArc* arc = curve.AsArc()) return AddArc(*arc);
+    if (curve.Type() == CV_SEGCV) {
+      for (const Curve& piece : curve) Add(piece);
     }
+    curve.Visit([&](const auto& block) {
+      if constexpr (requires { block.points; }) AddFreeForm(block);
+    });
   }
 
   std::vector<DxfRun> Take(bool closed) {
@@ -61,9 +41,7 @@ class RunBuilder {
   }
 
  private:
-  bool Meets(const DxfRun& run, Point p) const {
-    return AreSame(library_, run.segments.back().to, p);
-  }
+  bool Meets(const DxfRun& run, Point p) const { return Same(run.segments.back().to, p, context_); }
 
   void AddSegment(const DxfSegment& segment) {
     const bool goes_on =
@@ -75,8 +53,8 @@ class RunBuilder {
   void AddLine(Point from, Point to) { AddSegment({map_.Apply(from), map_.Apply(to)}); }
 
   void AddArc(const KurvoArc& arc) {
-    const Point centre = map_.Apply(At(arc.centre));
-    const Point from = map_.Apply(At(arc.start)), to = map_.Apply(At(arc.end));
+    const Point centre = map_.Apply(Load(arc.centre));
+    const Point from = map_.Apply(Load(arc.start)), to = map_.Apply(Load(arc.end));
     const double radius = arc.radius * std::sqrt(std::fabs(map_.Determinant()));
     const double sign = (arc.normal[2] < 0) == (map_.Determinant() < 0) ? 1 : -1;
     const Point u = from - centre, v = to - centre;
@@ -92,17 +70,23 @@ class RunBuilder {
   }
 
   template <class Block>
-  void AddFreeForm(const Block& block, int degree, int count) {
+  void AddFreeForm(const Block& block) {
+    const auto points = Points(block);
+    int degree = 0;
+    if constexpr (requires { block.order; })
+      degree = block.order - 1;
+    else
+      degree = block.degree;
     if (degree < 1) return;
     DxfSpline spline;
     spline.degree = degree;
-    for (int i = 0; i < count; ++i) {
-      spline.points.push_back(map_.Apply(At(block.points[i])));
-      if constexpr (sizeof block.points[i] > sizeof(Coord))
-        spline.weights.push_back(block.points[i][3]);
+    for (const auto& p : points) {
+      spline.points.push_back(map_.Apply({p.x, p.y}));
+      if constexpr (requires { p.w; }) spline.weights.push_back(p.w);
     }
     if constexpr (requires { block.knots; }) {
-      spline.knots.assign(block.knots, block.knots + count + degree + 1);
+      const auto knots = Knots(block);
+      spline.knots.assign(knots.begin(), knots.end());
     } else {
       if (degree == 1) return AddSegment({spline.points[0], spline.points[1]});
       spline.knots.assign(static_cast<std::size_t>(degree) + 1, 0);
@@ -111,7 +95,7 @@ class RunBuilder {
     runs_.push_back({{}, std::move(spline)});
   }
 
-  Library& library_;
+  Context& context_;
   const Affine map_;
   std::vector<DxfRun> runs_;
 };
@@ -132,9 +116,9 @@ bool DxfRun::IsCircle() const {
   return closed && 1e3 * kSameCircle * kTurn >= std::fabs(std::fabs(sweep) - kTurn);
 }
 
-std::vector<DxfRun> RunsOf(Library& library, const ResultChain& chain, const Affine& map) {
-  RunBuilder builder(library, map);
-  for (const OwnedCurve& curve : chain.curves) builder.Add(curve);
+std::vector<DxfRun> RunsOf(Context& context, const ResultChain& chain, const Affine& map) {
+  RunBuilder builder(context, map);
+  for (const Curve& curve : chain.curves) builder.Add(curve);
   return builder.Take(chain.closed);
 }
 

@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "geometry/library.h"
+#include "geometry/plane.h"
 #include "geometry/result.h"
 
 namespace kurvo::tools {
@@ -37,6 +37,6 @@ struct DxfRun {
 };
 
 // The chain through `map`, which scales alike in x and y and may mirror.
-std::vector<DxfRun> RunsOf(Library& library, const ResultChain& chain, const Affine& map);
+std::vector<DxfRun> RunsOf(Context& context, const ResultChain& chain, const Affine& map);
 
 }  // namespace kurvo::tools

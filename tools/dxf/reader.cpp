@@ -12,6 +12,7 @@
 #include "dxf/colours.h"
 #include "dxf/entities.h"
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 #include "svg/curve_file.h"
 #include "svg/input.h"
 
@@ -37,12 +38,12 @@ struct DxfContext {
 
 class DxfReader {
  public:
-  DxfReader(Library& library, const std::string& name, std::string_view bytes,
+  DxfReader(Context& context, const std::string& name, std::string_view bytes,
             const ReadOptions& options)
-      : library_(library), name_(name), options_(options), document_(name, bytes) {}
+      : context_(context), name_(name), options_(options), document_(name, bytes) {}
 
   Drawing Read() {
-    DxfContext context;
+    DxfContext inherited;
     Sheet& sheet = drawing_.sheet;
     sheet.physical = true;
     sheet.y_up = true;
@@ -54,9 +55,9 @@ class DxfReader {
     if (options_.mm_per_unit > 0) {
       const double factor = sheet.mm_per_unit / options_.mm_per_unit;
       sheet = sheet.Scaled(factor);
-      context.map = Scaling(factor, factor);
+      inherited.map = Scaling(factor, factor);
     }
-    Walk(document_.Entities(), context);
+    Walk(document_.Entities(), inherited);
     if (document_.BrokenAt() > 0) {
       AddFault(fmt::format("line {}: the file breaks off, what follows is missing",
                            document_.BrokenAt()));
@@ -72,7 +73,7 @@ class DxfReader {
     drawing_.faults.push_back(fault);
   }
 
-  void Walk(const std::vector<DxfEntity>& entities, const DxfContext& context) {
+  void Walk(const std::vector<DxfEntity>& entities, const DxfContext& inherited) {
     for (std::size_t at = 0; at < entities.size();) {
       const DxfEntity& entity = entities[at++];
       const std::size_t first = at;
@@ -80,7 +81,7 @@ class DxfReader {
       std::size_t vertices = at;
       if (at < entities.size() && entities[at].Name() == "SEQEND") ++at;
       if (entity.Name() == "SEQEND") continue;
-      Visit({entity, std::span(entities).subspan(first, vertices - first)}, context);
+      Visit({entity, std::span(entities).subspan(first, vertices - first)}, inherited);
     }
   }
 
@@ -94,11 +95,11 @@ class DxfReader {
     return fmt::format("{}[{}]", name, place->second);
   }
 
-  void Visit(const DxfItem& item, const DxfContext& context) {
-    const std::string label = context.users + Label(item.entity);
+  void Visit(const DxfItem& item, const DxfContext& inherited) {
+    const std::string label = inherited.users + Label(item.entity);
     try {
-      if (!context.blocks.empty()) CountShown();
-      Read(item, label, context);
+      if (!inherited.blocks.empty()) CountShown();
+      Read(item, label, inherited);
     } catch (const ElementError& error) {
       const std::string fault =
           fmt::format("{}, line {}: {}", label, item.entity.Line(), error.what());
@@ -113,36 +114,36 @@ class DxfReader {
     throw ElementError::Limit(fmt::format("blocks show more than {} entities", kMaxShown));
   }
 
-  void Read(const DxfItem& item, const std::string& label, const DxfContext& context) {
+  void Read(const DxfItem& item, const std::string& label, const DxfContext& inherited) {
     const DxfEntity& entity = item.entity;
     if (entity.Integer(67, 0) != 0) return void(++on_paper_);
     const std::string own = NameText(entity.Text(8));
-    const std::string layer = own.empty() || own == kUsualLayer ? context.layer : own;
+    const std::string layer = own.empty() || own == kUsualLayer ? inherited.layer : own;
     if (entity.Integer(60, 0) != 0 || !document_.Layer(layer).shown) return void(++hidden_);
-    if (entity.Name() == "INSERT") return Insert(item, label, layer, context);
+    if (entity.Name() == "INSERT") return Insert(item, label, layer, inherited);
     if (!HasOutlines(entity)) return void(++unread_[Excerpt(entity.Name())]);
     Shape shape;
     shape.label = label;
-    shape.outlines = DrawDxfEntity(library_, item, context.map);
+    shape.outlines = DrawDxfEntity(context_, item, inherited.map);
     for (Outline& outline : shape.outlines) Check(outline);
     if (shape.outlines.empty()) return;
     shape.group = GroupOf(layer);
-    shape.paint = {"none", ColourText(ColourOf(entity, layer, context)), 0};
+    shape.paint = {"none", ColourText(ColourOf(entity, layer, inherited)), 0};
     drawing_.shapes.push_back(std::move(shape));
   }
 
-  int ColourOf(const DxfEntity& entity, const std::string& layer, const DxfContext& context) {
+  int ColourOf(const DxfEntity& entity, const std::string& layer, const DxfContext& inherited) {
     const int colour = entity.Integer(62, kByLayer);
-    if (colour == kByBlock) return context.colour;
+    if (colour == kByBlock) return inherited.colour;
     return colour == kByLayer ? document_.Layer(layer).colour : colour;
   }
 
   void Check(Outline& outline) {
-    for (const OwnedCurve& curve : outline.curves) {
-      if (curve.Type() != CV_LINE && curve.Type() != CV_ARC) CheckRecord(library_, curve);
+    for (const Curve& curve : outline.curves) {
+      if (curve.Type() != CV_LINE && curve.Type() != CV_ARC) CheckRecord(context_, curve);
     }
-    outline.closed = outline.closed || AreSame(library_, StartOf(library_, outline.curves.front()),
-                                               EndOf(library_, outline.curves.back()));
+    outline.closed =
+        outline.closed || Follows(context_, outline.curves.back(), outline.curves.front());
     pieces_ += outline.curves.size();
     if (pieces_ > kMaxPieces)
       throw ElementError::Limit(fmt::format("the drawing has more than {} curves", kMaxPieces));
@@ -156,13 +157,13 @@ class DxfReader {
   }
 
   void Insert(const DxfItem& item, const std::string& label, const std::string& layer,
-              const DxfContext& context) {
+              const DxfContext& inherited) {
     const DxfEntity& entity = item.entity;
     for (const DxfEntity& part : item.vertices) ++unread_[std::string(part.Name())];
     const std::string_view name = entity.Text(2);
     const DxfBlock* block = document_.Block(name);
     if (block == nullptr) throw ElementError("there is no block '" + Excerpt(NameText(name)) + "'");
-    DxfContext inner = context;
+    DxfContext inner = inherited;
     if (std::find(inner.blocks.begin(), inner.blocks.end(), block) != inner.blocks.end())
       throw ElementError("the block '" + Excerpt(NameText(name)) + "' shows itself");
     if (inner.blocks.size() == kMaxDepth)
@@ -170,12 +171,12 @@ class DxfReader {
     if (inner.blocks.size() < kMaxNamed) inner.users = label + "/";
     inner.blocks.push_back(block);
     inner.layer = layer;
-    inner.colour = ColourOf(entity, layer, context);
+    inner.colour = ColourOf(entity, layer, inherited);
     const Point at = entity.At(10);
     const Affine turn = Rotation(entity.Number(50, 0));
     const Affine size = Scaling(entity.Number(41, 1), entity.Number(42, 1));
     const Point base = {block->head.Number(10, 0), block->head.Number(20, 0)};
-    const Affine outer = context.map * ExtrusionMap(entity) * Translation(at.x, at.y) * turn;
+    const Affine outer = inherited.map * ExtrusionMap(entity) * Translation(at.x, at.y) * turn;
     if (!std::isnormal((outer * size).Determinant()))
       throw ElementError("a scale that leaves nothing");
     const double columns = std::max(1, entity.Integer(70, 1));
@@ -209,12 +210,12 @@ class DxfReader {
   void FinishShapes() {
     std::stable_sort(drawing_.shapes.begin(), drawing_.shapes.end(),
                      [](const Shape& a, const Shape& b) { return a.group < b.group; });
-    const Bounds box = BoundsOf(library_, drawing_);
+    const Bounds box = BoundsOf(context_, drawing_);
     for (Shape& shape : drawing_.shapes)
       shape.paint.stroke_width = box.IsEmpty() ? 1 : ThinStroke(box);
   }
 
-  Library& library_;
+  Context& context_;
   const std::string name_;
   const ReadOptions options_;
   const DxfDocument document_;
@@ -228,9 +229,9 @@ class DxfReader {
 
 }  // namespace
 
-Drawing ReadDxf(Library& library, const std::string& name, std::string_view bytes,
+Drawing ReadDxf(Context& context, const std::string& name, std::string_view bytes,
                 const ReadOptions& options) {
-  return DxfReader(library, name, bytes, options).Read();
+  return DxfReader(context, name, bytes, options).Read();
 }
 
 }  // namespace kurvo::tools

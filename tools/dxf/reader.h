@@ -11,7 +11,7 @@ namespace kurvo::tools {
 
 // `name` is that of the file in messages. y points up in the drawing, as in the file. Layers are
 // groups. Throws InputError.
-Drawing ReadDxf(Library& library, const std::string& name, std::string_view bytes,
+Drawing ReadDxf(Context& context, const std::string& name, std::string_view bytes,
                 const ReadOptions& options);
 
 }  // namespace kurvo::tools

@@ -46,9 +46,9 @@ std::string LayerName(const std::string& name, DxfVersion version) {
 
 class DxfWriter {
  public:
-  DxfWriter(Library& library, const Result& result, DxfVersion version,
+  DxfWriter(Context& context, const Result& result, DxfVersion version,
             const PathAccuracy& accuracy)
-      : library_(library),
+      : context_(context),
         result_(result),
         version_(version),
         accuracy_(accuracy),
@@ -267,35 +267,35 @@ class DxfWriter {
     entities_.Begin(group_layers_[element == kNoElement ? 0 : result_.source.shapes[element].group],
                     ColourIndex(paint.stroke != "none" ? paint.stroke : paint.fill));
     for (const ResultChain& chain : chains) {
-      std::vector<OwnedCurve> fitted;
+      std::vector<Curve> fitted;
       ResultChain written = chain;
       if (IsOld() && HasFreeForms(chain)) {
         fitted = FittedByArcs(chain);
         written.curves = fitted;
       }
-      for (const DxfRun& run : RunsOf(library_, written, map_)) entities_.Write(run);
+      for (const DxfRun& run : RunsOf(context_, written, map_)) entities_.Write(run);
     }
   }
 
   static bool HasFreeForms(const ResultChain& chain) {
-    return std::any_of(chain.curves.begin(), chain.curves.end(), [](const OwnedCurve& curve) {
+    return std::any_of(chain.curves.begin(), chain.curves.end(), [](const Curve& curve) {
       return curve.Type() != CV_LINE && curve.Type() != CV_ARC;
     });
   }
 
   // Pieces of a composite need not meet: curve by curve.
-  std::vector<OwnedCurve> FittedByArcs(const ResultChain& chain) {
-    std::vector<OwnedCurve> all;
-    for (const OwnedCurve& curve : chain.curves) {
-      const double size = BoundsOf(library_, curve).LongerSide();
+  std::vector<Curve> FittedByArcs(const ResultChain& chain) {
+    std::vector<Curve> all;
+    for (const Curve& curve : chain.curves) {
+      const double size = BoundsOf(context_, curve).LongerSide();
       const double deviation = accuracy_.length > 0 ? accuracy_.length : accuracy_.share * size;
-      for (OwnedCurve& piece : Fitted(library_, curve, KURVO_FIT_ARCS, deviation))
+      for (Curve& piece : Fitted(context_, curve, Form::kArcs, deviation))
         all.push_back(std::move(piece));
     }
     return all;
   }
 
-  Library& library_;
+  Context& context_;
   const Result& result_;
   const DxfVersion version_;
   const PathAccuracy accuracy_;
@@ -310,9 +310,9 @@ class DxfWriter {
 
 }  // namespace
 
-std::string DxfText(Library& library, const Result& result, DxfVersion version,
+std::string DxfText(Context& context, const Result& result, DxfVersion version,
                     const PathAccuracy& accuracy) {
-  return DxfWriter(library, result, version, accuracy).Write();
+  return DxfWriter(context, result, version, accuracy).Write();
 }
 
 }  // namespace kurvo::tools

@@ -14,7 +14,7 @@ enum class DxfVersion { kR12, kR2000 };
 // exact; R12 has no splines: other curves are arcs there, as accurate as wanted. y points up: of a
 // drawing where it points down its sign is turned. In units of the drawing where DXF has them, or
 // else in millimetres.
-std::string DxfText(Library& library, const Result& result, DxfVersion version,
+std::string DxfText(Context& context, const Result& result, DxfVersion version,
                     const PathAccuracy& accuracy);
 
 }  // namespace kurvo::tools

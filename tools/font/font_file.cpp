@@ -77,9 +77,9 @@ std::optional<std::uint32_t> ParseNumber(std::string_view digits, int base) {
 
 class FontReader {
  public:
-  FontReader(Library& library, const std::string& name, std::string_view bytes,
+  FontReader(Context& context, const std::string& name, std::string_view bytes,
              const FontOptions& font, const ReadOptions& options)
-      : library_(library), name_(name), font_(font), options_(options), face_(name, bytes) {}
+      : context_(context), name_(name), font_(font), options_(options), face_(name, bytes) {}
 
   Drawing Read() {
     ReadSheet();
@@ -203,7 +203,7 @@ class FontReader {
 
   // Contours are closed.
   std::vector<Outline> OutlinesOf(const std::vector<PathStep>& steps, Point origin) {
-    OutlineBuilder pen(library_, Translation(origin.x, origin.y) * Scaling(scale_, scale_));
+    OutlineBuilder pen(context_, Translation(origin.x, origin.y) * Scaling(scale_, scale_));
     bool is_drawing = false;
     for (const PathStep& step : steps) {
       if (step.kind == PathStep::Kind::kMove) {
@@ -222,7 +222,7 @@ class FontReader {
     return pen.Finish();
   }
 
-  Library& library_;
+  Context& context_;
   const std::string& name_;
   const FontOptions& font_;
   const ReadOptions& options_;
@@ -233,18 +233,18 @@ class FontReader {
 
 }  // namespace
 
-Drawing ReadFontFile(Library& library, const std::string& name, std::string_view bytes,
+Drawing ReadFontFile(Context& context, const std::string& name, std::string_view bytes,
                      const FontOptions& font, const ReadOptions& options) {
   if (font.text.empty() && font.glyphs.empty()) {
     throw std::runtime_error(OneLine(name) +
                              ": is a font; --text or --glyphs says what to take of it");
   }
-  return FontReader(library, name, bytes, font, options).Read();
+  return FontReader(context, name, bytes, font, options).Read();
 }
 
 #else
 
-Drawing ReadFontFile(Library&, const std::string& name, std::string_view, const FontOptions&,
+Drawing ReadFontFile(Context&, const std::string& name, std::string_view, const FontOptions&,
                      const ReadOptions&) {
   throw InputError(OneLine(name) + ": is a font; this program was built without FreeType");
 }

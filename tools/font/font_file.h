@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 #include "svg/reader.h"
 
 namespace kurvo::tools {
@@ -27,7 +26,7 @@ bool IsFontFile(std::string_view name, std::string_view bytes);
 // One element for each glyph that has an outline, with its name as the id, in units of the font and
 // with y pointing up. Glyphs that are not there or cannot be read are faults of the drawing. Throws
 // InputError, and std::runtime_error where the options do not say which glyphs.
-Drawing ReadFontFile(Library& library, const std::string& name, std::string_view bytes,
+Drawing ReadFontFile(Context& context, const std::string& name, std::string_view bytes,
                      const FontOptions& font, const ReadOptions& options);
 
 }  // namespace kurvo::tools

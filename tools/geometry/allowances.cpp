@@ -8,6 +8,8 @@
 #include <optional>
 #include <stdexcept>
 
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 #include "geometry/measure.h"
 #include "geometry/notches.h"
 #include "geometry/parallel.h"
@@ -53,12 +55,12 @@ class Corner {
         pen_(pen) {}
 
   // What closes it, with the vertex; nothing where the stretches overlap.
-  std::vector<OwnedCurve> Wedge() {
+  std::vector<Curve> Wedge() {
     const bool opens = outside_ * Cross(before_, after_) < 0;
     if (!opens) return {};
     const Point p = vertex_ + width_before_ * (outside_ * Turned(before_));
     const Point q = vertex_ + width_after_ * (outside_ * Turned(after_));
-    curves_.push_back(OwnedCurve::Line(vertex_, p));
+    curves_.push_back(Curve::Line(vertex_, p).value());
     if (pen_.join == KURVO_JOIN_MITER) {
       AddMiter(p, q);
     } else if (pen_.join == KURVO_JOIN_ROUND) {
@@ -72,18 +74,14 @@ class Corner {
 
  private:
   Point End() const {
-    const OwnedCurve& last = curves_.back();
-    if (last.Type() == CV_LINE) {
-      const auto& line = last.Block<KurvoLine>();
-      return {line.end[0], line.end[1]};
-    }
-    const auto& conic = last.Block<KurvoRBezier>();
-    return {conic.points[2][0], conic.points[2][1]};
+    const Curve& last = curves_.back();
+    if (const KurvoLine* line = last.AsLine()) return Load(line->end);
+    return ControlPointsOf(last).back();
   }
 
   void AddLine(Point to) {
     const Point from = End();
-    if (Size(to - from) > 0) curves_.push_back(OwnedCurve::Line(from, to));
+    if (Size(to - from) > 0) curves_.push_back(Curve::Line(from, to).value());
   }
 
   void AddMiter(Point p, Point q) {
@@ -116,22 +114,21 @@ class Corner {
     const auto meet = WhereLinesMeet(p, s, q, t);
     if (!meet || !meet->IsAhead()) return AddLine(q);
     const double half_turn = std::fabs(TurnBetween(s, t)) / 2;
-    curves_.push_back(
-        OwnedCurve::RationalQuadratic(p, p + meet->from_p * s, std::cos(half_turn), q));
+    curves_.push_back(ConicOf(p, p + meet->from_p * s, std::cos(half_turn), q));
   }
 
   const Point vertex_, before_, after_;
   const double outside_, width_before_, width_after_;
   const KurvoOptions& pen_;
-  std::vector<OwnedCurve> curves_;
+  std::vector<Curve> curves_;
 };
 
 // The stretches along the edges of one element, and the element itself.
 class AllowanceMaker {
  public:
-  AllowanceMaker(Library& library, const Drawing& drawing, std::size_t element, double size,
+  AllowanceMaker(Context& context, const Drawing& drawing, std::size_t element, double size,
                  const PenOptions& pen, const CurveDone& done, Regions& part)
-      : library_(library),
+      : context_(context),
         drawing_(drawing),
         element_(element),
         size_(size),
@@ -145,7 +142,7 @@ class AllowanceMaker {
     std::vector<Loop> loops;
     std::size_t first = 0;
     for (const Outline& outline : shape.outlines) {
-      if (Surrounds(library_, shape, outline, closing)) {
+      if (Surrounds(context_, shape, outline, closing)) {
         source.Add(outline.curves, element_);
         loops.push_back({&outline, first});
       } else {
@@ -153,25 +150,24 @@ class AllowanceMaker {
       }
       first += outline.curves.size();
     }
-    source.Close();
     if (loops.empty()) return;
     const double greatest = *std::max_element(widths.begin(), widths.end());
     Operand made(KURVO_FILL_NONZERO);
     const bool is_uniform =
         std::all_of(widths.begin(), widths.end(), [&](double width) { return width == greatest; });
     if (is_uniform) {
-      OffsetGroup(library_, source, greatest, WithTolerance(pen_, greatest, size_), done_, made,
+      OffsetGroup(context_, source, greatest, WithTolerance(pen_, greatest, size_), done_, made,
                   part_.report);
     } else {
-      OwnedRegion covered;
-      Close(source, covered.record);
-      for (const Loop& loop : loops) AddStretches(covered.record, loop, widths);
+      Region covered;
+      Close(source, covered);
+      for (const Loop& loop : loops) AddStretches(covered, loop, widths);
       std::vector<const Operand*> all = {&source};
       for (const Operand& stretch : stretches_) all.push_back(&stretch);
-      Combine(library_, KURVO_UNION, all, static_cast<double>(source.CurveCount()), done_, made,
+      Combine(context_, KURVO_UNION, all, static_cast<double>(source.CurveCount()), done_, made,
               part_.report, kSameEdges * WithTolerance(pen_, greatest, size_).tol);
     }
-    TakeLoops(library_, drawing_, greatest, made, part_);
+    TakeLoops(context_, drawing_, greatest, made, part_);
   }
 
  private:
@@ -181,37 +177,31 @@ class AllowanceMaker {
   };
 
   // Its loops with lines where they do not close.
-  void Close(const Operand& source, KurvoRegion& closed) {
+  void Close(const Operand& source, Region& closed) {
     const KurvoRegion open = source.Record();
-    closed.rule = open.rule;
-    const WiderTolerance wider(library_);
-    for (std::int32_t i = 0; i < open.count; ++i)
-      KurvoRegionAdd(&closed, &open.loops[i], INFINITY, library_.State());
-    library_.Check();
+    closed.Get()->rule = open.rule;
+    const EpsilonScope wider = WiderTolerance(context_);
+    for (std::int32_t i = 0; i < open.count; ++i) {
+      context_.Do("KurvoRegionAdd", KurvoRegionAdd, closed.Get(), &open.loops[i], INFINITY).value();
+    }
   }
 
   // Which side of the loop is not covered: 1 for the left, -1 for the right.
-  double OutsideOf(const KurvoRegion& covered, const Outline& outline) {
-    const OwnedCurve& edge = outline.curves.front();
-    const Point p = PositionOf(library_, edge, kMiddle);
-    const Point beside = kBeside * size_ * Unit(Turned(DerivativeOf(library_, edge, kMiddle, 1)));
-    const double points[] = {p.x + beside.x, p.y + beside.y, 0};
-    std::int32_t where = 0;
-    KurvoRegionLocate(&covered, points, 1, &where, nullptr, library_.State());
-    library_.Check();
-    return where == KURVO_REGION_INSIDE ? -1 : 1;
+  double OutsideOf(const Region& covered, const Outline& outline) {
+    const Curve& edge = outline.curves.front();
+    const Point p = PositionOf(context_, edge, kMiddle);
+    const Point beside = kBeside * size_ * Unit(Turned(DerivativeOf(context_, edge, kMiddle, 1)));
+    return covered.Locate(p + beside, context_).value().where == Where::kInside ? -1 : 1;
   }
 
-  void AddStretches(const KurvoRegion& covered, const Loop& loop,
-                    const std::vector<double>& widths) {
-    const std::vector<OwnedCurve>& edges = loop.outline->curves;
+  void AddStretches(const Region& covered, const Loop& loop, const std::vector<double>& widths) {
+    const std::vector<Curve>& edges = loop.outline->curves;
     const double outside = OutsideOf(covered, *loop.outline);
     const std::size_t count = edges.size();
     const auto width = [&](std::size_t i) { return widths[loop.first + i % count]; };
     // Whether a run of edges of one width begins there; none does where all have the same.
     const auto meets = [&](std::size_t i) {
-      return AreSame(library_, EndOf(library_, edges[(i + count - 1) % count]),
-                     StartOf(library_, edges[i % count]));
+      return Follows(context_, edges[(i + count - 1) % count], edges[i % count]);
     };
     const auto begins = [&](std::size_t i) {
       return width(i) != width(i + count - 1) || !meets(i);
@@ -231,46 +221,43 @@ class AllowanceMaker {
     }
   }
 
-  void AddRun(const std::vector<OwnedCurve>& edges, std::size_t begin, std::size_t end,
-              double width, double outside) {
+  void AddRun(const std::vector<Curve>& edges, std::size_t begin, std::size_t end, double width,
+              double outside) {
     if (width == 0) return;
-    std::vector<OwnedCurve> run;
+    std::vector<Curve> run;
     for (std::size_t i = begin; i < end; ++i)
-      run.push_back(OwnedCurve::Copied(library_, edges[i % edges.size()]));
+      run.push_back(edges[i % edges.size()].Copy(context_).value());
     KurvoOptions options = WithTolerance(pen_, width, size_);
     options.cap = KURVO_CAP_BUTT;
-    const Chain chain(run);
-    const Cvseq seq = chain.Seq();
+    const ChainView chain(run);
     Operand& stretch = stretches_.emplace_back(KURVO_FILL_NONZERO);
     Operand source(KURVO_FILL_NONZERO);
     source.Add(run, element_);
-    source.Close();
     Run(
-        library_, options, {&source}, static_cast<double>(end - begin), [] {},
+        context_, options, {&source}, static_cast<double>(end - begin), [] {}, "KurvoChainStroke",
         [&](const KurvoOptions& all, KurvoRegion* out, KurvoReport* report, GlobalVar* g) {
-          KurvoChainStroke(&seq, 1, outside > 0 ? width : 0, outside > 0 ? 0 : width, &all, out,
-                           report, g);
+          KurvoChainStroke(chain->Get(), 1, outside > 0 ? width : 0, outside > 0 ? 0 : width, &all,
+                           out, report, g);
         },
         stretch, part_.report);
   }
 
-  void AddCorner(const OwnedCurve& before, const OwnedCurve& after, double width_before,
-                 double width_after, double outside) {
-    const auto direction = EndDirection(library_, before, 1);
-    const auto next = EndDirection(library_, after, 0);
+  void AddCorner(const Curve& before, const Curve& after, double width_before, double width_after,
+                 double outside) {
+    const auto direction = EndDirection(context_, before, 1);
+    const auto next = EndDirection(context_, after, 0);
     if (!direction || !next) return;
-    Corner corner(EndOf(library_, before), *direction, *next, outside, width_before, width_after,
+    Corner corner(EndOf(context_, before), *direction, *next, outside, width_before, width_after,
                   pen_.record);
     wedges_.push_back(corner.Wedge());
     if (wedges_.back().empty()) return;
     Operand& wedge = stretches_.emplace_back(KURVO_FILL_NONZERO);
     wedge.Add(wedges_.back(), element_);
-    wedge.Close();
   }
 
   static constexpr double kMiddle = 0.5;
 
-  Library& library_;
+  Context& context_;
   const Drawing& drawing_;
   const std::size_t element_;
   const double size_;
@@ -278,7 +265,7 @@ class AllowanceMaker {
   const CurveDone& done_;
   Regions& part_;
   std::list<Operand> stretches_;
-  std::list<std::vector<OwnedCurve>> wedges_;
+  std::list<std::vector<Curve>> wedges_;
 };
 
 std::size_t EdgeCount(const Shape& shape) {
@@ -311,10 +298,10 @@ std::vector<std::vector<double>> WidthsOf(const Drawing& drawing,
 
 Regions WithAllowances(const Drawing& drawing, const std::vector<std::vector<double>>& widths,
                        const Closing& closing, const PenOptions& pen, const CurveDone& done) {
-  Library library;
-  const double size = Extent(library, {&drawing});
+  Context context;
+  const double size = Extent(context, {&drawing});
   std::vector<Regions> parts(drawing.shapes.size());
-  ParallelFor(parts.size(), [&](std::size_t i, Library& own) {
+  ParallelFor(parts.size(), [&](std::size_t i, Context& own) {
     if (widths[i].empty()) return;
     AllowanceMaker(own, drawing, i, size, pen, done, parts[i]).Make(widths[i], closing);
   });

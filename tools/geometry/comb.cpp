@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
 namespace {
@@ -30,24 +31,24 @@ struct Tooth {
 class CombMaker {
  public:
   // `total` is the length of all curves.
-  CombMaker(Library& library, double extent, double total)
-      : library_(library),
+  CombMaker(Context& context, double extent, double total)
+      : context_(context),
         extent_(extent),
         teeth_per_unit_(std::min(kTeethPerExtent / extent, kTeethInAll / total)) {}
 
-  void Add(const OwnedCurve& curve) {
+  void Add(const Curve& curve) {
     if (curve.Type() == CV_LINE) return;
-    const double length = LengthOf(library_, curve);
+    const double length = LengthOf(context_, curve);
     const auto count = static_cast<std::size_t>(
         std::clamp<double>(teeth_per_unit_ * length, kFewestTeeth, kMostTeeth));
-    const std::vector<KurvoPlace> places = EqualSteps(library_, curve, count);
+    const Array<Place> places = EqualSteps(context_, curve, count);
     combs_.emplace_back();
     for (std::size_t i = 0; i <= count; ++i) {
       const double t = i < count ? places[i].t : 1;  // also where the curve closes
-      const auto curvature = CurvatureOf(library_, curve, t);
+      const auto curvature = CurvatureOf(context_, curve, t);
       if (curvature) {
         combs_.back().push_back(
-            {PositionOf(library_, curve, t), *curvature, length / static_cast<double>(count)});
+            {PositionOf(context_, curve, t), *curvature, length / static_cast<double>(count)});
       } else if (!combs_.back().empty()) {
         combs_.emplace_back();
       }
@@ -95,7 +96,7 @@ class CombMaker {
     return 0;
   }
 
-  Library& library_;
+  Context& context_;
   const double extent_;
   const double teeth_per_unit_;
   std::vector<std::vector<Tooth>> combs_;
@@ -103,12 +104,12 @@ class CombMaker {
 
 }  // namespace
 
-std::vector<Comb> CombsOf(Library& library, const Drawing& drawing, double extent) {
+std::vector<Comb> CombsOf(Context& context, const Drawing& drawing, double extent) {
   if (!(extent > 0)) return {};
   double total = 0;
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { total += LengthOf(library, curve); });
-  CombMaker maker(library, extent, total);
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { maker.Add(curve); });
+  ForEachCurve(drawing, [&](const Curve& curve) { total += LengthOf(context, curve); });
+  CombMaker maker(context, extent, total);
+  ForEachCurve(drawing, [&](const Curve& curve) { maker.Add(curve); });
   return maker.Take();
 }
 

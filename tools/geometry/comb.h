@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 
@@ -18,6 +17,6 @@ struct Comb {
 // The combs of all curves but lines, to one scale: three quarters of the length of these curves
 // have teeth shorter than a fixed part of `extent`, the size of the drawing. Teeth far longer are
 // cut.
-std::vector<Comb> CombsOf(Library& library, const Drawing& drawing, double extent);
+std::vector<Comb> CombsOf(Context& context, const Drawing& drawing, double extent);
 
 }  // namespace kurvo::tools

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "geometry/box_sweep.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
 namespace {
@@ -31,34 +32,7 @@ struct Common {
 
 // The length tolerance for points that are compared after both were computed: a point that lies on
 // two curves may be off each of them by the library's tolerance. While it lives.
-class WiderTolerance {
- public:
-  explicit WiderTolerance(Library& library) : library_(library) {
-    KurvoclPushEpsilon(2 * library.Tolerance(), library.State());
-  }
-  WiderTolerance(const WiderTolerance&) = delete;
-  WiderTolerance& operator=(const WiderTolerance&) = delete;
-  ~WiderTolerance() { KurvoclPopEpsilon(library_.State()); }
-
- private:
-  Library& library_;
-};
-
-// What the library lists: parameters of common points.
-class ParameterList {
- public:
-  ParameterList() { KurvocrInitCvParam(&list_); }
-  ParameterList(const ParameterList&) = delete;
-  ParameterList& operator=(const ParameterList&) = delete;
-  ~ParameterList() { KurvocrFreeCvParam(&list_); }
-
-  CvParam* Get() { return &list_; }
-  int Count() const { return list_.count; }
-  double At(int i) const { return list_.values[i]; }
-
- private:
-  CvParam list_;
-};
+EpsilonScope TwiceTheTolerance(Context& context) { return {context, 2 * context.Epsilon()}; }
 
 double Within(double t) { return std::clamp(t, 0.0, 1.0); }
 
@@ -70,8 +44,8 @@ double Between(double from, double to, double part) { return from + part * (to -
 // that turns back before it ends, and curves that only come so close that the tolerance joins them.
 class StretchFinder {
  public:
-  StretchFinder(Library& library, const OwnedCurve& first, const OwnedCurve& second)
-      : library_(library), first_(first), second_(second) {}
+  StretchFinder(Context& context, const Curve& first, const Curve& second)
+      : context_(context), first_(first), second_(second) {}
 
   void Run(Common& common) const {
     const std::vector<CommonPoint> ends = CommonEnds();
@@ -93,17 +67,17 @@ class StretchFinder {
   std::vector<CommonPoint> CommonEnds() const {
     std::vector<CommonPoint> ends;
     for (const double t : {0.0, 1.0}) {
-      const auto on_second = ParameterOf(library_, second_, PositionOf(library_, first_, t));
+      const auto on_second = ParameterOf(context_, second_, PositionOf(context_, first_, t));
       if (on_second) ends.push_back({t, Within(*on_second)});
-      const auto on_first = ParameterOf(library_, first_, PositionOf(library_, second_, t));
+      const auto on_first = ParameterOf(context_, first_, PositionOf(context_, second_, t));
       if (on_first) ends.push_back({Within(*on_first), t});
     }
     std::sort(ends.begin(), ends.end(),
               [](const CommonPoint& a, const CommonPoint& b) { return a.first < b.first; });
     // Ends of both curves at one point.
     const auto same = [&](const CommonPoint& a, const CommonPoint& b) {
-      return AreSame(library_, PositionOf(library_, first_, a.first),
-                     PositionOf(library_, first_, b.first)) &&
+      return Same(PositionOf(context_, first_, a.first), PositionOf(context_, first_, b.first),
+                  context_) &&
              b.first - a.first < 0.5;  // not the two ends of a curve that closes
     };
     ends.erase(std::unique(ends.begin(), ends.end(), same), ends.end());
@@ -115,7 +89,7 @@ class StretchFinder {
     std::array<double, 3> second{};
     for (std::size_t i = 0; i < second.size(); ++i) {
       const double t = Between(from.first, to.first, static_cast<double>(i + 1) / 4);
-      const auto on_second = ParameterOf(library_, second_, PositionOf(library_, first_, t));
+      const auto on_second = ParameterOf(context_, second_, PositionOf(context_, first_, t));
       if (!on_second) return std::nullopt;
       second[i] = *on_second;
     }
@@ -129,25 +103,21 @@ class StretchFinder {
                          {to.first, past(to.second, second.back(), forward)}};
   }
 
-  Library& library_;
-  const OwnedCurve& first_;
-  const OwnedCurve& second_;
+  Context& context_;
+  const Curve& first_;
+  const Curve& second_;
 };
 
-Common CommonOf(Library& library, const OwnedCurve& first, const OwnedCurve& second) {
-  constexpr int kBothEnd = 3;
-  ParameterList on_first, on_second;
-  const std::uint32_t result = KurvocrCurveCurve(first.Get(), second.Get(), on_first.Get(),
-                                                 on_second.Get(), kBothEnd, library.State());
-  library.Check();
+Common CommonOf(Context& context, const Curve& first, const Curve& second) {
+  const Meetings meetings = first.Intersect(second, context).value();
   Common common;
-  for (int i = 0; i < on_first.Count(); ++i) {
-    common.points.push_back({Within(on_first.At(i)), Within(on_second.At(i))});
+  for (std::size_t i = 0; i < meetings.a.size(); ++i) {
+    common.points.push_back({Within(meetings.a[i]), Within(meetings.b[i])});
   }
-  if (result == KURVO_OVERLAP) {
+  if (meetings.overlap) {
     common.overlap = true;
-    const WiderTolerance wider(library);
-    StretchFinder(library, first, second).Run(common);
+    const EpsilonScope wider = TwiceTheTolerance(context);
+    StretchFinder(context, first, second).Run(common);
   }
   return common;
 }
@@ -170,11 +140,11 @@ struct Pair {
 
 class Search {
  public:
-  Search(Library& library, const CurveList& first, const CurveList& second, bool joints)
-      : library_(library), first_(first), second_(second), joints_(joints) {}
+  Search(Context& context, const CurveList& first, const CurveList& second, bool joints)
+      : context_(context), first_(first), second_(second), joints_(joints) {}
 
   void Look(std::size_t i, std::size_t k) {
-    Common common = CommonOf(library_, *first_.curves[i].curve, *second_.curves[k].curve);
+    Common common = CommonOf(context_, *first_.curves[i].curve, *second_.curves[k].curve);
     if (common.overlap || !common.points.empty()) pairs_.push_back({i, k, std::move(common)});
   }
 
@@ -192,11 +162,11 @@ class Search {
   const ListedCurve& Second(const Pair& pair) const { return second_.curves[pair.second]; }
 
   void TakeOverlaps(const Pair& pair) {
-    const OwnedCurve& curve = *First(pair).curve;
+    const Curve& curve = *First(pair).curve;
     for (const CommonStretch& stretch : pair.common.stretches) {
       found_.overlaps.push_back({pair.first, pair.second, true, stretch,
-                                 PositionOf(library_, curve, stretch.from.first),
-                                 PositionOf(library_, curve, stretch.to.first)});
+                                 PositionOf(context_, curve, stretch.from.first),
+                                 PositionOf(context_, curve, stretch.to.first)});
       IsNew(pair, stretch.from);
       IsNew(pair, stretch.to);
     }
@@ -212,7 +182,7 @@ class Search {
     for (const CommonPoint& at : points) {
       if (!IsNew(pair, at)) continue;
       found_.crossings.push_back(
-          {pair.first, pair.second, at, PositionOf(library_, *First(pair).curve, at.first)});
+          {pair.first, pair.second, at, PositionOf(context_, *First(pair).curve, at.first)});
     }
   }
 
@@ -248,17 +218,17 @@ class Search {
   // where it leaves an end so slowly that the place of contact is a stretch: of a line that meets a
   // circle at a tangent, the common point is the foot of the centre, up to sqrt(2 r tolerance) away
   // from the ends of both.
-  bool RunTogether(const OwnedCurve& curve, double t, double end, const OwnedCurve& other) const {
-    const WiderTolerance wider(library_);
+  bool RunTogether(const Curve& curve, double t, double end, const Curve& other) const {
+    const EpsilonScope wider = TwiceTheTolerance(context_);
     return std::all_of(std::begin(kWayToJoint), std::end(kWayToJoint), [&](double part) {
-      return ParameterOf(library_, other, PositionOf(library_, curve, t + part * (end - t)))
+      return ParameterOf(context_, other, PositionOf(context_, curve, t + part * (end - t)))
           .has_value();
     });
   }
 
   using PlaceKey = std::tuple<int, bool, std::size_t>;
 
-  Library& library_;
+  Context& context_;
   const CurveList& first_;
   const CurveList& second_;
   const bool joints_;
@@ -269,31 +239,31 @@ class Search {
 };
 
 // Boxes that are within the tolerance of one another meet.
-std::vector<Bounds> GrownBoxes(Library& library, const CurveList& list) {
+std::vector<Bounds> GrownBoxes(Context& context, const CurveList& list) {
   std::vector<Bounds> boxes;
   for (const ListedCurve& curve : list.curves) {
     boxes.push_back(curve.box);
-    boxes.back().Grow(library.Tolerance());
+    boxes.back().Grow(context.Epsilon());
   }
   return boxes;
 }
 
 }  // namespace
 
-Crossings FindCrossings(Library& library, const CurveList& first, const CurveList& second,
+Crossings FindCrossings(Context& context, const CurveList& first, const CurveList& second,
                         const CurveDone& done) {
-  Search search(library, first, second, true);
+  Search search(context, first, second, true);
   SweepBoxes(
-      GrownBoxes(library, first), GrownBoxes(library, second),
+      GrownBoxes(context, first), GrownBoxes(context, second),
       [&](std::size_t i, std::size_t k) { search.Look(i, k); }, [&] { done(); });
   return search.Take();
 }
 
-Crossings FindCrossings(Library& library, const CurveList& curves, bool joints,
+Crossings FindCrossings(Context& context, const CurveList& curves, bool joints,
                         const CurveDone& done) {
-  Search search(library, curves, curves, joints);
+  Search search(context, curves, curves, joints);
   SweepBoxes(
-      GrownBoxes(library, curves), [&](std::size_t i, std::size_t k) { search.Look(i, k); },
+      GrownBoxes(context, curves), [&](std::size_t i, std::size_t k) { search.Look(i, k); },
       [&] { done(); });
   return search.Take();
 }

@@ -48,12 +48,12 @@ struct Crossings {
 // What curves of two drawings have in common. A point where an outline goes from one curve to the
 // next counts once for the outline, with the first of its curves that has it, and not at all beside
 // an overlap that begins or ends there. `done` is called for each curve of both.
-Crossings FindCrossings(Library& library, const CurveList& first, const CurveList& second,
+Crossings FindCrossings(Context& context, const CurveList& first, const CurveList& second,
                         const CurveDone& done);
 
 // What different curves of one drawing have in common, in the same way. The joints of its outlines
 // are left out unless `joints` is set.
-Crossings FindCrossings(Library& library, const CurveList& curves, bool joints,
+Crossings FindCrossings(Context& context, const CurveList& curves, bool joints,
                         const CurveDone& done);
 
 }  // namespace kurvo::tools

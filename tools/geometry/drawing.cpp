@@ -1,18 +1,9 @@
 #include "geometry/drawing.h"
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
-namespace {
-
-// An outline may come back to its start without being closed.
-bool EndMeetsStart(Library& library, const Outline& outline) {
-  return AreSame(library, StartOf(library, outline.curves.front()),
-                 EndOf(library, outline.curves.back()));
-}
-
-}  // namespace
-
 Sheet Sheet::Scaled(double factor) const {
   Sheet scaled = *this;
   scaled.mm_per_unit /= factor;
@@ -24,26 +15,26 @@ Sheet Sheet::Scaled(double factor) const {
   return scaled;
 }
 
-void TurnOver(Library& library, Drawing& drawing) {
+void TurnOver(Context& context, Drawing& drawing) {
   drawing.sheet.y_up = !drawing.sheet.y_up;
   if (!drawing.sheet.view.IsEmpty()) drawing.sheet.view = drawing.sheet.view.TurnedOver();
   for (Shape& shape : drawing.shapes) {
     shape.origin.y = -shape.origin.y;
     for (Outline& outline : shape.outlines) {
-      for (OwnedCurve& curve : outline.curves) curve.TurnOver(library);
+      for (Curve& curve : outline.curves) curve.Mirror({}, {0, 1, 0}, context).value();
     }
   }
 }
 
-Drawing Flattened(Library& library, const Drawing& drawing, double deviation) {
+Drawing Flattened(Context& context, const Drawing& drawing, double deviation) {
   return Remade(drawing, [&](const Outline& outline) {
-    return Flattened(library, Chain(outline.curves), deviation);
+    return Flattened(context, outline.curves, deviation);
   });
 }
 
-Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation) {
+Drawing FittedByArcs(Context& context, const Drawing& drawing, double deviation) {
   return Remade(drawing, [&](const Outline& outline) {
-    return Fitted(library, Chain(outline.curves), KURVO_FIT_ARCS, deviation);
+    return Fitted(context, outline.curves, Form::kArcs, deviation);
   });
 }
 
@@ -54,33 +45,35 @@ std::string OutlineLabel(const Shape& shape, std::size_t outline) {
 
 std::size_t CurveCount(const Drawing& drawing) {
   std::size_t count = 0;
-  ForEachCurve(drawing, [&](const OwnedCurve&) { ++count; });
+  ForEachCurve(drawing, [&](const Curve&) { ++count; });
   return count;
 }
 
-Bounds BoundsOf(Library& library, const Drawing& drawing) {
+Bounds BoundsOf(Context& context, const Drawing& drawing) {
   Bounds box;
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { box.Add(BoundsOf(library, curve)); });
+  ForEachCurve(drawing, [&](const Curve& curve) { box.Add(BoundsOf(context, curve)); });
   return box;
 }
 
-double Extent(Library& library, const std::vector<const Drawing*>& drawings) {
+double Extent(Context& context, const std::vector<const Drawing*>& drawings) {
   Bounds box;
-  for (const Drawing* drawing : drawings) box.Add(BoundsOf(library, *drawing));
+  for (const Drawing* drawing : drawings) box.Add(BoundsOf(context, *drawing));
   return box.IsEmpty() ? 1 : box.LongerSide();
 }
 
-CurveList ListCurves(Library& library, const Drawing& drawing) {
+CurveList ListCurves(Context& context, const Drawing& drawing) {
   CurveList list;
   std::size_t joint = 0;
   ForEachOutline(drawing, [&](const Outline& outline, std::string label) {
     const std::size_t first_joint = joint;
     for (std::size_t i = 0; i < outline.curves.size(); ++i, ++joint) {
-      const OwnedCurve& curve = outline.curves[i];
+      const Curve& curve = outline.curves[i];
       list.curves.push_back(
-          {&curve, list.outlines.size(), i, BoundsOf(library, curve), joint, joint + 1});
+          {&curve, list.outlines.size(), i, BoundsOf(context, curve), joint, joint + 1});
     }
-    if (EndMeetsStart(library, outline)) list.curves.back().end_joint = first_joint;
+    // An outline may come back to its start without being closed.
+    if (Follows(context, outline.curves.back(), outline.curves.front()))
+      list.curves.back().end_joint = first_joint;
     ++joint;
     list.outlines.push_back(std::move(label));
   });

@@ -7,13 +7,13 @@
 #include <type_traits>
 #include <vector>
 
-#include "geometry/library.h"
+#include "geometry/plane.h"
 
 namespace kurvo::tools {
 
 // Curves that run end to start. Consecutive end points are the same within the length tolerance.
 struct Outline {
-  std::vector<OwnedCurve> curves;
+  std::vector<Curve> curves;
   bool closed = false;
 };
 
@@ -95,7 +95,7 @@ template <class Step>
 void ForEachCurve(const Drawing& drawing, const Step& step) {
   for (const Shape& shape : drawing.shapes) {
     for (const Outline& outline : shape.outlines) {
-      for (const OwnedCurve& curve : outline.curves) step(curve);
+      for (const Curve& curve : outline.curves) step(curve);
     }
   }
 }
@@ -113,7 +113,7 @@ Drawing Remade(const Drawing& drawing, const Remake& remake) {
     Shape& copy = remade.shapes.emplace_back(
         Shape{shape.label, shape.even_odd, {}, shape.id, shape.group, shape.paint, shape.origin});
     for (const Outline& outline : shape.outlines) {
-      std::vector<OwnedCurve> curves = remake(outline);
+      std::vector<Curve> curves = remake(outline);
       if (!curves.empty()) copy.outlines.push_back({std::move(curves), outline.closed});
     }
   }
@@ -127,22 +127,22 @@ std::size_t CurveCount(const Drawing& drawing);
 
 // The drawing by chords, or by lines and arcs, that stay within `deviation` (a length) of its
 // outlines.
-Drawing Flattened(Library& library, const Drawing& drawing, double deviation);
-Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation);
+Drawing Flattened(Context& context, const Drawing& drawing, double deviation);
+Drawing FittedByArcs(Context& context, const Drawing& drawing, double deviation);
 
 // Turns the drawing over, so that y points the other way.
-void TurnOver(Library& library, Drawing& drawing);
+void TurnOver(Context& context, Drawing& drawing);
 
 // The box around all curves.
-Bounds BoundsOf(Library& library, const Drawing& drawing);
+Bounds BoundsOf(Context& context, const Drawing& drawing);
 
 // The longer side of the box around all curves of the drawings; 1 without curves.
-double Extent(Library& library, const std::vector<const Drawing*>& drawings);
+double Extent(Context& context, const std::vector<const Drawing*>& drawings);
 
 struct ListedCurve {
-  const OwnedCurve* curve;  // of the drawing, which must outlive the list
-  std::size_t outline;      // into CurveList::outlines
-  std::size_t index;        // in its outline, from 0
+  const Curve* curve;   // of the drawing, which must outlive the list
+  std::size_t outline;  // into CurveList::outlines
+  std::size_t index;    // in its outline, from 0
   Bounds box;
   // Numbers of the places where it begins and ends. Where one curve of an outline meets the next,
   // also where the last one meets the first, both have the same number; no other two do.
@@ -155,6 +155,6 @@ struct CurveList {
   std::vector<ListedCurve> curves;    // in drawing order
 };
 
-CurveList ListCurves(Library& library, const Drawing& drawing);
+CurveList ListCurves(Context& context, const Drawing& drawing);
 
 }  // namespace kurvo::tools

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "geometry/curve_ask.h"
+
 namespace kurvo::tools {
 namespace {
 
@@ -163,29 +165,28 @@ std::vector<CutPlace> PlacesOf(const Homogeneous& p, CutPlaces wanted) {
 }
 
 // Of a circle the four points on its axes.
-std::vector<CutPlace> PlacesOf(Library& library, const OwnedCurve& curve) {
-  const auto& arc = curve.Block<KurvoArc>();
+std::vector<CutPlace> PlacesOf(Context& context, const Curve& curve) {
+  const auto& arc = *curve.As<KurvoArc>();
   std::vector<CutPlace> places;
   for (const Point side : {Point{1, 0}, Point{0, 1}, Point{-1, 0}, Point{0, -1}}) {
-    const Point p = Point{arc.centre[0], arc.centre[1]} + arc.radius * side;
-    if (const auto t = ParameterOf(library, curve, p)) places.push_back({*t});
+    const Point p = Point(Load(arc.centre)) + arc.radius * side;
+    if (const auto t = ParameterOf(context, curve, p)) places.push_back({*t});
   }
   return places;
 }
 
-std::vector<CutPlace> PlacesOf(Library& library, const OwnedCurve& curve, CutPlaces wanted) {
+std::vector<CutPlace> PlacesOf(Context& context, const Curve& curve, CutPlaces wanted) {
   std::vector<CutPlace> places;
   if (curve.Type() == CV_ARC && wanted.extrema) {
-    places = PlacesOf(library, curve);
+    places = PlacesOf(context, curve);
   } else if (curve.Type() == CV_BEZIER) {
-    places = PlacesOf(CoordinatesOf(curve.Block<KurvoBezier>(), false), wanted);
+    places = PlacesOf(CoordinatesOf(*curve.As<KurvoBezier>(), false), wanted);
   } else if (curve.Type() == CV_RBEZIER) {
-    places = PlacesOf(CoordinatesOf(curve.Block<KurvoRBezier>(), true), wanted);
+    places = PlacesOf(CoordinatesOf(*curve.As<KurvoRBezier>(), true), wanted);
   }
   std::erase_if(places, [&](const CutPlace& place) {
-    const Point p = PositionOf(library, curve, place.parameter);
-    return AreSame(library, p, StartOf(library, curve)) ||
-           AreSame(library, p, EndOf(library, curve));
+    const Point p = PositionOf(context, curve, place.parameter);
+    return Same(p, StartOf(context, curve), context) || Same(p, EndOf(context, curve), context);
   });
   std::sort(places.begin(), places.end(),
             [](const CutPlace& a, const CutPlace& b) { return a.parameter < b.parameter; });
@@ -198,49 +199,46 @@ std::vector<CutPlace> PlacesOf(Library& library, const OwnedCurve& curve, CutPla
 
 // The part between two places, with handles along the axes where it is farthest. Only those of
 // quadratics and cubics are handles.
-OwnedCurve WithHandles(OwnedCurve part, const CutPlace* from, const CutPlace* to) {
+Curve WithHandles(Curve part, const CutPlace* from, const CutPlace* to) {
   if (part.Type() != CV_BEZIER) return part;
-  const auto& block = part.Block<KurvoBezier>();
-  std::vector<Point> p;
-  for (int i = 0; i <= block.degree; ++i) p.push_back({block.points[i][0], block.points[i][1]});
+  std::vector<Point> p = ControlPointsOf(part);
   const auto align = [](const CutPlace* place, const Point& end, Point& handle) {
     if (place != nullptr && place->is_vertical) handle.x = end.x;
     if (place != nullptr && place->is_horizontal) handle.y = end.y;
   };
-  if (block.degree < 2 || block.degree > 3) return part;
+  if (p.size() < 3 || p.size() > 4) return part;
   align(from, p.front(), p[1]);
   align(to, p.back(), p[p.size() - 2]);
-  if (block.degree == 2) return OwnedCurve::Quadratic(p[0], p[1], p[2]);
-  return OwnedCurve::Cubic(p[0], p[1], p[2], p[3]);
+  if (p.size() == 3) return Curve::Bezier({p[0], p[1], p[2]}).value();
+  return Curve::Bezier({p[0], p[1], p[2], p[3]}).value();
 }
 
-void CutCurve(Library& library, const OwnedCurve& curve, CutPlaces wanted,
-              std::vector<OwnedCurve>& parts) {
+void CutCurve(Context& context, const Curve& curve, CutPlaces wanted, std::vector<Curve>& parts) {
   const bool has_spans = curve.Type() != CV_LINE && curve.Type() != CV_ARC &&
                          curve.Type() != CV_BEZIER && curve.Type() != CV_RBEZIER;
   if (has_spans) {
-    for (const OwnedCurve& span : OwnedCurve::Pieces(library, curve))
-      CutCurve(library, span, wanted, parts);
+    const Curve spans = curve.Converted(CV_SEGCV, context).value();
+    for (const Curve& span : spans) CutCurve(context, span, wanted, parts);
     return;
   }
-  const std::vector<CutPlace> places = PlacesOf(library, curve, wanted);
+  const std::vector<CutPlace> places = PlacesOf(context, curve, wanted);
   std::vector<double> parameters;
   for (const CutPlace& place : places) parameters.push_back(place.parameter);
-  std::vector<OwnedCurve> pieces = OwnedCurve::Divided(library, curve, parameters);
+  Chain pieces = curve.Split(parameters, context).value();
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     const CutPlace* from = i > 0 ? &places[i - 1] : nullptr;
     const CutPlace* to = i < places.size() ? &places[i] : nullptr;
-    if (!IsPoint(library, pieces[i])) parts.push_back(WithHandles(std::move(pieces[i]), from, to));
+    if (!IsPoint(context, pieces[i])) parts.push_back(WithHandles(std::move(pieces[i]), from, to));
   }
 }
 
 }  // namespace
 
-Drawing Cut(Library& library, const Drawing& drawing, CutPlaces places, const CurveDone& done) {
+Drawing Cut(Context& context, const Drawing& drawing, CutPlaces places, const CurveDone& done) {
   return Remade(drawing, [&](const Outline& outline) {
-    std::vector<OwnedCurve> parts;
-    for (const OwnedCurve& curve : outline.curves) {
-      CutCurve(library, curve, places, parts);
+    std::vector<Curve> parts;
+    for (const Curve& curve : outline.curves) {
+      CutCurve(context, curve, places, parts);
       done();
     }
     return parts;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 
@@ -15,6 +14,6 @@ struct CutPlaces {
 // The drawing with its curves cut, and its outlines as whole as before. Curves stay what they are,
 // but splines and composites become their spans; the handles of quadratics and cubics at an
 // extremum are horizontal or vertical to the last bit. `done` is called for each curve.
-Drawing Cut(Library& library, const Drawing& drawing, CutPlaces places, const CurveDone& done);
+Drawing Cut(Context& context, const Drawing& drawing, CutPlaces places, const CurveDone& done);
 
 }  // namespace kurvo::tools

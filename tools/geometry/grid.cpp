@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
 namespace {
@@ -15,14 +16,14 @@ constexpr int kHighestDegree = 3;  // of curves that stay
 
 class GridRounder {
  public:
-  GridRounder(Library& library, const GridOptions& options, Point origin, GridReport& report)
-      : library_(library), options_(options), origin_(origin), report_(report) {}
+  GridRounder(Context& context, const GridOptions& options, Point origin, GridReport& report)
+      : context_(context), options_(options), origin_(origin), report_(report) {}
 
   void Round(Outline& outline) {
-    std::vector<OwnedCurve> simple;
-    for (OwnedCurve& curve : outline.curves) Simplify(std::move(curve), simple);
+    std::vector<Curve> simple;
+    for (Curve& curve : outline.curves) Simplify(std::move(curve), simple);
     std::vector<std::vector<Point>> rounded;
-    for (const OwnedCurve& curve : simple) {
+    for (const Curve& curve : simple) {
       std::vector<Point> points = PointsOf(curve);
       for (Point& p : points) p = Rounded(p);
       rounded.push_back(std::move(points));
@@ -31,8 +32,7 @@ class GridRounder {
     const std::size_t count = rounded.size();
     for (std::size_t i = 0; i < count; ++i) {
       const std::size_t next = (i + 1) % count;
-      const bool meets =
-          AreSame(library_, EndOf(library_, simple[i]), StartOf(library_, simple[next]));
+      const bool meets = Follows(context_, simple[i], simple[next]);
       if (meets) rounded[next].front() = rounded[i].back();
     }
     outline.curves.clear();
@@ -41,35 +41,28 @@ class GridRounder {
 
  private:
   // As curves of degree 1 to 3.
-  void Simplify(OwnedCurve curve, std::vector<OwnedCurve>& simple) {
+  void Simplify(Curve curve, std::vector<Curve>& simple) {
     const bool is_bezier = curve.Type() == CV_BEZIER &&
-                           curve.Block<KurvoBezier>().degree <= kHighestDegree &&
-                           curve.Block<KurvoBezier>().degree > 0;
+                           curve.As<KurvoBezier>()->degree <= kHighestDegree &&
+                           curve.As<KurvoBezier>()->degree > 0;
     if (curve.Type() == CV_LINE || is_bezier) return simple.push_back(std::move(curve));
     const bool has_spans =
         curve.Type() == CV_SEGCV ||
-        (curve.Type() == CV_BSPLINE && DegreeOf(library_, curve) <= kHighestDegree);
+        (curve.Type() == CV_BSPLINE && curve.Degree(context_).value() <= kHighestDegree);
     if (has_spans) {
-      for (OwnedCurve& span : OwnedCurve::Pieces(library_, curve))
-        Simplify(std::move(span), simple);
+      Curve spans = curve.Converted(CV_SEGCV, context_).value();
+      for (Curve& span : spans) Simplify(std::move(span), simple);
       return;
     }
-    const double size = BoundsOf(library_, curve).LongerSide();
+    const double size = BoundsOf(context_, curve).LongerSide();
     const double deviation = options_.deviation > 0 ? options_.deviation : options_.share * size;
-    std::vector<OwnedCurve> cubics = Fitted(library_, curve, KURVO_FIT_CUBICS, deviation);
+    std::vector<Curve> cubics = Fitted(context_, curve, Form::kCubics, deviation);
     std::move(cubics.begin(), cubics.end(), std::back_inserter(simple));
   }
 
-  static std::vector<Point> PointsOf(const OwnedCurve& curve) {
-    if (curve.Type() == CV_LINE) {
-      const auto& line = curve.Block<KurvoLine>();
-      return {{line.start[0], line.start[1]}, {line.end[0], line.end[1]}};
-    }
-    const auto& bezier = curve.Block<KurvoBezier>();
-    std::vector<Point> points;
-    for (int i = 0; i <= bezier.degree; ++i)
-      points.push_back({bezier.points[i][0], bezier.points[i][1]});
-    return points;
+  static std::vector<Point> PointsOf(const Curve& curve) {
+    if (const KurvoLine* line = curve.AsLine()) return {Load(line->start), Load(line->end)};
+    return ControlPointsOf(curve);
   }
 
   Point Rounded(Point p) {
@@ -81,15 +74,15 @@ class GridRounder {
     return q;
   }
 
-  static void Add(const std::vector<Point>& p, std::vector<OwnedCurve>& curves) {
+  static void Add(const std::vector<Point>& p, std::vector<Curve>& curves) {
     const auto is_first = [&](Point q) { return q.x == p[0].x && q.y == p[0].y; };
     if (std::all_of(p.begin(), p.end(), is_first)) return;
-    if (p.size() == 2) curves.push_back(OwnedCurve::Line(p[0], p[1]));
-    if (p.size() == 3) curves.push_back(OwnedCurve::Quadratic(p[0], p[1], p[2]));
-    if (p.size() == 4) curves.push_back(OwnedCurve::Cubic(p[0], p[1], p[2], p[3]));
+    if (p.size() == 2) curves.push_back(Curve::Line(p[0], p[1]).value());
+    if (p.size() == 3) curves.push_back(Curve::Bezier({p[0], p[1], p[2]}).value());
+    if (p.size() == 4) curves.push_back(Curve::Bezier({p[0], p[1], p[2], p[3]}).value());
   }
 
-  Library& library_;
+  Context& context_;
   const GridOptions& options_;
   const Point origin_;
   GridReport& report_;
@@ -97,10 +90,10 @@ class GridRounder {
 
 }  // namespace
 
-GridReport RoundToGrid(Library& library, const GridOptions& options, Drawing& drawing) {
+GridReport RoundToGrid(Context& context, const GridOptions& options, Drawing& drawing) {
   GridReport report = {.size = options.size};
   for (Shape& shape : drawing.shapes) {
-    GridRounder rounder(library, options, shape.origin, report);
+    GridRounder rounder(context, options, shape.origin, report);
     for (Outline& outline : shape.outlines) rounder.Round(outline);
     report.vanished += std::erase_if(shape.outlines,
                                      [](const Outline& outline) { return outline.curves.empty(); });

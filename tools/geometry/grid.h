@@ -4,7 +4,6 @@
 #include <cstddef>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 
@@ -23,7 +22,7 @@ struct GridReport {
 
 // Rounds all points to the grid around the origin of each shape: ends and control points. The
 // curves are lines, quadratics and cubics then; others become cubics. Curves of which all points
-// fall on one are left out. Throws LibraryError.
-GridReport RoundToGrid(Library& library, const GridOptions& options, Drawing& drawing);
+// fall on one are left out. Throws BadResult.
+GridReport RoundToGrid(Context& context, const GridOptions& options, Drawing& drawing);
 
 }  // namespace kurvo::tools

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "geometry/box_tree.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
 namespace {
@@ -43,25 +44,25 @@ class LinkFinder {
   LinkFinder(const CurveList& first, const CurveList& second)
       : first_(first), second_(second), tree_(BoxesOf(second)) {}
 
-  Link ShortestOf(Library& library, const Range& outline, const CurveDone& done) const {
-    Link link = {outline.begin, 0, {HUGE_VAL, 0, 0}, {}, {}};
-    double bound = FirstBound(library, outline);
+  Link ShortestOf(Context& context, const Range& outline, const CurveDone& done) const {
+    Link link = {outline.begin, 0, {HUGE_VAL}, {}, {}};
+    double bound = FirstBound(context, outline);
     for (std::size_t i = outline.begin; i < outline.end; ++i) {
-      if (link.at.distance > 0) Improve(library, i, bound, link);
+      if (link.at.distance > 0) Improve(context, i, bound, link);
       done();
     }
-    link.from = PositionOf(library, *first_.curves[link.first].curve, link.at.first);
-    link.to = PositionOf(library, *second_.curves[link.second].curve, link.at.second);
+    link.from = PositionOf(context, *first_.curves[link.first].curve, link.at.a);
+    link.to = PositionOf(context, *second_.curves[link.second].curve, link.at.b);
     return link;
   }
 
  private:
-  Closest Between(Library& library, std::size_t i, std::size_t j) const {
-    return ClosestOn(library, *first_.curves[i].curve, *second_.curves[j].curve);
+  Closest Between(Context& context, std::size_t i, std::size_t j) const {
+    return first_.curves[i].curve->ClosestTo(*second_.curves[j].curve, context).value();
   }
 
   // The distance of a pair that is likely to be near.
-  double FirstBound(Library& library, const Range& outline) const {
+  double FirstBound(Context& context, const Range& outline) const {
     Bounds box;
     for (std::size_t i = outline.begin; i < outline.end; ++i) box.Add(first_.curves[i].box);
     const std::size_t near = tree_.Nearest(box);
@@ -69,7 +70,7 @@ class LinkFinder {
     for (std::size_t i = outline.begin; i < outline.end; ++i) {
       if (BoxDistance(i, near) < BoxDistance(nearest, near)) nearest = i;
     }
-    return Between(library, nearest, near).distance;
+    return Between(context, nearest, near).distance;
   }
 
   double BoxDistance(std::size_t i, std::size_t j) const {
@@ -78,7 +79,7 @@ class LinkFinder {
 
   // Looks at the curves that are as near to curve number i as the bound, those with near boxes
   // first.
-  void Improve(Library& library, std::size_t i, double& bound, Link& link) const {
+  void Improve(Context& context, std::size_t i, double& bound, Link& link) const {
     Bounds around = first_.curves[i].box;
     around.Grow(bound + kRounding * (bound + Size(around.Min()) + Size(around.Max())));
     std::vector<std::pair<double, std::size_t>> candidates;
@@ -86,7 +87,7 @@ class LinkFinder {
     std::sort(candidates.begin(), candidates.end());
     for (const auto& [least, j] : candidates) {
       if (least > bound + kRounding * (bound + Size(around.Max())) || link.at.distance == 0) break;
-      const Closest at = Between(library, i, j);
+      const Closest at = Between(context, i, j);
       const double tie = kTie * (at.distance + Size(around.Max()));
       const bool is_better = at.distance < link.at.distance - tie;
       const bool is_before =
@@ -111,16 +112,16 @@ std::vector<Link> FindLinks(const CurveList& first, const CurveList& second, con
   std::vector<Link> links(outlines.size());
   ParallelFor(
       outlines.size(),
-      [&](std::size_t i, Library& library) {
-        links[i] = finder.ShortestOf(library, outlines[i], done);
+      [&](std::size_t i, Context& context) {
+        links[i] = finder.ShortestOf(context, outlines[i], done);
       },
       threads);
   return links;
 }
 
-std::vector<OwnedCurve> LinesOf(const std::vector<Link>& links) {
-  std::vector<OwnedCurve> lines;
-  for (const Link& link : links) lines.push_back(OwnedCurve::Line(link.from, link.to));
+std::vector<Curve> LinesOf(const std::vector<Link>& links) {
+  std::vector<Curve> lines;
+  for (const Link& link : links) lines.push_back(Curve::Line(link.from, link.to).value());
   return lines;
 }
 

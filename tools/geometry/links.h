@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 #include "geometry/parallel.h"
 
 namespace kurvo::tools {
@@ -26,7 +25,7 @@ std::vector<Link> FindLinks(const CurveList& first, const CurveList& second, con
                             std::size_t threads = CoreCount());
 
 // A line for each of them.
-std::vector<OwnedCurve> LinesOf(const std::vector<Link>& links);
+std::vector<Curve> LinesOf(const std::vector<Link>& links);
 
 // The first of the shortest; null without links.
 const Link* Shortest(const std::vector<Link>& links);

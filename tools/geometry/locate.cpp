@@ -12,81 +12,71 @@ namespace {
 // Of the size of a shape: points that near count as on it, with room to spare.
 constexpr double kOnShare = 1e-8;
 
-std::vector<Place> In(Library& library, const KurvoRegion& region,
-                      const std::vector<Point>& points) {
-  std::vector<double> coordinates;
-  coordinates.reserve(3 * points.size());
-  for (const Point p : points) coordinates.insert(coordinates.end(), {p.x, p.y, 0});
-  std::vector<std::int32_t> where(points.size());
-  KurvoRegionLocate(&region, coordinates.data(), static_cast<std::int32_t>(points.size()),
-                    where.data(), nullptr, library.State());
-  library.Check();
-  std::vector<Place> places;
-  places.reserve(where.size());
-  for (const std::int32_t at : where) {
-    places.push_back(at == KURVO_REGION_ON       ? Place::kOn
-                     : at == KURVO_REGION_INSIDE ? Place::kInside
-                                                 : Place::kOutside);
-  }
-  return places;
-}
-
 }  // namespace
 
-std::string_view PlaceName(Place place) {
+std::vector<Where> WhereIn(Context& context, const KurvoRegion& region,
+                           const std::vector<Point>& points) {
+  const std::vector<kurvo::Point> all(points.begin(), points.end());
+  std::vector<Where> where(points.size(), Where::kOutside);
+  context
+      .Do("KurvoRegionLocate", KurvoRegionLocate, &region,
+          reinterpret_cast<const double*>(all.data()), static_cast<std::int32_t>(all.size()),
+          reinterpret_cast<std::int32_t*>(where.data()), nullptr)
+      .value();
+  return where;
+}
+
+std::string_view PlaceName(Where place) {
   switch (place) {
-    case Place::kOn:
+    case Where::kOn:
       return "on";
-    case Place::kInside:
+    case Where::kInside:
       return "inside";
     default:
       return "outside";
   }
 }
 
-Locator::Locator(Library& library, const Drawing& drawing) : library_(library) {
+Locator::Locator(Context& context, const Drawing& drawing) : context_(context) {
   for (const Shape& shape : drawing.shapes) {
-    KurvoRegion& region = shapes_.emplace_back().record;
-    for (const Outline& outline : shape.outlines) {
-      const Chain chain(outline.curves);
-      const Cvseq seq = chain.Seq();
-      KurvoRegionAdd(&region, &seq, HUGE_VAL, library.State());
-    }
-    library.Check();
+    Region& region = shapes_.emplace_back();
+    for (const Outline& outline : shape.outlines)
+      region.Add(*ChainView(outline.curves), context, HUGE_VAL).value();
     Bounds box;
-    for (const Outline& outline : shape.outlines) box.Add(BoundsOf(library, outline.curves));
-    if (!box.IsEmpty()) box.Grow(2 * library.Tolerance() + kOnShare * Size(box.Max() - box.Min()));
+    for (const Outline& outline : shape.outlines) box.Add(BoundsOf(context, outline.curves));
+    if (!box.IsEmpty()) box.Grow(2 * context.Epsilon() + kOnShare * Size(box.Max() - box.Min()));
     boxes_.push_back(box);
-    region.rule = shape.even_odd ? KURVO_FILL_EVENODD : KURVO_FILL_NONZERO;
-    for (std::int32_t i = 0; i < region.count; ++i) loops_.push_back(region.loops + i);
+    region.SetRule(shape.even_odd ? Fill::kEvenOdd : Fill::kNonZero);
+    for (const Chain& loop : region) loops_.push_back(*loop.Get());
   }
 }
 
-std::vector<Place> Locator::InOutline(std::size_t outline, const std::vector<Point>& points) const {
-  return In(library_, {1, KURVO_FILL_NONZERO, loops_[outline], nullptr}, points);
+std::vector<Where> Locator::InOutline(std::size_t outline, const std::vector<Point>& points) const {
+  Cvseq loop = loops_[outline];
+  return WhereIn(context_, {1, KURVO_FILL_NONZERO, &loop, nullptr}, points);
 }
 
-std::vector<Place> Locator::InDrawing(const std::vector<Point>& points, std::size_t threads) const {
+std::vector<Where> Locator::InDrawing(const std::vector<Point>& points, std::size_t threads) const {
   std::vector<Bounds> spots;
   spots.reserve(points.size());
   for (const Point p : points) spots.push_back({p.x, p.y, p.x, p.y});
   const BoxTree tree(spots);
   std::vector<std::vector<std::size_t>> near(shapes_.size());
-  std::vector<std::vector<Place>> found(shapes_.size());
+  std::vector<std::vector<Where>> found(shapes_.size());
   ParallelFor(
       shapes_.size(),
-      [&](std::size_t i, Library& library) {
+      [&](std::size_t i, Context& context) {
         if (boxes_[i].IsEmpty()) return;
         near[i] = tree.Meeting(boxes_[i]);
         std::vector<Point> own;
         for (const std::size_t k : near[i]) own.push_back(points[k]);
-        if (!own.empty()) found[i] = In(library, shapes_[i].record, own);
+        if (!own.empty()) found[i] = WhereIn(context, *shapes_[i].Get(), own);
       },
       threads);
-  std::vector<Place> places(points.size(), Place::kOutside);
+  std::vector<Where> places(points.size(), Where::kOutside);
   for (std::size_t i = 0; i < found.size(); ++i) {
     for (std::size_t k = 0; k < found[i].size(); ++k) {
-      Place& place = places[near[i][k]];
+      Where& place = places[near[i][k]];
       place = std::min(place, found[i][k]);
     }
   }

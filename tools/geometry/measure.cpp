@@ -5,6 +5,7 @@
 #include <functional>
 #include <utility>
 
+#include "geometry/curve_ask.h"
 #include "geometry/parallel.h"
 
 namespace kurvo::tools {
@@ -24,11 +25,11 @@ constexpr double kTurnTolerance = 1e-9;  // radians
 // Orders of derivatives that are looked at for a direction at an end.
 constexpr int kHighestOrder = 3;
 
-bool IsShort(Library& library, Point v) { return !(Size(v) > library.Tolerance()); }
+bool IsShort(Context& context, Point v) { return !(Size(v) > context.Epsilon()); }
 
-std::optional<Point> InnerDirection(Library& library, const OwnedCurve& curve, double t) {
-  const Point tangent = DerivativeOf(library, curve, t, 1);
-  if (IsShort(library, tangent)) return std::nullopt;
+std::optional<Point> InnerDirection(Context& context, const Curve& curve, double t) {
+  const Point tangent = DerivativeOf(context, curve, t, 1);
+  if (IsShort(context, tangent)) return std::nullopt;
   return tangent;
 }
 
@@ -38,27 +39,27 @@ struct Direction {
 };
 
 // The turn between two places of the curve.
-double Turn(Library& library, const OwnedCurve& curve, const Direction& from, const Direction& to,
+double Turn(Context& context, const Curve& curve, const Direction& from, const Direction& to,
             int depth) {
   const double whole = TurnBetween(from.direction, to.direction);
   const double t = 0.5 * (from.t + to.t);
-  const auto inner = depth < kMaxTurnDepth ? InnerDirection(library, curve, t) : std::nullopt;
+  const auto inner = depth < kMaxTurnDepth ? InnerDirection(context, curve, t) : std::nullopt;
   if (!inner) return whole;
   const Direction middle = {t, *inner};
   const double sum = TurnBetween(from.direction, *inner) + TurnBetween(*inner, to.direction);
   if (std::fabs(whole) < kSmallTurn && std::fabs(sum - whole) < kTurnTolerance) return sum;
-  return Turn(library, curve, from, middle, depth + 1) +
-         Turn(library, curve, middle, to, depth + 1);
+  return Turn(context, curve, from, middle, depth + 1) +
+         Turn(context, curve, middle, to, depth + 1);
 }
 
-double CurveTurning(Library& library, const OwnedCurve& curve, Point start, Point end) {
+double CurveTurning(Context& context, const Curve& curve, Point start, Point end) {
   double turning = 0;
   Direction from = {0, start};
   for (int i = 1; i <= kTurnStretches; ++i) {
     const double t = static_cast<double>(i) / kTurnStretches;
-    const auto direction = i < kTurnStretches ? InnerDirection(library, curve, t) : end;
+    const auto direction = i < kTurnStretches ? InnerDirection(context, curve, t) : end;
     if (!direction) continue;
-    turning += Turn(library, curve, from, {t, *direction}, 0);
+    turning += Turn(context, curve, from, {t, *direction}, 0);
     from = {t, *direction};
   }
   return turning;
@@ -67,8 +68,8 @@ double CurveTurning(Library& library, const OwnedCurve& curve, Point start, Poin
 // The greatest of sign * curvature: of the samples, then by golden sections between its neighbours.
 class ExtremeSearch {
  public:
-  ExtremeSearch(Library& library, const OwnedCurve& curve, double sign)
-      : library_(library), curve_(curve), sign_(sign) {}
+  ExtremeSearch(Context& context, const Curve& curve, double sign)
+      : context_(context), curve_(curve), sign_(sign) {}
 
   std::optional<CurvatureAt> Run() {
     for (int i = 0; i <= kStretches; ++i) ValueAt(static_cast<double>(i) / kStretches);
@@ -79,7 +80,7 @@ class ExtremeSearch {
  private:
   // Minus infinity where there is no curvature.
   double ValueAt(double t) {
-    const auto curvature = SignedCurvature(library_, curve_, t);
+    const auto curvature = SignedCurvature(context_, curve_, t);
     if (!curvature) return -HUGE_VAL;
     if (!best_ || sign_ * *curvature > sign_ * best_->curvature) best_ = {*curvature, t};
     return sign_ * *curvature;
@@ -97,23 +98,22 @@ class ExtremeSearch {
     }
   }
 
-  Library& library_;
-  const OwnedCurve& curve_;
+  Context& context_;
+  const Curve& curve_;
   const double sign_;
   std::optional<CurvatureAt> best_;
 };
 
-CurveMeasures MeasureCurve(Library& library, const OwnedCurve& curve,
-                           const std::optional<Point>& near) {
+CurveMeasures MeasureCurve(Context& context, const Curve& curve, const std::optional<Point>& near) {
   CurveMeasures measures = {curve.Type(),
-                            DegreeOf(library, curve),
-                            StartOf(library, curve),
-                            EndOf(library, curve),
-                            BoundsOf(library, curve),
-                            LengthOf(library, curve),
-                            BendingOf(library, curve),
+                            curve.Degree(context).value(),
+                            StartOf(context, curve),
+                            EndOf(context, curve),
+                            BoundsOf(context, curve),
+                            LengthOf(context, curve),
+                            BendingOf(context, curve),
                             std::nullopt};
-  if (near) measures.nearest = NearestOn(library, curve, *near);
+  if (near) measures.nearest = NearestOn(context, curve, *near);
   return measures;
 }
 
@@ -135,12 +135,12 @@ double TurningOf(const OutlineMeasures& outline) {
   return turning;
 }
 
-OutlineMeasures MeasureOutline(Library& library, const std::string& label, const Outline& outline,
+OutlineMeasures MeasureOutline(Context& context, const std::string& label, const Outline& outline,
                                const std::optional<Point>& near, const CurveDone& done) {
   OutlineMeasures measures = {label, outline.closed, {}, {}};
-  for (const OwnedCurve& curve : outline.curves) {
+  for (const Curve& curve : outline.curves) {
     const std::size_t number = measures.curves.size();
-    measures.curves.push_back(MeasureCurve(library, curve, near));
+    measures.curves.push_back(MeasureCurve(context, curve, near));
     measures.box.Add(measures.curves.back().box);
     measures.length += measures.curves.back().length;
     if (near && measures.curves[number].nearest->distance < NearestIn(measures).distance) {
@@ -149,9 +149,9 @@ OutlineMeasures MeasureOutline(Library& library, const std::string& label, const
     done();
   }
   measures.turning = TurningOf(measures);
-  const KurvoMoments moments = MomentsOf(library, outline.curves);
+  const Moments moments = MomentsOf(context, outline.curves);
   measures.area = moments.area;
-  measures.centroid = {moments.centroid[0], moments.centroid[1]};
+  measures.centroid = moments.centroid;
   return measures;
 }
 
@@ -175,11 +175,11 @@ std::optional<std::size_t> Foremost(const OutlineMeasures& outline,
 
 // Where the first control points are the same, the tangent at the start has the direction of the
 // first derivative that is not zero; at the end, of odd ones that and of even ones the opposite.
-std::optional<Point> EndDirection(Library& library, const OwnedCurve& curve, double t) {
+std::optional<Point> EndDirection(Context& context, const Curve& curve, double t) {
   double sign = 1;
   for (int n = 1; n <= kHighestOrder; ++n) {
-    const Point v = DerivativeOf(library, curve, t, n);
-    if (!IsShort(library, v)) return sign * v;
+    const Point v = DerivativeOf(context, curve, t, n);
+    if (!IsShort(context, v)) return sign * v;
     if (t > 0) sign = -sign;
   }
   return std::nullopt;
@@ -187,31 +187,31 @@ std::optional<Point> EndDirection(Library& library, const OwnedCurve& curve, dou
 
 double TurnBetween(Point from, Point to) { return std::atan2(Cross(from, to), Dot(from, to)); }
 
-std::optional<double> SignedCurvature(Library& library, const OwnedCurve& curve, double t) {
-  const auto vector = CurvatureOf(library, curve, t);
+std::optional<double> SignedCurvature(Context& context, const Curve& curve, double t) {
+  const auto vector = CurvatureOf(context, curve, t);
   if (!vector) return std::nullopt;
-  const double side = Cross(DerivativeOf(library, curve, t, 1), *vector);
+  const double side = Cross(DerivativeOf(context, curve, t, 1), *vector);
   const double size = Size(*vector);
   return side < 0 ? -size : size;
 }
 
-Bending BendingOf(Library& library, const OwnedCurve& curve) {
+Bending BendingOf(Context& context, const Curve& curve) {
   Bending bending;
-  bending.start_direction = EndDirection(library, curve, 0);
-  bending.end_direction = EndDirection(library, curve, 1);
+  bending.start_direction = EndDirection(context, curve, 0);
+  bending.end_direction = EndDirection(context, curve, 1);
   if (!bending.start_direction || !bending.end_direction) return bending;
   if (curve.Type() == CV_LINE) {
     bending.least = bending.greatest = CurvatureAt{0, 0};
     return bending;
   }
-  bending.turning = CurveTurning(library, curve, *bending.start_direction, *bending.end_direction);
+  bending.turning = CurveTurning(context, curve, *bending.start_direction, *bending.end_direction);
   if (curve.Type() == CV_ARC) {
-    const auto curvature = SignedCurvature(library, curve, 0);
+    const auto curvature = SignedCurvature(context, curve, 0);
     if (curvature) bending.least = bending.greatest = CurvatureAt{*curvature, 0};
     return bending;
   }
-  bending.least = ExtremeSearch(library, curve, -1).Run();
-  bending.greatest = ExtremeSearch(library, curve, 1).Run();
+  bending.least = ExtremeSearch(context, curve, -1).Run();
+  bending.greatest = ExtremeSearch(context, curve, 1).Run();
   return bending;
 }
 
@@ -230,8 +230,8 @@ std::vector<OutlineMeasures> Measure(const Drawing& drawing, const std::optional
     named.emplace_back(std::move(label), &outline);
   });
   std::vector<OutlineMeasures> outlines(named.size());
-  ParallelFor(named.size(), [&](std::size_t i, Library& library) {
-    outlines[i] = MeasureOutline(library, named[i].first, *named[i].second, near, done);
+  ParallelFor(named.size(), [&](std::size_t i, Context& context) {
+    outlines[i] = MeasureOutline(context, named[i].first, *named[i].second, near, done);
   });
   return outlines;
 }

@@ -10,12 +10,11 @@
 
 #include "geometry/chain.h"
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 
 // 1 / radius of curvature with its sign; nothing where the curve has no tangent, as in a cusp.
-std::optional<double> SignedCurvature(Library& library, const OwnedCurve& curve, double t);
+std::optional<double> SignedCurvature(Context& context, const Curve& curve, double t);
 
 struct CurvatureAt {
   double curvature;
@@ -33,10 +32,10 @@ struct Bending {
   std::optional<Point> end_direction;
 };
 
-Bending BendingOf(Library& library, const OwnedCurve& curve);
+Bending BendingOf(Context& context, const Curve& curve);
 
 // Along the curve at 0 or 1, of any length; nothing when the curve is a point.
-std::optional<Point> EndDirection(Library& library, const OwnedCurve& curve, double t);
+std::optional<Point> EndDirection(Context& context, const Curve& curve, double t);
 
 // The angle from one direction to the other, in (-pi, pi] radians.
 double TurnBetween(Point from, Point to);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "geometry/chain.h"
+#include "geometry/curve_make.h"
 #include "geometry/result.h"
 
 namespace kurvo::tools {
@@ -15,17 +16,17 @@ namespace {
 constexpr const char* kNotchId = "-notches";
 
 // Adds those of one outline.
-void NotchOutline(Library& library, const Outline& outline, const std::vector<double>& lengths,
+void NotchOutline(Context& context, const Outline& outline, const std::vector<double>& lengths,
                   double notch, const Notch& like, std::vector<Notch>& notches) {
-  const Chain chain(outline.curves);
-  const double whole = LengthOf(library, chain);
+  const ChainView chain(outline.curves);
+  const double whole = LengthOf(context, chain);
   for (const double length : lengths) {
-    if (length > whole + library.Tolerance()) continue;
-    const KurvoPlace place = PlaceAt(library, chain, std::min(length, whole));
-    const Point p = {place.point[0], place.point[1]};
-    const Point across = (notch / 2) * Point{-place.tangent[1], place.tangent[0]};
+    if (length > whole + context.Epsilon()) continue;
+    const Place place = PlaceAt(context, chain, std::min(length, whole));
+    const Point p = place.point;
+    const Point across = (notch / 2) * Point{-place.tangent.y, place.tangent.x};
     notches.push_back(
-        {like.element, like.outline, length, p, OwnedCurve::Line(p - across, p + across)});
+        {like.element, like.outline, length, p, Curve::Line(p - across, p + across).value()});
   }
 }
 
@@ -42,7 +43,7 @@ std::vector<std::size_t> ShapesNamed(const Drawing& drawing, const std::string& 
   return named;
 }
 
-std::vector<Notch> NotchesOn(Library& library, const Drawing& drawing,
+std::vector<Notch> NotchesOn(Context& context, const Drawing& drawing,
                              const std::vector<NotchRequest>& requests, double notch) {
   std::vector<Notch> notches;
   for (const NotchRequest& request : requests) {
@@ -52,11 +53,11 @@ std::vector<Notch> NotchesOn(Library& library, const Drawing& drawing,
     ForEachOutline(drawing, [&](const Outline& outline, const std::string& label, std::size_t i) {
       const bool is_named = std::find(elements.begin(), elements.end(), i) != elements.end();
       if (!request.element.empty() && !is_named) return;
-      longest = std::max(longest, LengthOf(library, outline.curves));
-      NotchOutline(library, outline, request.lengths, notch, {i, label, 0, {}, {}}, notches);
+      longest = std::max(longest, LengthOf(context, outline.curves));
+      NotchOutline(context, outline, request.lengths, notch, {i, label, 0, {}, {}}, notches);
     });
     for (const double length : request.lengths) {
-      if (length > longest + library.Tolerance()) {
+      if (length > longest + context.Epsilon()) {
         throw std::runtime_error(
             fmt::format("{} is beyond the end: the longest outline{} has {:.6g}", length,
                         request.element.empty() ? "" : " of " + request.element, longest));
@@ -68,14 +69,10 @@ std::vector<Notch> NotchesOn(Library& library, const Drawing& drawing,
   return notches;
 }
 
-Drawing WithNotches(Library& library, const Drawing& drawing, const std::vector<Notch>& notches) {
-  const double thin = ThinStroke(ViewOf(library, ResultOf(drawing)));
-  Drawing marked = Remade(drawing, [&](const Outline& outline) {
-    std::vector<OwnedCurve> curves;
-    for (const OwnedCurve& curve : outline.curves)
-      curves.push_back(OwnedCurve::Copied(library, curve));
-    return curves;
-  });
+Drawing WithNotches(Context& context, const Drawing& drawing, const std::vector<Notch>& notches) {
+  const double thin = ThinStroke(ViewOf(context, ResultOf(drawing)));
+  Drawing marked =
+      Remade(drawing, [&](const Outline& outline) { return Copies(context, outline.curves); });
   std::vector<Shape> shapes;
   auto notch = notches.begin();
   for (std::size_t i = 0; i < marked.shapes.size(); ++i) {
@@ -92,7 +89,7 @@ Drawing WithNotches(Library& library, const Drawing& drawing, const std::vector<
                     has_stroke ? source.paint.stroke_width : thin};
     for (; notch != notches.end() && notch->element == i; ++notch) {
       Outline& outline = behind.outlines.emplace_back();
-      outline.curves.push_back(OwnedCurve::Copied(library, notch->line));
+      outline.curves.push_back(notch->line.Copy(context).value());
     }
   }
   marked.shapes = std::move(shapes);

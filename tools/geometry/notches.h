@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 
@@ -23,15 +22,15 @@ struct Notch {
   std::string outline;  // its name
   double at;            // length from the start of the outline
   Point point;
-  OwnedCurve line;  // across the outline, half of it to either side
+  Curve line;  // across the outline, half of it to either side
 };
 
 // A notch on each outline that is as long, shape by shape. Throws std::runtime_error when a request
 // asks for a length that none of its outlines has.
-std::vector<Notch> NotchesOn(Library& library, const Drawing& drawing,
+std::vector<Notch> NotchesOn(Context& context, const Drawing& drawing,
                              const std::vector<NotchRequest>& requests, double notch);
 
 // The drawing, and behind each marked shape one of its notches, drawn in its lines.
-Drawing WithNotches(Library& library, const Drawing& drawing, const std::vector<Notch>& notches);
+Drawing WithNotches(Context& context, const Drawing& drawing, const std::vector<Notch>& notches);
 
 }  // namespace kurvo::tools

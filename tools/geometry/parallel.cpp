@@ -38,20 +38,20 @@ class FirstFault {
 
 std::size_t CoreCount() { return std::max(1u, std::thread::hardware_concurrency()); }
 
-void ParallelFor(std::size_t count, const std::function<void(std::size_t, Library&)>& step,
+void ParallelFor(std::size_t count, const std::function<void(std::size_t, Context&)>& step,
                  std::size_t threads) {
   threads = std::clamp<std::size_t>(threads, 1, std::max<std::size_t>(count, 1));
   const std::size_t chunk = std::max<std::size_t>(1, count / (threads * kChunksPerThread));
   std::atomic<std::size_t> next = 0;
   FirstFault fault(count);
   const auto work = [&] {
-    Library library;
+    Context context;
     while (true) {
       const std::size_t begin = next.fetch_add(chunk);
       if (begin >= fault.Step()) return;
       for (std::size_t i = begin; i < std::min(begin + chunk, fault.Step()); ++i) {
         try {
-          step(i, library);
+          step(i, context);
         } catch (...) {
           fault.Take(i, std::current_exception());
         }

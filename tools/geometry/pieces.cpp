@@ -5,6 +5,8 @@
 #include <iterator>
 #include <utility>
 
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 #include "geometry/parallel.h"
 
 namespace kurvo::tools {
@@ -22,11 +24,11 @@ std::vector<SplitOutline> SplitEach(const Drawing& drawing, const Split& split) 
 }
 
 // Fills in the pieces of the offset.
-void OffsetOutline(Library& library, double tolerance, bool y_up, const CurveDone& done,
+void OffsetOutline(Context& context, double tolerance, bool y_up, const CurveDone& done,
                    OutlineOffset& offset) {
-  const double left = y_up ? -offset.distance : offset.distance;
-  for (const OwnedCurve& curve : offset.source->curves) {
-    std::vector<OwnedCurve> pieces = OwnedCurve::Offset(library, curve, left, tolerance);
+  const double left = y_up ? offset.distance : -offset.distance;  // of y up
+  for (const Curve& curve : offset.source->curves) {
+    Chain pieces = curve.Offset(left, tolerance, context).value();
     offset.pieces.insert(offset.pieces.end(), std::make_move_iterator(pieces.begin()),
                          std::make_move_iterator(pieces.end()));
     done();
@@ -35,36 +37,38 @@ void OffsetOutline(Library& library, double tolerance, bool y_up, const CurveDon
 
 }  // namespace
 
-JoinedCurves JoinCurves(Library& library, const Drawing& drawing, double gap) {
-  std::vector<Curve> curves;  // headers
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { curves.push_back(*curve.Get()); });
+JoinedCurves JoinCurves(Context& context, const Drawing& drawing, double gap) {
+  std::vector<::Curve> curves;  // headers
+  ForEachCurve(drawing, [&](const Curve& curve) { curves.push_back(*curve.Get()); });
   KurvoOptions options = {};
   options.size = sizeof options;
   options.gap = gap;
-  OwnedRegion closed, open;
   JoinedCurves joined;
-  KurvoChainJoin(curves.data(), static_cast<std::int32_t>(curves.size()), &options, &closed.record,
-                 &open.record, &joined.report, library.State());
-  library.Check();
-  for (const OwnedRegion* chains : {&closed, &open}) {
-    for (std::int32_t i = 0; i < chains->record.count; ++i) {
-      Piece piece = {OwnedCurve::TakeAll(library, chains->record.loops[i]), 0, chains == &closed};
-      piece.length = LengthOf(library, piece.curves);
+  const auto join = [&](JoinedChains& out, GlobalVar* g) {
+    KurvoChainJoin(curves.data(), static_cast<std::int32_t>(curves.size()), &options,
+                   out.closed.Get(), out.open.Get(), &joined.report, g);
+  };
+  JoinedChains made = context.Call<JoinedChains>("KurvoChainJoin", join).value();
+  for (Region* chains : {&made.closed, &made.open}) {
+    for (Chain& chain : *chains) {
+      Piece piece = {Taken(std::move(chain)), 0, chains == &made.closed};
+      piece.length = LengthOf(context, piece.curves);
       joined.chains.pieces.push_back(std::move(piece));
     }
   }
-  joined.closed = static_cast<std::size_t>(closed.record.count);
+  joined.closed = made.closed.size();
   return joined;
 }
 
-std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
+std::vector<SplitOutline> SplitAt(Context& context, const Drawing& drawing,
                                   const std::vector<double>& parameters, const CurveDone& done) {
   return SplitEach(drawing, [&](const Outline& outline, std::vector<Piece>& pieces) {
-    for (const OwnedCurve& curve : outline.curves) {
-      for (OwnedCurve& part : OwnedCurve::Divided(library, curve, parameters)) {
-        if (IsPoint(library, part)) continue;
+    for (const Curve& curve : outline.curves) {
+      Chain parts = curve.Split(parameters, context).value();
+      for (Curve& part : parts) {
+        if (IsPoint(context, part)) continue;
         pieces.emplace_back();
-        pieces.back().length = LengthOf(library, part);
+        pieces.back().length = LengthOf(context, part);
         pieces.back().curves.push_back(std::move(part));
       }
       done();
@@ -72,16 +76,16 @@ std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
   });
 }
 
-std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawing,
+std::vector<SplitOutline> SplitIntoParts(Context& context, const Drawing& drawing,
                                          std::size_t count, const CurveDone& done) {
   return SplitEach(drawing, [&](const Outline& outline, std::vector<Piece>& pieces) {
-    const Chain chain(outline.curves);
-    const double length = LengthOf(library, chain) / static_cast<double>(count);
-    if (length > library.Tolerance()) {
-      const std::vector<KurvoPlace> places = EqualSteps(library, chain, count);
+    const ChainView chain(outline.curves);
+    const double length = LengthOf(context, chain) / static_cast<double>(count);
+    if (length > context.Epsilon()) {
+      const Array<Place> places = EqualSteps(context, chain, count);
       for (std::size_t i = 0; i < count; ++i) {
-        Piece piece = {Trimmed(library, chain, places[i], places[i + 1]), length, false};
-        std::erase_if(piece.curves, [&](const OwnedCurve& part) { return IsPoint(library, part); });
+        Piece piece = {Trimmed(context, chain, places[i], places[i + 1]), length, false};
+        std::erase_if(piece.curves, [&](const Curve& part) { return IsPoint(context, part); });
         if (!piece.curves.empty()) pieces.push_back(std::move(piece));
       }
     }
@@ -99,9 +103,9 @@ std::vector<OutlineOffset> OffsetOutlines(const Drawing& drawing,
                    for (const double distance : distances)
                      offsets.push_back({label, &outline, distance, {}, element});
                  });
-  ParallelFor(offsets.size(), [&](std::size_t i, Library& library) {
+  ParallelFor(offsets.size(), [&](std::size_t i, Context& context) {
     const double usual = kOffsetTolerance * std::fabs(offsets[i].distance);
-    OffsetOutline(library, tolerance.value_or(usual), drawing.sheet.y_up, done, offsets[i]);
+    OffsetOutline(context, tolerance.value_or(usual), drawing.sheet.y_up, done, offsets[i]);
   });
   return offsets;
 }
@@ -115,10 +119,10 @@ Result ResultOf(const Drawing& source, std::span<const SplitOutline> outlines) {
   return result;
 }
 
-Result ResultOf(Library& library, const Drawing& source, std::span<const OutlineOffset> offsets) {
+Result ResultOf(Context& context, const Drawing& source, std::span<const OutlineOffset> offsets) {
   Result result = {source, {}, Look::kLines};
   for (const OutlineOffset& offset : offsets)
-    AddRuns(library, offset.pieces, offset.element, result.chains);
+    AddRuns(context, offset.pieces, offset.element, result.chains);
   return result;
 }
 

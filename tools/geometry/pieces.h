@@ -9,14 +9,13 @@
 
 #include "geometry/chain.h"
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 #include "geometry/result.h"
 
 namespace kurvo::tools {
 
 // A stretch of an outline: curves that run end to start.
 struct Piece {
-  std::vector<OwnedCurve> curves;  // at least one, none of them a point
+  std::vector<Curve> curves;  // at least one, none of them a point
   double length = 0;
   bool closed = false;
 };
@@ -29,11 +28,11 @@ struct SplitOutline {
 
 // Every curve of the drawing cut at the parameters, which ascend and lie in [0, 1]: a piece for
 // each part that is not a point. `done` is called for each curve, here and below.
-std::vector<SplitOutline> SplitAt(Library& library, const Drawing& drawing,
+std::vector<SplitOutline> SplitAt(Context& context, const Drawing& drawing,
                                   const std::vector<double>& parameters, const CurveDone& done);
 
 // Every outline in `count` pieces of the same arc length; one without length gives none.
-std::vector<SplitOutline> SplitIntoParts(Library& library, const Drawing& drawing,
+std::vector<SplitOutline> SplitIntoParts(Context& context, const Drawing& drawing,
                                          std::size_t count, const CurveDone& done);
 
 struct JoinedCurves {
@@ -44,14 +43,14 @@ struct JoinedCurves {
 
 // Chains of all curves of the drawing, in any order and direction, where ends no farther apart than
 // `gap` (a length; 0: the length tolerance) are joined. A curve given twice comes once.
-JoinedCurves JoinCurves(Library& library, const Drawing& drawing, double gap);
+JoinedCurves JoinCurves(Context& context, const Drawing& drawing, double gap);
 
 // One outline of the drawing, which must outlive it, at one distance.
 struct OutlineOffset {
   std::string label;
   const Outline* source;
   double distance;
-  std::vector<OwnedCurve> pieces;
+  std::vector<Curve> pieces;
   std::size_t element;
 };
 
@@ -69,6 +68,6 @@ std::vector<OutlineOffset> OffsetOutlines(const Drawing& drawing,
 
 // What they make, as drawings.
 Result ResultOf(const Drawing& source, std::span<const SplitOutline> outlines);
-Result ResultOf(Library& library, const Drawing& source, std::span<const OutlineOffset> offsets);
+Result ResultOf(Context& context, const Drawing& source, std::span<const OutlineOffset> offsets);
 
 }  // namespace kurvo::tools

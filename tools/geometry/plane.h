@@ -3,11 +3,18 @@
 
 #include <algorithm>
 #include <cmath>
+#include <kurvo.hpp>
 #include <numbers>
 
 namespace kurvo::tools {
 
+// To and from points of space, in the plane z = 0.
 struct Point {
+  constexpr Point() = default;
+  constexpr Point(double px, double py) : x(px), y(py) {}
+  constexpr Point(const kurvo::Point& p) : x(p.x), y(p.y) {}
+  constexpr operator kurvo::Point() const { return {x, y, 0}; }
+
   double x = 0;
   double y = 0;
 };

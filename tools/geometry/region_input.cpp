@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "geometry/box_sweep.h"
+#include "geometry/curve_ask.h"
 
 namespace kurvo::tools {
 namespace {
@@ -37,19 +38,19 @@ bool Nests(Nesting nesting, const Shape& shape) {
 
 }  // namespace
 
-bool Surrounds(Library& library, const Shape& shape, const Outline& outline,
+bool Surrounds(Context& context, const Shape& shape, const Outline& outline,
                const Closing& closing) {
   if (outline.closed || IsFilled(shape)) return true;
-  const Point start = StartOf(library, outline.curves.front());
-  const Point end = EndOf(library, outline.curves.back());
-  return AreSame(library, start, end) || closing.gap >= Size(end - start);
+  const Point start = StartOf(context, outline.curves.front());
+  const Point end = EndOf(context, outline.curves.back());
+  return Same(start, end, context) || closing.gap >= Size(end - start);
 }
 
-void Input::Add(Library& library, const Drawing& drawing, std::size_t element,
+void Input::Add(Context& context, const Drawing& drawing, std::size_t element,
                 const Closing& closing) {
   const Shape& shape = drawing.shapes[element];
   for (const Outline& outline : shape.outlines) {
-    if (Surrounds(library, shape, outline, closing)) {
+    if (Surrounds(context, shape, outline, closing)) {
       loops.push_back({&outline, element, regions.size() - 1});
     } else {
       ++left_out;
@@ -57,24 +58,24 @@ void Input::Add(Library& library, const Drawing& drawing, std::size_t element,
   }
 }
 
-void Read(Library& library, const Drawing& drawing, std::size_t begin, std::size_t end, int side,
+void Read(Context& context, const Drawing& drawing, std::size_t begin, std::size_t end, int side,
           Nesting nesting, const Closing& closing, Input& input) {
   input.Begin(KURVO_FILL_EVENODD, side);
   for (std::size_t i = begin; i < end; ++i) {
-    if (Nests(nesting, drawing.shapes[i])) input.Add(library, drawing, i, closing);
+    if (Nests(nesting, drawing.shapes[i])) input.Add(context, drawing, i, closing);
   }
   for (std::size_t i = begin; i < end; ++i) {
     const Shape& shape = drawing.shapes[i];
     if (Nests(nesting, shape)) continue;
     input.Begin(RuleOf(shape), side);
-    input.Add(library, drawing, i, closing);
+    input.Add(context, drawing, i, closing);
   }
 }
 
-std::vector<Loops> Apart(Library& library, const Loops& loops, double reach) {
+std::vector<Loops> Apart(Context& context, const Loops& loops, double reach) {
   std::vector<Bounds> boxes;
   for (const Input::Loop& loop : loops) {
-    Bounds& box = boxes.emplace_back(BoundsOf(library, Chain(loop.outline->curves)));
+    Bounds& box = boxes.emplace_back(BoundsOf(context, loop.outline->curves));
     box.Grow(reach / 2);
   }
   const std::vector<std::size_t> numbers = GroupsOf(boxes);
@@ -103,11 +104,10 @@ double CurveCount(const Loops& loops) {
 
 void Fill(const Loops& loops, Operand& operand) {
   for (const Input::Loop& loop : loops) operand.Add(loop.outline->curves, loop.element);
-  operand.Close();
 }
 
 void Operand::TakeElements(const std::vector<const Operand*>& sources) {
-  const KurvoRegion& made = made_.record;
+  const KurvoRegion& made = *made_.Get();
   for (std::int32_t loop = 0; loop < made.count; ++loop) {
     begins_.push_back(elements_.size());
     for (std::int32_t i = 0; i < made.loops[loop].count; ++i) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <list>
 #include <vector>
 
 #include "geometry/chain.h"
@@ -17,7 +16,7 @@ inline int RuleOf(const Shape& shape) {
 }
 
 // Whether the outline takes part in what the shape covers.
-bool Surrounds(Library& library, const Shape& shape, const Outline& outline,
+bool Surrounds(Context& context, const Shape& shape, const Outline& outline,
                const Closing& closing);
 
 // What the shapes of a drawing surround.
@@ -37,18 +36,18 @@ struct Input {
   std::size_t left_out = 0;
 
   void Begin(int rule, int side) { regions.push_back({rule, side}); }
-  void Add(Library& library, const Drawing& drawing, std::size_t element, const Closing& closing);
+  void Add(Context& context, const Drawing& drawing, std::size_t element, const Closing& closing);
 };
 
 using Loops = std::vector<Input::Loop>;
 
 // Of the shapes from `begin` to `end`; those that nest come first.
-void Read(Library& library, const Drawing& drawing, std::size_t begin, std::size_t end, int side,
+void Read(Context& context, const Drawing& drawing, std::size_t begin, std::size_t end, int side,
           Nesting nesting, const Closing& closing, Input& input);
 
 // The loops in groups that are farther than `reach` apart: what is made of one has nothing to do
 // with another. Each is soon done and has a core of its own.
-std::vector<Loops> Apart(Library& library, const Loops& loops, double reach);
+std::vector<Loops> Apart(Context& context, const Loops& loops, double reach);
 
 // The loops of each region by themselves.
 std::vector<Loops> ByRegion(const Loops& loops);
@@ -59,25 +58,21 @@ double CurveCount(const Loops& loops);
 // to a drawing, or to the record that the library made.
 class Operand {
  public:
-  explicit Operand(int rule) { made_.record.rule = rule; }
+  explicit Operand(int rule) { made_.Get()->rule = rule; }
 
-  void Add(const std::vector<OwnedCurve>& curves, std::size_t element) {
-    chains_.emplace_back(curves);
+  void Add(const std::vector<Curve>& curves, std::size_t element) {
+    loops_.push_back(*ChainView(curves)->Get());
     begins_.push_back(elements_.size());
     elements_.resize(elements_.size() + curves.size(), element);
   }
-  // Once all loops are there.
-  void Close() {
-    for (const Chain& chain : chains_) seqs_.push_back(chain.Seq());
-  }
   // What the library writes to, and its sources once it is written.
-  KurvoRegion* Output() { return &made_.record; }
+  Region& Output() { return made_; }
   void TakeElements(const std::vector<const Operand*>& sources);
 
   KurvoRegion Record() const {
-    if (seqs_.empty()) return made_.record;
-    return {static_cast<std::int32_t>(seqs_.size()), made_.record.rule,
-            const_cast<Cvseq*>(seqs_.data()), nullptr};
+    if (loops_.empty()) return *made_.Get();
+    return {static_cast<std::int32_t>(loops_.size()), made_.Get()->rule,
+            const_cast<Cvseq*>(loops_.data()), nullptr};
   }
   std::size_t ElementOf(std::size_t loop, std::size_t curve) const {
     return elements_[begins_[loop] + curve];
@@ -86,9 +81,8 @@ class Operand {
   bool IsEmpty() const { return elements_.empty(); }
 
  private:
-  std::list<Chain> chains_;
-  std::vector<Cvseq> seqs_;  // of the chains
-  OwnedRegion made_;
+  std::vector<Cvseq> loops_;  // of curves of others
+  Region made_;
   std::vector<std::size_t> begins_;    // of the loops among the curves
   std::vector<std::size_t> elements_;  // by curve
 };

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <utility>
 
+#include "geometry/curve_make.h"
+
 namespace kurvo::tools {
 namespace {
 
@@ -58,24 +60,24 @@ KurvoOptions WithTolerance(const PenOptions& pen, double distance, double size) 
   return record;
 }
 
-void Run(Library& library, const KurvoOptions& options, const std::vector<const Operand*>& sources,
-         double steps, const CurveDone& done, const MakeRegion& make, Operand& out,
-         KurvoReport& sum) {
+void Run(Context& context, const KurvoOptions& options, const std::vector<const Operand*>& sources,
+         double steps, const CurveDone& done, const char* function, const MakeRegion& make,
+         Operand& out, KurvoReport& sum) {
   KurvoOptions record = options;
   record.size = sizeof record;
   record.flags = KURVO_WITH_ORIGINS;
   KurvoReport report = {};
   {
     const Steps told(done, steps, record);
-    const WiderTolerance wider(library);
-    make(record, out.Output(), &report, library.State());
+    const EpsilonScope wider = WiderTolerance(context);
+    const auto call = [&](Region& made, GlobalVar* g) { make(record, made.Get(), &report, g); };
+    out.Output() = context.Call<Region>(function, call).value();
   }
-  library.Check();
   out.TakeElements(sources);
   Add(report, sum);
 }
 
-void Combine(Library& library, int operation, const std::vector<const Operand*>& sources,
+void Combine(Context& context, int operation, const std::vector<const Operand*>& sources,
              double steps, const CurveDone& done, Operand& out, KurvoReport& report, double tol) {
   KurvoOptions closing = ClosingAll({});
   closing.tol = tol;
@@ -84,7 +86,7 @@ void Combine(Library& library, int operation, const std::vector<const Operand*>&
   std::vector<const KurvoRegion*> regions;
   for (const KurvoRegion& record : records) regions.push_back(&record);
   Run(
-      library, closing, sources, steps, done,
+      context, closing, sources, steps, done, "KurvoRegionCombineMany",
       [&](const KurvoOptions& options, KurvoRegion* made, KurvoReport* own, GlobalVar* g) {
         KurvoRegionCombineMany(operation, regions.data(), static_cast<std::int32_t>(regions.size()),
                                &options, made, own, g);
@@ -92,31 +94,30 @@ void Combine(Library& library, int operation, const std::vector<const Operand*>&
       out, report);
 }
 
-void OffsetGroup(Library& library, const Operand& source, double distance,
+void OffsetGroup(Context& context, const Operand& source, double distance,
                  const KurvoOptions& options, const CurveDone& done, Operand& made,
                  KurvoReport& sum) {
   const KurvoRegion record = source.Record();
   Run(
-      library, ClosingAll(options), {&source}, static_cast<double>(source.CurveCount()), done,
+      context, ClosingAll(options), {&source}, static_cast<double>(source.CurveCount()), done,
+      "KurvoRegionOffset",
       [&](const KurvoOptions& all, KurvoRegion* out, KurvoReport* report, GlobalVar* g) {
         KurvoRegionOffset(&record, distance, &all, out, report, g);
       },
       made, sum);
 }
 
-void TakeLoops(Library& library, const Drawing& drawing, double distance, Operand& made,
+void TakeLoops(Context& context, const Drawing& drawing, double distance, Operand& made,
                Regions& regions) {
-  KurvoRegion* record = made.Output();
+  Region& region = made.Output();
   std::size_t around = kNoElement;
-  for (std::int32_t i = 0; i < record->count; ++i) {
-    const auto number = static_cast<std::size_t>(i);
-    const auto count = static_cast<std::size_t>(record->loops[i].count);
+  for (std::size_t i = 0; i < region.size(); ++i) {
     RegionLoop loop;
-    for (std::size_t k = 0; k < count && loop.element == kNoElement; ++k)
-      loop.element = made.ElementOf(number, k);
-    loop.curves = OwnedCurve::TakeAll(library, record->loops[i]);
-    loop.moments = MomentsOf(library, loop.curves);
-    loop.box = BoundsOf(library, Chain(loop.curves));
+    for (std::size_t k = 0; k < region[i].size() && loop.element == kNoElement; ++k)
+      loop.element = made.ElementOf(i, k);
+    loop.curves = Taken(std::move(region[i]));
+    loop.moments = MomentsOf(context, loop.curves);
+    loop.box = BoundsOf(context, loop.curves);
     loop.distance = distance;
     if (loop.moments.area < 0) loop.kind = RegionLoop::Kind::kHole;
     const bool is_hole = loop.kind == RegionLoop::Kind::kHole;
@@ -126,15 +127,14 @@ void TakeLoops(Library& library, const Drawing& drawing, double distance, Operan
   }
 }
 
-void Keep(Library& library, const Outline& outline, std::size_t element, RegionLoop::Kind kind,
+void Keep(Context& context, const Outline& outline, std::size_t element, RegionLoop::Kind kind,
           Regions& regions) {
   RegionLoop kept;
-  for (const OwnedCurve& curve : outline.curves)
-    kept.curves.push_back(OwnedCurve::Copied(library, curve));
+  kept.curves = Copies(context, outline.curves);
   kept.element = element;
   kept.kind = kind;
-  kept.moments = MomentsOf(library, kept.curves);
-  kept.box = BoundsOf(library, Chain(kept.curves));
+  kept.moments = MomentsOf(context, kept.curves);
+  kept.box = BoundsOf(context, kept.curves);
   regions.loops.push_back(std::move(kept));
 }
 

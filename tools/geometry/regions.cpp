@@ -6,6 +6,7 @@
 #include <list>
 #include <utility>
 
+#include "geometry/curve_ask.h"
 #include "geometry/parallel.h"
 #include "geometry/region_work.h"
 
@@ -19,7 +20,7 @@ constexpr double kApart = 1e-6;
 template <class Step>
 Regions OnAllCores(std::size_t count, const Step& step) {
   std::vector<Regions> parts(count);
-  ParallelFor(count, [&](std::size_t i, Library& library) { step(i, library, parts[i]); });
+  ParallelFor(count, [&](std::size_t i, Context& context) { step(i, context, parts[i]); });
   Regions all;
   for (Regions& part : parts) Append(part, all);
   SortByElement(all);
@@ -28,7 +29,7 @@ Regions OnAllCores(std::size_t count, const Step& step) {
 
 // The sides of a group are made one region each before they are combined, unless that comes to the
 // same.
-void CombineGroup(Library& library, const Drawing& drawing, const Input& input, const Loops& group,
+void CombineGroup(Context& context, const Drawing& drawing, const Input& input, const Loops& group,
                   int operation, const CurveDone& done, Regions& part) {
   const double steps = CurveCount(group) / 3;
   std::list<Operand> operands;
@@ -43,13 +44,13 @@ void CombineGroup(Library& library, const Drawing& drawing, const Input& input, 
                                (operation == KURVO_DIFFERENCE && side == 1);
     if (is_one_by_one) continue;
     Operand& united = operands.emplace_back(KURVO_FILL_NONZERO);
-    Combine(library, KURVO_UNION, sides[side], steps, done, united, part.report);
+    Combine(context, KURVO_UNION, sides[side], steps, done, united, part.report);
     sides[side] = {&united};
   }
   sides[0].insert(sides[0].end(), sides[1].begin(), sides[1].end());
   Operand made(KURVO_FILL_NONZERO);
-  Combine(library, operation, sides[0], steps, done, made, part.report);
-  TakeLoops(library, drawing, 0, made, part);
+  Combine(context, operation, sides[0], steps, done, made, part.report);
+  TakeLoops(context, drawing, 0, made, part);
 }
 
 // How far apart outlines must be, so that their offsets do not meet.
@@ -77,13 +78,13 @@ Drawing Together(Drawing first, Drawing second) {
 
 Regions Combined(const Drawing& drawing, std::size_t count, int operation, Nesting nesting,
                  const Closing& closing, const CurveDone& done) {
-  Library library;
+  Context context;
   Input input;
-  Read(library, drawing, 0, count, 0, nesting, closing, input);
-  Read(library, drawing, count, drawing.shapes.size(), 1, nesting, closing, input);
+  Read(context, drawing, 0, count, 0, nesting, closing, input);
+  Read(context, drawing, count, drawing.shapes.size(), 1, nesting, closing, input);
   const std::vector<Loops> groups =
-      Apart(library, input.loops, kApart * Extent(library, {&drawing}));
-  Regions regions = OnAllCores(groups.size(), [&](std::size_t i, Library& own, Regions& part) {
+      Apart(context, input.loops, kApart * Extent(context, {&drawing}));
+  Regions regions = OnAllCores(groups.size(), [&](std::size_t i, Context& own, Regions& part) {
     CombineGroup(own, drawing, input, groups[i], operation, done, part);
   });
   regions.left_out = input.left_out;
@@ -91,46 +92,45 @@ Regions Combined(const Drawing& drawing, std::size_t count, int operation, Nesti
 }
 
 Regions Cleaned(const Drawing& drawing, const Closing& closing, const CurveDone& done) {
-  return OnAllCores(drawing.shapes.size(), [&](std::size_t i, Library& library, Regions& part) {
+  return OnAllCores(drawing.shapes.size(), [&](std::size_t i, Context& context, Regions& part) {
     const Shape& shape = drawing.shapes[i];
     Operand outlines(RuleOf(shape));
     for (const Outline& outline : shape.outlines) {
       const bool is_line = !outline.closed && shape.paint.stroke != "none";
-      const bool surrounds = Surrounds(library, shape, outline, closing);
-      const bool meets = surrounds && AreSame(library, StartOf(library, outline.curves.front()),
-                                              EndOf(library, outline.curves.back()));
+      const bool surrounds = Surrounds(context, shape, outline, closing);
+      const bool meets =
+          surrounds && Follows(context, outline.curves.back(), outline.curves.front());
       if (surrounds && (meets || !is_line || !IsFilled(shape))) {
         outlines.Add(outline.curves, i);
       } else {
-        Keep(library, outline, i, RegionLoop::Kind::kOpen, part);
+        Keep(context, outline, i, RegionLoop::Kind::kOpen, part);
       }
     }
     if (outlines.IsEmpty()) return;
-    outlines.Close();
     Operand made(KURVO_FILL_NONZERO);
-    Combine(library, KURVO_UNION, {&outlines}, static_cast<double>(outlines.CurveCount()), done,
+    Combine(context, KURVO_UNION, {&outlines}, static_cast<double>(outlines.CurveCount()), done,
             made, part.report);
-    TakeLoops(library, drawing, 0, made, part);
+    TakeLoops(context, drawing, 0, made, part);
   });
 }
 
 Regions Offset(const Drawing& drawing, const std::vector<double>& distances, Nesting nesting,
                const Closing& closing, const PenOptions& pen, const CurveDone& done) {
-  Library library;
+  Context context;
   Input input;
-  Read(library, drawing, 0, drawing.shapes.size(), 0, nesting, closing, input);
-  const double size = Extent(library, {&drawing});
+  Read(context, drawing, 0, drawing.shapes.size(), 0, nesting, closing, input);
+  const double size = Extent(context, {&drawing});
   struct Job {
     double distance;
     Loops loops;
   };
   std::vector<Job> jobs;
   for (const double distance : distances) {
-    for (const Loops& group : Apart(library, input.loops, ReachOf(pen, distance, size))) {
+    for (const Loops& group : Apart(context, input.loops, ReachOf(pen, distance, size))) {
       for (Loops& loops : ByRegion(group)) jobs.push_back({distance, std::move(loops)});
     }
   }
-  Regions regions = OnAllCores(jobs.size(), [&](std::size_t i, Library& own, Regions& part) {
+  Regions regions = OnAllCores(jobs.size(), [&](std::size_t i, Context& own, Regions& part) {
     const auto& [distance, loops] = jobs[i];
     Operand source(input.regions[loops.front().region].rule), made(KURVO_FILL_NONZERO);
     Fill(loops, source);
@@ -144,15 +144,15 @@ Regions Offset(const Drawing& drawing, const std::vector<double>& distances, Nes
 void KeepOutlines(const Drawing& drawing, Keeping keeping, const Closing& closing,
                   const std::vector<bool>* only, Regions& regions) {
   if (keeping == Keeping::kNone) return;
-  Library library;
+  Context context;
   for (std::size_t i = 0; i < drawing.shapes.size(); ++i) {
     if (only != nullptr && !(*only)[i]) continue;
     const Shape& shape = drawing.shapes[i];
     for (const Outline& outline : shape.outlines) {
-      const bool surrounds = Surrounds(library, shape, outline, closing);
+      const bool surrounds = Surrounds(context, shape, outline, closing);
       if (surrounds && keeping == Keeping::kOpen) continue;
       const auto kind = outline.closed ? RegionLoop::Kind::kKept : RegionLoop::Kind::kOpen;
-      Keep(library, outline, i, kind, regions);
+      Keep(context, outline, i, kind, regions);
       if (!surrounds && regions.left_out > 0) --regions.left_out;
     }
   }
@@ -161,20 +161,20 @@ void KeepOutlines(const Drawing& drawing, Keeping keeping, const Closing& closin
 
 Regions Stroked(const Drawing& drawing, double left, double right, const PenOptions& pen,
                 const CurveDone& done) {
-  Library library;
-  const double size = Extent(library, {&drawing});
+  Context context;
+  const double size = Extent(context, {&drawing});
   KurvoOptions pen_options = WithTolerance(pen, std::max(left, right), size);
   pen_options.dash_count = static_cast<std::int32_t>(pen.dashes.size());
   pen_options.dashes = pen.dashes.data();
   // The library's y points up.
   const std::pair sides = drawing.sheet.y_up ? std::pair(left, right) : std::pair(right, left);
-  return OnAllCores(drawing.shapes.size(), [&](std::size_t i, Library& own, Regions& part) {
+  return OnAllCores(drawing.shapes.size(), [&](std::size_t i, Context& own, Regions& part) {
     Operand outlines(KURVO_FILL_NONZERO), made(KURVO_FILL_NONZERO);
     for (const Outline& outline : drawing.shapes[i].outlines) outlines.Add(outline.curves, i);
-    outlines.Close();
     const KurvoRegion chains = outlines.Record();
     Run(
         own, pen_options, {&outlines}, static_cast<double>(outlines.CurveCount()), done,
+        "KurvoChainStroke",
         [&](const KurvoOptions& options, KurvoRegion* out, KurvoReport* report, GlobalVar* g) {
           KurvoChainStroke(chains.loops, chains.count, sides.first, sides.second, &options, out,
                            report, g);

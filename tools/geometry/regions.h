@@ -1,5 +1,5 @@
 // What the outlines of a drawing surround, put together, cleaned, at a distance; what a pen covers
-// that runs along them. All of it throws LibraryError.
+// that runs along them. All of it throws BadResult.
 #pragma once
 
 #include <cstddef>
@@ -16,11 +16,11 @@ namespace kurvo::tools {
 struct RegionLoop {
   enum class Kind { kOutline, kHole, kOpen, kKept };  // kKept: it closes
 
-  std::vector<OwnedCurve> curves;
+  std::vector<Curve> curves;
   std::size_t element = kNoElement;  // that it comes from, into the shapes of the drawing
   Kind kind = Kind::kOutline;
   double distance = 0;  // that it was moved by
-  KurvoMoments moments = {};
+  Moments moments = {};
   Bounds box = {};
 };
 

@@ -3,6 +3,8 @@
 #include <string>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 
 namespace kurvo::tools {
 namespace {
@@ -25,11 +27,11 @@ std::vector<std::span<const ResultChain>> Elements(const Result& result) {
   return elements;
 }
 
-Bounds ViewOf(Library& library, const Result& result) {
+Bounds ViewOf(Context& context, const Result& result) {
   Bounds view = result.source.sheet.view;
   if (!view.IsEmpty()) return view;
   for (const ResultChain& chain : result.chains) {
-    for (const OwnedCurve& curve : chain.curves) view.Add(BoundsOf(library, curve));
+    for (const Curve& curve : chain.curves) view.Add(BoundsOf(context, curve));
   }
   if (view.IsEmpty()) view = kNothing;
   view.Grow(ThinStroke(view));
@@ -48,11 +50,11 @@ Paint PaintOf(const Result& result, std::size_t element, double thin) {
   return {kNoPaint, paint.fill == kNoPaint ? "#000" : paint.fill, thin};
 }
 
-Drawing DrawingOf(Library& library, const Result& result) {
+Drawing DrawingOf(Context& context, const Result& result) {
   Drawing drawing;
   drawing.groups = result.source.groups;
   drawing.sheet = result.source.sheet;
-  const double thin = ThinStroke(ViewOf(library, result));
+  const double thin = ThinStroke(ViewOf(context, result));
   for (const auto& chains : Elements(result)) {
     Shape& shape = drawing.shapes.emplace_back();
     const std::size_t element = chains.front().element;
@@ -69,8 +71,7 @@ Drawing DrawingOf(Library& library, const Result& result) {
     for (const ResultChain& chain : chains) {
       Outline& outline = shape.outlines.emplace_back();
       outline.closed = chain.closed;
-      for (const OwnedCurve& curve : chain.curves)
-        outline.curves.push_back(OwnedCurve::Copied(library, curve));
+      outline.curves = Copies(context, chain.curves);
     }
   }
   return drawing;
@@ -85,21 +86,18 @@ Result ResultOf(const Drawing& drawing) {
   return result;
 }
 
-Result OneByOne(const Drawing& source, std::span<const OwnedCurve> curves) {
+Result OneByOne(const Drawing& source, std::span<const Curve> curves) {
   Result result = {source, {}, Look::kLines};
-  for (const OwnedCurve& curve : curves) result.chains.push_back({{&curve, 1}});
+  for (const Curve& curve : curves) result.chains.push_back({{&curve, 1}});
   return result;
 }
 
-void AddRuns(Library& library, std::span<const OwnedCurve> curves, std::size_t element,
+void AddRuns(Context& context, std::span<const Curve> curves, std::size_t element,
              std::vector<ResultChain>& chains) {
   for (std::size_t begin = 0, end; begin < curves.size(); begin = end) {
     end = begin + 1;
-    while (end < curves.size() &&
-           AreSame(library, EndOf(library, curves[end - 1]), StartOf(library, curves[end])))
-      ++end;
-    const bool closed =
-        AreSame(library, EndOf(library, curves[end - 1]), StartOf(library, curves[begin]));
+    while (end < curves.size() && Follows(context, curves[end - 1], curves[end])) ++end;
+    const bool closed = Follows(context, curves[end - 1], curves[begin]);
     chains.push_back({curves.subspan(begin, end - begin), closed, element});
   }
 }

@@ -13,7 +13,7 @@ inline constexpr std::size_t kNoElement = static_cast<std::size_t>(-1);
 
 // Curves that run end to start. They are seen, not owned.
 struct ResultChain {
-  std::span<const OwnedCurve> curves;
+  std::span<const Curve> curves;
   bool closed = false;
   std::size_t element = kNoElement;  // into the shapes of the source
 };
@@ -32,7 +32,7 @@ struct Result {
 std::vector<std::span<const ResultChain>> Elements(const Result& result);
 
 // The view of the sheet, or else a box around the chains, which is never empty.
-Bounds ViewOf(Library& library, const Result& result);
+Bounds ViewOf(Context& context, const Result& result);
 
 // Of lines that nothing says the width of; thin beside the view.
 inline double ThinStroke(const Bounds& view) { return 1e-3 * view.LongerSide(); }
@@ -42,17 +42,17 @@ inline double ThinStroke(const Bounds& view) { return 1e-3 * view.LongerSide(); 
 Paint PaintOf(const Result& result, std::size_t element, double thin_stroke);
 
 // The same with curves of its own.
-Drawing DrawingOf(Library& library, const Result& result);
+Drawing DrawingOf(Context& context, const Result& result);
 
 // The drawing as it is.
 Result ResultOf(const Drawing& drawing);
 
 // Curves that come from no element, each as a chain of its own.
-Result OneByOne(const Drawing& source, std::span<const OwnedCurve> curves);
+Result OneByOne(const Drawing& source, std::span<const Curve> curves);
 
 // The runs of curves that meet, each of them as a chain, which is closed if it comes back to its
 // start.
-void AddRuns(Library& library, std::span<const OwnedCurve> curves, std::size_t element,
+void AddRuns(Context& context, std::span<const Curve> curves, std::size_t element,
              std::vector<ResultChain>& chains);
 
 }  // namespace kurvo::tools

@@ -1,7 +1,6 @@
 #include "geometry/tiles.h"
 
 #include <fmt/format.h>
-#include <kurvo_outline.h>
 
 #include <array>
 #include <cmath>
@@ -9,6 +8,7 @@
 #include <utility>
 
 #include "geometry/chain.h"
+#include "geometry/curve_make.h"
 #include "geometry/result.h"
 
 namespace kurvo::tools {
@@ -40,11 +40,8 @@ bool IsWithin(const Bounds& inner, const Bounds& outer) {
   return outer.Contains(inner.Min()) && outer.Contains(inner.Max());
 }
 
-Outline Copied(Library& library, const Outline& outline) {
-  Outline copy = {{}, outline.closed};
-  for (const OwnedCurve& curve : outline.curves)
-    copy.curves.push_back(OwnedCurve::Copied(library, curve));
-  return copy;
+Outline Copied(Context& context, const Outline& outline) {
+  return {Copies(context, outline.curves), outline.closed};
 }
 
 // A loop along the sides of a box.
@@ -52,56 +49,47 @@ Outline Frame(const Bounds& box) {
   const Point corners[] = {
       box.Min(), {box.max_x, box.min_y}, box.Max(), {box.min_x, box.max_y}, box.Min()};
   Outline frame = {{}, true};
-  for (int i = 0; i < 4; ++i) frame.curves.push_back(OwnedCurve::Line(corners[i], corners[i + 1]));
+  for (int i = 0; i < 4; ++i)
+    frame.curves.push_back(Curve::Line(corners[i], corners[i + 1]).value());
   return frame;
 }
 
 // Parts of outlines within a box.
 class Clipper {
  public:
-  Clipper(Library& library, const Bounds& box) : library_(library), frame_(Frame(box)) {
-    const Chain chain(frame_.curves);
-    const Cvseq seq = chain.Seq();
-    KurvoRegionAdd(&region_.record, &seq, 0, library.State());
-    library.Check();
+  Clipper(Context& context, const Bounds& box) : context_(context), frame_(Frame(box)) {
+    region_.Add(*ChainView(frame_.curves), context).value();
   }
 
   std::vector<Outline> Inside(const Outline& outline) {
-    const Chain chain(outline.curves);
-    const Cvseq seq = chain.Seq();
-    OwnedRegion inside, outside;
-    KurvoOptions options = {};
-    options.size = sizeof options;
-    KurvoReport report = {};
-    {
-      const WiderTolerance wider(library_);
-      KurvoRegionClip(&region_.record, &seq, 1, &options, &inside.record, &outside.record, &report,
-                      library_.State());
-    }
-    library_.Check();
+    const ChainView chain(outline.curves);
+    Clipped clipped = [&] {
+      const EpsilonScope wider = WiderTolerance(context_);
+      return region_.Clip({&*chain, 1}, context_).value();
+    }();
     std::vector<Outline> parts;
-    for (std::int32_t i = 0; i < inside.record.count; ++i) {
-      Outline part = {OwnedCurve::TakeAll(library_, inside.record.loops[i]), false};
-      part.closed = outline.closed && outside.record.count == 0;
+    for (Chain& inside : clipped.inside) {
+      Outline part = {Taken(std::move(inside)), false};
+      part.closed = outline.closed && clipped.outside.size() == 0;
       if (!part.curves.empty()) parts.push_back(std::move(part));
     }
     return parts;
   }
 
  private:
-  Library& library_;
+  Context& context_;
   const Outline frame_;
-  OwnedRegion region_;
+  Region region_;
 };
 
 class Tiler {
  public:
-  Tiler(Library& library, const Drawing& drawing, const Paper& paper)
-      : library_(library), drawing_(drawing), paper_(paper), box_(BoundsOf(library, drawing)) {
+  Tiler(Context& context, const Drawing& drawing, const Paper& paper)
+      : context_(context), drawing_(drawing), paper_(paper), box_(BoundsOf(context, drawing)) {
     ForEachOutline(drawing, [&](const Outline& outline, const std::string&) {
-      boxes_.push_back(BoundsOf(library, Chain(outline.curves)));
+      boxes_.push_back(BoundsOf(context, outline.curves));
     });
-    thin_ = ThinStroke(ViewOf(library, ResultOf(drawing)));
+    thin_ = ThinStroke(ViewOf(context, ResultOf(drawing)));
   }
 
   Pages Tile(const CurveDone& done) {
@@ -134,7 +122,7 @@ class Tiler {
         if (page.outlines > 0) pages.pages.push_back(std::move(page));
       }
     }
-    ForEachCurve(drawing_, [&](const OwnedCurve&) { done(); });
+    ForEachCurve(drawing_, [&](const Curve&) { done(); });
     return pages;
   }
 
@@ -154,7 +142,7 @@ class Tiler {
     sheet.width = sheet.mm_per_unit * page.sheet.Width();
     sheet.height = sheet.mm_per_unit * page.sheet.Height();
     sheet.physical = true;
-    Clipper clipper(library_, page.printed);
+    Clipper clipper(context_, page.printed);
     std::size_t number = 0;
     for (const Shape& shape : drawing_.shapes) {
       Shape part = {shape.label, shape.even_odd,       {},          shape.id,
@@ -164,7 +152,7 @@ class Tiler {
         if (!Meet(box, page.printed)) continue;
         std::vector<Outline> inside;
         if (IsWithin(box, page.printed)) {
-          inside.push_back(Copied(library_, outline));
+          inside.push_back(Copied(context_, outline));
         } else {
           inside = clipper.Inside(outline);
         }
@@ -191,7 +179,7 @@ class Tiler {
     marks.outlines.push_back(Frame(frame));
     const auto add = [&](Point from, Point to) {
       Outline& line = marks.outlines.emplace_back();
-      line.curves.push_back(OwnedCurve::Line(from, to));
+      line.curves.push_back(Curve::Line(from, to).value());
     };
     const double in = paper_.overlap / 2;
     for (const double x : {frame.min_x + in, frame.max_x - in}) {
@@ -218,7 +206,7 @@ class Tiler {
     page.drawing.shapes.push_back(std::move(marks));
   }
 
-  Library& library_;
+  Context& context_;
   const Drawing& drawing_;
   const Paper& paper_;
   const Bounds box_;
@@ -232,11 +220,11 @@ std::string PageName(const Page& page) {
   return fmt::format("{}-{}", page.row + 1, page.column + 1);
 }
 
-Pages Tiled(Library& library, const Drawing& drawing, const Paper& paper, const CurveDone& done) {
-  return Tiler(library, drawing, paper).Tile(done);
+Pages Tiled(Context& context, const Drawing& drawing, const Paper& paper, const CurveDone& done) {
+  return Tiler(context, drawing, paper).Tile(done);
 }
 
-Drawing OnOneSheet(Library& library, const Drawing& source, const Pages& pages,
+Drawing OnOneSheet(Context& context, const Drawing& source, const Pages& pages,
                    const Paper& paper) {
   Drawing all;
   Sheet& sheet = all.sheet;
@@ -257,12 +245,12 @@ Drawing OnOneSheet(Library& library, const Drawing& source, const Pages& pages,
     const double y = static_cast<double>(page.row) * paper.height;
     const Point corner = {x, sheet.y_up ? -y - paper.height : y};
     const Point by = corner - page.sheet.Min();
-    Drawing moved = DrawingOf(library, ResultOf(page.drawing));
+    Drawing moved = DrawingOf(context, ResultOf(page.drawing));
     for (Shape& shape : moved.shapes) {
       shape.group = group;
       shape.origin = {};
       for (Outline& outline : shape.outlines) {
-        for (OwnedCurve& curve : outline.curves) curve.Move(library, by);
+        for (Curve& curve : outline.curves) curve.Move(by, context).value();
       }
       all.shapes.push_back(std::move(shape));
     }

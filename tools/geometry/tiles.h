@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 
@@ -40,9 +39,9 @@ std::string PageName(const Page& page);
 // The lines of the drawing on as few sheets as a grid takes, and on each sheet marks: a frame
 // around what is printed, crosses that lie over those of the neighbours, and row and column.
 // Throws std::runtime_error when they are too many, or too small to print on.
-Pages Tiled(Library& library, const Drawing& drawing, const Paper& paper, const CurveDone& done);
+Pages Tiled(Context& context, const Drawing& drawing, const Paper& paper, const CurveDone& done);
 
 // All sheets beside and below each other, each a layer. Their overlaps are there twice.
-Drawing OnOneSheet(Library& library, const Drawing& source, const Pages& pages, const Paper& paper);
+Drawing OnOneSheet(Context& context, const Drawing& source, const Pages& pages, const Paper& paper);
 
 }  // namespace kurvo::tools

@@ -1,6 +1,7 @@
 // The order in which a machine cuts, over what was drawn.
 #include <fmt/format.h>
 
+#include "geometry/curve_make.h"
 #include "picture/frame.h"
 #include "picture/pictures.h"
 #include "svg/curve_path.h"
@@ -21,9 +22,9 @@ constexpr std::string_view kCutColour = "#d95f02";
 constexpr std::string_view kLeadInColour = "#0b8a5b";
 constexpr std::string_view kWayColour = "#1d5fd1";
 
-OwnedCurve CurveOf(const DxfSegment& s) {
-  return s.sweep == 0 ? OwnedCurve::Line(s.from, s.to)
-                      : OwnedCurve::Arc(s.centre, s.radius, s.sweep > 0, s.from, s.to);
+Curve CurveOf(const DxfSegment& s) {
+  return s.sweep == 0 ? Curve::Line(s.from, s.to).value()
+                      : ArcOf(s.centre, s.radius, s.sweep > 0, s.from, s.to);
 }
 
 // Back from the machine to the drawing: the map scales alike, and may mirror.
@@ -38,16 +39,16 @@ DxfSegment InDrawing(DxfSegment s, const Affine& map) {
 
 }  // namespace
 
-std::string CutPicture(Library& library, const Drawing& drawing, const CutReport& report,
+std::string CutPicture(Context& context, const Drawing& drawing, const CutReport& report,
                        double size) {
   const Affine& map = report.plan.map;
   DrawnCurves source, cuts, lead_ins;
-  source.Add(library, drawing);
+  source.Add(context, drawing);
   const auto drawn = [&](const DxfSegment& segment) { return InDrawing(segment, map); };
   std::vector<Point> starts, ends;
   for (const MachineCut& cut : report.plan.cuts) {
-    for (const DxfSegment& segment : cut.lead_in) lead_ins.Add(library, CurveOf(drawn(segment)));
-    for (const DxfSegment& segment : cut.segments) cuts.Add(library, CurveOf(drawn(segment)));
+    for (const DxfSegment& segment : cut.lead_in) lead_ins.Add(context, CurveOf(drawn(segment)));
+    for (const DxfSegment& segment : cut.segments) cuts.Add(context, CurveOf(drawn(segment)));
     starts.push_back(drawn((cut.lead_in.empty() ? cut.segments : cut.lead_in).front()).from);
     ends.push_back(drawn(cut.segments.back()).to);
   }

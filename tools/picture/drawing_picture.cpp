@@ -3,6 +3,7 @@
 
 #include "geometry/chain.h"
 #include "geometry/comb.h"
+#include "geometry/curve_ask.h"
 #include "picture/frame.h"
 #include "picture/pictures.h"
 #include "svg/curve_path.h"
@@ -32,60 +33,39 @@ struct OutlineTrace {
   bool closed;
 };
 
-template <class Block>
-std::vector<Point> PointsOf(const Block& curve, int count) {
-  std::vector<Point> points;
-  for (int i = 0; i < count; ++i) points.push_back({curve.points[i][0], curve.points[i][1]});
-  return points;
+std::vector<Point> ControlPoints(const Curve& curve) {
+  if (const KurvoArc* arc = curve.AsArc()) return {Load(arc->centre)};
+  return ControlPointsOf(curve);
 }
 
-template <class Block>
-std::vector<Point> PointsOfBezier(const OwnedCurve& curve) {
-  return PointsOf(curve.Block<Block>(), curve.Block<Block>().degree + 1);
-}
-template <class Block>
-std::vector<Point> PointsOfSpline(const OwnedCurve& curve) {
-  return PointsOf(curve.Block<Block>(), curve.Block<Block>().count);
-}
-
-std::vector<Point> ControlPoints(const OwnedCurve& curve) {
-  if (curve.Type() == CV_BEZIER) return PointsOfBezier<KurvoBezier>(curve);
-  if (curve.Type() == CV_RBEZIER) return PointsOfBezier<KurvoRBezier>(curve);
-  if (curve.Type() == CV_BSPLINE) return PointsOfSpline<KurvoBSpline>(curve);
-  if (curve.Type() == CV_RBSPLINE) return PointsOfSpline<KurvoRBSpline>(curve);
-  if (curve.Type() != CV_ARC) return {};
-  const auto& arc = curve.Block<KurvoArc>();
-  return {{arc.centre[0], arc.centre[1]}};
-}
-
-OutlineTrace TraceOutline(Library& library, const Outline& outline, bool alternate) {
+OutlineTrace TraceOutline(Context& context, const Outline& outline, bool alternate) {
   OutlineTrace trace = {{}, {}, outline.closed};
-  for (const OwnedCurve& curve : outline.curves) {
+  for (const Curve& curve : outline.curves) {
     const bool other = alternate && curve.Type() == CV_ARC && !trace.curves.empty() &&
                        trace.curves.back().type == CV_ARC && !trace.curves.back().other;
     trace.curves.push_back({curve.Type(),
                             {},
-                            StartOf(library, curve),
-                            EndOf(library, curve),
+                            StartOf(context, curve),
+                            EndOf(context, curve),
                             ControlPoints(curve),
                             other});
-    trace.curves.back().drawn.Add(library, curve);
-    trace.box.Add(BoundsOf(library, curve));
+    trace.curves.back().drawn.Add(context, curve);
+    trace.box.Add(BoundsOf(context, curve));
   }
   return trace;
 }
 
 class DrawingPictureWriter {
  public:
-  DrawingPictureWriter(Library& library, const Drawing& drawing, const PictureOptions& options)
-      : library_(library),
+  DrawingPictureWriter(Context& context, const Drawing& drawing, const PictureOptions& options)
+      : context_(context),
         drawing_(drawing),
         options_(options),
-        extent_(Extent(library, {&drawing})) {
+        extent_(Extent(context, {&drawing})) {
     ForEachOutline(drawing, [&](const Outline& outline, const std::string&) {
-      traces_.push_back(TraceOutline(library, outline, options.alternate));
+      traces_.push_back(TraceOutline(context, outline, options.alternate));
     });
-    if (options.comb && !options.curves_only) combs_ = CombsOf(library, drawing, extent_);
+    if (options.comb && !options.curves_only) combs_ = CombsOf(context, drawing, extent_);
   }
 
   std::string Write(double size) {
@@ -149,7 +129,7 @@ class DrawingPictureWriter {
     for (const Shape& shape : drawing_.shapes) {
       std::string data;
       for (const Outline& outline : shape.outlines)
-        data += PathData(library_, outline.curves) + (outline.closed ? "Z" : "");
+        data += PathData(context_, outline.curves) + (outline.closed ? "Z" : "");
       out.Path(data, shape.even_odd ? "fill-rule=\"evenodd\"" : "");
     }
     out.CloseGroup();
@@ -227,7 +207,7 @@ class DrawingPictureWriter {
     return entries;
   }
 
-  Library& library_;
+  Context& context_;
   const Drawing& drawing_;
   const PictureOptions& options_;
   const double extent_;
@@ -238,9 +218,9 @@ class DrawingPictureWriter {
 
 }  // namespace
 
-std::string DrawingPicture(Library& library, const Drawing& drawing, const PictureOptions& options,
+std::string DrawingPicture(Context& context, const Drawing& drawing, const PictureOptions& options,
                            double size) {
-  return DrawingPictureWriter(library, drawing, options).Write(size);
+  return DrawingPictureWriter(context, drawing, options).Write(size);
 }
 
 }  // namespace kurvo::tools

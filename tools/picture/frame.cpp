@@ -133,14 +133,14 @@ void Picture::WriteMark(const LegendEntry& entry, Point left) {
   }
 }
 
-void DrawnCurves::Add(Library& library, const OwnedCurve& curve) {
-  data += PathData(library, curve);
-  box.Add(BoundsOf(library, curve));
+void DrawnCurves::Add(Context& context, const Curve& curve) {
+  data += PathData(context, curve);
+  box.Add(BoundsOf(context, curve));
   ++count;
 }
 
-void DrawnCurves::Add(Library& library, const Drawing& drawing) {
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) { Add(library, curve); });
+void DrawnCurves::Add(Context& context, const Drawing& drawing) {
+  ForEachCurve(drawing, [&](const Curve& curve) { Add(context, curve); });
 }
 
 }  // namespace kurvo::tools

@@ -94,8 +94,8 @@ struct DrawnCurves {
   Bounds box;
   std::size_t count = 0;
 
-  void Add(Library& library, const OwnedCurve& curve);
-  void Add(Library& library, const Drawing& drawing);
+  void Add(Context& context, const Curve& curve);
+  void Add(Context& context, const Drawing& drawing);
 };
 
 }  // namespace kurvo::tools

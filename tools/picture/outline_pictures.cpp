@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 #include "picture/frame.h"
 #include "picture/pictures.h"
 #include "svg/curve_path.h"
@@ -24,11 +25,11 @@ constexpr double kLocatedWidth = 2;
 constexpr double kGridRadius = 2;
 
 struct PlaceStyle {
-  Place place;
+  Where place;
   std::string_view colour;
 };
 constexpr PlaceStyle kPlaceStyles[] = {
-    {Place::kOutside, "#94a3b8"}, {Place::kInside, "#1d5fd1"}, {Place::kOn, kCrossingColour}};
+    {Where::kOutside, "#94a3b8"}, {Where::kInside, "#1d5fd1"}, {Where::kOn, kCrossingColour}};
 
 void WritePoints(const std::vector<LocatedPoint>& points, double radius, Picture& out) {
   for (const PlaceStyle& style : kPlaceStyles) {
@@ -49,13 +50,6 @@ std::string_view PieceColour(std::size_t piece, std::size_t count) {
   return kPieceColours[like_the_first ? 1 : piece % kColours];
 }
 
-std::vector<Point> ControlPoints(const OwnedCurve& spline) {
-  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
-  std::vector<Point> points;
-  for (int i = 0; i < block.count; ++i) points.push_back({block.points[i][0], block.points[i][1]});
-  return points;
-}
-
 void WriteControl(const std::vector<Point>& control, Picture& out) {
   out.Path(out.Polyline(control), out.PixelStroke(kControlColour, kThinWidth));
   std::string marks;
@@ -65,11 +59,11 @@ void WriteControl(const std::vector<Point>& control, Picture& out) {
 
 }  // namespace
 
-std::string LocatePicture(Library& library, const Drawing& drawing, const LocateReport& report,
+std::string LocatePicture(Context& context, const Drawing& drawing, const LocateReport& report,
                           double size) {
-  const double extent = Extent(library, {&drawing});
+  const double extent = Extent(context, {&drawing});
   DrawnCurves curves;
-  curves.Add(library, drawing);
+  curves.Add(context, drawing);
   Bounds shown = curves.box;
   for (const auto* points : {&report.points, &report.grid}) {
     for (const LocatedPoint& at : *points) shown.Add(at.point);
@@ -90,14 +84,14 @@ std::string LocatePicture(Library& library, const Drawing& drawing, const Locate
   return out.Finish();
 }
 
-std::string OffsetPicture(Library& library, const Drawing& drawing,
+std::string OffsetPicture(Context& context, const Drawing& drawing,
                           const std::vector<OutlineOffset>& offsets, const std::string& name,
                           double size) {
-  const double extent = Extent(library, {&drawing});
+  const double extent = Extent(context, {&drawing});
   DrawnCurves sources, moved;
-  sources.Add(library, drawing);
+  sources.Add(context, drawing);
   for (const OutlineOffset& offset : offsets) {
-    for (const OwnedCurve& piece : offset.pieces) moved.Add(library, piece);
+    for (const Curve& piece : offset.pieces) moved.Add(context, piece);
   }
   Bounds shown = sources.box;
   shown.Add(moved.box);
@@ -116,16 +110,16 @@ std::string OffsetPicture(Library& library, const Drawing& drawing,
   return out.Finish();
 }
 
-std::string SplitPicture(Library& library, const Drawing& drawing,
+std::string SplitPicture(Context& context, const Drawing& drawing,
                          std::span<const SplitOutline> outlines, double size) {
   Bounds shown;
   for (const SplitOutline& outline : outlines) {
     for (const Piece& piece : outline.pieces) {
-      for (const OwnedCurve& curve : piece.curves) shown.Add(BoundsOf(library, curve));
+      for (const Curve& curve : piece.curves) shown.Add(BoundsOf(context, curve));
     }
   }
   const double width = kPieceWidth * PixelSize(shown, size);
-  Picture out({.extent = Extent(library, {&drawing}),
+  Picture out({.extent = Extent(context, {&drawing}),
                .shown = shown,
                .size = size,
                .stroke_width = width,
@@ -136,7 +130,7 @@ std::string SplitPicture(Library& library, const Drawing& drawing,
     for (std::size_t i = 0; i < outline.pieces.size(); ++i) {
       const std::string_view colour = PieceColour(i, outline.pieces.size());
       const Piece& piece = outline.pieces[i];
-      out.Path(PathData(library, piece.curves) + (piece.closed ? "Z" : ""),
+      out.Path(PathData(context, piece.curves) + (piece.closed ? "Z" : ""),
                "stroke=\"" + std::string(colour) + "\"");
     }
   }
@@ -144,18 +138,18 @@ std::string SplitPicture(Library& library, const Drawing& drawing,
   return out.Finish();
 }
 
-std::string FitPicture(Library& library, const std::vector<Point>& points, const OwnedCurve& spline,
+std::string FitPicture(Context& context, const std::vector<Point>& points, const Curve& spline,
                        bool control, double size) {
   Bounds shown;
   for (const Point p : points) shown.Add(p);
   const double extent = shown.LongerSide();
-  shown.Add(BoundsOf(library, spline));
+  shown.Add(BoundsOf(context, spline));
   std::vector<LegendEntry> legend = {
       {Mark::kCurve, kDrawingColours[0], "B-spline"},
       {Mark::kPoint, kPointColour, fmt::format("point ({})", points.size())}};
   std::vector<Point> controls;
   if (control) {
-    controls = ControlPoints(spline);
+    controls = ControlPointsOf(spline);
     for (const Point p : controls) shown.Add(p);
     legend.push_back({Mark::kControl, kControlColour, "control polygon"});
   }
@@ -165,7 +159,7 @@ std::string FitPicture(Library& library, const std::vector<Point>& points, const
                .stroke_width = kCurveWidth * PixelSize(shown, size),
                .legend = legend});
   if (control) WriteControl(controls, out);
-  out.Path(PathData(library, spline), out.PixelStroke(kDrawingColours[0], kCurveWidth));
+  out.Path(PathData(context, spline), out.PixelStroke(kDrawingColours[0], kCurveWidth));
   out.OpenGroup("fill=\"#fff\" stroke=\"" + std::string(kPointColour) + "\" " +
                 out.Attribute("stroke-width", kThinWidth * out.Pixel()));
   for (const Point p : points) out.Circle(p, kPointRadius * out.Pixel());

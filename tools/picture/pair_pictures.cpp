@@ -1,4 +1,6 @@
 // Two drawings and what lies between them: crossings and links.
+#include <array>
+
 #include "picture/frame.h"
 #include "picture/pictures.h"
 #include "svg/curve_path.h"
@@ -17,10 +19,10 @@ constexpr double kShortestWidth = 3;
 // A picture of drawings, each of which has its colour.
 class PairPicture {
  public:
-  PairPicture(Library& library, const std::vector<const Drawing*>& drawings)
-      : extent_(Extent(library, drawings)), y_up_(drawings.front()->sheet.y_up) {
+  PairPicture(Context& context, const std::vector<const Drawing*>& drawings)
+      : extent_(Extent(context, drawings)), y_up_(drawings.front()->sheet.y_up) {
     for (const Drawing* drawing : drawings) {
-      curves_.emplace_back().Add(library, *drawing);
+      curves_.emplace_back().Add(context, *drawing);
       shown_.Add(curves_.back().box);
     }
   }
@@ -61,14 +63,14 @@ std::vector<LegendEntry> Entries(const CrossingReport& report) {
   return entries;
 }
 
-void WriteOverlaps(Library& library, const CrossingReport& report, Picture& out) {
+void WriteOverlaps(Context& context, const CrossingReport& report, Picture& out) {
   std::string stretches;
   for (const Overlap& overlap : report.found.overlaps) {
     // All of the curve, when it is not known where they part.
     const double from = overlap.has_ends ? overlap.stretch.from.first : 0;
     const double to = overlap.has_ends ? overlap.stretch.to.first : 1;
-    const OwnedCurve& curve = *report.first.curves[overlap.first].curve;
-    stretches += PathData(library, OwnedCurve::Divided(library, curve, {from, to})[1]);
+    const Curve& curve = *report.first.curves[overlap.first].curve;
+    stretches += PathData(context, curve.Split(std::array{from, to}, context).value()[1]);
   }
   out.Path(stretches,
            out.PixelStroke(kCrossingColour, kOverlapWidth) + " " + std::string(kOverlapOpacity));
@@ -102,13 +104,13 @@ void WriteLinks(const LinkReport& report, Picture& out) {
 
 }  // namespace
 
-std::string CrossingPicture(Library& library, const Drawing& first, const Drawing* second,
+std::string CrossingPicture(Context& context, const Drawing& first, const Drawing* second,
                             const CrossingReport& report, double size) {
   std::vector<const Drawing*> drawings = {&first};
   if (second != nullptr) drawings.push_back(second);
-  const PairPicture pair(library, drawings);
+  const PairPicture pair(context, drawings);
   Picture out = pair.Begin(size, Entries(report));
-  WriteOverlaps(library, report, out);
+  WriteOverlaps(context, report, out);
   pair.WriteCurves(out);
   out.OpenGroup(out.PixelStroke(kCrossingColour, kRingWidth));
   for (const Crossing& crossing : report.found.crossings)
@@ -117,9 +119,9 @@ std::string CrossingPicture(Library& library, const Drawing& first, const Drawin
   return out.Finish();
 }
 
-std::string LinkPicture(Library& library, const Drawing& first, const Drawing& second,
+std::string LinkPicture(Context& context, const Drawing& first, const Drawing& second,
                         const LinkReport& report, double size) {
-  const PairPicture pair(library, {&first, &second});
+  const PairPicture pair(context, {&first, &second});
   Picture out = pair.Begin(size, Entries(report));
   pair.WriteCurves(out);
   WriteLinks(report, out);

@@ -16,17 +16,17 @@ constexpr double kPageWidth = 1;
 
 }  // namespace
 
-std::string NotchPicture(Library& library, const Drawing& drawing,
+std::string NotchPicture(Context& context, const Drawing& drawing,
                          const std::vector<Notch>& notches, const std::string& name, double size) {
   DrawnCurves curves, lines;
-  curves.Add(library, drawing);
-  for (const Notch& notch : notches) lines.Add(library, notch.line);
+  curves.Add(context, drawing);
+  for (const Notch& notch : notches) lines.Add(context, notch.line);
   Bounds shown = curves.box;
   shown.Add(lines.box);
   const std::string count =
       fmt::format("{} ({})", notches.size() == 1 ? "notch" : "notches", notches.size());
   Picture out(
-      {.extent = Extent(library, {&drawing}),
+      {.extent = Extent(context, {&drawing}),
        .shown = shown,
        .size = size,
        .stroke_width = kCurveWidth * PixelSize(shown, size),
@@ -37,13 +37,13 @@ std::string NotchPicture(Library& library, const Drawing& drawing,
   return out.Finish();
 }
 
-std::string PagePicture(Library& library, const PageReport& report, double size) {
+std::string PagePicture(Context& context, const PageReport& report, double size) {
   DrawnCurves curves;
-  curves.Add(library, report.drawing);
+  curves.Add(context, report.drawing);
   Bounds shown = curves.box;
   for (const Page& page : report.pages.pages) shown.Add(page.sheet);
   const std::size_t count = report.pages.pages.size();
-  Picture out({.extent = Extent(library, {&report.drawing}),
+  Picture out({.extent = Extent(context, {&report.drawing}),
                .shown = shown,
                .size = size,
                .stroke_width = kCurveWidth * PixelSize(shown, size),

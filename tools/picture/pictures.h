@@ -24,51 +24,51 @@ struct PictureOptions {
 };
 
 // The curves of a drawing, coloured by type.
-std::string DrawingPicture(Library& library, const Drawing& drawing, const PictureOptions& options,
+std::string DrawingPicture(Context& context, const Drawing& drawing, const PictureOptions& options,
                            double size);
 
 // Each drawing in a colour of its own, with a ring around each crossing and a band along each
 // overlap. `second` is null when there is one drawing only.
-std::string CrossingPicture(Library& library, const Drawing& first, const Drawing* second,
+std::string CrossingPicture(Context& context, const Drawing& first, const Drawing* second,
                             const CrossingReport& report, double size);
 
 // Each drawing in a colour of its own, the links as thin lines and the shortest one, with rings
 // around its ends, as a strong one.
-std::string LinkPicture(Library& library, const Drawing& first, const Drawing& second,
+std::string LinkPicture(Context& context, const Drawing& first, const Drawing& second,
                         const LinkReport& report, double size);
 
 // The curves with all points, coloured by where they lie.
-std::string LocatePicture(Library& library, const Drawing& drawing, const LocateReport& report,
+std::string LocatePicture(Context& context, const Drawing& drawing, const LocateReport& report,
                           double size);
 
 // Sources and offsets, each in a colour of their own. `name` is that of the drawing.
-std::string OffsetPicture(Library& library, const Drawing& drawing,
+std::string OffsetPicture(Context& context, const Drawing& drawing,
                           const std::vector<OutlineOffset>& offsets, const std::string& name,
                           double size);
 
 // The regions below the drawings that they are made of, each of these in a colour of its own.
-std::string RegionPicture(Library& library, const RegionReport& report, double size);
+std::string RegionPicture(Context& context, const RegionReport& report, double size);
 
 // What is cut over the drawing, with lead-ins and the ways between, numbered in the order of
 // cutting.
-std::string CutPicture(Library& library, const Drawing& drawing, const CutReport& report,
+std::string CutPicture(Context& context, const Drawing& drawing, const CutReport& report,
                        double size);
 
 // One path for each piece and nothing else, so that it can be read as a drawing of the pieces;
 // neighbours have different colours. `drawing` is the one that they come from.
-std::string SplitPicture(Library& library, const Drawing& drawing,
+std::string SplitPicture(Context& context, const Drawing& drawing,
                          std::span<const SplitOutline> outlines, double size);
 
 // The drawing with its notches in another colour. `name` is that of the drawing.
-std::string NotchPicture(Library& library, const Drawing& drawing,
+std::string NotchPicture(Context& context, const Drawing& drawing,
                          const std::vector<Notch>& notches, const std::string& name, double size);
 
 // The drawing, and over it what each page prints as a frame.
-std::string PagePicture(Library& library, const PageReport& report, double size);
+std::string PagePicture(Context& context, const PageReport& report, double size);
 
 // A spline with a ring around each point that it passes through; `control` shows its control
 // polygon too.
-std::string FitPicture(Library& library, const std::vector<Point>& points, const OwnedCurve& spline,
+std::string FitPicture(Context& context, const std::vector<Point>& points, const Curve& spline,
                        bool control, double size);
 
 }  // namespace kurvo::tools

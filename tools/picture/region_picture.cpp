@@ -19,13 +19,13 @@ constexpr std::string_view kInside = "fill=\"#fde7d3\"";
 
 }  // namespace
 
-std::string RegionPicture(Library& library, const RegionReport& report, double size) {
+std::string RegionPicture(Context& context, const RegionReport& report, double size) {
   DrawnCurves sources[2];
   const std::vector<Shape>& shapes = report.drawing.shapes;
   for (std::size_t i = 0; i < shapes.size(); ++i) {
     for (const Outline& outline : shapes[i].outlines) {
-      for (const OwnedCurve& curve : outline.curves)
-        sources[i < report.second ? 0 : 1].Add(library, curve);
+      for (const Curve& curve : outline.curves)
+        sources[i < report.second ? 0 : 1].Add(context, curve);
     }
   }
   Bounds shown;
@@ -37,7 +37,7 @@ std::string RegionPicture(Library& library, const RegionReport& report, double s
   std::string inside, loops;  // path data; rings lie in each other
   for (const RegionLoop& loop : report.regions.loops) {
     const bool is_open = loop.kind == RegionLoop::Kind::kOpen;
-    const std::string data = PathData(library, loop.curves) + (is_open ? "" : "Z");
+    const std::string data = PathData(context, loop.curves) + (is_open ? "" : "Z");
     if (!is_open) inside += data;
     loops += data;
     shown.Add(loop.box);
@@ -46,7 +46,7 @@ std::string RegionPicture(Library& library, const RegionReport& report, double s
   legend.push_back(
       {Mark::kCurve, kLoopColour,
        fmt::format("{} ({} {})", report.operation, count, count == 1 ? "loop" : "loops")});
-  Picture out({.extent = Extent(library, {&report.drawing}),
+  Picture out({.extent = Extent(context, {&report.drawing}),
                .shown = shown,
                .size = size,
                .stroke_width = kLoopWidth * PixelSize(shown, size),

@@ -12,20 +12,20 @@ namespace {
 std::string OutlinesText(const LocateReport& report, const LocatedPoint& at) {
   std::string text;
   for (std::size_t i = 0; i < at.outlines.size(); ++i) {
-    if (at.outlines[i] == Place::kOutside) continue;
+    if (at.outlines[i] == Where::kOutside) continue;
     if (!text.empty()) text += ", ";
-    text += (at.outlines[i] == Place::kOn ? "on " : "in ") + report.outlines[i];
+    text += (at.outlines[i] == Where::kOn ? "on " : "in ") + report.outlines[i];
   }
   return text;
 }
 
 std::string GridText(const std::vector<LocatedPoint>& grid) {
-  const auto count = [&](Place place) {
+  const auto count = [&](Where place) {
     return std::count_if(grid.begin(), grid.end(),
                          [&](const LocatedPoint& at) { return at.place == place; });
   };
   return fmt::format("grid of {} points: {} inside, {} on, {} outside\n", grid.size(),
-                     count(Place::kInside), count(Place::kOn), count(Place::kOutside));
+                     count(Where::kInside), count(Where::kOn), count(Where::kOutside));
 }
 
 Json PointRecord(const LocateReport& report, const LocatedPoint& at) {
@@ -35,7 +35,7 @@ Json PointRecord(const LocateReport& report, const LocatedPoint& at) {
   if (at.outlines.empty()) return record;
   Json& outlines = record["outlines"] = Json::array();
   for (std::size_t i = 0; i < at.outlines.size(); ++i) {
-    if (at.outlines[i] == Place::kOutside) continue;
+    if (at.outlines[i] == Where::kOutside) continue;
     outlines.push_back({{"outline", report.outlines[i]}, {"place", PlaceName(at.outlines[i])}});
   }
   return record;

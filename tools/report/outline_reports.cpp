@@ -5,6 +5,7 @@
 #include <span>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 #include "report/json.h"
 #include "report/reports.h"
 #include "report/text.h"
@@ -24,10 +25,10 @@ struct Totals {
   int degree = 0;
   Bounds box;
 
-  void Add(Library& library, const OwnedCurve& curve) {
+  void Add(Context& context, const Curve& curve) {
     for (std::size_t i = 0; i < std::size(kTypes); ++i) counts[i] += curve.Type() == kTypes[i];
-    degree = std::max(degree, DegreeOf(library, curve));
-    box.Add(BoundsOf(library, curve));
+    degree = std::max(degree, curve.Degree(context).value());
+    box.Add(BoundsOf(context, curve));
   }
   std::vector<std::string> Row(const std::string& label, const std::string& kind,
                                const std::string& start, const std::string& end,
@@ -42,9 +43,9 @@ struct Totals {
 
 }  // namespace
 
-std::string OutlineTable(Library& library, const Drawing& drawing) {
+std::string OutlineTable(Context& context, const Drawing& drawing) {
   bool splines = false;
-  ForEachCurve(drawing, [&](const OwnedCurve& curve) {
+  ForEachCurve(drawing, [&](const Curve& curve) {
     splines = splines || curve.Type() == CV_BSPLINE || curve.Type() == CV_RBSPLINE;
   });
   std::vector<TextTable::Column> columns = {{"outline"},
@@ -63,32 +64,32 @@ std::string OutlineTable(Library& library, const Drawing& drawing) {
   Totals all;
   ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
     Totals own;
-    for (const OwnedCurve& curve : outline.curves) {
-      own.Add(library, curve);
-      all.Add(library, curve);
+    for (const Curve& curve : outline.curves) {
+      own.Add(context, curve);
+      all.Add(context, curve);
     }
     ++outlines;
     table.Add(own.Row(label, outline.closed ? "closed" : "open",
-                      PointText(StartOf(library, outline.curves.front())),
-                      PointText(EndOf(library, outline.curves.back())), splines));
+                      PointText(StartOf(context, outline.curves.front())),
+                      PointText(EndOf(context, outline.curves.back())), splines));
   });
   table.Add(all.Row(CountText(outlines, "outline"), "", "", "", splines));
   return table.Text();
 }
 
-std::string OutlineJson(Library& library, const std::string& name, const Drawing& drawing) {
+std::string OutlineJson(Context& context, const std::string& name, const Drawing& drawing) {
   std::vector<Json> records;
   ForEachOutline(drawing, [&](const Outline& outline, const std::string& label) {
     Totals own;
-    for (const OwnedCurve& curve : outline.curves) own.Add(library, curve);
+    for (const Curve& curve : outline.curves) own.Add(context, curve);
     Json& record = records.emplace_back();
     record["outline"] = label;
     record["closed"] = outline.closed;
     for (std::size_t i = 0; i < std::size(kTypes); ++i)
       record[std::string(TypeName(kTypes[i]))] = own.counts[i];
     record["degree"] = own.degree;
-    record["start"] = StartOf(library, outline.curves.front());
-    record["end"] = EndOf(library, outline.curves.back());
+    record["start"] = StartOf(context, outline.curves.front());
+    record["end"] = EndOf(context, outline.curves.back());
     record["box"] = own.box;
   });
   JsonLines json;
@@ -97,13 +98,13 @@ std::string OutlineJson(Library& library, const std::string& name, const Drawing
   return json.Take();
 }
 
-std::string OffsetJson(Library& library, const std::string& name,
+std::string OffsetJson(Context& context, const std::string& name,
                        const std::vector<OutlineOffset>& offsets) {
   JsonLines json;
   json.Add("file", name);
   json.AddList("offsets", offsets, [&](const OutlineOffset& offset, std::size_t) -> Json {
     Bounds box;
-    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(library, piece));
+    for (const Curve& piece : offset.pieces) box.Add(BoundsOf(context, piece));
     return {{"outline", offset.label},
             {"closed", offset.source->closed},
             {"curves", offset.source->curves.size()},
@@ -114,12 +115,12 @@ std::string OffsetJson(Library& library, const std::string& name,
   return json.Take();
 }
 
-std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offsets) {
+std::string OffsetTable(Context& context, const std::vector<OutlineOffset>& offsets) {
   TextTable table(
       {{"outline"}, {""}, {"curves", kRight}, {"distance", kRight}, {"pieces", kRight}, {"box"}});
   for (const OutlineOffset& offset : offsets) {
     Bounds box;
-    for (const OwnedCurve& piece : offset.pieces) box.Add(BoundsOf(library, piece));
+    for (const Curve& piece : offset.pieces) box.Add(BoundsOf(context, piece));
     table.Add({offset.label, offset.source->closed ? "closed" : "open",
                std::to_string(offset.source->curves.size()), ShortNumber(offset.distance),
                std::to_string(offset.pieces.size()), BoundsText(box)});
@@ -127,7 +128,7 @@ std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offs
   return table.Text();
 }
 
-std::string SplitTable(Library& library, const std::vector<SplitOutline>& outlines) {
+std::string SplitTable(Context& context, const std::vector<SplitOutline>& outlines) {
   TextTable table(
       {{"outline"}, {"piece", kRight}, {"curves", kRight}, {"start"}, {"end"}, {"length", kRight}});
   for (const SplitOutline& outline : outlines) {
@@ -135,14 +136,14 @@ std::string SplitTable(Library& library, const std::vector<SplitOutline>& outlin
     for (std::size_t i = 0; i < outline.pieces.size(); ++i) {
       const Piece& piece = outline.pieces[i];
       table.Add({"", std::to_string(i + 1), std::to_string(piece.curves.size()),
-                 PointText(StartOf(library, piece.curves.front())),
-                 PointText(EndOf(library, piece.curves.back())), ShortNumber(piece.length)});
+                 PointText(StartOf(context, piece.curves.front())),
+                 PointText(EndOf(context, piece.curves.back())), ShortNumber(piece.length)});
     }
   }
   return table.Text();
 }
 
-std::string SplitJson(Library& library, const std::string& name,
+std::string SplitJson(Context& context, const std::string& name,
                       const std::vector<SplitOutline>& outlines) {
   JsonLines json;
   json.Add("file", name);
@@ -152,8 +153,8 @@ std::string SplitJson(Library& library, const std::string& name,
     lines.AddList("pieces", outline.pieces, [&](const Piece& piece, std::size_t i) -> Json {
       return {{"piece", i + 1},
               {"curves", piece.curves.size()},
-              {"start", StartOf(library, piece.curves.front())},
-              {"end", EndOf(library, piece.curves.back())},
+              {"start", StartOf(context, piece.curves.front())},
+              {"end", EndOf(context, piece.curves.back())},
               {"length", piece.length}};
     });
     return lines.Take();
@@ -161,7 +162,7 @@ std::string SplitJson(Library& library, const std::string& name,
   return json.Take();
 }
 
-std::string JoinTable(Library& library, const JoinedCurves& joined) {
+std::string JoinTable(Context& context, const JoinedCurves& joined) {
   TextTable table({{"chain", kRight},
                    {""},
                    {"curves", kRight},
@@ -171,11 +172,11 @@ std::string JoinTable(Library& library, const JoinedCurves& joined) {
                    {"box"}});
   const std::vector<Piece>& chains = joined.chains.pieces;
   for (std::size_t i = 0; i < chains.size(); ++i) {
-    const std::vector<OwnedCurve>& curves = chains[i].curves;
+    const std::vector<Curve>& curves = chains[i].curves;
     table.Add({std::to_string(i + 1), chains[i].closed ? "closed" : "open",
-               std::to_string(curves.size()), PointText(StartOf(library, curves.front())),
-               PointText(EndOf(library, curves.back())), ShortNumber(chains[i].length),
-               BoundsText(BoundsOf(library, curves))});
+               std::to_string(curves.size()), PointText(StartOf(context, curves.front())),
+               PointText(EndOf(context, curves.back())), ShortNumber(chains[i].length),
+               BoundsText(BoundsOf(context, curves))});
   }
   return table.Text() + fmt::format("{} closed, {} open; {}, {} dropped\n", joined.closed,
                                     chains.size() - joined.closed,
@@ -183,7 +184,7 @@ std::string JoinTable(Library& library, const JoinedCurves& joined) {
                                     joined.report.dropped);
 }
 
-std::string JoinJson(Library& library, const std::string& name, const JoinedCurves& joined) {
+std::string JoinJson(Context& context, const std::string& name, const JoinedCurves& joined) {
   JsonLines json;
   json.Add("file", name);
   json.Add("gaps", joined.report.gaps);
@@ -193,29 +194,27 @@ std::string JoinJson(Library& library, const std::string& name, const JoinedCurv
     return {{"chain", i + 1},
             {"closed", chain.closed},
             {"curves", chain.curves.size()},
-            {"start", StartOf(library, chain.curves.front())},
-            {"end", EndOf(library, chain.curves.back())},
+            {"start", StartOf(context, chain.curves.front())},
+            {"end", EndOf(context, chain.curves.back())},
             {"length", chain.length},
-            {"box", BoundsOf(library, chain.curves)}};
+            {"box", BoundsOf(context, chain.curves)}};
   });
   return json.Take();
 }
 
-std::string FitText(Library& library, const OwnedCurve& spline) {
-  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
+std::string FitText(Context& context, const Curve& spline) {
+  const KurvoBSpline& block = *spline.As<KurvoBSpline>();
   return fmt::format("B-spline of order {} through {} points, length {}\n", block.order,
-                     block.count, ShortNumber(LengthOf(library, spline)));
+                     block.count, ShortNumber(LengthOf(context, spline)));
 }
 
-std::string FitJson(const OwnedCurve& spline) {
-  const KurvoBSpline& block = spline.Block<KurvoBSpline>();
+std::string FitJson(const Curve& spline) {
+  const auto knots = spline.KnotVector();
   JsonLines json;
-  json.Add("order", block.order);
-  json.Add("knots", std::vector<double>(block.knots, block.knots + block.order + block.count));
-  json.AddList("control_points", std::span(block.points, static_cast<std::size_t>(block.count)),
-               [](const Coord& p, std::size_t) -> Json {
-                 return Point{p[0], p[1]};
-               });
+  json.Add("order", spline.As<KurvoBSpline>()->order);
+  json.Add("knots", std::vector<double>(knots.begin(), knots.end()));
+  json.AddList("control_points", spline.ControlPoints(),
+               [](const kurvo::Point& p, std::size_t) -> Json { return Point(p); });
   return json.Take();
 }
 

@@ -87,8 +87,8 @@ Json OverlapRecord(const CrossingReport& report, const Overlap& overlap) {
 
 Json LinkRecord(const LinkReport& report, const Link& link) {
   const auto& [first, second, at, from, to] = link;
-  return {{"first", CurveJson(report.first, first, {{"parameter", at.first}, {"point", from}})},
-          {"second", CurveJson(report.second, second, {{"parameter", at.second}, {"point", to}})},
+  return {{"first", CurveJson(report.first, first, {{"parameter", at.a}, {"point", from}})},
+          {"second", CurveJson(report.second, second, {{"parameter", at.b}, {"point", to}})},
           {"distance", at.distance}};
 }
 
@@ -139,8 +139,8 @@ std::string LinkTable(const LinkReport& report) {
                    {"distance"}});
   for (const Link& link : report.links) {
     std::vector<std::string> row;
-    AddCells(report.first, link.first, {ShortNumber(link.at.first), PointText(link.from)}, row);
-    AddCells(report.second, link.second, {ShortNumber(link.at.second), PointText(link.to)}, row);
+    AddCells(report.first, link.first, {ShortNumber(link.at.a), PointText(link.from)}, row);
+    AddCells(report.second, link.second, {ShortNumber(link.at.b), PointText(link.to)}, row);
     row.push_back(ShortNumber(link.at.distance));
     table.Add(row);
   }

@@ -1,6 +1,7 @@
 // Notches and pages.
 #include <fmt/format.h>
 
+#include "geometry/curve_ask.h"
 #include "report/json.h"
 #include "report/reports.h"
 #include "report/text.h"
@@ -17,17 +18,17 @@ std::string SizeText(const Sheet& sheet, const Paper& paper) {
 
 }  // namespace
 
-std::string NotchTable(Library& library, const std::vector<Notch>& notches) {
+std::string NotchTable(Context& context, const std::vector<Notch>& notches) {
   TextTable table({{"outline"}, {"at", kRight}, {"point"}, {"notch"}, {""}});
   for (const Notch& notch : notches) {
     table.Add({notch.outline, ShortNumber(notch.at), PointText(notch.point),
-               PointText(StartOf(library, notch.line)), PointText(EndOf(library, notch.line))});
+               PointText(StartOf(context, notch.line)), PointText(EndOf(context, notch.line))});
   }
   return table.Text() +
          fmt::format("{} {}\n", notches.size(), notches.size() == 1 ? "notch" : "notches");
 }
 
-std::string NotchJson(Library& library, const std::string& name,
+std::string NotchJson(Context& context, const std::string& name,
                       const std::vector<Notch>& notches) {
   JsonLines json;
   json.Add("file", name);
@@ -35,8 +36,8 @@ std::string NotchJson(Library& library, const std::string& name,
     return {{"outline", notch.outline},
             {"at", notch.at},
             {"point", notch.point},
-            {"start", StartOf(library, notch.line)},
-            {"end", EndOf(library, notch.line)}};
+            {"start", StartOf(context, notch.line)},
+            {"end", EndOf(context, notch.line)}};
   });
   return json.Take();
 }

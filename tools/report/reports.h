@@ -21,8 +21,8 @@ namespace kurvo::tools {
 
 // One line for each outline: name, curves by type, largest degree, start, end, box; then the
 // totals.
-std::string OutlineTable(Library& library, const Drawing& drawing);
-std::string OutlineJson(Library& library, const std::string& name, const Drawing& drawing);
+std::string OutlineTable(Context& context, const Drawing& drawing);
+std::string OutlineJson(Context& context, const std::string& name, const Drawing& drawing);
 
 // Two lists of curves, which may be the same one, and what they have in common.
 struct CrossingReport {
@@ -53,8 +53,8 @@ std::string LinkJson(const LinkReport& report);
 
 struct LocatedPoint {
   Point point;
-  Place place;                  // in the drawing
-  std::vector<Place> outlines;  // by outline; empty for the points of a grid
+  Where place;                  // in the drawing
+  std::vector<Where> outlines;  // by outline; empty for the points of a grid
 };
 
 struct LocateReport {
@@ -81,8 +81,8 @@ std::string MeasureTable(const MeasureReport& report);
 std::string MeasureJson(const MeasureReport& report);
 
 // One line for each outline and distance: how many curves became how many pieces, and their box.
-std::string OffsetTable(Library& library, const std::vector<OutlineOffset>& offsets);
-std::string OffsetJson(Library& library, const std::string& name,
+std::string OffsetTable(Context& context, const std::vector<OutlineOffset>& offsets);
+std::string OffsetJson(Context& context, const std::string& name,
                        const std::vector<OutlineOffset>& offsets);
 
 struct RegionReport {
@@ -99,13 +99,13 @@ std::string RegionTable(const RegionReport& report);
 std::string RegionJson(const RegionReport& report);
 
 // One line for each outline, followed by one for each of its pieces. `name` is that of the file.
-std::string SplitTable(Library& library, const std::vector<SplitOutline>& outlines);
-std::string SplitJson(Library& library, const std::string& name,
+std::string SplitTable(Context& context, const std::vector<SplitOutline>& outlines);
+std::string SplitJson(Context& context, const std::string& name,
                       const std::vector<SplitOutline>& outlines);
 
 // One line for each chain, then how many there are and what was done to join them.
-std::string JoinTable(Library& library, const JoinedCurves& joined);
-std::string JoinJson(Library& library, const std::string& name, const JoinedCurves& joined);
+std::string JoinTable(Context& context, const JoinedCurves& joined);
+std::string JoinJson(Context& context, const std::string& name, const JoinedCurves& joined);
 
 struct CutReport {
   std::string name;  // of the file
@@ -118,8 +118,8 @@ std::string CutTable(const CutReport& report);
 std::string CutJson(const CutReport& report);
 
 // One line for each notch, then how many there are.
-std::string NotchTable(Library& library, const std::vector<Notch>& notches);
-std::string NotchJson(Library& library, const std::string& name, const std::vector<Notch>& notches);
+std::string NotchTable(Context& context, const std::vector<Notch>& notches);
+std::string NotchJson(Context& context, const std::string& name, const std::vector<Notch>& notches);
 
 struct PageReport {
   std::string name;  // of the file
@@ -133,7 +133,7 @@ std::string PageTable(const PageReport& report);
 std::string PageJson(const PageReport& report);
 
 // A spline through points: a line about it, or its knots and control points.
-std::string FitText(Library& library, const OwnedCurve& spline);
-std::string FitJson(const OwnedCurve& spline);
+std::string FitText(Context& context, const Curve& spline);
+std::string FitJson(const Curve& spline);
 
 }  // namespace kurvo::tools

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 #include "svg/input.h"
 
 namespace kurvo::tools {
@@ -63,19 +65,19 @@ std::vector<double> Numbers(const Json& object, const char* name) {
 // Reads curves; lengths are taken `scale` times as large.
 class CurveReader {
  public:
-  CurveReader(Library& library, double scale) : library_(library), scale_(scale) {}
+  CurveReader(Context& context, double scale) : context_(context), scale_(scale) {}
 
   // Adds one curve, or the pieces of a composite. Throws ElementError.
-  void Read(const Json& value, std::vector<OwnedCurve>& curves, int depth = 0) {
+  void Read(const Json& value, std::vector<Curve>& curves, int depth = 0) {
     const std::string type = TextOr("", value, "type");
     if (type == "composite") {
       if (depth == kDeepest) Refuse("composites are nested too deep");
       for (const Json& piece : List(value, "curves")) Read(piece, curves, depth + 1);
       return;
     }
-    OwnedCurve curve = ReadOne(type, value);
-    if (curve.Type() == CV_ARC) CheckArc(curve.Block<KurvoArc>());
-    CheckRecord(library_, curve);
+    Curve curve = ReadOne(type, value);
+    if (curve.Type() == CV_ARC) CheckArc(*curve.As<KurvoArc>());
+    CheckRecord(context_, curve);
     curves.push_back(std::move(curve));
   }
 
@@ -85,19 +87,19 @@ class CurveReader {
   }
 
  private:
-  OwnedCurve ReadOne(const std::string& type, const Json& value) const {
+  Curve ReadOne(const std::string& type, const Json& value) const {
     const auto point = [&](const char* name) { return ReadPoint(Member(value, name), name); };
     // One after the other: faults are named in the same order by every compiler.
     if (type == "line") {
       const Point start = point("start"), end = point("end");
-      return OwnedCurve::Line(start, end);
+      return Curve::Line(start, end).value();
     }
     if (type == "arc") {
       const Point centre = point("centre");
       const double radius = scale_ * Number(Member(value, "radius"), "radius");
       const bool is_left = !FlagOr(false, value, "clockwise");
       const Point start = point("start"), end = point("end");
-      return OwnedCurve::Arc(centre, radius, is_left, start, end);
+      return ArcOf(centre, radius, is_left, start, end);
     }
     const bool is_rational = type.starts_with("rational ");
     const std::string form = is_rational ? type.substr(9) : type;
@@ -112,11 +114,11 @@ class CurveReader {
     }
     if (form == "B-spline") knots = KnotsOver01(Numbers(value, "knots"), points.size());
     if (points.size() < 2) Refuse("fewer than two points");
-    return OwnedCurve::FreeForm(points, weights, knots);
+    return FreeForm(points, weights, knots);
   }
 
   void CheckArc(const KurvoArc& arc) const {
-    const double slack = library_.Tolerance() + kArcRounding * std::fabs(arc.radius);
+    const double slack = context_.Epsilon() + kArcRounding * std::fabs(arc.radius);
     for (const auto& end : {arc.start, arc.end}) {
       const double off = Size(Point{end[0] - arc.centre[0], end[1] - arc.centre[1]}) - arc.radius;
       if (!(slack >= std::fabs(off))) Refuse("an end that is not on the arc");
@@ -125,14 +127,14 @@ class CurveReader {
 
   static constexpr double kArcRounding = 1e-9;
 
-  Library& library_;
+  Context& context_;
   const double scale_;
 };
 
 class CurveFileReader {
  public:
-  CurveFileReader(Library& library, const std::string& name, const ReadOptions& options)
-      : library_(library), name_(name), options_(options) {}
+  CurveFileReader(Context& context, const std::string& name, const ReadOptions& options)
+      : context_(context), name_(name), options_(options) {}
 
   Drawing Read(std::string_view bytes) {
     const Json file = Parse(bytes);
@@ -222,7 +224,7 @@ class CurveFileReader {
     shape.paint.stroke = TextOr("none", value, "stroke");
     shape.paint.stroke_width = scale_ * NumberOr(1 / scale_, value, "stroke_width");
     if (value.contains("origin"))
-      shape.origin = CurveReader(library_, scale_).ReadPoint(value["origin"], "origin");
+      shape.origin = CurveReader(context_, scale_).ReadPoint(value["origin"], "origin");
     const std::string shape_place = place_;
     const Json& outlines = List(value, "outlines");
     for (std::size_t i = 0; i < outlines.size(); ++i) {
@@ -231,17 +233,16 @@ class CurveFileReader {
       Outline outline;
       outline.closed = FlagOr(false, outlines[i], "closed");
       const Json& curves = List(outlines[i], "curves");
-      CurveReader reader(library_, scale_);
+      CurveReader reader(context_, scale_);
       for (std::size_t k = 0; k < curves.size(); ++k) {
         place_ = fmt::format("{}.curves[{}]", outline_place, k);
         const std::size_t before = outline.curves.size();
         reader.Read(curves[k], outline.curves);
         CheckJoints(outline.curves, before);
       }
-      std::erase_if(outline.curves,
-                    [&](const OwnedCurve& curve) { return IsPoint(library_, curve); });
+      std::erase_if(outline.curves, [&](const Curve& curve) { return IsPoint(context_, curve); });
       if (outline.curves.empty()) continue;
-      if (outline.closed && !Meet(outline.curves.back(), outline.curves.front())) {
+      if (outline.closed && !Follows(context_, outline.curves.back(), outline.curves.front())) {
         place_ = outline_place;
         Refuse("is closed, but its ends do not meet");
       }
@@ -250,17 +251,14 @@ class CurveFileReader {
     return shape;
   }
 
-  bool Meet(const OwnedCurve& curve, const OwnedCurve& next) const {
-    return AreSame(library_, EndOf(library_, curve), StartOf(library_, next));
-  }
-
-  void CheckJoints(const std::vector<OwnedCurve>& curves, std::size_t from) const {
+  void CheckJoints(const std::vector<Curve>& curves, std::size_t from) const {
     for (std::size_t i = std::max<std::size_t>(from, 1); i < curves.size(); ++i) {
-      if (!Meet(curves[i - 1], curves[i])) Refuse("does not begin where the curve before it ends");
+      if (!Follows(context_, curves[i - 1], curves[i]))
+        Refuse("does not begin where the curve before it ends");
     }
   }
 
-  Library& library_;
+  Context& context_;
   const std::string name_;
   const ReadOptions options_;
   double scale_ = 1;
@@ -283,21 +281,20 @@ std::vector<double> KnotsOver01(std::vector<double> knots, std::size_t points) {
   return knots;
 }
 
-void CheckRecord(Library& library, const OwnedCurve& curve) {
+void CheckRecord(Context& context, const Curve& curve) {
   try {
-    BoundsOf(library, curve);
-    LengthOf(library, curve);
-  } catch (const LibraryError& error) {
-    KurvoErrReset(library.State());
-    Refuse(error.what());
+    BoundsOf(context, curve);
+    LengthOf(context, curve);
+  } catch (const BadResult& error) {
+    Refuse(ErrorText(error.error()));
   }
 }
 
 bool IsCurveFile(std::string_view bytes) { return Trimmed(bytes.substr(0, 64)).starts_with('{'); }
 
-Drawing ReadCurveFile(Library& library, const std::string& name, std::string_view bytes,
+Drawing ReadCurveFile(Context& context, const std::string& name, std::string_view bytes,
                       const ReadOptions& options) {
-  return CurveFileReader(library, name, options).Read(bytes);
+  return CurveFileReader(context, name, options).Read(bytes);
 }
 
 }  // namespace kurvo::tools

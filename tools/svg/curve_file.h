@@ -14,7 +14,7 @@ namespace kurvo::tools {
 bool IsCurveFile(std::string_view bytes);
 
 // `name` is that of the file in messages. Throws InputError.
-Drawing ReadCurveFile(Library& library, const std::string& name, std::string_view bytes,
+Drawing ReadCurveFile(Context& context, const std::string& name, std::string_view bytes,
                       const ReadOptions& options);
 
 // The knots of a spline with so many points over the parameters from 0 to 1, over which the
@@ -22,9 +22,9 @@ Drawing ReadCurveFile(Library& library, const std::string& name, std::string_vie
 std::vector<double> KnotsOver01(std::vector<double> knots, std::size_t points);
 
 // Throws ElementError for a curve that the library cannot work with.
-void CheckRecord(Library& library, const OwnedCurve& curve);
+void CheckRecord(Context& context, const Curve& curve);
 
 // Numbers have the fewest digits that read back as the same double.
-std::string CurveFileText(Library& library, const Result& result);
+std::string CurveFileText(Context& context, const Result& result);
 
 }  // namespace kurvo::tools

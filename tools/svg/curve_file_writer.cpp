@@ -33,75 +33,47 @@ std::string List(const Items& items, const std::string& between, const Make& mak
   return "[" + text + "]";
 }
 
-template <class C>  // Coord, HCoord
-std::string PointText(const C& p) {
-  return "[" + ExactNumber(p[0]) + ", " + ExactNumber(p[1]) + "]";
+template <class P>  // of space, with or without a weight
+std::string PointText(const P& p) {
+  return "[" + ExactNumber(p.x) + ", " + ExactNumber(p.y) + "]";
 }
 
-template <class C>
-void AddPoints(const C* points, int count, Members& out) {
-  const std::span all(points, static_cast<std::size_t>(count));
-  out.Add("points", List(all, " ", [](const C& p) { return PointText(p); }));
-  if constexpr (sizeof(C) > sizeof(Coord)) {
-    out.Add("weights", List(all, " ", [](const C& p) { return ExactNumber(p[3]); }));
+std::string CurveText(const Curve& curve);
+
+void AddFields(std::nullptr_t, Members&) {}
+
+void AddFields(const KurvoLine& line, Members& out) {
+  out.Add("start", PointText(Load(line.start)));
+  out.Add("end", PointText(Load(line.end)));
+}
+
+void AddFields(const KurvoArc& arc, Members& out) {
+  out.Add("centre", PointText(Load(arc.centre)));
+  out.Add("radius", ExactNumber(arc.radius));
+  out.Add("clockwise", arc.normal[2] < 0 ? "true" : "false");
+  out.Add("start", PointText(Load(arc.start)));
+  out.Add("end", PointText(Load(arc.end)));
+}
+
+void AddFields(const KurvoSegcv& composite, Members& out) {
+  out.Add("widths", List(Widths(composite), " ", ExactNumber));
+  out.Add("curves", List(Pieces(composite), " ", CurveText));
+}
+
+template <class FreeForm>
+void AddFields(const FreeForm& block, Members& out) {
+  const auto points = Points(block);
+  if constexpr (requires { block.knots; }) out.Add("knots", List(Knots(block), " ", ExactNumber));
+  out.Add("points", List(points, " ", [](const auto& p) { return PointText(p); }));
+  if constexpr (requires { points[0].w; }) {
+    out.Add("weights", List(points, " ", [](const auto& p) { return ExactNumber(p.w); }));
   }
-}
-
-template <class Block>
-void AddSpline(const Block& spline, Members& out) {
-  const std::span knots(spline.knots, static_cast<std::size_t>(spline.order + spline.count));
-  out.Add("knots", List(knots, " ", ExactNumber));
-  AddPoints(spline.points, spline.count, out);
 }
 
 std::string CurveText(const Curve& curve) {
   Members out;
-  switch (curve.type) {
-    case CV_LINE: {
-      const auto& line = *static_cast<const KurvoLine*>(curve.data);
-      out.AddText("type", "line");
-      out.Add("start", PointText(line.start));
-      out.Add("end", PointText(line.end));
-      break;
-    }
-    case CV_ARC: {
-      const auto& arc = *static_cast<const KurvoArc*>(curve.data);
-      out.AddText("type", "arc");
-      out.Add("centre", PointText(arc.centre));
-      out.Add("radius", ExactNumber(arc.radius));
-      out.Add("clockwise", arc.normal[2] < 0 ? "true" : "false");
-      out.Add("start", PointText(arc.start));
-      out.Add("end", PointText(arc.end));
-      break;
-    }
-    case CV_BEZIER: {
-      const auto& bezier = *static_cast<const KurvoBezier*>(curve.data);
-      out.AddText("type", "Bezier");
-      AddPoints(bezier.points, bezier.degree + 1, out);
-      break;
-    }
-    case CV_RBEZIER: {
-      const auto& bezier = *static_cast<const KurvoRBezier*>(curve.data);
-      out.AddText("type", "rational Bezier");
-      AddPoints(bezier.points, bezier.degree + 1, out);
-      break;
-    }
-    case CV_BSPLINE:
-      out.AddText("type", "B-spline");
-      AddSpline(*static_cast<const KurvoBSpline*>(curve.data), out);
-      break;
-    case CV_RBSPLINE:
-      out.AddText("type", "rational B-spline");
-      AddSpline(*static_cast<const KurvoRBSpline*>(curve.data), out);
-      break;
-    default: {
-      const auto& composite = *static_cast<const KurvoSegcv*>(curve.data);
-      const auto count = static_cast<std::size_t>(composite.count);
-      out.AddText("type", "composite");
-      out.Add("widths", List(std::span(composite.widths, count), " ", ExactNumber));
-      out.Add("curves", List(std::span(composite.curves, count), " ", CurveText));
-    }
-  }
+  out.AddText("type", TypeName(curve.Type()));
+  curve.Visit([&](const auto& block) { AddFields(block, out); });
   return out.Object();
 }
 
@@ -139,8 +111,7 @@ std::string ShapeText(const Result& result, std::span<const ResultChain> chains,
     out.AddText("id", shape.id);
     if (shape.group > 0) out.Add("group", std::to_string(shape.group));
     if (shape.even_odd) out.AddText("fill_rule", "evenodd");
-    const double origin[] = {shape.origin.x, shape.origin.y};
-    if (origin[0] != 0 || origin[1] != 0) out.Add("origin", PointText(origin));
+    if (shape.origin.x != 0 || shape.origin.y != 0) out.Add("origin", PointText(shape.origin));
   }
   const Paint paint = PaintOf(result, element, thin);
   out.AddText("fill", paint.fill);
@@ -149,9 +120,7 @@ std::string ShapeText(const Result& result, std::span<const ResultChain> chains,
   out.Add("outlines", List(chains, "\n     ", [](const ResultChain& chain) {
             Members outline;
             outline.Add("closed", chain.closed ? "true" : "false");
-            outline.Add("curves", List(chain.curves, "\n      ", [](const OwnedCurve& curve) {
-                          return CurveText(*curve.Get());
-                        }));
+            outline.Add("curves", List(chain.curves, "\n      ", CurveText));
             return outline.Object();
           }));
   return out.Object();
@@ -159,8 +128,8 @@ std::string ShapeText(const Result& result, std::span<const ResultChain> chains,
 
 }  // namespace
 
-std::string CurveFileText(Library& library, const Result& result) {
-  const double thin = ThinStroke(ViewOf(library, result));
+std::string CurveFileText(Context& context, const Result& result) {
+  const double thin = ThinStroke(ViewOf(context, result));
   const std::vector<Group>& groups = result.source.groups;
   return "{\n  \"format\": \"kurvo curves\",\n  \"version\": 1,\n  \"sheet\": " +
          SheetText(result.source.sheet) +

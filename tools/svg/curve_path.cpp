@@ -1,11 +1,13 @@
 #include "svg/curve_path.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <numbers>
 
 #include "geometry/chain.h"
+#include "geometry/curve_ask.h"
 #include "geometry/elliptical_arc.h"
 #include "svg/input.h"
 #include "svg/writer.h"
@@ -40,8 +42,6 @@ constexpr int kMostHalvings = 12;
 constexpr double kCoarser = 8;
 constexpr int kMostFits = 20;
 
-Point At(const double* p) { return {p[0], p[1]}; }
-
 double Rounding(Point p) { return kRounding * Size(p); }
 
 // The semi-axes of the ellipse with the conjugate half diameters u and v, by the singular value
@@ -68,7 +68,7 @@ struct Conic {
 
 Conic StandardForm(const KurvoRBezier& bezier) {
   const auto& p = bezier.points;
-  return {At(p[0]), At(p[1]), p[1][3] / std::sqrt(p[0][3] * p[2][3]), At(p[2])};
+  return {Load(p[0]), Load(p[1]), p[1][3] / std::sqrt(p[0][3] * p[2][3]), Load(p[2])};
 }
 
 // An ellipse by two conjugate half diameters, of which `u` leads to the middle of a conic.
@@ -101,7 +101,7 @@ Point TurningPoint(const Conic& conic, const Diameters& ellipse) {
 // Of the part of an arc from one point of it to another: the chord, turned by a quarter, points
 // there from the centre. The points of a circle are the same.
 Point MiddleOf(const KurvoArc& arc, bool positive, Point from, Point to) {
-  const Point centre = At(arc.centre);
+  const Point centre = Load(arc.centre);
   const Point chord = positive ? to - from : from - to;
   const double length = Size(chord);
   if (length == 0) return 2 * centre - from;
@@ -110,10 +110,10 @@ Point MiddleOf(const KurvoArc& arc, bool positive, Point from, Point to) {
 
 class PathWriter {
  public:
-  PathWriter(Library& library, const PathAccuracy& accuracy)
-      : library_(library), accuracy_(accuracy) {}
+  PathWriter(Context& context, const PathAccuracy& accuracy)
+      : context_(context), accuracy_(accuracy) {}
 
-  void Append(const OwnedCurve& curve) {
+  void Append(const Curve& curve) {
     const Point start = Start(curve);
     if (data_.empty()) {
       Write('M', {start});
@@ -128,15 +128,16 @@ class PathWriter {
  private:
   // Of an arc as it is recorded: worked out from the centre it is off by the rounding of the
   // radius.
-  Point Start(const OwnedCurve& curve) const {
-    return curve.Type() == CV_ARC ? At(curve.Block<KurvoArc>().start) : StartOf(library_, curve);
+  Point Start(const Curve& curve) const {
+    return curve.Type() == CV_ARC ? Point(Load(curve.As<KurvoArc>()->start))
+                                  : StartOf(context_, curve);
   }
 
   // The pen is at the start of the curve.
-  void WriteCurve(const OwnedCurve& curve, int halvings) {
+  void WriteCurve(const Curve& curve, int halvings) {
     switch (curve.Type()) {
       case CV_LINE:
-        return Write('L', {At(curve.Block<KurvoLine>().end)});
+        return Write('L', {Load(curve.As<KurvoLine>()->end)});
       case CV_ARC:
         return WriteCircular(curve);
       case CV_BEZIER:
@@ -149,39 +150,39 @@ class PathWriter {
   }
 
   // Those of a composite need not meet; the spans of a B-spline are of one curve.
-  void WritePieces(const OwnedCurve& whole) {
-    const std::vector<OwnedCurve> pieces = OwnedCurve::Pieces(library_, whole);
+  void WritePieces(const Curve& whole) {
+    const Curve pieces = whole.Converted(CV_SEGCV, context_).value();
     if (whole.Type() != CV_SEGCV) {
       Bounds ends;
-      for (const OwnedCurve& span : pieces) {
-        ends.Add(StartOf(library_, span));
-        ends.Add(EndOf(library_, span));
+      for (const Curve& span : pieces) {
+        ends.Add(StartOf(context_, span));
+        ends.Add(EndOf(context_, span));
       }
       least_size_ = ends.LongerSide();
     }
-    for (const OwnedCurve& piece : pieces) {
+    for (const Curve& piece : pieces) {
       const Point start = Start(piece);
-      if (!AreSame(library_, at_, start)) Write('M', {start});
+      if (!Same(at_, start, context_)) Write('M', {start});
       Append(piece);
     }
     least_size_ = 0;
   }
 
-  void WriteHalves(const OwnedCurve& curve, int halvings) {
-    for (const OwnedCurve& half : OwnedCurve::Divided(library_, curve, {0.5}))
-      WriteCurve(half, halvings + 1);
+  void WriteHalves(const Curve& curve, int halvings) {
+    const Chain halves = curve.Split(std::array{0.5}, context_).value();
+    for (const Curve& half : halves) WriteCurve(half, halvings + 1);
   }
 
-  void WriteCircular(const OwnedCurve& curve) {
-    const KurvoArc& arc = curve.Block<KurvoArc>();
-    const Point start = At(arc.start);
+  void WriteCircular(const Curve& curve) {
+    const KurvoArc& arc = *curve.As<KurvoArc>();
+    const Point start = Load(arc.start);
     const bool is_circle = start.x == arc.end[0] && start.y == arc.end[1];
-    WriteParts(arc, start, At(arc.end),
-               is_circle ? 2 * std::numbers::pi : LengthOf(library_, curve) / arc.radius);
+    WriteParts(arc, start, Load(arc.end),
+               is_circle ? 2 * std::numbers::pi : LengthOf(context_, curve) / arc.radius);
   }
 
   // Parts within the length tolerance would be lost when they are read.
-  double ShortestHalved() const { return kShortestHalved * library_.Tolerance(); }
+  double ShortestHalved() const { return kShortestHalved * context_.Epsilon(); }
   bool CanHalve(double length) const { return length > ShortestHalved(); }
 
   // The part of the arc between two points of it.
@@ -196,18 +197,18 @@ class PathWriter {
     WriteArc({arc.radius, arc.radius, 0, sweep > std::numbers::pi, positive, to});
   }
 
-  void WriteBezier(const OwnedCurve& curve) {
-    const KurvoBezier& bezier = curve.Block<KurvoBezier>();
+  void WriteBezier(const Curve& curve) {
+    const KurvoBezier& bezier = *curve.As<KurvoBezier>();
     if (bezier.degree > 3) return WriteCubics(curve);
     std::vector<Point> points;
     for (int i = std::min(1, bezier.degree); i <= bezier.degree; ++i)
-      points.push_back(At(bezier.points[i]));
+      points.push_back(Load(bezier.points[i]));
     Write("LLQC"[bezier.degree], points);
   }
 
-  void WriteRational(const OwnedCurve& curve, int halvings) {
-    const KurvoRBezier& bezier = curve.Block<KurvoRBezier>();
-    if (bezier.degree < 2) return Write('L', {At(bezier.points[bezier.degree])});
+  void WriteRational(const Curve& curve, int halvings) {
+    const KurvoRBezier& bezier = *curve.As<KurvoRBezier>();
+    if (bezier.degree < 2) return Write('L', {Load(bezier.points[bezier.degree])});
     if (bezier.degree > 2) return WriteCubics(curve);
     const Conic conic = StandardForm(bezier);
     if (kParabolaTolerance >= std::fabs(conic.weight - 1))
@@ -223,21 +224,21 @@ class PathWriter {
     Write('L', {conic.to});
   }
 
-  void WriteCubics(const OwnedCurve& curve) {
-    const Bounds box = BoundsOf(library_, curve);
+  void WriteCubics(const Curve& curve) {
+    const Bounds box = BoundsOf(context_, curve);
     const double size = std::max(box.LongerSide(), least_size_);
     const double rounding = std::max(Rounding(box.Min()), Rounding(box.Max()));
     const double wanted = accuracy_.length > 0 ? accuracy_.length : accuracy_.share * size;
     double deviation = kFitShare * wanted + rounding;
-    std::vector<OwnedCurve> cubics;
+    std::vector<Curve> cubics;
     for (int i = 0; i < kMostFits; ++i, deviation *= kCoarser) {
-      cubics = Fitted(library_, curve, KURVO_FIT_CUBICS, deviation);
+      cubics = Fitted(context_, curve, Form::kCubics, deviation);
       if (cubics.size() < 2 || std::all_of(cubics.begin(), cubics.end(), [&](const auto& piece) {
-            return CanHalve(2 * Size(EndOf(library_, piece) - StartOf(library_, piece)));
+            return CanHalve(2 * Size(EndOf(context_, piece) - StartOf(context_, piece)));
           }))
         break;
     }
-    for (const OwnedCurve& piece : cubics) WriteCurve(piece, 0);
+    for (const Curve& piece : cubics) WriteCurve(piece, 0);
   }
 
   void WriteArc(const EndpointArc& arc) {
@@ -260,7 +261,7 @@ class PathWriter {
     at_ = p;
   }
 
-  Library& library_;
+  Context& context_;
   const PathAccuracy accuracy_;
   std::string data_;
   Point at_;               // of the pen
@@ -269,15 +270,15 @@ class PathWriter {
 
 }  // namespace
 
-std::string PathData(Library& library, std::span<const OwnedCurve> curves,
+std::string PathData(Context& context, std::span<const Curve> curves,
                      const PathAccuracy& accuracy) {
-  PathWriter writer(library, accuracy);
-  for (const OwnedCurve& curve : curves) writer.Append(curve);
+  PathWriter writer(context, accuracy);
+  for (const Curve& curve : curves) writer.Append(curve);
   return writer.Take();
 }
 
-std::string PathData(Library& library, const OwnedCurve& curve) {
-  PathWriter writer(library, {});
+std::string PathData(Context& context, const Curve& curve) {
+  PathWriter writer(context, {});
   writer.Append(curve);
   return writer.Take();
 }

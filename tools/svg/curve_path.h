@@ -11,7 +11,7 @@
 #include <span>
 #include <string>
 
-#include "geometry/library.h"
+#include "geometry/plane.h"
 
 namespace kurvo::tools {
 
@@ -26,10 +26,10 @@ struct PathAccuracy {
 };
 
 // Curves that run end to start, as one subpath; what is between them is bridged by lines.
-std::string PathData(Library& library, std::span<const OwnedCurve> curves,
+std::string PathData(Context& context, std::span<const Curve> curves,
                      const PathAccuracy& accuracy = {});
 
 // One curve; a composite whose pieces do not meet becomes several subpaths.
-std::string PathData(Library& library, const OwnedCurve& curve);
+std::string PathData(Context& context, const Curve& curve);
 
 }  // namespace kurvo::tools

@@ -20,8 +20,8 @@ std::string SizeText(double size) { return fmt::format("{:.12g}", size); }
 
 class DrawingWriter {
  public:
-  DrawingWriter(Library& library, const Result& result, const PathAccuracy& accuracy)
-      : library_(library), result_(result), source_(result.source), accuracy_(accuracy) {}
+  DrawingWriter(Context& context, const Result& result, const PathAccuracy& accuracy)
+      : context_(context), result_(result), source_(result.source), accuracy_(accuracy) {}
 
   std::string Write() {
     OpenSheet();
@@ -33,7 +33,7 @@ class DrawingWriter {
  private:
   void OpenSheet() {
     const Sheet& sheet = source_.sheet;
-    Bounds view = ViewOf(library_, result_);
+    Bounds view = ViewOf(context_, result_);
     if (sheet.y_up) view = view.TurnedOver();
     const bool is_given = !sheet.view.IsEmpty();
     const double width = is_given ? sheet.width : sheet.mm_per_unit * view.Width();
@@ -93,14 +93,14 @@ class DrawingWriter {
   static bool IsZero(Point p) { return p.x == 0 && p.y == 0; }
 
   // In the coordinates that have their origin there.
-  std::string ChainData(std::span<const OwnedCurve> curves, Point origin) {
-    if (IsZero(origin)) return PathData(library_, curves, accuracy_);
-    std::vector<OwnedCurve> moved;
-    for (const OwnedCurve& curve : curves) {
-      moved.push_back(OwnedCurve::Copied(library_, curve));
-      moved.back().Move(library_, Point() - origin);
+  std::string ChainData(std::span<const Curve> curves, Point origin) {
+    if (IsZero(origin)) return PathData(context_, curves, accuracy_);
+    std::vector<Curve> moved;
+    for (const Curve& curve : curves) {
+      moved.push_back(curve.Copy(context_).value());
+      moved.back().Move(Point() - origin, context_).value();
     }
-    return PathData(library_, moved, accuracy_);
+    return PathData(context_, moved, accuracy_);
   }
 
   void WriteElement(std::span<const ResultChain> chains) {
@@ -130,7 +130,7 @@ class DrawingWriter {
     text_ += "/>\n";
   }
 
-  Library& library_;
+  Context& context_;
   const Result& result_;
   const Drawing& source_;
   const PathAccuracy accuracy_;
@@ -142,8 +142,8 @@ class DrawingWriter {
 
 }  // namespace
 
-std::string DrawingText(Library& library, const Result& result, const PathAccuracy& accuracy) {
-  return DrawingWriter(library, result, accuracy).Write();
+std::string DrawingText(Context& context, const Result& result, const PathAccuracy& accuracy) {
+  return DrawingWriter(context, result, accuracy).Write();
 }
 
 }  // namespace kurvo::tools

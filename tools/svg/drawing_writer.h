@@ -14,6 +14,6 @@ inline constexpr double kDrawingDeviation = 1e-4;
 // One path for each element that the chains come from, with its id, in its groups and layers, on
 // the sheet of the source. Closed chains end with Z. A sheet that the source does not have is the
 // box around the chains.
-std::string DrawingText(Library& library, const Result& result, const PathAccuracy& accuracy);
+std::string DrawingText(Context& context, const Result& result, const PathAccuracy& accuracy);
 
 }  // namespace kurvo::tools

@@ -17,6 +17,11 @@ bool IsLetter(char c) { return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z');
 
 }  // namespace
 
+std::string ErrorText(const Error& error) {
+  return fmt::format("the library reports error 0x{:06X}{}", static_cast<unsigned>(error.code),
+                     error.code == KURVO_ERR_MEMORY ? " (out of memory)" : "");
+}
+
 std::string OneLine(std::string_view text) {
   std::string line(text);
   for (char& c : line) {

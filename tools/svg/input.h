@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <kurvo.hpp>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -39,6 +40,9 @@ class ElementError : public std::runtime_error {
   bool is_limit_ = false;
   bool has_offset_ = false;
 };
+
+// A failure of the library in words: a fault of this program or of the machine, not of the input.
+std::string ErrorText(const Error& error);
 
 // `text` on one line: control characters become '?'.
 std::string OneLine(std::string_view text);

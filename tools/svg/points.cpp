@@ -39,7 +39,7 @@ bool IsHeader(std::string_view line) {
 
 }  // namespace
 
-std::vector<Point> ReadPoints(Library& library, const std::string& path) {
+std::vector<Point> ReadPoints(Context& context, const std::string& path) {
   const std::string bytes = ReadWholeFile(path);
   std::string_view rest = bytes;
   if (utf8::starts_with_bom(bytes)) rest.remove_prefix(std::size(utf8::bom));
@@ -61,7 +61,7 @@ std::vector<Point> ReadPoints(Library& library, const std::string& path) {
       refuse(error.what());
     }
     const std::size_t count = points.size();
-    if (count > 1 && AreSame(library, points[count - 2], points[count - 1])) {
+    if (count > 1 && Same(points[count - 2], points[count - 1], context)) {
       refuse(where + ": the same point as the one before");
     }
   }

@@ -29,20 +29,21 @@ constexpr std::string_view kLayer = "layer";
 // Walks the tree with a stack of its own, so that nesting is limited by memory alone.
 class SvgReader {
  public:
-  SvgReader(Library& library, const std::string& path, std::string_view bytes,
+  SvgReader(Context& context, const std::string& path, std::string_view bytes,
             const ReadOptions& options)
-      : library_(library), options_(options), document_(path, bytes) {}
+      : context_(context), options_(options), document_(path, bytes) {}
 
   Drawing Read() {
-    Inherited context;
-    AtElement(document_.Root(), context, [&] { EnterRoot(context); });
+    Inherited inherited;
+    AtElement(document_.Root(), inherited, [&] { EnterRoot(inherited); });
     while (!stack_.empty()) {
       const Pending pending = stack_.back();
       stack_.pop_back();
       if (!pending.alone && pending.element.next_sibling()) {
-        stack_.push_back({pending.element.next_sibling(), pending.context, false});
+        stack_.push_back({pending.element.next_sibling(), pending.inherited, false});
       }
-      AtElement(pending.element, pending.context, [&] { Visit(pending.element, pending.context); });
+      AtElement(pending.element, pending.inherited,
+                [&] { Visit(pending.element, pending.inherited); });
     }
     Note();
     return std::move(drawing_);
@@ -51,20 +52,20 @@ class SvgReader {
  private:
   struct Pending {
     pugi::xml_node element;
-    Inherited context;
+    Inherited inherited;
     bool alone = false;  // without the siblings after it
   };
 
   // Runs `step`; faults that it finds are those of `element`.
   template <typename Step>
-  void AtElement(const pugi::xml_node& element, const Inherited& context, const Step& step) {
+  void AtElement(const pugi::xml_node& element, const Inherited& inherited, const Step& step) {
     try {
       step();
     } catch (const ElementError& error) {
       const std::string place =
           error.HasOffset() ? "" : "offset " + std::to_string(SvgDocument::Offset(element)) + ": ";
       const std::string fault =
-          context.users + document_.Label(element) + ", " + place + error.what();
+          inherited.users + document_.Label(element) + ", " + place + error.what();
       if (options_.strict || element == document_.Root() || error.IsLimit()) {
         throw InputError(OneLine(document_.Path()) + ": " + fault);
       }
@@ -72,13 +73,13 @@ class SvgReader {
     }
   }
 
-  void EnterRoot(Inherited& context) {
+  void EnterRoot(Inherited& inherited) {
     const pugi::xml_node root = document_.Root();
     if (const std::optional<ViewBox> box = ReadViewBox(root)) {
-      context.viewport = {box->width, box->height};
+      inherited.viewport = {box->width, box->height};
     } else {
-      context.viewport.width = Size(root, "width", Axis::kX, {}).value_or(0);
-      context.viewport.height = Size(root, "height", Axis::kY, {}).value_or(0);
+      inherited.viewport.width = Size(root, "width", Axis::kX, {}).value_or(0);
+      inherited.viewport.height = Size(root, "height", Axis::kY, {}).value_or(0);
     }
     drawing_.sheet = ReadSheet(root);
     double factor = 1;
@@ -86,36 +87,36 @@ class SvgReader {
       factor = drawing_.sheet.mm_per_unit / options_.mm_per_unit;
       drawing_.sheet = drawing_.sheet.Scaled(factor);
     }
-    context.map = Scaling(factor, drawing_.sheet.y_up ? -factor : factor);
-    if (Inherit(root, context)) PushChildren(root, context);
+    inherited.map = Scaling(factor, drawing_.sheet.y_up ? -factor : factor);
+    if (Inherit(root, inherited)) PushChildren(root, inherited);
   }
 
-  void Visit(const pugi::xml_node& element, Inherited context) {
-    if (context.use_depth > 0 && ++used_elements_ > kMaxUsedElements) {
+  void Visit(const pugi::xml_node& element, Inherited inherited) {
+    if (inherited.use_depth > 0 && ++used_elements_ > kMaxUsedElements) {
       throw ElementError::Limit("use elements show more than " + std::to_string(kMaxUsedElements) +
                                 " elements");
     }
     const std::string_view name = document_.LocalName(element);
     if (name == "text" || name == "image" || name == "foreignObject") {
-      return CountSkipped(name, element, context);
+      return CountSkipped(name, element, inherited);
     }
     // What is neither a shape nor a group (defs, clipPath, metadata, ...) shows nothing here.
     const bool is_shape = IsShape(name);
-    if ((!is_shape && !IsGroup(name)) || !Inherit(element, context)) return;
+    if ((!is_shape && !IsGroup(name)) || !Inherit(element, inherited)) return;
     for (const char* cut : {"clip-path", "mask"}) {
       const std::string value = Property(element, cut);
       if (!value.empty() && value != "none") ++clipped_;
     }
-    if (is_shape) return AddShape(name, element, context);
-    OpenGroup(name, element, context);
+    if (is_shape) return AddShape(name, element, inherited);
+    OpenGroup(name, element, inherited);
     if (name == "svg") {
-      EnterViewport(element, element, context);
+      EnterViewport(element, element, inherited);
     } else if (name == "switch") {
-      EnterSwitch(element, context);
+      EnterSwitch(element, inherited);
     } else if (name == "use") {
-      EnterUse(element, context);
+      EnterUse(element, inherited);
     } else {
-      PushChildren(element, context);
+      PushChildren(element, inherited);
     }
   }
 
@@ -124,21 +125,21 @@ class SvgReader {
   }
 
   // Groups, and others around elements where they have a name.
-  void OpenGroup(std::string_view name, const pugi::xml_node& element, Inherited& context) {
-    const Group group = {context.group, element.attribute("id").value(),
+  void OpenGroup(std::string_view name, const pugi::xml_node& element, Inherited& inherited) {
+    const Group group = {inherited.group, element.attribute("id").value(),
                          element.attribute("inkscape:label").value(),
                          element.attribute("inkscape:groupmode").value() == kLayer};
     // The one that turns a drawing over is part of the sheet.
     const bool turns = drawing_.sheet.y_up && element.parent() == document_.Root();
     const bool is_named = !group.id.empty() || !group.layer.empty();
     if (!is_named && (name != "g" || turns)) return;
-    context.group = drawing_.groups.size();
+    inherited.group = drawing_.groups.size();
     drawing_.groups.push_back(group);
   }
 
   void CountSkipped(std::string_view name, const pugi::xml_node& element,
-                    const Inherited& context) {
-    const bool shown = context.visible && Property(element, "display") != "none";
+                    const Inherited& inherited) {
+    const bool shown = inherited.visible && Property(element, "display") != "none";
     if (shown) ++skipped_[std::string(name)];
   }
 
@@ -159,27 +160,27 @@ class SvgReader {
          "of style sheets not read, beginning with '" + sheet.FirstLeftOut() + "'");
   }
 
-  void PushChildren(const pugi::xml_node& element, const Inherited& context) {
+  void PushChildren(const pugi::xml_node& element, const Inherited& inherited) {
     const pugi::xml_node first = element.first_child();
-    if (first) stack_.push_back({first, context, false});
+    if (first) stack_.push_back({first, inherited, false});
   }
 
   // The first child that asks for nothing.
-  void EnterSwitch(const pugi::xml_node& element, const Inherited& context) {
+  void EnterSwitch(const pugi::xml_node& element, const Inherited& inherited) {
     for (const pugi::xml_node& child : element.children()) {
       const bool conditional = child.attribute("requiredExtensions") ||
                                child.attribute("requiredFeatures") ||
                                child.attribute("systemLanguage");
       if (conditional) continue;
-      stack_.push_back({child, context, true});
+      stack_.push_back({child, inherited, true});
       return;
     }
   }
 
   // The content of an svg or symbol element, whose size may come from a use element.
   void EnterViewport(const pugi::xml_node& element, const pugi::xml_node& sized,
-                     Inherited context) {
-    const Viewport outer = context.viewport;
+                     Inherited inherited) {
+    const Viewport outer = inherited.viewport;
     const auto size = [&](const char* side, Axis axis) {
       const std::optional<double> given = Size(sized, side, axis, outer);
       return given ? given : Size(element, side, axis, outer);
@@ -190,30 +191,31 @@ class SvgReader {
     const Viewport viewport = {width.value_or(outer.width), height.value_or(outer.height)};
     const double x = LengthOr(0, element, "x", Axis::kX, outer);
     const double y = LengthOr(0, element, "y", Axis::kY, outer);
-    context.map = context.map * Translation(x, y);
-    context.viewport = viewport;
+    inherited.map = inherited.map * Translation(x, y);
+    inherited.viewport = viewport;
     if (const std::optional<ViewBox> box = ReadViewBox(element)) {
-      context.map = context.map * ViewBoxMap(element, *box, viewport);
-      context.viewport = {box->width, box->height};
+      inherited.map = inherited.map * ViewBoxMap(element, *box, viewport);
+      inherited.viewport = {box->width, box->height};
     }
-    PushChildren(element, context);
+    PushChildren(element, inherited);
   }
 
-  void EnterUse(const pugi::xml_node& use, Inherited context) {
+  void EnterUse(const pugi::xml_node& use, Inherited inherited) {
     const pugi::xml_node target = UseTarget(use);
     if (!target) return;
-    if (++context.use_depth > kMaxUseDepth) {
+    if (++inherited.use_depth > kMaxUseDepth) {
       throw ElementError("use is nested more than " + std::to_string(kMaxUseDepth) +
                          " deep: it shows itself");
     }
-    context.map = context.map * Translation(LengthOr(0, use, "x", Axis::kX, context.viewport),
-                                            LengthOr(0, use, "y", Axis::kY, context.viewport));
+    inherited.map =
+        inherited.map * Translation(LengthOr(0, use, "x", Axis::kX, inherited.viewport),
+                                    LengthOr(0, use, "y", Axis::kY, inherited.viewport));
     const std::string_view name = document_.LocalName(target);
-    if (context.use_depth <= kMaxNamedUses) context.users += document_.Label(use) + "/";
+    if (inherited.use_depth <= kMaxNamedUses) inherited.users += document_.Label(use) + "/";
     if (name != "symbol" && name != "svg") {
-      stack_.push_back({target, context, true});
-    } else if (Inherit(target, context)) {
-      EnterViewport(target, use, context);
+      stack_.push_back({target, inherited, true});
+    } else if (Inherit(target, inherited)) {
+      EnterViewport(target, use, inherited);
     }
   }
 
@@ -238,19 +240,19 @@ class SvgReader {
     return target;
   }
 
-  void AddShape(std::string_view name, const pugi::xml_node& element, const Inherited& context) {
-    OutlineBuilder pen(library_, context.map);
-    DrawShape(name, element, context.viewport, pen);
-    if (!context.visible) return;
+  void AddShape(std::string_view name, const pugi::xml_node& element, const Inherited& inherited) {
+    OutlineBuilder pen(context_, inherited.map);
+    DrawShape(name, element, inherited.viewport, pen);
+    if (!inherited.visible) return;
     Shape shape;
-    shape.label = context.users + document_.Label(element);
-    shape.even_odd = context.even_odd;
+    shape.label = inherited.users + document_.Label(element);
+    shape.even_odd = inherited.even_odd;
     shape.outlines = pen.Finish();
     shape.id = element.attribute("id").value();
-    shape.group = context.group;
-    shape.paint = context.paint;
-    shape.paint.stroke_width *= std::sqrt(std::fabs(context.map.Determinant()));
-    if (drawing_.sheet.y_up) shape.origin = context.map.Apply({});
+    shape.group = inherited.group;
+    shape.paint = inherited.paint;
+    shape.paint.stroke_width *= std::sqrt(std::fabs(inherited.map.Determinant()));
+    if (drawing_.sheet.y_up) shape.origin = inherited.map.Apply({});
     if (shape.outlines.empty()) return;
     for (const Outline& outline : shape.outlines) curve_count_ += outline.curves.size();
     if (curve_count_ > kMaxCurves) {
@@ -260,7 +262,7 @@ class SvgReader {
     drawing_.shapes.push_back(std::move(shape));
   }
 
-  Library& library_;
+  Context& context_;
   const ReadOptions options_;
   const SvgDocument document_;
   std::vector<Pending> stack_;
@@ -280,14 +282,14 @@ std::string ReadUnpacked(const std::string& path) {
   return IsGzip(bytes) ? Unpacked(path, bytes) : bytes;
 }
 
-Drawing ReadDrawing(Library& library, const std::string& path, std::string_view bytes,
+Drawing ReadDrawing(Context& context, const std::string& path, std::string_view bytes,
                     const ReadOptions& options) {
-  if (IsCurveFile(bytes)) return ReadCurveFile(library, path, bytes, options);
-  return SvgReader(library, path, bytes, options).Read();
+  if (IsCurveFile(bytes)) return ReadCurveFile(context, path, bytes, options);
+  return SvgReader(context, path, bytes, options).Read();
 }
 
-Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options) {
-  return ReadDrawing(library, path, ReadUnpacked(path), options);
+Drawing ReadDrawing(Context& context, const std::string& path, const ReadOptions& options) {
+  return ReadDrawing(context, path, ReadUnpacked(path), options);
 }
 
 }  // namespace kurvo::tools

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "geometry/drawing.h"
-#include "geometry/library.h"
 
 namespace kurvo::tools {
 
@@ -20,10 +19,10 @@ struct ReadOptions {
 // The drawing in a file, SVG or curves as JSON (curve_file.h), packed by gzip or not. Of SVG the
 // shapes that are displayed, whatever they are painted with, in the coordinates of the outermost
 // viewBox or scaled to other units; y points as in the file. Throws InputError.
-Drawing ReadDrawing(Library& library, const std::string& path, const ReadOptions& options = {});
+Drawing ReadDrawing(Context& context, const std::string& path, const ReadOptions& options = {});
 
 // The same of what was read from it, unpacked. `path` is its name in messages.
-Drawing ReadDrawing(Library& library, const std::string& path, std::string_view bytes,
+Drawing ReadDrawing(Context& context, const std::string& path, std::string_view bytes,
                     const ReadOptions& options);
 
 // The bytes of a file, unpacked. Throws InputError.
@@ -32,6 +31,6 @@ std::string ReadUnpacked(const std::string& path);
 // The points of a file with one on each line, "x,y", "x;y" or "x y"; empty lines, lines that begin
 // with # and a first line of names say nothing. There are at least two, and no neighbours are the
 // same. Throws InputError, which names file and line.
-std::vector<Point> ReadPoints(Library& library, const std::string& path);
+std::vector<Point> ReadPoints(Context& context, const std::string& path);
 
 }  // namespace kurvo::tools

@@ -6,6 +6,8 @@
 #include <optional>
 #include <utility>
 
+#include "geometry/curve_ask.h"
+#include "geometry/curve_make.h"
 #include "svg/input.h"
 #include "svg/path_data.h"
 
@@ -188,7 +190,7 @@ Point OutlineBuilder::Map(Point p) const {
   return q;
 }
 
-void OutlineBuilder::Append(OwnedCurve curve) { outline_.curves.push_back(std::move(curve)); }
+void OutlineBuilder::Append(Curve curve) { outline_.curves.push_back(std::move(curve)); }
 
 void OutlineBuilder::EndOutline() {
   if (!outline_.curves.empty()) outlines_.push_back(std::move(outline_));
@@ -201,20 +203,20 @@ void OutlineBuilder::MoveTo(Point p) {
 }
 
 void OutlineBuilder::LineTo(Point p) {
-  OwnedCurve line = OwnedCurve::Line(MappedCurrent(), Map(p));
-  if (!IsPoint(library_, line)) Append(std::move(line));
+  Curve line = Curve::Line(MappedCurrent(), Map(p)).value();
+  if (!IsPoint(context_, line)) Append(std::move(line));
   current_ = p;
 }
 
 void OutlineBuilder::QuadraticTo(Point control, Point end) {
-  OwnedCurve curve = OwnedCurve::Quadratic(MappedCurrent(), Map(control), Map(end));
-  if (!IsPoint(library_, curve)) Append(std::move(curve));
+  Curve curve = Curve::Bezier({MappedCurrent(), Map(control), Map(end)}).value();
+  if (!IsPoint(context_, curve)) Append(std::move(curve));
   current_ = end;
 }
 
 void OutlineBuilder::CubicTo(Point control1, Point control2, Point end) {
-  OwnedCurve curve = OwnedCurve::Cubic(MappedCurrent(), Map(control1), Map(control2), Map(end));
-  if (!IsPoint(library_, curve)) Append(std::move(curve));
+  Curve curve = Curve::Bezier({MappedCurrent(), Map(control1), Map(control2), Map(end)}).value();
+  if (!IsPoint(context_, curve)) Append(std::move(curve));
   current_ = end;
 }
 
@@ -223,8 +225,8 @@ void OutlineBuilder::Spline(const std::vector<Point>& points, const std::vector<
   std::vector<Point> mapped;
   for (const Point p : points) mapped.push_back(Map(p));
   EndOutline();
-  OwnedCurve curve = OwnedCurve::FreeForm(mapped, weights, knots);
-  if (!IsPoint(library_, curve)) Append(std::move(curve));
+  Curve curve = FreeForm(mapped, weights, knots);
+  if (!IsPoint(context_, curve)) Append(std::move(curve));
   EndOutline();
 }
 
@@ -242,13 +244,13 @@ void OutlineBuilder::ArcTo(const EllipticalArc& arc, Point end) {
 
 void OutlineBuilder::AppendCircular(const EllipticalArc& arc, Point end) {
   const double radius = Size(arc.u);
-  if (KurvoclPositive(radius * std::fabs(arc.sweep), library_.State()) == 0) return;
+  if (!IsPositive(radius * std::fabs(arc.sweep), context_)) return;
   const bool counter_clockwise = IsCounterClockwise(arc);
   const int count = PieceCount(arc.sweep, std::numbers::pi);
   Point from = MappedCurrent();
   for (int i = 1; i <= count; ++i) {
     const Point to = i == count ? end : arc.At(arc.start_angle + arc.sweep * i / count);
-    Append(OwnedCurve::Arc(arc.centre, radius, counter_clockwise, from, to));
+    Append(ArcOf(arc.centre, radius, counter_clockwise, from, to));
     from = to;
   }
 }
@@ -261,8 +263,8 @@ void OutlineBuilder::AppendElliptical(const EllipticalArc& arc, Point end) {
     const double to_angle = arc.start_angle + arc.sweep * i / count;
     const Point to = i == count ? end : arc.At(to_angle);
     const MiddleControl middle = RationalMiddle(arc, from_angle, to_angle);
-    OwnedCurve curve = OwnedCurve::RationalQuadratic(from, middle.point, middle.weight, to);
-    if (!IsPoint(library_, curve)) Append(std::move(curve));
+    Curve curve = ConicOf(from, middle.point, middle.weight, to);
+    if (!IsPoint(context_, curve)) Append(std::move(curve));
     from = to;
     from_angle = to_angle;
   }

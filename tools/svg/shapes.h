@@ -22,7 +22,7 @@ namespace kurvo::tools {
 // ElementError when a point is out of range.
 class OutlineBuilder {
  public:
-  OutlineBuilder(Library& library, const Affine& map) : library_(library), map_(map) {}
+  OutlineBuilder(Context& context, const Affine& map) : context_(context), map_(map) {}
 
   void MoveTo(Point p);
   void LineTo(Point p);
@@ -39,14 +39,14 @@ class OutlineBuilder {
   std::vector<Outline> Finish();
 
  private:
-  void Append(OwnedCurve curve);
+  void Append(Curve curve);
   void AppendCircular(const EllipticalArc& arc, Point end);
   void AppendElliptical(const EllipticalArc& arc, Point end);
   Point Map(Point p) const;
   Point MappedCurrent() const { return Map(current_); }
   void EndOutline();
 
-  Library& library_;
+  Context& context_;
   const Affine map_;
   Point start_;
   Point current_;
