@@ -40,6 +40,16 @@ class ElementError : public std::runtime_error {
   bool has_offset_ = false;
 };
 
+// What is named once: how many there are, and the first of them.
+struct Tally {
+  std::size_t count = 0;
+  std::string first;
+
+  void Add(std::string_view what) {
+    if (count++ == 0) first = what;
+  }
+};
+
 // `text` on one line: control characters become '?'.
 std::string OneLine(std::string_view text);
 

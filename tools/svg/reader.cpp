@@ -87,7 +87,7 @@ class SvgReader {
       drawing_.sheet = drawing_.sheet.Scaled(factor);
     }
     context.map = Scaling(factor, drawing_.sheet.y_up ? -factor : factor);
-    if (Inherit(root, context)) PushChildren(root, context);
+    if (Inherit(root, context, ignored_)) PushChildren(root, context);
   }
 
   void Visit(const pugi::xml_node& element, Inherited context) {
@@ -101,7 +101,7 @@ class SvgReader {
     }
     // What is neither a shape nor a group (defs, clipPath, metadata, ...) shows nothing here.
     const bool is_shape = IsShape(name);
-    if ((!is_shape && !IsGroup(name)) || !Inherit(element, context)) return;
+    if ((!is_shape && !IsGroup(name)) || !Inherit(element, context, ignored_)) return;
     for (const char* cut : {"clip-path", "mask"}) {
       const std::string value = Property(element, cut);
       if (!value.empty() && value != "none") ++clipped_;
@@ -152,8 +152,10 @@ class SvgReader {
     for (const auto& [name, count] : skipped_)
       note(count, name + " element has", name + " elements have", "no outline");
     note(clipped_, "element is", "elements are", "clipped or masked, which is not looked at");
-    note(lost_uses_, "use element refers", "use elements refer",
-         "to what is not there, " + lost_use_);
+    note(lost_uses_.count, "use element refers", "use elements refer",
+         "to what is not there, " + lost_uses_.first);
+    note(ignored_.count, "transform", "transforms",
+         "of styles not read, beginning with '" + ignored_.first + "'");
     const StyleSheet& sheet = document_.Style();
     note(sheet.LeftOut(), "rule", "rules",
          "of style sheets not read, beginning with '" + sheet.FirstLeftOut() + "'");
@@ -212,7 +214,7 @@ class SvgReader {
     if (context.use_depth <= kMaxNamedUses) context.users += document_.Label(use) + "/";
     if (name != "symbol" && name != "svg") {
       stack_.push_back({target, context, true});
-    } else if (Inherit(target, context)) {
+    } else if (Inherit(target, context, ignored_)) {
       EnterViewport(target, use, context);
     }
   }
@@ -231,9 +233,9 @@ class SvgReader {
           is_here ? "there is no element with the id '" + Excerpt(reference.substr(1)) + "'"
                   : "refers to another file: " + Excerpt(reference));
     }
-    if (!target && lost_uses_++ == 0) {
-      lost_use_ = document_.Label(use) + (is_here ? " to the id '" : " to the file '") +
-                  Excerpt(is_here ? reference.substr(1) : reference) + "'";
+    if (!target) {
+      lost_uses_.Add(document_.Label(use) + (is_here ? " to the id '" : " to the file '") +
+                     Excerpt(is_here ? reference.substr(1) : reference) + "'");
     }
     return target;
   }
@@ -267,8 +269,8 @@ class SvgReader {
   Drawing drawing_;
   std::map<std::string, std::size_t> skipped_;  // elements without outline, by name
   std::size_t clipped_ = 0;
-  std::size_t lost_uses_ = 0;
-  std::string lost_use_;  // the first of them
+  Tally lost_uses_;
+  Tally ignored_;  // declarations that are none in CSS
   int used_elements_ = 0;
   std::size_t curve_count_ = 0;
 };
