@@ -17,7 +17,7 @@ struct LocateOptions {
   std::string input;
   InputOptions reading;
   OutputOptions output;
-  std::vector<Point> points;
+  std::vector<PointOption> points;
   int grid = 0;  // points along the longer side of the drawing
 };
 
@@ -37,7 +37,9 @@ std::vector<Point> GridPoints(const Bounds& box, int count) {
   return points;
 }
 
-LocateReport ReportOn(Library& library, const Drawing& drawing, const LocateOptions& options) {
+LocateReport ReportOn(Library& library, Drawing& drawing, const LocateOptions& options) {
+  std::vector<Point> given;
+  for (const PointOption& point : options.points) given.push_back(point.In(drawing));
   LocateReport report = {OneLine(options.input), {}, {}, {}};
   ForEachOutline(
       drawing, [&](const Outline&, const std::string& label) { report.outlines.push_back(label); });
@@ -49,9 +51,9 @@ LocateReport ReportOn(Library& library, const Drawing& drawing, const LocateOpti
     for (std::size_t i = 0; i < points.size(); ++i) list.push_back({points[i], places[i], {}});
     return list;
   };
-  report.points = located(options.points);
+  report.points = located(given);
   for (std::size_t i = 0; i < report.outlines.size(); ++i) {
-    const std::vector<Place> places = locator.InOutline(i, options.points);
+    const std::vector<Place> places = locator.InOutline(i, given);
     for (std::size_t k = 0; k < places.size(); ++k) report.points[k].outlines.push_back(places[k]);
   }
   report.grid = located(GridPoints(BoundsOf(library, drawing), options.grid));
@@ -63,7 +65,7 @@ int Locate(const LocateOptions& options) {
     throw std::runtime_error("locate needs points or --grid (try --help)");
   }
   Library library;
-  const Drawing drawing = ReadInput(library, options.input, options.reading);
+  Drawing drawing = ReadInput(library, options.input, options.reading);
   const LocateReport report = ReportOn(library, drawing, options);
   return Deliver(
       library, options.reading, options.output, {{options.input, &drawing}},
@@ -85,10 +87,10 @@ Command AddLocateCommand(CLI::App& app, Stage& stage) {
           "points",
           [options](const std::vector<std::string>& texts) {
             for (const std::string& text : texts) {
-              options->points.push_back(ParsePoint("points", text));
+              options->points.push_back(ParsePointOption("points", text));
             }
           },
-          "The points to look at")
+          "The points to look at, each coordinate with or without a unit")
       ->type_name("X,Y");
   locate
       ->add_option("--grid", options->grid,

@@ -90,7 +90,7 @@ std::string ReportText(const std::string& unit, const std::optional<GridReport>&
            (unit.empty() ? "" : "unit: " + unit + "\n");
   }
   std::string json = products.json();
-  if (options.csv) return CsvText(Json::parse(json));
+  if (options.csv) return CsvText(Json::parse(json), unit);
   constexpr std::string_view kBegin = "{\n";
   if (grid) {
     const Json rounding = {

@@ -31,7 +31,12 @@ std::string Excerpt(std::string_view text) {
 }
 
 std::string ReadWholeFile(const std::string& path) {
-  if (path == kStandardStream) return {std::istreambuf_iterator<char>(std::cin), {}};
+  if (path == kStandardStream) {
+    static bool was_read = false;
+    if (was_read) throw InputError("-: standard input can be read once only");
+    was_read = true;
+    return {std::istreambuf_iterator<char>(std::cin), {}};
+  }
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) {
     throw InputError(OneLine(path) + ": is a directory");

@@ -59,7 +59,7 @@ std::string Excerpt(std::string_view text);
 // The file name of standard input and of standard output.
 inline constexpr std::string_view kStandardStream = "-";
 
-// All bytes of a file, or of standard input. Throws InputError.
+// All bytes of a file, or of standard input, which is there once only. Throws InputError.
 std::string ReadWholeFile(const std::string& path);
 
 // Numbers above this are refused: doubles there are further apart than any drawing is fine.
