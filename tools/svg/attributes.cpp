@@ -36,19 +36,27 @@ double ReadUnit(TextScanner& in, Axis axis, const Viewport& viewport) {
   in.FailAt(offset, "unknown unit '" + Excerpt(name) + "'");
 }
 
-// The value of `name` in "name: value; name: value"; the last one counts.
-std::string_view StyleValue(std::string_view style, std::string_view name) {
-  std::string_view value;
+// Calls step(name, value) for each declaration of "name: value; name: value".
+template <class Step>
+void ForEachDeclaration(std::string_view style, const Step& step) {
   while (!style.empty()) {
     const std::size_t end = std::min(style.find(';'), style.size());
     const std::string_view declaration = style.substr(0, end);
     style.remove_prefix(std::min(end + 1, style.size()));
     const std::size_t colon = declaration.find(':');
     if (colon == std::string_view::npos) continue;
-    if (Trimmed(declaration.substr(0, colon)) != name) continue;
     const std::string_view all = declaration.substr(colon + 1);
-    value = Trimmed(all.substr(0, all.find('!')));  // "!important" changes nothing here
+    // "!important" changes nothing here.
+    step(Trimmed(declaration.substr(0, colon)), Trimmed(all.substr(0, all.find('!'))));
   }
+}
+
+// The value of `name`; the last one counts.
+std::string_view StyleValue(std::string_view style, std::string_view name) {
+  std::string_view value;
+  ForEachDeclaration(style, [&](std::string_view its_name, std::string_view its_value) {
+    if (its_name == name) value = its_value;
+  });
   return value;
 }
 
@@ -119,6 +127,14 @@ std::string Property(const pugi::xml_node& element, std::string_view name) {
   std::string styled = StyleProperty(element, name);
   if (!styled.empty()) return styled;
   return std::string(Trimmed(element.attribute(std::string(name).c_str()).value()));
+}
+
+void ForEachProperty(const pugi::xml_node& element,
+                     const std::function<void(std::string_view, std::string_view)>& step) {
+  for (const pugi::xml_attribute& attribute : element.attributes()) {
+    step(attribute.name(), Trimmed(attribute.value()));
+  }
+  ForEachDeclaration(element.attribute("style").value(), step);
 }
 
 std::optional<ViewBox> ReadViewBox(const pugi::xml_node& element) {

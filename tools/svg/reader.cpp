@@ -1,9 +1,6 @@
 #include "svg/reader.h"
 
-#include <fmt/format.h>
-
 #include <cmath>
-#include <map>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -14,6 +11,7 @@
 #include "svg/gzip.h"
 #include "svg/inherited.h"
 #include "svg/input.h"
+#include "svg/left_out.h"
 #include "svg/shapes.h"
 #include "svg/sheet.h"
 
@@ -44,7 +42,7 @@ class SvgReader {
       }
       AtElement(pending.element, pending.context, [&] { Visit(pending.element, pending.context); });
     }
-    Note();
+    drawing_.notes = left_out_.Notes();
     return std::move(drawing_);
   }
 
@@ -87,7 +85,7 @@ class SvgReader {
       drawing_.sheet = drawing_.sheet.Scaled(factor);
     }
     context.map = Scaling(factor, drawing_.sheet.y_up ? -factor : factor);
-    if (Inherit(root, context, ignored_)) PushChildren(root, context);
+    if (Inherit(root, context, left_out_.transforms)) PushChildren(root, context);
   }
 
   void Visit(const pugi::xml_node& element, Inherited context) {
@@ -96,16 +94,17 @@ class SvgReader {
                                 " elements");
     }
     const std::string_view name = document_.LocalName(element);
-    if (name == "text" || name == "image" || name == "foreignObject") {
+    if (name == "text" || name == "image" || name == "foreignObject" || name == "flowRoot") {
       return CountSkipped(name, element, context);
     }
     // What is neither a shape nor a group (defs, clipPath, metadata, ...) shows nothing here.
     const bool is_shape = IsShape(name);
-    if ((!is_shape && !IsGroup(name)) || !Inherit(element, context, ignored_)) return;
-    for (const char* cut : {"clip-path", "mask"}) {
-      const std::string value = Property(element, cut);
-      if (!value.empty() && value != "none") ++clipped_;
+    if (!is_shape && !IsGroup(name)) return;
+    if (!Inherit(element, context, left_out_.transforms)) {
+      if (IsLayer(element)) ++left_out_.hidden_layers;
+      return;
     }
+    left_out_.LookAt(element);
     if (is_shape) return AddShape(name, element, context);
     OpenGroup(name, element, context);
     if (name == "svg") {
@@ -123,11 +122,14 @@ class SvgReader {
     return name == "g" || name == "a" || name == "svg" || name == "switch" || name == "use";
   }
 
+  static bool IsLayer(const pugi::xml_node& element) {
+    return element.attribute("inkscape:groupmode").value() == kLayer;
+  }
+
   // Groups, and others around elements where they have a name.
   void OpenGroup(std::string_view name, const pugi::xml_node& element, Inherited& context) {
     const Group group = {context.group, element.attribute("id").value(),
-                         element.attribute("inkscape:label").value(),
-                         element.attribute("inkscape:groupmode").value() == kLayer};
+                         element.attribute("inkscape:label").value(), IsLayer(element)};
     // The one that turns a drawing over is part of the sheet.
     const bool turns = drawing_.sheet.y_up && element.parent() == document_.Root();
     const bool is_named = !group.id.empty() || !group.layer.empty();
@@ -139,26 +141,7 @@ class SvgReader {
   void CountSkipped(std::string_view name, const pugi::xml_node& element,
                     const Inherited& context) {
     const bool shown = context.visible && Property(element, "display") != "none";
-    if (shown) ++skipped_[std::string(name)];
-  }
-
-  // What is left out in silence is named once.
-  void Note() {
-    const auto note = [&](std::size_t count, std::string_view one, std::string_view more,
-                          std::string_view what) {
-      if (count == 0) return;
-      drawing_.notes.push_back(fmt::format("note: {} {} {}", count, count == 1 ? one : more, what));
-    };
-    for (const auto& [name, count] : skipped_)
-      note(count, name + " element has", name + " elements have", "no outline");
-    note(clipped_, "element is", "elements are", "clipped or masked, which is not looked at");
-    note(lost_uses_.count, "use element refers", "use elements refer",
-         "to what is not there, " + lost_uses_.first);
-    note(ignored_.count, "transform", "transforms",
-         "of styles not read, beginning with '" + ignored_.first + "'");
-    const StyleSheet& sheet = document_.Style();
-    note(sheet.LeftOut(), "rule", "rules",
-         "of style sheets not read, beginning with '" + sheet.FirstLeftOut() + "'");
+    if (shown) ++left_out_.without_outline[std::string(name)];
   }
 
   void PushChildren(const pugi::xml_node& element, const Inherited& context) {
@@ -176,6 +159,7 @@ class SvgReader {
       stack_.push_back({child, context, true});
       return;
     }
+    if (element.first_child()) ++left_out_.empty_switches;
   }
 
   // The content of an svg or symbol element, whose size may come from a use element.
@@ -214,7 +198,7 @@ class SvgReader {
     if (context.use_depth <= kMaxNamedUses) context.users += document_.Label(use) + "/";
     if (name != "symbol" && name != "svg") {
       stack_.push_back({target, context, true});
-    } else if (Inherit(target, context, ignored_)) {
+    } else if (Inherit(target, context, left_out_.transforms)) {
       EnterViewport(target, use, context);
     }
   }
@@ -234,8 +218,8 @@ class SvgReader {
                   : "refers to another file: " + Excerpt(reference));
     }
     if (!target) {
-      lost_uses_.Add(document_.Label(use) + (is_here ? " to the id '" : " to the file '") +
-                     Excerpt(is_here ? reference.substr(1) : reference) + "'");
+      left_out_.lost_uses.Add(document_.Label(use) + (is_here ? " to the id '" : " to the file '") +
+                              Excerpt(is_here ? reference.substr(1) : reference) + "'");
     }
     return target;
   }
@@ -267,10 +251,7 @@ class SvgReader {
   const SvgDocument document_;
   std::vector<Pending> stack_;
   Drawing drawing_;
-  std::map<std::string, std::size_t> skipped_;  // elements without outline, by name
-  std::size_t clipped_ = 0;
-  Tally lost_uses_;
-  Tally ignored_;  // declarations that are none in CSS
+  LeftOut left_out_{document_};
   int used_elements_ = 0;
   std::size_t curve_count_ = 0;
 };

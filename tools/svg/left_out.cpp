@@ -1,0 +1,70 @@
+#include "svg/left_out.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "svg/attributes.h"
+
+namespace kurvo::tools {
+namespace {
+
+// Of filters: they move what is shown; others change colours and edges.
+constexpr std::string_view kMoving[] = {"feOffset", "feDisplacementMap", "feMorphology", "feTile"};
+
+}  // namespace
+
+void LeftOut::LookAt(const pugi::xml_node& element) {
+  bool is_clipped = false, is_masked = false, is_marked = false, is_moved = false;
+  ForEachProperty(element, [&](std::string_view name, std::string_view value) {
+    const bool is_set = value != "none";
+    if (name == "clip-path") is_clipped = is_set;
+    if (name == "mask") is_masked = is_set;
+    if (name.starts_with("marker")) is_marked = is_set;
+    if (name == "filter") is_moved = is_set && Moves(value);
+  });
+  clipped_ += is_clipped || is_masked ? 1u : 0u;
+  marked_ += is_marked ? 1u : 0u;
+  moved_ += is_moved ? 1u : 0u;
+}
+
+// "url(#id)"
+bool LeftOut::Moves(std::string_view filter) const {
+  const std::size_t begin = filter.find('#');
+  if (begin == filter.npos) return false;
+  const std::string_view rest = filter.substr(begin + 1);
+  const pugi::xml_node element = document_.ById(rest.substr(0, rest.find_first_of("\"')")));
+  return std::any_of(element.begin(), element.end(), [&](const pugi::xml_node& child) {
+    const std::string_view name = document_.LocalName(child);
+    return std::find(std::begin(kMoving), std::end(kMoving), name) != std::end(kMoving);
+  });
+}
+
+std::vector<std::string> LeftOut::Notes() const {
+  std::vector<std::string> notes;
+  const auto note = [&](std::size_t count, std::string_view one, std::string_view more,
+                        std::string_view what) {
+    if (count > 0)
+      notes.push_back(fmt::format("note: {} {} {}", count, count == 1 ? one : more, what));
+  };
+  const auto beginning = [](std::string_view what, const Tally& tally) {
+    return fmt::format("{}, beginning with '{}'", what, tally.first);
+  };
+  for (const auto& [name, count] : without_outline)
+    note(count, name + " element has", name + " elements have", "no outline");
+  note(clipped_, "element is", "elements are", "clipped or masked, which is not looked at");
+  note(marked_, "element has", "elements have", "markers, which are not looked at");
+  note(moved_, "element has", "elements have", "a filter that moves it, which is not looked at");
+  note(hidden_layers, "layer is", "layers are", "hidden");
+  note(empty_switches, "switch has", "switches have", "nothing without a condition");
+  note(lost_uses.count, "use element refers", "use elements refer",
+       "to what is not there, " + lost_uses.first);
+  note(transforms.count, "transform", "transforms", beginning("of styles not read", transforms));
+  const Tally& sheets = document_.LostStyles();
+  const Tally& rules = document_.Style().LeftOut();
+  note(sheets.count, "style sheet", "style sheets", beginning("not read", sheets));
+  note(rules.count, "rule", "rules", beginning("of style sheets not read", rules));
+  return notes;
+}
+
+}  // namespace kurvo::tools
