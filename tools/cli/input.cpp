@@ -1,10 +1,13 @@
 #include "cli/input.h"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
 
+#include "cli/progress.h"
 #include "dxf/reader.h"
 #include "report/text.h"
 #include "svg/input.h"
@@ -37,6 +40,7 @@ Drawing ReadOne(Library& library, const std::string& path, const InputOptions& o
                 double mm_per_unit) {
   const ReadOptions how = {.strict = options.strict, .mm_per_unit = mm_per_unit};
   const std::string bytes = ReadUnpacked(path);
+  const Progress progress(STDERR_FILENO, "reading", 0);
   if (IsFontFile(path, bytes)) {
     FontOptions font = options.font;
     if (options.em.number > 0 && options.em.mm == 0)

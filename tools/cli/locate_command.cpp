@@ -1,10 +1,13 @@
 // kurvo locate: which points lie inside the outlines of a drawing.
+#include <unistd.h>
+
 #include <cmath>
 #include <memory>
 #include <stdexcept>
 
 #include "cli/commands.h"
 #include "cli/options.h"
+#include "cli/progress.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
 
@@ -44,10 +47,15 @@ LocateReport ReportOn(Library& library, Drawing& drawing, const LocateOptions& o
   ForEachOutline(
       drawing, [&](const Outline&, const std::string& label) { report.outlines.push_back(label); });
   const Locator locator(library, drawing);
+  const bool is_grid = options.grid > 0;
+  Progress progress(STDERR_FILENO, "looked at",
+                    CurveCount(drawing) * ((given.empty() ? 0u : 1u) + (is_grid ? 1u : 0u)));
   const auto located = [&](const std::vector<Point>& points) {
     std::vector<LocatedPoint> list;
     list.reserve(points.size());
-    const std::vector<Place> places = locator.InDrawing(points);
+    if (points.empty()) return list;
+    const std::vector<Place> places =
+        locator.InDrawing(points, CoreCount(), [&] { progress.Step(); });
     for (std::size_t i = 0; i < points.size(); ++i) list.push_back({points[i], places[i], {}});
     return list;
   };

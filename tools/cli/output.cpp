@@ -1,6 +1,7 @@
 #include "cli/output.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -8,6 +9,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include "cli/progress.h"
 #include "cli/whole_file.h"
 #include "dxf/writer.h"
 #include "geometry/grid.h"
@@ -166,6 +168,7 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
   }
   const bool is_report =
       stage.is_last && options.drawing != kStandardStream && options.picture != kStandardStream;
+  std::optional<Progress> progress(std::in_place, STDERR_FILENO, "writing", std::size_t{0});
   std::optional<GridReport> grid;
   // Of what is written and piped.
   const auto in_place = [&](const Result& made) { return OnGrid(library, options, made, grid); };
@@ -196,6 +199,7 @@ int Deliver(Library& library, const InputOptions& input, const OutputOptions& op
     }
     for (const auto& [file, text] : drawings) RefuseSource(sources, stage.files, file);
   }
+  progress.reset();
   Write(options.picture, picture);
   for (const auto& [file, text] : drawings) Write(file, text);
   Note(sources);

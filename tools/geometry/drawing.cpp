@@ -35,14 +35,18 @@ void TurnOver(Library& library, Drawing& drawing) {
   }
 }
 
-Drawing Flattened(Library& library, const Drawing& drawing, double deviation) {
+Drawing Flattened(Library& library, const Drawing& drawing, double deviation,
+                  const CurveDone& done) {
   return Remade(drawing, [&](const Outline& outline) {
+    for (std::size_t i = 0; i < outline.curves.size(); ++i) done();
     return Flattened(library, Chain(outline.curves), deviation);
   });
 }
 
-Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation) {
+Drawing FittedByArcs(Library& library, const Drawing& drawing, double deviation,
+                     const CurveDone& done) {
   return Remade(drawing, [&](const Outline& outline) {
+    for (std::size_t i = 0; i < outline.curves.size(); ++i) done();
     return Fitted(library, Chain(outline.curves), KURVO_FIT_ARCS, deviation);
   });
 }

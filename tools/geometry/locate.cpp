@@ -66,7 +66,8 @@ std::vector<Place> Locator::InOutline(std::size_t outline, const std::vector<Poi
   return In(library_, {1, KURVO_FILL_NONZERO, loops_[outline], nullptr}, points);
 }
 
-std::vector<Place> Locator::InDrawing(const std::vector<Point>& points, std::size_t threads) const {
+std::vector<Place> Locator::InDrawing(const std::vector<Point>& points, std::size_t threads,
+                                      const CurveDone& done) const {
   std::vector<Bounds> spots;
   spots.reserve(points.size());
   for (const Point p : points) spots.push_back({p.x, p.y, p.x, p.y});
@@ -77,10 +78,14 @@ std::vector<Place> Locator::InDrawing(const std::vector<Point>& points, std::siz
       shapes_.size(),
       [&](std::size_t i, Library& library) {
         if (boxes_[i].IsEmpty()) return;
+        const KurvoRegion& shape = shapes_[i].record;
         near[i] = tree.Meeting(boxes_[i]);
         std::vector<Point> own;
         for (const std::size_t k : near[i]) own.push_back(points[k]);
-        if (!own.empty()) found[i] = In(library, shapes_[i].record, own);
+        if (!own.empty()) found[i] = In(library, shape, own);
+        for (std::int32_t k = 0; k < shape.count; ++k) {
+          for (std::int32_t j = 0; j < shape.loops[k].count; ++j) done();
+        }
       },
       threads);
   std::vector<Place> places(points.size(), Place::kOutside);
