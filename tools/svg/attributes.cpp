@@ -36,6 +36,14 @@ double ReadUnit(TextScanner& in, Axis axis, const Viewport& viewport) {
   in.FailAt(offset, "unknown unit '" + Excerpt(name) + "'");
 }
 
+// Whether styles may say it too (SVG 2, section 8.3).
+bool IsGeometry(std::string_view attribute) {
+  for (const char* name : {"x", "y", "cx", "cy", "r", "rx", "ry", "width", "height"}) {
+    if (attribute == name) return true;
+  }
+  return false;
+}
+
 // Calls step(name, value) for each declaration of "name: value; name: value".
 template <class Step>
 void ForEachDeclaration(std::string_view style, const Step& step) {
@@ -79,7 +87,9 @@ std::optional<double> UnitSize(std::string_view unit) {
 
 std::optional<double> Length(const pugi::xml_node& element, const char* attribute, Axis axis,
                              const Viewport& viewport) {
-  const std::string_view text = element.attribute(attribute).value();
+  const std::string styled = IsGeometry(attribute) ? StyleProperty(element, attribute) : "";
+  const std::string_view text =
+      styled.empty() ? std::string_view(element.attribute(attribute).value()) : styled;
   if (Trimmed(text).empty() || Trimmed(text) == "auto") return std::nullopt;
   return ParseLength(attribute, text, axis, viewport);
 }

@@ -25,7 +25,8 @@ enum class Axis { kX, kY, kDiagonal };
 std::optional<double> UnitSize(std::string_view unit);
 
 // A length in user units of 1/96 inch: a number with px, mm, cm, in, pt, pc, % or no unit. Nothing
-// when the attribute is missing or says "auto". Throws ElementError.
+// when the attribute is missing or says "auto". A property of the style holds in its place where
+// there is one. Throws ElementError.
 std::optional<double> Length(const pugi::xml_node& element, const char* attribute, Axis axis,
                              const Viewport& viewport);
 

@@ -70,13 +70,21 @@ class SvgReader {
     }
   }
 
+  // 0 where it does not say, as with a part of a window that is not here.
+  static double SizeOfRoot(const pugi::xml_node& root, const char* side) {
+    try {
+      return Size(root, side, Axis::kX, {}).value_or(0);
+    } catch (const ElementError&) {
+      return 0;
+    }
+  }
+
   void EnterRoot(Inherited& context) {
     const pugi::xml_node root = document_.Root();
     if (const std::optional<ViewBox> box = ReadViewBox(root)) {
       context.viewport = {box->width, box->height};
     } else {
-      context.viewport.width = Size(root, "width", Axis::kX, {}).value_or(0);
-      context.viewport.height = Size(root, "height", Axis::kY, {}).value_or(0);
+      context.viewport = {SizeOfRoot(root, "width"), SizeOfRoot(root, "height")};
     }
     drawing_.sheet = ReadSheet(root);
     double factor = 1;
