@@ -44,27 +44,30 @@ bool IsGeometry(std::string_view attribute) {
   return false;
 }
 
-// Calls step(name, value) for each declaration of "name: value; name: value".
-template <class Step>
-void ForEachDeclaration(std::string_view style, const Step& step) {
+// Whether `name` stands somewhere as a word before a colon, which is quick to say of most.
+bool HasName(std::string_view style, std::string_view name) {
+  for (std::size_t at = style.find(name); at != style.npos; at = style.find(name, at + 1)) {
+    const std::size_t end = at + name.size();
+    const bool begins = at == 0 || style[at - 1] == ';' || IsSpace(style[at - 1]);
+    if (begins && end < style.size() && (style[end] == ':' || IsSpace(style[end]))) return true;
+  }
+  return false;
+}
+
+// The value of `name`; the last one counts.
+std::string_view StyleValue(std::string_view style, std::string_view name) {
+  std::string_view value;
+  if (!HasName(style, name)) return value;
   while (!style.empty()) {
     const std::size_t end = std::min(style.find(';'), style.size());
     const std::string_view declaration = style.substr(0, end);
     style.remove_prefix(std::min(end + 1, style.size()));
     const std::size_t colon = declaration.find(':');
     if (colon == std::string_view::npos) continue;
+    if (Trimmed(declaration.substr(0, colon)) != name) continue;
     const std::string_view all = declaration.substr(colon + 1);
-    // "!important" changes nothing here.
-    step(Trimmed(declaration.substr(0, colon)), Trimmed(all.substr(0, all.find('!'))));
+    value = Trimmed(all.substr(0, all.find('!')));  // "!important" changes nothing here
   }
-}
-
-// The value of `name`; the last one counts.
-std::string_view StyleValue(std::string_view style, std::string_view name) {
-  std::string_view value;
-  ForEachDeclaration(style, [&](std::string_view its_name, std::string_view its_value) {
-    if (its_name == name) value = its_value;
-  });
   return value;
 }
 
@@ -137,14 +140,6 @@ std::string Property(const pugi::xml_node& element, std::string_view name) {
   std::string styled = StyleProperty(element, name);
   if (!styled.empty()) return styled;
   return std::string(Trimmed(element.attribute(std::string(name).c_str()).value()));
-}
-
-void ForEachProperty(const pugi::xml_node& element,
-                     const std::function<void(std::string_view, std::string_view)>& step) {
-  for (const pugi::xml_attribute& attribute : element.attributes()) {
-    step(attribute.name(), Trimmed(attribute.value()));
-  }
-  ForEachDeclaration(element.attribute("style").value(), step);
 }
 
 std::optional<ViewBox> ReadViewBox(const pugi::xml_node& element) {

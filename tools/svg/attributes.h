@@ -1,7 +1,6 @@
 // The attributes of one element: lengths with units, style properties, lists of numbers.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <pugixml.hpp>
 #include <string>
@@ -51,11 +50,6 @@ std::string StyleProperty(const pugi::xml_node& element, std::string_view name);
 // The value of a property in the style attribute, or else of the attribute of that name; empty when
 // there is neither.
 std::string Property(const pugi::xml_node& element, std::string_view name);
-
-// Calls step(name, value) for all attributes and then for all properties in the style attribute,
-// which hold where both say something.
-void ForEachProperty(const pugi::xml_node& element,
-                     const std::function<void(std::string_view, std::string_view)>& step);
 
 struct ViewBox {
   double x, y, width, height;  // width and height above 0

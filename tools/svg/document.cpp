@@ -71,7 +71,7 @@ void SvgDocument::IndexElements(Entities& entities) {
     ReadStyle(node);
     const std::string_view name = LocalName(node);
     if (name.empty()) continue;
-    ordinals_[Offset(node)] = ++counts[name];
+    ordinals_.emplace_hint(ordinals_.end(), Offset(node), ++counts[name]);
     const std::string_view id = node.attribute("id").value();
     if (!id.empty()) by_id_.emplace(id, node);  // of two the first counts
   }

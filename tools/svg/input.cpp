@@ -2,18 +2,31 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 
 namespace kurvo::tools {
 namespace {
 
 bool IsDigit(char c) { return '0' <= c && c <= '9'; }
 bool IsLetter(char c) { return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z'); }
+
+std::string ReadAll(std::istream& in) {
+  constexpr std::size_t kAtOnce = 1 << 16;
+  std::string bytes;
+  std::size_t size = 0;
+  do {
+    bytes.resize(size + std::max(kAtOnce, size));
+    in.read(bytes.data() + size, static_cast<std::streamsize>(bytes.size() - size));
+    size += static_cast<std::size_t>(in.gcount());
+  } while (in);
+  bytes.resize(size);
+  return bytes;
+}
 
 }  // namespace
 
@@ -35,7 +48,7 @@ std::string ReadWholeFile(const std::string& path) {
     static bool was_read = false;
     if (was_read) throw InputError("-: standard input can be read once only");
     was_read = true;
-    return {std::istreambuf_iterator<char>(std::cin), {}};
+    return ReadAll(std::cin);
   }
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) {
@@ -43,7 +56,7 @@ std::string ReadWholeFile(const std::string& path) {
   }
   std::ifstream file(path, std::ios::binary);
   if (!file) throw InputError(OneLine(path) + ": cannot be opened");
-  std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  std::string bytes = ReadAll(file);
   if (file.bad()) throw InputError(OneLine(path) + ": cannot be read");
   return bytes;
 }

@@ -12,20 +12,46 @@ namespace {
 // Of filters: they move what is shown; others change colours and edges.
 constexpr std::string_view kMoving[] = {"feOffset", "feDisplacementMap", "feMorphology", "feTile"};
 
+constexpr const char* kMarkers[] = {"marker", "marker-start", "marker-mid", "marker-end"};
+
+bool BeginsLikeEffect(std::string_view name) {
+  for (const char* start : {"clip", "mask", "mark", "filt"}) {
+    if (name.starts_with(start)) return true;
+  }
+  return false;
+}
+
+// Quick to say of most elements.
+bool MayHaveEffects(const pugi::xml_node& element) {
+  std::string_view style;
+  for (const pugi::xml_attribute& attribute : element.attributes()) {
+    const std::string_view name = attribute.name();
+    if (BeginsLikeEffect(name)) return true;
+    if (name == "style") style = attribute.value();
+  }
+  while (!style.empty()) {
+    while (!style.empty() && IsSpace(style.front())) style.remove_prefix(1);
+    if (BeginsLikeEffect(style)) return true;
+    style.remove_prefix(std::min(style.size(), style.find(';')));
+    if (!style.empty()) style.remove_prefix(1);
+  }
+  return false;
+}
+
 }  // namespace
 
 void LeftOut::LookAt(const pugi::xml_node& element) {
-  bool is_clipped = false, is_masked = false, is_marked = false, is_moved = false;
-  ForEachProperty(element, [&](std::string_view name, std::string_view value) {
-    const bool is_set = value != "none";
-    if (name == "clip-path") is_clipped = is_set;
-    if (name == "mask") is_masked = is_set;
-    if (name.starts_with("marker")) is_marked = is_set;
-    if (name == "filter") is_moved = is_set && Moves(value);
-  });
-  clipped_ += is_clipped || is_masked ? 1u : 0u;
-  marked_ += is_marked ? 1u : 0u;
-  moved_ += is_moved ? 1u : 0u;
+  if (!MayHaveEffects(element)) return;
+  const auto value = [&](const char* name) {
+    const std::string text = Property(element, name);
+    return text == "none" ? std::string() : text;
+  };
+  clipped_ += !value("clip-path").empty() || !value("mask").empty() ? 1u : 0u;
+  moved_ += Moves(value("filter")) ? 1u : 0u;
+  marked_ += std::any_of(std::begin(kMarkers), std::end(kMarkers),
+                         [&](const char* name) { return !value(name).empty(); })
+                 ? 1u
+                 : 0u;
 }
 
 // "url(#id)"
