@@ -39,7 +39,7 @@ bool IsForDrawing(const pugi::xml_node& sheet) {
 SvgDocument::SvgDocument(const std::string& path, std::string_view bytes)
     : path_(path), links_(path, style_) {
   Parse(bytes);
-  Entities entities(bytes);
+  Entities entities(path, bytes);
   entities.Expand(Root());
   prefix_ = PrefixOfSvg(Root());
   if (LocalName(Root()) != "svg") {

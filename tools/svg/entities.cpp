@@ -12,7 +12,7 @@ constexpr std::size_t kMostText = 64 << 20;  // bytes
 }  // namespace
 
 // <!DOCTYPE svg [ <!ENTITY st0 "fill:none;"> ... ]>
-Entities::Entities(std::string_view bytes) {
+Entities::Entities(const std::string& path, std::string_view bytes) : path_(path) {
   constexpr std::string_view kEntity = "<!ENTITY";
   const std::size_t type = bytes.find("<!DOCTYPE");
   if (type == bytes.npos || type > bytes.find("<svg")) return;
@@ -53,7 +53,9 @@ std::string Entities::Expanded(std::string_view text) {
       continue;
     }
     expanded_ += entity->second.size();
-    if (expanded_ > kMostText) throw ElementError::Limit("entities stand for too much text");
+    if (expanded_ > kMostText) {
+      throw InputError(OneLine(path_) + ": its entities stand for too much text");
+    }
     all += entity->second;
     text.remove_prefix(end - begin + 1);
   }
