@@ -1,8 +1,11 @@
 // kurvo draw: what the outlines of a drawing are made of.
+#include <unistd.h>
+
 #include <memory>
 
 #include "cli/commands.h"
 #include "cli/options.h"
+#include "cli/progress.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
 
@@ -65,9 +68,11 @@ void AddDeviations(CLI::App& draw, DrawOptions& options) {
 
 Drawing Remade(Context& context, Drawing drawing, const DrawOptions& options) {
   const double flatten = options.flatten.In(drawing), biarcs = options.biarcs.In(drawing);
-  if (flatten > 0) return Flattened(context, drawing, flatten);
-  if (biarcs > 0) return FittedByArcs(context, drawing, biarcs);
-  return drawing;
+  if (!(flatten > 0 || biarcs > 0)) return drawing;
+  Progress progress(STDERR_FILENO, flatten > 0 ? "flattened" : "fitted", CurveCount(drawing));
+  const auto step = [&] { progress.Step(); };
+  return flatten > 0 ? Flattened(context, drawing, flatten, step)
+                     : FittedByArcs(context, drawing, biarcs, step);
 }
 
 int Draw(const DrawOptions& options) {

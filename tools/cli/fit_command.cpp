@@ -1,9 +1,12 @@
 // kurvo fit: a spline through points.
+#include <unistd.h>
+
 #include <memory>
 #include <optional>
 
 #include "cli/commands.h"
 #include "cli/options.h"
+#include "cli/progress.h"
 #include "geometry/curve_make.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
@@ -32,7 +35,10 @@ int Fit(const FitOptions& options) {
   if (points.size() < static_cast<std::size_t>(options.order)) {
     refuse(std::to_string(points.size()) + " points are too few for order " + order);
   }
-  const std::optional<Curve> spline = SplineThrough(context, points, options.order);
+  const std::optional<Curve> spline = [&] {
+    const Progress progress(STDERR_FILENO, "fitting", 0);
+    return SplineThrough(context, points, options.order);
+  }();
   if (!spline) refuse("no B-spline of order " + order + " passes through these points");
   const Drawing no_sheet;
   return Deliver(context, options.reading, options.output, {{options.input, nullptr}},

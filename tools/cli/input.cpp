@@ -1,10 +1,13 @@
 #include "cli/input.h"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
 
+#include "cli/progress.h"
 #include "dxf/reader.h"
 #include "report/text.h"
 #include "svg/input.h"
@@ -37,6 +40,7 @@ Drawing ReadOne(Context& context, const std::string& path, const InputOptions& o
                 double mm_per_unit) {
   const ReadOptions how = {.strict = options.strict, .mm_per_unit = mm_per_unit};
   const std::string bytes = ReadUnpacked(path);
+  const Progress progress(STDERR_FILENO, "reading", 0);
   if (IsFontFile(path, bytes)) {
     FontOptions font = options.font;
     if (options.em.number > 0 && options.em.mm == 0)
@@ -49,6 +53,19 @@ Drawing ReadOne(Context& context, const std::string& path, const InputOptions& o
   if (!options.font.text.empty() || !options.font.glyphs.empty())
     drawing.notes.push_back("note: is no font; --text and --glyphs are not looked at");
   return drawing;
+}
+
+// A number and its unit, which may be missing; nothing for an unknown one.
+std::optional<LengthOption> ScanLength(TextScanner& scanner) {
+  scanner.SkipSpace();
+  LengthOption length = {scanner.Number()};
+  scanner.SkipSpace();
+  const std::string_view unit = scanner.Word();
+  length.em = unit == "em";
+  if (!unit.empty()) length.mm = MillimetresOf(unit).value_or(0);
+  scanner.SkipSpace();
+  if (unit.empty() || length.em || length.mm > 0) return length;
+  return std::nullopt;
 }
 
 }  // namespace
@@ -73,14 +90,9 @@ LengthOption ParseLengthOption(const std::string& name, const std::string& text,
                                double high) {
   try {
     TextScanner scanner(name, text);
-    scanner.SkipSpace();
-    LengthOption length = {scanner.Number(), 0};
-    scanner.SkipSpace();
-    const std::string_view unit = scanner.Word();
-    length.em = unit == "em";
-    if (!unit.empty()) length.mm = MillimetresOf(unit).value_or(0);
-    if (scanner.AtEnd() && (unit.empty() || length.em || length.mm > 0)) {
-      if (length.number >= low && length.number <= high) return length;
+    const std::optional<LengthOption> length = ScanLength(scanner);
+    if (length && scanner.AtEnd()) {
+      if (length->number >= low && length->number <= high) return *length;
       throw CLI::ValidationError(name, OutOfRange(low, high));
     }
   } catch (const ElementError&) {
@@ -89,6 +101,20 @@ LengthOption ParseLengthOption(const std::string& name, const std::string& text,
   throw CLI::ValidationError(
       name,
       "expected a length such as 2, 1.5mm, 1cm, 0.5in, 3pt or 4px, found '" + Excerpt(text) + "'");
+}
+
+PointOption ParsePointOption(const std::string& name, const std::string& text) {
+  try {
+    TextScanner scanner(name, text);
+    const std::optional<LengthOption> x = ScanLength(scanner);
+    scanner.SkipCommaSpace();
+    const std::optional<LengthOption> y = x ? ScanLength(scanner) : x;
+    if (y && scanner.AtEnd()) return {*x, *y};
+  } catch (const ElementError&) {
+    // The message below says what is wanted.
+  }
+  throw CLI::ValidationError(
+      name, "expected a point such as 10,20 or 5mm,2.5mm, found '" + Excerpt(text) + "'");
 }
 
 std::vector<LengthOption> ParseLengths(const std::string& name, const std::string& text, double low,

@@ -30,6 +30,13 @@ struct LengthOption {
   double On(const Sheet& sheet) const;
 };
 
+// A point whose coordinates were given so.
+struct PointOption {
+  LengthOption x, y;
+
+  Point In(Drawing& drawing) const { return {x.In(drawing), y.In(drawing)}; }
+};
+
 struct InputOptions {
   Stage* stage = nullptr;
   bool strict = false;  // whether an element that cannot be read ends all
@@ -46,6 +53,9 @@ LengthOption ParseLengthOption(const std::string& name, const std::string& text,
 // Several with commas between them.
 std::vector<LengthOption> ParseLengths(const std::string& name, const std::string& text, double low,
                                        double high);
+
+// "x,y" or "x y", each with or without a unit. Throws CLI::ValidationError.
+PointOption ParsePointOption(const std::string& name, const std::string& text);
 
 // "not a number from ... to ..."
 std::string OutOfRange(double low, double high);

@@ -1,8 +1,11 @@
 // kurvo join: loose curves as chains.
+#include <unistd.h>
+
 #include <memory>
 
 #include "cli/commands.h"
 #include "cli/options.h"
+#include "cli/progress.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
 
@@ -21,7 +24,10 @@ struct JoinOptions {
 int RunJoin(const JoinOptions& options) {
   Context context;
   Drawing drawing = ReadInput(context, options.input, options.reading);
-  const JoinedCurves joined = JoinCurves(context, drawing, options.gap.In(drawing));
+  const JoinedCurves joined = [&] {
+    const Progress progress(STDERR_FILENO, "joining", 0);
+    return JoinCurves(context, drawing, options.gap.In(drawing));
+  }();
   return Deliver(
       context, options.reading, options.output, {{options.input, &drawing}},
       {.drawing =

@@ -1,10 +1,13 @@
 // kurvo locate: which points lie inside the outlines of a drawing.
+#include <unistd.h>
+
 #include <cmath>
 #include <memory>
 #include <stdexcept>
 
 #include "cli/commands.h"
 #include "cli/options.h"
+#include "cli/progress.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
 
@@ -17,7 +20,7 @@ struct LocateOptions {
   std::string input;
   InputOptions reading;
   OutputOptions output;
-  std::vector<Point> points;
+  std::vector<PointOption> points;
   int grid = 0;  // points along the longer side of the drawing
 };
 
@@ -37,21 +40,28 @@ std::vector<Point> GridPoints(const Bounds& box, int count) {
   return points;
 }
 
-LocateReport ReportOn(Context& context, const Drawing& drawing, const LocateOptions& options) {
+LocateReport ReportOn(Context& context, Drawing& drawing, const LocateOptions& options) {
+  std::vector<Point> given;
+  for (const PointOption& point : options.points) given.push_back(point.In(drawing));
   LocateReport report = {OneLine(options.input), {}, {}, {}};
   ForEachOutline(
       drawing, [&](const Outline&, const std::string& label) { report.outlines.push_back(label); });
   const Locator locator(context, drawing);
+  const bool is_grid = options.grid > 0;
+  Progress progress(STDERR_FILENO, "looked at",
+                    CurveCount(drawing) * ((given.empty() ? 0u : 1u) + (is_grid ? 1u : 0u)));
   const auto located = [&](const std::vector<Point>& points) {
     std::vector<LocatedPoint> list;
     list.reserve(points.size());
-    const std::vector<Where> places = locator.InDrawing(points);
+    if (points.empty()) return list;
+    const std::vector<Where> places =
+        locator.InDrawing(points, CoreCount(), [&] { progress.Step(); });
     for (std::size_t i = 0; i < points.size(); ++i) list.push_back({points[i], places[i], {}});
     return list;
   };
-  report.points = located(options.points);
+  report.points = located(given);
   for (std::size_t i = 0; i < report.outlines.size(); ++i) {
-    const std::vector<Where> places = locator.InOutline(i, options.points);
+    const std::vector<Where> places = locator.InOutline(i, given);
     for (std::size_t k = 0; k < places.size(); ++k) report.points[k].outlines.push_back(places[k]);
   }
   report.grid = located(GridPoints(BoundsOf(context, drawing), options.grid));
@@ -63,7 +73,7 @@ int Locate(const LocateOptions& options) {
     throw std::runtime_error("locate needs points or --grid (try --help)");
   }
   Context context;
-  const Drawing drawing = ReadInput(context, options.input, options.reading);
+  Drawing drawing = ReadInput(context, options.input, options.reading);
   const LocateReport report = ReportOn(context, drawing, options);
   return Deliver(
       context, options.reading, options.output, {{options.input, &drawing}},
@@ -85,10 +95,10 @@ Command AddLocateCommand(CLI::App& app, Stage& stage) {
           "points",
           [options](const std::vector<std::string>& texts) {
             for (const std::string& text : texts) {
-              options->points.push_back(ParsePoint("points", text));
+              options->points.push_back(ParsePointOption("points", text));
             }
           },
-          "The points to look at")
+          "The points to look at, each coordinate with or without a unit")
       ->type_name("X,Y");
   locate
       ->add_option("--grid", options->grid,

@@ -1,9 +1,13 @@
 // kurvo mark: notches across outlines.
+#include <unistd.h>
+
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "cli/commands.h"
 #include "cli/options.h"
+#include "cli/progress.h"
 #include "geometry/notches.h"
 #include "picture/pictures.h"
 #include "svg/input.h"
@@ -47,9 +51,11 @@ int RunMark(const MarkOptions& options) {
     request.element = at.element;
     for (const LengthOption& length : at.lengths) request.lengths.push_back(length.In(drawing));
   }
+  std::optional<Progress> progress(std::in_place, STDERR_FILENO, "marking", std::size_t{0});
   const std::vector<Notch> notches =
       NotchesOn(context, drawing, requests, options.notch.In(drawing));
   const Drawing marked = WithNotches(context, drawing, notches);
+  progress.reset();
   return Deliver(context, options.reading, options.output, {{options.input, &drawing}},
                  {.drawing = [&] { return ResultOf(marked); },
                   .picture =

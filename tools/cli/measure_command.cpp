@@ -17,7 +17,7 @@ struct MeasureOptions {
   std::string input;
   InputOptions reading;
   OutputOptions output;  // no file
-  std::optional<Point> near;
+  std::optional<PointOption> near;
 };
 
 std::vector<OutlineMeasures> MeasureAll(const Drawing& drawing, const std::optional<Point>& near) {
@@ -27,9 +27,11 @@ std::vector<OutlineMeasures> MeasureAll(const Drawing& drawing, const std::optio
 
 int RunMeasure(const MeasureOptions& options) {
   Context context;
-  const Drawing drawing = ReadInput(context, options.input, options.reading);
-  const std::vector<OutlineMeasures> outlines = MeasureAll(drawing, options.near);
-  const MeasureReport report = {OneLine(options.input), options.near, outlines};
+  Drawing drawing = ReadInput(context, options.input, options.reading);
+  std::optional<Point> near;
+  if (options.near) near = options.near->In(drawing);
+  const std::vector<OutlineMeasures> outlines = MeasureAll(drawing, near);
+  const MeasureReport report = {OneLine(options.input), near, outlines};
   return Deliver(context, options.reading, options.output, {{options.input, &drawing}},
                  {.drawing = nullptr,
                   .picture = nullptr,
@@ -49,7 +51,7 @@ Command AddMeasureCommand(CLI::App& app, Stage& stage) {
   measure
       ->add_option_function<std::string>(
           "--near",
-          [options](const std::string& text) { options->near = ParsePoint("--near", text); },
+          [options](const std::string& text) { options->near = ParsePointOption("--near", text); },
           "Find the nearest point of each curve, of each outline and of all to this one")
       ->type_name("X,Y");
   AddReading(*measure, options->reading, stage);

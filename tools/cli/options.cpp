@@ -38,21 +38,6 @@ CLI::Validator Between(double low, double high) {
       "");
 }
 
-Point ParsePoint(const std::string& name, const std::string& text) {
-  try {
-    TextScanner scanner(name, text);
-    scanner.SkipSpace();
-    const double x = scanner.Number();
-    scanner.SkipCommaSpace();
-    const double y = scanner.Number();
-    scanner.SkipSpace();
-    if (scanner.AtEnd()) return {x, y};
-  } catch (const ElementError&) {
-    // The message below says what is wanted.
-  }
-  throw CLI::ValidationError(name, "expected a point x,y, found '" + Excerpt(text) + "'");
-}
-
 void AddDrawing(CLI::App& command, std::string& input) {
   command.add_option("input", input, "The drawing to read, SVG, DXF or JSON, or a font")
       ->required()

@@ -7,16 +7,12 @@
 #include <vector>
 
 #include "cli/output.h"
-#include "geometry/plane.h"
 #include "geometry/regions.h"
 
 namespace kurvo::tools {
 
 // Takes numbers from `low` to `high`; not a number is none of them.
 CLI::Validator Between(double low, double high);
-
-// "x,y" or "x y". Throws CLI::ValidationError, which names the option or argument.
-Point ParsePoint(const std::string& name, const std::string& text);
 
 // The drawing to read, and two of them.
 void AddDrawing(CLI::App& command, std::string& input);

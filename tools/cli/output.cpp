@@ -1,6 +1,7 @@
 #include "cli/output.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -8,6 +9,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include "cli/progress.h"
 #include "cli/whole_file.h"
 #include "dxf/writer.h"
 #include "geometry/grid.h"
@@ -90,7 +92,7 @@ std::string ReportText(const std::string& unit, const std::optional<GridReport>&
            (unit.empty() ? "" : "unit: " + unit + "\n");
   }
   std::string json = products.json();
-  if (options.csv) return CsvText(Json::parse(json));
+  if (options.csv) return CsvText(Json::parse(json), unit);
   constexpr std::string_view kBegin = "{\n";
   if (grid) {
     const Json rounding = {
@@ -166,6 +168,7 @@ int Deliver(Context& context, const InputOptions& input, const OutputOptions& op
   }
   const bool is_report =
       stage.is_last && options.drawing != kStandardStream && options.picture != kStandardStream;
+  std::optional<Progress> progress(std::in_place, STDERR_FILENO, "writing", std::size_t{0});
   std::optional<GridReport> grid;
   // Of what is written and piped.
   const auto in_place = [&](const Result& made) { return OnGrid(context, options, made, grid); };
@@ -196,6 +199,7 @@ int Deliver(Context& context, const InputOptions& input, const OutputOptions& op
     }
     for (const auto& [file, text] : drawings) RefuseSource(sources, stage.files, file);
   }
+  progress.reset();
   Write(options.picture, picture);
   for (const auto& [file, text] : drawings) Write(file, text);
   Note(sources);

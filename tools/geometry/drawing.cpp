@@ -26,14 +26,18 @@ void TurnOver(Context& context, Drawing& drawing) {
   }
 }
 
-Drawing Flattened(Context& context, const Drawing& drawing, double deviation) {
+Drawing Flattened(Context& context, const Drawing& drawing, double deviation,
+                  const CurveDone& done) {
   return Remade(drawing, [&](const Outline& outline) {
+    for (std::size_t i = 0; i < outline.curves.size(); ++i) done();
     return Flattened(context, outline.curves, deviation);
   });
 }
 
-Drawing FittedByArcs(Context& context, const Drawing& drawing, double deviation) {
+Drawing FittedByArcs(Context& context, const Drawing& drawing, double deviation,
+                     const CurveDone& done) {
   return Remade(drawing, [&](const Outline& outline) {
+    for (std::size_t i = 0; i < outline.curves.size(); ++i) done();
     return Fitted(context, outline.curves, Form::kArcs, deviation);
   });
 }

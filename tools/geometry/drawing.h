@@ -127,8 +127,10 @@ std::size_t CurveCount(const Drawing& drawing);
 
 // The drawing by chords, or by lines and arcs, that stay within `deviation` (a length) of its
 // outlines.
-Drawing Flattened(Context& context, const Drawing& drawing, double deviation);
-Drawing FittedByArcs(Context& context, const Drawing& drawing, double deviation);
+Drawing Flattened(
+    Context& context, const Drawing& drawing, double deviation, const CurveDone& done = [] {});
+Drawing FittedByArcs(
+    Context& context, const Drawing& drawing, double deviation, const CurveDone& done = [] {});
 
 // Turns the drawing over, so that y points the other way.
 void TurnOver(Context& context, Drawing& drawing);

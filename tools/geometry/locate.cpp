@@ -56,7 +56,8 @@ std::vector<Where> Locator::InOutline(std::size_t outline, const std::vector<Poi
   return WhereIn(context_, {1, KURVO_FILL_NONZERO, &loop, nullptr}, points);
 }
 
-std::vector<Where> Locator::InDrawing(const std::vector<Point>& points, std::size_t threads) const {
+std::vector<Where> Locator::InDrawing(const std::vector<Point>& points, std::size_t threads,
+                                      const CurveDone& done) const {
   std::vector<Bounds> spots;
   spots.reserve(points.size());
   for (const Point p : points) spots.push_back({p.x, p.y, p.x, p.y});
@@ -67,10 +68,14 @@ std::vector<Where> Locator::InDrawing(const std::vector<Point>& points, std::siz
       shapes_.size(),
       [&](std::size_t i, Context& context) {
         if (boxes_[i].IsEmpty()) return;
+        const KurvoRegion& shape = *shapes_[i].Get();
         near[i] = tree.Meeting(boxes_[i]);
         std::vector<Point> own;
         for (const std::size_t k : near[i]) own.push_back(points[k]);
-        if (!own.empty()) found[i] = WhereIn(context, *shapes_[i].Get(), own);
+        if (!own.empty()) found[i] = WhereIn(context, shape, own);
+        for (std::int32_t k = 0; k < shape.count; ++k) {
+          for (std::int32_t j = 0; j < shape.loops[k].count; ++j) done();
+        }
       },
       threads);
   std::vector<Where> places(points.size(), Where::kOutside);

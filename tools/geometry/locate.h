@@ -26,9 +26,11 @@ class Locator {
 
   // Of one outline, in the order of the drawing: inside is where it goes around the point.
   std::vector<Where> InOutline(std::size_t outline, const std::vector<Point>& points) const;
-  // Of the whole drawing: on an outline, inside a shape by its fill rule, or outside of all.
-  std::vector<Where> InDrawing(const std::vector<Point>& points,
-                               std::size_t threads = CoreCount()) const;
+  // Of the whole drawing: on an outline, inside a shape by its fill rule, or outside of all. Calls
+  // done() for each of its curves.
+  std::vector<Where> InDrawing(
+      const std::vector<Point>& points, std::size_t threads = CoreCount(),
+      const CurveDone& done = [] {}) const;
 
  private:
   Context& context_;

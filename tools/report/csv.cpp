@@ -64,7 +64,7 @@ void AddRows(const std::string& prefix, const Json& record, Row row, std::vector
 
 }  // namespace
 
-std::string CsvText(const Json& report) {
+std::string CsvText(const Json& report, const std::string& unit) {
   std::size_t lists = 0;
   for (const Json& member : report) lists += IsListOfRecords(member) ? 1u : 0u;
   std::vector<Row> rows;
@@ -80,6 +80,11 @@ std::string CsvText(const Json& report) {
     for (const auto& [name, cell] : row) {
       if (columns.emplace(name, names.size()).second) names.push_back(name);
     }
+  }
+  if (!unit.empty() && !names.empty()) {
+    columns["unit"] = names.size();
+    names.push_back("unit");
+    for (Row& row : rows) row.emplace_back("unit", Cell(unit));
   }
   std::string text;
   const auto add_line = [&](const std::vector<std::string>& cells) {

@@ -1,9 +1,7 @@
 #include "svg/attributes.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstddef>
 
 #include "svg/input.h"
 
@@ -15,8 +13,9 @@ struct Unit {
   double size;  // user units
 };
 
-constexpr Unit kUnits[] = {{"", 1},           {"px", 1},         {"in", 96}, {"mm", 96 / 25.4},
-                           {"cm", 96 / 2.54}, {"pt", 96 / 72.0}, {"pc", 16}};
+constexpr Unit kUnits[] = {{"", 1},           {"px", 1},         {"in", 96},
+                           {"mm", 96 / 25.4}, {"cm", 96 / 2.54}, {"pt", 96 / 72.0},
+                           {"pc", 16},        {"q", 96 / 101.6}, {"Q", 96 / 101.6}};
 
 double Whole(Axis axis, const Viewport& viewport) {
   if (axis == Axis::kX) return viewport.width;
@@ -33,15 +32,32 @@ double ReadUnit(TextScanner& in, Axis axis, const Viewport& viewport) {
     return whole / 100;
   }
   const std::string_view name = in.Word();
-  for (const Unit& unit : kUnits) {
-    if (unit.name == name) return unit.size;
-  }
+  if (const std::optional<double> size = UnitSize(name)) return *size;
   in.FailAt(offset, "unknown unit '" + Excerpt(name) + "'");
 }
 
-// The value of `name` in "name: value; name: value"; the last one counts.
+// Whether styles may say it too (SVG 2, section 8.3).
+bool IsGeometry(std::string_view attribute) {
+  for (const char* name : {"x", "y", "cx", "cy", "r", "rx", "ry", "width", "height"}) {
+    if (attribute == name) return true;
+  }
+  return false;
+}
+
+// Whether `name` stands somewhere as a word before a colon, which is quick to say of most.
+bool HasName(std::string_view style, std::string_view name) {
+  for (std::size_t at = style.find(name); at != style.npos; at = style.find(name, at + 1)) {
+    const std::size_t end = at + name.size();
+    const bool begins = at == 0 || style[at - 1] == ';' || IsSpace(style[at - 1]);
+    if (begins && end < style.size() && (style[end] == ':' || IsSpace(style[end]))) return true;
+  }
+  return false;
+}
+
+// The value of `name`; the last one counts.
 std::string_view StyleValue(std::string_view style, std::string_view name) {
   std::string_view value;
+  if (!HasName(style, name)) return value;
   while (!style.empty()) {
     const std::size_t end = std::min(style.find(';'), style.size());
     const std::string_view declaration = style.substr(0, end);
@@ -63,75 +79,20 @@ double Alignment(std::string_view words, std::string_view axis, double room) {
   return room / 2;
 }
 
-constexpr std::size_t kMaxArguments = 6;
-
-struct Arguments {
-  std::array<double, kMaxArguments> values{};
-  std::size_t count = 0;
-  double operator[](std::size_t i) const { return values[i]; }
-};
-
-struct Kind {
-  std::string_view name;
-  bool (*takes)(std::size_t count);
-  const char* wanted;
-  Affine (*make)(const Arguments& v);
-};
-
-Affine RotationAbout(const Arguments& v) {
-  return Translation(v[1], v[2]) * Rotation(v[0]) * Translation(-v[1], -v[2]);
-}
-
-constexpr Kind kKinds[] = {
-    {"matrix", [](std::size_t n) { return n == 6; }, "6 numbers",
-     [](const Arguments& v) { return Affine{v[0], v[1], v[2], v[3], v[4], v[5]}; }},
-    {"translate", [](std::size_t n) { return n == 1 || n == 2; }, "1 or 2 numbers",
-     [](const Arguments& v) { return Translation(v[0], v[1]); }},
-    {"scale", [](std::size_t n) { return n == 1 || n == 2; }, "1 or 2 numbers",
-     [](const Arguments& v) { return Scaling(v[0], v.count == 1 ? v[0] : v[1]); }},
-    {"rotate", [](std::size_t n) { return n == 1 || n == 3; }, "1 or 3 numbers", RotationAbout},
-    {"skewX", [](std::size_t n) { return n == 1; }, "1 number",
-     [](const Arguments& v) { return SkewX(v[0]); }},
-    {"skewY", [](std::size_t n) { return n == 1; }, "1 number",
-     [](const Arguments& v) { return SkewY(v[0]); }},
-};
-
-Arguments ReadArguments(TextScanner& in) {
-  Arguments arguments;
-  in.SkipSpace();
-  if (!in.Accept('(')) in.Fail("expected '(', found " + in.Found());
-  in.SkipSpace();
-  bool comma = false;
-  while (comma || in.Peek() != ')') {
-    if (arguments.count == kMaxArguments) in.Fail("expected ')', found " + in.Found());
-    arguments.values[arguments.count++] = in.Number();
-    comma = in.SkipCommaSpace();
-  }
-  in.Accept(')');
-  return arguments;
-}
-
-Affine ReadTransform(TextScanner& in) {
-  const std::size_t offset = in.Offset();
-  const std::string_view name = in.Word();
-  if (name.empty()) in.Fail("expected a transform, found " + in.Found());
-  for (const Kind& kind : kKinds) {
-    if (kind.name != name) continue;
-    const Arguments arguments = ReadArguments(in);
-    if (!kind.takes(arguments.count)) {
-      in.FailAt(offset, std::string(name) + " takes " + kind.wanted + ", found " +
-                            std::to_string(arguments.count));
-    }
-    return kind.make(arguments);
-  }
-  in.FailAt(offset, "unknown transform '" + Excerpt(name) + "'");
-}
-
 }  // namespace
+
+std::optional<double> UnitSize(std::string_view unit) {
+  for (const Unit& known : kUnits) {
+    if (known.name == unit) return known.size;
+  }
+  return std::nullopt;
+}
 
 std::optional<double> Length(const pugi::xml_node& element, const char* attribute, Axis axis,
                              const Viewport& viewport) {
-  const std::string_view text = element.attribute(attribute).value();
+  const std::string styled = IsGeometry(attribute) ? StyleProperty(element, attribute) : "";
+  const std::string_view text =
+      styled.empty() ? std::string_view(element.attribute(attribute).value()) : styled;
   if (Trimmed(text).empty() || Trimmed(text) == "auto") return std::nullopt;
   return ParseLength(attribute, text, axis, viewport);
 }
@@ -202,18 +163,6 @@ Affine ViewBoxMap(const pugi::xml_node& element, const ViewBox& box, const Viewp
     dy = Alignment(fit, "Y", viewport.height - sy * box.height);
   }
   return Translation(dx, dy) * Scaling(sx, sy) * Translation(-box.x, -box.y);
-}
-
-Affine ParseTransformList(std::string_view attribute, std::string_view text) {
-  TextScanner in(attribute, text);
-  Affine all;
-  in.SkipSpace();
-  bool comma = false;
-  while (comma || !in.AtEnd()) {
-    all = all * ReadTransform(in);
-    comma = in.SkipCommaSpace();
-  }
-  return all;
 }
 
 }  // namespace kurvo::tools

@@ -1,5 +1,4 @@
-// The attributes of one element: lengths with units, style properties, lists of numbers and of
-// transforms.
+// The attributes of one element: lengths with units, style properties, lists of numbers.
 #pragma once
 
 #include <optional>
@@ -21,8 +20,12 @@ struct Viewport {
 // What a percentage of a length is a part of.
 enum class Axis { kX, kY, kDiagonal };
 
+// User units of 1/96 inch in "mm", "px" and the like, and in "" for one; nothing for other names.
+std::optional<double> UnitSize(std::string_view unit);
+
 // A length in user units of 1/96 inch: a number with px, mm, cm, in, pt, pc, % or no unit. Nothing
-// when the attribute is missing or says "auto". Throws ElementError.
+// when the attribute is missing or says "auto". A property of the style holds in its place where
+// there is one. Throws ElementError.
 std::optional<double> Length(const pugi::xml_node& element, const char* attribute, Axis axis,
                              const Viewport& viewport);
 
@@ -58,9 +61,5 @@ std::optional<ViewBox> ReadViewBox(const pugi::xml_node& element);
 // The map that fits a viewBox into a viewport at the origin, after the preserveAspectRatio of its
 // element. The identity when the viewport has no size.
 Affine ViewBoxMap(const pugi::xml_node& element, const ViewBox& box, const Viewport& viewport);
-
-// The map of a transform attribute such as "translate(10 5) rotate(30)": the last one is applied
-// first. An empty list is the identity. Throws ElementError.
-Affine ParseTransformList(std::string_view attribute, std::string_view text);
 
 }  // namespace kurvo::tools

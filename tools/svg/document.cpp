@@ -1,5 +1,6 @@
 #include "svg/document.h"
 
+#include "svg/entities.h"
 #include "svg/input.h"
 
 namespace kurvo::tools {
@@ -26,22 +27,32 @@ std::string PrefixOfSvg(const pugi::xml_node& root) {
   return {};
 }
 
+// Whether a style sheet with these attributes is one to look at.
+bool IsForDrawing(const pugi::xml_node& sheet) {
+  const std::string_view type = sheet.attribute("type").value();
+  const bool is_css = Trimmed(type).empty() || type.find("css") != type.npos;
+  return is_css && IsForScreen(sheet.attribute("media").value());
+}
+
 }  // namespace
 
-SvgDocument::SvgDocument(const std::string& path, std::string_view bytes) : path_(path) {
+SvgDocument::SvgDocument(const std::string& path, std::string_view bytes)
+    : path_(path), links_(path, style_) {
   Parse(bytes);
+  Entities entities(path, bytes);
+  entities.Expand(Root());
   prefix_ = PrefixOfSvg(Root());
   if (LocalName(Root()) != "svg") {
     throw InputError(OneLine(path_) + ": not an SVG drawing: the root element is <" +
                      Excerpt(Root().name()) + ">");
   }
-  IndexElements();
+  IndexElements(entities);
   if (!style_.IsEmpty()) ApplyStyle();
 }
 
 void SvgDocument::Parse(std::string_view bytes) {
   // Attribute values stay as they are written, so that offsets in them are those of the file.
-  constexpr unsigned kOptions = pugi::parse_escapes | pugi::parse_cdata;
+  constexpr unsigned kOptions = pugi::parse_escapes | pugi::parse_cdata | pugi::parse_pi;
   const pugi::xml_parse_result result = tree_.load_buffer(bytes.data(), bytes.size(), kOptions);
   if (!result) {
     throw InputError(OneLine(path_) + ": offset " + std::to_string(result.offset) +
@@ -49,17 +60,44 @@ void SvgDocument::Parse(std::string_view bytes) {
   }
 }
 
-void SvgDocument::IndexElements() {
+void SvgDocument::IndexElements(Entities& entities) {
   std::map<std::string_view, int> counts;
-  for (pugi::xml_node node = Root(); node; node = NextInDocument(node)) {
+  for (pugi::xml_node node = tree_.first_child(); node; node = NextInDocument(node)) {
+    if (node.type() == pugi::node_pi) {
+      LinkStyle(node);
+      continue;
+    }
+    entities.Expand(node);
+    ReadStyle(node);
     const std::string_view name = LocalName(node);
     if (name.empty()) continue;
-    ordinals_[Offset(node)] = ++counts[name];
-    if (name == "style") {
-      for (const pugi::xml_node& text : node.children()) style_.Read(text.value());
-    }
+    ordinals_.emplace_hint(ordinals_.end(), Offset(node), ++counts[name]);
     const std::string_view id = node.attribute("id").value();
     if (!id.empty()) by_id_.emplace(id, node);  // of two the first counts
+  }
+}
+
+// <?xml-stylesheet href="a.css"?>
+void SvgDocument::LinkStyle(const pugi::xml_node& instruction) {
+  if (instruction.name() != std::string_view("xml-stylesheet")) return;
+  pugi::xml_document attributes;
+  attributes.load_string((std::string("<link ") + instruction.value() + "/>").c_str());
+  const pugi::xml_node link = attributes.first_child();
+  const bool is_alternate = link.attribute("alternate").value() == std::string_view("yes");
+  if (!is_alternate && IsForDrawing(link)) links_.Link(link.attribute("href").value());
+}
+
+// A style element, or a link to a sheet, which belongs to HTML.
+void SvgDocument::ReadStyle(const pugi::xml_node& element) {
+  if (LocalName(element) == "style") {
+    if (!IsForDrawing(element)) return;
+    for (const pugi::xml_node& text : element.children()) links_.Read(text.value());
+  }
+  const std::string_view name = element.name();
+  const bool is_link = name == "link" || name.ends_with(":link");
+  if (is_link && element.attribute("rel").value() == std::string_view("stylesheet") &&
+      IsForDrawing(element)) {
+    links_.Link(element.attribute("href").value());
   }
 }
 
@@ -78,6 +116,7 @@ void SvgDocument::ApplyStyle() {
 
 std::string_view SvgDocument::LocalName(const pugi::xml_node& element) const {
   const std::string_view name = element.name();
+  if (element.type() != pugi::node_element) return {};
   if (name.find(':') == std::string_view::npos) return name;
   if (prefix_.empty() || name.substr(0, prefix_.size()) != prefix_) return {};
   return name.substr(prefix_.size());

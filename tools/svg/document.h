@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "svg/entities.h"
+#include "svg/linked_styles.h"
 #include "svg/style_sheet.h"
 
 namespace kurvo::tools {
@@ -25,6 +27,8 @@ class SvgDocument {
   pugi::xml_node ById(std::string_view id) const;
   // What style elements say; their rules are in the style attributes of the elements already.
   const StyleSheet& Style() const { return style_; }
+  // Style sheets in other files that were not read.
+  const Tally& LostStyles() const { return links_.NotRead(); }
   // Where its tag begins in the file.
   static std::ptrdiff_t Offset(const pugi::xml_node& element) { return element.offset_debug() - 1; }
   // "path#id", or "path[3]" for the third path of the file.
@@ -32,12 +36,15 @@ class SvgDocument {
 
  private:
   void Parse(std::string_view bytes);
-  void IndexElements();
+  void IndexElements(Entities& entities);
+  void LinkStyle(const pugi::xml_node& instruction);
+  void ReadStyle(const pugi::xml_node& element);
   void ApplyStyle();
 
   std::string path_;
   pugi::xml_document tree_;
   StyleSheet style_;
+  LinkedStyles links_;
   std::string prefix_;  // "svg:" where the file names its elements so
   std::map<std::string, pugi::xml_node, std::less<>> by_id_;
   std::map<std::ptrdiff_t, int> ordinals_;  // by offset in the file: among elements of its name

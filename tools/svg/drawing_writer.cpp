@@ -121,8 +121,11 @@ class DrawingWriter {
     text_ += " d=\"" + data + "\"";
     const Paint paint = PaintOf(result_, element, thin_stroke_);
     AddText("fill", paint.fill);
-    if (shape != nullptr && shape->even_odd && paint.fill != kNoPaint)
+    // It says what the element covers, also where it is not filled.
+    if (shape != nullptr && shape->even_odd &&
+        (paint.fill != kNoPaint || result_.look == Look::kAsElements)) {
       AddText("fill-rule", "evenodd");
+    }
     if (paint.stroke != kNoPaint) {
       AddText("stroke", paint.stroke);
       AddText("stroke-width", ExactNumber(paint.stroke_width));

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <string_view>
 
-#include "svg/input.h"
+#include "svg/transform.h"
 
 namespace kurvo::tools {
 namespace {
@@ -28,22 +28,9 @@ void InheritPaint(const pugi::xml_node& element, Inherited& inherited) {
   }
 }
 
-Affine OwnMap(const pugi::xml_node& element) {
-  const std::string styled = StyleProperty(element, "transform");
-  if (!styled.empty() && styled != "none") {
-    throw ElementError("a transform in a style cannot be read, only the attribute");
-  }
-  const std::string_view list = element.attribute("transform").value();
-  if (list.empty() || list == "none") return {};
-  if (!Property(element, "transform-origin").empty()) {
-    throw ElementError("transform-origin cannot be read");
-  }
-  return ParseTransformList("transform", list);
-}
-
 }  // namespace
 
-bool Inherit(const pugi::xml_node& element, Inherited& inherited) {
+bool Inherit(const pugi::xml_node& element, Inherited& inherited, Tally& ignored) {
   if (Property(element, "display") == "none") return false;
   const std::string visibility = Property(element, "visibility");
   if (!visibility.empty() && visibility != "inherit") inherited.visible = visibility == "visible";
@@ -51,7 +38,7 @@ bool Inherit(const pugi::xml_node& element, Inherited& inherited) {
   if (!fill_rule.empty() && fill_rule != "inherit") inherited.even_odd = fill_rule == "evenodd";
   InheritPaint(element, inherited);
 
-  inherited.map = inherited.map * OwnMap(element);
+  inherited.map = inherited.map * OwnMap(element, inherited.viewport, ignored);
   const double determinant = inherited.map.Determinant();
   if (!std::isfinite(determinant)) throw ElementError("transform", 0, "out of range");
   return determinant != 0;  // what a transform flattens is not displayed

@@ -8,6 +8,7 @@
 #include "geometry/drawing.h"
 #include "geometry/plane.h"
 #include "svg/attributes.h"
+#include "svg/input.h"
 
 namespace kurvo::tools {
 
@@ -23,7 +24,7 @@ struct Inherited {
 };
 
 // Takes over what the attributes of `element` change for it and for what it contains. Result:
-// whether anything is displayed. Throws ElementError.
-bool Inherit(const pugi::xml_node& element, Inherited& inherited);
+// whether anything is displayed. Transforms that say nothing go to `ignored`. Throws ElementError.
+bool Inherit(const pugi::xml_node& element, Inherited& inherited, Tally& ignored);
 
 }  // namespace kurvo::tools

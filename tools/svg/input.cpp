@@ -2,18 +2,31 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 
 namespace kurvo::tools {
 namespace {
 
 bool IsDigit(char c) { return '0' <= c && c <= '9'; }
 bool IsLetter(char c) { return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z'); }
+
+std::string ReadAll(std::istream& in) {
+  constexpr std::size_t kAtOnce = 1 << 16;
+  std::string bytes;
+  std::size_t size = 0;
+  do {
+    bytes.resize(size + std::max(kAtOnce, size));
+    in.read(bytes.data() + size, static_cast<std::streamsize>(bytes.size() - size));
+    size += static_cast<std::size_t>(in.gcount());
+  } while (in);
+  bytes.resize(size);
+  return bytes;
+}
 
 }  // namespace
 
@@ -36,14 +49,19 @@ std::string Excerpt(std::string_view text) {
 }
 
 std::string ReadWholeFile(const std::string& path) {
-  if (path == kStandardStream) return {std::istreambuf_iterator<char>(std::cin), {}};
+  if (path == kStandardStream) {
+    static bool was_read = false;
+    if (was_read) throw InputError("-: standard input can be read once only");
+    was_read = true;
+    return ReadAll(std::cin);
+  }
   std::error_code ignored;
   if (std::filesystem::is_directory(path, ignored)) {
     throw InputError(OneLine(path) + ": is a directory");
   }
   std::ifstream file(path, std::ios::binary);
   if (!file) throw InputError(OneLine(path) + ": cannot be opened");
-  std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  std::string bytes = ReadAll(file);
   if (file.bad()) throw InputError(OneLine(path) + ": cannot be read");
   return bytes;
 }

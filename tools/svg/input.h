@@ -44,6 +44,16 @@ class ElementError : public std::runtime_error {
 // A failure of the library in words: a fault of this program or of the machine, not of the input.
 std::string ErrorText(const Error& error);
 
+// What is named once: how many there are, and the first of them.
+struct Tally {
+  std::size_t count = 0;
+  std::string first;
+
+  void Add(std::string_view what) {
+    if (count++ == 0) first = what;
+  }
+};
+
 // `text` on one line: control characters become '?'.
 std::string OneLine(std::string_view text);
 
@@ -53,7 +63,7 @@ std::string Excerpt(std::string_view text);
 // The file name of standard input and of standard output.
 inline constexpr std::string_view kStandardStream = "-";
 
-// All bytes of a file, or of standard input. Throws InputError.
+// All bytes of a file, or of standard input, which is there once only. Throws InputError.
 std::string ReadWholeFile(const std::string& path);
 
 // Numbers above this are refused: doubles there are further apart than any drawing is fine.

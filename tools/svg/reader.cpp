@@ -1,9 +1,6 @@
 #include "svg/reader.h"
 
-#include <fmt/format.h>
-
 #include <cmath>
-#include <map>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -14,6 +11,7 @@
 #include "svg/gzip.h"
 #include "svg/inherited.h"
 #include "svg/input.h"
+#include "svg/left_out.h"
 #include "svg/shapes.h"
 #include "svg/sheet.h"
 
@@ -45,7 +43,7 @@ class SvgReader {
       AtElement(pending.element, pending.inherited,
                 [&] { Visit(pending.element, pending.inherited); });
     }
-    Note();
+    drawing_.notes = left_out_.Notes();
     return std::move(drawing_);
   }
 
@@ -73,13 +71,21 @@ class SvgReader {
     }
   }
 
+  // 0 where it does not say, as with a part of a window that is not here.
+  static double SizeOfRoot(const pugi::xml_node& root, const char* side) {
+    try {
+      return Size(root, side, Axis::kX, {}).value_or(0);
+    } catch (const ElementError&) {
+      return 0;
+    }
+  }
+
   void EnterRoot(Inherited& inherited) {
     const pugi::xml_node root = document_.Root();
     if (const std::optional<ViewBox> box = ReadViewBox(root)) {
       inherited.viewport = {box->width, box->height};
     } else {
-      inherited.viewport.width = Size(root, "width", Axis::kX, {}).value_or(0);
-      inherited.viewport.height = Size(root, "height", Axis::kY, {}).value_or(0);
+      inherited.viewport = {SizeOfRoot(root, "width"), SizeOfRoot(root, "height")};
     }
     drawing_.sheet = ReadSheet(root);
     double factor = 1;
@@ -88,7 +94,7 @@ class SvgReader {
       drawing_.sheet = drawing_.sheet.Scaled(factor);
     }
     inherited.map = Scaling(factor, drawing_.sheet.y_up ? -factor : factor);
-    if (Inherit(root, inherited)) PushChildren(root, inherited);
+    if (Inherit(root, inherited, left_out_.transforms)) PushChildren(root, inherited);
   }
 
   void Visit(const pugi::xml_node& element, Inherited inherited) {
@@ -97,16 +103,17 @@ class SvgReader {
                                 " elements");
     }
     const std::string_view name = document_.LocalName(element);
-    if (name == "text" || name == "image" || name == "foreignObject") {
+    if (name == "text" || name == "image" || name == "foreignObject" || name == "flowRoot") {
       return CountSkipped(name, element, inherited);
     }
     // What is neither a shape nor a group (defs, clipPath, metadata, ...) shows nothing here.
     const bool is_shape = IsShape(name);
-    if ((!is_shape && !IsGroup(name)) || !Inherit(element, inherited)) return;
-    for (const char* cut : {"clip-path", "mask"}) {
-      const std::string value = Property(element, cut);
-      if (!value.empty() && value != "none") ++clipped_;
+    if (!is_shape && !IsGroup(name)) return;
+    if (!Inherit(element, inherited, left_out_.transforms)) {
+      if (IsLayer(element)) ++left_out_.hidden_layers;
+      return;
     }
+    left_out_.LookAt(element);
     if (is_shape) return AddShape(name, element, inherited);
     OpenGroup(name, element, inherited);
     if (name == "svg") {
@@ -124,11 +131,14 @@ class SvgReader {
     return name == "g" || name == "a" || name == "svg" || name == "switch" || name == "use";
   }
 
+  static bool IsLayer(const pugi::xml_node& element) {
+    return element.attribute("inkscape:groupmode").value() == kLayer;
+  }
+
   // Groups, and others around elements where they have a name.
   void OpenGroup(std::string_view name, const pugi::xml_node& element, Inherited& inherited) {
     const Group group = {inherited.group, element.attribute("id").value(),
-                         element.attribute("inkscape:label").value(),
-                         element.attribute("inkscape:groupmode").value() == kLayer};
+                         element.attribute("inkscape:label").value(), IsLayer(element)};
     // The one that turns a drawing over is part of the sheet.
     const bool turns = drawing_.sheet.y_up && element.parent() == document_.Root();
     const bool is_named = !group.id.empty() || !group.layer.empty();
@@ -140,24 +150,7 @@ class SvgReader {
   void CountSkipped(std::string_view name, const pugi::xml_node& element,
                     const Inherited& inherited) {
     const bool shown = inherited.visible && Property(element, "display") != "none";
-    if (shown) ++skipped_[std::string(name)];
-  }
-
-  // What is left out in silence is named once.
-  void Note() {
-    const auto note = [&](std::size_t count, std::string_view one, std::string_view more,
-                          std::string_view what) {
-      if (count == 0) return;
-      drawing_.notes.push_back(fmt::format("note: {} {} {}", count, count == 1 ? one : more, what));
-    };
-    for (const auto& [name, count] : skipped_)
-      note(count, name + " element has", name + " elements have", "no outline");
-    note(clipped_, "element is", "elements are", "clipped or masked, which is not looked at");
-    note(lost_uses_, "use element refers", "use elements refer",
-         "to what is not there, " + lost_use_);
-    const StyleSheet& sheet = document_.Style();
-    note(sheet.LeftOut(), "rule", "rules",
-         "of style sheets not read, beginning with '" + sheet.FirstLeftOut() + "'");
+    if (shown) ++left_out_.without_outline[std::string(name)];
   }
 
   void PushChildren(const pugi::xml_node& element, const Inherited& inherited) {
@@ -175,6 +168,7 @@ class SvgReader {
       stack_.push_back({child, inherited, true});
       return;
     }
+    if (element.first_child()) ++left_out_.empty_switches;
   }
 
   // The content of an svg or symbol element, whose size may come from a use element.
@@ -214,7 +208,7 @@ class SvgReader {
     if (inherited.use_depth <= kMaxNamedUses) inherited.users += document_.Label(use) + "/";
     if (name != "symbol" && name != "svg") {
       stack_.push_back({target, inherited, true});
-    } else if (Inherit(target, inherited)) {
+    } else if (Inherit(target, inherited, left_out_.transforms)) {
       EnterViewport(target, use, inherited);
     }
   }
@@ -233,9 +227,9 @@ class SvgReader {
           is_here ? "there is no element with the id '" + Excerpt(reference.substr(1)) + "'"
                   : "refers to another file: " + Excerpt(reference));
     }
-    if (!target && lost_uses_++ == 0) {
-      lost_use_ = document_.Label(use) + (is_here ? " to the id '" : " to the file '") +
-                  Excerpt(is_here ? reference.substr(1) : reference) + "'";
+    if (!target) {
+      left_out_.lost_uses.Add(document_.Label(use) + (is_here ? " to the id '" : " to the file '") +
+                              Excerpt(is_here ? reference.substr(1) : reference) + "'");
     }
     return target;
   }
@@ -267,10 +261,7 @@ class SvgReader {
   const SvgDocument document_;
   std::vector<Pending> stack_;
   Drawing drawing_;
-  std::map<std::string, std::size_t> skipped_;  // elements without outline, by name
-  std::size_t clipped_ = 0;
-  std::size_t lost_uses_ = 0;
-  std::string lost_use_;  // the first of them
+  LeftOut left_out_{document_};
   int used_elements_ = 0;
   std::size_t curve_count_ = 0;
 };

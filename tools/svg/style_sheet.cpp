@@ -7,6 +7,8 @@
 namespace kurvo::tools {
 namespace {
 
+constexpr int kDeepest = 16;  // of media in media
+
 bool IsNameLetter(char c) {
   return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z') || ('0' <= c && c <= '9') || c == '-' ||
          c == '_' || static_cast<unsigned char>(c) >= 0x80;
@@ -57,11 +59,15 @@ std::size_t EndOfBlock(std::string_view text, std::size_t at) {
 
 }  // namespace
 
-void StyleSheet::LeaveOut(std::string_view text) {
-  if (left_out_++ == 0) first_left_out_ = Excerpt(text);
+bool IsForScreen(std::string_view media) {
+  bool is_for_screen = Trimmed(media).empty();
+  ForEachPart(media, ',', [&](std::string_view medium) {
+    if (medium == "all" || medium == "screen") is_for_screen = true;
+  });
+  return is_for_screen;
 }
 
-void StyleSheet::Read(std::string_view commented) {
+void StyleSheet::Read(std::string_view commented, const Import& import) {
   const std::string text = WithoutComments(commented);
   std::string_view rest = Trimmed(text);
   while (!rest.empty()) {
@@ -72,14 +78,45 @@ void StyleSheet::Read(std::string_view commented) {
         !is_block ? std::min(begin + 1, rest.size())
                   : (at_rule ? EndOfBlock(rest, begin) : std::min(rest.find('}'), rest.size()));
     const std::string_view head = Trimmed(rest.substr(0, begin));
-    if (at_rule || !is_block) {
-      if (!head.starts_with("@charset") && !head.starts_with("@namespace")) LeaveOut(head);
+    const std::string_view block = is_block ? rest.substr(begin + 1, end - begin - 1) : "";
+    if (at_rule) {
+      ReadAtRule(head, block, import);
+    } else if (is_block) {
+      AddRules(head, block);
     } else {
-      AddRules(head, rest.substr(begin + 1, end - begin - 1));
+      LeaveOut(head);
     }
     rest.remove_prefix(is_block && !at_rule ? std::min(end + 1, rest.size()) : end);
     rest = Trimmed(rest);
   }
+}
+
+// "@media screen { ... }", "@import "name" screen;" or "@import url(name);". Fonts and pages of
+// paper change no outline.
+void StyleSheet::ReadAtRule(std::string_view head, std::string_view block, const Import& import) {
+  const std::size_t end = std::min(head.find_first_of(" \t\r\n\f\"'("), head.size());
+  const std::string_view name = head.substr(0, end);
+  std::string_view rest = Trimmed(head.substr(end));
+  for (const char* idle : {"@charset", "@namespace", "@font-face", "@page"}) {
+    if (name == idle) return;
+  }
+  if (name == "@media" && IsForScreen(rest) && depth_ < kDeepest) {
+    ++depth_;
+    Read(block.substr(0, block.rfind('}')), import);
+    --depth_;
+    return;
+  }
+  if (name != "@import") return LeaveOut(head);
+  const bool is_url = rest.starts_with("url(");
+  if (is_url) rest = Trimmed(rest.substr(4));
+  const std::string_view quote = rest.substr(0, rest.starts_with('"') || rest.starts_with('\''));
+  rest.remove_prefix(quote.size());
+  const std::size_t close = rest.find(quote.empty() ? ")" : quote);
+  if (close == rest.npos) return LeaveOut(head);
+  std::string_view media = Trimmed(rest.substr(close + 1));
+  if (is_url && !quote.empty() && media.starts_with(')')) media.remove_prefix(1);
+  if (!IsForScreen(media)) return LeaveOut(head);
+  import(Trimmed(rest.substr(0, close)));
 }
 
 void StyleSheet::AddRules(std::string_view selectors, std::string_view declarations) {
