@@ -17,11 +17,14 @@ struct Outline {
   bool closed = false;
 };
 
-// Colours as SVG writes them, "none" for what is not painted; a width in units of the drawing.
+// Colours as SVG writes them, "none" for what is not painted; a width in units of the drawing;
+// opacities from 0 to 1.
 struct Paint {
   std::string fill = "#000";
   std::string stroke = "none";
   double stroke_width = 1;
+  double fill_opacity = 1;
+  double stroke_opacity = 1;
 };
 
 // What one element of the drawing shows.

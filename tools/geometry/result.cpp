@@ -43,11 +43,14 @@ Paint PaintOf(const Result& result, std::size_t element, double thin) {
   const Paint& paint = result.source.shapes[element].paint;
   if (result.look == Look::kAsElements) return paint;
   if (result.look == Look::kSurround) {
-    const std::string& line = paint.stroke != kNoPaint ? paint.stroke : paint.fill;
-    return {line == kNoPaint ? "#000" : line, kNoPaint, 0};
+    const bool has_stroke = paint.stroke != kNoPaint;
+    const std::string& line = has_stroke ? paint.stroke : paint.fill;
+    return {line == kNoPaint ? "#000" : line, kNoPaint, 0,
+            has_stroke ? paint.stroke_opacity : paint.fill_opacity};
   }
-  if (paint.stroke != kNoPaint) return {kNoPaint, paint.stroke, paint.stroke_width};
-  return {kNoPaint, paint.fill == kNoPaint ? "#000" : paint.fill, thin};
+  if (paint.stroke != kNoPaint)
+    return {kNoPaint, paint.stroke, paint.stroke_width, 1, paint.stroke_opacity};
+  return {kNoPaint, paint.fill == kNoPaint ? "#000" : paint.fill, thin, 1, paint.fill_opacity};
 }
 
 Drawing DrawingOf(Context& context, const Result& result) {

@@ -166,8 +166,9 @@ class Tiler {
 
   // Only lines are cut where a page ends.
   Paint LinesOf(const Paint& paint) const {
-    if (paint.stroke != "none") return {"none", paint.stroke, paint.stroke_width};
-    return {"none", paint.fill == "none" ? "#000" : paint.fill, thin_};
+    if (paint.stroke != "none")
+      return {"none", paint.stroke, paint.stroke_width, 1, paint.stroke_opacity};
+    return {"none", paint.fill == "none" ? "#000" : paint.fill, thin_, 1, paint.fill_opacity};
   }
 
   void AddMarks(Page& page) {

@@ -159,6 +159,8 @@ class CurveFileReader {
     } catch (const Json::parse_error& error) {
       throw InputError(
           fmt::format("{}: offset {}: not well-formed JSON", OneLine(name_), error.byte));
+    } catch (const Json::out_of_range&) {  // without its place
+      throw InputError(OneLine(name_) + ": a number is out of range");
     }
   }
 
@@ -223,6 +225,8 @@ class CurveFileReader {
     shape.paint.fill = TextOr("#000", value, "fill");
     shape.paint.stroke = TextOr("none", value, "stroke");
     shape.paint.stroke_width = scale_ * NumberOr(1 / scale_, value, "stroke_width");
+    shape.paint.fill_opacity = NumberOr(1, value, "fill_opacity");
+    shape.paint.stroke_opacity = NumberOr(1, value, "stroke_opacity");
     if (value.contains("origin"))
       shape.origin = CurveReader(context_, scale_).ReadPoint(value["origin"], "origin");
     const std::string shape_place = place_;

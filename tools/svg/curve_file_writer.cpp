@@ -117,6 +117,8 @@ std::string ShapeText(const Result& result, std::span<const ResultChain> chains,
   out.AddText("fill", paint.fill);
   out.AddText("stroke", paint.stroke);
   out.Add("stroke_width", ExactNumber(paint.stroke_width));
+  if (paint.fill_opacity != 1) out.Add("fill_opacity", ExactNumber(paint.fill_opacity));
+  if (paint.stroke_opacity != 1) out.Add("stroke_opacity", ExactNumber(paint.stroke_opacity));
   out.Add("outlines", List(chains, "\n     ", [](const ResultChain& chain) {
             Members outline;
             outline.Add("closed", chain.closed ? "true" : "false");

@@ -66,6 +66,10 @@ class DrawingWriter {
     if (!value.empty()) text_ += fmt::format(" {}=\"{}\"", name, EscapedText(value));
   }
 
+  void AddOpacity(std::string_view name, double opacity) {
+    if (opacity != 1) AddText(name, ExactNumber(opacity));
+  }
+
   // Of several elements with one id, such as what use elements show, the first keeps it.
   void AddId(const std::string& id) {
     if (!id.empty() && ids_.insert(id).second) AddText("id", id);
@@ -121,6 +125,7 @@ class DrawingWriter {
     text_ += " d=\"" + data + "\"";
     const Paint paint = PaintOf(result_, element, thin_stroke_);
     AddText("fill", paint.fill);
+    if (paint.fill != kNoPaint) AddOpacity("fill-opacity", paint.fill_opacity);
     // It says what the element covers, also where it is not filled.
     if (shape != nullptr && shape->even_odd &&
         (paint.fill != kNoPaint || result_.look == Look::kAsElements)) {
@@ -128,6 +133,7 @@ class DrawingWriter {
     }
     if (paint.stroke != kNoPaint) {
       AddText("stroke", paint.stroke);
+      AddOpacity("stroke-opacity", paint.stroke_opacity);
       AddText("stroke-width", ExactNumber(paint.stroke_width));
     }
     text_ += "/>\n";

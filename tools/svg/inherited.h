@@ -5,10 +5,11 @@
 #include <pugixml.hpp>
 #include <string>
 
-#include "geometry/drawing.h"
 #include "geometry/plane.h"
 #include "svg/attributes.h"
+#include "svg/document.h"
 #include "svg/input.h"
+#include "svg/paint.h"
 
 namespace kurvo::tools {
 
@@ -17,7 +18,7 @@ struct Inherited {
   Viewport viewport;
   bool visible = true;
   bool even_odd = false;
-  Paint paint;            // the width of strokes in the units around
+  InheritedPaint paint;
   std::size_t group = 0;  // into Drawing::groups
   int use_depth = 0;
   std::string users;  // labels of the use elements around, each with a '/' after it
@@ -25,6 +26,7 @@ struct Inherited {
 
 // Takes over what the attributes of `element` change for it and for what it contains. Result:
 // whether anything is displayed. Transforms that say nothing go to `ignored`. Throws ElementError.
-bool Inherit(const pugi::xml_node& element, Inherited& inherited, Tally& ignored);
+bool Inherit(const SvgDocument& document, const pugi::xml_node& element, Inherited& inherited,
+             Tally& ignored);
 
 }  // namespace kurvo::tools

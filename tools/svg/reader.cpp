@@ -94,7 +94,7 @@ class SvgReader {
       drawing_.sheet = drawing_.sheet.Scaled(factor);
     }
     inherited.map = Scaling(factor, drawing_.sheet.y_up ? -factor : factor);
-    if (Inherit(root, inherited, left_out_.transforms)) PushChildren(root, inherited);
+    if (Inherit(document_, root, inherited, left_out_.transforms)) PushChildren(root, inherited);
   }
 
   void Visit(const pugi::xml_node& element, Inherited inherited) {
@@ -109,7 +109,7 @@ class SvgReader {
     // What is neither a shape nor a group (defs, clipPath, metadata, ...) shows nothing here.
     const bool is_shape = IsShape(name);
     if (!is_shape && !IsGroup(name)) return;
-    if (!Inherit(element, inherited, left_out_.transforms)) {
+    if (!Inherit(document_, element, inherited, left_out_.transforms)) {
       if (IsLayer(element)) ++left_out_.hidden_layers;
       return;
     }
@@ -208,7 +208,7 @@ class SvgReader {
     if (inherited.use_depth <= kMaxNamedUses) inherited.users += document_.Label(use) + "/";
     if (name != "symbol" && name != "svg") {
       stack_.push_back({target, inherited, true});
-    } else if (Inherit(target, inherited, left_out_.transforms)) {
+    } else if (Inherit(document_, target, inherited, left_out_.transforms)) {
       EnterViewport(target, use, inherited);
     }
   }
@@ -244,7 +244,7 @@ class SvgReader {
     shape.outlines = pen.Finish();
     shape.id = element.attribute("id").value();
     shape.group = inherited.group;
-    shape.paint = inherited.paint;
+    shape.paint = inherited.paint.Own();
     shape.paint.stroke_width *= std::sqrt(std::fabs(inherited.map.Determinant()));
     if (drawing_.sheet.y_up) shape.origin = inherited.map.Apply({});
     if (shape.outlines.empty()) return;
