@@ -73,7 +73,7 @@ outline() {
     --gtest_filter="$3"
 }
 # A thousand questions a round.
-outline 'Letters of three fonts combined, in nine families' $((calls / 1000)) 'RegionCombine.LettersOfFonts'
+outline 'Letters of the fonts that are there combined, in nine families' $((calls / 1000)) 'RegionCombine.LettersOfFonts'
 outline 'Random outlines combined' $((calls / 100)) 'RegionCombine.RandomOutlines'
 outline 'Laws of combining, bit for bit' $((calls / 10)) 'RegionCombine.BitForBit'
 outline 'Laws of combining pairs' $((calls / 1000)) 'RegionCombine.Commutes*:RegionCombine.ManyAtOnce'

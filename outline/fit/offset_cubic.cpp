@@ -252,4 +252,18 @@ SideFit FitSide(const CubicSide& side, const CubicSide::At& start, double u0,
   return fit;
 }
 
+SideFit PlainSide(const CubicSide& side, const CubicSide::At& start, double u0,
+                  const CubicSide::At& end, double u1) {
+  const Vec2 first = OffsetOf(start, side.distance()), last = OffsetOf(end, side.distance());
+  const double chord = Length(last - first);
+  Vec2 part[4];
+  CubicPart(side.points(), u0, u1, part);
+  double length = 0;
+  for (int i = 0; i < 3; ++i) length += Length(part[i + 1] - part[i]);
+  const double turn =
+      std::atan2(std::fabs(Cross(start.tangent, end.tangent)), Dot(start.tangent, end.tangent));
+  return {{first, first + (chord / 3) * start.tangent, last - (chord / 3) * end.tangent, last},
+          chord + length + std::fabs(side.distance()) * turn};
+}
+
 }  // namespace kurvo::outline

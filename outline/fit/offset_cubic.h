@@ -40,4 +40,9 @@ struct SideFit {
 SideFit FitSide(const CubicSide& side, const CubicSide::At& start, double u0,
                 const CubicSide::At& end, double u1, double tol);
 
+// A cubic with those ends and directions that strays nowhere, with handles of a third of its chord,
+// and a bound of how far from the side it may be: no farther than the side and its chord are long.
+SideFit PlainSide(const CubicSide& side, const CubicSide::At& start, double u0,
+                  const CubicSide::At& end, double u1);
+
 }  // namespace kurvo::outline

@@ -20,7 +20,7 @@ constexpr double kCellShare = 0.5;        // of the tolerance, for cubics in pla
 constexpr double kFineShare = 0.25;       // of that, for many cubics before they are fitted by few
 constexpr double kPointShare = 0.125;     // of the tolerance: an arc with such a radius is a point
 constexpr double kNothing = 0x1p-10;      // of the tolerance: distances that move nothing
-constexpr int kMostCuts = 8;              // of a stretch into parts, one in the other,
+constexpr int kMostCuts = 24;             // of a stretch into parts, one in the other,
 constexpr std::size_t kMostPieces = 256;  // and pieces of a cubic: then they are taken as they are
 constexpr std::size_t kUsualPieces = 16;  // of a cubic
 constexpr std::size_t kMostExtra = 1 << 11;  // pieces beyond that, of all cubics
@@ -124,9 +124,7 @@ class CellStrips {
     if (!(high > low)) return;
     const At start = LookAt(low), end = LookAt(high);
     if (SquaredLength(start.tangent) == 0 || SquaredLength(end.tangent) == 0) return;  // a point
-    Strip strip = {start.point,    end.point,    start.tangent,       end.tangent,
-                   ReachOf(start), ReachOf(end), ParameterAt(low),    ParameterAt(high),
-                   span_.curve,    false,        list_.pieces.size(), 0};
+    BeginStrip(low, start);
     if (kNothing * tol_ >= std::fabs(distance_)) {
       OffsetPiece& piece = AddPiece(OffsetPiece::Kind::kCubic, low, high);
       CubicPart(cell_.points, low, high, piece.points);
@@ -148,8 +146,26 @@ class CellStrips {
         before = after;
       }
     }
-    strip.piece_count = list_.pieces.size() - strip.first_piece;
-    list_.strips.push_back(strip);
+    EndStrip(high, end);
+  }
+
+  void BeginStrip(double u, const At& at) {
+    strip_ = {};
+    strip_.start = at.point;
+    strip_.leaves = at.tangent;
+    strip_.reach = ReachOf(at);
+    strip_.from = ParameterAt(u);
+    strip_.curve = span_.curve;
+    strip_.first_piece = list_.pieces.size();
+  }
+
+  void EndStrip(double u, const At& at) {
+    strip_.end = at.point;
+    strip_.arrives = at.tangent;
+    strip_.last_reach = ReachOf(at);
+    strip_.to = ParameterAt(u);
+    strip_.piece_count = list_.pieces.size() - strip_.first_piece;
+    list_.strips.push_back(strip_);
   }
 
   OffsetPiece& AddPiece(OffsetPiece::Kind kind, double from, double to) {
@@ -158,7 +174,8 @@ class CellStrips {
   }
 
   // Normals end at the centres of curvature, whose curve is as long between two vertices as the
-  // radii differ: so no point of its chord is farther from the cubic than the longer radius.
+  // radii differ: so no point of its chord is farther from the cubic than the longer radius. The
+  // strip is cut where the radius is shortest and within the tolerance.
   void AppendChords(double from, const At& start, double to, const At& end) {
     Breaks breaks;
     AddVertices(hodograph_, from, to, breaks);
@@ -169,10 +186,16 @@ class CellStrips {
     double at = from;
     for (std::size_t i = 0; i < breaks.count; ++i) {
       const double next = breaks.at[i];
-      const Vec2 last = OffsetOf(i + 1 == breaks.count ? end : LookAt(next));
+      const bool is_last = i + 1 == breaks.count;
+      const At there = is_last ? end : LookAt(next);
+      const Vec2 last = OffsetOf(there);
       OffsetPiece& piece = AddPiece(OffsetPiece::Kind::kLine, at, next);
       piece.points[0] = first;
       piece.points[3] = last;
+      if (!is_last && IsTight(ReachOf(there), distance_, tol_)) {
+        EndStrip(next, there);
+        BeginStrip(next, there);
+      }
       first = last;
       at = next;
     }
@@ -235,10 +258,10 @@ class CellStrips {
   // One cubic, or as many as its error, which falls with the sixth power, foretells.
   void AppendCubics(double from, const At& start, double to, const At& end, int cuts_left) {
     const SideFit fit = FitSide(side_, start, from, end, to, tol_);
-    const bool fits = tol_ >= fit.off;
-    if (fits || cuts_left == 0 || list_.pieces.size() >= most_pieces_) {
-      if (!fits) ++list_.capped;
-      return Take(fit, from, to);
+    if (tol_ >= fit.off) return Take(fit, from, to);
+    if (cuts_left == 0 || list_.pieces.size() >= most_pieces_) {
+      ++list_.capped;
+      return Take(PlainSide(side_, start, from, end, to), from, to);
     }
     const int parts = std::max(2, static_cast<int>(std::ceil(CubicsFor(fit.off))));
     double at = from;
@@ -258,6 +281,7 @@ class CellStrips {
   const CubicSide side_;
   const double distance_, tol_;
   StripList& list_;
+  Strip strip_ = {};  // the one that is being made
   std::size_t most_pieces_ = 0;
 };
 

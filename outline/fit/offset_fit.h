@@ -1,6 +1,7 @@
 // What a span is offset to.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -40,6 +41,12 @@ struct Strip {
   Vec2 Last() const { return end + last_reach * Right(arrives); }
 };
 
+// Whether a normal is cut short by a bend as narrow as the tolerance.
+inline bool IsTight(double reach, double distance, double tol) {
+  constexpr double kTight = 4;  // tolerances
+  return std::fabs(reach) < std::fabs(distance) && kTight * tol >= std::fabs(reach);
+}
+
 struct StripList {
   Array<Strip> strips;
   Array<OffsetPiece> pieces;
@@ -52,8 +59,9 @@ struct StripList {
 // Appends the strips of a span, one after the other: between two of them the span has a cusp, or
 // goes on smoothly. Lines have lines, arcs have arcs, all else has cubics no farther than `tol`
 // (> 0) from where they belong; where the strip is cut at the centres of curvature, a chord of
-// their curve stands for it, all of which is within the distance of the span. Of a span that is a
-// point there are none. Cost: O(degree^2) a span and some microseconds a cubic.
+// their curve stands for it, all of which is within the distance of the span. Where such a bend is
+// tightest, if it is tight there, one strip ends and the next begins. Of a span that is a point
+// there are none. Cost: O(degree^2) a span and some microseconds a cubic.
 void AppendStrips(const Span& span, double distance, double tol, StripList& list);
 
 }  // namespace kurvo::outline

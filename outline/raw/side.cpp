@@ -38,16 +38,38 @@ void Side::AppendTo(RawLoop& loop) const {
   }
 }
 
+Side::Corner Side::CornerAfter(std::size_t i) const {
+  Corner corner = PlainCornerAfter(i);
+  if (corners_.is_disc && corner.kind != Kind::kShort)
+    corner.is_tip = IsTipAfter(i) && !(IsShort(At(i)) && IsTipAfter(i + count() - 1));
+  return corner;
+}
+
+// The tip of a spike that is narrower than the tolerance may be turned inside out, and then has no
+// outer side: there a bend is as tight as that, or the loop turns back within so short a way.
+bool Side::IsTipAfter(std::size_t i) const {
+  constexpr std::size_t kMostCorners = 16;
+  const Strip &before = At(i), &after = At(i + 1);
+  if (IsTight(before.last_reach, distance_, corners_.tol)) return true;
+  if (IsTight(after.reach, distance_, corners_.tol)) return true;
+  if (distance_ * Cross(before.arrives, after.leaves) > 0) return false;
+  for (std::size_t k = 0; k < std::min(kMostCorners, count()); ++k) {
+    const Strip& strip = At(i + count() - k);
+    if (!IsShort(strip)) return false;
+    if (Dot(strip.leaves, after.leaves) < 0) return true;
+  }
+  return false;
+}
+
 // The short cut is right where the two lines are long enough that the vertex and the points abreast
 // of it lie within the other strip.
-Side::Corner Side::CornerAfter(std::size_t i) const {
+Side::Corner Side::PlainCornerAfter(std::size_t i) const {
   const Strip& before = At(i);
   const Strip& after = At(i + 1);
   const Vec2 t1 = before.arrives, t2 = after.leaves;
   const double sine = Cross(t1, t2), cosine = Dot(t1, t2), d = std::fabs(distance_);
   if (cosine > 0 && kSnap * corners_.tol >= d * Length(t1 - t2)) return {Kind::kSmooth, {}};
   if (d == 0) return {Kind::kSmooth, {}};
-  // The tip of a spike that is narrower than the tolerance may be turned inside out.
   if (cosine < 0 && (corners_.is_disc || kReversal >= std::fabs(sine))) return {Kind::kOuter, {}};
   if (distance_ * sine > 0) return {Kind::kOuter, {}};
   if (!(before.is_line && after.is_line && cosine > 0.5)) return {Kind::kInner, {}};
@@ -73,6 +95,7 @@ void Side::AppendCorner(std::size_t i, const Corner& corner, RawLoop& loop) cons
   const Strip& after = At(i + 1);
   if (corner.kind == Kind::kShort) return;
   NameJoint(after, loop);
+  if (corner.is_tip) AppendDisc(before, loop);
   if (corner.kind == Kind::kSmooth) {
     if (Length(before.Last() - after.First()) > 2 * kSnap * corners_.tol)
       loop.LineTo(after.First());
@@ -85,6 +108,15 @@ void Side::AppendCorner(std::size_t i, const Corner& corner, RawLoop& loop) cons
     AppendJoin(before, after, after.start + distance_ * Right(after.leaves), loop);
   }
   loop.LineTo(after.First());
+}
+
+// All that is within the distance of the vertex, there and back.
+void Side::AppendDisc(const Strip& before, RawLoop& loop) const {
+  const Vec2 v = before.end, spoke = distance_ * Right(before.arrives);
+  loop.LineTo(v + spoke);
+  loop.ArcTo(v, std::fabs(distance_), distance_ < 0, v - spoke);
+  loop.ArcTo(v, std::fabs(distance_), distance_ < 0, v + spoke);
+  loop.LineTo(before.Last());
 }
 
 // The tip of a miter is 1 / cos(turn / 2) distances from the vertex.

@@ -29,15 +29,23 @@ class Side {
   enum class Kind : uint8_t { kSmooth, kInner, kShort, kOuter };
   struct Corner {
     Kind kind;
-    Vec2 meet;  // of a short one: where both lines end
+    Vec2 meet;            // of a short one: where both lines end
+    bool is_tip = false;  // may be turned inside out
   };
 
   std::size_t count() const { return list_.strips.size(); }
   const Strip& At(std::size_t i) const { return list_.strips[i % count()]; }
   bool HasCorner(std::size_t i) const { return is_closed_ || i + 1 < count(); }
   Corner CornerAfter(std::size_t i) const;
+  Corner PlainCornerAfter(std::size_t i) const;
+  bool IsTipAfter(std::size_t i) const;
+  bool IsShort(const Strip& strip) const {
+    constexpr double kShort = 4;  // tolerances
+    return kShort * corners_.tol >= Length(strip.end - strip.start);
+  }
   void AppendStrip(std::size_t i, const Corner& after, RawLoop& loop) const;
   void AppendCorner(std::size_t i, const Corner& corner, RawLoop& loop) const;
+  void AppendDisc(const Strip& before, RawLoop& loop) const;
   void AppendJoin(const Strip& before, const Strip& after, Vec2 end, RawLoop& loop) const;
 
   const StripList& list_;

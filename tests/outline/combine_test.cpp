@@ -159,10 +159,10 @@ TEST(RegionCombine, Letters) {
          [](Random& random, int round) { CheckPair(random, round, PairOf(random, round)); });
 }
 
-// Of three fonts, every second pair in cubics: a thousand questions a round.
+// Of the fonts that are there, every second pair in cubics: a thousand questions a round.
 TEST(RegionCombine, LettersOfFonts) {
   const std::vector<std::string> glyphs = FontGlyphs();
-  if (glyphs.empty()) GTEST_SKIP() << "no FreeType, or no DejaVu fonts";
+  if (glyphs.empty()) GTEST_SKIP() << "no FreeType, or none of the fonts";
   Rounds(Cases(9), [&](Random& random, int round) {
     GlyphPair pair = PairOf(random, round, glyphs);
     const int scaled = round / static_cast<int>(std::size(kFamilies)) % 4;

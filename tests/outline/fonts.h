@@ -18,8 +18,12 @@ namespace kurvo_test {
 inline std::vector<std::string> FontGlyphs() {
   std::vector<std::string> glyphs;
 #ifdef KURVO_HAS_FREETYPE
-  constexpr const char* kFonts[] = {"DejaVuSans.ttf", "DejaVuSerif-Italic.ttf",
-                                    "DejaVuSansMono-Bold.ttf"};
+  constexpr const char* kFonts[] = {
+      "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf",
+      "/usr/share/fonts/truetype/dejavu/DejaVuSerif-Italic.ttf",
+      "/usr/share/fonts/truetype/dejavu/DejaVuSansMono-Bold.ttf",
+      "/usr/share/fonts/opentype/cantarell/Cantarell-Regular.otf",  // in cubics, as the next
+      "/usr/share/texmf/fonts/opentype/public/lm/lmroman10-italic.otf"};
   struct Path {
     std::string text;
     double scale;
@@ -48,8 +52,7 @@ inline std::vector<std::string> FontGlyphs() {
   if (FT_Init_FreeType(&library) != 0) return glyphs;
   for (const char* font : kFonts) {
     FT_Face face;
-    const std::string path = std::string("/usr/share/fonts/truetype/dejavu/") + font;
-    if (FT_New_Face(library, path.c_str(), 0, &face) != 0) continue;
+    if (FT_New_Face(library, font, 0, &face) != 0) continue;
     for (char letter = '!'; letter <= '~'; ++letter) {
       if (FT_Load_Char(face, static_cast<FT_ULong>(letter), FT_LOAD_NO_SCALE) != 0) continue;
       Path outline = {"", 1000. / face->units_per_EM};

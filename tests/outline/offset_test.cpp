@@ -113,13 +113,19 @@ Chain RandomStar(Random& random, bool is_rough) {
   return Chain(std::move(curves));
 }
 
-// One of them, and what is left of it when nothing crosses.
+// What is left of a region when nothing crosses.
+Region SimpleOf(const Region& region, double tol) {
+  Globals g;
+  Region simple;
+  const KurvoOptions options = OptionsOf(tol);
+  EXPECT_TRUE(KurvoRegionSimplify(region.get(), &options, simple.get(), nullptr, &g));
+  return simple;
+}
+
 struct Star {
   Star(Random& random, double tol, bool is_rough = false) {
-    Globals g;
-    const KurvoOptions options = OptionsOf(tol);
     crossed.Add(RandomStar(random, is_rough), 1e-6);
-    EXPECT_TRUE(KurvoRegionSimplify(crossed.get(), &options, simple.get(), nullptr, &g));
+    simple = SimpleOf(crossed, tol);
   }
 
   Region crossed, simple;
@@ -212,6 +218,53 @@ TEST(RegionOffset, PolygonsGrowByWhatAPenCovers) {
           << q.x << " " << q.y << " by " << distance << " join " << options.join;
     }
   }
+}
+
+// A spike on a block, or a slit in it, from 5 + foot to 5 - foot: a cubic, or lines through points
+// which are `half` times these off its middle and its end.
+std::string TipOf(const Numbers& points, double foot, double half, double height) {
+  const double end = 5 + height, far = 5 + height * 4 / 3;
+  if (points.empty())
+    return Text("(b", {5 + foot, 5, 5 + half, far, 5 - half, far, 5 - foot, 5}) + ")";
+  std::string text;
+  Numbers at = {5 + foot, 5};
+  for (std::size_t i = 0; i <= points.size(); i += 2) {
+    Numbers next = {5 - foot, 5};
+    if (i < points.size())
+      next = {5 + half * points[i], end - std::copysign(half, height) * points[i + 1]};
+    text += Text("(l", {at[0], at[1], next[0], next[1]}) + ")";
+    at = next;
+  }
+  return text;
+}
+
+// The disc goes as far as the tip does, also where this is narrower than the tolerance and turned
+// inside out. Where nothing is left of the tip, it ends before.
+TEST(RegionOffset, NarrowTips) {
+  constexpr double kTol = 1e-4, kLength = 40, kSpeed = 8;
+  const Numbers kinds[] = {
+      {}, {1, 0, -1, 0}, {1, 0, 0, 1, -1, 0}, {1, 1, 1, .4, .4, 0, -.4, 0, -1, .4, -1, 1}};
+  const struct {
+    double height, distance, area, slope;
+    Point beyond;
+  } shapes[] = {{4, 1, 50 + 30 + kPi + 6 + kPi / 2, -2, {5, 10, 0}},
+                {-2, -1, 24 - 2 - kPi / 2, 2, {5, 2, 0}}};
+  for (const auto& shape : shapes)
+    for (const Numbers& kind : kinds)
+      for (const double foot : {1e-4, 1e-3, 1e-2})
+        for (const double share : {1e-3, .03, .1, .5, 1.001, 1.003, 1.01, 1.03, 1.1, 2.})
+          for (const double half : {share * foot, -share * foot}) {
+            const std::string tip = TipOf(kind, foot, half, shape.height);
+            const Region region({"(l 0 0 10 0)(l 10 0 10 5)" + Text("(l", {10, 5, 5 + foot, 5}) +
+                                 ")" + tip + Text("(l", {5 - foot, 5, 0, 5}) + ")(l 0 5 0 0)"},
+                                KURVO_FILL_EVENODD);
+            const Offset offset = OffsetOf(region, shape.distance, OptionsOf(kTol));
+            EXPECT_EQ(offset.report.capped, 0) << tip;
+            const double lost = DistanceTo(*SimpleOf(region, kTol / 8), shape.beyond) - 1;
+            EXPECT_NEAR(AreaOfLoops(*offset.region), shape.area + shape.slope * lost,
+                        kTol * kLength + kSpeed * (foot + std::fabs(half)))
+                << tip;
+          }
 }
 
 TEST(RegionOffset, OriginsAndAttributes) {
