@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "strand/joints.h"
+#include "sweep/apart.h"
+#include "sweep/gather.h"
 #include "sweep/sweep.h"
 
 namespace kurvo::outline {
@@ -30,14 +32,18 @@ Emitted Combine(Request& request, KurvoReport& report) {
   Events events;
   FindEvents(scene, strands, progress, events);
   report.capped = events.capped;
-  Arrangement arrangement;
-  Counts counts;
-  RunSweep(scene, strands, rules, FillRule(request.operation, CountOf(rules.size())), progress,
-           events, arrangement, counts);
-  report.unresolved = counts.unresolved;
-  const double closed = std::min(request.epsilon, kClosingShare * scene.frame.size());
-  Emitted emitted = Emit(scene, request.operands, arrangement, closed, report);
-  report.moved = std::max(report.moved, scene.frame.LengthOutwards(arrangement.worst_bridge));
+  const FillRule fill(request.operation, CountOf(rules.size()));
+  ResultLoops result;
+  if (!FindApartLoops(scene, strands, events, rules, fill, result)) {
+    Arrangement arrangement;
+    Counts counts;
+    RunSweep(scene, strands, rules, fill, progress, events, arrangement, counts);
+    report.unresolved = counts.unresolved;
+    const double closed = std::min(request.epsilon, kClosingShare * scene.frame.size());
+    GatherLoops(scene, arrangement, closed, report, result);
+    report.moved = std::max(report.moved, scene.frame.LengthOutwards(arrangement.worst_bridge));
+  }
+  Emitted emitted = Emit(scene, request.operands, result);
   progress.Tell(1);
   return emitted;
 }

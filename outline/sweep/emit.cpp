@@ -8,118 +8,31 @@
 #include "chain/cut.h"
 #include "strand/check.h"
 #include "strand/joints.h"
-#include "sweep/loops.h"
-#include "sweep/parts.h"
 
 namespace kurvo::outline {
 namespace {
 
-// A loop of the result: where its edges lie among those of all loops, and its parts among all.
-struct Loop {
-  std::size_t first_edge, edges, first_part, parts;
-  int32_t lowest;  // the edge on the left that goes up from its lowest corner
-  bool is_outer;
-  int32_t parent;  // of a hole: the loop around it, -1 where that was dropped
-  bool is_dropped;
-};
-
 class Emitter {
  public:
-  Emitter(const Scene& scene, const Array<Operand>& operands, const Arrangement& arrangement,
-          double closed, KurvoReport& report)
-      : scene_(scene),
-        operands_(operands),
-        arrangement_(arrangement),
-        closed_(closed),
-        report_(report) {}
+  Emitter(const Scene& scene, const Array<Operand>& operands, const ResultLoops& result)
+      : scene_(scene), operands_(operands), result_(result) {}
 
   Emitted Run() {
-    ForEachLoop(arrangement_, [this](std::span<const int32_t> edges) { AddLoop(edges); });
-    FindParents();
-    for (Loop& loop : loops_) CollectPartsOf(loop);
-    for (const int32_t i : InOrder()) EmitLoop(loops_[static_cast<std::size_t>(i)]);
+    for (const int32_t i : InOrder()) EmitLoop(result_.loops[static_cast<std::size_t>(i)]);
     return std::move(emitted_);
   }
 
  private:
-  std::span<const int32_t> EdgesOf(const Loop& loop) const {
-    return {edges_.data() + loop.first_edge, loop.edges};
-  }
-  int32_t LowerCorner(const Edge& edge) const { return std::min(edge.from, edge.to); }
-
-  // Corners ascend with their beams and to the right, and edges at one from the right: of those
-  // that go up from the lowest the last one has all of the loop to its right.
-  void AddLoop(std::span<const int32_t> edges) {
-    Loop loop = {edges_.size(), edges.size(), 0, 0, -1, false, -1, false};
-    for (const int32_t number : edges) {
-      const Edge& edge = arrangement_.edge(number);
-      if (edge.is_horizontal) continue;
-      const auto key = [&](int32_t e) { return std::pair(LowerCorner(arrangement_.edge(e)), -e); };
-      if (loop.lowest < 0 || key(number) < key(loop.lowest)) loop.lowest = number;
-    }
-    if (loop.lowest >= 0) {
-      const Edge& lowest = arrangement_.edge(loop.lowest);
-      loop.is_outer = lowest.to < lowest.from;
-    }
-    edges_.insert(edges_.end(), edges.begin(), edges.end());
-    loops_.push_back(loop);
-  }
-
-  // What stands to the left of a hole is the loop around it, or another hole in that.
-  void FindParents() {
-    Array<int32_t> loop_of, order;
-    loop_of.resize(arrangement_.edges.size(), -1);
-    order.resize(loops_.size());
-    for (std::size_t i = 0; i < loops_.size(); ++i) {
-      order[i] = static_cast<int32_t>(i);
-      for (const int32_t e : EdgesOf(loops_[i]))
-        loop_of[static_cast<std::size_t>(e)] = static_cast<int32_t>(i);
-    }
-    const auto lowest = [this](int32_t i) {
-      const int32_t edge = loops_[static_cast<std::size_t>(i)].lowest;
-      return edge < 0 ? std::pair(-1, 0) : std::pair(LowerCorner(arrangement_.edge(edge)), -edge);
-    };
-    std::sort(order.begin(), order.end(),
-              [&](int32_t a, int32_t b) { return lowest(a) < lowest(b); });
-    for (const int32_t i : order) {
-      Loop& hole = loops_[static_cast<std::size_t>(i)];
-      if (hole.is_outer || hole.lowest < 0) continue;
-      const int32_t left = arrangement_.edge(hole.lowest).left;
-      if (left < 0) continue;
-      const int32_t beside = loop_of[static_cast<std::size_t>(left)];
-      const Loop& neighbour = loops_[static_cast<std::size_t>(beside)];
-      hole.parent = neighbour.is_outer ? beside : neighbour.parent;
-    }
-  }
-
-  void CollectPartsOf(Loop& loop) {
-    double area = 0;
-    loop.first_part = parts_.size();
-    if (loop.lowest < 0 || IsSliver(scene_, arrangement_, EdgesOf(loop), area)) {
-      loop.is_dropped = true;
-      ++report_.dropped;
-      report_.dropped_area += scene_.frame.AreaOutwards(area);
-      return;
-    }
-    CollectParts(scene_, arrangement_, EdgesOf(loop), closed_, collected_);
-    parts_.insert(parts_.end(), collected_.parts.begin(), collected_.parts.end());
-    loop.parts = collected_.parts.size();
-    report_.moved = std::max(report_.moved, scene_.frame.LengthOutwards(collected_.moved));
-  }
-
   // By the earliest curve of the input.
-  auto KeyOf(const Loop& loop) const {
+  auto KeyOf(const ResultLoop& loop) const {
     constexpr int32_t kLast = std::numeric_limits<int32_t>::max();
     auto key = std::tuple(kLast, kLast, kLast, 0.0);
-    for (const Part& part : PartsOf(loop)) {
+    for (const Part& part : result_.PartsOf(loop)) {
       if (part.IsLine()) continue;
       key = std::min(key,
                      std::tuple(part.operand, part.loop, part.curve, std::min(part.from, part.to)));
     }
     return key;
-  }
-  std::span<const Part> PartsOf(const Loop& loop) const {
-    return {parts_.data() + loop.first_part, loop.parts};
   }
 
   // Outer loops, each followed by its holes; a hole whose outer loop was dropped goes with it.
@@ -130,20 +43,21 @@ class Emitter {
       bool is_hole;
       int32_t loop;
     };
+    const Array<ResultLoop>& loops = result_.loops;
     Array<Key> keys;
-    for (const Loop& loop : loops_) keys.push_back(KeyOf(loop));
+    for (const ResultLoop& loop : loops) keys.push_back(KeyOf(loop));
     Array<Entry> entries;
-    for (std::size_t i = 0; i < loops_.size(); ++i) {
-      const Loop& loop = loops_[i];
+    for (std::size_t i = 0; i < loops.size(); ++i) {
+      const ResultLoop& loop = loops[i];
       const auto number = static_cast<int32_t>(i);
       const int32_t outer = loop.is_outer ? number : loop.parent;
-      if (loop.is_dropped || outer < 0 || loops_[static_cast<std::size_t>(outer)].is_dropped)
+      if (loop.is_dropped || outer < 0 || loops[static_cast<std::size_t>(outer)].is_dropped)
         continue;
       entries.push_back({keys[static_cast<std::size_t>(outer)], keys[i], !loop.is_outer, number});
     }
-    std::sort(entries.begin(), entries.end(), [this](const Entry& a, const Entry& b) {
-      const auto outer = [this](const Entry& e) {
-        const Loop& loop = loops_[static_cast<std::size_t>(e.loop)];
+    std::sort(entries.begin(), entries.end(), [&loops](const Entry& a, const Entry& b) {
+      const auto outer = [&loops](const Entry& e) {
+        const ResultLoop& loop = loops[static_cast<std::size_t>(e.loop)];
         return loop.is_outer ? e.loop : loop.parent;
       };
       return std::tuple(a.outer, outer(a), a.is_hole, a.own, a.loop) <
@@ -154,9 +68,9 @@ class Emitter {
     return order;
   }
 
-  void EmitLoop(const Loop& loop) {
+  void EmitLoop(const ResultLoop& loop) {
     OwnedChain chain;
-    for (const Part& part : PartsOf(loop)) EmitPart(part, chain);
+    for (const Part& part : result_.PartsOf(loop)) EmitPart(part, chain);
     emitted_.loops.Add(std::move(chain));
   }
 
@@ -234,22 +148,15 @@ class Emitter {
 
   const Scene& scene_;
   const Array<Operand>& operands_;
-  const Arrangement& arrangement_;
-  const double closed_;
-  KurvoReport& report_;
+  const ResultLoops& result_;
   Emitted emitted_;
-  Array<int32_t> edges_;
-  Array<Loop> loops_;
-  Array<Part> parts_;
-  LoopOfParts collected_;
   Array<OwnedCurve> records_;
 };
 
 }  // namespace
 
-Emitted Emit(const Scene& scene, const Array<Operand>& operands, const Arrangement& arrangement,
-             double closed, KurvoReport& report) {
-  return Emitter(scene, operands, arrangement, closed, report).Run();
+Emitted Emit(const Scene& scene, const Array<Operand>& operands, const ResultLoops& result) {
+  return Emitter(scene, operands, result).Run();
 }
 
 }  // namespace kurvo::outline

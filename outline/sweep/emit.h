@@ -4,8 +4,7 @@
 #include <kurvo_outline.h>
 
 #include "base/owned.h"
-#include "sweep/arrangement.h"
-#include "sweep/scene.h"
+#include "sweep/parts.h"
 
 namespace kurvo::outline {
 
@@ -16,10 +15,7 @@ struct Emitted {
 
 // Outer loops run counter-clockwise and holes clockwise; each outer loop is followed by its holes,
 // and both stand in the order of the earliest curve that they come from. Whole curves are copied,
-// parts cut; neighbours share their ends bit for bit. Loops no wider than tol are dropped and
-// counted in the report, which also tells how far ends were moved. Gaps up to `closed` (caller's
-// unit) are closed by moving ends together.
-Emitted Emit(const Scene& scene, const Array<Operand>& operands, const Arrangement& arrangement,
-             double closed, KurvoReport& report);
+// parts cut; neighbours share their ends bit for bit.
+Emitted Emit(const Scene& scene, const Array<Operand>& operands, const ResultLoops& result);
 
 }  // namespace kurvo::outline

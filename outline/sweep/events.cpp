@@ -128,6 +128,7 @@ class Finder {
       NearSearch<Strand, Rules>(*a_, *b_, limits, rules, near_).Run(low_, high_);
       events_.capped += rules.HitLimit();
     }
+    events_.near_pairs += !near_.empty();
     for (const NearHeights& near : near_) Add(near, i, k);
   }
 

@@ -23,7 +23,8 @@ struct Together {
 struct Events {
   Array<Crossing> crossings;
   Array<Together> together;
-  int32_t capped = 0;  // pairs that met the limit of work
+  int64_t near_pairs = 0;  // that have any of these
+  int32_t capped = 0;      // pairs that met the limit of work
 };
 
 // The events of all pairs whose boxes are near. Cost: O(n log n) and that of the pairs.

@@ -121,29 +121,42 @@ class Collector {
   LoopOfParts& loop_;
 };
 
-struct Extent {
-  double area = 0, length = 0;
+// Of a loop of chords.
+class Extent {
+ public:
+  explicit Extent(Vec2 origin) : origin_(origin) {}
+
+  void GoTo(Vec2 point) {
+    const Vec2 p = point - origin_;
+    area_ += 0.5 * Cross(before_, p);
+    length_ += Length(p - before_);
+    before_ = p;
+  }
+  void GoAlong(const Span& span, double from, double to, Vec2 end, int chords) {
+    const int count = span.kind == Span::Kind::kLine ? 1 : chords;
+    for (int i = 1; i < count; ++i) GoTo(PointAt(span, from + (to - from) * i / count));
+    GoTo(end);
+  }
+
+  double area() const { return std::fabs(area_); }
+  bool IsClearly(double tol) const { return area() > kClearly * tol * length_; }
+  bool IsNarrow(double tol) const { return !(area() > tol * length_); }
+
+ private:
+  Vec2 origin_, before_ = {0, 0};
+  double area_ = 0, length_ = 0;
 };
 
 Extent ExtentOf(const Scene& scene, const Arrangement& arrangement, std::span<const int32_t> edges,
                 int chords) {
-  Extent extent;
-  const Vec2 origin = arrangement.corner(arrangement.edge(edges[0]).from).point;
+  Extent extent(arrangement.corner(arrangement.edge(edges[0]).from).point);
   for (const int32_t number : edges) {
     const Edge& edge = arrangement.edge(number);
-    const bool is_line =
-        edge.source < 0 || scene.source(edge.source).span.kind == Span::Kind::kLine;
-    Vec2 before = arrangement.corner(edge.from).point - origin;
-    const int count = is_line ? 1 : chords;
-    for (int i = 1; i <= count; ++i) {
-      const double u = edge.u_from + (edge.u_to - edge.u_from) * i / count;
-      const Vec2 p = (i == count ? arrangement.corner(edge.to).point
-                                 : PointAt(scene.source(edge.source).span, u)) -
-                     origin;
-      extent.area += 0.5 * Cross(before, p);
-      extent.length += Length(p - before);
-      before = p;
-    }
+    const Vec2 end = arrangement.corner(edge.to).point;
+    if (edge.source < 0)
+      extent.GoTo(end);
+    else
+      extent.GoAlong(scene.source(edge.source).span, edge.u_from, edge.u_to, end, chords);
   }
   return extent;
 }
@@ -155,13 +168,41 @@ void CollectParts(const Scene& scene, const Arrangement& arrangement,
   Collector(scene, arrangement, loop).Run(edges, closed);
 }
 
+void AppendWhole(const Scene& scene, std::span<const Source> sources, bool is_turned,
+                 Array<Part>& parts) {
+  const auto first = static_cast<std::ptrdiff_t>(parts.size());
+  int32_t curve = Source::kNone;
+  for (const Source& source : sources) {
+    const Vec2 end = scene.vertex(source.end).given;
+    if (source.span.curve != curve) {
+      curve = source.span.curve;
+      const Vec2 start = scene.vertex(source.start).given;
+      parts.push_back({source.operand, source.loop, curve, source.span.from, 0, start, {}});
+    }
+    parts.back().to = source.span.to;
+    parts.back().end = end;
+  }
+  if (!is_turned) return;
+  std::reverse(parts.begin() + first, parts.end());
+  std::for_each(parts.begin() + first, parts.end(), [](Part& part) {
+    std::swap(part.from, part.to);
+    std::swap(part.start, part.end);
+  });
+}
+
+bool MayBeSliver(const Scene& scene, std::span<const Source> sources) {
+  Extent extent(scene.vertex(sources.front().start).point);
+  for (const Source& source : sources)
+    extent.GoAlong(source.span, 0, 1, scene.vertex(source.end).point, kGlance);
+  return !extent.IsClearly(scene.tol);
+}
+
 bool IsSliver(const Scene& scene, const Arrangement& arrangement, std::span<const int32_t> edges,
               double& area) {
-  Extent extent = ExtentOf(scene, arrangement, edges, kGlance);
-  if (std::fabs(extent.area) > kClearly * scene.tol * extent.length) return false;
-  extent = ExtentOf(scene, arrangement, edges, kClosely);
-  area = std::fabs(extent.area);
-  return !(area > scene.tol * extent.length);
+  if (ExtentOf(scene, arrangement, edges, kGlance).IsClearly(scene.tol)) return false;
+  const Extent extent = ExtentOf(scene, arrangement, edges, kClosely);
+  area = extent.area();
+  return extent.IsNarrow(scene.tol);
 }
 
 }  // namespace kurvo::outline

@@ -18,6 +18,22 @@ struct Part {
   bool IsReversed() const { return from > to; }
 };
 
+// The loops of a result.
+struct ResultLoop {
+  std::size_t first_part = 0, parts = 0;  // among those of all loops
+  bool is_outer = false;
+  int32_t parent = -1;  // of a hole: the loop around it, -1 where that was dropped
+  bool is_dropped = false;
+};
+struct ResultLoops {
+  Array<ResultLoop> loops;
+  Array<Part> parts;
+
+  std::span<const Part> PartsOf(const ResultLoop& loop) const {
+    return {parts.data() + loop.first_part, loop.parts};
+  }
+};
+
 struct LoopOfParts {
   Array<Part> parts;
   double moved = 0;  // length in the frame: the farthest that an end lies from its source
@@ -28,6 +44,13 @@ struct LoopOfParts {
 // beside them are moved together.
 void CollectParts(const Scene& scene, const Arrangement& arrangement,
                   std::span<const int32_t> edges, double closed, LoopOfParts& loop);
+
+// Appends those of a loop of whole sources, which stays as it is but for its sense.
+void AppendWhole(const Scene& scene, std::span<const Source> sources, bool is_turned,
+                 Array<Part>& parts);
+
+// Whether a loop of whole sources is so narrow at a glance that it may be a sliver.
+bool MayBeSliver(const Scene& scene, std::span<const Source> sources);
 
 // Whether the loop is no wider than tol: its area is at most tol times its length. `area` is in the
 // frame.
