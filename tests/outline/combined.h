@@ -111,10 +111,10 @@ inline std::pair<XY, XY> EndsOf(const Curve& cv) {
 inline bool operator<(XY a, XY b) { return a.x != b.x ? a.x < b.x : a.y < b.y; }
 inline bool operator==(XY a, XY b) { return a.x == b.x && a.y == b.y; }
 
-// Whether two curves that meet at a and b keep together from there to ends of theirs: parts end at
-// vertices that lie up to tol beside them, and where they leave one at a small angle they may
-// cross.
-inline bool IsNoise(const Curve& first, double a, const Curve& second, double b, double near) {
+// Whether the first of two curves that meet at a and b keeps to the second from there to an end:
+// parts end at vertices that lie up to tol beside them, and where they leave one at a small angle
+// they may cross.
+inline bool KeepsTo(const Curve& first, double a, const Curve& second, double b, double near) {
   const auto [from_a, size_a] = Domain(first);
   const auto [from_b, size_b] = Domain(second);
   constexpr int kLooks = 64;
@@ -144,6 +144,11 @@ inline bool IsNoise(const Curve& first, double a, const Curve& second, double b,
       if (farthest < near) return true;
     }
   return false;
+}
+
+// Either of them may end beyond the other, by less than that.
+inline bool IsNoise(const Curve& first, double a, const Curve& second, double b, double near) {
+  return KeepsTo(first, a, second, b, near) || KeepsTo(second, b, first, a, near);
 }
 
 // Loops that close to the bit and pass no vertex twice, cross neither themselves nor each other,
