@@ -11,6 +11,9 @@ const std::string kParabola = Poly({0, 1}, {0, 0, 1});       // y = x^2
 const std::string kCubic = Poly({0, 1}, {0, 0, 0, 1});       // y = x^3
 const std::string kQuartic = Poly({0, 1}, {0, 0, 0, 0, 1});  // y = x^4
 const std::string kQuintic = Poly({0, 1}, {0, 0, 0, 0, 0, 1});
+// Of Chebyshev polynomials of degrees 12 and 11: up and down eleven times.
+const std::string kStrands = Poly({1, 0, -72, 0, 840, 0, -3584, 0, 6912, 0, -6144, 0, 2048},
+                                  {0, -11, 0, 220, 0, -1232, 0, 2816, 0, -2816, 0, 1024});
 const std::string kTwelfth = Poly({0, 1}, {0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1});
 const std::string kStraight = Poly({0, 1}, {0, 0, 0, 0});    // the x axis, as a cubic
 const std::string kGoesBack = Poly({0, -3, 0, 4}, {0});      // three times along the x axis
@@ -186,6 +189,7 @@ const Case kPairs[] = {
     {"same, of degree 12", kTwelfth, Part(kTwelfth, .1, .9), {}, "2222"},
     {"raised to degree 12", kParabola, Poly({0, 1}, {0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}), {}, "2222"},
     {"parts of degree 12", Part(kTwelfth, 0, .6), Part(kTwelfth, .3, 1), {}, "2222"},
+    {"parts of degree 12 with eleven strands", Part(kStrands, 0, .6), Part(kStrands, .3, 1), {}, "2222"},
     {"5e-7 apart all along", kWave, "b 0 5e-7 2 4.0000005 4 -3.9999995 6 5e-7", {}, "2222", 0, false},
     {"parts", Part(kWave, 0, .6), Part(kWave, .3, 1), {}, "2222"},
     {"part of a loop", kLoop, Part(kLoop, .3, .31), {}, "2222"},
