@@ -51,7 +51,7 @@ double AreaOf(const Cvseq& chain) {
 Made AppendOffsetLoops(const KurvoRegion& region, const Frame& frame, double distance, double tol,
                        const PenOptions& pen, Progress& progress, RawRegion& raw) {
   const bool is_round = pen.join == KURVO_JOIN_ROUND;
-  const Corners corners = {pen.join, pen.miter_limit, tol, is_round};
+  const Corners corners = {pen.join, pen.miter_limit, tol, true, is_round};
   StripList list;
   LoopSpans loop;
   bool skips_holes = false;

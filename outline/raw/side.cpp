@@ -6,8 +6,9 @@
 namespace kurvo::outline {
 namespace {
 
-constexpr double kSnap = 0x1p-4;       // of the tolerance: ends so near are one
-constexpr double kReversal = 0x1p-28;  // radians: a turn so near half a turn has two outer sides
+constexpr double kSnap = 0x1p-4;         // of the tolerance: ends so near are one
+constexpr double kSameParameter = 1e-9;  // of the two stretches beside it
+constexpr double kReversal = 0x1p-28;    // radians: a turn so near half a turn has two outer sides
 
 void NameOffset(const Strip& strip, RawLoop& loop) {
   loop.Name(IsBridge(strip.curve) ? KURVO_ORIGIN_BRIDGE : KURVO_ORIGIN_OFFSET, CurveOf(strip.curve),
@@ -40,23 +41,38 @@ void Side::AppendTo(RawLoop& loop) const {
 
 Side::Corner Side::CornerAfter(std::size_t i) const {
   Corner corner = PlainCornerAfter(i);
-  if (corners_.is_disc && corner.kind != Kind::kShort)
+  if (corners_.is_region && corner.kind != Kind::kShort)
     corner.is_tip = IsTipAfter(i) && !(IsShort(At(i)) && IsTipAfter(i + count() - 1));
   return corner;
 }
 
 // The tip of a spike that is narrower than the tolerance may be turned inside out, and then has no
-// outer side: there a bend is as tight as that, or the loop turns back within so short a way.
+// outer side: there a bend is as tight as that, or the loop turns back within so short a way. With
+// other joins than round ones only a curve that turns back within itself has a tip that is round.
 bool Side::IsTipAfter(std::size_t i) const {
-  constexpr std::size_t kMostCorners = 16;
   const Strip &before = At(i), &after = At(i + 1);
-  if (IsTight(before.last_reach, distance_, corners_.tol)) return true;
-  if (IsTight(after.reach, distance_, corners_.tol)) return true;
-  if (distance_ * Cross(before.arrives, after.leaves) > 0) return false;
+  const bool is_tight = IsTight(before.last_reach, distance_, corners_.tol) ||
+                        IsTight(after.reach, distance_, corners_.tol);
+  if (corners_.is_disc) {
+    const bool is_inner = 0 >= distance_ * Cross(before.arrives, after.leaves);
+    return is_tight || (is_inner && TurnsBackAfter(i));
+  }
+  const bool is_within =
+      before.curve == after.curve &&
+      kSameParameter * std::fabs(after.to - before.from) >= std::fabs(after.from - before.to);
+  if (!is_within) return false;
+  if (Dot(before.arrives, after.leaves) < 0) return true;
+  return is_tight &&
+         (Dot(before.end - before.start, after.end - after.start) < 0 || TurnsBackAfter(i));
+}
+
+// Whether the next strip leaves against the direction of one that is a short way back.
+bool Side::TurnsBackAfter(std::size_t i) const {
+  constexpr std::size_t kMostCorners = 16;
   for (std::size_t k = 0; k < std::min(kMostCorners, count()); ++k) {
     const Strip& strip = At(i + count() - k);
     if (!IsShort(strip)) return false;
-    if (Dot(strip.leaves, after.leaves) < 0) return true;
+    if (Dot(strip.leaves, At(i + 1).leaves) < 0) return true;
   }
   return false;
 }

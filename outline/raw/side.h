@@ -11,6 +11,7 @@ struct Corners {
   int32_t join;        // KURVO_JOIN_*
   double miter_limit;  // of the miter's length by the distance
   double tol;          // length in the frame's unit
+  bool is_region;      // loops go around regions: tips are told, and round
   bool is_disc;        // all around a vertex what is no farther than the distance counts
 };
 
@@ -39,6 +40,7 @@ class Side {
   Corner CornerAfter(std::size_t i) const;
   Corner PlainCornerAfter(std::size_t i) const;
   bool IsTipAfter(std::size_t i) const;
+  bool TurnsBackAfter(std::size_t i) const;
   bool IsShort(const Strip& strip) const {
     constexpr double kShort = 4;  // tolerances
     return kShort * corners_.tol >= Length(strip.end - strip.start);

@@ -115,7 +115,7 @@ class Stroker {
     Arena arena;
     for (std::size_t i = spans.size(); i-- > 0;)
       AppendStrips(Reversed(spans[i], arena), pen_.left, pen_.tol, left_);
-    const Corners corners = {pen_.shape.join, pen_.shape.miter_limit, pen_.tol, false};
+    const Corners corners = {pen_.shape.join, pen_.shape.miter_limit, pen_.tol, false, false};
     RawLoop loop(frame_, chain_, index_);
     const Side right(right_, pen_.right, is_closed, corners);
     const Side left(left_, pen_.left, is_closed, corners);
