@@ -80,7 +80,7 @@ constexpr Ellipse kEllipse16 = EllipseOf(2.4);
 
 // The ellipse for 8 nodes about [-1/2, 1/2], and with it those about its parts, lies within a
 // circle of 37/24 about 0: a little more leaves room for the rounding of zeros.
-constexpr double kCalmRadius = 1.6;
+constexpr double kCalmRadius = 1.55;
 
 constexpr double kCusp = 1e-8;   // parameter: a zero so near the real axis is a cusp, where what is
                                  // lost is of the order of its square
