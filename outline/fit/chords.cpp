@@ -166,9 +166,9 @@ inline bool Chords::IsSurelyChord(const End& from, const End& to, double deviati
   const double change = std::fabs(Cross(to.bend - from.bend, chord));
   const double off = step * step * (sum + (change <= sum ? kSameSide : kBothSides) * change);
   // Without branches, so that a loop takes several at once.
-  return (Dot(from.velocity, chord) >= 0) & (Dot(to.velocity, chord) >= 0) &
-         (Dot(from.velocity + (0.5 * step) * from.bend, chord) >= 0) &
-         (256 * (deviation * deviation) * SquaredLength(chord) >= off * off);
+  return (int{Dot(from.velocity, chord) >= 0} & int{Dot(to.velocity, chord) >= 0} &
+          int{Dot(from.velocity + (0.5 * step) * from.bend, chord) >= 0} &
+          int{256 * (deviation * deviation) * SquaredLength(chord) >= off * off}) != 0;
 }
 
 // Many ends on one cell, as rows of numbers, for loops that take several at once.
