@@ -53,6 +53,15 @@ double SumOfSpeeds(Vec2 a, Vec2 b, Vec2 c) {
   return sum;
 }
 
+// Whether p0 + p1 w + p2 w^2 has no zero with |w| <= r, by Rouche's theorem: |p0| > r |p1| + r^2
+// |p2|, in squares.
+bool IsCalm(const Vec2* p, double r) {
+  const double second = r * r * SquaredLength(p[1]);
+  const double third = r * r * r * r * SquaredLength(p[2]);
+  const double rest = SquaredLength(p[0]) - second - third;
+  return rest > 0 && rest * rest > 4 * second * third;
+}
+
 // An ellipse about -1 and 1, by the squares of its inverse half axes.
 struct Ellipse {
   double along, across;
@@ -68,6 +77,10 @@ constexpr Ellipse EllipseOf(double rho) {
 // measurement, 6^-16 and 2.4^-32 times 0.03 and 0.01.
 constexpr Ellipse kEllipse8 = EllipseOf(6);
 constexpr Ellipse kEllipse16 = EllipseOf(2.4);
+
+// The ellipse for 8 nodes about [-1/2, 1/2], and with it those about its parts, lies within a
+// circle of 37/24 about 0: a little more leaves room for the rounding of zeros.
+constexpr double kCalmRadius = 1.55;
 
 constexpr double kCusp = 1e-8;   // parameter: a zero so near the real axis is a cusp, where what is
                                  // lost is of the order of its square
@@ -120,8 +133,9 @@ void Speed::SetQuadratic(const Span& span) {
     p[2] = (first - middle) + (last - middle);
   }
 
-  // The zeros of p0 + p1 w + p2 w^2 as a complex polynomial, without cancellation: s / p2, p0 / s.
   quadratic_.branch_count = 0;
+  if (IsCalm(p, kCalmRadius)) return;
+  // The zeros of p0 + p1 w + p2 w^2 as a complex polynomial, without cancellation: s / p2, p0 / s.
   const auto add = [this](Vec2 zero) {
     quadratic_.branches[quadratic_.branch_count++] = {zero.x, std::fabs(zero.y)};
   };

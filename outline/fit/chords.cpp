@@ -138,12 +138,13 @@ void Chords::AddStretch(const Stretch& stretch, int halvings_left) {
 }
 
 // Where on a stretch the number of chords reaches a value. With the density f + (l - f) s at the
-// share s of it, w (f s + (l - f) s^2 / 2) chords precede.
+// share s of it, w (f s + (l - f) s^2 / 2) chords precede. A width is a power of two.
 inline double Chords::Reach(const Stretch& here, double chords) {
-  const double more = 2 * (chords - here.before) / here.width;
+  const double more = (2 * (chords - here.before)) * (1 / here.width);
   const double root = here.first * here.first + more * (here.last - here.first);
-  const double divisor = here.first + std::sqrt(std::max(root, 0.0));
-  return here.from + (divisor > 0 ? std::min(more / divisor, 1.0) : 1.0) * here.width;
+  const double positive = 0.5 * (root + std::fabs(root));  // or 0, for a loop without branches
+  const double way = more / (here.first + std::sqrt(positive)) * here.width;
+  return here.from + (way < here.width ? way : here.width);
 }
 
 Chords::End Chords::EndAfter(double chords) const {
@@ -152,22 +153,92 @@ Chords::End Chords::EndAfter(double chords) const {
   return EndAt(stretches_[i].cell, Reach(stretches_[i], chords));
 }
 
+// Within one cubic, with second derivatives a and b across the chord at its ends, a step of h is
+// off by h^2/6 s (1 - s) ((2 - s) a + (1 + s) b) = h^2/6 s (1 - s) (3/2 (a + b) + (s - 1/2) (b -
+// a)). The largest of s (1 - s) |s - 1/2| is 0.0481, and where |b - a| <= |a + b| the gain over the
+// middle is at most (b - a)^2 / (36 |a + b|). It runs along the chord where its velocity does, in
+// Bernstein form.
+inline bool Chords::IsSurelyChord(const End& from, const End& to, double deviation) {
+  constexpr double kSameSide = 1.0 / 36, kBothSides = 0.1284;
+  const Vec2 chord = to.at.point - from.at.point;
+  const double step = to.at.t - from.at.t;
+  const double sum = std::fabs(Cross(from.bend + to.bend, chord));
+  const double change = std::fabs(Cross(to.bend - from.bend, chord));
+  const double off = step * step * (sum + (change <= sum ? kSameSide : kBothSides) * change);
+  // Without branches, so that a loop takes several at once.
+  return (int{Dot(from.velocity, chord) >= 0} & int{Dot(to.velocity, chord) >= 0} &
+          int{Dot(from.velocity + (0.5 * step) * from.bend, chord) >= 0} &
+          int{256 * (deviation * deviation) * SquaredLength(chord) >= off * off}) != 0;
+}
+
+// Many ends on one cell, as rows of numbers, for loops that take several at once.
+struct Chords::Row {
+  static constexpr std::size_t kMost = 64;
+
+  void Fill(const Powers& p, double deviation) {
+    for (std::size_t i = 0; i < size; ++i) {
+      const double t_i = t[i];
+      x[i] = p.point.x + t_i * (p.velocity.x + t_i * (p.half_bend.x + t_i * p.sixth_jerk.x));
+      y[i] = p.point.y + t_i * (p.velocity.y + t_i * (p.half_bend.y + t_i * p.sixth_jerk.y));
+      velocity_x[i] = p.velocity.x + t_i * (2.0 * p.half_bend.x + (3 * t_i) * p.sixth_jerk.x);
+      velocity_y[i] = p.velocity.y + t_i * (2.0 * p.half_bend.y + (3 * t_i) * p.sixth_jerk.y);
+      bend_x[i] = 2.0 * p.half_bend.x + (6 * t_i) * p.sixth_jerk.x;
+      bend_y[i] = 2.0 * p.half_bend.y + (6 * t_i) * p.sixth_jerk.y;
+    }
+    for (std::size_t i = 1; i < size; ++i)
+      is_chord[i] = IsSurelyChord(At(0, i - 1), At(0, i), deviation) ? 1 : 0;
+  }
+  Vec2 Point(std::size_t i) const { return {x[i], y[i]}; }
+  End At(std::size_t cell, std::size_t i) const {
+    return {{cell, t[i], {x[i], y[i]}}, {velocity_x[i], velocity_y[i]}, {bend_x[i], bend_y[i]}};
+  }
+
+  std::size_t size = 0;
+  double t[kMost], x[kMost], y[kMost];
+  double velocity_x[kMost], velocity_y[kMost], bend_x[kMost], bend_y[kMost];
+  double is_chord[kMost];  // 1 where one surely goes from the end before to this one, else 0
+};
+
 void Chords::CutEvenly(int n) {
   cuts_->reserve(cuts_->size() + static_cast<std::size_t>(n));
   const double step = total_ / n;
+  Row row;
   int i = 1;
   for (std::size_t k = 0; k < stretches_.size(); ++k) {
     const Stretch here = stretches_[k];
-    const double up_to = k + 1 < stretches_.size() ? stretches_[k + 1].before : total_ + step;
-    for (; i < n && i * step < up_to; ++i) CutAt(EndAt(here.cell, Reach(here, i * step)));
+    const bool is_last = k + 1 == stretches_.size();
+    const double up_to = is_last ? total_ + step : stretches_[k + 1].before;
+    while (i < n && i * step < up_to) {
+      const int begin = i, room = static_cast<int>(Row::kMost - row.size);
+      while (i < n && i * step < up_to && i - begin < room) ++i;
+      double* t = row.t + row.size;
+      for (int m = 0; m < i - begin; ++m) t[m] = Reach(here, (begin + m) * step);
+      row.size += static_cast<std::size_t>(i - begin);
+      if (row.size == Row::kMost) CutAlong(here.cell, row);
+    }
+    if (is_last || stretches_[k + 1].cell != here.cell) CutAlong(here.cell, row);
   }
 }
 
+// Makes the cuts of a row, and empties it.
+void Chords::CutAlong(std::size_t cell, Row& row) {
+  if (row.size == 0) return;
+  row.Fill(powers_[cell], deviation_);
+  CutAt(row.At(cell, 0));
+  for (std::size_t i = 1; i < row.size; ++i) {
+    const std::size_t begin = i, before = cuts_->size();
+    while (i < row.size && row.is_chord[i] > 0) ++i;
+    cuts_->resize(before + (i - begin));
+    for (std::size_t k = begin; k < i; ++k)
+      (*cuts_)[before + (k - begin)] = {cell, row.t[k], row.Point(k)};
+    last_ = row.At(cell, i - 1);
+    if (i < row.size) CutAt(row.At(cell, i));
+  }
+  row.size = 0;
+}
+
 inline void Chords::CutAt(const End& cut) {
-  if (IsChord(last_, cut, deviation_))
-    last_ = cut;
-  else
-    CutUpTo(cut, kMostCutHalvings);
+  CutUpTo(cut, kMostCutHalvings);
   cuts_->push_back(cut.at);
 }
 
@@ -205,24 +276,9 @@ void Chords::CutUpTo(const End& end, int halvings_left) {
   last_ = end;
 }
 
-// Within one cubic, with second derivatives a and b across the chord at its ends, a step of h is
-// off by h^2/6 s (1 - s) ((2 - s) a + (1 + s) b) = h^2/6 s (1 - s) (3/2 (a + b) + (s - 1/2) (b -
-// a)). The largest of s (1 - s) |s - 1/2| is 0.0481, and where |b - a| <= |a + b| the gain over the
-// middle is at most (b - a)^2 / (36 |a + b|). It runs along the chord where its velocity does, in
-// Bernstein form.
 inline bool Chords::IsChord(const End& from, const End& to, double deviation) const {
-  constexpr double kSameSide = 1.0 / 36, kBothSides = 0.1284;
-  if (from.at.cell == to.at.cell) {
-    const Vec2 chord = to.at.point - from.at.point;
-    const double step = to.at.t - from.at.t;
-    const double sum = std::fabs(Cross(from.bend + to.bend, chord));
-    const double change = std::fabs(Cross(to.bend - from.bend, chord));
-    const double off = step * step * (sum + (change <= sum ? kSameSide : kBothSides) * change);
-    const bool forwards = Dot(from.velocity, chord) >= 0 && Dot(to.velocity, chord) >= 0 &&
-                          Dot(from.velocity + (0.5 * step) * from.bend, chord) >= 0;
-    if (forwards && 256 * (deviation * deviation) * SquaredLength(chord) >= off * off) return true;
-  }
-  return IsChordExactly(from, to, deviation);
+  return (from.at.cell == to.at.cell && IsSurelyChord(from, to, deviation)) ||
+         IsChordExactly(from, to, deviation);
 }
 
 bool Chords::IsChordExactly(const End& from, const End& to, double deviation) const {

@@ -38,17 +38,21 @@ class Chords {
     double before;       // chords up to its start
   };
 
+  struct Row;
+
   End EndAt(std::size_t cell, double t) const;
   double DensityAt(std::size_t cell, double t) const;
   void AddStretches(std::size_t cell);
   void AddStretch(const Stretch& stretch, int halvings_left);
   void CutEvenly(int n);
+  void CutAlong(std::size_t cell, Row& row);
   void CutOnce(const End& end);
   void Thin(std::size_t first, const End& end);
   void CutAt(const End& cut);
   static double Reach(const Stretch& here, double chords);
   End EndAfter(double chords) const;
   void CutUpTo(const End& end, int halvings_left);
+  static bool IsSurelyChord(const End& from, const End& to, double deviation);
   bool IsChord(const End& from, const End& to, double deviation) const;
   bool IsChordExactly(const End& from, const End& to, double deviation) const;
 

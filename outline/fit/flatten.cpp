@@ -129,14 +129,17 @@ class Flattening {
     // Both the curve and the ends of the chord may be beside the cubic.
     const double rest = exact ? deviation_ : (1 - 2 * kCellShare) * deviation_;
     chords_.Cut(cells_, rest, cuts_);
-    if (vertices_.capacity() < vertices_.size() + cuts_.size() + 2)
-      vertices_.reserve(2 * vertices_.size() + cuts_.size() + 2);
-    for (const OnCells& cut : cuts_) {
+    const std::size_t before = vertices_.size();
+    if (vertices_.capacity() < before + cuts_.size() + 2)
+      vertices_.reserve(2 * before + cuts_.size() + 2);
+    vertices_.resize(before + cuts_.size());
+    for (std::size_t i = 0; i < cuts_.size(); ++i) {
+      const OnCells& cut = cuts_[i];
       const CubicCell& cell = cells_[cut.cell];
       const auto span = static_cast<std::size_t>(cell.span);
       const double u = cell.from + cut.t * (cell.to - cell.from);
       const Vec2 point = exact ? cut.point : PointAt(list_.spans[span], u);
-      vertices_.push_back({span, u, list_.frame.Outwards(point)});
+      vertices_[before + i] = {span, u, list_.frame.Outwards(point)};
     }
   }
 

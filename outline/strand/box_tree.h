@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -67,7 +68,7 @@ class BoxTree {
   }
 
   // Calls visit(leaf) for those whose boxes are no farther from q than the root of limit(), which
-  // may fall meanwhile: the nearest of four first.
+  // may fall meanwhile: of four the nearer first.
   template <class Limit, class Visit>
   void ForEachNear(Vec2 q, const Limit& limit, const Visit& visit) const {
     struct Entry {
@@ -82,17 +83,19 @@ class BoxTree {
         visit(next.index);
         next.bound = std::numeric_limits<double>::infinity();
       } else {
-        double bounds[kFan];
-        Distances(node(next.level - 1, next.index), q, bounds);
+        uint64_t nearest[kFan];
+        InOrder(node(next.level - 1, next.index), q, nearest);
         const uint32_t first = kFan * next.index, level = next.level - 1;
-        uint32_t nearest = 0;
-        for (uint32_t k = 1; k < kFan; ++k) nearest = bounds[k] < bounds[nearest] ? k : nearest;
+        const auto entry = [&](uint64_t child) {
+          return Entry{std::bit_cast<double>(child), level,
+                       first + static_cast<uint32_t>(child % kFan)};
+        };
         const double most = std::min(limit(), std::numeric_limits<double>::max());
-        for (uint32_t k = 0; k < kFan; ++k) {
-          stack[count] = {bounds[k], level, first + k};
-          count += k != nearest && bounds[k] <= most;
+        for (uint32_t k = kFan - 1; k > 0; --k) {
+          stack[count] = entry(nearest[k]);
+          count += stack[count].bound <= most;
         }
-        next = {bounds[nearest], level, first + nearest};
+        next = entry(nearest[0]);
       }
       while (!(next.bound <= limit()) && count > 0) next = stack[--count];
       goes_on = next.bound <= limit();
@@ -116,6 +119,26 @@ class BoxTree {
       distances[k] = squares.x();
       distances[k + 1] = squares.y();
     }
+  }
+
+  // The children, nearest first: the bits of squared distances, which ascend as these do, with the
+  // number of the child in the last two. A distance may so become a rounding less or, of a child
+  // that is not there, no number.
+  static void InOrder(const Node& node, Vec2 q, uint64_t* children) {
+    double distances[kFan];
+    Distances(node, q, distances);
+    for (uint32_t k = 0; k < kFan; ++k)
+      children[k] = std::bit_cast<uint64_t>(distances[k]) / kFan * kFan + k;
+    const auto order = [children](int a, int b) {
+      const uint64_t less = std::min(children[a], children[b]);
+      children[b] = std::max(children[a], children[b]);
+      children[a] = less;
+    };
+    order(0, 1);
+    order(2, 3);
+    order(0, 2);
+    order(1, 3);
+    order(1, 2);
   }
 
   Array<Node> nodes_;

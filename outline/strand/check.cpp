@@ -1,8 +1,10 @@
 #include "strand/check.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
+#include "base/pair.h"
 #include "base/refusal.h"
 #include "strand/arc_box.h"
 
@@ -18,9 +20,26 @@ void AddPoint(const double* p, Bounds& box) {
   box.Add({p[0], p[1]});
 }
 
+// All together: a sum is not a number where one of them is not. One that overflows only seems so,
+// and the slow way tells.
 void CheckPoints(const Coord* points, int n, Bounds& box) {
   Require(points, KURVO_ERR_CURVE);
-  for (int i = 0; i < n; ++i) AddPoint(points[i], box);
+  Pair low(box.low), high(box.high), sum(0.0);
+  for (int i = 0; i < n; ++i) {
+    const Pair point(points[i]);
+    low = Least(point, low);
+    high = Most(point, high);
+    sum = sum + point;
+  }
+  Bounds all;
+  all.low = low.both();
+  all.high = high.both();
+  const double total = sum.x() + sum.y();
+  if (total == total && kGreatestCoordinate >= -std::min(all.low.x, all.low.y) &&
+      kGreatestCoordinate >= std::max(all.high.x, all.high.y))
+    box = all;
+  else
+    for (int i = 0; i < n; ++i) AddPoint(points[i], box);
 }
 
 // A control point of weight 0 inside is a direction without a place of its own: it is taken for a

@@ -93,7 +93,13 @@ bool EndsOf(const Curve& curve, Ends& ends) {
   }
 }
 
-bool Meet(Vec2 a, Vec2 b, double distance) { return distance >= std::hypot(a.x - b.x, a.y - b.y); }
+// Most points are plainly near or far.
+bool Meet(Vec2 a, Vec2 b, double distance) {
+  const double x = std::fabs(a.x - b.x), y = std::fabs(a.y - b.y);
+  if (0.5 * distance >= x && 0.5 * distance >= y) return true;
+  if (x > 2 * distance || y > 2 * distance) return false;
+  return distance >= std::hypot(x, y);
+}
 
 bool IsUnbroken(const Curve& curve, double gap) {
   if (curve.type == CV_BSPLINE) return !HasFullKnot(BlockOf<KurvoBSpline>(curve));
