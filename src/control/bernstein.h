@@ -193,18 +193,26 @@ std::array<double, kSize> ContinuedValue(int32_t n, double t, Load&& load) {
 // are written by load(i, vector): de Casteljau's algorithm on the stack up to degree 39, beyond
 // that in linear time without a work area.
 template <std::size_t kSize, class Load>
-[[gnu::noinline]] std::array<double, kSize> CasteljauValue(int32_t n, double t, Load&& load) {
+std::array<double, kSize> CasteljauValue(int32_t n, double t, Load&& load) {
   using Vector = std::array<double, kSize>;
   constexpr int32_t kStackDegree = 39;
   if (n <= kStackDegree) {
+    const double s = 1.0 - t;
     Vector work[kStackDegree + 1];
     for (int32_t i = 0; i <= n; ++i) load(i, work[i]);
     for (int32_t level = n; level > 0; --level)
-      for (int32_t i = 0; i < level; ++i) MixInto(work[i], work[i + 1], t, work[i]);
+      for (int32_t i = 0; i < level; ++i)
+        for (std::size_t c = 0; c < kSize; ++c) work[i][c] = s * work[i][c] + t * work[i + 1][c];
     return work[0];
   }
   return t < 0.0 || t > 1.0 ? internal::ContinuedValue<kSize>(n, t, load)
                             : internal::InnerValue<kSize>(n, t, load);
+}
+
+// The same out of line: its work area would be in the way of lower degrees.
+template <std::size_t kSize, class Load>
+[[gnu::noinline]] std::array<double, kSize> CasteljauValueApart(int32_t n, double t, Load&& load) {
+  return CasteljauValue<kSize>(n, t, load);
 }
 
 // The value at t of the Bezier function of degree n whose coefficient vectors are written by
@@ -212,7 +220,7 @@ template <std::size_t kSize, class Load>
 template <std::size_t kSize, class Load>
 std::array<double, kSize> BezierValue(int32_t n, double t, Load&& load) {
   return n <= kMaxPowerBasisDegree ? PowerBasisValue<kSize>(n, t, load)
-                                   : CasteljauValue<kSize>(n, t, load);
+                                   : CasteljauValueApart<kSize>(n, t, load);
 }
 
 }  // namespace kurvo
