@@ -83,21 +83,33 @@ class Rules {
   // From a common point strands part at once when their cones do; it is an event unless both end
   // there, which is one already.
   template <class Search>
-  bool Decide(const Stretch& a, const Stretch& b, const SideDifference& d, Search& search) const {
+  bool Decide(const Stretch& a, const Stretch& b, const SideDifference& d, Search& search) {
     if (d.at_low == 0 && d.at_high != 0 && Cone(a_, a, true).IsApartFrom(Cone(b_, b, true))) {
-      if (!(a.low == a_.y_low && a.low == b_.y_low)) search.Add(a.low, a.low);
+      const bool is_end = a.low == a_.y_low && a.low == b_.y_low;
+      if (is_end)
+        ends_meet_ = ends_meet_ || a_.low != b_.low;
+      else
+        search.Add(a.low, a.low);
       return true;
     }
     if (d.at_high == 0 && d.at_low != 0 && Cone(a_, a, false).IsApartFrom(Cone(b_, b, false))) {
-      if (!(a.high == a_.y_high && a.high == b_.y_high)) search.Add(a.high, a.high);
+      const bool is_end = a.high == a_.y_high && a.high == b_.y_high;
+      if (is_end)
+        ends_meet_ = ends_meet_ || a_.high != b_.high;
+      else
+        search.Add(a.high, a.high);
       return true;
     }
     return false;
   }
 
+  // Whether both end at one point that is two vertices.
+  bool EndsMeet() const { return ends_meet_; }
+
  private:
   const Strand &a_, &b_;
   int stretches_left_ = kMostStretches;
+  bool ends_meet_ = false;
 };
 
 class Finder {
@@ -118,6 +130,7 @@ class Finder {
     high_ = std::min(a_->y_high, b_->y_high);
     if (!(low_ <= high_) || AreNested(a_->circle(), b_->circle(), tol_)) return;
     near_.clear();
+    bool ends_meet = false;
     if (low_ == high_) {
       if (a_->high == b_->low || a_->low == b_->high) return;  // one goes on where the other ends
       if (tol_ >= std::fabs(Apart(low_))) near_.push_back({low_, low_});
@@ -127,8 +140,9 @@ class Finder {
       Rules rules(*a_, *b_);
       NearSearch<Strand, Rules>(*a_, *b_, limits, rules, near_).Run(low_, high_);
       events_.capped += rules.HitLimit();
+      ends_meet = rules.EndsMeet();
     }
-    events_.near_pairs += !near_.empty();
+    events_.near_pairs += ends_meet || !near_.empty();
     for (const NearHeights& near : near_) Add(near, i, k);
   }
 

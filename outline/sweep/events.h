@@ -23,7 +23,7 @@ struct Together {
 struct Events {
   Array<Crossing> crossings;
   Array<Together> together;
-  int64_t near_pairs = 0;  // that have any of these
+  int64_t near_pairs = 0;  // that have any of these, or two vertices at one point
   int32_t capped = 0;      // pairs that met the limit of work
 };
 

@@ -100,6 +100,8 @@ TEST(RegionCombine, HardArrangements) {
       {"squares by even-odd",             Squares(12, 0),  {},               1e-4, 144,  1, KURVO_FILL_EVENODD},
       {"stairs",                          Stairs(50, 0),   Stairs(50, .5),   1e-3, 0,    1},
       {"stairs beside themselves",        Stairs(50, 0),   Stairs(50, 1e-7), 1e-3, 1275, 1},
+      {"kites between two points",        Polygon({{0, 0}, {1, .5}, {0, 1}, {-1, .5}}), Polygon({{0, 0}, {2, .5}, {0, 1}, {-.5, .5}}), 1e-5, 1.5, 1},
+      {"twice around between two points", Polygon({{0, 0}, {1, .5}, {0, 1}, {-1, .5}, {0, 0}, {2, .5}, {0, 1}, {-.5, .5}}), {}, 1e-5, 1.5, 1},
       {"a nest",                          Nest(1000),      {},               .2,   circles(1000), 1000, KURVO_FILL_EVENODD},
   };
   // clang-format on
