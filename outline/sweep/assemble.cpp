@@ -152,7 +152,8 @@ void Assembler::EndEdge(int32_t number, int32_t corner) {
 
 void Assembler::SetParameter(const Bundle& bundle, const Choice& at, bool leaves) {
   Edge& edge = out_.edge(bundle.edge);
-  (leaves ? edge.u_from : edge.u_to) = SourceParameter(stage_, bundle.lead, at.vertex, at.point);
+  (leaves ? edge.u_from : edge.u_to) =
+      SourceParameter(stage_.strand(bundle.lead), stage_.tol(), at.vertex, at.point);
 }
 
 // The source of a horizontal edge is what covers most of it, the first of several: horizontal
@@ -187,8 +188,9 @@ void Assembler::FindSource(int32_t number, std::span<const int32_t> flats) {
     return;
   }
   edge.source = stage_.strand(best).source;
-  edge.u_from = SourceParameter(stage_, best, from.vertex, from.point);
-  edge.u_to = SourceParameter(stage_, best, to.vertex, to.point);
+  const Strand& strand = stage_.strand(best);
+  edge.u_from = SourceParameter(strand, stage_.tol(), from.vertex, from.point);
+  edge.u_to = SourceParameter(strand, stage_.tol(), to.vertex, to.point);
 }
 
 }  // namespace kurvo::outline

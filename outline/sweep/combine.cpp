@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "strand/joints.h"
-#include "sweep/apart.h"
+#include "sweep/clear.h"
 #include "sweep/gather.h"
 #include "sweep/sweep.h"
 
@@ -34,12 +34,12 @@ Emitted Combine(Request& request, KurvoReport& report) {
   report.capped = events.capped;
   const FillRule fill(request.operation, CountOf(rules.size()));
   ResultLoops result;
-  if (!FindApartLoops(scene, strands, events, rules, fill, result)) {
+  const double closed = std::min(request.epsilon, kClosingShare * scene.frame.size());
+  if (!FindClearLoops(scene, strands, events, rules, fill, closed, report, result)) {
     Arrangement arrangement;
     Counts counts;
     RunSweep(scene, strands, rules, fill, progress, events, arrangement, counts);
     report.unresolved = counts.unresolved;
-    const double closed = std::min(request.epsilon, kClosingShare * scene.frame.size());
     GatherLoops(scene, arrangement, closed, report, result);
     report.moved = std::max(report.moved, scene.frame.LengthOutwards(arrangement.worst_bridge));
   }

@@ -17,6 +17,7 @@ constexpr double kClose = 0.35;        // curves that are no farther apart are
 constexpr double kLeastRise = 0x1p-4;  // stretches that are no higher are events
 constexpr double kPad = 0x1p-7;        // heights that are kept beside what is near
 constexpr double kBeside = 0x1p-3;     // heights within which ends are reached
+constexpr double kAtVertex = 4;        // what is so near to a vertex in height belongs to it
 constexpr double kShort = 16;          // shorter ones are events however they end
 constexpr double kLongShare =
     0x1p-10;  // of the size: shorter ones are, unless they are all there is
@@ -122,6 +123,12 @@ class Finder {
 
   // Equal operands have equal events: pairs stand as they would in one of them.
   void Look(int32_t i, int32_t k) {
+    const auto is_level = [this](int32_t s) {
+      return strands_[static_cast<std::size_t>(s)].is_flat;
+    };
+    if (is_level(i)) events_.beside_level.push_back({i, k});
+    if (is_level(k)) events_.beside_level.push_back({k, i});
+    if (is_level(i) || is_level(k)) return;
     const auto place = [this](int32_t s) { return strands_[static_cast<std::size_t>(s)].place; };
     if (place(k) < place(i)) std::swap(i, k);
     a_ = &strands_[static_cast<std::size_t>(i)];
@@ -142,7 +149,7 @@ class Finder {
       events_.capped += rules.HitLimit();
       ends_meet = rules.EndsMeet();
     }
-    events_.near_pairs += ends_meet || !near_.empty();
+    events_.unclear += ends_meet;
     for (const NearHeights& near : near_) Add(near, i, k);
   }
 
@@ -154,6 +161,7 @@ class Finder {
     const double from = std::max(low_, near.low - slack), to = std::min(high_, near.high + slack);
     const double at_from = Apart(from), at_to = Apart(to);
     const bool changes = (at_from < 0 && at_to > 0) || (at_from > 0 && at_to < 0);
+    events_.unclear += !changes && !IsAtVertex(near);
     // The ends of what a search that met its limit has not looked at may be apart.
     if (near.low == near.high && !changes && !(tol_ >= std::fabs(Apart(near.low)))) return;
     const bool is_all = near.low <= low_ + slack && near.high >= high_ - slack;
@@ -168,7 +176,15 @@ class Finder {
     const auto apart = [this](double height) { return Apart(height); };
     const double height =
         changes ? SignChangeBetween(apart, from, to, at_from, at_to) : Closest(near);
-    events_.crossings.push_back({height, SideAt(height), i, k});
+    const int32_t sense = !changes ? 0 : at_from > 0 ? 1 : -1;
+    events_.crossings.push_back({height, SideAt(height), i, k, sense});
+  }
+
+  // Whether two strands are near because they begin or end in one vertex.
+  bool IsAtVertex(const NearHeights& near) const {
+    const double reach = kAtVertex * tol_;
+    return (a_->low == b_->low && near.high <= low_ + reach) ||
+           (a_->high == b_->high && near.low >= high_ - reach);
   }
 
   // The height of a touch: a common end, or where they are closest.
@@ -204,20 +220,18 @@ class Finder {
   Array<NearHeights> near_;
 };
 
-// Calls look(i, k) for strands i < k whose boxes are near. Neighbours in the input lie near each
-// other; many curves in any order are put in one that keeps them together first.
+// Calls look(i, k) for strands i < k whose boxes are within tol, of level ones within twice as
+// much. Neighbours in the input lie near each other; many curves in any order are put in one that
+// keeps them together first.
 template <class F>
 void ForEachNearPair(const Array<Strand>& strands, double tol, const F& look) {
   constexpr std::size_t kMany = 256;
   Array<Bounds> boxes;
   boxes.reserve(strands.size());
   for (const Strand& s : strands) {
-    Bounds box;
-    if (!s.is_flat) {
-      box.low = {s.least_x, s.y_low};
-      box.high = {s.most_x, s.y_high};
-    }
-    boxes.push_back(box);
+    const double margin = s.is_flat ? tol : 0;
+    boxes.push_back(
+        {{s.least_x - margin, s.y_low - margin}, {s.most_x + margin, s.y_high + margin}});
   }
   if (strands.size() < kMany) return PairTree(boxes).ForEachPair(tol, look);
   const Array<int32_t> order = InPlaceOrder(boxes);

@@ -12,6 +12,7 @@ namespace kurvo::outline {
 struct Crossing {
   double height, side;
   int32_t a, b;
+  int32_t sense = 0;  // going up b crosses to the right of a (1) or to the left (-1); 0: none
 };
 
 // Two strands run together, within tol, between two heights.
@@ -20,11 +21,21 @@ struct Together {
   int32_t a, b;
 };
 
+// A level strand, of which no other events are told, and a strand beside it. Of two level ones each
+// is the other's.
+struct LevelPair {
+  int32_t level, other;
+};
+
 struct Events {
   Array<Crossing> crossings;
   Array<Together> together;
-  int64_t near_pairs = 0;  // that have any of these, or two vertices at one point
-  int32_t capped = 0;      // pairs that met the limit of work
+  Array<LevelPair> beside_level;
+  int64_t unclear = 0;  // places where strands come near each other and do not cross
+  int32_t capped = 0;   // pairs that met the limit of work
+
+  // Whether strands cross where they come near each other but at vertices where they join.
+  bool AreClear() const { return unclear == 0 && capped == 0 && together.empty(); }
 };
 
 // The events of all pairs whose boxes are near. Cost: O(n log n) and that of the pairs.

@@ -18,16 +18,19 @@ class Gatherer {
  public:
   Gatherer(const Scene& scene, const Arrangement& arrangement, double closed, KurvoReport& report,
            ResultLoops& result)
-      : scene_(scene),
-        arrangement_(arrangement),
-        closed_(closed),
-        report_(report),
-        result_(result) {}
+      : arrangement_(arrangement),
+        result_(result),
+        taker_(scene, arrangement, closed, report, result) {}
 
   void Run() {
     ForEachLoop(arrangement_, [this](std::span<const int32_t> edges) { AddLoop(edges); });
     FindParents();
-    for (std::size_t i = 0; i < loops_.size(); ++i) CollectPartsOf(loops_[i], result_.loops[i]);
+    for (std::size_t i = 0; i < loops_.size(); ++i) {
+      if (loops_[i].lowest < 0)
+        taker_.Drop(result_.loops[i], 0);
+      else
+        taker_.Take(EdgesOf(loops_[i]), result_.loops[i]);
+    }
   }
 
  private:
@@ -84,33 +87,31 @@ class Gatherer {
     }
   }
 
-  void CollectPartsOf(const EdgeLoop& loop, ResultLoop& made) {
-    double area = 0;
-    made.first_part = result_.parts.size();
-    if (loop.lowest < 0 || IsSliver(scene_, arrangement_, EdgesOf(loop), area)) {
-      made.is_dropped = true;
-      ++report_.dropped;
-      report_.dropped_area += scene_.frame.AreaOutwards(area);
-      return;
-    }
-    CollectParts(scene_, arrangement_, EdgesOf(loop), closed_, collected_);
-    Array<Part>& all = result_.parts;
-    all.insert(all.end(), collected_.parts.begin(), collected_.parts.end());
-    made.parts = collected_.parts.size();
-    report_.moved = std::max(report_.moved, scene_.frame.LengthOutwards(collected_.moved));
-  }
-
-  const Scene& scene_;
   const Arrangement& arrangement_;
-  const double closed_;
-  KurvoReport& report_;
   ResultLoops& result_;
+  PartTaker taker_;
   Array<int32_t> edges_;
   Array<EdgeLoop> loops_;
-  LoopOfParts collected_;
 };
 
 }  // namespace
+
+void PartTaker::Drop(ResultLoop& made, double area) {
+  made.first_part = result_.parts.size();
+  made.is_dropped = true;
+  ++report_.dropped;
+  report_.dropped_area += scene_.frame.AreaOutwards(area);
+}
+
+void PartTaker::Take(std::span<const int32_t> edges, ResultLoop& made) {
+  double area = 0;
+  if (IsSliver(scene_, arrangement_, edges, area)) return Drop(made, area);
+  CollectParts(scene_, arrangement_, edges, closed_, collected_);
+  made.first_part = result_.parts.size();
+  result_.parts.insert(result_.parts.end(), collected_.parts.begin(), collected_.parts.end());
+  made.parts = collected_.parts.size();
+  report_.moved = std::max(report_.moved, scene_.frame.LengthOutwards(collected_.moved));
+}
 
 void GatherLoops(const Scene& scene, const Arrangement& arrangement, double closed,
                  KurvoReport& report, ResultLoops& result) {

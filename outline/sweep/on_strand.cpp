@@ -22,8 +22,7 @@ double FootOnBezier(const Strand& strand, double tol, Vec2 point) {
 
 }  // namespace
 
-double SourceParameter(const Stage& stage, int32_t number, int32_t vertex, Vec2 point) {
-  const Strand& strand = stage.strand(number);
+double SourceParameter(const Strand& strand, double tol, int32_t vertex, Vec2 point) {
   const Vec2 low = {strand.x_low, strand.y_low}, high = {strand.x_high, strand.y_high};
   if (vertex == strand.low || point == low) return strand.u_low;
   if (vertex == strand.high || point == high) return strand.u_high;
@@ -33,7 +32,7 @@ double SourceParameter(const Stage& stage, int32_t number, int32_t vertex, Vec2 
     return strand.SourceAt(share > 0 ? share : 0);
   }
   if (strand.kind == Span::Kind::kArc) return strand.SourceAt(strand.TurnTo(point));
-  return strand.SourceAt(FootOnBezier(strand, stage.tol(), point));
+  return strand.SourceAt(FootOnBezier(strand, tol, point));
 }
 
 }  // namespace kurvo::outline

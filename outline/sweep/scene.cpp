@@ -40,10 +40,14 @@ class LoopLoader {
       EndsOf(loop_.curves[curve_], ends_);
     }
     if (IsPoint(span)) return;
-    const Vertex start = made_any_ ? Found(span.Start()) : Given(ends_.start);
-    const int32_t from = last_ < 0 ? (first_ = scene_.AddVertex(start)) : Joined(start, begins);
+    if (made_any_) {
+      last_ = Joined(Found(span.Start()), false);
+    } else {
+      const Vertex start = Given(ends_.start);
+      last_ = last_ < 0 ? (first_ = scene_.AddVertex(start)) : Joined(start, true);
+      if (!IsShared(start, Found(span.Start()))) last_ = Joined(Found(span.Start()), false);
+    }
     made_any_ = true;
-    last_ = from;
     const bool is_arc = span.kind == Span::Kind::kArc;
     if (is_arc && !IsOnCircle(span, span.Start()))
       last_ = Joined(OnCircle(span, span.angle), false);
@@ -71,9 +75,12 @@ class LoopLoader {
   Vertex Given(Vec2 p) const { return {scene_.frame.Inwards(p), p, true}; }
   Vertex Found(Vec2 p) const { return {p, scene_.frame.Outwards(p), false}; }
 
-  // The last end of a curve is that of its record.
+  // The ends of a curve are those of its record. (Splines with knots of more than full multiplicity
+  // jump there.)
   void EndCurve() {
-    if (made_any_) scene_.vertices[static_cast<std::size_t>(last_)] = Given(ends_.end);
+    const Vertex end = Given(ends_.end);
+    if (made_any_ && !IsShared(scene_.vertex(last_), end)) last_ = Joined(end, false);
+    if (made_any_) scene_.vertices[static_cast<std::size_t>(last_)] = end;
     made_any_ = false;
   }
 

@@ -156,6 +156,18 @@ TEST(RegionCombine, GapsAreBridgedAndTold) {
   EXPECT_EQ(Combine(kSimplify, {sliver.get()}).region->count, 1);
 }
 
+// Splines with knots of full multiplicity within jump there, and with more than that at their ends.
+TEST(RegionCombine, JumpsOfCurvesAreBridged) {
+  for (const char* knots : {"0 0 0 1 2 2", "0 0 1 2 2 2", "0 0 1 1 2 2", "0 0 0 1 1 1"}) {
+    SCOPED_TRACE(knots);
+    const Region square(("(B 0 0 4 0 4 4 0 4 | " + std::string(knots) + ")(l 0 4 0 0)").c_str());
+    const Combined made = Combine(kSimplify, {square.get()});
+    ASSERT_EQ(made.code, 0);
+    EXPECT_NEAR(AreaOf(*made.region), 16, 1e-12);
+    EXPECT_LT(made.report.moved, 1e-9);
+  }
+}
+
 TEST(RegionCombine, Refuses) {
   const Region square("(l 0 0 4 0)(l 4 0 4 4)(l 4 4 0 4)(l 0 4 0 0)");
   KurvoOptions wrong = {}, stop = {};
