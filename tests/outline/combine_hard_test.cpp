@@ -128,6 +128,54 @@ TEST(RegionCombine, HardArrangements) {
   }
 }
 
+// ---- On a small grid, where vertices coincide, curves overlap and lie level
+
+// A curve whose control points lie on the grid, or an arc between two of its points.
+Owned GridCurve(Random& random, XY a, XY b, int side) {
+  const auto some = [&] { return double(RandomInt(random, 0, side)); };
+  switch (RandomInt(random, 0, 7)) {
+    case 0:
+      return ArcBetween(
+          a, b, 1.5707963267948966 * RandomInt(random, 1, 2) * (Chance(random, .5) ? 1 : -1));
+    case 1:
+      return MakeFreeForm(CV_BEZIER, {a.x, a.y, some(), some(), b.x, b.y});
+    case 2:
+      return MakeFreeForm(CV_BEZIER, {a.x, a.y, some(), some(), some(), some(), b.x, b.y});
+    default:
+      return LineBetween(a, b);
+  }
+}
+Region OnGrid(Random& random, int side, bool straight) {
+  Region region;
+  for (int loops = RandomInt(random, 1, 3); loops > 0; --loops) {
+    std::vector<XY> points;
+    for (int i = RandomInt(random, 2, 7); i > 0; --i)
+      points.push_back({double(RandomInt(random, 0, side)), double(RandomInt(random, 0, side))});
+    std::vector<Owned> curves;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      const XY a = points[i], b = points[(i + 1) % points.size()];
+      if (a == b) continue;
+      curves.push_back(straight ? LineBetween(a, b) : GridCurve(random, a, b, side));
+    }
+    region.Add(Chain(std::move(curves)), 1e-9);
+  }
+  region->rule = RandomInt(random, 0, 3);
+  return region;
+}
+
+TEST(RegionCombine, OnAGrid) {
+  Rounds(Cases(300), [](Random& random, int round) {
+    const int side = 2 + round % 5;
+    const bool straight = round % 2;
+    const Region a = OnGrid(random, side, straight), b = OnGrid(random, side, straight);
+    const Inputs inputs = {a.get(), b.get()};
+    Probes probes(random, inputs, 1e-3, 60);
+    for (const int32_t operation : kOperations)
+      EXPECT_EQ(Judge(probes, operation, inputs, Combine(operation, inputs), 1e-3), "")
+          << kOperationNames[operation];
+  });
+}
+
 // ---- Gaps, reports, refusals
 
 TEST(RegionCombine, GapsAreBridgedAndTold) {

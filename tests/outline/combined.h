@@ -111,39 +111,57 @@ inline std::pair<XY, XY> EndsOf(const Curve& cv) {
 inline bool operator<(XY a, XY b) { return a.x != b.x ? a.x < b.x : a.y < b.y; }
 inline bool operator==(XY a, XY b) { return a.x == b.x && a.y == b.y; }
 
-// Whether the first of two curves that meet at a and b keeps to the second from there to an end:
-// parts end at vertices that lie up to tol beside them, and where they leave one at a small angle
-// they may cross.
-inline bool KeepsTo(const Curve& first, double a, const Curve& second, double b, double near) {
-  const auto [from_a, size_a] = Domain(first);
-  const auto [from_b, size_b] = Domain(second);
+// Of the domain.
+inline double ShareOf(const Curve& curve, double t) {
+  const auto [from, size] = Domain(curve);
+  return (t - from) / size;
+}
+
+// Whether the first of two curves keeps to the second between two places of both, in shares of
+// their domains.
+inline bool KeepsTo(const Curve& first, double a, double to_a, const Curve& second, double b,
+                    double to_b, double near) {
+  const auto at = [](const Curve& cv, double share) {
+    const auto [from, size] = Domain(cv);
+    return PointAt(cv, from + share * size);
+  };
   constexpr int kLooks = 64;
-  for (const double end_a : {0., 1.})
-    for (const double end_b : {0., 1.}) {
-      double farthest = 0;
-      for (int i = 0; i <= 4; ++i) {
-        const double share_a = (a - from_a) / size_a, share_b = (b - from_b) / size_b;
-        const Point p = PointAt(first, share_a + (end_a - share_a) * i / 4);
-        double least = kInfinity;
-        Point before = {};
-        for (int k = 0; k <= kLooks; ++k) {
-          const Point q = PointAt(second, share_b + (end_b - share_b) * k / kLooks);
-          const double dx = q[0] - before[0], dy = q[1] - before[1], square = dx * dx + dy * dy;
-          const double t =
-              k == 0 || !(square > 0)
-                  ? 1
-                  : std::clamp(((p[0] - before[0]) * dx + (p[1] - before[1]) * dy) / square, 0.,
-                               1.);
-          least = std::min(
-              least, k == 0 ? std::hypot(p[0] - q[0], p[1] - q[1])
-                            : std::hypot(p[0] - before[0] - t * dx, p[1] - before[1] - t * dy));
-          before = q;
-        }
-        farthest = std::max(farthest, least);
-      }
-      if (farthest < near) return true;
+  double farthest = 0;
+  for (int i = 0; i <= 4; ++i) {
+    const Point p = at(first, a + (to_a - a) * i / 4);
+    Point before = at(second, b);
+    double least = std::hypot(p[0] - before[0], p[1] - before[1]);
+    for (int k = 1; k <= kLooks; ++k) {
+      const Point q = at(second, b + (to_b - b) * k / kLooks);
+      const double dx = q[0] - before[0], dy = q[1] - before[1], square = dx * dx + dy * dy;
+      const double along = (p[0] - before[0]) * dx + (p[1] - before[1]) * dy;
+      const double t = square > 0 ? std::clamp(along / square, 0., 1.) : 1;
+      least = std::min(least, std::hypot(p[0] - before[0] - t * dx, p[1] - before[1] - t * dy));
+      before = q;
     }
+    farthest = std::max(farthest, least);
+  }
+  return farthest < near;
+}
+
+// Whether it does so from a meeting at a and b to an end: parts end at vertices that lie up to tol
+// beside them, and where they leave one at a small angle they may cross.
+inline bool KeepsTo(const Curve& first, double a, const Curve& second, double b, double near) {
+  for (const double end_a : {0., 1.})
+    for (const double end_b : {0., 1.})
+      if (KeepsTo(first, ShareOf(first, a), end_a, second, ShareOf(second, b), end_b, near))
+        return true;
   return false;
+}
+
+// Two curves that touch, and of which one ends up to tol beside its place, may cross twice there.
+inline bool IsLens(const Curve& first, const KurvoMeeting& from, const Curve& second,
+                   const KurvoMeeting& to, double near) {
+  if (from.kind != KURVO_MEET_CROSS || to.kind != KURVO_MEET_CROSS || from.index_a != to.index_a ||
+      from.index_b != to.index_b)
+    return false;
+  return KeepsTo(first, ShareOf(first, from.a), ShareOf(first, to.a), second,
+                 ShareOf(second, from.b), ShareOf(second, to.b), near);
 }
 
 // Either of them may end beyond the other, by less than that.
@@ -209,15 +227,19 @@ inline std::string Invalid(const KurvoRegion& region, double tol) {
       for (int m = 0; m < count; ++m) {
         const KurvoMeeting& found = list[m];
         if (found.kind == KURVO_MEET_TOUCH) continue;
+        const Curve& first = region.loops[i].curves[found.index_a];
+        const Curve& second = region.loops[k].curves[found.index_b];
+        if (std::any_of(list, list + count, [&](const KurvoMeeting& other) {
+              return &other != &found && IsLens(first, found, second, other, tol);
+            }))
+          continue;
         const bool is_run = found.kind == KURVO_MEET_RUN_FROM && m + 1 < count;
         const KurvoMeeting& last = is_run ? list[++m] : found;
         const double extent =
             std::hypot(last.point[0] - found.point[0], last.point[1] - found.point[1]);
-        if (is_run && extent < 8 * tol) continue;  // a point where several curves end
-        if (extent < 0x1p-9 * kPerTol * tol &&
-            IsNoise(region.loops[i].curves[found.index_a], found.a,
-                    region.loops[k].curves[found.index_b], found.b, 8 * tol))
-          continue;
+        // A point where several curves end, or a touch of high order.
+        if (is_run && extent < 0x1p-9 * kPerTol * tol) continue;
+        if (!is_run && IsNoise(first, found.a, second, found.b, 8 * tol)) continue;
         wrong += Text(found.kind == KURVO_MEET_CROSS ? "cross" : "run along",
                       {double(i), double(found.index_a), double(k), double(found.index_b),
                        found.point[0], found.point[1]}) +
