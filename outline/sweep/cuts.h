@@ -29,7 +29,7 @@ struct Cut {
 
 // The crossings of a scene, in order along its loops. False where two strands meet in another way,
 // crossings lie near each other or near ends, and where a curve is no longer than some tolerances.
-// Cost: O(n) for each of a few level strands, and O(k log k) for k crossings.
+// Cost: O(n + k log k) for k crossings.
 bool FindCuts(const Scene& scene, const Array<Strand>& strands, const Events& events,
               Array<Cut>& cuts);
 

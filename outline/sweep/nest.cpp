@@ -1,11 +1,16 @@
 #include "sweep/nest.h"
 
+#include <algorithm>
 #include <limits>
+#include <utility>
+
+#include "sweep/bands.h"
 
 namespace kurvo::outline {
 namespace {
 
-constexpr std::size_t kMostLooks = 1 << 20;  // of holes at sides
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr std::size_t kMostLooks = 64;  // of holes at sides, for each side
 
 class Rays {
  public:
@@ -17,9 +22,11 @@ class Rays {
     for (const Loop& loop : own_)
       if (!loop.highest) return false;
     if (!TellHoles()) return false;
-    std::size_t holes = 0;
-    for (const ResultLoop& loop : loops_) holes += !loop.is_outer;
-    if (holes * (sides_.size() + loops_.size()) > kMostLooks) return false;
+    const auto is_outer = [](const ResultLoop& loop) { return loop.is_outer; };
+    if (std::all_of(loops_.begin(), loops_.end(), is_outer)) return true;
+    SortOuterSides();
+    if (!AreFewLooks()) return false;
+    around_.resize(loops_.size());
     for (std::size_t i = 0; i < loops_.size(); ++i)
       if (!loops_[i].is_outer && !FindParent(i)) return false;
     return true;
@@ -79,38 +86,56 @@ class Rays {
     return true;
   }
 
+  void SortOuterSides() {
+    bands_.Build(sides_.size(), [this](std::size_t i, double& low, double& high) {
+      const NestSide& side = sides_[i];
+      low = side.low;
+      high = side.high;
+      return side.up != 0 && side.loop >= 0 && loops_[At(side.loop)].is_outer;
+    });
+  }
+
+  bool AreFewLooks() const {
+    std::size_t looks = 0;
+    for (std::size_t i = 0; i < loops_.size(); ++i)
+      if (!loops_[i].is_outer) looks += bands_.At(own_[i].height).size();
+    return looks <= kMostLooks * sides_.size();
+  }
+
   // Of the outer loops around a hole the innermost is the one that the ray meets first.
   bool FindParent(std::size_t hole) {
-    around_.assign(loops_.size(), {});
-    for (const NestSide& side : sides_) {
+    met_.clear();
+    for (const int32_t i : bands_.At(own_[hole].height)) {
+      const NestSide& side = sides_[At(i)];
       double place;
-      if (side.loop < 0 || !loops_[At(side.loop)].is_outer || !IsPassed(side, own_[hole], place))
-        continue;
+      if (!IsPassed(side, own_[hole], place)) continue;
       Around& around = around_[At(side.loop)];
+      if (around.nearest == -kInfinity) met_.push_back(side.loop);
       around.winding -= side.up;
       around.nearest = std::max(around.nearest, place);
     }
-    double nearest = -std::numeric_limits<double>::infinity();
-    int32_t parent = -1;
-    for (std::size_t i = 0; i < loops_.size(); ++i) {
-      if (around_[i].winding == 0 || !(around_[i].nearest > nearest)) continue;
-      nearest = around_[i].nearest;
-      parent = static_cast<int32_t>(i);
+    double nearest = -kInfinity;
+    for (const int32_t loop : met_) {
+      const Around around = std::exchange(around_[At(loop)], {});
+      if (around.winding == 0 || !(around.nearest > nearest)) continue;
+      nearest = around.nearest;
+      loops_[hole].parent = loop;
     }
-    loops_[hole].parent = parent;
-    return parent >= 0;
+    return nearest > -kInfinity;
   }
 
   struct Around {
     int32_t winding = 0;
-    double nearest = -std::numeric_limits<double>::infinity();
+    double nearest = -kInfinity;
   };
 
   const Array<Strand>& strands_;
   const Array<NestSide>& sides_;
   Array<ResultLoop>& loops_;
   Array<Loop> own_;       // by loop
+  Bands bands_;           // of sides of outer loops
   Array<Around> around_;  // by loop
+  Array<int32_t> met_;    // loops that a ray meets
 };
 
 }  // namespace

@@ -15,7 +15,8 @@ struct NestSide {
 
 // Tells outer loops from holes, and the innermost outer loop around each hole, by a ray to the left
 // from half-way up the highest side of each loop. Loops may touch in corners and do not cross.
-// False where a loop has no height or a hole lies in nothing, or there are too many holes.
+// False where a loop has no height or a hole lies in nothing, or where it would cost too much: it
+// is O(n) for n sides, and some looks for each hole at those as high as it.
 bool Nest(const Array<Strand>& strands, const Array<NestSide>& sides, Array<ResultLoop>& loops);
 
 }  // namespace kurvo::outline

@@ -5,7 +5,7 @@
 namespace kurvo::outline {
 namespace {
 
-constexpr int kMostParts = 64;
+constexpr std::size_t kMostLooks = 16;  // at each strand
 
 }  // namespace
 
@@ -44,13 +44,9 @@ void Runs::CollectLoops() {
 
 bool Runs::FindWindings() {
   if (operands_ > kMostOperands) return false;
-  const auto is_whole = [](const SourceLoop& loop) { return !loop.IsCut(); };
-  if (std::count_if(loops_.begin(), loops_.end(), is_whole) > kMostParts) return false;
-  int parts = 0;
-  for (std::size_t i = 0; i < loops_.size(); ++i) {
-    if (is_known_[i]) continue;
-    if (++parts > kMostParts || !FindFrom(i)) return false;
-  }
+  SortStrands();
+  for (std::size_t i = 0; i < loops_.size(); ++i)
+    if (!is_known_[i] && !FindFrom(i)) return false;
   return IsConsistent();
 }
 
@@ -93,6 +89,14 @@ Runs::Place Runs::RoomiestOf(std::size_t number) const {
   return best;
 }
 
+void Runs::SortStrands() {
+  bands_.Build(strands_.size(), [this](std::size_t i, double& low, double& high) {
+    low = strands_[i].y_low;
+    high = strands_[i].y_high;
+    return !strands_[i].is_flat;
+  });
+}
+
 // What goes up has the inside of its loop to the left: it ends there. A loop that crosses nothing
 // goes around one of its sides at most.
 bool Runs::WindBeside(const Place& place, bool is_whole) {
@@ -100,13 +104,16 @@ bool Runs::WindBeside(const Place& place, bool is_whole) {
   const std::size_t loop = LoopOf(place.strand);
   const double side = at.At(place.height);
   int32_t* windings = Windings(place.run);
+  const std::span<const int32_t> beside = bands_.At(place.height);
+  looks_ += beside.size();
+  if (looks_ > kMostLooks * strands_.size()) return false;
   int32_t own = 0;
-  for (std::size_t i = 0; i < strands_.size(); ++i) {
-    const Strand& s = strands_[i];
-    if (s.is_flat || !(s.y_low <= place.height && place.height < s.y_high) || &s == &at) continue;
+  for (const int32_t i : beside) {
+    const Strand& s = strand(i);
+    if (!(s.y_low <= place.height && place.height < s.y_high) || &s == &at) continue;
     if (!(s.most_x < side || (s.least_x < side && s.At(place.height) < side))) continue;
     windings[s.operand] -= s.direction;
-    if (LoopOf(static_cast<int32_t>(i)) == loop) own -= s.direction;
+    if (LoopOf(i) == loop) own -= s.direction;
   }
   if (is_whole && own != 0 && own != at.direction) return false;
   if (at.direction < 0) ++windings[at.operand];

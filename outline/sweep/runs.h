@@ -3,6 +3,7 @@
 
 #include <span>
 
+#include "sweep/bands.h"
 #include "sweep/cuts.h"
 
 namespace kurvo::outline {
@@ -31,7 +32,7 @@ class Runs {
   // Finds how often each operand goes around what lies to the left of each run: at one place from
   // all strands to the left of it, and from there on at each cut one more or less. False where that
   // contradicts itself, as a crossing that was missed makes it, and where there are too many parts
-  // that do not hang together. Cost: O(n) for each of these.
+  // that do not hang together. Cost: O(n), and a look at each strand as high as the place.
   bool FindWindings();
 
   const Array<SourceLoop>& loops() const { return loops_; }
@@ -59,6 +60,7 @@ class Runs {
   void CollectLoops();
   bool FindFrom(std::size_t loop);
   Place RoomiestOf(std::size_t loop) const;
+  void SortStrands();
   bool WindBeside(const Place& place, bool is_whole);
   bool GoAround(std::size_t run);
   void WindOther(const Cut& cut, const int32_t* before, const int32_t* after, int32_t* other) const;
@@ -69,6 +71,8 @@ class Runs {
   const Array<Cut>& cuts_;
   const std::size_t operands_;
   Array<SourceLoop> loops_;
+  Bands bands_;              // of strands
+  std::size_t looks_ = 0;    // at these
   Array<int32_t> loop_of_;   // by strand
   Array<int32_t> left_;      // by run and operand
   Array<char> is_known_;     // by loop

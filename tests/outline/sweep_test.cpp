@@ -60,6 +60,15 @@ Region RandomStar(Random& random) {
   return region;
 }
 
+Region RandomCircles(Random& random, int count) {
+  Region region;
+  for (int i = 0; i < count; ++i) {
+    const XY c = RandomPlace(random);
+    region.Add(Chain(Text("(a", {c.x, c.y, random.Uniform(.1, 1), 0, 6.283185307179586}) + ")"));
+  }
+  return region;
+}
+
 // Strands that cross once between two events of theirs are found where their order contradicts what
 // they are at the next one; the two crossings of a lens between events leave no trace, so that a
 // letter may lose a lens while straight lines, which make none, lose nothing.
@@ -181,11 +190,13 @@ TEST(Sweep, IsNotNeededWhereAllIsClear) {
     const auto shift = [&] { return random.Uniform(0, 1000) / scale - 500; };
     Region a = letter({}), b = letter({random.Uniform(0, 6), shift(), shift(), scale, 0});
     Region c = RandomRegion(random, 1), d = RandomRegion(random, 1), star = RandomStar(random);
+    const Region circles = RandomCircles(random, round % 20 ? 20 : 400);
     for (Region* region : {&a, &b, &c, &d}) (*region)->rule = RandomInt(random, 0, 3);
     const int32_t operation = kOperations[round % 4];
     for (const Inputs& inputs :
          {Inputs{a.get()}, Inputs{a.get(), b.get()}, Inputs{c.get()}, Inputs{c.get(), d.get()},
-          Inputs{star.get()}, Inputs{a.get(), b.get(), star.get()}}) {
+          Inputs{star.get()}, Inputs{a.get(), b.get(), star.get()}, Inputs{circles.get()},
+          Inputs{circles.get(), star.get()}}) {
       g_sweeps = 0;
       const Region plain = Made(operation, inputs);
       clear += g_sweeps == 0;
