@@ -14,6 +14,9 @@ constexpr double kApart = 2;   // corners that are no farther from each other ma
 constexpr double kClear = 4;   // what ends beyond that, below or above, goes past a level strand
 constexpr double kBack = 128;  // how far what leaves a level strand may run back beside it
 
+// In the frame: heights of nearly level strands that are no farther apart are not told in order.
+constexpr double kLeastStep = 0x1p-42;
+
 // Sides between which a strand lies.
 struct Sides {
   double least, most;
@@ -126,6 +129,9 @@ class Finder {
       const Strand& s = strand(cut.strand);
       const bool follows = i > 0 && cuts_[i - 1].strand == cut.strand;
       const Vec2 before = follows ? cuts_[i - 1].point : StartOf(s);
+      const Course course(s);
+      const double step = cut.at - (follows ? cuts_[i - 1].at : course.start);
+      if (!(step >= kLeastStep && course.end - cut.at >= kLeastStep)) return false;
       if (!AreApart(before, cut.point) || !AreApart(cut.point, EndOf(s))) return false;
     }
     return true;
