@@ -38,7 +38,7 @@ class NearestPair {
   // curve from `ta` on, can give another result.
   bool CanImprove(double bound) const { return !(bound >= least_ - slack_) || !found(); }
   bool CanTie(double bound, double ta) const {
-    return !(bound > Reach()) && !(ta >= best_.ta - kSameParameter * domain_a_);
+    return !(bound > Reach()) && best_.ta - kSameParameter * domain_a_ > ta;  // not for NaN
   }
 
   bool found() const { return best_.dist < kInfinity; }

@@ -72,10 +72,6 @@ double LowerBound(const BezierPiece& a, const BezierPiece& b) {
   return bound;
 }
 
-bool IsLeaf(const BezierPiece& part) {  // short, or a single point
-  return part.width <= kShortestPart || part.extent() == 0.0;
-}
-
 // By de Casteljau's algorithm, for each coordinate; the weight is one more.
 int64_t CostOfJet(const BezierPiece& piece) {
   return (piece.rational ? 3 : 2) * int64_t{piece.degree} * (piece.degree + 1);
@@ -103,10 +99,21 @@ void PieceDistance::Search(const DistancePiece& a, const DistancePiece& b) {
   SearchParts(part_a, part_b, LowerBound(part_a, part_b), {-1.0, -1.0}, 0);
 }
 
+bool PieceDistance::IsPoint(const BezierPiece& part) const {
+  return nearest_.rounding() >= part.extent();
+}
+
+bool PieceDistance::IsLeaf(const BezierPiece& part) const {
+  return part.width <= kShortestPart || IsPoint(part);
+}
+
 bool PieceDistance::Promising(const BezierPiece& a, const BezierPiece& b, double bound) const {
   if (nearest_.CanImprove(bound)) return true;
+  const auto wide = [&](const BezierPiece& part) {
+    return part.width > kTieWidth && !IsPoint(part);
+  };
   const double first = a_->bezier.width < 0.0 ? a.end() : a.start;
-  return std::max(a.width, b.width) > kTieWidth && nearest_.CanTie(bound, a_->BezierToCurve(first));
+  return (wide(a) || wide(b)) && nearest_.CanTie(bound, a_->BezierToCurve(first));
 }
 
 // Whether a descent from the middles of the parts is likely to lead to another nearest pair.

@@ -31,6 +31,8 @@ class PieceDistance {
 
   void SearchParts(const BezierPiece& a, const BezierPiece& b, double bound, Pair known,
                    int halvings);
+  bool IsPoint(const BezierPiece& part) const;  // but for rounding
+  bool IsLeaf(const BezierPiece& part) const;   // not to be divided
   bool Promising(const BezierPiece& a, const BezierPiece& b, double bound) const;
   bool WorthDescending(const BezierPiece& a, const BezierPiece& b, double bound);
   void SearchHalves(const BezierPiece& whole, bool of_a, const BezierPiece& other, Pair known,
