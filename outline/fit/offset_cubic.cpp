@@ -46,18 +46,27 @@ void ToPowers(const Vec2* b, Vec2* p) {
   p[3] = (b[3] - b[0]) - 3.0 * (b[2] - b[1]);
 }
 
+// From coefficients by powers of w to those of the Bernstein form times its binomials, in place: by
+// Horner's rule each power takes the missing factors w + (1 - w).
+template <std::size_t kCount>
+void ToScaledBernstein(Vec2 (&f)[kCount]) {
+  for (std::size_t k = 1; k < kCount; ++k)
+    for (std::size_t i = k; i > 0; --i) f[i] = f[i] + f[i - 1];
+}
+
 struct Range {
   double low, high;
 };
 
-// A range of sum f_k w^k over [0, 1]: by the Bernstein form of degree 4, and the rest by its size.
-Range RangeOf(const double* f, int degree) {
-  const double b[] = {f[0], f[0] + f[1] / 4, f[0] + f[1] / 2 + f[2] / 6,
-                      f[0] + 3 * f[1] / 4 + f[2] / 2 + f[3] / 4, f[0] + f[1] + f[2] + f[3] + f[4]};
-  double rest = 0;
-  for (int k = 5; k <= degree; ++k) rest += std::fabs(f[k]);
-  const auto [low, high] = std::minmax_element(std::begin(b), std::end(b));
-  return {*low - rest, *high + rest};
+// A range over [0, 1] of what has the Bernstein coefficients f[k] / binomials[k].
+template <std::size_t kCount>
+Range RangeOf(const double (&f)[kCount], const double (&binomials)[kCount]) {
+  Range range = {f[0], f[0]};
+  for (std::size_t k = 1; k < kCount; ++k) {
+    const double value = f[k] / binomials[k];
+    range = {std::min(range.low, value), std::max(range.high, value)};
+  }
+  return range;
 }
 
 // Compares a cubic with a side.
@@ -130,14 +139,13 @@ class Comparison {
 
   // With P the part of the cubic and Q that of the piece, over t = w + c w (1 - w) so that the
   // middles meet as the ends do: |Q - P| is compared with the distance, and what Q is ahead of the
-  // normal by, s, brings it nearer by at most s^2 / (2 d (1 + d k)), or by s.
+  // normal by, s, brings it nearer by at most s^2 / (2 d (1 + d k)), or by s. Result: whether P goes
+  // along its chord; how near they are is looked at where that can still matter.
   bool ComparePart(const Meeting& from, const Meeting& middle, const Meeting& to) {
-    Vec2 b[4], p[4], q[4], g[7] = {};
+    Vec2 b[4], p[4];
     CubicPart(side_.points(), from.u, to.u, b);
     const Vec2 chord = b[3] - b[0];
     ToPowers(b, p);
-    CubicPart(piece_, from.t, to.t, b);
-    ToPowers(b, q);
     Vec2 along[3] = {p[1], 2.0 * p[2], 3.0 * p[3]};  // the velocity of P
     if (from.halts) {                                // over w
       along[0] = along[1];
@@ -147,12 +155,26 @@ class Comparison {
       along[1] = along[0] + along[1];
       along[2] = {0, 0};
     }
-    const Vec2 middle_leg = along[0] + 0.5 * along[1];
-    const double slowest = std::min({Dot(along[0], chord), Dot(middle_leg, chord),
-                                     Dot(along[0] + along[1] + along[2], chord)}) /
+    ToScaledBernstein(along);
+    const double slowest = std::min({Dot(along[0], chord), 0.5 * Dot(along[1], chord),
+                                     Dot(along[2], chord)}) /
                            Length(chord);
-    const double c = 4 * ((middle.t - from.t) / (to.t - from.t) - 0.5), a = 1 + c;
+    const double c = 4 * ((middle.t - from.t) / (to.t - from.t) - 0.5);
     if (!(std::fabs(c) < 1 && slowest > 0)) return false;
+    if (reached_ > tol_) return true;
+    CubicPart(piece_, from.t, to.t, b);
+    Vec2 gap[7];
+    GapOf(p, b, c, gap);
+    const double stretch = 0.5 * std::min({from.stretch, middle.stretch, to.stretch});
+    Bound(gap, along, slowest, stretch);
+    return true;
+  }
+
+  // Q(t(w)) - P(w) as ToScaledBernstein() has it.
+  static void GapOf(const Vec2* p, const Vec2* piece, double c, Vec2 (&g)[7]) {
+    Vec2 q[4];
+    ToPowers(piece, q);
+    const double a = 1 + c;
     g[0] = q[0] - p[0];
     g[1] = a * q[1] - p[1];
     g[2] = (a * a) * q[2] - c * q[1] - p[2];
@@ -160,22 +182,26 @@ class Comparison {
     g[4] = (c * c) * q[2] - (3 * a * a * c) * q[3];
     g[5] = (3 * a * c * c) * q[3];
     g[6] = -(c * c * c) * q[3];
+    ToScaledBernstein(g);
+  }
 
+  void Bound(const Vec2 (&g)[7], const Vec2 (&along)[3], double slowest, double stretch) {
+    constexpr double kOfEight[] = {1, 8, 28, 56, 70, 56, 28, 8, 1};
+    constexpr double kOfTwelve[] = {1, 12, 66, 220, 495, 792, 924, 792, 495, 220, 66, 12, 1};
     double square[13] = {}, ahead[9] = {};
     for (int i = 0; i < 7; ++i) {
-      for (int k = 0; k < 7; ++k) square[i + k] += Dot(g[i], g[k]);
+      square[2 * i] += Dot(g[i], g[i]);
+      for (int k = i + 1; k < 7; ++k) square[i + k] += 2 * Dot(g[i], g[k]);
       for (int k = 0; k < 3; ++k) ahead[i + k] += Dot(g[i], along[k]);
     }
-    const Range gap = RangeOf(square, 12);
-    const Range slip = RangeOf(ahead, 8);
+    const Range gap = RangeOf(square, kOfTwelve);
+    const Range slip = RangeOf(ahead, kOfEight);
     const double s = std::max(std::fabs(slip.low), std::fabs(slip.high)) / slowest;
-    const double stretch = 0.5 * std::min({from.stretch, middle.stretch, to.stretch});
     const double curved = s * s / (2 * distance_ * std::max(stretch, 0.0));
     const double nearer = s > curved ? curved : s;  // s where that is 0 / 0
     const double least = std::sqrt(std::max(gap.low, 0.0)),
                  most = std::sqrt(std::max(gap.high, 0.0));
     bound_ = std::max({bound_, most - distance_, distance_ - least + nearer});
-    return true;
   }
 
   const CubicSide& side_;
