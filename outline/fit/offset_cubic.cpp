@@ -139,8 +139,8 @@ class Comparison {
 
   // With P the part of the cubic and Q that of the piece, over t = w + c w (1 - w) so that the
   // middles meet as the ends do: |Q - P| is compared with the distance, and what Q is ahead of the
-  // normal by, s, brings it nearer by at most s^2 / (2 d (1 + d k)), or by s. Result: whether P goes
-  // along its chord; how near they are is looked at where that can still matter.
+  // normal by, s, brings it nearer by at most s^2 / (2 d (1 + d k)), or by s. Result: whether P
+  // goes along its chord; how near they are is looked at where that can still matter.
   bool ComparePart(const Meeting& from, const Meeting& middle, const Meeting& to) {
     Vec2 b[4], p[4];
     CubicPart(side_.points(), from.u, to.u, b);
@@ -156,9 +156,9 @@ class Comparison {
       along[2] = {0, 0};
     }
     ToScaledBernstein(along);
-    const double slowest = std::min({Dot(along[0], chord), 0.5 * Dot(along[1], chord),
-                                     Dot(along[2], chord)}) /
-                           Length(chord);
+    const double slowest =
+        std::min({Dot(along[0], chord), 0.5 * Dot(along[1], chord), Dot(along[2], chord)}) /
+        Length(chord);
     const double c = 4 * ((middle.t - from.t) / (to.t - from.t) - 0.5);
     if (!(std::fabs(c) < 1 && slowest > 0)) return false;
     if (reached_ > tol_) return true;
