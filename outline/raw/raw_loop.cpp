@@ -19,12 +19,11 @@ void RawLoop::ArcTo(Vec2 centre, double radius, bool clockwise, Vec2 end) {
   at_ = end;
 }
 
-void RawLoop::Piece(const OffsetPiece& piece, Vec2 end) {
+void RawLoop::Piece(const OffsetPiece& piece) {
   curves_.push_back({piece, origin_});
   curves_.back().origin.from = piece.from;
   curves_.back().origin.to = piece.to;
-  curves_.back().piece.points[3] = end;
-  at_ = end;
+  at_ = piece.points[3];
 }
 
 void RawLoop::Close(RawRegion& region) {

@@ -34,8 +34,8 @@ class RawLoop {
   // A line, unless it would be a point.
   void LineTo(Vec2 end);
   void ArcTo(Vec2 centre, double radius, bool clockwise, Vec2 end);
-  // The piece, begun where the loop has come to and ended there or where it ends itself.
-  void Piece(const OffsetPiece& piece, Vec2 end);
+  // The piece, begun where the loop has come to.
+  void Piece(const OffsetPiece& piece);
 
   // Ends the loop where it began and adds it, unless it is a point.
   void Close(RawRegion& region);

@@ -26,7 +26,7 @@ void Side::AppendTo(RawLoop& loop) const {
   Corner before = {Kind::kSmooth, {}};
   if (is_closed_) before = CornerAfter(count() - 1);
   const Strip& first = At(0);
-  const Vec2 start = before.kind == Kind::kShort ? before.meet : first.First();
+  const Vec2 start = before.kind == Kind::kShort ? before.cut.meet : first.First();
   if (is_closed_)
     loop.StartAt(start);
   else
@@ -34,8 +34,9 @@ void Side::AppendTo(RawLoop& loop) const {
   for (std::size_t i = 0; i < count(); ++i) {
     const bool has_corner = HasCorner(i);
     const Corner after = has_corner ? CornerAfter(i) : Corner{Kind::kSmooth, {}};
-    AppendStrip(i, after, loop);
+    AppendStrip(i, before, after, loop);
     if (has_corner) AppendCorner(i, after, loop);
+    before = after;
   }
 }
 
@@ -77,8 +78,6 @@ bool Side::TurnsBackAfter(std::size_t i) const {
   return false;
 }
 
-// The short cut is right where the two lines are long enough that the vertex and the points abreast
-// of it lie within the other strip.
 Side::Corner Side::PlainCornerAfter(std::size_t i) const {
   const Strip& before = At(i);
   const Strip& after = At(i + 1);
@@ -86,23 +85,28 @@ Side::Corner Side::PlainCornerAfter(std::size_t i) const {
   const double sine = Cross(t1, t2), cosine = Dot(t1, t2), d = std::fabs(distance_);
   if (cosine > 0 && kSnap * corners_.tol >= d * Length(t1 - t2)) return {Kind::kSmooth, {}};
   if (d == 0) return {Kind::kSmooth, {}};
+  if (0 >= distance_ * sine) {
+    const auto cut = FindShortCut(list_, before, after, distance_, kSnap * corners_.tol);
+    if (cut) return {Kind::kShort, *cut};
+  }
   if (cosine < 0 && (corners_.is_disc || kReversal >= std::fabs(sine))) return {Kind::kOuter, {}};
-  if (distance_ * sine > 0) return {Kind::kOuter, {}};
-  if (!(before.is_line && after.is_line && cosine > 0.5)) return {Kind::kInner, {}};
-  const double needed = 2 * d * std::max(std::fabs(sine) / (1 + cosine), std::fabs(sine));
-  const bool is_long =
-      Length(before.end - before.start) > needed && Length(after.end - after.start) > needed;
-  if (!is_long) return {Kind::kInner, {}};
-  return {Kind::kShort, after.start + (distance_ / (1 + cosine)) * Right(t1 + t2)};
+  return {distance_ * sine > 0 ? Kind::kOuter : Kind::kInner, {}};
 }
 
-void Side::AppendStrip(std::size_t i, const Corner& after, RawLoop& loop) const {
+// A strip that is cut short has one piece.
+void Side::AppendStrip(std::size_t i, const Corner& before, const Corner& after,
+                       RawLoop& loop) const {
   const Strip& strip = At(i);
   NameOffset(strip, loop);
   for (std::size_t k = 0; k < strip.piece_count; ++k) {
-    const OffsetPiece& piece = list_.pieces[strip.first_piece + k];
-    const bool is_short = after.kind == Kind::kShort && k + 1 == strip.piece_count;
-    loop.Piece(piece, is_short ? after.meet : piece.points[3]);
+    OffsetPiece piece = list_.pieces[strip.first_piece + k];
+    const double from = piece.from, width = piece.to - piece.from;
+    if (before.kind == Kind::kShort) piece.from = from + before.cut.after * width;
+    if (after.kind == Kind::kShort) {
+      piece.to = from + after.cut.before * width;
+      piece.points[3] = after.cut.meet;
+    }
+    loop.Piece(piece);
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include "fit/offset_fit.h"
 #include "raw/raw_loop.h"
+#include "raw/short_cut.h"
 
 namespace kurvo::outline {
 
@@ -30,7 +31,7 @@ class Side {
   enum class Kind : uint8_t { kSmooth, kInner, kShort, kOuter };
   struct Corner {
     Kind kind;
-    Vec2 meet;            // of a short one: where both lines end
+    ShortCut cut;         // of a short one
     bool is_tip = false;  // may be turned inside out
   };
 
@@ -45,7 +46,7 @@ class Side {
     constexpr double kShort = 4;  // tolerances
     return kShort * corners_.tol >= Length(strip.end - strip.start);
   }
-  void AppendStrip(std::size_t i, const Corner& after, RawLoop& loop) const;
+  void AppendStrip(std::size_t i, const Corner& before, const Corner& after, RawLoop& loop) const;
   void AppendCorner(std::size_t i, const Corner& corner, RawLoop& loop) const;
   void AppendDisc(const Strip& before, RawLoop& loop) const;
   void AppendJoin(const Strip& before, const Strip& after, Vec2 end, RawLoop& loop) const;
