@@ -155,8 +155,7 @@ Crossings OfSides(const Path& a, const Path& b) {
 
 // Lines, and arcs of less than half a turn, on the full distance.
 bool IsPlain(const StripList& list, const Strip& strip, double distance) {
-  constexpr double kLeastTurn =
-      0.125;  // of the radius: the chord of arcs that are near half a turn
+  constexpr double kLeastSum = 0.125;  // of both spokes, in radii: less is nearly half a turn
   if (strip.piece_count != 1 || strip.reach != distance || strip.last_reach != distance)
     return false;
   const OffsetPiece& piece = list.pieces[strip.first_piece];
@@ -164,7 +163,7 @@ bool IsPlain(const StripList& list, const Strip& strip, double distance) {
   if (piece.kind != OffsetPiece::Kind::kArc || !(kLargestRadius >= piece.radius)) return false;
   const Vec2 from = piece.points[0] - piece.centre, to = piece.points[3] - piece.centre;
   const double sense = piece.clockwise ? -1 : 1;
-  return sense * Cross(from, to) > 0 && Length(from + to) > kLeastTurn * piece.radius;
+  return sense * Cross(from, to) > 0 && Length(from + to) > kLeastSum * piece.radius;
 }
 
 // Sides of lines cross where the bisector meets them.
