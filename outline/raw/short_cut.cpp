@@ -8,6 +8,7 @@ namespace {
 
 constexpr double kLargestRadius = 0x1p10;  // in the frame: flatter arcs lose too many digits
 constexpr double kLeastSine = 0x1p-4;      // between sides that cross, unless both are lines
+constexpr double kLeastCosine = -0.5;      // of the turn, where the distance is below the slack
 
 struct Range {
   double least, most;
@@ -178,7 +179,8 @@ std::optional<ShortCut> FindShortCut(const StripList& list, const Strip& before,
                                      double distance, double slack) {
   const Vec2 t1 = before.arrives, t2 = after.leaves;
   const double d = std::fabs(distance);
-  if (!(Dot(t1, t2) > -0.5 && slack >= -d * Dot(t1, t2))) return {};
+  const double cosine = Dot(t1, t2);
+  if (!(cosine > kLeastCosine && slack >= -d * cosine)) return {};
   if (!IsPlain(list, before, distance) || !IsPlain(list, after, distance)) return {};
   const double side = distance < 0 ? -1 : 1;
   const HalfStrip a(list.pieces[before.first_piece], before.end, -t1, side * Right(t1), true, d);
