@@ -176,8 +176,7 @@ void Stretch::Cut(int n, const double* x, const double* y, const double* w, doub
                   double s_high) {
   degree = n;
   is_rational = w != nullptr;
-  CutBernstein(x, n, s_low, s_high, side);
-  CutBernstein(y, n, s_low, s_high, height);
+  CutBernstein(x, y, n, s_low, s_high, side, height);
   if (!is_rational) return;
   CutBernstein(w, n, s_low, s_high, weight);
   for (int i = 0; i <= n; ++i) {

@@ -2,11 +2,29 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 
+#include "base/vec2.h"
 #include "strand/check.h"
 
 namespace kurvo::outline {
+
+inline constexpr int kMostTabled = 15;  // degree: binomials of higher ones are counted on the way
+
+using BinomialRow = std::array<double, static_cast<std::size_t>(kMostTabled) + 1>;
+using BinomialTable = std::array<BinomialRow, static_cast<std::size_t>(kMostTabled) + 1>;
+
+constexpr BinomialTable MakeBinomials() {  // Pascal's triangle
+  BinomialTable table{};
+  for (std::size_t n = 0; n < table.size(); ++n) {
+    table[n][0] = 1;
+    for (std::size_t i = 1; i <= n; ++i) table[n][i] = table[n - 1][i - 1] + table[n - 1][i];
+  }
+  return table;
+}
+
+inline constexpr BinomialTable kBinomials = MakeBinomials();
 
 // The sum of coefficient(i) B_i,n(t) over i = 0 ... n, by Horner's rule on the basis (Farin, Curves
 // and Surfaces for CAGD, 5th ed. 2002, section 4.8, "hornbez").
@@ -23,7 +41,15 @@ inline auto BernsteinSum(int n, double t, const Coefficient& coefficient) {
     return s * two + (tt * t) * coefficient(3);
   }
   auto sum = coefficient(0);
-  double power = 1;     // t^i
+  double power = 1;  // t^i
+  if (n <= kMostTabled) {
+    const BinomialRow& row = kBinomials[static_cast<std::size_t>(n)];
+    for (int i = 1; i <= n; ++i) {
+      power *= t;
+      sum = s * sum + (power * row[static_cast<std::size_t>(i)]) * coefficient(i);
+    }
+    return sum;
+  }
   double binomial = 1;  // n over i
   for (int i = 1; i <= n; ++i) {
     power *= t;
@@ -60,39 +86,55 @@ inline void SplitBernstein(const T* from, int n, double t, T* low, T* high) {
   }
 }
 
-// CutBernstein of a known degree, for loops that unroll.
-template <int n, class T>
-inline void CutLowBernstein(const T* from, double t0, double t1, T* out) {
-  T c[static_cast<std::size_t>(n) + 1];
-  for (int i = 0; i <= n; ++i) c[i] = out[i] = from[i];
+// The same between t0 and t1 for a degree that is known, for loops that unroll (0: one that is
+// not); load(i) is a coefficient, store(i, c) takes one of the part.
+template <int known, class Load, class Store>
+inline void CutOfDegree(int degree, double t0, double t1, const Load& load, const Store& store) {
+  using T = decltype(load(0));
+  constexpr std::size_t kCount = static_cast<std::size_t>(known > 0 ? known : kMostDegree) + 1;
+  const int n = known > 0 ? known : degree;
+  T c[kCount], out[kCount];
+  for (int i = 0; i <= n; ++i) c[i] = out[i] = load(i);
   if (t1 < 1) {
     for (int k = 1; k <= n; ++k) {
       for (int i = 0; i <= n - k; ++i) c[i] = (1 - t1) * c[i] + t1 * c[i + 1];
       out[k] = c[0];
     }
   }
-  if (!(t0 > 0)) return;
-  const double t = t0 / t1;
-  for (int k = 1; k <= n; ++k)
-    for (int i = 0; i <= n - k; ++i) out[i] = (1 - t) * out[i] + t * out[i + 1];
+  if (t0 > 0) {
+    const double t = t0 / t1;
+    for (int k = 1; k <= n; ++k)
+      for (int i = 0; i <= n - k; ++i) out[i] = (1 - t) * out[i] + t * out[i + 1];
+  }
+  for (int i = 0; i <= n; ++i) store(i, out[i]);
 }
 
-// The coefficients of the part between t0 and t1; those at an end that is not cut off stay as they
-// are. `out` may not be `from`.
+template <class Load, class Store>
+inline void CutBernstein(int n, double t0, double t1, const Load& load, const Store& store) {
+  if (n == 2) return CutOfDegree<2>(n, t0, t1, load, store);
+  if (n == 3) return CutOfDegree<3>(n, t0, t1, load, store);
+  CutOfDegree<0>(n, t0, t1, load, store);
+}
+
+// The coefficients between t0 and t1; those at an end that is not cut off stay as they are.
 template <class T>
 inline void CutBernstein(const T* from, int n, double t0, double t1, T* out) {
-  if (n == 2) return CutLowBernstein<2>(from, t0, t1, out);
-  if (n == 3) return CutLowBernstein<3>(from, t0, t1, out);
-  T beyond[kMostDegree + 1];
-  if (t1 < 1) {
-    SplitBernstein(from, n, t1, out, beyond);
-  } else {
-    std::copy(from, from + n + 1, out);
-  }
-  if (!(t0 > 0)) return;
-  T before[kMostDegree + 1];
-  SplitBernstein(out, n, t0 / t1, before, beyond);
-  std::copy(beyond, beyond + n + 1, out);
+  CutBernstein(
+      n, t0, t1, [=](int i) { return from[i]; }, [=](int i, T c) { out[i] = c; });
+}
+
+// The same of points whose coordinates are apart.
+inline void CutBernstein(const double* x, const double* y, int n, double t0, double t1,
+                         double* part_x, double* part_y) {
+  CutBernstein(
+      n, t0, t1,
+      [=](int i) {
+        return Vec2{x[i], y[i]};
+      },
+      [=](int i, Vec2 p) {
+        part_x[i] = p.x;
+        part_y[i] = p.y;
+      });
 }
 
 }  // namespace kurvo::outline

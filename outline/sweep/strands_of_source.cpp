@@ -174,8 +174,7 @@ class Cutter {
   int32_t CutControls(const Cut& start, const Cut& end, int32_t from, bool ends_inside) {
     const int n = part_.degree = all_.degree;
     const bool is_rational = Weights();
-    CutBernstein(all_.x, n, start.u, end.u, part_.x);
-    CutBernstein(all_.y, n, start.u, end.u, part_.y);
+    CutBernstein(all_.x, all_.y, n, start.u, end.u, part_.x, part_.y);
     if (is_rational) CutBernstein(all_.w, n, start.u, end.u, part_.w);
     const auto weight = [&](int i) { return is_rational ? part_.w[i] : 1.0; };
     int32_t to = source_.end;
