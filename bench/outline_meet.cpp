@@ -2,6 +2,10 @@
 #include <benchmark/benchmark.h>
 #include <kurvo_outline.h>
 
+#include <cmath>
+#include <numbers>
+#include <utility>
+
 #include "curves.h"
 
 namespace {
@@ -33,6 +37,48 @@ BENCHMARK_CAPTURE(Meet, splines, bench::BSplines(4, 100), bench::BSplines(4, 100
     ->Name("meet/bspline/100");
 BENCHMARK_CAPTURE(Meet, outlines, bench::Outlines(1000), bench::Outlines(1000))
     ->Name("meet/outline/1000");
+
+// A chain that goes to and fro across a disc, so that all its curves cross each other, most of them
+// once: by degree.
+void MeetAll(benchmark::State& state) {
+  constexpr int kCurves = 1000;
+  const auto degree = static_cast<int32_t>(state.range(0));
+  bench::Random random;
+  Cvseq chain;
+  KurvocvMallocCvseq(&chain, kCurves);
+  const auto end = [](int i) {
+    const double angle = std::numbers::pi * (1 + 1.0 / kCurves) * i;
+    return std::pair(100 * std::cos(angle), 100 * std::sin(angle));
+  };
+  for (int i = 0; i < kCurves; ++i) {
+    auto* bezier =
+        static_cast<KurvoBezier*>(KurvocvMallocCurve(chain.curves + i, CV_BEZIER, degree));
+    const auto [x0, y0] = end(i);
+    const auto [x1, y1] = end(i + 1);
+    for (int32_t k = 0; k <= degree; ++k) {
+      const double share = double(k) / degree, bend = k % degree == 0 ? 0 : 40;
+      KurvoclSetCoord(bezier->points[k], x0 + (x1 - x0) * share + random.Between(-bend, bend),
+                      y0 + (y1 - y0) * share + random.Between(-bend, bend), 0);
+    }
+  }
+  GlobalVar g;
+  KurvoInitGlobalVar(&g);
+  int32_t count = 0;
+  for (auto _ : state) {
+    KurvoMeeting* list;
+    KurvoChainMeetings(&chain, nullptr, nullptr, &list, &count, &g);
+    KurvoFree(list);
+  }
+  KurvocvFreeCvseq(&chain);
+  state.counters["meetings"] = count;
+}
+BENCHMARK(MeetAll)
+    ->Name("meet/all-cross/1000")
+    ->Arg(1)
+    ->Arg(2)
+    ->Arg(3)
+    ->Arg(5)
+    ->Unit(benchmark::kMillisecond);
 
 // Squares, their sides in any order.
 void Join(benchmark::State& state) {

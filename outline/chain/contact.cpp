@@ -33,8 +33,9 @@ class Pair {
     Array<NearHeights> found;
     FindNear(a_, b_, reach, work, found);
     for (const NearHeights& near : found) {
-      Contact contact = Over(near);
-      Closest(near, contact);
+      const Level bottom = LevelAt(near.low), top = LevelAt(near.high);
+      Contact contact = Over(bottom, top);
+      Closest(bottom, top, contact);
       if (near.high - near.low > kShort * reach) Exact(near, work, contact);
       if (contact.distance <= nearness_.tol || contact.exact_length > 0)
         contacts.push_back(contact);
@@ -45,21 +46,25 @@ class Pair {
   static const Piece& PieceOf(const Track& track, int32_t i) {
     return track.pieces()[static_cast<std::size_t>(i)];
   }
-  Position OnA(double height) const { return {i_, a_.ToPiece(a_.ParameterAt(height))}; }
-  Position OnB(double height) const { return {k_, b_.ToPiece(b_.ParameterAt(height))}; }
-  double Apart(double height) const {
-    return a_.SideAt(a_.ParameterAt(height)) - b_.SideAt(b_.ParameterAt(height));
-  }
-  double SlopesApart(double height) const {
-    return a_.SlopeAt(a_.ParameterAt(height)) - b_.SlopeAt(b_.ParameterAt(height));
-  }
 
-  Contact Over(const NearHeights& near) const {
+  // A height, and the parameters of the graphs there.
+  struct Level {
+    double height, a, b;
+  };
+  Level LevelAt(double height) const {
+    return {height, a_.ParameterAt(height), b_.ParameterAt(height)};
+  }
+  Position OnA(const Level& level) const { return {i_, a_.ToPiece(level.a)}; }
+  Position OnB(const Level& level) const { return {k_, b_.ToPiece(level.b)}; }
+  double Apart(const Level& level) const { return a_.SideAt(level.a) - b_.SideAt(level.b); }
+  double SlopesApart(const Level& level) const { return a_.SlopeAt(level.a) - b_.SlopeAt(level.b); }
+
+  Contact Over(const Level& low, const Level& high) const {
     Contact contact;
-    contact.a_from = OnA(near.low);
-    contact.a_to = OnA(near.high);
-    contact.b_from = OnB(near.low);
-    contact.b_to = OnB(near.high);
+    contact.a_from = OnA(low);
+    contact.a_to = OnA(high);
+    contact.b_from = OnB(low);
+    contact.b_to = OnB(high);
     if (contact.a_to < contact.a_from) {
       std::swap(contact.a_from, contact.a_to);
       std::swap(contact.b_from, contact.b_to);
@@ -107,7 +112,7 @@ class Pair {
 
   // Newton's method on A(u) = B(v) from where it is asked: two curves that cross at an angle.
   // Result: whether it settles between the heights.
-  bool Crossing(const NearHeights& near, Position& on_a, Position& on_b) const {
+  bool Crossing(double low, double high, Position& on_a, Position& on_b) const {
     constexpr int kMost = 8;
     constexpr double kSettled = 0x1p-50;
     const Span& a = PieceOf(a_track_, i_).span;
@@ -123,7 +128,7 @@ class Pair {
       if (!(u >= 0 && u <= 1 && v >= 0 && v <= 1)) return false;
       if (!(kSettled >= std::fabs(du) && kSettled >= std::fabs(dv))) continue;
       const double height = Dot(PointAt(a, u), axis_.up);
-      if (!(height >= near.low && height <= near.high)) return false;
+      if (!(height >= low && height <= high)) return false;
       on_a.u = u;
       on_b.u = v;
       return true;
@@ -132,23 +137,26 @@ class Pair {
   }
 
   // Where the sides are the same, or the slopes are; else an end.
-  void Closest(const NearHeights& near, Contact& contact) const {
-    const double at_low = Apart(near.low), at_high = Apart(near.high);
-    const auto consider = [&](double height) { Consider(OnA(height), OnB(height), contact); };
+  void Closest(const Level& low, const Level& high, Contact& contact) const {
+    const double at_low = Apart(low), at_high = Apart(high);
+    const auto consider = [&](double height) {
+      const Level level = LevelAt(height);
+      Consider(OnA(level), OnB(level), contact);
+    };
     if ((at_low < 0) != (at_high < 0) && at_low != 0 && at_high != 0) {
-      const double middle = 0.5 * (near.low + near.high);
+      const Level middle = LevelAt(0.5 * (low.height + high.height));
       Position a = OnA(middle), b = OnB(middle);
-      if (Crossing(near, a, b)) {
+      if (Crossing(low.height, high.height, a, b)) {
         Consider(a, b, contact);
       } else {
-        consider(SignChangeBetween([this](double h) { return Apart(h); }, near.low, near.high,
-                                   at_low, at_high));
+        consider(SignChangeBetween([this](double h) { return Apart(LevelAt(h)); }, low.height,
+                                   high.height, at_low, at_high));
       }
-    } else if (near.high > near.low) {
-      const double slope_low = SlopesApart(near.low), slope_high = SlopesApart(near.high);
+    } else if (high.height > low.height) {
+      const double slope_low = SlopesApart(low), slope_high = SlopesApart(high);
       if ((slope_low < 0) != (slope_high < 0))
-        consider(SignChangeBetween([this](double h) { return SlopesApart(h); }, near.low, near.high,
-                                   slope_low, slope_high));
+        consider(SignChangeBetween([this](double h) { return SlopesApart(LevelAt(h)); }, low.height,
+                                   high.height, slope_low, slope_high));
     }
     const Position ends[][2] = {{contact.a_from, contact.b_from}, {contact.a_to, contact.b_to}};
     for (const auto& end : ends) ConsiderEnd(end[0], end[1], contact);
@@ -163,7 +171,7 @@ class Pair {
     if (found.empty()) return;
     double length = 0;
     for (const NearHeights& part : found) length += part.high - part.low;
-    const Contact within = Over({found.front().low, found.back().high});
+    const Contact within = Over(LevelAt(found.front().low), LevelAt(found.back().high));
     contact.exact_length = length;
     contact.exact_a_from = within.a_from;
     contact.exact_a_to = within.a_to;

@@ -86,14 +86,22 @@ bool Track::IsVertex(Position at) const {
   return (at.u == 0 && piece.from == 0) || (at.u == 1 && piece.to == 1);
 }
 
-KurvoPlace Track::PlaceAt(Position at) const {
-  return PlaceOn(at.u == 1 && After(at.piece) >= 0 ? Position{After(at.piece), 0} : at);
-}
-
 KurvoPlace Track::PlaceOn(Position at) const {
   const Piece& piece = pieces()[static_cast<std::size_t>(at.piece)];
   return outline::PlaceAt(frame_, spans_[static_cast<std::size_t>(piece.source)],
                           piece.SourceAt(at.u));
+}
+
+Vec2 Track::CallersPointAt(Position at) const {
+  const Piece& piece = pieces()[static_cast<std::size_t>(at.piece)];
+  const Span& span = spans_[static_cast<std::size_t>(piece.source)];
+  return frame_.Outwards(outline::PointAt(span, piece.SourceAt(at.u)));
+}
+
+Parameter Track::ParameterOf(Position at) const {
+  const Piece& piece = pieces()[static_cast<std::size_t>(at.piece)];
+  const Span& span = spans_[static_cast<std::size_t>(piece.source)];
+  return {span.curve, span.ParameterAt(piece.SourceAt(at.u))};
 }
 
 Position Track::OnSide(Position at, bool forwards) const {

@@ -25,6 +25,12 @@ inline bool operator<(Position a, Position b) {
   return a.piece != b.piece ? a.piece < b.piece : a.u < b.u;
 }
 
+// Of a curve of a chain.
+struct Parameter {
+  int32_t curve;
+  double t;
+};
+
 class Track {
  public:
   // Spans of checked chains, of which some are closed, in a frame that must outlive the track. Gaps
@@ -54,12 +60,15 @@ class Track {
   double WayBetween(Position from, Position to, double most) const;
   // Whether a curve of the chain, or a span of a spline, begins or ends there.
   bool IsVertex(Position at) const;
-  // The place on the piece's curve, and that on the later curve at a joint.
+  // The place on the piece's curve; its point in the coordinates of the caller, its parameter.
   KurvoPlace PlaceOn(Position at) const;
-  KurvoPlace PlaceAt(Position at) const;
+  Vec2 CallersPointAt(Position at) const;
+  Parameter ParameterOf(Position at) const;
   // The same place on the side of a joint on which that lies which goes forwards from there, or
   // backwards.
   Position OnSide(Position at, bool forwards) const;
+  // The same place on the later curve at a joint.
+  Position OnLater(Position at) const { return OnSide(at, true); }
   // The piece's end nearer to the position.
   static Position NearerEnd(Position at) { return {at.piece, at.u < 0.5 ? 0.0 : 1.0}; }
   // The chords of the pieces from the start of the chain to the position, along the last piece by
