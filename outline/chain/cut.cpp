@@ -65,6 +65,19 @@ void AppendArc(const Curve& curve, const Span& span, double from, double to, con
   }
 }
 
+bool IsCircle(const Curve& curve, const Frame& frame) {
+  if (curve.type != CV_ARC) return false;
+  const auto& arc = BlockOf<KurvoArc>(curve);
+  const Vec2 centre = frame.Inwards(arc.centre);
+  const Vec2 from = frame.Inwards(arc.start) - centre, to = frame.Inwards(arc.end) - centre;
+  if ((arc.normal[2] < 0 ? -1 : 1) * Cross(from, to) > 0) return false;  // below half a turn
+  bool is_circle = false;
+  ForEachSpan(curve, 0, frame, [&](const Span& span) {
+    is_circle = span.kind == Span::Kind::kArc && std::fabs(span.sweep) == kTurn;
+  });
+  return is_circle;
+}
+
 // A free-form curve as a B-spline, in homogeneous coordinates of the frame.
 struct Form {
   struct Point {
@@ -214,19 +227,12 @@ void AppendPart(const Curve& curve, double from, double to, const Frame& frame,
                 Array<OwnedCurve>& parts) {
   const std::size_t had = parts.size();
   const Domain domain = DomainOf(curve);
-  const bool is_whole = from <= domain.from && to >= domain.to;
-  if (curve.type == CV_LINE || curve.type == CV_ARC) {
-    ForEachSpan(curve, 0, frame, [&](const Span& span) {
-      const bool is_circle = span.kind == Span::Kind::kArc && std::fabs(span.sweep) == kTurn;
-      if (is_whole && !is_circle)
-        parts.push_back(CopyOf(curve));
-      else if (curve.type == CV_ARC)
-        AppendArc(curve, span, from, to, frame, parts);
-      else
-        AppendLine(curve, span, from, to, frame, parts);
-    });
-  } else if (is_whole) {
+  if (from <= domain.from && to >= domain.to && !IsCircle(curve, frame)) {
     parts.push_back(CopyOf(curve));
+  } else if (curve.type == CV_LINE || curve.type == CV_ARC) {
+    const auto append = curve.type == CV_LINE ? AppendLine : AppendArc;
+    ForEachSpan(curve, 0, frame,
+                [&](const Span& span) { append(curve, span, from, to, frame, parts); });
   } else if (curve.type == CV_BEZIER) {
     AppendBezier<KurvoBezier>(curve, from, to, frame, parts);
   } else if (curve.type == CV_RBEZIER) {
@@ -291,6 +297,9 @@ void SetEnd(Curve& curve, Vec2 point) {
   if (double* end = PointsOf(curve).end) Set(end, point);
 }
 
+namespace {
+
+// In radians, in [0, 2 pi).
 double SweepOf(const KurvoArc& arc) {
   const Vec2 centre = {arc.centre[0], arc.centre[1]};
   const Vec2 from = Vec2{arc.start[0], arc.start[1]} - centre;
@@ -299,16 +308,17 @@ double SweepOf(const KurvoArc& arc) {
   return SweepBetween(by * from, by * to, arc.normal[2] < 0 ? -1 : 1, false);
 }
 
+}  // namespace
+
 // The centre lies on the middle normal of the chord, chord / 2 / tan(sweep / 2) to its left.
-void Recentre(KurvoArc& arc, double sweep, double slack) {
+void Recentre(KurvoArc& arc, const KurvoArc& before, double slack) {
   constexpr double kLeastSine = 0.7;  // nearly all around a chord says little of its circle
   const Vec2 start = {arc.start[0], arc.start[1]}, end = {arc.end[0], arc.end[1]};
   const Vec2 centre = {arc.centre[0], arc.centre[1]};
-  const auto miss = [&](Vec2 p) {
-    return std::fabs(std::hypot(p.x - centre.x, p.y - centre.y) - arc.radius);
-  };
-  const double sine = std::sin(0.5 * sweep);
-  if (slack >= std::max(miss(start), miss(end)) || !(sine > 0)) return;
+  const auto miss = [&](Vec2 p) { return std::fabs(SafeLength(p - centre) - arc.radius); };
+  if (slack >= std::max(miss(start), miss(end))) return;
+  const double sweep = SweepOf(before), sine = std::sin(0.5 * sweep);
+  if (!(sine > 0)) return;
   if (sweep > std::numbers::pi && kLeastSine >= sine) return;
   const double sense = arc.normal[2] < 0 ? -1 : 1;
   const Vec2 half = 0.5 * (end - start);

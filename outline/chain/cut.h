@@ -24,8 +24,6 @@ void SetEnd(Curve& curve, Vec2 point);
 
 // Gives an arc whose ends were moved the circle through both on which it goes as far as before,
 // when one of them lies farther than `slack` from its own.
-void Recentre(KurvoArc& arc, double sweep, double slack);
-// How far an arc goes, in radians: in [0, 2 pi).
-double SweepOf(const KurvoArc& arc);
+void Recentre(KurvoArc& arc, const KurvoArc& before, double slack);
 
 }  // namespace kurvo::outline

@@ -167,8 +167,9 @@ void Stretch::BendAsArc(double radius, double bulge) {
   constexpr double kRounding = 1e-12;
   const double rise = high - low, run = at_high - at_low;
   const double quarter = 0.25 * (run * run + rise * rise);
-  const double sagitta = quarter / (radius + std::sqrt(std::max(radius * radius - quarter, 0.0)));
-  const double bend = rise > 0 ? sagitta * 2 * std::sqrt(quarter) / rise * (1 + kRounding) : 0;
+  const double across = radius + std::sqrt(std::max(radius * radius - quarter, 0.0));
+  const double bend =
+      rise > 0 ? quarter * 2 * std::sqrt(quarter) / (across * rise) * (1 + kRounding) : 0;
   (bulge > 0 ? most : least) = bulge * bend;
 }
 

@@ -18,13 +18,13 @@ inline void AddArc(const KurvoArc& arc, Bounds& box) {
   const Vec2 centre = {arc.centre[0], arc.centre[1]};
   const Vec2 from = start - centre, to = end - centre;
   const double sense = arc.normal[2] < 0 ? -1 : 1;
-  const double miss = std::max(std::fabs(std::hypot(from.x, from.y) - arc.radius),
-                               std::fabs(std::hypot(to.x, to.y) - arc.radius));
+  const double miss =
+      std::max(std::fabs(SafeLength(from) - arc.radius), std::fabs(SafeLength(to) - arc.radius));
   box.Add(start);
   box.Add(end);
   Vec2 reach = {arc.radius, arc.radius};
   if (Dot(from, to) > 0 && sense * Cross(from, to) > 0 && 0.25 * arc.radius >= miss) {
-    const double bend = 0.25 * std::hypot(end.x - start.x, end.y - start.y) + miss;
+    const double bend = 0.25 * SafeLength(end - start) + miss;
     reach = {bend, bend};
     for (const Vec2 p : {start, end}) {
       box.Add(p - reach);

@@ -44,7 +44,11 @@ class Finder {
 
   bool AreLong() const {
     return std::none_of(scene_.sources.begin(), scene_.sources.end(), [this](const Source& s) {
-      return s.IsBridge() || kShort * tol_ >= HullOf(s.span).LongerSide();
+      const auto is_short = [this](const Bounds& box) { return kShort * tol_ >= box.LongerSide(); };
+      Bounds ends;
+      ends.Add(s.span.Start());
+      ends.Add(s.span.End());
+      return s.IsBridge() || (is_short(ends) && is_short(HullOf(s.span)));
     });
   }
 

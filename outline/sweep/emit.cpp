@@ -118,11 +118,11 @@ class Emitter {
     Curve& front = *records_.front().Get();
     Curve& back = *records_.back().Get();
     Curve &front_piece = Outermost(front, false), &back_piece = Outermost(back, true);
-    const double front_sweep = SweepOf(front_piece), back_sweep = SweepOf(back_piece);
+    const KurvoArc front_before = ArcOf(front_piece), back_before = ArcOf(back_piece);
     if (EndsOf(front, first) && first.start != part.start) SetStart(front, part.start);
     if (EndsOf(back, last) && last.end != part.end) SetEnd(back, part.end);
-    Recentre(front_piece, front_sweep);
-    if (&front_piece != &back_piece) Recentre(back_piece, back_sweep);
+    Recentre(front_piece, front_before);
+    if (&front_piece != &back_piece) Recentre(back_piece, back_before);
   }
 
   // The curve that holds an end: of a composite the first or the last piece.
@@ -135,14 +135,14 @@ class Emitter {
     return *at;
   }
 
-  static double SweepOf(const Curve& curve) {
-    return curve.type == CV_ARC ? outline::SweepOf(BlockOf<KurvoArc>(curve)) : 0;
+  static KurvoArc ArcOf(const Curve& curve) {
+    return curve.type == CV_ARC ? BlockOf<KurvoArc>(curve) : KurvoArc();
   }
   // Its ends would be bridged to its circle if it came back.
-  void Recentre(Curve& curve, double sweep) const {
+  void Recentre(Curve& curve, const KurvoArc& before) const {
     constexpr double kSlack = 0x1p-8;  // of tol
     if (curve.type != CV_ARC) return;
-    outline::Recentre(*static_cast<KurvoArc*>(curve.data), sweep,
+    outline::Recentre(*static_cast<KurvoArc*>(curve.data), before,
                       scene_.frame.LengthOutwards(kSlack * scene_.tol));
   }
 

@@ -135,7 +135,7 @@ class Finder {
     b_ = &strands_[static_cast<std::size_t>(k)];
     low_ = std::max(a_->y_low, b_->y_low);
     high_ = std::min(a_->y_high, b_->y_high);
-    if (!(low_ <= high_) || AreNested(a_->circle(), b_->circle(), tol_)) return;
+    if (!(low_ <= high_) || AreApart() || AreNested(a_->circle(), b_->circle(), tol_)) return;
     near_.clear();
     bool ends_meet = false;
     if (low_ == high_) {
@@ -155,6 +155,16 @@ class Finder {
 
  private:
   double Apart(double height) const { return a_->At(height) - b_->At(height); }
+
+  // Whether chords and bends tell that one lies to one side of the other: most pairs need no
+  // search.
+  bool AreApart() const {
+    const double at_low = a_->ChordAt(low_) - b_->ChordAt(low_);
+    const double at_high = a_->ChordAt(high_) - b_->ChordAt(high_);
+    const double least = a_->least_bend - b_->most_bend, most = a_->most_bend - b_->least_bend;
+    return (at_low + least > tol_ && at_high + least > tol_) ||
+           (at_low + most < -tol_ && at_high + most < -tol_);
+  }
 
   void Add(const NearHeights& near, int32_t i, int32_t k) {
     const double slack = kBeside * tol_;
@@ -220,12 +230,23 @@ class Finder {
   Array<NearHeights> near_;
 };
 
+// Whether many strands come in an order that does not keep together what lies together: loops of
+// few curves.
+bool AreScattered(const Array<Strand>& strands) {
+  constexpr std::size_t kMany = 256, kRun = 32;
+  if (strands.size() < kMany) return false;
+  std::size_t breaks = 0;
+  for (std::size_t i = 1; i < strands.size(); ++i) {
+    const Strand &a = strands[i - 1], &b = strands[i];
+    breaks += a.low != b.low && a.low != b.high && a.high != b.low && a.high != b.high;
+  }
+  return kRun * breaks > strands.size();
+}
+
 // Calls look(i, k) for strands i < k whose boxes are within tol, of level ones within twice as
-// much. Neighbours in the input lie near each other; many curves in any order are put in one that
-// keeps them together first.
+// much.
 template <class F>
 void ForEachNearPair(const Array<Strand>& strands, double tol, const F& look) {
-  constexpr std::size_t kMany = 256;
   Array<Bounds> boxes;
   boxes.reserve(strands.size());
   for (const Strand& s : strands) {
@@ -233,7 +254,7 @@ void ForEachNearPair(const Array<Strand>& strands, double tol, const F& look) {
     boxes.push_back(
         {{s.least_x - margin, s.y_low - margin}, {s.most_x + margin, s.y_high + margin}});
   }
-  if (strands.size() < kMany) return PairTree(boxes).ForEachPair(tol, look);
+  if (!AreScattered(strands)) return PairTree(boxes).ForEachPair(tol, look);
   const Array<int32_t> order = InPlaceOrder(boxes);
   Array<Bounds> ordered;
   ordered.reserve(boxes.size());

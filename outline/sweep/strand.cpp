@@ -2,6 +2,7 @@
 
 #include "strand/arc_sweep.h"
 #include "strand/bernstein.h"
+#include "sweep/rising_cubic.h"
 
 namespace kurvo::outline {
 namespace {
@@ -67,14 +68,22 @@ double Strand::ParameterAt(double height) const {
     const double root = half + std::sqrt(std::max(half * half + y2 * rise, 0.0));
     return root > 0 ? std::min(1.0, rise / root) : 1;
   }
-  return Solve(height, 0, 1, (height - y_low) / (y_high - y_low));
+  const double rise = height - y_low, top = y_high - y_low;
+  if (kind == Span::Kind::kBezier && degree == 3) {
+    const RisingCubic cubic = {y1, y2, y3};
+    return cubic.Solve(rise, 0, 1, cubic.Guess(rise, top));
+  }
+  return Solve(height, 0, 1, rise / top);
 }
 
 double Strand::LevelAt(double height, KnownLevel below, KnownLevel above, double) const {
   const bool is_found = kind != Span::Kind::kBezier && kind != Span::Kind::kRational;
   if (is_found || height <= y_low || height >= y_high || degree == 2) return LevelAt(height);
   const double share = (height - below.height) / (above.height - below.height);
-  return Solve(height, below.s, above.s, below.s + share * (above.s - below.s));
+  const double v = below.s + share * (above.s - below.s);
+  if (kind == Span::Kind::kBezier && degree == 3)
+    return RisingCubic{y1, y2, y3}.Solve(height - y_low, below.s, above.s, v);
+  return Solve(height, below.s, above.s, v);
 }
 
 double Strand::Solve(double height, double least, double most, double v) const {

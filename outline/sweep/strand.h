@@ -26,6 +26,8 @@ struct Strand {
   double y_low, y_high;           // of its ends
   double x_low, x_high;           // and their sides
   double least_x, most_x;         // of all of it
+  double chord_slope;             // of the chord: side over height
+  double least_bend, most_bend;   // side less that of the chord at the same height
   const double *x, *y, *w;        // control points upwards, of a rational one times w; null: none
   double x1, x2, x3, y1, y2, y3;  // x = x_low + x1 v + x2 v^2 + x3 v^3, up to cubics
   Vec2 centre;                    // of an arc, whose circle passes the lower end
@@ -36,6 +38,7 @@ struct Strand {
   // who asks twice gets the same bits.
   double At(double height) const;
   double ParameterAt(double height) const;
+  double ChordAt(double height) const { return x_low + chord_slope * (height - y_low); }
   // What Between takes for a height, also from two that are known: of lines and arcs it needs none.
   double LevelAt(double height) const {
     return kind == Span::Kind::kLine || kind == Span::Kind::kArc ? 0 : ParameterAt(height);

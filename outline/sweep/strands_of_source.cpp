@@ -207,11 +207,20 @@ class Cutter {
     strand.y_high = high.y;
     strand.least_x = std::min(low.x, high.x);
     strand.most_x = std::max(low.x, high.x);
+    strand.chord_slope = (high.x - low.x) / (high.y - low.y);
+  }
+
+  // To which side of the centre: of the ends together, or of the middle of half a turn.
+  static double OutOf(const Strand& strand, const Span& arc, double middle) {
+    constexpr double kSure = 0x1p-20;
+    const double both = strand.x_low + strand.x_high - 2 * arc.centre.x;
+    if (std::fabs(both) > kSure * arc.radius) return both;
+    return std::cos(arc.angle + middle * arc.sweep);
   }
 
   static void SetArc(Strand& strand, const Span& arc, double middle) {
     strand.radius = arc.radius;
-    strand.bulge = std::cos(arc.angle + middle * arc.sweep) > 0 ? 1 : -1;
+    strand.bulge = OutOf(strand, arc, middle) > 0 ? 1 : -1;
     // Moved so that it passes the lower end, as a vertex may lie beside it.
     const Vec2 low = {strand.x_low, strand.y_low}, spoke = low - arc.centre;
     const double off = Length(spoke) - arc.radius;
@@ -223,6 +232,9 @@ class Cutter {
       strand.least_x = std::min(strand.least_x, side);
       strand.most_x = std::max(strand.most_x, side);
     }
+    const Stretch all = strand.Between(strand.y_low, strand.y_high, 0, 0);
+    strand.least_bend = all.least;
+    strand.most_bend = all.most;
   }
 
   void SetControls(Strand& strand) {
@@ -248,6 +260,9 @@ class Cutter {
       const double x = is_rational ? strand.x[i] / strand.w[i] : strand.x[i];
       strand.least_x = std::min(strand.least_x, x);
       strand.most_x = std::max(strand.most_x, x);
+      const double y = is_rational ? strand.y[i] / strand.w[i] : strand.y[i];
+      strand.least_bend = std::min(strand.least_bend, x - strand.ChordAt(y));
+      strand.most_bend = std::max(strand.most_bend, x - strand.ChordAt(y));
     }
     if (n <= 3 && !is_rational) SetPowers(strand);
   }
@@ -279,6 +294,7 @@ class Cutter {
 }  // namespace
 
 void CutIntoStrands(Scene& scene, Array<Strand>& strands) {
+  strands.reserve(scene.sources.size() + scene.sources.size() / 2);
   Cutter cutter(scene, strands);
   for (std::size_t i = 0; i < scene.sources.size(); ++i) cutter.Run(static_cast<int32_t>(i));
 }
