@@ -56,6 +56,14 @@ struct KernelAllocator {
 template <class T>
 using Array = std::vector<T, KernelAllocator<T>>;
 
+// Room for so many values more; an array that is full at least doubles, as when they are added one
+// by one.
+template <class T>
+void ReserveMore(Array<T>& array, std::size_t more) {
+  const std::size_t wanted = array.size() + more;
+  if (wanted > array.capacity()) array.reserve(std::max(wanted, 2 * array.size()));
+}
+
 struct FreeBlock {
   void operator()(void* block) const { KurvoFree(block); }
 };

@@ -38,6 +38,7 @@ OwnedCurve CopyOf(const Curve& curve) {
 
 OwnedChain CopyOf(const Cvseq& chain) {
   OwnedChain copy;
+  copy.Reserve(static_cast<std::size_t>(chain.count));
   for (int i = 0; i < chain.count; ++i) copy.Add(CopyOf(chain.curves[i]));
   return copy;
 }

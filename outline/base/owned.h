@@ -72,6 +72,7 @@ class OwnedChain {
 
   std::size_t size() const { return curves_.size(); }
   const Curve& operator[](std::size_t i) const { return curves_[i]; }
+  void Reserve(std::size_t count) { curves_.reserve(count); }
   void Add(OwnedCurve curve) {
     curves_.emplace_back();  // may throw: the curve is still its owner's
     curves_.back() = curve.Release();

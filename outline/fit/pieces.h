@@ -18,6 +18,7 @@ class Pieces {
   explicit Pieces(const Frame& frame) : frame_(frame) {}
 
   const Frame& frame() const { return frame_; }
+  void Reserve(std::size_t count) { chain_.Reserve(count); }
   void Begin(const Curve* source) { source_ = source; }
   void StartAt(Vec2 start) { at_ = start; }
   Vec2 at() const { return at_; }

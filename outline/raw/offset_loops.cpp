@@ -22,6 +22,7 @@ void Collect(const Cvseq& chain, const Frame& frame, LoopSpans& loop) {
   loop.spans.clear();
   loop.arena.Clear();
   loop.box = Bounds();
+  loop.spans.reserve(static_cast<std::size_t>(chain.count));
   ForEachSpan(chain, frame, [&](const Span& span) {
     if (!(HullOf(span).LongerSide() > 0)) return;
     loop.spans.push_back(Kept(span, loop.arena));
@@ -68,6 +69,8 @@ Made AppendOffsetLoops(const KurvoRegion& region, const Frame& frame, double dis
     }
     list.strips.clear();
     list.pieces.clear();
+    list.strips.reserve(loop.spans.size());
+    list.pieces.reserve(loop.spans.size());
     if (is_round) {
       AppendStripsAlong(loop.spans, distance, tol, list);
     } else {
@@ -75,6 +78,8 @@ Made AppendOffsetLoops(const KurvoRegion& region, const Frame& frame, double dis
     }
     if (list.strips.empty()) continue;
     RawLoop out(frame, chain, i);
+    constexpr std::size_t kUsualCurves = 2;  // of a strip
+    out.Reserve(kUsualCurves * list.strips.size());
     Side(list, distance, true, corners).AppendTo(out);
     out.Close(raw);
   }

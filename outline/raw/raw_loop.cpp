@@ -31,6 +31,8 @@ void RawLoop::Close(RawRegion& region) {
   if (curves_.empty()) return;
   const Curve no_source = {};
   Pieces pieces(frame_);
+  pieces.Reserve(curves_.size());
+  ReserveMore(region.origins, curves_.size());
   const Vec2 start = frame_.Outwards(start_);
   pieces.StartAt(start);
   for (const RawCurve& curve : curves_) {

@@ -25,6 +25,7 @@ class RawLoop {
   RawLoop(const Frame& frame, const Cvseq& source, int32_t index)
       : frame_(frame), source_(source), index_(index) {}
 
+  void Reserve(std::size_t curves) { curves_.reserve(curves); }
   bool is_empty() const { return curves_.empty(); }
   void StartAt(Vec2 start) { start_ = at_ = start; }
   // From here on curves are of this kind and come from this part of a curve of the input.

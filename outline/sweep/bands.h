@@ -31,6 +31,7 @@ class Bands {
         all > 0 ? std::clamp(std::floor(kCopies * things * (high - low_) / all), 1.0, things) : 1;
     per_height_ = all > 0 ? bands_ / (high - low_) : 0;
     rows_.Clear();
+    rows_.Reserve(static_cast<std::size_t>(kCopies + 1) * count);
     for (std::size_t i = 0; i < count; ++i) {
       double from, to;
       if (!reach(i, from, to)) continue;

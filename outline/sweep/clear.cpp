@@ -20,6 +20,7 @@ class Clearing {
   // False where a loop that stays whole may be a sliver, or a hole lies in nothing.
   bool Run(const Array<int32_t>& rules, const FillRule& fill, ResultLoops& result) {
     Keep(rules, fill);
+    sides_.reserve(strands_.size() + cuts_.size());
     AddEdges();
     if (!FindWholeLoops(result)) return false;
     ForEachLoop(arrangement_, [&](std::span<const int32_t> edges) {
@@ -33,6 +34,7 @@ class Clearing {
   }
 
   void Take(double closed, KurvoReport& report, ResultLoops& result) {
+    result.parts.reserve(edges_.size() + SourcesOfWholeLoops());
     for (std::size_t i = 0; i < whole_.size(); ++i) {
       ResultLoop& made = result.loops[i];
       made.first_part = result.parts.size();
@@ -56,6 +58,12 @@ class Clearing {
   struct EdgeLoop {
     std::size_t first_edge, edges;
   };
+
+  std::size_t SourcesOfWholeLoops() const {
+    std::size_t count = 0;
+    for (const std::size_t i : whole_) count += runs_.loops()[i].sources;
+    return count;
+  }
 
   std::span<const Source> SourcesOf(const SourceLoop& loop) const {
     return {&scene_.sources[loop.first_source], loop.sources};
@@ -90,6 +98,7 @@ class Clearing {
 
   // Corners of crossings come first, each with the number of the first of its cuts among these.
   void AddEdges() {
+    if (!cuts_.empty()) Reserve();
     corner_of_.resize(cuts_.size(), -1);
     for (std::size_t i = 0; i < cuts_.size(); ++i) {
       const auto other = static_cast<std::size_t>(cuts_[i].other);
@@ -112,6 +121,18 @@ class Clearing {
       AddRay(passed_[i] + 1, arrangement_.edge(passed_[i] + 1).to != CountOf(crossings + i));
     }
     arrangement_.first_ray.push_back(arrangement_.rays.size());
+  }
+
+  // Of strands as many as may be: each ends one edge, and each cut another.
+  void Reserve() {
+    const std::size_t edges = strands_.size() + cuts_.size(),
+                      corners = strands_.size() + cuts_.size() / 2;
+    arrangement_.corners.reserve(corners);
+    arrangement_.first_ray.reserve(corners + 1);
+    arrangement_.edges.reserve(edges);
+    arrangement_.rays.reserve(2 * edges);
+    edges_.reserve(edges);
+    passed_.reserve(strands_.size());
   }
 
   void AddRay(int32_t edge, bool leaves) {

@@ -12,6 +12,16 @@ namespace {
 
 constexpr double kCoordinate = 0x1p-49;  // of the largest coordinate: what its rounding makes
 
+// Most curves are one source.
+void Reserve(const Array<Operand>& operands, Scene& scene) {
+  std::size_t curves = 0;
+  for (const Operand& operand : operands)
+    for (int32_t i = 0; i < operand.count; ++i)
+      curves += static_cast<std::size_t>(operand.loops[i].count);
+  scene.sources.reserve(curves);
+  scene.vertices.reserve(curves + curves / 2);
+}
+
 }  // namespace
 
 Emitted Combine(Request& request, KurvoReport& report) {
@@ -21,6 +31,7 @@ Emitted Combine(Request& request, KurvoReport& report) {
   scene.frame = Frame(request.box);
   const double rounding = kCoordinate * request.box.Farthest();
   scene.tol = scene.frame.LengthInwards(std::max(request.settings.tol, rounding));
+  Reserve(request.operands, scene);
   Array<int32_t> rules;
   for (std::size_t i = 0; i < request.operands.size(); ++i) {
     AddLoops(request.operands[i], CountOf(i), request.settings.gap, scene);

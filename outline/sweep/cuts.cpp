@@ -30,6 +30,7 @@ class Finder {
   bool Run(const Events& events) {
     cuts_.clear();
     if (!events.AreClear() || scene_.gaps > 0 || !AreLong()) return false;
+    cuts_.reserve(2 * events.crossings.size());
     for (const Crossing& crossing : events.crossings)
       if (crossing.sense != 0)
         Add(crossing.a, crossing.b, crossing.height, crossing.height, crossing.sense,
@@ -110,6 +111,7 @@ class Finder {
   // Strands stand in the order of their sources. Cuts come in pairs.
   void PutInOrder() {
     Array<int32_t> order, place;
+    order.reserve(cuts_.size());
     for (std::size_t i = 0; i < cuts_.size(); ++i) order.push_back(static_cast<int32_t>(i));
     const auto cut = [this](int32_t i) -> const Cut& { return cuts_[static_cast<std::size_t>(i)]; };
     std::sort(order.begin(), order.end(), [&](int32_t i, int32_t k) {

@@ -18,6 +18,7 @@ class Emitter {
       : scene_(scene), operands_(operands), result_(result) {}
 
   Emitted Run() {
+    emitted_.origins.reserve(result_.parts.size());
     for (const int32_t i : InOrder()) EmitLoop(result_.loops[static_cast<std::size_t>(i)]);
     return std::move(emitted_);
   }
@@ -70,6 +71,7 @@ class Emitter {
 
   void EmitLoop(const ResultLoop& loop) {
     OwnedChain chain;
+    chain.Reserve(loop.parts);
     for (const Part& part : result_.PartsOf(loop)) EmitPart(part, chain);
     emitted_.loops.Add(std::move(chain));
   }

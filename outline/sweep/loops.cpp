@@ -31,6 +31,7 @@ void ForEachLoop(const Arrangement& arrangement,
                  FunctionRef<void(std::span<const int32_t>)> visit) {
   Array<int32_t> next = FollowersOf(arrangement);
   Array<int32_t> walk;
+  walk.reserve(next.size());
   Array<int32_t> step_at;  // by corner: the step of the walk that leaves it
   step_at.resize(arrangement.corners.size(), -1);
   for (std::size_t first = 0; first < next.size(); ++first) {

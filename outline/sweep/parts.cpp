@@ -24,6 +24,7 @@ class Collector {
 
   void Run(std::span<const int32_t> edges, double closed) {
     loop_.parts.clear();
+    loop_.parts.reserve(edges.size());
     loop_.moved = 0;
     for (const int32_t number : edges) Add(arrangement_.edge(number));
     JoinAround();

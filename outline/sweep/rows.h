@@ -13,6 +13,7 @@ namespace kurvo::outline {
 class Rows {
  public:
   void Clear() { entries_.clear(); }
+  void Reserve(std::size_t entries) { entries_.reserve(entries); }
   void Add(int32_t row, int32_t number) { entries_.push_back({row, number}); }
   void Sort(std::size_t rows) {
     begin_.assign(rows + 1, 0);
