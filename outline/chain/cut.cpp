@@ -78,15 +78,21 @@ bool IsCircle(const Curve& curve, const Frame& frame) {
   return is_circle;
 }
 
-// A free-form curve as a B-spline, in homogeneous coordinates of the frame.
+// A control point in homogeneous coordinates of the frame.
+struct HPoint {
+  Vec2 point;  // times the weight
+  double weight;
+  const double* source;  // of the control point that it still is
+};
+
+HPoint Mix(const HPoint& a, const HPoint& b, double share) {
+  return {Mix(a.point, b.point, share), (1 - share) * a.weight + share * b.weight, nullptr};
+}
+
+// A spline.
 struct Form {
-  struct Point {
-    Vec2 point;  // times the weight
-    double weight;
-    const double* source;  // of the control point that it still is
-  };
   int degree;
-  Array<Point> points;
+  Array<HPoint> points;
   Array<double> knots;
 
   // Cuts off what lies before u. With knots u_k <= u < u_k+1 the new control points are the
@@ -96,13 +102,12 @@ struct Form {
     const auto next = std::upper_bound(knots.begin() + p, knots.begin() + count, u);
     const int k = static_cast<int>(next - knots.begin()) - 1;
     const double* knot = knots.data();
-    Point* first = points.data() + (k - p);
+    HPoint* first = points.data() + (k - p);
     for (int r = 1; r <= p; ++r) {
       for (int i = 0; i <= p - r; ++i) {
         const double low = knot[k - p + r + i], high = knot[k + 1 + i];
         const double share = (u - low) / (high - low);
-        first[i] = {Mix(first[i].point, first[i + 1].point, share),
-                    (1 - share) * first[i].weight + share * first[i + 1].weight, nullptr};
+        first[i] = Mix(first[i], first[i + 1], share);
       }
     }
     points.erase(points.begin(), points.begin() + (k - p));
@@ -121,28 +126,33 @@ double WeightOf(const Coord&) { return 1; }
 double WeightOf(const HCoord& point) { return point[3]; }
 
 template <class Point>
-void Load(const Point* points, int count, const Frame& frame, Form& form) {
-  form.points.reserve(static_cast<std::size_t>(count));
+void Load(const Point* points, int count, const Frame& frame, HPoint* out) {
   for (int i = 0; i < count; ++i) {
     const double weight = WeightOf(points[i]);
-    form.points.push_back({weight * frame.Inwards(points[i]), weight, points[i]});
+    out[i] = {weight * frame.Inwards(points[i]), weight, points[i]};
   }
 }
 
-void Store(const Form::Point& point, const Frame& frame, double* out) {
+void Store(const HPoint& point, const Frame& frame, double* out) {
   if (point.source) return Set(out, {point.source[0], point.source[1]});
   Require(point.weight != 0, KURVO_ERR_WEIGHT);
   Set(out, frame.Outwards((1 / point.weight) * point.point));
 }
-void StoreWeight(const Form::Point&, Coord&) {}
-void StoreWeight(const Form::Point& point, HCoord& out) { out[3] = point.weight; }
+void StoreWeight(const HPoint&, Coord&) {}
+void StoreWeight(const HPoint& point, HCoord& out) { out[3] = point.weight; }
 
 template <class Point>
-void Store(const Form& form, const Frame& frame, Point* out) {
-  for (std::size_t i = 0; i < form.points.size(); ++i) {
-    Store(form.points[i], frame, out[i]);
-    StoreWeight(form.points[i], out[i]);
+void Store(const HPoint* points, int count, const Frame& frame, Point* out) {
+  for (int i = 0; i < count; ++i) {
+    Store(points[i], frame, out[i]);
+    StoreWeight(points[i], out[i]);
   }
+}
+
+// Cuts off what lies before u, by de Casteljau's algorithm.
+void CutStart(HPoint* points, int degree, double u) {
+  for (int r = 1; r <= degree; ++r)
+    for (int i = 0; i <= degree - r; ++i) points[i] = Mix(points[i], points[i + 1], u);
 }
 
 void Cut(Form& form, double from, double to, Domain domain) {
@@ -157,16 +167,17 @@ template <class Record>
 void AppendBezier(const Curve& curve, double from, double to, const Frame& frame,
                   Array<OwnedCurve>& parts) {
   const auto& bezier = BlockOf<Record>(curve);
-  Form form;
-  form.degree = bezier.degree;
-  Load(bezier.points, bezier.degree + 1, frame, form);
-  const auto half = static_cast<std::size_t>(bezier.degree) + 1;
-  form.knots.resize(2 * half);
-  std::fill_n(form.knots.begin(), half, 0.0);
-  std::fill_n(form.knots.begin() + bezier.degree + 1, half, 1.0);
-  Cut(form, from, to, {0, 1});
-  auto [part, block] = OwnedCurve::New<Record>(curve.type, bezier.degree);
-  Store(form, frame, block->points);
+  const int n = bezier.degree;
+  HPoint points[kMostDegree + 1];
+  Load(bezier.points, n + 1, frame, points);
+  if (from > 0) CutStart(points, n, from);
+  if (to < 1) {
+    std::reverse(points, points + n + 1);
+    CutStart(points, n, (1 - to) / (1 - std::max(from, 0.0)));
+    std::reverse(points, points + n + 1);
+  }
+  auto [part, block] = OwnedCurve::New<Record>(curve.type, n);
+  Store(points, n + 1, frame, block->points);
   parts.push_back(std::move(part));
 }
 
@@ -176,12 +187,13 @@ void AppendSpline(const Curve& curve, double from, double to, const Frame& frame
   const auto& spline = BlockOf<Record>(curve);
   Form form;
   form.degree = spline.order - 1;
-  Load(spline.points, spline.count, frame, form);
+  form.points.resize(static_cast<std::size_t>(spline.count));
+  Load(spline.points, spline.count, frame, form.points.data());
   form.knots.assign(spline.knots, spline.knots + spline.count + spline.order);
   Cut(form, from, to, DomainOf(curve));
   const auto count = static_cast<int32_t>(form.points.size());
   auto [part, block] = OwnedCurve::New<Record>(curve.type, spline.order, count);
-  Store(form, frame, block->points);
+  Store(form.points.data(), count, frame, block->points);
   for (std::size_t i = 0; i < form.knots.size(); ++i)
     block->knots[i] = (form.knots[i] - from) / (to - from);
   parts.push_back(std::move(part));

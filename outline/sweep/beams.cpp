@@ -30,6 +30,7 @@ void Beams::MakeBeams(double tol) {
   std::sort(heights_.begin(), heights_.end(),
             [](const Height& a, const Height& b) { return a.height < b.height; });
   beams_.clear();
+  beams_.reserve(heights_.size());
   beam_of_.resize(heights_.size());
   for (const Height& entry : heights_) {
     if (beams_.empty() || entry.height > beams_.back().low + kBeam * tol)
@@ -50,7 +51,13 @@ void Beams::Build(const Scene& scene, const Array<Strand>& strands, const Events
 void Beams::SortIntoRows(const Array<Strand>& strands, const Events& events) {
   for (Rows* rows : {&starts_, &flats_, &crossings_, &touched_, &of_strand_, &shared_of_})
     rows->Clear();
+  starts_.Reserve(strands.size());
+  crossings_.Reserve(events.crossings.size());
+  touched_.Reserve(strands.size() + 2 * events.crossings.size() + 4 * events.together.size());
+  shared_of_.Reserve(2 * events.together.size());
+  shared_.reserve(2 * events.together.size());
   tops_.clear();
+  tops_.reserve(strands.size());
   for (std::size_t i = 0; i < strands.size(); ++i) {
     const auto number = static_cast<int32_t>(i);
     const int32_t bottom = OfVertex(strands[i].low), top = OfVertex(strands[i].high);
@@ -86,6 +93,7 @@ void Beams::SortIntoRows(const Array<Strand>& strands, const Events& events) {
   crossings_.Sort(rows);
   touched_.Sort(rows);
   shared_of_.Sort(strands.size());
+  of_strand_.Reserve(touched_.size());
   for (int32_t k = 0; k < count(); ++k)
     for (const int32_t strand : touched_[k]) of_strand_.Add(strand, k);
   of_strand_.Sort(strands.size());

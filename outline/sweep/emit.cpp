@@ -46,8 +46,10 @@ class Emitter {
     };
     const Array<ResultLoop>& loops = result_.loops;
     Array<Key> keys;
+    keys.reserve(loops.size());
     for (const ResultLoop& loop : loops) keys.push_back(KeyOf(loop));
     Array<Entry> entries;
+    entries.reserve(loops.size());
     for (std::size_t i = 0; i < loops.size(); ++i) {
       const ResultLoop& loop = loops[i];
       const auto number = static_cast<int32_t>(i);
@@ -65,6 +67,7 @@ class Emitter {
              std::tuple(b.outer, outer(b), b.is_hole, b.own, b.loop);
     });
     Array<int32_t> order;
+    order.reserve(entries.size());
     for (const Entry& entry : entries) order.push_back(entry.loop);
     return order;
   }

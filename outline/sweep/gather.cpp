@@ -23,6 +23,8 @@ class Gatherer {
         taker_(scene, arrangement, closed, report, result) {}
 
   void Run() {
+    edges_.reserve(arrangement_.edges.size());
+    result_.parts.reserve(arrangement_.edges.size());
     ForEachLoop(arrangement_, [this](std::span<const int32_t> edges) { AddLoop(edges); });
     FindParents();
     for (std::size_t i = 0; i < loops_.size(); ++i) {

@@ -25,6 +25,8 @@ class Rows {
       numbers_[next_[static_cast<std::size_t>(entry.row)]++] = entry.number;
   }
 
+  // Of all rows.
+  std::size_t size() const { return entries_.size(); }
   std::span<const int32_t> operator[](int32_t row) const {
     const auto i = static_cast<std::size_t>(row);
     return {numbers_.data() + begin_[i], begin_[i + 1] - begin_[i]};

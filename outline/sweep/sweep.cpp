@@ -42,7 +42,16 @@ class Run {
         out_(out),
         status_(stage.strands.size()),
         windings_(stage, rules, status_),
-        assembler_(stage, fill, out) {}
+        assembler_(stage, fill, out) {
+    constexpr std::size_t kUsual = 16;  // strands in what is made anew at once
+    for (Row* row : {&lower_, &upper_}) {
+      row->strands.reserve(kUsual);
+      row->bundles.reserve(kUsual);
+    }
+    comers_.reserve(kUsual);
+    ranges_.reserve(kUsual);
+    sides_.reserve(kUsual);
+  }
 
   void AtBeam(int32_t k) {
     k_ = k;
@@ -322,6 +331,15 @@ class Run {
   Array<std::pair<double, int32_t>> sides_;
 };
 
+// A corner at each vertex and crossing, and an edge for each of these, are usual.
+void Reserve(const Scene& scene, const Events& events, Arrangement& out) {
+  const std::size_t corners = scene.vertices.size() + events.crossings.size();
+  out.corners.reserve(corners);
+  out.first_ray.reserve(corners + 1);
+  out.edges.reserve(corners);
+  out.rays.reserve(2 * corners);
+}
+
 }  // namespace
 
 void RunSweep(Scene& scene, const Array<Strand>& strands, const Array<int32_t>& rules,
@@ -335,6 +353,7 @@ void RunSweep(Scene& scene, const Array<Strand>& strands, const Array<int32_t>& 
     const Stage stage = {scene, strands, beams, marks};
     OrderCheck check(stage);
     out.Clear();
+    Reserve(scene, events, out);
     Run sweep(stage, rules, fill, check, out);
     for (int32_t k = 0; k < beams.count(); ++k) {
       if (k % kBeamsATell == 0) progress.Tell(0.5 + 0.4 * k / beams.count());
