@@ -5,10 +5,12 @@
 
 namespace kurvo::outline {
 
-// To the last bits, from values of different signs at the ends: false position whose held end is
-// halved (Dowell and Jarratt, the Illinois method, 1971), and a bisection every third step.
+// To the last bits, or to a value no larger than `enough`, from values of different signs at the
+// ends: false position whose held end is halved (Dowell and Jarratt, the Illinois method, 1971),
+// and a bisection every third step.
 template <class F>
-double SignChangeBetween(const F& f, double low, double high, double at_low, double at_high) {
+double SignChangeBetween(const F& f, double low, double high, double at_low, double at_high,
+                         double enough = 0) {
   constexpr int kMostSteps = 100;
   enum { kNone, kHigh, kLow } held = kNone;
   for (int step = 0; step < kMostSteps; ++step) {
@@ -17,7 +19,7 @@ double SignChangeBetween(const F& f, double low, double high, double at_low, dou
     if (!(t > low && t < high)) t = 0.5 * (low + high);
     if (!(t > low && t < high)) break;
     const double value = f(t);
-    if (value == 0) return t;
+    if (enough >= std::fabs(value)) return t;
     if ((value < 0) == (at_low < 0)) {
       low = t;
       at_low = value;

@@ -1,6 +1,7 @@
 #include "sweep/events.h"
 
 #include <limits>
+#include <utility>
 
 #include "pair/box_pairs.h"
 #include "pair/near_search.h"
@@ -16,6 +17,7 @@ constexpr double kNear = 0.5;          // sides that differ by no more are near
 constexpr double kClose = 0.35;        // curves that are no farther apart are
 constexpr double kLeastRise = 0x1p-4;  // stretches that are no higher are events
 constexpr double kPad = 0x1p-7;        // heights that are kept beside what is near
+constexpr double kSame = 0x1p-20;      // sides that differ by no more at a crossing
 constexpr double kBeside = 0x1p-3;     // heights within which ends are reached
 constexpr double kAtVertex = 4;        // what is so near to a vertex in height belongs to it
 constexpr double kShort = 16;          // shorter ones are events however they end
@@ -185,7 +187,7 @@ class Finder {
     }
     const auto apart = [this](double height) { return Apart(height); };
     const double height =
-        changes ? SignChangeBetween(apart, from, to, at_from, at_to) : Closest(near);
+        changes ? SignChangeBetween(apart, from, to, at_from, at_to, kSame * tol_) : Closest(near);
     const int32_t sense = !changes ? 0 : at_from > 0 ? 1 : -1;
     events_.crossings.push_back({height, SideAt(height), i, k, sense});
   }
@@ -201,14 +203,23 @@ class Finder {
   double Closest(const NearHeights& near) const {
     if (near.low <= low_ + kBeside * tol_ && tol_ >= std::fabs(Apart(low_))) return low_;
     if (near.high >= high_ - kBeside * tol_ && tol_ >= std::fabs(Apart(high_))) return high_;
-    double low = near.low, high = near.high;
+    // Golden section search (Kiefer 1953).
+    constexpr double kShare = 0.61803398874989485;
     constexpr int kSteps = 40;
+    double low = near.low, high = near.high;
+    double first = high - kShare * (high - low), second = low + kShare * (high - low);
+    double at_first = std::fabs(Apart(first)), at_second = std::fabs(Apart(second));
     for (int step = 0; step < kSteps && high - low > kBeside * tol_; ++step) {
-      const double third = (high - low) / 3;
-      if (std::fabs(Apart(low + third)) < std::fabs(Apart(high - third))) {
-        high -= third;
+      if (at_first < at_second) {
+        high = std::exchange(second, first);
+        at_second = at_first;
+        first = high - kShare * (high - low);
+        at_first = std::fabs(Apart(first));
       } else {
-        low += third;
+        low = std::exchange(first, second);
+        at_first = at_second;
+        second = low + kShare * (high - low);
+        at_second = std::fabs(Apart(second));
       }
     }
     return 0.5 * (low + high);

@@ -17,7 +17,8 @@ double FootOnBezier(const Strand& strand, double tol, Vec2 point) {
   const double at_a = Dot(a - point, b - a), at_b = Dot(b - point, b - a);
   if (!(at_a < 0)) return from;
   if (!(at_b > 0)) return to;
-  return SignChangeBetween(along, from, to, at_a, at_b);
+  constexpr double kSame = 0x1p-20;  // of tol: how far beside the foot it may be
+  return SignChangeBetween(along, from, to, at_a, at_b, kSame * tol * Length(b - a));
 }
 
 }  // namespace
