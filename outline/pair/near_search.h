@@ -15,6 +15,11 @@ struct NearHeights {
   double low, high;
 };
 
+// A height, and where two graphs have it.
+struct CommonLevel {
+  double height, a, b;
+};
+
 // What a search goes by, lengths.
 struct NearLimits {
   SideReach sides;      // when sides are apart, and when near
@@ -39,9 +44,9 @@ class NearSearch {
       : a_(a), b_(b), limits_(limits), rules_(rules), found_(found), first_(found.size()) {}
 
   void Run(double low, double high) {
-    Run({low, a_.LevelAt(low), b_.LevelAt(low)}, {high, a_.LevelAt(high), b_.LevelAt(high)},
-        kMostDepth);
+    Run({low, a_.LevelAt(low), b_.LevelAt(low)}, {high, a_.LevelAt(high), b_.LevelAt(high)});
   }
+  void Run(const CommonLevel& bottom, const CommonLevel& top) { Run(bottom, top, kMostDepth); }
 
   void Add(double low, double high) {
     if (found_.size() > first_ && low <= found_.back().high + limits_.least_rise) {
@@ -55,12 +60,7 @@ class NearSearch {
   static constexpr int kMostDepth = 90;
   static constexpr double kUseful = 0.6;  // of the heights: a cut that leaves more is a halving
 
-  // A height, and where the graphs have it.
-  struct Level {
-    double height, a, b;
-  };
-
-  void Run(const Level& bottom, const Level& top, int depth) {
+  void Run(const CommonLevel& bottom, const CommonLevel& top, int depth) {
     const double low = bottom.height, high = top.height;
     const Stretch a = a_.Between(low, high, bottom.a, top.a);
     const Stretch b = b_.Between(low, high, bottom.b, top.b);
@@ -96,12 +96,12 @@ class NearSearch {
     }
     const double height = 0.5 * (low + high);
     if (!(height > low && height < high)) return Add(low, high);
-    const Level middle = Between(bottom, top, height);
+    const CommonLevel middle = Between(bottom, top, height);
     Run(bottom, middle, depth - 1);
     Run(middle, top, depth - 1);
   }
 
-  Level Between(const Level& bottom, const Level& top, double height) const {
+  CommonLevel Between(const CommonLevel& bottom, const CommonLevel& top, double height) const {
     return {
         height,
         a_.LevelAt(height, {bottom.height, bottom.a}, {top.height, top.a}, limits_.height_error),

@@ -7,6 +7,7 @@
 #include "pair/near_search.h"
 #include "strand/bracket.h"
 #include "strand/place_order.h"
+#include "sweep/lone_crossings.h"
 
 namespace kurvo::outline {
 namespace {
@@ -17,7 +18,6 @@ constexpr double kNear = 0.5;          // sides that differ by no more are near
 constexpr double kClose = 0.35;        // curves that are no farther apart are
 constexpr double kLeastRise = 0x1p-4;  // stretches that are no higher are events
 constexpr double kPad = 0x1p-7;        // heights that are kept beside what is near
-constexpr double kSame = 0x1p-20;      // sides that differ by no more at a crossing
 constexpr double kBeside = 0x1p-3;     // heights within which ends are reached
 constexpr double kAtVertex = 4;        // what is so near to a vertex in height belongs to it
 constexpr double kShort = 16;          // shorter ones are events however they end
@@ -144,10 +144,16 @@ class Finder {
       if (a_->high == b_->low || a_->low == b_->high) return;  // one goes on where the other ends
       if (tol_ >= std::fabs(Apart(low_))) near_.push_back({low_, low_});
     } else {
+      const CommonLevel low = LevelAt(low_), high = LevelAt(high_);
+      if (const auto lone = FindLoneCrossings(*a_, *b_, low, high, tol_)) {
+        for (const auto& [height, side, sense] : *lone)
+          events_.crossings.push_back({height, side, i, k, sense});
+        return;
+      }
       const SideReach sides = {kSure * kNear * tol_, kNear * tol_, kClose * tol_};
       const NearLimits limits = {sides, kLeastRise * tol_, kPad * tol_, 0};
       Rules rules(*a_, *b_);
-      NearSearch<Strand, Rules>(*a_, *b_, limits, rules, near_).Run(low_, high_);
+      NearSearch<Strand, Rules>(*a_, *b_, limits, rules, near_).Run(low, high);
       events_.capped += rules.HitLimit();
       ends_meet = rules.EndsMeet();
     }
@@ -156,6 +162,9 @@ class Finder {
   }
 
  private:
+  CommonLevel LevelAt(double height) const {
+    return {height, a_->LevelAt(height), b_->LevelAt(height)};
+  }
   double Apart(double height) const { return a_->At(height) - b_->At(height); }
 
   // Whether chords and bends tell that one lies to one side of the other: most pairs need no
@@ -186,8 +195,9 @@ class Finder {
       return;
     }
     const auto apart = [this](double height) { return Apart(height); };
-    const double height =
-        changes ? SignChangeBetween(apart, from, to, at_from, at_to, kSame * tol_) : Closest(near);
+    const double height = changes
+                              ? SignChangeBetween(apart, from, to, at_from, at_to, kSameSide * tol_)
+                              : Closest(near);
     const int32_t sense = !changes ? 0 : at_from > 0 ? 1 : -1;
     events_.crossings.push_back({height, SideAt(height), i, k, sense});
   }

@@ -37,6 +37,17 @@ double Strand::SideAt(double v) const {
   return side / BernsteinSum(degree, v, [this](int i) { return w[i]; });
 }
 
+StrandPlace Strand::PlaceAt(double height) const {
+  if (kind == Span::Kind::kLine) return {0, At(height), chord_slope};
+  if (kind == Span::Kind::kArc) {
+    const double side = SideOfArc(height);
+    return {0, side, (centre.y - height) / (side - centre.x)};
+  }
+  const double v = ParameterAt(height);
+  const double run = x1 + v * (2 * x2 + 3 * v * x3), rise = y1 + v * (2 * y2 + 3 * v * y3);
+  return {v, SideAt(v), run / rise};
+}
+
 double Strand::HeightAt(double v, double& slope) const {
   if (kind == Span::Kind::kBezier && degree <= 3) {
     slope = y1 + v * (2 * y2 + 3 * v * y3);

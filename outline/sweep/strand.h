@@ -12,6 +12,11 @@
 
 namespace kurvo::outline {
 
+// A point of a strand: its level (below), its side, and the slope there, side over height.
+struct StrandPlace {
+  double v, side, slope;
+};
+
 // From its lower to its upper vertex over v in [0, 1]. Arrays lie in the arena of the scene.
 struct Strand {
   Span::Kind kind;
@@ -44,6 +49,12 @@ struct Strand {
     return kind == Span::Kind::kLine || kind == Span::Kind::kArc ? 0 : ParameterAt(height);
   }
   double LevelAt(double height, KnownLevel below, KnownLevel above, double) const;
+  // At(height), where the level is known.
+  double SideAt(double height, double level) const {
+    return kind == Span::Kind::kLine || kind == Span::Kind::kArc ? At(height) : SideAt(level);
+  }
+  // Of lines, arcs, and Bezier strands up to cubics.
+  StrandPlace PlaceAt(double height) const;
   // Of an arc: the share of it at the direction of a point from its centre.
   double TurnTo(Vec2 point) const;
   Stretch Between(double from, double to, double v_from, double v_to) const;
