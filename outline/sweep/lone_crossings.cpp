@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace kurvo::outline {
 namespace {
@@ -123,15 +124,19 @@ std::optional<LoneCrossings> OfArcs(const Strand& a, const Strand& b, double low
   constexpr double kMostRadius = 0x1p40;                          // of tol, which rounding is not
   const double shorter = std::min(a.radius, b.radius), longer = std::max(a.radius, b.radius);
   if (!(shorter >= kLeastRadius * tol && kMostRadius * tol >= longer)) return std::nullopt;
-  const Vec2 way = b.centre - a.centre;
-  const double square = Dot(way, way), both = a.radius + b.radius + tol;
+  // Two circles have the same crossings, to the last bit, whichever is the first of the pair.
+  const bool in_order = std::tie(a.centre.x, a.centre.y) < std::tie(b.centre.x, b.centre.y);
+  const Circle from = (in_order ? a : b).circle(), to = (in_order ? b : a).circle();
+  const Vec2 way = to.centre - from.centre;
+  const double square = Dot(way, way), both = from.radius + to.radius + tol;
   if (square > both * both) return LoneCrossings{};
   // At the share `along` of the way and `off` to its left and right.
-  const double along = 0.5 + 0.5 * ((a.radius - b.radius) * (a.radius + b.radius)) / square;
-  const double off_square = (a.radius * a.radius) / square - along * along;
+  const double squares = (from.radius - to.radius) * (from.radius + to.radius);
+  const double along = 0.5 + 0.5 * squares / square;
+  const double off_square = (from.radius * from.radius) / square - along * along;
   const double off = std::sqrt(std::max(off_square, 0.0));
-  if (!(off * square >= kLeastSine * (a.radius * b.radius))) return std::nullopt;
-  const Vec2 middle = a.centre + along * way, to_side = off * Left(way);
+  if (!(off * square >= kLeastSine * (from.radius * to.radius))) return std::nullopt;
+  const Vec2 middle = from.centre + along * way, to_side = off * Left(way);
   LoneCrossings found;
   for (const double sign : {to_side.y > 0 ? -1.0 : 1.0, to_side.y > 0 ? 1.0 : -1.0}) {
     const Vec2 p = middle + sign * to_side;
