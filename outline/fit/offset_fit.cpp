@@ -212,19 +212,21 @@ class CellStrips {
     const auto look = [&](double u) { return u == from ? start : u == to ? end : LookAt(u); };
     const std::size_t first = list_.pieces.size();
     const double off_before = list_.off;
-    Breaks needed;  // cubics up to each stop
-    needed.Add(0);
+    Breaks off;  // of each of them
     bool fits = true;
     for (std::size_t i = 1; i < stops.count; ++i) {
       const double u0 = stops.at[i - 1], u1 = stops.at[i];
       const SideFit fit = FitSide(side_, look(u0), u0, look(u1), u1, tol_);
       fits = fits && tol_ >= fit.off;
       Take(fit, u0, u1);
-      needed.Add(needed.at[i - 1] + CubicsFor(fit.off));
+      off.Add(fit.off);
     }
     if (fits) return;
     list_.pieces.resize(first);
     list_.off = off_before;
+    Breaks needed;  // cubics up to each stop
+    needed.Add(0);
+    for (std::size_t i = 0; i < off.count; ++i) needed.Add(needed.at[i] + CubicsFor(off.at[i]));
     const double all = needed.at[stops.count - 1];
     const int count = static_cast<int>(std::ceil(all));
     double at = from;

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "fit/cubic.h"
-
 namespace kurvo::outline {
 namespace {
 
@@ -32,27 +30,19 @@ bool OverChord::Solve(const Under& want, double& a, double& b) const {
   return a > 0 && b > 0 && a <= kLongestHandle && b <= kLongestHandle;
 }
 
-// With the derivatives by both lengths.
+// Both integrals from products of Bernstein polynomials, with the derivatives by both lengths.
 Under OverChord::At(double a, double b, double& area_a, double& area_b, double& moment_a,
                     double& moment_b) const {
-  const Vec2 points[] = {{0, 0}, a * leaves_, Vec2{1, 0} - b * arrives_, {1, 0}};
-  Under under = {0, 0};
-  area_a = area_b = moment_a = moment_b = 0;
-  for (int i = 0; i < 5; ++i) {
-    const double t = kFiveNodes[i], s = 1 - t, w = kFiveWeights[i];
-    const Vec2 p = CubicAt(points, t), v = CubicDerivatives(points, t).first;
-    const double first = 3 * s * s * t, last = 3 * s * t * t;
-    const double first_slope = 3 * s * (s - 2 * t), last_slope = 3 * t * (2 * s - t);
-    const Vec2 by_a = first * leaves_, by_b = -last * arrives_;
-    const double slope_a = first_slope * leaves_.x, slope_b = -last_slope * arrives_.x;
-    under.area += w * p.y * v.x;
-    under.moment += w * p.x * p.y * v.x;
-    area_a += w * (by_a.y * v.x + p.y * slope_a);
-    area_b += w * (by_b.y * v.x + p.y * slope_b);
-    moment_a += w * ((by_a.x * p.y + p.x * by_a.y) * v.x + p.x * p.y * slope_a);
-    moment_b += w * ((by_b.x * p.y + p.x * by_b.y) * v.x + p.x * p.y * slope_b);
-  }
-  return under;
+  const double p = a * leaves_.x, q = 1 - b * arrives_.x;     // sides of the inner control points
+  const double up_p = a * leaves_.y, up_q = -b * arrives_.y;  // and their heights
+  const double of_p = (9 * p * q + 6 * p + 9 * q * q + 15 * q + 10) / 280;
+  const double of_q = (-9 * p * p - 9 * p * q + 15 * q + 35) / 280;
+  area_a = 0.15 * (leaves_.y * (1 + q) - up_q * leaves_.x);
+  area_b = -0.15 * (arrives_.y * (2 - p) + up_p * arrives_.x);
+  moment_a = leaves_.y * of_p + leaves_.x * (up_p * (9 * q + 6) - up_q * (18 * p + 9 * q)) / 280;
+  moment_b =
+      -arrives_.y * of_q - arrives_.x * (up_p * (9 * p + 18 * q + 15) + up_q * (15 - 9 * p)) / 280;
+  return {0.15 * (up_p * (1 + q) + up_q * (2 - p)), up_p * of_p + up_q * of_q};
 }
 
 }  // namespace kurvo::outline

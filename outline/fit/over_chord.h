@@ -11,13 +11,6 @@ struct Under {
   double area, moment;
 };
 
-// Nodes and weights of the Gauss-Legendre rule of five points on [0, 1]: exact up to degree 9, the
-// integrand x y dx of a cubic having degree 8.
-inline constexpr double kFiveNodes[] = {0.046910077030668, 0.230765344947158, 0.5,
-                                        0.769234655052842, 0.953089922969332};
-inline constexpr double kFiveWeights[] = {0.118463442528095, 0.239314335249683, 0.284444444444444,
-                                          0.239314335249683, 0.118463442528095};
-
 // A cubic over the chord [0, 1] with handles of lengths a and b in given directions.
 class OverChord {
  public:

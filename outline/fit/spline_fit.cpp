@@ -8,6 +8,13 @@
 namespace kurvo::outline {
 namespace {
 
+// Nodes and weights of the Gauss-Legendre rule of five points on [0, 1]: exact up to degree 9, the
+// integrand x y dx of a cubic having degree 8.
+constexpr double kFiveNodes[] = {0.046910077030668, 0.230765344947158, 0.5, 0.769234655052842,
+                                 0.953089922969332};
+constexpr double kFiveWeights[] = {0.118463442528095, 0.239314335249683, 0.284444444444444,
+                                   0.239314335249683, 0.118463442528095};
+
 constexpr double kTinyStretch = 0x1p-36;         // of the size: below it a stretch is a point
 constexpr double kShortStretch = 0x1p-16;        // of the size: below it tangents need not meet
 constexpr double kStraight = 1e-9;               // radians between tangents and chord of a line
