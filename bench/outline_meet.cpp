@@ -78,6 +78,7 @@ BENCHMARK(MeetAll)
     ->Arg(2)
     ->Arg(3)
     ->Arg(5)
+    ->Arg(9)
     ->Unit(benchmark::kMillisecond);
 
 // Squares, their sides in any order.

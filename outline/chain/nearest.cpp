@@ -76,10 +76,11 @@ class OnePoint {
     Glances glances(epsilon);
     double least = std::numeric_limits<double>::infinity();
     int nearest = -1;
-    glances.ForEach(chain_, [&, at = Pair(at_), none = Pair(0.0)](int i, const Glance& glance) {
+    glances.ForEach(chain_, [&least, &nearest, bounds = bounds_, at = Pair(at_), none = Pair(0.0)](
+                                int i, const Glance& glance) {
       const Pair outside = Most(Most(glance.low - at, at - glance.high), none);
       const double bound = SquaredLength(outside);
-      bounds_[i] = bound;
+      bounds[i] = bound;
       if (bound < least) {
         least = bound;
         nearest = i;
@@ -95,8 +96,8 @@ class OnePoint {
 
   Nearest Find() {
     Search(nearest_);
-    for (int i = 0; i < chain_.count; ++i)
-      if (i != nearest_ && bounds_[i] * inverse_square_ <= feet_.limit()) Search(i);
+    for (int i = 0; (i = NextWithin(feet_.limit(), i)) < chain_.count; ++i)
+      if (i != nearest_) Search(i);
 
     const Foot& foot = feet_.First();
     LaterPlace later(frame_, foot.u);
@@ -113,6 +114,14 @@ class OnePoint {
   }
 
  private:
+  // The first curve from `i` on whose box is within the limit, a squared length.
+  int NextWithin(double limit, int i) const {
+    const double *const bounds = bounds_, scale = inverse_square_;
+    const int count = chain_.count;
+    while (i < count && !(bounds[i] * scale <= limit)) ++i;
+    return i;
+  }
+
   // Of a curve with many spans the nearest box goes first, so that most others need no look.
   void Search(int index) {
     const Curve& curve = chain_.curves[index];

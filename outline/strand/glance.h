@@ -33,33 +33,32 @@ class Glances {
   // Calls use(index, glance); boxes of a chain that is refused in the end may hold anything.
   template <class Use>
   void ForEach(const Cvseq& chain, const Use& use) {
-    Pair low = low_, high = high_, sum(0.0), before(0.0);
-    bool joined = true, has_before = false;
+    Seen seen = {low_, high_, Pair(0.0), Pair(0.0), true};
+    bool has_before = false;
     for (int i = 0; i < chain.count; ++i) {
-      const Curve& curve = chain.curves[i];
+      if (has_before) i = PassBeziers(chain, i, seen, use);
+      if (i == chain.count) break;
       Glance glance;
-      if (GlanceAtBezier(curve, sum, glance)) {
-        low = Least(glance.low, low);
-        high = Most(glance.high, high);
-      } else {
-        const Other other = GlanceAtOther(curve);
+      if (!GlanceAtBezier(chain.curves[i], seen, glance)) {
+        const Other other = GlanceAtOther(chain.curves[i]);
         glance = other.glance;
-        low = Least(other.low, low);
-        high = Most(other.high, high);
+        seen.Add(other.low, other.high);
       }
       use(i, glance);
       if (!glance.has_ends) continue;
-      joined = joined && (!has_before || Meets(before, glance.start));
-      if (!has_before) first_ = glance.start.both();
+      if (has_before)
+        seen.Join(glance, epsilon_ * epsilon_);
+      else
+        first_ = glance.start.both();
       has_before = true;
-      before = glance.end;
+      seen.before = glance.end;
     }
-    low_ = low;
-    high_ = high;
-    last_ = before.both();
+    low_ = seen.low;
+    high_ = seen.high;
+    last_ = seen.before.both();
     has_ends_ = has_before;
-    if (!IsSound(sum.x() + sum.y())) CheckAgain(chain);
-    Require(joined, KURVO_ERR_CHAIN_ENDS);
+    if (!IsSound(seen.sum.x() + seen.sum.y())) CheckAgain(chain);
+    if (!seen.joined) RequireJoined(chain, epsilon_);
   }
 
   // Of all chains: that of CheckChain.
@@ -68,31 +67,66 @@ class Glances {
   bool IsClosed() const { return !has_ends_ || Meet(last_, first_, epsilon_); }
 
  private:
-  // Squares that vanish or overflow fail, and the slow way tells.
-  bool Meets(Pair a, Pair b) const {
-    return SquaredLength(a - b) < epsilon_ * epsilon_ || Meet(a.both(), b.both(), epsilon_);
+  // Of the curves so far.
+  struct Seen {
+    Pair low, high;  // of control points
+    Pair sum;        // of their coordinates: not a number where one of them is not
+    Pair before;     // the last end
+    bool joined;     // false also where squares vanish or overflow
+
+    void Add(Pair least, Pair most) {
+      low = Least(least, low);
+      high = Most(most, high);
+    }
+    void Join(const Glance& next, double square) {
+      joined &= SquaredLength(before - next.start) < square;
+    }
+  };
+
+  // Passes over Bezier curves. Result: the index of what comes after them. Nothing is called here,
+  // so that all that is known so far stays in registers.
+  template <class Use>
+  int PassBeziers(const Cvseq& chain, int i, Seen& known, const Use& use) const {
+    Seen seen = known;
+    const double square = epsilon_ * epsilon_;
+    Glance glance;
+    for (; i < chain.count && GlanceAtBezier(chain.curves[i], seen, glance); ++i) {
+      use(i, glance);
+      seen.Join(glance, square);
+      seen.before = glance.end;
+    }
+    known = seen;
+    return i;
   }
 
-  // Adds the coordinates to the sum: it is not a number where one of them is not.
-  static bool GlanceAtBezier(const Curve& curve, Pair& sum, Glance& glance) {
+  static bool GlanceAtBezier(const Curve& curve, Seen& seen, Glance& glance) {
+    constexpr int kUsual = 3;  // degree, for which the loop is made plain
     if (curve.type != CV_BEZIER || !curve.data) return false;
     const auto& bezier = BlockOf<KurvoBezier>(curve);
     if (!bezier.points || bezier.degree < 0 || bezier.degree > kMostDegree) return false;
-    const double* last = bezier.points[bezier.degree];
-    glance.start = Pair(*bezier.points);
+    const double* first = *bezier.points;
+    if (bezier.degree == kUsual)
+      GlanceAtPoints(first, first + 3 * kUsual, seen, glance);
+    else
+      GlanceAtPoints(first, first + 3 * std::ptrdiff_t{bezier.degree}, seen, glance);
+    return true;
+  }
+
+  static void GlanceAtPoints(const double* first, const double* last, Seen& seen, Glance& glance) {
+    glance.start = Pair(first);
     glance.end = Pair(last);
     glance.low = Least(glance.end, glance.start);
     glance.high = Most(glance.end, glance.start);
-    Pair own = glance.start + glance.end;
-    for (const double* p = *bezier.points + 3; p < last; p += 3) {
+    Pair sum = glance.start + glance.end;
+    for (const double* p = first + 3; p < last; p += 3) {
       const Pair point(p);
       glance.low = Least(point, glance.low);
       glance.high = Most(point, glance.high);
-      own = own + point;
+      sum = sum + point;
     }
-    sum = sum + own;
     glance.has_ends = true;
-    return true;
+    seen.sum = seen.sum + sum;
+    seen.Add(glance.low, glance.high);
   }
 
   struct Other {
