@@ -14,25 +14,30 @@ constexpr double kLeastSine = 0.1;    // of the angle between wedges: two pieces
 constexpr double kClearOfEnds = 512;  // of the tolerance: far more than contacts there reach
 constexpr double kBeyond = 0.25;      // of the chords: pieces bend, so that they may cross all the
                                       // same
-constexpr double kSettled = 0x1p-50;  // of the parameters
+constexpr double kSettled = 0x1p-28;  // of the parameters: Newton's next step is about its square
 constexpr int kMostSteps = 10;
 
 // Directions of less than a quarter turn, counter-clockwise from the first to the last.
 class Wedge {
  public:
   void Add(Vec2 direction) {
-    const double length = Length(direction);
-    if (!(length > 0)) return;
-    const Vec2 unit = (1 / length) * direction;
-    if (is_empty_) first_ = last_ = unit;
+    if (!(SquaredLength(direction) > 0)) return;
+    if (is_empty_) first_ = last_ = direction;
     is_empty_ = false;
-    if (!(Dot(first_, unit) > 0 && Dot(last_, unit) > 0)) is_wide_ = true;
-    if (Cross(first_, unit) < 0) first_ = unit;
-    if (Cross(last_, unit) > 0) last_ = unit;
+    if (!(Dot(first_, direction) > 0 && Dot(last_, direction) > 0)) is_wide_ = true;
+    if (Cross(first_, direction) < 0) first_ = direction;
+    if (Cross(last_, direction) > 0) last_ = direction;
   }
-  bool IsSound() const { return !is_empty_ && !is_wide_ && Dot(first_, last_) > 0; }
+  // When all have been added. Result: whether it is one.
+  bool Close() {
+    if (is_empty_ || is_wide_ || !(Dot(first_, last_) > 0)) return false;
+    const bool is_one = first_ == last_;
+    first_ = (1 / Length(first_)) * first_;
+    last_ = is_one ? first_ : (1 / Length(last_)) * last_;
+    return true;
+  }
 
-  // Of two sound ones: whether every direction of this one is to the other side of every one of
+  // Of two that are: whether every direction of this one is to the other side of every one of
   // that, or more than a quarter turn away from all.
   bool IsApartFrom(const Wedge& other) const {
     bool left = true, right = true, behind = true;
@@ -87,9 +92,9 @@ struct Wedges {
       after.Add((is_rational ? (1 / high_weight[i]) * high[i] : high[i]) - point);
   }
 
+  bool Close() { return before.Close() && after.Close(); }
+
   bool AreApartFrom(const Wedges& other) const {
-    for (const Wedge* wedge : {&before, &after, &other.before, &other.after})
-      if (!wedge->IsSound()) return false;
     return before.IsApartFrom(other.before) && before.IsApartFrom(other.after) &&
            after.IsApartFrom(other.before) && after.IsApartFrom(other.after);
   }
@@ -100,13 +105,20 @@ struct Motion {
   Vec2 point, velocity;
 };
 Motion MotionAt(const Span& span, double u) {
+  if (span.kind == Span::Kind::kBezier && span.degree > 3) {
+    Motion motion;
+    const auto at = [&span](int i) { return span.points[i]; };
+    motion.point = BernsteinSumWithSlope(span.degree, u, at, motion.velocity);
+    return motion;
+  }
   if (span.kind != Span::Kind::kArc) return {PointAt(span, u), VelocityAt(span, u)};
   const double angle = span.angle + u * span.sweep;
   const Vec2 out = span.radius * Vec2{std::cos(angle), std::sin(angle)};
   return {span.centre + out, span.sweep * Left(out)};
 }
 
-// Newton's method on A(u) = B(v), from where the chords cross.
+// Newton's method on A(u) = B(v), from where the chords cross; what leaves the pieces twice running
+// is given up.
 bool Settle(const Span& a, const Span& b, double& u, double& v) {
   const Vec2 gap = b.Start() - a.Start();
   const Vec2 chord_a = a.End() - a.Start(), chord_b = b.End() - b.Start();
@@ -115,6 +127,7 @@ bool Settle(const Span& a, const Span& b, double& u, double& v) {
   v = Cross(gap, chord_a) / by;
   constexpr double kLow = -kBeyond, kHigh = 1 + kBeyond;
   if (!(u >= kLow && u <= kHigh && v >= kLow && v <= kHigh)) return false;
+  bool was_outside = false;
   for (int step = 0; step < kMostSteps; ++step) {
     u = std::clamp(u, 0.0, 1.0);
     v = std::clamp(v, 0.0, 1.0);
@@ -125,8 +138,10 @@ bool Settle(const Span& a, const Span& b, double& u, double& v) {
     u += du;
     v += dv;
     if (!(std::isfinite(u) && std::isfinite(v))) return false;
-    if (kSettled >= std::fabs(du) && kSettled >= std::fabs(dv))
-      return u > 0 && u < 1 && v > 0 && v < 1;
+    const bool is_inside = u > 0 && u < 1 && v > 0 && v < 1;
+    if (kSettled >= std::fabs(du) && kSettled >= std::fabs(dv)) return is_inside;
+    if (!is_inside && was_outside) return false;
+    was_outside = !is_inside;
   }
   return false;
 }
@@ -153,7 +168,10 @@ std::optional<PlainCrossings::Crossing> PlainCrossings::Find(int32_t i, int32_t 
   const Vec2 on_a = PointAt(a, u), on_b = PointAt(b, v);
   for (const Vec2 end : {a.Start(), a.End(), b.Start(), b.End()})
     if (!(Length(end - on_a) > clear_)) return std::nullopt;
-  if (!Wedges(a, u, on_a).AreApartFrom(Wedges(b, v, on_b))) return std::nullopt;
+  Wedges of_a(a, u, on_a);
+  if (!of_a.Close()) return std::nullopt;
+  Wedges of_b(b, v, on_b);
+  if (!(of_b.Close() && of_a.AreApartFrom(of_b))) return std::nullopt;
   if (with_itself_ && !IsFarAlong(crossing)) return std::nullopt;
   return crossing;
 }

@@ -59,6 +59,8 @@ double Graph::HeightOfBezier(double s, double& slope) const {
   return WithDegree(degree_, [&](int n) {
     const auto height = [this](int i) { return height_[i]; };
     const auto rise = [this](int i) { return height_[i + 1] - height_[i]; };
+    const bool is_plain = kind_ == Span::Kind::kBezier && n > 3;
+    if (is_plain) return BernsteinSumWithSlope(n, s, height, slope);
     const double value = BernsteinSum(n, s, height);
     const double first = n * BernsteinSum(n - 1, s, rise);
     if (kind_ == Span::Kind::kBezier) {

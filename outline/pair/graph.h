@@ -41,6 +41,10 @@ struct Stretch {
   // Bounds the bends, where the sides at the ends are known.
   void BendAsControls();
   void BendAsArc(double radius, double bulge);
+
+  double ChordAt(double h) const {
+    return at_low + (at_high - at_low) * ((h - low) / (high - low));
+  }
 };
 
 // A point of a graph: its height, and its parameter.
@@ -84,7 +88,9 @@ class Graph {
   double ParameterAt(double height) const { return ParameterAt(height, {low_, 0}, {high_, 1}, 0); }
   // The same where two points of the graph are known between which it lies, to within `miss`.
   double ParameterAt(double height, KnownLevel below, KnownLevel above, double miss) const;
-  double LevelAt(double height) const { return ParameterAt(height); }
+  double LevelAt(double height, double miss) const {
+    return ParameterAt(height, {low_, 0}, {high_, 1}, miss);
+  }
   double LevelAt(double height, KnownLevel below, KnownLevel above, double miss) const {
     return ParameterAt(height, below, above, miss);
   }
@@ -94,6 +100,7 @@ class Graph {
   double ToPiece(double s) const { return falls_ ? 1 - s : s; }
 
   Stretch Between(double low, double high, double s_low, double s_high) const;
+  Stretch Whole() const { return Between(low_, high_, 0, 1); }
 
  private:
   Vec2 Turned(Vec2 p) const { return {Dot(p, axis_.Right()), Dot(p, axis_.up)}; }

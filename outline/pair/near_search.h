@@ -43,9 +43,6 @@ class NearSearch {
              Array<NearHeights>& found)
       : a_(a), b_(b), limits_(limits), rules_(rules), found_(found), first_(found.size()) {}
 
-  void Run(double low, double high) {
-    Run({low, a_.LevelAt(low), b_.LevelAt(low)}, {high, a_.LevelAt(high), b_.LevelAt(high)});
-  }
   void Run(const CommonLevel& bottom, const CommonLevel& top) { Run(bottom, top, kMostDepth); }
 
   void Add(double low, double high) {

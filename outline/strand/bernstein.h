@@ -59,6 +59,26 @@ inline auto BernsteinSum(int n, double t, const Coefficient& coefficient) {
   return sum;
 }
 
+// The same with the first derivative, whose digits are as many as those of the coefficients, not of
+// their differences: by the last step of de Casteljau's algorithm.
+template <class Coefficient, class T>
+inline T BernsteinSumWithSlope(int n, double t, const Coefficient& coefficient, T& slope) {
+  const double s = 1 - t;
+  T low = coefficient(0), high = coefficient(1);
+  double power = 1, binomial = 1;  // t^i, n - 1 over i
+  for (int i = 1; i < n; ++i) {
+    power *= t;
+    binomial = n - 1 <= kMostTabled
+                   ? kBinomials[static_cast<std::size_t>(n - 1)][static_cast<std::size_t>(i)]
+                   : binomial * (n - i) / i;
+    const double weight = power * binomial;
+    low = s * low + weight * coefficient(i);
+    high = s * high + weight * coefficient(i + 1);
+  }
+  slope = static_cast<double>(n) * (high - low);
+  return s * low + t * high;
+}
+
 // Calls f with the degree as a constant for the usual ones, so that the sums unroll.
 template <class F>
 inline auto WithDegree(int degree, const F& f) {
