@@ -30,7 +30,6 @@ class Pieces {
   // An arc or a Bezier curve as it is, but for z.
   void Copy(const Curve& curve);
   Cvseq Release() { return chain_.Release(); }
-  OwnedChain Take() { return std::move(chain_); }
 
  private:
   void Add(OwnedCurve curve, Vec2 end);

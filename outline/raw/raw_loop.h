@@ -4,17 +4,17 @@
 #include <kurvo_outline.h>
 
 #include "base/memory.h"
-#include "base/owned.h"
 #include "fit/offset_fit.h"
 #include "strand/frame.h"
 
 namespace kurvo::outline {
 
 // Raw loops and, for each curve of them, its origin. The winding numbers of the loops say what they
-// enclose: points where it is positive.
+// enclose: points where it is positive. The records are for reading, and live as long as this.
 struct RawRegion {
-  OwnedRegion loops;
+  Array<Cvseq> loops;
   Array<KurvoOrigin> origins;
+  Arena records;
 };
 
 // A loop that grows, each curve from where the last one ended; points are in the frame's

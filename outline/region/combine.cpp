@@ -1,5 +1,5 @@
 // Regions put together, and cleaned of what crosses.
-#include "sweep/combine.h"
+#include "region/combine.h"
 
 #include <kurvo_outline.h>
 
@@ -8,14 +8,16 @@
 
 #include "base/refusal.h"
 #include "region/check_region.h"
+#include "sweep/combine.h"
 
 namespace kurvo::outline {
 namespace {
 
 using Regions = std::span<const KurvoRegion* const>;
 
-void Combine(int32_t operation, Regions regions, const KurvoOptions* options, KurvoRegion* out,
-             KurvoReport& report, double epsilon) {
+// Result: false where nothing was made, as `keeps_given` of a Request allows it.
+bool Combine(int32_t operation, Regions regions, const KurvoOptions* options, KurvoRegion* out,
+             KurvoReport& report, double epsilon, bool keeps_given) {
   Require(operation >= KURVO_UNION && operation <= KURVO_XOR, KURVO_ERR_OPTION);
   Bounds box;
   Array<Operand> operands;
@@ -26,13 +28,15 @@ void Combine(int32_t operation, Regions regions, const KurvoOptions* options, Ku
   }
   const Settings settings = ReadOptions(options, box.LongerSide(), epsilon);
   const bool has_origins = (settings.flags & KURVO_WITH_ORIGINS) != 0;
-  Request request = {operation, operands, box, settings, epsilon};
+  Request request = {operation, operands, box, settings, epsilon, keeps_given};
   Emitted result = Combine(request, report);
+  if (result.is_given) return false;
   std::unique_ptr<KurvoOrigin, FreeBlock> origins;
   if (has_origins && !result.origins.empty())
     origins.reset(Handed<KurvoOrigin>(result.origins).Release());
   *out = result.loops.Release(KURVO_FILL_NONZERO);
   out->origins = origins.release();
+  return true;
 }
 
 // Refusals leave the outputs empty, but an output that is an input, which is refused untouched.
@@ -44,12 +48,19 @@ int Answer(int32_t operation, Regions regions, const KurvoOptions* options, Kurv
   return outline::Answer(g, [&] {
     Require(out && !is_input, KURVO_ERR_OPTION);
     KurvoReport made = {};
-    Combine(operation, regions, options, out, made, GetEpsilon(g));
+    Combine(operation, regions, options, out, made, GetEpsilon(g), false);
     if (report) *report = made;
   });
 }
 
 }  // namespace
+
+bool SimplifyUnlessSimple(const KurvoRegion& region, const KurvoOptions& options, double epsilon,
+                          KurvoRegion& out, KurvoReport& report) {
+  const KurvoRegion* const regions[] = {&region};
+  return Combine(KURVO_UNION, regions, &options, &out, report, epsilon, true);
+}
+
 }  // namespace kurvo::outline
 
 using namespace kurvo::outline;

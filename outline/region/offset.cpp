@@ -29,14 +29,16 @@ extern "C" int KurvoRegionOffset(const KurvoRegion* region, double distance,
     if (distance == 0) {
       work.Simplify(*region, work.settings().gap, 0, 1, result);
     } else {
-      KeptRegion simple;
-      work.Simplify(*region, work.settings().gap, 0, 0.4, simple);
+      KeptRegion made_simple;
+      const bool is_new =
+          work.SimplifyUnlessSimple(*region, work.settings().gap, 0, 0.4, made_simple);
+      const KurvoRegion& simple = is_new ? *made_simple : *region;
       const Frame frame = FrameFor(box, reach);
       RawRegion raw;
       Progress progress = work.ProgressOver(0.4, 0.5);
-      const Made made = AppendOffsetLoops(*simple, frame, frame.LengthInwards(distance),
+      const Made made = AppendOffsetLoops(simple, frame, frame.LengthInwards(distance),
                                           frame.LengthInwards(work.raw_tol()), pen, progress, raw);
-      work.Finish(raw, made, frame, &*simple, result);
+      work.Finish(raw, made, frame, is_new ? &simple : nullptr, result);
     }
     *out = result.Release();
     if (report) *report = work.report();

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/refusal.h"
+#include "region/combine.h"
 #include "strand/check.h"
 
 namespace kurvo::outline {
@@ -82,8 +83,7 @@ Progress Composition::ProgressOver(double from, double to) {
   return proceed_ ? Progress(Ask, this) : Progress();
 }
 
-void Composition::Simplify(const KurvoRegion& region, double gap, double from, double to,
-                           KeptRegion& out) {
+KurvoOptions Composition::OptionsOf(double gap, double from, double to) {
   from_ = from;
   to_ = to;
   KurvoOptions options = {};
@@ -95,9 +95,29 @@ void Composition::Simplify(const KurvoRegion& region, double gap, double from, d
     options.proceed = Ask;
     options.user = this;
   }
+  return options;
+}
+
+void Composition::Simplify(const KurvoRegion& region, double gap, double from, double to,
+                           KeptRegion& out) {
+  const KurvoOptions options = OptionsOf(gap, from, to);
   KurvoReport report;
   const bool made = KurvoRegionSimplify(&region, &options, out.Get(), &report, &g_) != 0;
   Require(made, KurvoErrGet(&g_));
+  Count(report);
+}
+
+bool Composition::SimplifyUnlessSimple(const KurvoRegion& region, double gap, double from,
+                                       double to, KeptRegion& out) {
+  const KurvoOptions options = OptionsOf(gap, from, to);
+  KurvoReport report = {};
+  const bool made =
+      outline::SimplifyUnlessSimple(region, options, GetEpsilon(&g_), *out.Get(), report);
+  Count(report);
+  return made;
+}
+
+void Composition::Count(const KurvoReport& report) {
   report_.gaps += report.gaps;
   report_.dropped += report.dropped;
   report_.unresolved += report.unresolved;
@@ -111,10 +131,12 @@ void Composition::Finish(RawRegion& raw, const Made& made, const Frame& frame,
   constexpr double kHalfDone = 0.5;
   report_.capped += made.capped;
   report_.moved += frame.LengthOutwards(made.off);
-  KeptRegion loops;
-  *loops.Get() = raw.loops.Release(KURVO_FILL_POSITIVE);
-  const Array<std::size_t> first_raw = FirstCurves(*loops);
-  Simplify(*loops, 0, kHalfDone, 1, out);
+  KurvoRegion loops = {};
+  loops.count = CountOf(raw.loops.size());
+  loops.loops = raw.loops.data();
+  loops.rule = KURVO_FILL_POSITIVE;
+  const Array<std::size_t> first_raw = FirstCurves(loops);
+  Simplify(loops, 0, kHalfDone, 1, out);
   KurvoOrigin* origin = out.Get()->origins;
   if (!origin) return;
   const Array<std::size_t> first = source ? FirstCurves(*source) : Array<std::size_t>();

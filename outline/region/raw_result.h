@@ -46,6 +46,9 @@ class Composition {
   // KurvoRegionSimplify with a share of the tolerance, telling `proceed` from `from` to `to`.
   // Throws Refusal.
   void Simplify(const KurvoRegion& region, double gap, double from, double to, KeptRegion& out);
+  // The same; result: false, and nothing made, where the region is simple as it stands.
+  bool SimplifyUnlessSimple(const KurvoRegion& region, double gap, double from, double to,
+                            KeptRegion& out);
   Progress ProgressOver(double from, double to);
 
   // Simplifies raw loops into a result whose origins are those of the raw curves, seen through
@@ -59,6 +62,8 @@ class Composition {
   static constexpr double kRawShare = 0.75, kSimplifyShare = 0.125;
 
   static int Ask(double done, void* user);
+  KurvoOptions OptionsOf(double gap, double from, double to);
+  void Count(const KurvoReport& report);
 
   Settings settings_;
   double tol_;

@@ -54,7 +54,7 @@ Emitted Combine(Request& request, KurvoReport& report) {
     GatherLoops(scene, arrangement, closed, report, result);
     report.moved = std::max(report.moved, scene.frame.LengthOutwards(arrangement.worst_bridge));
   }
-  Emitted emitted = Emit(scene, request.operands, result);
+  Emitted emitted = Emit(scene, request.operands, result, request.keeps_given);
   progress.Tell(1);
   return emitted;
 }

@@ -13,6 +13,7 @@ struct Request {
   Bounds box;
   Settings settings;
   double epsilon;
+  bool keeps_given = false;  // a result that is the loops of the only operand needs no records
 };
 
 // Throws Refusal: KURVO_ERR_CHAIN_ENDS, KURVO_ERR_WEIGHT, KURVO_ERR_STOPPED.

@@ -17,9 +17,12 @@ class Emitter {
   Emitter(const Scene& scene, const Array<Operand>& operands, const ResultLoops& result)
       : scene_(scene), operands_(operands), result_(result) {}
 
-  Emitted Run() {
+  Emitted Run(bool keeps_given) {
+    const Array<int32_t> order = InOrder();
+    emitted_.is_given = keeps_given && IsGiven(order);
+    if (emitted_.is_given) return std::move(emitted_);
     emitted_.origins.reserve(result_.parts.size());
-    for (const int32_t i : InOrder()) EmitLoop(result_.loops[static_cast<std::size_t>(i)]);
+    for (const int32_t i : order) EmitLoop(result_.loops[static_cast<std::size_t>(i)]);
     return std::move(emitted_);
   }
 
@@ -70,6 +73,38 @@ class Emitter {
     order.reserve(entries.size());
     for (const Entry& entry : entries) order.push_back(entry.loop);
     return order;
+  }
+
+  // Whether the loops are those of the first operand, as they stand there.
+  bool IsGiven(const Array<int32_t>& order) const {
+    if (CountOf(order.size()) != operands_[0].count) return false;
+    for (int32_t i = 0; i < operands_[0].count; ++i) {
+      const Cvseq& given = operands_[0].loops[i];
+      const auto parts = result_.PartsOf(
+          result_.loops[static_cast<std::size_t>(order[static_cast<std::size_t>(i)])]);
+      if (CountOf(parts.size()) != given.count) return false;
+      for (int32_t k = 0; k < given.count; ++k) {
+        const Part& part = parts[static_cast<std::size_t>(k)];
+        if (part.IsLine() || part.operand != 0 || part.loop != i || part.curve != k ||
+            !IsGiven(part, given.curves[k]))
+          return false;
+      }
+    }
+    return true;
+  }
+
+  // A curve that ends where it starts may be a circle, which is emitted in quarters.
+  bool IsGiven(const Part& part, const Curve& curve) const {
+    const Domain domain = DomainOf(curve);
+    Ends ends;
+    if (part.from != domain.from || part.to != domain.to || !EndsOf(curve, ends) ||
+        ends.start != part.start || ends.end != part.end || part.start == part.end)
+      return false;
+    if (curve.type == CV_SEGCV) return false;
+    const KurvoArc arc = ArcOf(curve);
+    KurvoArc moved = arc;
+    if (curve.type == CV_ARC) outline::Recentre(moved, arc, Slack());
+    return moved.radius == arc.radius;
   }
 
   void EmitLoop(const ResultLoop& loop) {
@@ -145,10 +180,12 @@ class Emitter {
   }
   // Its ends would be bridged to its circle if it came back.
   void Recentre(Curve& curve, const KurvoArc& before) const {
-    constexpr double kSlack = 0x1p-8;  // of tol
     if (curve.type != CV_ARC) return;
-    outline::Recentre(*static_cast<KurvoArc*>(curve.data), before,
-                      scene_.frame.LengthOutwards(kSlack * scene_.tol));
+    outline::Recentre(*static_cast<KurvoArc*>(curve.data), before, Slack());
+  }
+  double Slack() const {
+    constexpr double kSlack = 0x1p-8;  // of tol
+    return scene_.frame.LengthOutwards(kSlack * scene_.tol);
   }
 
   const Scene& scene_;
@@ -160,8 +197,9 @@ class Emitter {
 
 }  // namespace
 
-Emitted Emit(const Scene& scene, const Array<Operand>& operands, const ResultLoops& result) {
-  return Emitter(scene, operands, result).Run();
+Emitted Emit(const Scene& scene, const Array<Operand>& operands, const ResultLoops& result,
+             bool keeps_given) {
+  return Emitter(scene, operands, result).Run(keeps_given);
 }
 
 }  // namespace kurvo::outline

@@ -11,11 +11,13 @@ namespace kurvo::outline {
 struct Emitted {
   OwnedRegion loops;
   Array<KurvoOrigin> origins;  // one a curve, loop after loop
+  bool is_given = false;       // nothing was made, as it would be the operand to the bit
 };
 
 // Outer loops run counter-clockwise and holes clockwise; each outer loop is followed by its holes,
 // and both stand in the order of the earliest curve that they come from. Whole curves are copied,
-// parts cut; neighbours share their ends bit for bit.
-Emitted Emit(const Scene& scene, const Array<Operand>& operands, const ResultLoops& result);
+// parts cut; neighbours share their ends bit for bit. `keeps_given`: as Request has it.
+Emitted Emit(const Scene& scene, const Array<Operand>& operands, const ResultLoops& result,
+             bool keeps_given);
 
 }  // namespace kurvo::outline
