@@ -167,7 +167,7 @@ void AddTightest(const Hodograph3& h, double distance, double low, double high, 
   }
 }
 
-void AddTurns(const Hodograph3& h, double low, Vec2 leaves, double high, Vec2 arrives,
+void AddTurns(const Hodograph3& h, double low, Vec2 leaves, double high, Vec2 arrives, double most,
               Breaks& breaks) {
   constexpr double kSlack = 1e-9;  // radians
   Breaks ends = RootsOfQuadratic(h.cross[0], h.cross[1], h.cross[2], low, high);
@@ -181,9 +181,9 @@ void AddTurns(const Hodograph3& h, double low, Vec2 leaves, double high, Vec2 ar
     const double sense = bend < 0 ? -1 : 1;
     const Vec2 between = h.VelocityAt(middle);
     const double turn = TurnBetween(direction, between, sense) + TurnBetween(between, next, sense);
-    if (turned + turn > kMostTurn + kSlack) {
+    if (turned + turn > most + kSlack) {
       if (i > 0) breaks.Add(from);  // at an inflection
-      const int parts = std::max(1, static_cast<int>(std::ceil(turn / kMostTurn - kSlack)));
+      const int parts = std::max(1, static_cast<int>(std::ceil(turn / most - kSlack)));
       for (int k = 1; k < parts; ++k) {
         const double angle = sense * turn * k / parts;
         const Vec2 turned_by = {std::cos(angle), std::sin(angle)};

@@ -50,9 +50,8 @@ void AddTightest(const Hodograph3& hodograph, double distance, double low, doubl
                  Breaks& breaks);
 // Where the curvature is largest or least.
 void AddVertices(const Hodograph3& hodograph, double low, double high, Breaks& breaks);
-// Between these the direction turns by no more than kMostTurn.
-inline constexpr double kMostTurn = 1.0471975511965976;  // radians, 60 degrees
+// Between these the direction turns by no more than `most` (radians).
 void AddTurns(const Hodograph3& hodograph, double low, Vec2 leaves, double high, Vec2 arrives,
-              Breaks& breaks);
+              double most, Breaks& breaks);
 
 }  // namespace kurvo::outline
