@@ -55,6 +55,38 @@ BENCHMARK_CAPTURE(OffsetRings, lines, LineRing)
     ->Arg(256)
     ->Arg(4096);
 
+using Ask = int (*)(const KurvoRegion& region, const KurvoOptions& options, KurvoRegion* out,
+                    GlobalVar* g);
+
+// As wide as the outline.
+void AskTeeth(benchmark::State& state, Ask ask) {
+  bench::Random random;
+  Region teeth;
+  teeth.Contour(Teeth(random, static_cast<int>(state.range(0)), 100));
+  GlobalVar g;
+  KurvoInitGlobalVar(&g);
+  KurvoOptions options = Options(1e-6);
+  options.join = KURVO_JOIN_MITER;
+  int64_t curves = 0;
+  for (auto _ : state) {
+    KurvoRegion out;
+    if (!ask(*teeth.get(), options, &out, &g)) return state.SkipWithError("refused");
+    curves += CurvesOf(out);
+    KurvoRegionFree(&out);
+  }
+  Count(state, curves);
+}
+int OffsetOf(const KurvoRegion& region, const KurvoOptions& options, KurvoRegion* out,
+             GlobalVar* g) {
+  return KurvoRegionOffset(&region, 100, &options, out, nullptr, g);
+}
+int StrokeOf(const KurvoRegion& region, const KurvoOptions& options, KurvoRegion* out,
+             GlobalVar* g) {
+  return KurvoChainStroke(region.loops, region.count, 100, 100, &options, out, nullptr, g);
+}
+BENCHMARK_CAPTURE(AskTeeth, offset, OffsetOf)->Name("offset-region/teeth")->Arg(256)->Arg(2048);
+BENCHMARK_CAPTURE(AskTeeth, stroke, StrokeOf)->Name("stroke/teeth")->Arg(256)->Arg(2048);
+
 void StrokeLetters(benchmark::State& state) {
   const Some letters = Letters();
   GlobalVar g;

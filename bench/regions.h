@@ -128,6 +128,19 @@ inline std::unique_ptr<Region> LineRing(Random& random, int lines) {
   return region;
 }
 
+// Sharp corners all around, 0.5 to 1 times `radius` from the middle.
+inline kurvo_test::Contour<XY> Teeth(Random& random, int lines, double radius) {
+  std::vector<XY> corners;
+  for (int k = 0; k < lines; ++k) {
+    const double angle = 2 * std::numbers::pi * k / lines, r = radius * random.Between(0.5, 1);
+    corners.push_back({r * std::cos(angle), r * std::sin(angle)});
+  }
+  kurvo_test::Contour<XY> pieces;
+  for (std::size_t k = 0; k < corners.size(); ++k)
+    pieces.push_back({corners[k], corners[(k + 1) % corners.size()]});
+  return pieces;
+}
+
 inline void Count(benchmark::State& state, int64_t curves) {
   state.counters["curves"] = benchmark::Counter(double(curves), benchmark::Counter::kAvgIterations);
 }

@@ -98,6 +98,7 @@ bool AppendFewCells(const Span& span, double error, Array<CubicCell>& cells) {
 void AppendStrips(const Span& span, double distance, double tol, StripList& list) {
   if (span.kind == Span::Kind::kLine) return AppendLine(span, distance, list);
   if (span.kind == Span::Kind::kArc) return AppendArc(span, distance, tol, list);
+  const std::size_t first = list.strips.size();
   const bool is_coarse = list.extra > kMostExtra && kCoarse > tol;
   if (is_coarse) ++list.capped;
   const double off = is_coarse ? kCoarse : std::max(tol, kFinest);
@@ -110,6 +111,7 @@ void AppendStrips(const Span& span, double distance, double tol, StripList& list
     const std::size_t made = list.pieces.size() - had;
     if (made > kUsualPieces) list.extra += made - kUsualPieces;
   }
+  for (std::size_t i = first + 1; i < list.strips.size(); ++i) list.strips[i].is_within = true;
 }
 
 }  // namespace kurvo::outline

@@ -36,6 +36,7 @@ struct Strip {
   int32_t curve;             // index in the chain
   bool is_line;
   std::size_t first_piece, piece_count;  // none where the offset is a point
+  bool is_within = false;                // its span begins with the strip before it, or earlier
 
   Vec2 First() const { return start + reach * Right(leaves); }
   Vec2 Last() const { return end + last_reach * Right(arrives); }

@@ -15,6 +15,10 @@ struct RawRegion {
   Array<Cvseq> loops;
   Array<KurvoOrigin> origins;
   Arena records;
+
+  KurvoRegion View() {
+    return {CountOf(loops.size()), KURVO_FILL_POSITIVE, loops.data(), origins.data()};
+  }
 };
 
 // A loop that grows, each curve from where the last one ended; points are in the frame's

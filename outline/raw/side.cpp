@@ -6,9 +6,8 @@
 namespace kurvo::outline {
 namespace {
 
-constexpr double kSnap = 0x1p-4;         // of the tolerance: ends so near are one
-constexpr double kSameParameter = 1e-9;  // of the two stretches beside it
-constexpr double kReversal = 0x1p-28;    // radians: a turn so near half a turn has two outer sides
+constexpr double kSnap = 0x1p-4;       // of the tolerance: ends so near are one
+constexpr double kReversal = 0x1p-28;  // radians: a turn so near half a turn has two outer sides
 
 void NameOffset(const Strip& strip, RawLoop& loop) {
   loop.Name(IsBridge(strip.curve) ? KURVO_ORIGIN_BRIDGE : KURVO_ORIGIN_OFFSET, CurveOf(strip.curve),
@@ -58,10 +57,7 @@ bool Side::IsTipAfter(std::size_t i) const {
     const bool is_inner = 0 >= distance_ * Cross(before.arrives, after.leaves);
     return is_tight || (is_inner && TurnsBackAfter(i));
   }
-  const bool is_within =
-      before.curve == after.curve &&
-      kSameParameter * std::fabs(after.to - before.from) >= std::fabs(after.from - before.to);
-  if (!is_within) return false;
+  if (!after.is_within) return false;
   if (Dot(before.arrives, after.leaves) < 0) return true;
   return is_tight &&
          (Dot(before.end - before.start, after.end - after.start) < 0 || TurnsBackAfter(i));

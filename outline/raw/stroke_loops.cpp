@@ -128,9 +128,9 @@ class Stroker {
       const Tip start = TipOf(left_.strips.back(), pen_.left, pen_.right);
       loop.StartAt(start.point - start.to_left * Right(start.direction));
       right.AppendTo(loop);
-      Cap(end, loop);
+      Cap(end, pen_.end_cap, loop);
       left.AppendTo(loop);
-      Cap(start, loop);
+      Cap(start, pen_.start_cap, loop);
     }
     loop.Close(raw_);
     made_.capped = right_.capped + left_.capped;
@@ -142,15 +142,15 @@ class Stroker {
   }
 
   // From the right of the tip to its left.
-  void Cap(const Tip& tip, RawLoop& loop) const {
+  void Cap(const Tip& tip, int32_t cap, RawLoop& loop) const {
     const Vec2 normal = Right(tip.direction);
     const Vec2 right = tip.point + tip.to_right * normal, left = tip.point - tip.to_left * normal;
     const double half = 0.5 * (tip.to_left + tip.to_right);
     loop.Name(KURVO_ORIGIN_CAP, tip.curve, tip.parameter, tip.parameter);
     loop.LineTo(right);
-    if (pen_.shape.cap == KURVO_CAP_ROUND)
+    if (cap == KURVO_CAP_ROUND)
       return loop.ArcTo(tip.point + (tip.to_right - half) * normal, half, false, left);
-    if (pen_.shape.cap == KURVO_CAP_SQUARE) {
+    if (cap == KURVO_CAP_SQUARE) {
       loop.LineTo(right + half * tip.direction);
       loop.LineTo(left + half * tip.direction);
     }
@@ -158,14 +158,15 @@ class Stroker {
   }
 
   void Dot(const Tip& tip) const {
-    if (pen_.shape.cap == KURVO_CAP_BUTT) return;
+    const int32_t cap = pen_.start_cap;
+    if (cap == KURVO_CAP_BUTT) return;
     RawLoop loop(frame_, chain_, index_);
     loop.StartAt(tip.point + tip.to_right * Right(tip.direction));
-    Cap(tip, loop);
+    Cap(tip, cap, loop);
     Tip back = tip;
     back.direction = -tip.direction;
     std::swap(back.to_left, back.to_right);
-    Cap(back, loop);
+    Cap(back, cap, loop);
     loop.Close(raw_);
   }
 

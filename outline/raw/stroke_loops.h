@@ -12,6 +12,7 @@ namespace kurvo::outline {
 struct Pen {
   double left, right;  // how far it reaches
   PenOptions shape;
+  int32_t start_cap, end_cap;  // KURVO_CAP_*, in place of those of the shape
   DashPattern dashes;
   double tol;
 };

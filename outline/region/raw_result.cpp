@@ -22,7 +22,7 @@ double Through(const KurvoOrigin& origin, double share) {
   return share >= 1 ? origin.to : origin.from + share * (origin.to - origin.from);
 }
 
-// Indices of the first curve of each loop in arrays of origins.
+// Indices of the first curve of each loop in arrays of origins, and of all curves.
 Array<std::size_t> FirstCurves(const KurvoRegion& region) {
   Array<std::size_t> first;
   std::size_t count = 0;
@@ -30,6 +30,7 @@ Array<std::size_t> FirstCurves(const KurvoRegion& region) {
     first.push_back(count);
     count += static_cast<std::size_t>(region.loops[i].count);
   }
+  first.push_back(count);
   return first;
 }
 
@@ -44,12 +45,24 @@ KurvoOrigin Seen(const KurvoOrigin& origin, const KurvoRegion& source,
   return {behind.region,
           behind.loop,
           behind.curve,
-          origin.kind,
+          origin.kind == KURVO_ORIGIN_PART ? behind.kind : origin.kind,
           Through(behind, (origin.from - domain.from) / width),
           Through(behind, (origin.to - domain.from) / width)};
 }
 
 }  // namespace
+
+void NameThrough(KurvoRegion& made, std::span<const KurvoRegion* const> sources) {
+  if (!made.origins) return;
+  Array<Array<std::size_t>> first;
+  for (const KurvoRegion* source : sources) first.push_back(FirstCurves(*source));
+  const std::span<KurvoOrigin> origins(made.origins, FirstCurves(made).back());
+  for (KurvoOrigin& origin : origins) {
+    if (origin.loop < 0 || origin.curve < 0) continue;
+    const auto number = static_cast<std::size_t>(origin.region);
+    if (sources[number]->origins) origin = Seen(origin, *sources[number], first[number]);
+  }
+}
 
 Frame FrameFor(Bounds box, double reach) {
   constexpr double kWide = 0x1p-10;  // of the reach
@@ -83,13 +96,18 @@ Progress Composition::ProgressOver(double from, double to) {
   return proceed_ ? Progress(Ask, this) : Progress();
 }
 
-KurvoOptions Composition::OptionsOf(double gap, double from, double to) {
-  from_ = from;
-  to_ = to;
+KurvoOptions Composition::OptionsOfPart(double share) const {
   KurvoOptions options = {};
   options.size = sizeof options;
   options.flags = settings_.flags;
-  options.tol = kSimplifyShare * tol_;
+  options.tol = share * kSimplifyShare * tol_;
+  return options;
+}
+
+KurvoOptions Composition::OptionsOf(double gap, double from, double to) {
+  from_ = from;
+  to_ = to;
+  KurvoOptions options = OptionsOfPart(1);
   options.gap = gap;
   if (proceed_) {
     options.proceed = Ask;
@@ -117,6 +135,22 @@ bool Composition::SimplifyUnlessSimple(const KurvoRegion& region, double gap, do
   return made;
 }
 
+void Composition::Join(const KurvoRegion& region, const KurvoRegion& strips, bool grows,
+                       KeptRegion& out) {
+  constexpr double kMostlyDone = 0.9, kHalf = 0.5;  // of the tolerance: the rest is the strips'
+  KurvoOptions options = OptionsOf(0, kMostlyDone, 1);
+  options.tol *= kHalf;
+  KurvoReport report;
+  const bool made = KurvoRegionCombine(grows ? KURVO_UNION : KURVO_DIFFERENCE, &region, &strips,
+                                       &options, out.Get(), &report, &g_) != 0;
+  Require(made, KurvoErrGet(&g_));
+  Count(report);
+  KurvoRegion itself = region;
+  itself.origins = nullptr;
+  const KurvoRegion* const sources[] = {&itself, &strips};
+  NameThrough(*out.Get(), sources);
+}
+
 void Composition::Count(const KurvoReport& report) {
   report_.gaps += report.gaps;
   report_.dropped += report.dropped;
@@ -131,26 +165,12 @@ void Composition::Finish(RawRegion& raw, const Made& made, const Frame& frame,
   constexpr double kHalfDone = 0.5;
   report_.capped += made.capped;
   report_.moved += frame.LengthOutwards(made.off);
-  KurvoRegion loops = {};
-  loops.count = CountOf(raw.loops.size());
-  loops.loops = raw.loops.data();
-  loops.rule = KURVO_FILL_POSITIVE;
-  const Array<std::size_t> first_raw = FirstCurves(loops);
+  const KurvoRegion loops = raw.View();
   Simplify(loops, 0, kHalfDone, 1, out);
-  KurvoOrigin* origin = out.Get()->origins;
-  if (!origin) return;
-  const Array<std::size_t> first = source ? FirstCurves(*source) : Array<std::size_t>();
-  std::size_t count = 0;
-  for (int i = 0; i < (*out).count; ++i) count += static_cast<std::size_t>((*out).loops[i].count);
-  for (KurvoOrigin* const end = origin + count; origin < end; ++origin) {
-    if (origin->loop < 0 || origin->curve < 0) continue;
-    const KurvoOrigin& made_from = raw.origins[first_raw[static_cast<std::size_t>(origin->loop)] +
-                                               static_cast<std::size_t>(origin->curve)];
-    KurvoOrigin seen = made_from;
-    seen.from = Through(made_from, origin->from);
-    seen.to = Through(made_from, origin->to);
-    *origin = source ? Seen(seen, *source, first) : seen;
-  }
+  const KurvoRegion* const from_raw[] = {&loops};
+  NameThrough(*out.Get(), from_raw);
+  const KurvoRegion* const from_source[] = {source};
+  if (source) NameThrough(*out.Get(), from_source);
 }
 
 }  // namespace kurvo::outline

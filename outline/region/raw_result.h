@@ -3,6 +3,7 @@
 
 #include <kurvo_outline.h>
 
+#include <span>
 #include <utility>
 
 #include "base/bounds.h"
@@ -14,6 +15,10 @@ namespace kurvo::outline {
 
 // A frame for lengths that may reach far beyond the box.
 Frame FrameFor(Bounds box, double reach);
+
+// Makes origins that name curves of the sources, by their `region`, those of what these come from;
+// sources without origins are what is named.
+void NameThrough(KurvoRegion& made, std::span<const KurvoRegion* const> sources);
 
 // A region that is freed unless it is released.
 class KeptRegion {
@@ -55,6 +60,13 @@ class Composition {
   // `source` (null: the raw curves name the input itself).
   void Finish(RawRegion& raw, const Made& made, const Frame& frame, const KurvoRegion* source,
               KeptRegion& out);
+  // Adds strips, whose origins name curves of the simple region, to it or takes them off. Origins
+  // of the result name those too.
+  void Join(const KurvoRegion& region, const KurvoRegion& strips, bool grows, KeptRegion& out);
+
+  // For one of several operations that have a share of the tolerance of a clean-up.
+  KurvoOptions OptionsOfPart(double share) const;
+  void Count(const KurvoReport& report);
   const KurvoReport& report() const { return report_; }
   void CountGaps(int32_t gaps) { report_.gaps += gaps; }
 
@@ -63,7 +75,6 @@ class Composition {
 
   static int Ask(double done, void* user);
   KurvoOptions OptionsOf(double gap, double from, double to);
-  void Count(const KurvoReport& report);
 
   Settings settings_;
   double tol_;

@@ -50,6 +50,24 @@ Chain RandomPolygon(Random& random, bool is_on_grid) {
   return Chain(std::move(lines));
 }
 
+// Teeth all around, so many and so sharp that strips are put together by runs.
+Chain ManyTeeth(Random& random, bool has_arcs) {
+  const int n = RandomInt(random, 360, 400);
+  std::vector<XY> points;
+  for (int i = 0; i < n; ++i) {
+    const double angle = 2 * kPi * i / n, r = random.Uniform(4.5, 6);
+    points.push_back({r * std::cos(angle), r * std::sin(angle)});
+  }
+  std::vector<Owned> curves;
+  for (int i = 0; i < n; ++i) {
+    const XY a = points[static_cast<std::size_t>(i)],
+             b = points[static_cast<std::size_t>((i + 1) % n)];
+    curves.push_back(has_arcs && Chance(random, .3) ? ArcBetween(a, b, random.Uniform(-.5, .5))
+                                                    : Line(a.x, a.y, b.x, b.y));
+  }
+  return Chain(std::move(curves));
+}
+
 // A loop as a polygon within `off` of it, whose edges grow from the ends of each curve, so that
 // they tell its directions there.
 PenModel ModelOf(const Cvseq& loop, double off, double distance, const KurvoOptions& options,
@@ -90,17 +108,21 @@ TEST(RegionOffset, GrowsByWhatAPenCovers) {
   Random random;
   for (int round = 0; round < Cases(100); ++round) {
     SCOPED_TRACE(round);
-    const bool is_polygon = round % 5 > 0;
+    const bool is_rough = round % 20 > 17, has_arcs = round % 20 == 19;
+    const bool is_polygon = round % 5 > 0 && !has_arcs;
     const double tol = is_polygon ? 1e-5 : 1e-3;
     Region crossed;
     const bool is_on_grid = round % 10 == 4;  // where slots are as wide as pens
-    crossed.Add(is_polygon ? RandomPolygon(random, is_on_grid) : RandomStar(random, false, true),
+    crossed.Add(is_rough     ? ManyTeeth(random, has_arcs)
+                : is_polygon ? RandomPolygon(random, is_on_grid)
+                             : RandomStar(random, false, true),
                 1e-6);
     const Region simple = SimpleOf(crossed, tol / 8);
     KurvoOptions options = OptionsOf(tol);
     options.join = round % 3;
     options.miter_limit = random.Uniform(1, 9);
     double distance = random.Uniform(-1, 2) * (is_polygon && Chance(random, .1) ? 20 : 1);
+    if (is_rough) distance = Chance(random, .5) ? random.Uniform(4, 30) : random.Uniform(-4.4, -4);
     if (is_on_grid) distance = distance < 0 ? -.5 : .5 * std::ceil(distance);
     const Offset offset = OffsetOf(crossed, distance, options);
     ASSERT_EQ(offset.code, 0);

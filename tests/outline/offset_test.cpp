@@ -28,6 +28,7 @@ TEST(RegionOffset, AreasInClosedForm) {
     double area;
   };
   const double legs = 3 + 4 + 5;
+  const double bevelled = 6 + legs / 2 + .125 * (1 + .8 + .6);  // sines of the turns
   // clang-format off
   const Row rows[] = {
       {kSquare, 1, KURVO_JOIN_ROUND, 0, 1, 32 + kPi},
@@ -57,6 +58,10 @@ TEST(RegionOffset, AreasInClosedForm) {
       {kWaist, 1.5, KURVO_JOIN_MITER, 0, 1, 9 * 6},
       {kLens, .5, KURVO_JOIN_ROUND, 0, 1, kPi - 2 + std::sqrt(.5) * kPi + kPi / 4},
       {"(l 0 0 4 0)(l 4 0 0 0)", 1, KURVO_JOIN_ROUND, 0, 0, 0},
+      // Sharp corners within a composite and at a knot of a spline are corners too.
+      {"(c .5 .5 (l 0 3 0 0)(l 0 0 4 0))(l 4 0 0 3)", .5, KURVO_JOIN_BEVEL, 0, 1, bevelled},
+      {"(c .25 .75 (l 4 0 0 3)(l 0 3 0 0))(l 0 0 4 0)", .5, KURVO_JOIN_MITER, 1, 1, bevelled},
+      {"(B 0 0 4 0 0 3 0 0 | 0 0 1 2 3 3)", .5, KURVO_JOIN_BEVEL, 0, 1, bevelled},
   };
   // clang-format on
   for (const Row& row : rows) {
@@ -69,6 +74,53 @@ TEST(RegionOffset, AreasInClosedForm) {
     EXPECT_EQ(offset.code, 0);
     EXPECT_EQ(offset.region->count, row.loops);
     EXPECT_NEAR(AreaOfLoops(*offset.region), row.area, 1e-7 * std::max(1.0, row.area));
+  }
+}
+
+void ExpectAlongside(const Curve& curve, const Curve& source, const KurvoOrigin& origin,
+                     double distance) {
+  EXPECT_EQ(curve.attr, source.attr);
+  for (const double share : {0., .3, 1.}) {
+    const Point p = PointAt(curve, share);
+    const Point q = PointAt(source, origin.from + share * (origin.to - origin.from));
+    EXPECT_NEAR(std::hypot(p[0] - q[0], p[1] - q[1]), distance, 1e-8);
+  }
+}
+
+// Teeth whose strips are put together by runs, whichever way they go around.
+TEST(RegionOffset, OriginsOfRoughLoops) {
+  Random random;
+  std::vector<XY> points;
+  for (int i = 0; i < 200; ++i) {
+    const double angle = kPi * i / 100, r = random.Uniform(2, 6);
+    points.push_back({r * std::cos(angle), r * std::sin(angle)});
+  }
+  for (const int join : {KURVO_JOIN_MITER, KURVO_JOIN_BEVEL, KURVO_JOIN_MITER}) {
+    std::reverse(points.begin(), points.end());
+    std::vector<Owned> lines;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      const XY a = points[i], b = points[(i + 1) % points.size()];
+      lines.push_back(Line(a.x, a.y, b.x, b.y));
+      lines.back()->attr = static_cast<int32_t>(i) + 1;
+    }
+    Region region;
+    region.Add(Chain(std::move(lines)), 1e-6);
+    KurvoOptions options = OptionsOf();
+    options.join = join;
+    options.miter_limit = 1.05;  // longer ones would cover all sides
+    const Offset offset = OffsetOf(region, 9, options);
+    const KurvoOrigin* origin = offset.region->origins;
+    int sides = 0;
+    ForEachCurve(*offset.region, [&](const Curve& curve) {
+      if (origin->kind == KURVO_ORIGIN_OFFSET) {
+        ++sides;
+        ExpectAlongside(curve, region->loops[0].curves[origin->curve], *origin, 9);
+      } else {
+        EXPECT_EQ(origin->kind, KURVO_ORIGIN_JOIN);
+      }
+      ++origin;
+    });
+    EXPECT_GT(sides, 4);
   }
 }
 
@@ -104,12 +156,7 @@ TEST(RegionOffset, OriginsAndAttributes) {
         }
         EXPECT_EQ(origin->kind, KURVO_ORIGIN_OFFSET);
         EXPECT_EQ(curve.attr, 10 * i + origin->curve + 1);
-        const Curve& source = region->loops[i].curves[origin->curve];
-        for (const double share : {0., .3, 1.}) {
-          const Point p = PointAt(curve, share);
-          const Point q = PointAt(source, origin->from + share * (origin->to - origin->from));
-          EXPECT_NEAR(std::hypot(p[0] - q[0], p[1] - q[1]), .25, 1e-8);
-        }
+        ExpectAlongside(curve, region->loops[i].curves[origin->curve], *origin, .25);
       }
     EXPECT_EQ(joins, row.joins);
   }

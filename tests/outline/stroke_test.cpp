@@ -103,24 +103,42 @@ TEST(ChainStroke, AreasInClosedForm) {
 
 // ---- Polylines ----
 
+// Few points anywhere, or a zigzag from left to right, whose strips are put together by runs.
+Polygon RandomPolyline(Random& random, bool is_rough) {
+  Polygon p;
+  const int n = is_rough ? RandomInt(random, 400, 450) : RandomInt(random, 3, 7);
+  for (int i = 0; i < n; ++i) {
+    const XY place =
+        is_rough ? XY{8. * i / n - 4, random.Uniform(-.5, .5)} : RandomPlace(random, 5);
+    p.push_back({place.x, place.y});
+  }
+  return p;
+}
+
 TEST(ChainStroke, PolylinesAreUnionsOfTheirParts) {
   constexpr double kTol = 1e-5;
   Random random;
   for (int round = 0; round < Cases(100); ++round) {
     SCOPED_TRACE(round);
-    Polygon p;
-    for (int n = RandomInt(random, 3, 7); n > 0; --n) {
-      const XY place = RandomPlace(random, 5);
-      p.push_back({place.x, place.y});
-    }
+    const bool is_rough = round % 10 == 9;
+    const Polygon p = RandomPolyline(random, is_rough);
     const bool closed = Chance(random, .5);
     std::vector<Owned> curves;
     for (std::size_t i = 0; i + (closed ? 0 : 1) < p.size(); ++i) {
       const LongPoint a = p[i], b = p[(i + 1) % p.size()];
       curves.push_back(Line(double(a.x), double(a.y), double(b.x), double(b.y)));
+      if (is_rough && Chance(random, .2))
+        curves.push_back(Line(double(b.x), double(b.y), double(b.x), double(b.y)));
     }
-    const double left = Chance(random, .2) ? 0 : random.Uniform(.01, 3);
-    const double right = Chance(random, .2) && left > 0 ? 0 : random.Uniform(.01, 3);
+    if (is_rough && Chance(random, .3)) {
+      const Numbers widths(curves.size(), 1. / static_cast<double>(curves.size()));
+      Owned composite = MakeComposite(widths, std::move(curves));
+      curves.clear();
+      curves.push_back(std::move(composite));
+    }
+    const double least = is_rough ? 1 : .01;
+    const double left = Chance(random, .2) ? 0 : random.Uniform(least, 3);
+    const double right = Chance(random, .2) && left > 0 ? 0 : random.Uniform(least, 3);
     const KurvoOptions options =
         Options(RandomInt(random, 0, 2), RandomInt(random, 0, 2), random.Uniform(1, 9), kTol);
     const Stroke stroke = StrokeOf(Chain(std::move(curves)), left, right, options);
