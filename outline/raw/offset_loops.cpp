@@ -83,7 +83,7 @@ Made AppendOffsetLoops(const KurvoRegion& region, const Frame& frame, double dis
     Side(list, distance, true, corners).AppendTo(out);
     out.Close(raw);
   }
-  return {list.capped, list.off};
+  return {list.capped, list.off, list.extra};
 }
 
 }  // namespace kurvo::outline

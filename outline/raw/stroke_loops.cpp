@@ -43,7 +43,9 @@ struct Tip {
 class Stroker {
  public:
   Stroker(const Cvseq& chain, int32_t index, const Frame& frame, const Pen& pen, RawRegion& raw)
-      : chain_(chain), index_(index), frame_(frame), pen_(pen), raw_(raw) {}
+      : chain_(chain), index_(index), frame_(frame), pen_(pen), raw_(raw) {
+    right_.extra = left_.extra = pen.extra;
+  }
 
   void Collect(const StrokeJoints& joints, int32_t& gaps) {
     Ends before;
@@ -135,6 +137,7 @@ class Stroker {
     loop.Close(raw_);
     made_.capped = right_.capped + left_.capped;
     made_.off = std::max(right_.off, left_.off);
+    made_.extra = std::max(right_.extra, left_.extra);
   }
 
   static Tip TipOf(const Strip& strip, double to_right, double to_left) {

@@ -15,6 +15,7 @@ struct Pen {
   int32_t start_cap, end_cap;  // KURVO_CAP_*, in place of those of the shape
   DashPattern dashes;
   double tol;
+  std::size_t extra = 0;  // pieces that were made before on the way, as StripList counts them
 };
 
 // Appends the raw loops of a checked chain, the one with this index: of an open one, and of each

@@ -73,6 +73,7 @@ StripUnion::~StripUnion() {
 // Neighbouring runs share a curve that is no point, so that each joint lies within one.
 void StripUnion::Add(const Cvseq& chain, int32_t index, const StrokeJoints& joints, bool is_rough,
                      Progress& progress) {
+  made_.extra = 0;
   if (!is_rough || chain.count <= kRun)
     return Add({chain, chain, index, 0, joints.is_closed, true, true}, joints);
   const auto is_point = [this](const Curve& curve) {
@@ -98,6 +99,7 @@ void StripUnion::Add(const Cvseq& chain, int32_t index, const StrokeJoints& join
 
 void StripUnion::Add(const Run& run, const StrokeJoints& joints) {
   Pen pen = pen_;
+  pen.extra = made_.extra;
   if (!run.begins) pen.start_cap = KURVO_CAP_BUTT;
   if (!run.ends) pen.end_cap = KURVO_CAP_BUTT;
   RawRegion raw;
@@ -105,6 +107,7 @@ void StripUnion::Add(const Run& run, const StrokeJoints& joints) {
                                       {joints.epsilon, joints.gap, run.is_closed}, pen, gaps_, raw);
   made_.capped += made.capped;
   made_.off = std::max(made_.off, made.off);
+  made_.extra = made.extra;
   for (KurvoOrigin& origin : raw.origins) Rename(run, origin);
   const KurvoRegion loops = raw.View();
   KeptRegion strips;
