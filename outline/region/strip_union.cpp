@@ -14,28 +14,46 @@ namespace kurvo::outline {
 namespace {
 
 constexpr int32_t kRun = 16;                // curves of one run
-constexpr double kMany = 32;                // sharp corners within the distance of a point
+constexpr double kMany = 32;                // sharp corners whose strips meet
 constexpr double kPoint = 0x1p-40;          // of the size: curves so small are points
 constexpr double kOperationShare = 0x1p-5;  // of a clean-up's tolerance: unions in one another
 
-// The squared sine of half a turn.
-double SharpnessOf(Vec2 from, Vec2 to) { return 0.5 - 0.5 * Dot(from, to); }
+// Where a chain turns, and the squared sine of half the turn.
+struct Corner {
+  Vec2 at;
+  double sharpness;
+};
 
-// Corners between curves, and what each turns from its start to its end.
-double CornersOf(const Cvseq& chain, const Frame& frame) {
-  double corners = 0;
+// Those between curves, and for each curve what it turns from its start to its end.
+Array<Corner> CornersOf(const Cvseq& chain, const Frame& frame) {
+  Array<Corner> corners;
   Vec2 start = {}, end = {};
   int32_t curve = -1;
+  const auto turn = [&](Vec2 at, Vec2 from, Vec2 to) {
+    corners.push_back({at, 0.5 - 0.5 * Dot(from, to)});
+  };
   ForEachSpan(chain, frame, [&](const Span& span) {
     const Vec2 leaves = TangentAt(span, 0);
     if (span.curve != curve) {
-      if (curve >= 0) corners += SharpnessOf(start, end) + SharpnessOf(end, leaves);
+      if (curve >= 0) turn(span.Start(), end, leaves);
       curve = span.curve;
       start = leaves;
     }
     end = span.kind == Span::Kind::kLine ? leaves : TangentAt(span, 1);
+    if (span.kind != Span::Kind::kLine) turn(span.End(), start, end);
   });
-  return curve < 0 ? 0 : corners + SharpnessOf(start, end);
+  return corners;
+}
+
+// How many corners lie within the distance of one, in the mean of some.
+double Crowding(const Array<Corner>& corners, double distance) {
+  constexpr std::size_t kSamples = 16;
+  const std::size_t step = corners.size() / kSamples + 1;
+  double sum = 0, samples = 0;
+  for (std::size_t i = 0; i < corners.size(); i += step, ++samples)
+    for (const Corner& corner : corners)
+      if (distance * distance >= SquaredLength(corner.at - corners[i].at)) sum += corner.sharpness;
+  return samples > 0 ? sum / samples : 0;
 }
 
 bool AreArcs(const Cvseq& loop) {
@@ -46,13 +64,13 @@ bool AreArcs(const Cvseq& loop) {
 
 }  // namespace
 
-// All corners are taken to lie evenly about the chain.
+// Strips meet whose corners are no farther from each other than twice their length.
 bool IsRough(const Cvseq& chain, double distance) {
+  if (chain.count <= kRun) return false;
   Bounds box;
   CheckChain(&chain, box);
-  const double share = std::min(1.0, std::fabs(distance) / box.LongerSide());
-  const bool may_be = chain.count > kRun && 2 * share * chain.count > kMany;
-  return may_be && share * CornersOf(chain, Frame(box)) > kMany;
+  const Frame frame(box);
+  return Crowding(CornersOf(chain, frame), 2 * frame.LengthInwards(std::fabs(distance))) > kMany;
 }
 
 bool IsRough(const KurvoRegion& simple, double distance) {
