@@ -85,7 +85,6 @@ Relation ApartBut(const Stretch& a, const double* product, int degree, double fa
 // bound the product of polynomials.
 Relation OfOneDegree(const Stretch& a, const Stretch& b, const SideReach& reach) {
   const int n = a.degree;
-  if (n != b.degree || n < 2 || !HaveSameWeights(a, b)) return {};
   Vec2 apart[kMostDegree + 1];
   double most = 0;
   for (int i = 0; i <= n; ++i) {
@@ -115,6 +114,76 @@ Relation OfOneDegree(const Stretch& a, const Stretch& b, const SideReach& reach)
   const double widest = std::max(range.most, -range.least);
   if (widest + error <= reach.distance * (shortest - bend)) return {Verdict::kNear};
   return ApartBut(a, product, 2 * n - 1, far);
+}
+
+// The same polynomial with one control point more (degree elevation).
+void Raise(Stretch& part) {
+  const int n = ++part.degree;
+  part.side[n] = part.side[n - 1];
+  part.height[n] = part.height[n - 1];
+  for (int i = n - 1; i > 0; --i) {
+    const double share = static_cast<double>(i) / n;
+    part.side[i] = share * part.side[i - 1] + (1 - share) * part.side[i];
+    part.height[i] = share * part.height[i - 1] + (1 - share) * part.height[i];
+  }
+}
+
+double WeightOf(const Stretch& part, int i) { return part.is_rational ? part.weight[i] : 1; }
+
+// n w_1 / w_0 |P_1 - P_0|, or what it is at the other end.
+double SpeedAtEnd(const Stretch& part, int end, int beside) {
+  const Vec2 leg = {part.side[beside] - part.side[end], part.height[beside] - part.height[end]};
+  return part.degree * (WeightOf(part, beside) / WeightOf(part, end)) * Length(leg);
+}
+
+// Weights w_i c^i make no other curve but another parameter of it, which runs c times as fast at
+// the start and 1 / c times at the end (Farin, Curves and Surfaces for CAGD, on rational Bezier
+// curves). The c that makes those of b what they are of a; 0 where none does.
+double LikeSpeeds(const Stretch& a, const Stretch& b) {
+  constexpr double kLike = 0x1p-6;  // of the speeds
+  const double at_start = SpeedAtEnd(a, 0, 1) / SpeedAtEnd(b, 0, 1);
+  const double at_end =
+      SpeedAtEnd(b, b.degree, b.degree - 1) / SpeedAtEnd(a, a.degree, a.degree - 1);
+  return kLike * at_start >= std::fabs(at_start - at_end) ? std::sqrt(at_start * at_end) : 0;
+}
+
+// Two curves V / v and W / w with like parameters differ by (V w - W v) / (v w), whose coefficients
+// are averages of differences of control points, with positive weights.
+Verdict OfQuotients(const Stretch& a, const Stretch& b, double distance) {
+  const double c = a.is_rational || b.is_rational ? LikeSpeeds(a, b) : 1;
+  if (!(c > 0)) return Verdict::kUnknown;
+  const int n = a.degree, m = b.degree;
+  Vec2 apart[2 * kMostDegree + 1] = {};
+  double weight[2 * kMostDegree + 1] = {};
+  double of_a = 1;  // binomials of each degree; of b times c^k
+  for (int i = 0; i <= n; of_a *= static_cast<double>(n - i) / (i + 1), ++i) {
+    double of_b = 1;
+    for (int k = 0; k <= m; of_b *= c * (m - k) / (k + 1), ++k) {
+      const double share = of_a * WeightOf(a, i) * (of_b * WeightOf(b, k));
+      apart[i + k] = apart[i + k] + share * Vec2{a.side[i] - b.side[k], a.height[i] - b.height[k]};
+      weight[i + k] += share;
+    }
+  }
+  for (int i = 0; i <= n + m; ++i) {
+    const bool is_number = weight[i] > 0 && weight[i] < kInfinity;
+    if (!is_number || !(weight[i] * distance >= Length(apart[i]))) return Verdict::kUnknown;
+  }
+  return Verdict::kNear;
+}
+
+// Two curves of any degrees and weights: one may be the other, written otherwise.
+Relation OfTwoCurves(const Stretch& a, const Stretch& b, const SideReach& reach) {
+  const int n = std::max(a.degree, b.degree);
+  if (std::min(a.degree, b.degree) < 2) return {};
+  if (a.degree == b.degree && HaveSameWeights(a, b)) return OfOneDegree(a, b, reach);
+  const double apart = std::max(std::fabs(a.at_low - b.at_low), std::fabs(a.at_high - b.at_high));
+  if (!(apart < kClose * std::hypot(a.at_high - a.at_low, a.high - a.low))) return {};
+  if (a.is_rational || b.is_rational || n > kMostDegreeAlongside)
+    return {OfQuotients(a, b, reach.distance)};
+  Stretch like_a = a, like_b = b;
+  for (Stretch* part : {&like_a, &like_b})
+    while (part->degree < n) Raise(*part);
+  return OfOneDegree(like_a, like_b, reach);
 }
 
 // P = W / w lies |P - c| - r beside a circle, and (|P - c| - r)(|P - c| + r) w^2 is the polynomial
@@ -165,7 +234,7 @@ Relation Alongside(const Circle& a, const Stretch& part_a, const Circle& b, cons
   }
   if (arc_a) return {BesideCircle(a, part_b, reach)};
   if (arc_b) return {BesideCircle(b, part_a, reach)};
-  return OfOneDegree(part_a, part_b, reach);
+  return OfTwoCurves(part_a, part_b, reach);
 }
 
 }  // namespace kurvo::outline

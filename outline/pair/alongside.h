@@ -19,8 +19,8 @@ struct Relation {
 };
 
 // Whether two graphs are near everywhere between two heights, or apart: without flattening them,
-// which near curves would need to the square root of the tolerance. Known for curves of one degree,
-// for two arcs, and for an arc and another curve.
+// which near curves would need to the square root of the tolerance. Known for curves of one degree
+// and those that are written so, for two arcs, and for an arc and another curve.
 Relation Alongside(const Circle& a, const Stretch& part_a, const Circle& b, const Stretch& part_b,
                    const SideReach& reach);
 

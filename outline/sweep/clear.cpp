@@ -7,6 +7,7 @@
 #include "sweep/nest.h"
 #include "sweep/on_strand.h"
 #include "sweep/runs.h"
+#include "sweep/slivers.h"
 
 namespace kurvo::outline {
 namespace {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "sweep/loops.h"
+#include "sweep/slivers.h"
 
 namespace kurvo::outline {
 namespace {

@@ -8,8 +8,6 @@ namespace kurvo::outline {
 namespace {
 
 constexpr double kSameParameter = 1e-9;
-constexpr double kClearly = 64;            // of tol: loops so wide at a glance are no slivers
-constexpr int kGlance = 2, kClosely = 16;  // chords of an edge whose area is taken
 
 bool IsBefore(const Part& a, const Part& b) {
   if (a.IsLine() != b.IsLine()) return b.IsLine();
@@ -122,46 +120,6 @@ class Collector {
   LoopOfParts& loop_;
 };
 
-// Of a loop of chords.
-class Extent {
- public:
-  explicit Extent(Vec2 origin) : origin_(origin) {}
-
-  void GoTo(Vec2 point) {
-    const Vec2 p = point - origin_;
-    area_ += 0.5 * Cross(before_, p);
-    length_ += Length(p - before_);
-    before_ = p;
-  }
-  void GoAlong(const Span& span, double from, double to, Vec2 end, int chords) {
-    const int count = span.kind == Span::Kind::kLine ? 1 : chords;
-    for (int i = 1; i < count; ++i) GoTo(PointAt(span, from + (to - from) * i / count));
-    GoTo(end);
-  }
-
-  double area() const { return std::fabs(area_); }
-  bool IsClearly(double tol) const { return area() > kClearly * tol * length_; }
-  bool IsNarrow(double tol) const { return !(area() > tol * length_); }
-
- private:
-  Vec2 origin_, before_ = {0, 0};
-  double area_ = 0, length_ = 0;
-};
-
-Extent ExtentOf(const Scene& scene, const Arrangement& arrangement, std::span<const int32_t> edges,
-                int chords) {
-  Extent extent(arrangement.corner(arrangement.edge(edges[0]).from).point);
-  for (const int32_t number : edges) {
-    const Edge& edge = arrangement.edge(number);
-    const Vec2 end = arrangement.corner(edge.to).point;
-    if (edge.source < 0)
-      extent.GoTo(end);
-    else
-      extent.GoAlong(scene.source(edge.source).span, edge.u_from, edge.u_to, end, chords);
-  }
-  return extent;
-}
-
 }  // namespace
 
 void CollectParts(const Scene& scene, const Arrangement& arrangement,
@@ -189,21 +147,6 @@ void AppendWhole(const Scene& scene, std::span<const Source> sources, bool is_tu
     std::swap(part.from, part.to);
     std::swap(part.start, part.end);
   });
-}
-
-bool MayBeSliver(const Scene& scene, std::span<const Source> sources) {
-  Extent extent(scene.vertex(sources.front().start).point);
-  for (const Source& source : sources)
-    extent.GoAlong(source.span, 0, 1, scene.vertex(source.end).point, kGlance);
-  return !extent.IsClearly(scene.tol);
-}
-
-bool IsSliver(const Scene& scene, const Arrangement& arrangement, std::span<const int32_t> edges,
-              double& area) {
-  if (ExtentOf(scene, arrangement, edges, kGlance).IsClearly(scene.tol)) return false;
-  const Extent extent = ExtentOf(scene, arrangement, edges, kClosely);
-  area = extent.area();
-  return extent.IsNarrow(scene.tol);
 }
 
 }  // namespace kurvo::outline

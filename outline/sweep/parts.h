@@ -49,12 +49,4 @@ void CollectParts(const Scene& scene, const Arrangement& arrangement,
 void AppendWhole(const Scene& scene, std::span<const Source> sources, bool is_turned,
                  Array<Part>& parts);
 
-// Whether a loop of whole sources is so narrow at a glance that it may be a sliver.
-bool MayBeSliver(const Scene& scene, std::span<const Source> sources);
-
-// Whether the loop is no wider than tol: its area is at most tol times its length. `area` is in the
-// frame.
-bool IsSliver(const Scene& scene, const Arrangement& arrangement, std::span<const int32_t> edges,
-              double& area);
-
 }  // namespace kurvo::outline

@@ -2,6 +2,7 @@
 #include <functional>
 
 #include "outline/combine.h"
+#include "outline/rewritten.h"
 
 namespace kurvo_test {
 namespace {
@@ -62,6 +63,28 @@ TEST(RegionCombine, CommutesAssociatesAndTurns) {
       for (const int32_t operation : kOperations)
         ExpectSame(Made(operation, {a.get(), b.get()}),
                    Made(kSimplify, {mapped(*Made(operation, ab)).get()}), 5000, "mapped");
+    }
+  });
+}
+
+// What runs together is found by its points, however it is written: nothing is left between.
+TEST(RegionCombine, OtherwiseWritten) {
+  Rounds(Cases(60), [](Random& random, int round) {
+    Region a = round % 2 ? RandomRegion(random, 1)
+                         : GlyphRegion(kGlyphs[RandomInt(random, 0, kGlyphCount - 1)],
+                                       {random.Uniform(0, 6)});
+    if (round % 4 == 3) a->rule = KURVO_FILL_EVENODD;
+    const double size = SizeOf({a.get()});
+    const Region b = Rewritten(random, *a, size), simple = Made(kSimplify, {a.get()});
+    const KurvoMoments want = MomentsOf(*simple);
+    for (const int32_t operation : kOperations) {
+      const Combined made = Combine(operation, {a.get(), b.get()});
+      ASSERT_EQ(made.code, 0);
+      const bool is_all = operation == KURVO_UNION || operation == KURVO_INTERSECTION;
+      EXPECT_EQ(Invalid(*made.region, 0x1p-30 * size), "") << kOperationNames[operation];
+      EXPECT_EQ(made.report.capped, 0) << kOperationNames[operation];
+      EXPECT_NEAR(AreaOf(*made.region), is_all ? want.area : 0, 1e-9 * size * (want.length + size));
+      EXPECT_TRUE(is_all || made.region->count == 0) << kOperationNames[operation];
     }
   });
 }
