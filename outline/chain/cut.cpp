@@ -12,12 +12,6 @@
 namespace kurvo::outline {
 namespace {
 
-void TakeWords(const Curve& from, Curve& to) {
-  to.attr = from.attr;
-  to.attr_p1 = from.attr_p1;
-  to.attr_p2 = from.attr_p2;
-}
-
 void Set(double* coord, Vec2 p) { KurvoclSetCoord(coord, p.x, p.y, 0); }
 
 // The points of a line or an arc at the ends of a part: as stored where it is not cut.
@@ -234,6 +228,12 @@ void AppendComposite(const Curve& curve, double from, double to, const Frame& fr
 }
 
 }  // namespace
+
+void TakeWords(const Curve& from, Curve& to) {
+  to.attr = from.attr;
+  to.attr_p1 = from.attr_p1;
+  to.attr_p2 = from.attr_p2;
+}
 
 void AppendPart(const Curve& curve, double from, double to, const Frame& frame,
                 Array<OwnedCurve>& parts) {

@@ -18,6 +18,9 @@ inline constexpr double kLeastPart = 0x1p-50;
 void AppendPart(const Curve& curve, double from, double to, const Frame& frame,
                 Array<OwnedCurve>& parts);
 
+// Gives a curve the attribute words of another.
+void TakeWords(const Curve& from, Curve& to);
+
 // Moves the end of a curve that was cut there, in the caller's coordinates.
 void SetStart(Curve& curve, Vec2 point);
 void SetEnd(Curve& curve, Vec2 point);

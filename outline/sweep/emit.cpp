@@ -139,10 +139,17 @@ class Emitter {
     return operands_[static_cast<std::size_t>(part.operand)].loops[part.loop].curves[part.curve];
   }
 
+  // Of a part without length, whose ends were moved, only these are left.
   void AppendRecords(const Part& part) {
     const Curve& curve = CurveOf(part);
-    AppendPart(curve, std::min(part.from, part.to), std::max(part.from, part.to), scene_.frame,
-               records_);
+    const Domain domain = DomainOf(curve);
+    const double from = std::min(part.from, part.to), to = std::max(part.from, part.to);
+    if (!(to - from > kLeastPart * (domain.to - domain.from))) {
+      if (part.start == part.end) return;
+      records_.push_back(LineBetween(part.start, part.end));
+      return TakeWords(curve, *records_.back().Get());
+    }
+    AppendPart(curve, from, to, scene_.frame, records_);
     if (!part.IsReversed()) return;
     std::reverse(records_.begin(), records_.end());
     GlobalVar g;

@@ -251,5 +251,17 @@ TEST(RegionCombine, Refuses) {
   }
 }
 
+// Parts may have no length of their own between ends that were moved.
+TEST(RegionCombine, CoarseTolerances) {
+  Rounds(Cases(300), [](Random& random, int round) {
+    const Region a = RandomRegion(random, 1), b = RandomRegion(random, 1);
+    const Inputs ab = {a.get(), b.get()};
+    const double tol = SizeOf(ab) * random.Uniform(.001, .03);
+    const Combined made = Combine(kOperations[round % 4], ab, 0, tol);
+    ASSERT_EQ(made.code, 0);
+    EXPECT_EQ(Strays(*made.region, ab, 4 * tol + 2 * made.report.moved), "");
+  });
+}
+
 }  // namespace
 }  // namespace kurvo_test
