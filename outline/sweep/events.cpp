@@ -186,8 +186,13 @@ class Finder {
     // The ends of what a search that met its limit has not looked at may be apart.
     if (near.low == near.high && !changes && !(tol_ >= std::fabs(Apart(near.low)))) return;
     const bool is_all = near.low <= low_ + slack && near.high >= high_ - slack;
-    const double longest = is_all && !changes ? kShort * tol_ : longest_;
-    const double run = std::fabs(a_->At(near.high) - a_->At(near.low));  // low strands are wide
+    const bool ends_as_it_began = is_all && !changes;
+    const double longest = ends_as_it_began ? kShort * tol_ : longest_;
+    // Low strands that run together from end to end, or change sides by less than tol, may be wide.
+    const bool stays = kClose * tol_ >= std::max(std::fabs(at_from), std::fabs(at_to));
+    const double run = ends_as_it_began || (changes && stays)
+                           ? std::fabs(a_->At(near.high) - a_->At(near.low))
+                           : 0;
     if (std::max(near.high - near.low, run) > longest) {
       events_.together.push_back({near.low, near.high, i, k});
       return;

@@ -89,6 +89,36 @@ TEST(RegionCombine, OtherwiseWritten) {
   });
 }
 
+// Nor does it matter for what is slid or turned a little: not for the result, nor the work.
+TEST(RegionCombine, OtherwiseWrittenBeside) {
+  Rounds(Cases(60), [](Random& random, int round) {
+    const Region a = round % 2 ? RandomRegion(random, 1)
+                               : GlyphRegion(kGlyphs[RandomInt(random, 0, kGlyphCount - 1)], {});
+    const double size = SizeOf({a.get()}), by = std::pow(10, random.Uniform(-9, -2));
+    const double turn = round % 4 < 2 ? by : 0, slide = round % 4 < 2 ? 0 : by * size;
+    Globals g;
+    Region b;
+    KurvoRegionCopy(a.get(), b.get(), &g);
+    ForEachCurve(*b, [&](const Curve& cv) {
+      const auto move = [&](double* p) {
+        const double x = p[0], y = p[1];
+        p[0] = std::cos(turn) * x - std::sin(turn) * y + slide;
+        p[1] = std::sin(turn) * x + std::cos(turn) * y + slide / 2;
+      };
+      ForEachPoint(cv, move, [](double) {});
+    });
+    const Region written = Rewritten(random, *b, size);
+    for (const int32_t operation : kOperations) {
+      const Combined want = Combine(operation, {a.get(), b.get()});
+      const Combined made = Combine(operation, {a.get(), written.get()});
+      ASSERT_EQ(made.code, 0);
+      EXPECT_EQ(want.report.capped + made.report.capped, 0) << by;
+      const KurvoMoments moments = MomentsOf(*want.region);
+      EXPECT_NEAR(AreaOf(*made.region), moments.area, 4e-9 * size * (moments.length + size)) << by;
+    }
+  });
+}
+
 // From the lowest point of a circle upwards a rounding of the height is one of 1e-8 to the side.
 TEST(RegionCombine, CutArcsStayOnTheirCircles) {
   Rounds(Cases(50), [](Random& random, int) {

@@ -122,9 +122,9 @@ TEST(Sweep, IsRightWhereTheSearchGivesUp) {
   for (int i = 0; i < 2; ++i) {
     const double start = i * 1e-11, top = kTop[i];
     std::string curve = "(r";
-    for (int k = 0; k <= 8; ++k)
+    for (int k = 0; k <= 20; ++k)
       curve +=
-          Text("", {k < 5 ? start + (k % 3 - k % 2) : k / 8. * top, 1.25 * k, 1 + .1 * (k % 4)});
+          Text("", {k < 9 ? start + (k % 3 - k % 2) : k / 20. * top, .5 * k, 1 + .1 * (k % 4)});
     wedges[i].Add(
         Chain(curve + Text(")(l", {top, 10, -5, 5.}) + Text(")(l", {-5, 5., start, 0}) + ")"));
   }
