@@ -4,12 +4,15 @@
 #include <cmath>
 #include <numbers>
 
+#include "strand/bracket.h"
+
 namespace kurvo::outline {
 namespace {
 
 constexpr double kClear = 1.5;  // of the distance to the ends of what is near
 constexpr double kLeast = 8;    // of the tolerance, besides
 constexpr double kWider = 1.5;  // of the radius: no need to cut the circle more closely
+constexpr double kWide = 0.25;  // radians: between narrower directions the ring has to be just met
 constexpr int kMostSteps = 90;
 constexpr int kMostPieces = 1000;
 
@@ -29,14 +32,34 @@ double AtDistance(const Distance& distance, double near, double far, double radi
   return far;
 }
 
-// Follows a track from a position, forwards (step 1) or backwards (-1), until it is `radius` away
-// from the centre. Result: whether it gets there.
-bool Leave(const Track& track, Position at, int step, Vec2 centre, double radius, Vec2& out) {
+// The same, at the radius but for rounding.
+template <class Distance>
+double JustAtDistance(const Distance& distance, double near, double far, double radius) {
+  const double low = std::min(near, far), high = std::max(near, far);
+  const auto beyond = [&](double u) { return distance(u) - radius; };
+  const double at_low = beyond(low), at_high = beyond(high);
+  if ((at_low < 0) == (at_high < 0)) return far;
+  return SignChangeBetween(beyond, low, high, at_low, at_high);
+}
+
+struct Ring {
+  Vec2 centre;
+  double radius;
+  bool just;  // reached but for rounding; else by a little more
+};
+
+// Follows a track from a position, forwards (step 1) or backwards (-1), until it reaches the ring.
+// Result: whether it gets there.
+bool Leave(const Track& track, Position at, int step, const Ring& ring, Vec2& out) {
   const double end = step > 0 ? 1 : 0;
-  const auto distance = [&](double u) { return Length(track.PointAt({at.piece, u}) - centre); };
+  const auto distance = [&](double u) {
+    return Length(track.PointAt({at.piece, u}) - ring.centre);
+  };
   for (int passed = 0; passed < kMostPieces; ++passed) {
-    if (distance(end) >= radius) {
-      out = track.PointAt({at.piece, AtDistance(distance, at.u, end, radius)});
+    if (distance(end) >= ring.radius) {
+      const double u = ring.just ? JustAtDistance(distance, at.u, end, ring.radius)
+                                 : AtDistance(distance, at.u, end, ring.radius);
+      out = track.PointAt({at.piece, u}) - ring.centre;
       return true;
     }
     at = {step > 0 ? track.After(at.piece) : track.Before(at.piece), 1 - end};
@@ -50,6 +73,11 @@ double AngleFrom(Vec2 from, Vec2 to) {
   return angle < 0 ? angle + 2 * std::numbers::pi : angle;
 }
 
+// Whether a direction is away from both directions of the first chain, 0 and `back`.
+bool IsWideApart(double angle, double back) {
+  return std::min({angle, 2 * std::numbers::pi - angle, std::fabs(angle - back)}) >= kWide;
+}
+
 }  // namespace
 
 bool CrossAt(const Track& a, const Passage& on_a, const Track& b, const Passage& on_b, Vec2 place,
@@ -59,15 +87,17 @@ bool CrossAt(const Track& a, const Passage& on_a, const Track& b, const Passage&
     widest = std::max(widest, Length(a.PointAt(at) - place));
   for (const Position at : {on_b.from, on_b.to})
     widest = std::max(widest, Length(b.PointAt(at) - place));
-  const double radius = kClear * widest + kLeast * tol;
-  Vec2 a_in, a_out, b_in, b_out;
-  if (!Leave(a, on_a.from, -1, place, radius, a_in) ||
-      !Leave(a, on_a.to, 1, place, radius, a_out) ||
-      !Leave(b, on_b.from, -1, place, radius, b_in) || !Leave(b, on_b.to, 1, place, radius, b_out))
-    return false;
-  const Vec2 out = a_out - place;
-  const double back = AngleFrom(out, a_in - place);
-  return (AngleFrom(out, b_in - place) < back) != (AngleFrom(out, b_out - place) < back);
+  Ring ring = {place, kClear * widest + kLeast * tol, false};
+  for (;; ring.just = true) {
+    Vec2 a_in, a_out, b_in, b_out;
+    if (!Leave(a, on_a.from, -1, ring, a_in) || !Leave(a, on_a.to, 1, ring, a_out) ||
+        !Leave(b, on_b.from, -1, ring, b_in) || !Leave(b, on_b.to, 1, ring, b_out))
+      return false;
+    const double back = AngleFrom(a_out, a_in);
+    const double from = AngleFrom(a_out, b_in), to = AngleFrom(a_out, b_out);
+    if (ring.just || (IsWideApart(from, back) && IsWideApart(to, back)))
+      return (from < back) != (to < back);
+  }
 }
 
 }  // namespace kurvo::outline
