@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "fit/cell_run.h"
+#include "fit/centres.h"
 #include "fit/cubic.h"
 #include "fit/side_row.h"
 
@@ -86,7 +87,7 @@ class CellStrips {
         const double to = breaks.at[i];
         const At after = i + 1 == breaks.count ? end : LookAt(to);
         if (side_.LookAt(0.5 * (from + to)).stretch < 0)
-          AppendChords(from, before, to, after);
+          AppendCentres(from, before, to, after);
         else
           AppendTurns(from, before, to, after);
         from = to;
@@ -123,7 +124,7 @@ class CellStrips {
   // Normals end at the centres of curvature, whose curve is as long between two vertices as the
   // radii differ: so no point of its chord is farther from the cubic than the longer radius. The
   // strip is cut where the radius is shortest and within the tolerance.
-  void AppendChords(double from, const At& start, double to, const At& end) {
+  void AppendCentres(double from, const At& start, double to, const At& end) {
     Breaks breaks;
     AddVertices(hodograph_, from, to, breaks);
     AddTurns(hodograph_, from, start.tangent, to, end.tangent, kUsualTurn, breaks);
@@ -136,15 +137,36 @@ class CellStrips {
       const bool is_last = i + 1 == breaks.count;
       const At there = is_last ? end : LookAt(next);
       const Vec2 last = OffsetOf(there);
-      OffsetPiece& piece = AddPiece(OffsetPiece::Kind::kLine, at, next);
-      piece.points[0] = first;
-      piece.points[3] = last;
+      if (list_.follows_centres)
+        FollowCentres(at, first, next, last);
+      else
+        AddLine(at, first, next, last);
       if (!is_last && IsTight(ReachOf(there), distance_, tol_)) {
         EndStrip(next, there);
         BeginStrip(next, there);
       }
       first = last;
       at = next;
+    }
+  }
+
+  void AddLine(double from, Vec2 first, double to, Vec2 last) {
+    OffsetPiece& piece = AddPiece(OffsetPiece::Kind::kLine, from, to);
+    piece.points[0] = first;
+    piece.points[3] = last;
+  }
+
+  void FollowCentres(double from, Vec2 first, double to, Vec2 last) {
+    Array<CubicCell> cells;
+    const bool is_known = outline::AppendCentres(cell_.points, hodograph_, from, to, tol_, cells);
+    const bool is_capped = !is_known || list_.pieces.size() + cells.size() > most_pieces_;
+    list_.capped += is_capped;
+    if (is_capped || cells.empty()) return AddLine(from, first, to, last);
+    cells.front().points[0] = first;
+    cells.back().points[3] = last;
+    for (const CubicCell& cell : cells) {
+      OffsetPiece& piece = AddPiece(OffsetPiece::Kind::kCubic, cell.from, cell.to);
+      std::copy(cell.points, cell.points + 4, piece.points);
     }
   }
 

@@ -49,6 +49,9 @@ inline bool IsTight(double reach, double distance, double tol) {
 }
 
 struct StripList {
+  // Whether strips end at the curve of the centres of curvature, not at chords of it: where what is
+  // beyond these may show.
+  bool follows_centres = false;
   Array<Strip> strips;
   Array<OffsetPiece> pieces;
   int capped =
@@ -59,9 +62,9 @@ struct StripList {
 
 // Appends the strips of a span, one after the other: between two of them the span has a cusp, or
 // goes on smoothly. Lines have lines, arcs have arcs, all else has cubics no farther than `tol`
-// (> 0) from where they belong; where the strip is cut at the centres of curvature, a chord of
-// their curve stands for it, all of which is within the distance of the span. Where such a bend is
-// tightest, if it is tight there, one strip ends and the next begins. Of a span that is a point
+// (> 0) from where they belong; where the strip is cut at the centres of curvature, chords of
+// their curve may stand for it, all of which are within the distance of the span. Where such a bend
+// is tightest, if it is tight there, one strip ends and the next begins. Of a span that is a point
 // there are none. Cost: O(degree^2) a span and some microseconds a cubic.
 void AppendStrips(const Span& span, double distance, double tol, StripList& list);
 

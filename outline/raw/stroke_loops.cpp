@@ -112,6 +112,10 @@ class Stroker {
     right_.pieces.clear();
     left_.strips.clear();
     left_.pieces.clear();
+    // With equal sides all is covered that is as near as they reach, but for corners and ends.
+    const bool has_butts = !is_closed && pen_.shape.cap == KURVO_CAP_BUTT;
+    const bool is_round = pen_.shape.join == KURVO_JOIN_ROUND && !has_butts;
+    right_.follows_centres = left_.follows_centres = pen_.left != pen_.right || !is_round;
     for (const Span& span : spans) AppendStrips(span, pen_.right, pen_.tol, right_);
     if (right_.strips.empty()) return Dot(start_);
     Arena arena;

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "outline/pen_model.h"
+#include "outline/wide.h"
 #include "support/generator.h"
 #include "support/region.h"
 
@@ -113,6 +114,27 @@ Polygon RandomPolyline(Random& random, bool is_rough) {
     p.push_back({place.x, place.y});
   }
   return p;
+}
+
+// Of y = x^2 from 0 to 1, with r = (1 + 4 x^2)^(3/2) / 2: normals to its left end at r.
+TEST(ChainStroke, NormalsEndAtCentresOfCurvature) {
+  for (const char* half : {"(b 0 0 .5 0 1 1)", "(b 0 0 .1 0 .2 .04)(b .2 .04 .6 .2 1 1)",
+                           "(b 0 0 .25 0 .5 .16666666666666667 .75 .5 1 1)"})
+    for (const double d : {.4, .8, 2., 5., 9.})
+      for (const double right : {0., .3, d}) {
+        const auto strip = [=](Wide x) {
+          const Wide speed = std::sqrt(1 + 4 * x * x), r = speed * speed * speed / 2;
+          const Wide s = std::min(L(d), r);
+          return speed * (s - s * s / (2 * r) + right + right * right / (2 * r));
+        };
+        const Wide tight = d > .5 ? std::min(std::sqrt(std::cbrt(4 * L(d) * d) - 1) / 2, 1.0L) : 0;
+        const Wide want = WideIntegral(strip, 0, tight) + WideIntegral(strip, tight, 1);
+        const Stroke got =
+            StrokeOf(Chain(half), d, right, Options(KURVO_JOIN_ROUND, KURVO_CAP_BUTT, 0, 1e-8));
+        ASSERT_EQ(got.code, 0);
+        EXPECT_NEAR(AreaOfLoops(*got.region), static_cast<double>(want), 1e-6)
+            << half << d << ' ' << right;
+      }
 }
 
 TEST(ChainStroke, PolylinesAreUnionsOfTheirParts) {
