@@ -1,5 +1,6 @@
 #include "fit/centres.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "fit/cubic.h"
@@ -7,48 +8,79 @@
 namespace kurvo::outline {
 namespace {
 
-constexpr double kShare =
-    0.5;  // of the tolerance: how far a cubic may be off where it is looked at
-constexpr int kMostHalvings = 6;
+constexpr int kMostHalvings = 24;
+constexpr std::size_t kMostCubics = 64;
 
 class Centres {
  public:
   Centres(const Vec2* points, const Hodograph3& hodograph)
       : points_(points), hodograph_(hodograph) {}
 
-  // |v|^2 / (v x a) along the normal.
-  Vec2 At(double u) const {
+  // A centre, the radius there, positive to the left, and the normal: the curve of the centres runs
+  // along it, as far as the radius grows.
+  struct Centre {
+    Vec2 point, normal;
+    double radius;
+  };
+  Centre At(double u) const {
     const Vec2 v = hodograph_.VelocityAt(u);
-    return CubicAt(points_, u) + (SquaredLength(v) / Cross(v, hodograph_.BendAt(u))) * Left(v);
-  }
-  // Along the normal: the derivative of the radius |v|^3 / (v x a).
-  Vec2 VelocityAt(double u) const {
-    const Vec2 v = hodograph_.VelocityAt(u), a = hodograph_.BendAt(u);
-    const double cross = Cross(v, a);
-    const double growth = 3 * Dot(v, a) * cross - SquaredLength(v) * Cross(v, hodograph_.j);
-    return (growth / (cross * cross)) * Left(v);
+    const double speed = Length(v);
+    const Vec2 normal = (1 / speed) * Left(v);
+    const double radius = speed * speed * speed / Cross(v, hodograph_.BendAt(u));
+    return {CubicAt(points_, u) + radius * normal, normal, radius};
   }
 
-  // Cubics that have the points and velocities of the curve at their ends.
-  bool Append(double from, double to, double tol, int halvings_left,
-              Array<CubicCell>& cells) const {
+  // Cubics that the curve is as fast as at its ends, by the parameter of the cubic, which suits
+  // vertices, or by its own length, which suits wide turns.
+  bool Append(double from, const Centre& start, double to, const Centre& end, double tol,
+              int halvings_left, Array<CubicCell>& cells) const {
+    const double way = end.radius - start.radius, middle = 0.5 * (from + to);
+    const auto by_length = [&](double, const Centre& centre) {
+      return (centre.radius - start.radius) / way;
+    };
+    const auto by_parameter = [&](double u, const Centre&) { return (u - from) / (to - from); };
     const double third = (to - from) / 3;
-    const Vec2 start = At(from), end = At(to);
-    const CubicCell cell = {
-        {start, start + third * VelocityAt(from), end - third * VelocityAt(to), end}, 0, from, to};
-    double off = 0;
-    for (const double t : {0.25, 0.5, 0.75})
-      off += Length(CubicAt(cell.points, t) - At(from + t * (to - from)));
-    if (kShare * tol >= off) {
+    for (const bool is_even : {false, true}) {
+      const double first = is_even ? way / 3 : third * GrowthAt(from);
+      const double last = is_even ? way / 3 : third * GrowthAt(to);
+      const CubicCell cell = {{start.point, start.point + first * start.normal,
+                               end.point - last * end.normal, end.point},
+                              0,
+                              from,
+                              to};
+      const double off = is_even ? OffOf(cell, by_length) : OffOf(cell, by_parameter);
+      if (cells.size() == kMostCubics) return false;
+      if (!(tol >= off)) continue;
       cells.push_back(cell);
       return true;
     }
-    const double middle = 0.5 * (from + to);
-    return halvings_left > 0 && Append(from, middle, tol, halvings_left - 1, cells) &&
-           Append(middle, to, tol, halvings_left - 1, cells);
+    if (halvings_left == 0) return false;
+    const Centre between = At(middle);
+    return Append(from, start, middle, between, tol, halvings_left - 1, cells) &&
+           Append(middle, between, to, end, tol, halvings_left - 1, cells);
   }
 
  private:
+  // The derivative of the radius |v|^3 / (v x a).
+  double GrowthAt(double u) const {
+    const Vec2 v = hodograph_.VelocityAt(u), a = hodograph_.BendAt(u);
+    const double cross = Cross(v, a), square = SquaredLength(v);
+    return std::sqrt(square) * (3 * Dot(v, a) * cross - square * Cross(v, hodograph_.j)) /
+           (cross * cross);
+  }
+
+  // How far centres are from where a cell has them, at three places together.
+  template <class Share>
+  double OffOf(const CubicCell& cell, const Share& share) const {
+    double off = 0;
+    for (const double quarters : {1, 2, 3}) {
+      const double u = cell.from + 0.25 * quarters * (cell.to - cell.from);
+      const Centre centre = At(u);
+      off += Length(CubicAt(cell.points, share(u, centre)) - centre.point);
+    }
+    return off;
+  }
+
   const Vec2* points_;
   const Hodograph3& hodograph_;
 };
@@ -58,12 +90,13 @@ class Centres {
 bool AppendCentres(const Vec2* points, const Hodograph3& hodograph, double from, double to,
                    double tol, Array<CubicCell>& cells) {
   const Centres centres(points, hodograph);
-  const Vec2 leaves = hodograph.VelocityAt(from), arrives = hodograph.VelocityAt(to);
-  const double turn = std::atan2(std::fabs(Cross(leaves, arrives)), Dot(leaves, arrives));
+  const Centres::Centre start = centres.At(from), end = centres.At(to);
+  const double turn =
+      std::atan2(std::fabs(Cross(start.normal, end.normal)), Dot(start.normal, end.normal));
   // All of it lies between its chord and its tangents.
-  const double chord = Length(centres.At(to) - centres.At(from));
+  const double chord = Length(end.point - start.point);
   if (tol >= chord * std::tan(std::min(turn, 1.5))) return true;
-  return centres.Append(from, to, tol, kMostHalvings, cells);
+  return centres.Append(from, start, to, end, tol, kMostHalvings, cells);
 }
 
 }  // namespace kurvo::outline
