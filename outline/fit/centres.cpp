@@ -20,63 +20,54 @@ class Centres {
   // along it, as far as the radius grows.
   struct Centre {
     Vec2 point, normal;
-    double radius;
+    double radius, growth;
   };
   Centre At(double u) const {
-    const Vec2 v = hodograph_.VelocityAt(u);
-    const double speed = Length(v);
+    const Vec2 v = hodograph_.VelocityAt(u), a = hodograph_.BendAt(u);
+    const double speed = Length(v), cross = Cross(v, a);
     const Vec2 normal = (1 / speed) * Left(v);
-    const double radius = speed * speed * speed / Cross(v, hodograph_.BendAt(u));
-    return {CubicAt(points_, u) + radius * normal, normal, radius};
+    const double radius = speed * speed * speed / cross;
+    // The derivative of |v|^3 / (v x a).
+    const double growth = speed *
+                          (3 * Dot(v, a) * cross - SquaredLength(v) * Cross(v, hodograph_.j)) /
+                          (cross * cross);
+    return {CubicAt(points_, u) + radius * normal, normal, radius, growth};
   }
 
   // Cubics that the curve is as fast as at its ends, by the parameter of the cubic, which suits
   // vertices, or by its own length, which suits wide turns.
   bool Append(double from, const Centre& start, double to, const Centre& end, double tol,
               int halvings_left, Array<CubicCell>& cells) const {
-    const double way = end.radius - start.radius, middle = 0.5 * (from + to);
-    const auto by_length = [&](double, const Centre& centre) {
-      return (centre.radius - start.radius) / way;
-    };
-    const auto by_parameter = [&](double u, const Centre&) { return (u - from) / (to - from); };
-    const double third = (to - from) / 3;
     for (const bool is_even : {false, true}) {
-      const double first = is_even ? way / 3 : third * GrowthAt(from);
-      const double last = is_even ? way / 3 : third * GrowthAt(to);
+      const double third = is_even ? (end.radius - start.radius) / 3 : (to - from) / 3;
+      const double first = is_even ? third : third * start.growth;
+      const double last = is_even ? third : third * end.growth;
       const CubicCell cell = {{start.point, start.point + first * start.normal,
                                end.point - last * end.normal, end.point},
                               0,
                               from,
                               to};
-      const double off = is_even ? OffOf(cell, by_length) : OffOf(cell, by_parameter);
       if (cells.size() == kMostCubics) return false;
-      if (!(tol >= off)) continue;
+      if (!(tol >= OffOf(cell, start, end, is_even))) continue;
       cells.push_back(cell);
       return true;
     }
     if (halvings_left == 0) return false;
+    const double middle = 0.5 * (from + to);
     const Centre between = At(middle);
     return Append(from, start, middle, between, tol, halvings_left - 1, cells) &&
            Append(middle, between, to, end, tol, halvings_left - 1, cells);
   }
 
  private:
-  // The derivative of the radius |v|^3 / (v x a).
-  double GrowthAt(double u) const {
-    const Vec2 v = hodograph_.VelocityAt(u), a = hodograph_.BendAt(u);
-    const double cross = Cross(v, a), square = SquaredLength(v);
-    return std::sqrt(square) * (3 * Dot(v, a) * cross - square * Cross(v, hodograph_.j)) /
-           (cross * cross);
-  }
-
   // How far centres are from where a cell has them, at three places together.
-  template <class Share>
-  double OffOf(const CubicCell& cell, const Share& share) const {
+  double OffOf(const CubicCell& cell, const Centre& start, const Centre& end, bool is_even) const {
     double off = 0;
-    for (const double quarters : {1, 2, 3}) {
-      const double u = cell.from + 0.25 * quarters * (cell.to - cell.from);
-      const Centre centre = At(u);
-      off += Length(CubicAt(cell.points, share(u, centre)) - centre.point);
+    for (const double share : {0.25, 0.5, 0.75}) {
+      const Centre centre = At(cell.from + share * (cell.to - cell.from));
+      const double along =
+          is_even ? (centre.radius - start.radius) / (end.radius - start.radius) : share;
+      off += Length(CubicAt(cell.points, along) - centre.point);
     }
     return off;
   }

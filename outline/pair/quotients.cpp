@@ -54,7 +54,7 @@ double LikeSpeeds(const Stretch& a, const Stretch& b) {
   return kLike * at_start >= std::fabs(at_start - at_end) ? std::sqrt(at_start * at_end) : 0;
 }
 
-// The weights of a stretch, at most about 1, times powers of c.
+// The weights of a stretch over its first, times powers of c.
 Scaled<double> WeightsOf(const Stretch& part, double c) {
   const int n = part.degree;
   Scaled<double> weights(n);

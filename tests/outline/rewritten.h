@@ -20,12 +20,11 @@ class Rewriter {
       const XY next = EndsOf(loop.curves[(i + 1) % loop.count]).first;
       const auto parts = Oracle(loop.curves[i]).Parts();
       for (const Oracle::Part& part : parts) {
-        const Polygon points = part.points.empty() ? Polygon() : part.points;
         last_ = &part == &parts.back() ? &next : nullptr;
-        if (points.empty())
+        if (part.points.empty())
           CutArc(part, part.angle, part.sweep, 2);
-        else if (points.size() > 1)
-          Cut(points, 2);
+        else if (part.points.size() > 1)
+          Cut(part.points, 2);
       }
     }
     if (!curves_.empty())
